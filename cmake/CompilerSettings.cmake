@@ -1,0 +1,28 @@
+# Warnings are errors; sanitizers are one option for the whole tree; ccache and a fast linker are used where present.
+
+add_compile_options(-Wall -Wextra -Wpedantic -Werror -Wno-unused-parameter -fvisibility=hidden)
+add_compile_definitions(
+  PAGORA_VERSION="${PROJECT_VERSION}" PAGORA_IDENTIFIER="org.pagora.Pagora" _FILE_OFFSET_BITS=64)
+
+find_program(PAGORA_CCACHE ccache)
+if(PAGORA_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${PAGORA_CCACHE}")
+  set(CMAKE_C_COMPILER_LAUNCHER "${PAGORA_CCACHE}")
+  # Lets ccache serve files that were compiled with a precompiled header.
+  add_compile_options(-fpch-preprocess)
+endif()
+
+find_program(PAGORA_LLD ld.lld)
+if(PAGORA_LLD)
+  add_link_options(-fuse-ld=lld)
+endif()
+
+if(PAGORA_SANITIZE)
+  add_compile_options(-fsanitize=${PAGORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${PAGORA_SANITIZE})
+  if(PAGORA_SANITIZE MATCHES "undefined")
+    # libstdc++'s and sigc++'s casts between unrelated empty bases are theirs to check.
+    add_compile_options(-fno-sanitize=vptr)
+    add_link_options(-fno-sanitize=vptr)
+  endif()
+endif()

@@ -1,0 +1,189 @@
+// Runs in the reader's own script world of every page, before the page has any content. It makes the page measure and
+// scroll the way the page arithmetic expects: distances count down the text as if it had never been broken into columns,
+// positions count from the start of the strip in reading direction, and nobody but the reader moves the page.
+//
+// What the page may shadow by naming its elements is taken from the prototypes.
+(function () {
+    'use strict';
+
+    const getterOf = (owner, name) => Object.getOwnPropertyDescriptor(owner, name).get;
+    const bodyOf = getterOf(Document.prototype, 'body');
+    const rootOf = getterOf(Document.prototype, 'documentElement');
+    const nativeOffsetTop = getterOf(HTMLElement.prototype, 'offsetTop');
+    const nativeScrollWidth = getterOf(Element.prototype, 'scrollWidth');
+    const nativeScrollX = getterOf(window, 'scrollX');
+    const nativeScrollY = getterOf(window, 'scrollY');
+    const nativeScrollTo = window.scrollTo;
+    const port = window.webkit.messageHandlers.pagora;
+
+    const post = (text) => port.postMessage(pagoraLoad + ' ' + text);
+    const pixels = (length) => parseFloat(length) || 0;
+
+    // The strip of columns in which the body is laid out; null when the body has no columns.
+    function columnStrip() {
+        const body = bodyOf.call(document);
+        if (!body)
+            return null;
+        const style = getComputedStyle(body);
+        const count = parseInt(style.columnCount, 10);
+        const width = pixels(style.columnWidth);
+        if (!count && !width)
+            return null;
+
+        const paddingLeft = pixels(style.paddingLeft);
+        const paddingRight = pixels(style.paddingRight);
+        const content = body.clientWidth - paddingLeft - paddingRight;
+        const gap = pixels(style.columnGap);
+        const fitting = width ? Math.max(1, Math.floor((content + gap) / (width + gap))) : Infinity;
+        const rightToLeft = style.direction === 'rtl';
+        return {
+            body,
+            gap,
+            step: (content + gap) / Math.min(count || Infinity, fitting),
+            height: pixels(style.height),
+            paddingLeft,
+            paddingRight,
+            paddingTop: pixels(style.paddingTop),
+            rightToLeft,
+            // With the margin after the last column, which the engine leaves out.
+            length: nativeScrollWidth.call(body) + (rightToLeft ? paddingLeft : paddingRight),
+        };
+    }
+
+    // --- Positions ---------------------------------------------------------------------------------------------------
+
+    const isRightToLeft = () => {
+        const body = bodyOf.call(document);
+        return !!body && getComputedStyle(body).direction === 'rtl';
+    };
+
+    let stripLength = 0;
+
+    // Lets the view scroll to the end of the strip, margin included.
+    function extendStrip() {
+        const strip = columnStrip();
+        const length = strip ? strip.length : 0;
+        if (length === stripLength)
+            return;
+        stripLength = length;
+        const style = rootOf.call(document).style;
+        style.setProperty('--pagora-strip-width', length + 'px');
+        style.setProperty('--pagora-strip-left', (strip && strip.rightToLeft ? innerWidth - length : 0) + 'px');
+    }
+
+    // Where the reader put the page, from the start of the strip.
+    let positionX = 0;
+    let positionY = 0;
+
+    const currentX = () => (isRightToLeft() ? -nativeScrollX.call(window) : nativeScrollX.call(window)) || 0;
+
+    function place(x, y) {
+        extendStrip();
+        nativeScrollTo.call(window, { left: isRightToLeft() ? -x : x, top: y, behavior: 'instant' });
+        positionX = currentX();
+        positionY = nativeScrollY.call(window);
+    }
+
+    // Undoes what the keyboard, a search, a selection, the page's scripts or the engine itself have scrolled.
+    function restorePosition() {
+        if (currentX() !== positionX || nativeScrollY.call(window) !== positionY)
+            place(positionX, positionY);
+    }
+
+    window.scrollTo = function (x, y) {
+        place(Number(x) || 0, Number(y) || 0);
+    };
+    for (const name of ['pageXOffset', 'scrollX']) {
+        Object.defineProperty(window, name, {
+            configurable: true,
+            get() {
+                restorePosition();
+                return currentX();
+            },
+        });
+    }
+    Object.defineProperty(Element.prototype, 'scrollWidth', {
+        configurable: true,
+        enumerable: true,
+        get() {
+            const strip = this === bodyOf.call(document) ? columnStrip() : null;
+            return strip ? strip.length : nativeScrollWidth.call(this);
+        },
+    });
+    window.addEventListener('scroll', (event) => {
+        if (event.target === document)
+            restorePosition();
+    }, { capture: true, passive: true });
+
+    // --- Distances down the text -------------------------------------------------------------------------------------
+
+    const replacedElements = /^(?:audio|canvas|embed|hr|iframe|img|input|math|object|svg|video)$/i;
+    const mostNodesLookedAt = 500;
+
+    const firstBox = (boxes) => {
+        for (const box of boxes) {
+            if (box.height > 0)
+                return box;
+        }
+        return null;
+    };
+
+    // The box of the first thing in the element that is seen: a character, an image, a rule.
+    function firstVisibleBox(element) {
+        const range = new Range();
+        const nodes = Document.prototype.createTreeWalker.call(
+            document, element, NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT);
+        for (let seen = 0; seen < mostNodesLookedAt && nodes.nextNode(); ++seen) {
+            const node = nodes.currentNode;
+            let box = null;
+            if (node.nodeType === Node.TEXT_NODE) {
+                const start = node.data.search(/\S/);
+                if (start < 0)
+                    continue;
+                range.setStart(node, start);
+                range.setEnd(node, start + 1);
+                box = firstBox(range.getClientRects());
+            } else if (replacedElements.test(node.localName))
+                box = firstBox(Element.prototype.getClientRects.call(node));
+            if (box)
+                return box;
+        }
+        return Element.prototype.getClientRects.call(element)[0] || null;
+    }
+
+    // Column by column down to the element; missing where the engine's own answer holds.
+    function distanceDownTheText(element) {
+        const strip = columnStrip();
+        if (!strip || element === strip.body || !Node.prototype.contains.call(strip.body, element))
+            return undefined;
+        const box = firstVisibleBox(element);
+        if (!box)
+            return undefined;
+        const frame = Element.prototype.getBoundingClientRect.call(strip.body);
+        const across = strip.rightToLeft
+            ? frame.right - strip.paddingRight - box.right
+            : box.left - frame.left - strip.paddingLeft;
+        const column = Math.max(0, Math.floor((across + strip.gap / 2) / strip.step));
+        const down = Math.round(box.top - frame.top - strip.paddingTop);
+        const lowest = Math.ceil(strip.height) - 1;
+        return Math.round(column * strip.height) + Math.max(0, Math.min(down, lowest));
+    }
+
+    Object.defineProperty(HTMLElement.prototype, 'offsetTop', {
+        configurable: true,
+        enumerable: true,
+        get() {
+            const distance = distanceDownTheText(this);
+            return distance === undefined ? nativeOffsetTop.call(this) : distance;
+        },
+    });
+
+    // --- What the program wants to know ------------------------------------------------------------------------------
+
+    const takesKeys = (node) => node instanceof Element
+        && (/^(?:audio|button|input|select|summary|textarea|video)$/i.test(node.localName) || node.isContentEditable);
+
+    window.addEventListener('focusin', (event) => post('keys ' + (takesKeys(event.target) ? 1 : 0)), true);
+    window.addEventListener('focusout', () => post('keys 0'), true);
+    window.addEventListener('resize', () => post('size ' + innerWidth + ' ' + innerHeight), true);
+})();

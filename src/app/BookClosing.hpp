@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/LibraryState.hpp"
+
+namespace pagora {
+
+// Ends the reading: saves the position and the display settings of a reflowable book, and puts the library window back in
+// the reader's place. Main thread.
+class BookClosing {
+public:
+    BookClosing(const Platform& platform, LibraryState& state) : _platform(platform), _state(state) { }
+
+    void close();
+    // A window has left full screen: finishes a close that had to wait for it, or forgets full screen for the next book.
+    void windowDidExitFullScreen();
+
+private:
+    void closeReflowable();
+    void closeFixed();
+    void savePosition(EpubController& reader);
+    void showLibrary();
+    // Drops the window that was leaving full screen, from outside its own handling.
+    void dropLeavingWindow();
+
+    Platform _platform;
+    LibraryState& _state;
+    // Brings the library back when a window manager never reports the exit from full screen.
+    std::unique_ptr<RunLoop::Timer> _patience;
+};
+
+}

@@ -1,0 +1,188 @@
+#include "app/BookOpening.hpp"
+
+#include "epub/Unpacking.hpp"
+
+#include "platform/Files.hpp"
+#include "platform/Numbers.hpp"
+#include "platform/Path.hpp"
+
+namespace pagora {
+
+namespace {
+
+    constexpr const char* reflowable = "default";
+    constexpr const char* fixedLayout = "fixed";
+
+    std::string windowTitle(const BookInfo& book)
+    {
+        return "Pagora - " + book.title().value_or("(null)");
+    }
+
+}
+
+std::vector<ContentsEntry> tableOfContentFrom(const Value::Array& content)
+{
+    std::vector<ContentsEntry> entries;
+    for (const auto& point : content) {
+        const auto text = stringFrom(point.find("text"));
+        const auto src = stringFrom(point.find("src"));
+        if (!text || text->empty() || !src)
+            continue;
+        // A fragment may hold slashes; the target's last component carries it whole.
+        const auto hash = src->find('#');
+        const auto path = src->substr(0, hash);
+        const auto fragment = hash == std::string::npos ? "" : src->substr(hash);
+        const auto folder = addingPercentEscapes(deletingLastPathComponent(path));
+        const auto joinedPath = folder + "/" + lastPathComponent(path) + fragment;
+        if (const auto url = Url::fromString(addingPercentEscapes(joinedPath)))
+            entries.push_back({ text, *url, low32(static_cast<std::uint64_t>(integerFrom(point.find("level")))) });
+    }
+    return entries;
+}
+
+BookOpening::BookOpening(const Platform& platform, LibraryState& state, ReaderHub& readerHub, ScriptResources scripts)
+    : _platform(platform)
+    , _state(state)
+    , _readerHub(readerHub)
+    , _scripts(std::move(scripts))
+{
+}
+
+BookOpening::~BookOpening()
+{
+    _stop.request_stop();
+}
+
+void BookOpening::open(const BookInfoPtr& book)
+{
+    cancel();
+    _stop = {};
+    _opening = run(book);
+}
+
+void BookOpening::cancel()
+{
+    _stop.request_stop();
+    _opening = {};
+}
+
+Task<void> BookOpening::run(BookInfoPtr book)
+{
+    _state.exitedByCode = false;
+    _state.inCloseEpubMethod = false;
+    if (!book)
+        co_return;
+    _state.currentBook = book;
+    if (!book->epubPath() || !fileExists(*book->epubPath())) {
+        _platform.libraryWindow.runAlertPanel("ERROR", "ePub does not exists!", "OK");
+        co_return;
+    }
+    const auto type = book->type();
+    if (type == reflowable)
+        showReflowableReader(*book);
+    else if (type == fixedLayout)
+        showFixedReader(*book);
+    _platform.libraryWindow.mainWindow().orderOut();
+    auto tableOfContent = tableOfContentFrom(book->content().value_or(Value::Array {}));
+    if (!isUnpacked(book))
+        co_await unpack(book);
+    _platform.workspace.noteNewRecentDocumentURL(Url::file(*book->epubPath()));
+
+    auto* window = readerWindow();
+    if (!window)
+        co_return;
+    // The readers measure the page view, which has its size once the window is on screen.
+    co_await window->laidOut();
+    if (type == reflowable)
+        _state._epubWindowController->_epubController()->loadSplits(book->files(), tableOfContent);
+    else
+        _state._fixedWindowController->_fixedController()->loadSplits(book->files(), tableOfContent);
+    if (_state.fullScreenMode)
+        window->toggleFullScreen();
+}
+
+Window* BookOpening::readerWindow() const
+{
+    const auto type = _state.currentBook->type();
+    if (type == reflowable && _state._epubWindowController)
+        return &_state._epubWindowController->window();
+    if (type == fixedLayout && _state._fixedWindowController)
+        return &_state._fixedWindowController->window();
+    return nullptr;
+}
+
+void BookOpening::showReflowableReader(BookInfo& book)
+{
+    _state._epubWindowController = std::make_unique<EpubWindowController>(
+        _platform.readerWindows.makeEpubWindow(), _state.reader, _platform.runLoop, _readerHub);
+    auto& controller = *_state._epubWindowController;
+    auto& window = controller.window();
+    window.setTitle(windowTitle(book));
+    window.setFrame(_platform.libraryWindow.mainWindow().frame());
+    if (book.bookPath())
+        controller.webView().setBookFolder(*book.bookPath());
+    _state.fullScreenMode = _state.epubWinInFullScreen;
+
+    auto& reader = *controller._epubController();
+    const auto& settings = _state.settings;
+    if (settings.curFontName)
+        reader.setCurrentFont(settings.curFontName);
+    if (settings.curFontSize >= 0)
+        reader.setCurrentFontSize(settings.curFontSize);
+    if (settings.curNumOfColumns >= 0)
+        reader.setNumberOfColumns(settings.curNumOfColumns);
+    if (settings.curColorOption >= 0)
+        reader.setCurrentColorOption(settings.curColorOption);
+    reader.bgView().setFillColor(reader.getBackgroundColorFor(settings.curColorOption));
+
+    _state.curStorageIndex = book.lastIndex();
+    _state.curStorageCap = static_cast<float>(book.lastCap());
+    reader.setActiveSplitIndex(_state.curStorageIndex);
+    reader.setReadAmount(_state.curStorageCap);
+    if (const auto place = book.lastPlace(); place && book.lastCap() == 0 && *place > 0 && *place < 1) {
+        reader.setReadAmount(static_cast<float>(*place));
+        reader.setPlaceToKeep(place);
+    }
+    window.makeKeyAndOrderFront();
+}
+
+void BookOpening::showFixedReader(BookInfo& book)
+{
+    _state._fixedWindowController = std::make_unique<FixedLayoutWindowController>(
+        _platform.readerWindows.makeFixedWindow(), _state.reader, _platform.runLoop, _readerHub, _scripts);
+    auto& controller = *_state._fixedWindowController;
+    if (book.bookPath())
+        controller.webView().setBookFolder(*book.bookPath());
+    auto& window = controller.window();
+    window.setTitle(windowTitle(book));
+    window.setFrame(_platform.libraryWindow.mainWindow().frame());
+    window.makeKeyAndOrderFront();
+}
+
+bool BookOpening::isUnpacked(const BookInfoPtr& book) const
+{
+    const auto owner = _unpackedInto.find(book->bookPath().value_or(""));
+    return book->unPacked() && owner != _unpackedInto.end() && owner->second.lock() == book;
+}
+
+Task<void> BookOpening::unpack(BookInfoPtr book)
+{
+    if (!book->bookPath())
+        co_return;
+    const auto folder = *book->bookPath();
+    _unpackedInto.erase(folder);
+    book->setUnPacked(false);
+    co_await _platform.runLoop.performInBackground(
+        [lock = _unpacking, stop = _stop.get_token(), archive = *book->epubPath(), folder] {
+            std::scoped_lock unpacking(*lock);
+            if (stop.stop_requested())
+                return;
+            removeItem(folder);
+            createFolder(folder);
+            unZipBook(archive, folder, stop);
+        });
+    book->setUnPacked(true);
+    _unpackedInto[folder] = book;
+}
+
+}

@@ -1,0 +1,261 @@
+#include "app/MainController.hpp"
+
+#include "platform/Log.hpp"
+#include "platform/Path.hpp"
+
+#include <unistd.h>
+
+namespace pagora {
+
+namespace {
+
+    // Lets the window and the files that the desktop hands over settle first.
+    constexpr double launchDelay = 0.05;
+
+    constexpr const char* importMessage = "Choose epub file(s) for import to Pagora Library";
+
+    ImportOutlets importOutlets(LibraryWindow& window)
+    {
+        return { window.processIndicator(), window.progressBar(), window.procText(), window.stopButton(),
+                 window.indicatorWindow(), window.errorWin(), window.errorList() };
+    }
+
+}
+
+MainController::MainController(const Platform& platform, ScriptResources scripts)
+    : _platform(platform)
+    , _views(platform.libraryWindow, *this, [this] { return _state.catalogue.bookList(); })
+    , _import(*this, importOutlets(platform.libraryWindow))
+    , _opening(platform, _state, *this, std::move(scripts))
+    , _closing(platform, _state)
+    , _monitor(platform.libraryWindow, _views, [] { })
+{
+    LibraryWindowActions actions;
+    actions.windowShouldClose = [this] { return windowShouldClose(); };
+    actions.readBook = [this] { sendDoubleClick(); };
+    actions.bookListMode = [this] { bookListMode(); };
+    actions.importDialog = [this] { importDialog(); };
+    actions.cancelProcess = [this] { cancelProcess(); };
+    actions.openSettings = [this] { openSettings(); };
+    actions.saveSettings = [this] { saveSettings(); };
+    platform.libraryWindow.setActions(std::move(actions));
+}
+
+MainController::~MainController() = default;
+
+void MainController::applicationWillFinishLaunching()
+{
+    _state._PagoraLaunched = false;
+    _state._initProcessing = true;
+}
+
+void MainController::applicationDidFinishLaunching()
+{
+    _monitor.install();
+    _state._PagoraLaunched = true;
+    _state._singleEpub = false;
+    _launchDelay = _platform.runLoop.performAfterDelay(launchDelay, [this] { keep(finishPagoraInit()); });
+}
+
+Task<void> MainController::finishPagoraInit()
+{
+    StartUp startUp(_platform, _state, _views, _import);
+    co_await startUp.initPagoraData();
+    const auto files = std::exchange(_state._filesToOpenByApp, std::nullopt).value_or(std::vector<std::string> {});
+    if (!files.empty()) {
+        co_await _platform.runLoop.performInBackground(
+            [this, files] { _import.booksFromFilesArray(files, HandedOver::Yes); });
+        refreshBookView();
+        _import.showFaultyBooks();
+        if (files.size() == 1)
+            sendDoubleClick(_state.catalogue.lastBook());
+    }
+    for (auto& request : std::exchange(_openRequests, {}))
+        openFiles(std::move(request));
+}
+
+void MainController::applicationWillTerminate()
+{
+    _monitor.remove();
+}
+
+bool MainController::windowShouldClose()
+{
+    _platform.libraryWindow.terminate();
+    return true;
+}
+
+void MainController::applicationWasReopened()
+{
+    if (_state._epubWindowController)
+        _state._epubWindowController->window().makeKeyAndOrderFront();
+    else if (_state._fixedWindowController)
+        _state._fixedWindowController->window().makeKeyAndOrderFront();
+    else
+        mainWindow().makeKeyAndOrderFront();
+}
+
+void MainController::keep(Task<void> task)
+{
+    _tasks.remove_if([](const Task<void>& kept) { return kept.done(); });
+    if (!task.done())
+        _tasks.push_back(std::move(task));
+}
+
+void MainController::openFiles(std::vector<std::string> paths)
+{
+    if (_state._PagoraLaunched && _state._initProcessing) {
+        _openRequests.push_back(std::move(paths));
+        return;
+    }
+    _state._filesToOpenByApp = paths;
+    if (_state._PagoraLaunched)
+        keep(openHandedOver(std::move(paths)));
+}
+
+Task<void> MainController::openHandedOver(std::vector<std::string> paths)
+{
+    if (paths.size() == 1)
+        co_await openSingle(paths.front());
+    else if (paths.size() > 1) {
+        co_await _platform.runLoop.performInBackground(
+            [this, paths] { _import.booksFromFilesArray(paths, HandedOver::Yes); });
+        refreshBookView();
+    }
+    _state._filesToOpenByApp = std::nullopt;
+}
+
+Task<void> MainController::openSingle(std::string path)
+{
+    // What is being read keeps its place before its reader is replaced.
+    if (aBookIsOpen())
+        _closeEPUB();
+    struct Outcome {
+        BookInfoPtr book;
+        bool copied = false;
+    };
+    const auto outcome = std::make_shared<Outcome>();
+    co_await _platform.runLoop.performInBackground(
+        [this, path, outcome] { outcome->book = _import.bookFromSingleFile(path, outcome->copied); });
+    _import.showFaultyBooks();
+    if (!outcome->book)
+        co_return;
+    if (aBookIsOpen())
+        _closeEPUB();
+    _state._singleEpub = true;
+    _state.singleEpubWasCopied = outcome->copied;
+    _opening.open(outcome->book);
+}
+
+bool MainController::aBookIsOpen() const
+{
+    return _state._epubWindowController || _state._fixedWindowController;
+}
+
+void MainController::importDialog()
+{
+    filesLoadingWithMessage(importMessage);
+}
+
+void MainController::filesLoadingWithMessage(const std::string& message)
+{
+    const bool multiple = message.find("import") != std::string::npos;
+    auto& defaults = _platform.defaults;
+    if (defaults.boolForKey(defaults_keys::Default)) {
+        if (chdir(_platform.program.homeFolder.c_str()) != 0)
+            log("The home folder cannot be entered.");
+        defaults.setObject(defaults_keys::Default, false);
+        defaults.synchronize();
+    }
+    _platform.libraryWindow.runOpenPanel(
+        message, multiple, [this, multiple](const std::optional<std::vector<std::string>>& chosen) {
+            if (!chosen)
+                return;
+            if (chosen->empty())
+                log("ERROR ( importDialog ): No file to open");
+            else if (multiple)
+                keep(processInBackground(*chosen));
+        });
+}
+
+Task<void> MainController::processInBackground(std::vector<std::string> files)
+{
+    co_await _platform.runLoop.performInBackground([this, files] { _import.process_Epubs(files); });
+}
+
+BookInfoPtr MainController::getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors)
+{
+    return EpubInspection(*this).getBookInfo(archivePath, stopOnErrors);
+}
+
+void MainController::showAlert(const std::string& message, const std::string& description)
+{
+    _platform.libraryWindow.runAlertPanel(message, description, "OK");
+}
+
+void MainController::openSettings()
+{
+    auto& window = _platform.libraryWindow;
+    const auto mode = _platform.defaults.stringForKey(defaults_keys::DragDropMode);
+    auto& matrix = window.dragDropMatrix();
+    const auto selectTag = [&matrix](int tag) {
+        for (int row = 0; row < 2; ++row) {
+            if (matrix.tag(row) == tag)
+                matrix.setSelectedSegment(row);
+        }
+    };
+    if (mode == "Copy")
+        selectTag(1);
+    else if (mode == "Move")
+        selectTag(2);
+    window.settingsWin().makeKeyAndOrderFront();
+}
+
+void MainController::saveSettings()
+{
+    auto& window = _platform.libraryWindow;
+    const char* mode = window.dragDropMatrix().selectedSegment() == 1 ? "Move" : "Copy";
+    _platform.defaults.setObject(defaults_keys::DragDropMode, mode);
+    _platform.defaults.synchronize();
+    window.settingsWin().orderOut();
+}
+
+void MainController::timerFinish()
+{
+    _platform.libraryWindow.indicatorWindow().orderOut();
+}
+
+void MainController::refreshBookView()
+{
+    _views.refreshBookView(_state.catalogue.bookList());
+}
+
+void MainController::sendDoubleClick(const BookInfoPtr& book)
+{
+    if (aBookIsOpen())
+        _closeEPUB();
+    _opening.open(book);
+}
+
+void MainController::sendDoubleClick()
+{
+    const auto* active = _views.activeViewController();
+    if (!active)
+        return;
+    const auto selected = active->books().selectedObjects();
+    sendDoubleClick(selected.empty() ? nullptr : selected.front());
+}
+
+void MainController::_closeEPUB()
+{
+    _opening.cancel();
+    _closing.close();
+}
+
+void MainController::windowDidExitFullScreen()
+{
+    if (_monitor.observesFullScreen())
+        _closing.windowDidExitFullScreen();
+}
+
+}

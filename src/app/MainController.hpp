@@ -1,0 +1,120 @@
+#pragma once
+
+#include "app/BookClosing.hpp"
+#include "app/BookOpening.hpp"
+#include "app/LibraryEventMonitor.hpp"
+#include "app/LibraryState.hpp"
+#include "app/StartUp.hpp"
+
+#include "epub/EpubImport.hpp"
+
+#include "library_views/LibraryHub.hpp"
+#include "library_views/LibraryViews.hpp"
+
+#include "platform/Task.hpp"
+
+#include "reader/ReaderHub.hpp"
+
+#include <list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// The hub: the program's delegate and owner of the catalogue, the library views and the reader windows, which reach it
+// through the narrow interfaces that they declare. Main thread, save for what the import calls.
+class MainController : public LibraryHub, public ReaderHub, public ImportHub {
+public:
+    MainController(const Platform& platform, ScriptResources scripts);
+    ~MainController() override;
+
+    // The launch, in the order in which the desktop calls.
+    void applicationWillFinishLaunching();
+    void applicationDidFinishLaunching();
+    void applicationWillTerminate();
+    bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
+    // The library window is asked to close: the program ends with it.
+    bool windowShouldClose();
+    // The program was started again while it runs: its window comes to the front.
+    void applicationWasReopened();
+
+    // Files that the desktop hands over, as absolute paths.
+    bool openFile(const std::string& path) { return true; }
+    void openFiles(std::vector<std::string> paths);
+
+    void importDialog();
+    // Lets the user choose files; with a message about import, those chosen are imported, otherwise nothing is done with
+    // them.
+    void filesLoadingWithMessage(const std::string& message);
+    void draggedEpubs(std::vector<std::string> files) { _import.draggedEpubs(std::move(files)); }
+    void cancelProcess() { _import.cancelProcess(); }
+    BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
+    // Shows an alert with a message and more on it; nothing in the program calls it.
+    void showAlert(const std::string& message, const std::string& description);
+
+    void openSettings();
+    void saveSettings();
+
+    // Hides the progress window.
+    void timerFinish();
+    void timerFireMethod() { }
+
+    void takeImageView() { _views.takeImageView(); }
+    void takeTableView() { _views.takeTableView(); }
+    void bookListMode() { _views.bookListMode(); }
+    void refreshBookView() override;
+
+    // Opens the record, or the first selected one of the library view that is shown.
+    void sendDoubleClick(const BookInfoPtr& book);
+    void sendDoubleClick() override;
+    void _closeEPUB() override;
+
+    LibraryState& state() { return _state; }
+    LibraryViews& views() { return _views; }
+    LibraryEventMonitor& eventMonitor() { return _monitor; }
+    EpubImport& import() { return _import; }
+    const BookInfoPtr& currentBook() const { return _state.currentBook; }
+
+    Window& mainWindow() override { return _platform.libraryWindow.mainWindow(); }
+    bool fullScreenMode() const override { return _state.fullScreenMode; }
+    void setFullScreenMode(bool fullScreen) override { _state.fullScreenMode = fullScreen; }
+    bool inCloseEpubMethod() const override { return _state.inCloseEpubMethod; }
+    void setInCloseEpubMethod(bool closing) override { _state.inCloseEpubMethod = closing; }
+    void windowDidExitFullScreen() override;
+    void openURL(const Url& url) override { _platform.workspace.openURL(url); }
+
+    const LibraryFolders& folders() const override { return _state.folders; }
+    void addFaultyBook(const std::string& line) override { _state.faultyBooks.add(line); }
+    void set_bookInfo(BookInfoPtr book) override { _state._bookInfo = std::move(book); }
+    void set_epubPath(const std::string& path) override { _state._epubPath = path; }
+    Catalogue& catalogue() override { return _state.catalogue; }
+    UserDefaults& defaults() override { return _platform.defaults; }
+    Workspace& workspace() override { return _platform.workspace; }
+    RunLoop& runLoop() override { return _platform.runLoop; }
+    FaultyBooks& faultyBooks() override { return _state.faultyBooks; }
+
+private:
+    Task<void> finishPagoraInit();
+    Task<void> openHandedOver(std::vector<std::string> paths);
+    Task<void> openSingle(std::string path);
+    Task<void> processInBackground(std::vector<std::string> files);
+    // Keeps a task until it is done.
+    void keep(Task<void> task);
+    bool aBookIsOpen() const;
+
+    Platform _platform;
+    LibraryState _state;
+    LibraryViews _views;
+    EpubImport _import;
+    BookOpening _opening;
+    BookClosing _closing;
+    LibraryEventMonitor _monitor;
+    std::unique_ptr<RunLoop::Timer> _launchDelay;
+    // Files handed over while the launch is still at work; they are taken up when it is done.
+    std::vector<std::vector<std::string>> _openRequests;
+    std::list<Task<void>> _tasks;
+};
+
+}

@@ -1,0 +1,120 @@
+#include "app/StartUp.hpp"
+
+#include "platform/Files.hpp"
+#include "platform/Log.hpp"
+#include "platform/Path.hpp"
+
+namespace pagora {
+
+using namespace defaults_keys;
+
+StartUp::StartUp(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import)
+    : _platform(platform)
+    , _state(state)
+    , _views(views)
+    , _import(import)
+{
+}
+
+Task<void> StartUp::initPagoraData()
+{
+    auto& window = _platform.libraryWindow;
+    const auto& program = _platform.program;
+    layOutLibraryFolder();
+    const auto files = libraryFiles();
+    window.activateIgnoringOtherApps();
+    if (!files.empty()) {
+        window.indicatorWindow().center();
+        window.indicatorWindow().orderFront();
+    }
+    _views.showFirstView();
+    _state.fullScreenMode = false;
+    _state.folders.tempPath = appendingPathComponent(program.cachesFolder, program.bundleIdentifier);
+    checkVersion();
+    loadCatalogue();
+    co_await renewTemporaryFolder();
+    storeStartUpDefaults(_platform.defaults);
+    _platform.defaults.setObject(BundleVersion, program.bundleVersion);
+    _platform.defaults.synchronize();
+    _state.settings = ReaderSettings::load(_platform.defaults);
+    _state.folders._booksPath = appendingPathComponent(_state.folders.tempPath, "_books");
+    _state.folders._dataPath = appendingPathComponent(_state.folders.tempPath, "_data");
+    if (auto* menu = window.toolBarMenu())
+        pagora::trimToolbarMenu(*menu);
+
+    if (!files.empty())
+        co_await _platform.runLoop.performInBackground([this, files] { _import.booksFromFilesArray(files); });
+    window.indicatorWindow().orderOut();
+    _views.refreshBookView(_state.catalogue.bookList());
+    if (const auto lines = _state.faultyBooks.takeAll(); !lines.empty()) {
+        window.errorList().setStringValue(joined(lines, "\n"));
+        window.errorWin().orderFront();
+    }
+    _state._initProcessing = false;
+    _platform.defaults.setObject(PreviousSuccessfulLaunch, true);
+}
+
+void StartUp::layOutLibraryFolder()
+{
+    auto& libPath = _state.folders.libPath;
+    libPath = appendingPathComponent(_platform.program.documentsFolder, "ePubLibrary");
+    if (fileExists(libPath))
+        return;
+    std::string error;
+    if (!createFolder(libPath, &error))
+        log("ERROR: " + error);
+}
+
+std::vector<std::string> StartUp::libraryFiles() const
+{
+    const auto& libPath = _state.folders.libPath;
+    std::vector<std::string> files;
+    for (const auto& name : folderEntries(libPath).value_or(std::vector<std::string> {})) {
+        if (pathExtension(name) == "epub")
+            files.push_back(appendingPathComponent(libPath, name));
+    }
+    return files;
+}
+
+void StartUp::checkVersion()
+{
+    auto& defaults = _platform.defaults;
+    const bool launchedWell = !defaults.hasKey(PreviousSuccessfulLaunch) || defaults.boolForKey(PreviousSuccessfulLaunch);
+    const auto storedVersion = launchedWell ? defaults.stringForKey(BundleVersion).value_or("") : "";
+    if (_platform.program.bundleVersion == storedVersion)
+        return;
+    for (const auto& key : defaults.allKeys())
+        defaults.removeObject(key);
+    defaults.synchronize();
+}
+
+void StartUp::loadCatalogue()
+{
+    _state.catalogue.clear();
+    _state.faultyBooks.takeAll();
+    const auto stored = _platform.defaults.objectForKey(BookData);
+    if (!stored || !stored->array() || stored->array()->empty())
+        return;
+    _state.catalogue.setBookData(*stored->array());
+    _state.catalogue.bookDataToList();
+}
+
+Task<void> StartUp::renewTemporaryFolder()
+{
+    co_await _platform.runLoop.performInBackground([tempPath = _state.folders.tempPath] {
+        if (fileExists(tempPath))
+            removeItem(tempPath);
+        createFolder(tempPath);
+    });
+}
+
+void trimToolbarMenu(Menu& menu)
+{
+    for (int index = 0; index < menu.numberOfItems(); ++index) {
+        if (index == 2 || index >= 4)
+            menu.setItemHidden(index, true);
+    }
+    menu.insertSeparator(2);
+}
+
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/LibraryState.hpp"
+
+#include "epub/EpubImport.hpp"
+
+#include "library_views/LibraryViews.hpp"
+
+#include "platform/Task.hpp"
+
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// The launch: lays out the folders, wipes stored state when the version changed, loads catalogue and settings, and brings
+// in what lies in the library folder. Long steps run in the background, so that the window lives meanwhile. Main thread.
+class StartUp {
+public:
+    StartUp(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);
+
+    Task<void> initPagoraData();
+
+private:
+    void layOutLibraryFolder();
+    std::vector<std::string> libraryFiles() const;
+    void checkVersion();
+    void loadCatalogue();
+    Task<void> renewTemporaryFolder();
+
+    Platform _platform;
+    LibraryState& _state;
+    LibraryViews& _views;
+    EpubImport& _import;
+};
+
+// Hides what is beyond the items 0, 1 and 3 of a toolbar's context menu and parts the third from the first two.
+void trimToolbarMenu(Menu& menu);
+
+}

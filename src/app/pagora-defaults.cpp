@@ -1,0 +1,36 @@
+#include "platform/DefaultsIndex.hpp"
+#include "platform/DefaultsRecovery.hpp"
+#include "platform/Json.hpp"
+#include "platform/UserFolders.hpp"
+
+#include <clocale>
+#include <cstdio>
+
+// pagora-defaults [KEY]: prints what Pagora has stored, as JSON: one object of all keys, or the value under KEY. It only
+// reads, also while Pagora runs.
+int main(int argc, char** argv)
+{
+    using namespace pagora;
+    std::setlocale(LC_ALL, "");
+    if (argc > 2) {
+        std::fputs("Usage: pagora-defaults [KEY]\n", stderr);
+        return 2;
+    }
+    std::string problem;
+    const auto values = readDefaults(defaultsFolder(), problem);
+    if (!values) {
+        std::fprintf(stderr, "pagora-defaults: %s\n", problem.c_str());
+        return 1;
+    }
+    std::string text;
+    if (argc == 1)
+        text = jsonText(*values);
+    else if (const Value* value = values->find(argv[1]))
+        text = jsonText(*value);
+    else {
+        std::fprintf(stderr, "pagora-defaults: nothing is stored under %s\n", argv[1]);
+        return 1;
+    }
+    std::puts(text.c_str());
+    return 0;
+}

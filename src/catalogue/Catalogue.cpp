@@ -1,0 +1,135 @@
+#include "catalogue/Catalogue.hpp"
+
+#include "catalogue/CatalogueEntry.hpp"
+#include "catalogue/Settings.hpp"
+
+#include "platform/Path.hpp"
+
+#include <algorithm>
+
+namespace pagora {
+
+void Catalogue::save(UserDefaults& defaults) const
+{
+    std::scoped_lock lock(_saving);
+    defaults.setObject(defaults_keys::BookData, bookData());
+    defaults.synchronize();
+}
+
+void Catalogue::setBookData(Value::Array bookData)
+{
+    std::scoped_lock lock(_mutex);
+    _bookData = std::move(bookData);
+}
+
+void Catalogue::bookDataToList()
+{
+    std::scoped_lock lock(_mutex);
+    if (_bookData.empty())
+        return;
+    _bookList.reserve(_bookData.size());
+    _epubLocations.reserve(_bookData.size());
+    for (const auto& entry : _bookData) {
+        auto book = bookFromEntry(entry);
+        _epubLocations.push_back(book->epubPath().value_or(""));
+        _bookList.push_back(std::move(book));
+    }
+    _sharedBookList = nullptr;
+}
+
+void Catalogue::clear()
+{
+    std::scoped_lock lock(_mutex);
+    _bookData.clear();
+    _bookList.clear();
+    _epubLocations.clear();
+    _sharedBookList = nullptr;
+}
+
+void Catalogue::append(const BookInfoPtr& book, Value entry, std::string location)
+{
+    std::scoped_lock lock(_mutex);
+    _bookList.push_back(book);
+    _bookData.push_back(std::move(entry));
+    _epubLocations.push_back(std::move(location));
+    _sharedBookList = nullptr;
+}
+
+void Catalogue::removeAt(std::size_t index)
+{
+    std::scoped_lock lock(_mutex);
+    if (index >= _bookData.size())
+        return;
+    const auto offset = static_cast<std::ptrdiff_t>(index);
+    _bookData.erase(_bookData.begin() + offset);
+    _bookList.erase(_bookList.begin() + offset);
+    _epubLocations.erase(_epubLocations.begin() + offset);
+    _sharedBookList = nullptr;
+}
+
+std::optional<std::size_t> Catalogue::indexOf(const BookInfoPtr& book) const
+{
+    const auto found = std::find(_bookList.begin(), _bookList.end(), book);
+    if (found == _bookList.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - _bookList.begin());
+}
+
+bool Catalogue::replaceEntry(const BookInfoPtr& book, Value entry)
+{
+    std::scoped_lock lock(_mutex);
+    const auto index = indexOf(book);
+    if (!index)
+        return false;
+    _bookData[*index] = std::move(entry);
+    return true;
+}
+
+std::size_t Catalogue::count() const
+{
+    std::scoped_lock lock(_mutex);
+    return _bookData.size();
+}
+
+Value Catalogue::bookData() const
+{
+    std::scoped_lock lock(_mutex);
+    return _bookData;
+}
+
+std::shared_ptr<const std::vector<BookInfoPtr>> Catalogue::bookList() const
+{
+    std::scoped_lock lock(_mutex);
+    if (!_sharedBookList)
+        _sharedBookList = std::make_shared<const std::vector<BookInfoPtr>>(_bookList);
+    return _sharedBookList;
+}
+
+BookInfoPtr Catalogue::lastBook() const
+{
+    std::scoped_lock lock(_mutex);
+    return _bookList.empty() ? nullptr : _bookList.back();
+}
+
+std::vector<std::string> Catalogue::epubLocations() const
+{
+    std::scoped_lock lock(_mutex);
+    return _epubLocations;
+}
+
+std::string Catalogue::knownNames() const
+{
+    std::scoped_lock lock(_mutex);
+    return joined(_epubLocations, " ## ");
+}
+
+std::optional<Value> Catalogue::entryOf(const BookInfoPtr& book) const
+{
+    std::scoped_lock lock(_mutex);
+    const auto index = indexOf(book);
+    if (!index)
+        return std::nullopt;
+    return _bookData[*index];
+}
+
+}

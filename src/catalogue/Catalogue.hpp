@@ -1,0 +1,63 @@
+#pragma once
+
+#include "catalogue/BookInfo.hpp"
+
+#include "platform/UserDefaults.hpp"
+#include "platform/Value.hpp"
+
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// The library's books as three parallel arrays: stored entries (`bookData`), records (`bookList`) and archive locations
+// (`epubLocations`, for the test whether a file is in the library).
+//
+// Invariant: the arrays have the same length and order; every change is made at one index of all three.
+//
+// Any thread; readers get copies or immutable lists.
+class Catalogue {
+public:
+    // Stores the whole catalogue under "BookData" and flushes. Saves from several threads keep their order.
+    void save(UserDefaults& defaults) const;
+
+    // Takes the stored array over; entries become records with `bookDataToList`.
+    void setBookData(Value::Array bookData);
+    // Appends one record and one location for each stored entry.
+    void bookDataToList();
+    void clear();
+
+    // Appends a book at the end of all three arrays. `location` is its archive's file name.
+    void append(const BookInfoPtr& book, Value entry, std::string location);
+    void removeAt(std::size_t index);
+    // Puts the record and its stored entry back at the record's index; false when the record is not in the catalogue.
+    bool replaceEntry(const BookInfoPtr& book, Value entry);
+
+    std::size_t count() const;
+    // The stored catalogue, to be written whole.
+    Value bookData() const;
+    // One list, shared until the catalogue changes.
+    std::shared_ptr<const std::vector<BookInfoPtr>> bookList() const;
+    BookInfoPtr lastBook() const;
+    std::vector<std::string> epubLocations() const;
+    // The locations in one text, joined with " ## ".
+    std::string knownNames() const;
+    // The stored entry of a record, by its identity; missing when it is not in the catalogue.
+    std::optional<Value> entryOf(const BookInfoPtr& book) const;
+
+private:
+    std::optional<std::size_t> indexOf(const BookInfoPtr& book) const;
+
+    mutable std::mutex _mutex;
+    mutable std::mutex _saving;
+    Value::Array _bookData;
+    std::vector<BookInfoPtr> _bookList;
+    std::vector<std::string> _epubLocations;
+    mutable std::shared_ptr<const std::vector<BookInfoPtr>> _sharedBookList;
+};
+
+}

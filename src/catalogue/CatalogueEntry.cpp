@@ -1,0 +1,115 @@
+#include "catalogue/CatalogueEntry.hpp"
+
+#include "platform/Numbers.hpp"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace pagora {
+
+namespace {
+
+    std::optional<Value> number(std::uint64_t field)
+    {
+        return Value(static_cast<std::int64_t>(low32(field)));
+    }
+
+    template <typename Field>
+    std::optional<Value> present(const std::optional<Field>& field)
+    {
+        if (!field)
+            return std::nullopt;
+        return Value(*field);
+    }
+
+    std::uint64_t storedNumber(const Value& entry, const char* key)
+    {
+        const auto bits = static_cast<std::uint64_t>(integerFrom(entry.find(key)));
+        return static_cast<std::uint64_t>(static_cast<std::int64_t>(low32(bits)));
+    }
+
+}
+
+Value entryFromBook(const BookInfo& book)
+{
+    using namespace entry_keys;
+    const std::pair<const char*, std::optional<Value>> fields[] = {
+        { Type, present(book.type()) },
+        { ePubPath, present(book.epubPath()) },
+        { Title, present(book.title()) },
+        { Author, present(book.author()) },
+        { ISBN, present(book.isbn()) },
+        { CoverImage, present(book.imgData()) },
+        { LastInd, number(book.lastIndex()) },
+        { LastCap, number(book.lastCap()) },
+        { fixedWidth, number(book.fixedWidth()) },
+        { fixedHeight, number(book.fixedHeight()) },
+    };
+    Value::Dictionary entry;
+    for (const auto& [key, value] : fields) {
+        if (!value)
+            break;
+        entry.emplace(key, *value);
+    }
+    Value::Array paths;
+    for (const auto& file : book.files())
+        paths.emplace_back(file.path());
+    entry.emplace(Files, std::move(paths));
+    entry.emplace(Content, book.content().value_or(Value::Array {}));
+    if (book.bookPath())
+        entry.emplace(BookLoc, *book.bookPath());
+    return entry;
+}
+
+BookInfoPtr bookFromEntry(const Value& entry)
+{
+    using namespace entry_keys;
+    auto book = std::make_shared<BookInfo>();
+    book->setType(stringFrom(entry.find(Type)));
+    book->setEpubPath(stringFrom(entry.find(ePubPath)));
+    book->setTitle(stringFrom(entry.find(Title)));
+    book->setAuthor(stringFrom(entry.find(Author)));
+    book->setIsbn(stringFrom(entry.find(ISBN)));
+    const auto* cover = entry.find(CoverImage);
+    if (cover && cover->data())
+        book->setImgData(*cover->data());
+    book->setLastIndex(storedNumber(entry, LastInd));
+    book->setLastCap(storedNumber(entry, LastCap));
+    const auto* place = entry.find(LastPlace);
+    if (place)
+        book->setLastPlace(realFrom(place));
+    const auto* content = entry.find(Content);
+    if (content && content->array())
+        book->setContent(*content->array());
+    else
+        book->setContent(std::nullopt);
+    std::vector<Url> urls;
+    if (const auto* files = entry.find(Files); files && files->array()) {
+        for (const auto& path : *files->array()) {
+            if (const auto* text = path.string())
+                urls.push_back(Url::file(*text));
+        }
+    }
+    book->setFiles(std::move(urls));
+    book->setBookPath(stringFrom(entry.find(BookLoc)));
+    book->setFixedWidth(storedNumber(entry, fixedWidth));
+    book->setFixedHeight(storedNumber(entry, fixedHeight));
+    return book;
+}
+
+Value entryWithPosition(const Value& entry, std::uint64_t lastIndex, std::uint64_t lastCap,
+                        std::optional<double> lastPlace)
+{
+    using namespace entry_keys;
+    Value::Dictionary changed;
+    if (const auto* stored = entry.dictionary())
+        changed = *stored;
+    changed.insert_or_assign(LastInd, static_cast<std::int64_t>(lastIndex));
+    changed.insert_or_assign(LastCap, static_cast<std::int64_t>(lastCap));
+    if (lastPlace)
+        changed.insert_or_assign(LastPlace, *lastPlace);
+    return changed;
+}
+
+}

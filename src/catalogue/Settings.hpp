@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/UserDefaults.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace pagora {
+
+// The keys of the defaults store.
+namespace defaults_keys {
+    inline constexpr const char* BookData = "BookData";
+    inline constexpr const char* BundleVersion = "BundleVersion";
+    inline constexpr const char* PreviousSuccessfulLaunch = "PreviousSuccessfulLaunch";
+    inline constexpr const char* DragDropMode = "DragDropMode";
+    inline constexpr const char* Default = "Default";
+    inline constexpr const char* FontName = "FontName";
+    inline constexpr const char* FontSize = "FontSize";
+    inline constexpr const char* Columns = "Columns";
+    inline constexpr const char* Background = "Background";
+}
+
+// The reader's display settings as last used. Unset numbers are -1, an unset font is missing. Main thread.
+struct ReaderSettings {
+    std::optional<std::string> curFontName;
+    float curFontSize = -1;
+    std::int32_t curNumOfColumns = -1;
+    std::int32_t curColorOption = -1;
+
+    static ReaderSettings load(const UserDefaults& defaults);
+    void store(UserDefaults& defaults) const;
+};
+
+// Stores "Default" and "DragDropMode" where they are absent.
+void storeStartUpDefaults(UserDefaults& defaults);
+
+}

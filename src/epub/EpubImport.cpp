@@ -1,0 +1,167 @@
+#include "epub/EpubImport.hpp"
+
+#include "catalogue/CatalogueEntry.hpp"
+#include "catalogue/Settings.hpp"
+
+#include "platform/CopyIntoFolder.hpp"
+#include "platform/Files.hpp"
+#include "platform/Path.hpp"
+
+#include <algorithm>
+
+namespace pagora {
+
+namespace {
+    constexpr const char* copyMode = "Copy";
+    constexpr const char* moveMode = "Move";
+    // What is on a mounted volume is copied and left there.
+    constexpr const char* mountedVolume = "/Volume";
+}
+
+EpubImport::EpubImport(ImportHub& hub, const ImportOutlets& outlets)
+    : _mainController(hub)
+    , _outlets(outlets)
+    , _inspection(hub)
+{
+}
+
+void EpubImport::onMainThread(std::function<void()> work)
+{
+    auto& runLoop = _mainController.runLoop();
+    if (runLoop.isMainThread())
+        work();
+    else
+        runLoop.postToMainThread(std::move(work));
+}
+
+void EpubImport::beginProgress(std::size_t count)
+{
+    onMainThread([outlets = _outlets, count] {
+        outlets.processIndicator.setMaxValue(static_cast<double>(count));
+        if (outlets.indicatorWindow.isVisible())
+            return;
+        outlets.progressBar.setMinValue(0);
+        outlets.progressBar.setMaxValue(static_cast<double>(count));
+        outlets.progressBar.setHidden(false);
+        outlets.procText.setHidden(false);
+        outlets.stopButton.setHidden(false);
+    });
+}
+
+void EpubImport::showProgress(std::size_t index, std::size_t count)
+{
+    onMainThread([outlets = _outlets, index, count] {
+        outlets.processIndicator.setDoubleValue(static_cast<double>(index + 1));
+        outlets.progressBar.setDoubleValue(static_cast<double>(index + 1));
+        outlets.procText.setStringValue(std::to_string(index + 1) + " of " + std::to_string(count));
+    });
+}
+
+void EpubImport::endProgress()
+{
+    onMainThread([outlets = _outlets] {
+        outlets.progressBar.setHidden(true);
+        outlets.procText.setHidden(true);
+        outlets.stopButton.setHidden(true);
+    });
+}
+
+void EpubImport::draggedEpubs(std::vector<std::string> files)
+{
+    if (files.empty())
+        return;
+    _mainController.runLoop().performInBackground([this, files = std::move(files)] { process_Epubs(files); });
+}
+
+void EpubImport::process_Epubs(const std::vector<std::string>& files)
+{
+    const auto before = _mainController.catalogue().count();
+    booksFromFilesArray(files);
+    if (_mainController.catalogue().count() != before)
+        _mainController.runLoop().performOnMainThread([this] { _mainController.refreshBookView(); });
+    showFaultyBooks();
+}
+
+void EpubImport::showFaultyBooks()
+{
+    const auto lines = _mainController.faultyBooks().takeAll();
+    if (lines.empty())
+        return;
+    onMainThread([outlets = _outlets, text = joined(lines, "\n")] {
+        outlets.errorList.setStringValue(text);
+        outlets.errorWin.makeKeyAndOrderFront();
+    });
+}
+
+std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::string>& files, HandedOver handedOver)
+{
+    if (files.empty())
+        return {};
+    std::scoped_lock batch(_batch);
+    auto& catalogue = _mainController.catalogue();
+    const auto knownNames = catalogue.knownNames();
+    beginProgress(files.size());
+    _cancelled = false;
+    const auto mode = handedOver == HandedOver::Yes
+        ? copyMode
+        : _mainController.defaults().stringForKey(defaults_keys::DragDropMode).value_or("");
+
+    std::vector<std::string> imported;
+    for (std::size_t i = 0; i < files.size() && !_cancelled; ++i) {
+        showProgress(i, files.size());
+        std::scoped_lock inspecting(_inspecting);
+        const auto& scratch = _mainController.folders()._dataPath;
+        removeItem(scratch);
+        createFolder(scratch);
+        if (knownNames.find(lastPathComponent(files[i])) != std::string::npos)
+            continue;
+        const auto book = importFile(files[i], mode);
+        if (!book)
+            continue;
+        imported.push_back(*book->epubPath());
+        catalogue.append(book, entryFromBook(*book), lastPathComponent(*book->epubPath()));
+    }
+    endProgress();
+    if (!imported.empty())
+        catalogue.save(_mainController.defaults());
+    return imported;
+}
+
+BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& mode)
+{
+    auto book = _inspection.getBookInfo(file, StopOnErrors::Yes);
+    if (!book)
+        return nullptr;
+    const auto& libPath = _mainController.folders().libPath;
+    const auto folder = deletingLastPathComponent(file);
+    if (folder == libPath || (mode != copyMode && mode != moveMode))
+        return book;
+
+    const auto name = lastPathComponent(file);
+    const auto copies = _mainController.workspace().copyFiles(folder, libPath, { name });
+    const auto& copy = copies.front();
+    const auto destination = appendingPathComponent(libPath, copy.value_or(name));
+    if (mode == moveMode && copy && !file.starts_with(mountedVolume) && !isSameFile(file, destination))
+        removeItem(file);
+    book->setEpubPath(destination);
+    return book;
+}
+
+BookInfoPtr EpubImport::bookFromSingleFile(const std::string& path, bool& copied)
+{
+    copied = false;
+    std::scoped_lock inspecting(_inspecting);
+    auto book = _inspection.getBookInfo(path, StopOnErrors::Yes);
+    if (!book)
+        return nullptr;
+    const auto& libPath = _mainController.folders().libPath;
+    const auto name = lastPathComponent(path);
+    const auto before = folderEntries(libPath).value_or(std::vector<std::string> {});
+    const auto copies = _mainController.workspace().copyFiles(deletingLastPathComponent(path), libPath, { name });
+    const auto copy = copies.front().value_or(name);
+    copied = copies.front() && std::find(before.begin(), before.end(), copy) == before.end();
+    book->setEpubPath(appendingPathComponent(libPath, copy));
+    return book;
+}
+
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "catalogue/Catalogue.hpp"
+
+#include "epub/EpubInspection.hpp"
+#include "epub/FaultyBooks.hpp"
+
+#include "platform/Controls.hpp"
+#include "platform/RunLoop.hpp"
+#include "platform/UserDefaults.hpp"
+#include "platform/Window.hpp"
+#include "platform/Workspace.hpp"
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// What the import needs from the hub.
+class ImportHub : public InspectionHub {
+public:
+    virtual Catalogue& catalogue() = 0;
+    virtual UserDefaults& defaults() = 0;
+    virtual Workspace& workspace() = 0;
+    virtual RunLoop& runLoop() = 0;
+    virtual FaultyBooks& faultyBooks() = 0;
+    // Refills the library view that is shown. Main thread.
+    virtual void refreshBookView() = 0;
+};
+
+// The controls that show how an import is going and what it rejected.
+struct ImportOutlets {
+    ProgressIndicator& processIndicator;
+    ProgressIndicator& progressBar;
+    TextField& procText;
+    Button& stopButton;
+    Window& indicatorWindow;
+    Window& errorWin;
+    TextField& errorList;
+};
+
+// Whether the desktop handed the files over; such files are always copied.
+enum class HandedOver : bool { No, Yes };
+
+// Brings files into the library. A batch runs on whatever thread calls; batches wait for each other, and inspections too,
+// since they share one scratch folder. The controls are only touched on the main thread.
+class EpubImport {
+public:
+    EpubImport(ImportHub& hub, const ImportOutlets& outlets);
+
+    // Imports the files on a background thread and returns at once. Main thread.
+    void draggedEpubs(std::vector<std::string> files);
+
+    // Imports the files, refreshes the view when books came in, and shows what was rejected. Any thread.
+    void process_Epubs(const std::vector<std::string>& files);
+
+    // Imports the files that are not in the library yet, in order, until it is cancelled. The result is the archives'
+    // paths in the library. Any thread.
+    std::vector<std::string> booksFromFilesArray(const std::vector<std::string>& files,
+                                                 HandedOver handedOver = HandedOver::No);
+
+    // Stops the batch that runs before its next file. Any thread.
+    void cancelProcess() { _cancelled = true; }
+
+    // Inspects one file that is to be read and not catalogued, and copies it into the library folder for that reading;
+    // null when it was rejected. `copied` tells whether a copy was made that is not another book's archive. Any thread.
+    BookInfoPtr bookFromSingleFile(const std::string& path, bool& copied);
+
+    // Shows the rejection lines, if there are any, and forgets them. Any thread.
+    void showFaultyBooks();
+
+private:
+    void onMainThread(std::function<void()> work);
+    void beginProgress(std::size_t count);
+    void showProgress(std::size_t index, std::size_t count);
+    void endProgress();
+    // Null when the file is rejected.
+    BookInfoPtr importFile(const std::string& file, const std::string& mode);
+
+    ImportHub& _mainController;
+    ImportOutlets _outlets;
+    EpubInspection _inspection;
+    std::atomic<bool> _cancelled = false;
+    // A batch holds the first for its whole length, and the second while it inspects a file.
+    std::mutex _batch;
+    std::mutex _inspecting;
+};
+
+}

@@ -1,0 +1,259 @@
+#include "fixed/FixedEpubController.hpp"
+
+#include "platform/Log.hpp"
+#include "platform/Numbers.hpp"
+
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+    enum Tag : int { Previous = 0, Next = 1 };
+
+    // How long a page waits for its pictures before it is scaled and shown without them.
+    constexpr double patienceForResources = 2;
+    // How long the user's next action waits for a page.
+    constexpr double patienceForPage = 10;
+
+    constexpr const char* pageScripts[] = { "jquery-1.7.1.min", "rescaling" };
+
+}
+
+FixedEpubController::FixedEpubController(ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop,
+                                         ScriptResources scripts)
+    : _window(window)
+    , _hub(hub)
+    , _state(state)
+    , _runLoop(runLoop)
+    , _scripts(std::move(scripts))
+    , _location(window.locLabel(), window.locSlider())
+    , _contentsPane(window.tocView(), *this)
+    , _splitRules(window.mainSplitView(), SplitRules::FollowDivider::No, [] { })
+{
+    _window.webView().setDelegate(this);
+    _window.locSlider().setAction([this](EventType) { changePageTo(_window.locSlider().floatValue()); });
+    _window.goLeftButton().setAction([this] { changePage(Previous); });
+    _window.goRightButton().setAction([this] { changePage(Next); });
+}
+
+FixedEpubController::~FixedEpubController()
+{
+    _window.webView().setDelegate(nullptr);
+}
+
+void FixedEpubController::loadSplits(std::vector<Url> splits,
+                                     const std::optional<std::vector<ContentsEntry>>& tableOfContent)
+{
+    _contentsPane.removeAllLinks();
+    if (tableOfContent)
+        _contentsPane.loadTOC(*tableOfContent);
+    if (_numberOfColumns == 0)
+        _numberOfColumns = 1;
+    _bookSplits = std::move(splits);
+    if (_activeSplitIndex != 0 && !_bookSplits.empty())
+        _activeSplitIndex = 0;
+    _splitIndexDict.clear();
+    for (std::size_t i = 0; i < _bookSplits.size(); ++i)
+        _splitIndexDict[_bookSplits[i].lastPathComponent()] = i;
+    if (_activeSplitIndex < _bookSplits.size())
+        load(_bookSplits[_activeSplitIndex]);
+
+    for (auto* button : { &_window.goLeftButton(), &_window.goRightButton() }) {
+        button->setEnabled(true);
+        button->setHidden(false);
+    }
+    auto& slider = _location.slider();
+    slider.setMinValue(1);
+    slider.setMaxValue(static_cast<double>(_bookSplits.size()));
+    slider.setHidden(false);
+    showLocation();
+    _fixedWindowFitted = false;
+}
+
+void FixedEpubController::showLocation()
+{
+    _location.slider().setFloatValue(static_cast<float>(_activeSplitIndex + 1));
+    _location.setLabelMessage(std::to_string(_activeSplitIndex + 1) + " of " + std::to_string(_bookSplits.size()));
+}
+
+void FixedEpubController::load(const Url& url)
+{
+    _queue.holdActions();
+    _patience = _runLoop.performAfterDelay(patienceForPage, [this] { _queue.releaseActions(); });
+    _window.webView().loadRequest(url);
+}
+
+void FixedEpubController::changeChapter(const Url& url)
+{
+    _queue.enqueueAction([this, url]() -> Task<void> {
+        _window.webView().setHidden(true);
+        load(url);
+        co_return;
+    });
+}
+
+void FixedEpubController::loadPage(std::uint64_t index)
+{
+    _window.webView().setHidden(true);
+    load(_bookSplits[index]);
+    _activeSplitIndex = index;
+}
+
+void FixedEpubController::changePage(int tag)
+{
+    _queue.enqueueAction([this, tag]() -> Task<void> {
+        pageTurn(tag);
+        co_return;
+    });
+}
+
+void FixedEpubController::pageTurn(int tag)
+{
+    const auto last = _bookSplits.size();
+    if (tag == Previous) {
+        if (_activeSplitIndex == 0)
+            return;
+        loadPage(_activeSplitIndex - 1);
+    } else {
+        if (_activeSplitIndex + 1 >= last)
+            return;
+        loadPage(_activeSplitIndex + 1);
+    }
+    _state.lastSliderValue = static_cast<float>(_activeSplitIndex + 1);
+}
+
+void FixedEpubController::changePageTo(float sliderValue)
+{
+    _queue.enqueueAction([this, page = truncated32(sliderValue)]() -> Task<void> {
+        pageTurnTo(page);
+        co_return;
+    });
+}
+
+void FixedEpubController::pageTurnTo(std::int32_t page)
+{
+    if (static_cast<float>(page) == _state.lastSliderValue)
+        return;
+    const auto index = static_cast<std::uint64_t>(page) - 1;
+    if (index != _activeSplitIndex && index < _bookSplits.size())
+        loadPage(index);
+    _state.lastSliderValue = static_cast<float>(page);
+}
+
+void FixedEpubController::goToFirstPage()
+{
+    changePageTo(1);
+}
+
+void FixedEpubController::goToLastPage()
+{
+    changePageTo(static_cast<float>(_bookSplits.size()));
+}
+
+void FixedEpubController::scrollWheelBegan(double deltaX)
+{
+    if (deltaX != 0)
+        changePage(deltaX > 0 ? Previous : Next);
+}
+
+void FixedEpubController::resourceDidFinishLoading(const DataSource& source)
+{
+    if (!source.isLoading)
+        prepare(source);
+    else if (source.isMainResource)
+        // A picture that never answers must not keep the page away.
+        _patience = _runLoop.performAfterDelay(patienceForResources, [this, source] { prepare(source); });
+}
+
+void FixedEpubController::didFinishLoadForFrame(const DataSource& source)
+{
+    prepare(source);
+}
+
+void FixedEpubController::prepare(const DataSource& source)
+{
+    _queue.enqueueReport([this, source] { return preparePage(source); });
+}
+
+Task<void> FixedEpubController::preparePage(DataSource source)
+{
+    auto& webView = _window.webView();
+    if (source.load != webView.currentLoad() || source.load == _preparedLoad)
+        co_return;
+    _preparedLoad = source.load;
+    const auto index = _splitIndexDict.find(source.url.lastPathComponent());
+    _activeSplitIndex = index == _splitIndexDict.end() ? 0 : index->second;
+    for (const char* name : pageScripts)
+        co_await evaluate(webView, _scripts(name));
+    co_await rescale();
+    if (!_fixedWindowFitted)
+        co_await fitWindow();
+    if (webView.isHidden())
+        webView.setHidden(false);
+    _contentsPane.updateTOClinkWithKey(contentsKey(source.url), _window.mainSplitView().frame().height);
+    showLocation();
+    _queue.releaseActions();
+}
+
+Task<void> FixedEpubController::rescale()
+{
+    auto& webView = _window.webView();
+    co_await evaluate(webView, "init()");
+    co_await evaluate(webView, "scale()");
+}
+
+Task<void> FixedEpubController::fitWindow()
+{
+    auto& webView = _window.webView();
+    const std::int64_t pw = co_await evaluateInteger(webView, "getWidth()");
+    const std::int64_t ph = co_await evaluateInteger(webView, "getHeight()");
+    const std::int64_t ww = co_await evaluateInteger(webView, "getWidth( 'win' )");
+    const std::int64_t wh = co_await evaluateInteger(webView, "getHeight( 'win' )");
+    const std::string scale = co_await webView.evaluateScript("Xscale");
+    const auto s = static_cast<float>(doubleValue(scale));
+    const auto scaled = [s](std::int64_t length) {
+        return truncated32(static_cast<float>(low32(static_cast<std::uint64_t>(length))) * s);
+    };
+    Rect frame = _window.window().frame();
+    frame.width -= static_cast<double>(ww - scaled(pw));
+    frame.height -= static_cast<double>(wh - scaled(ph));
+    _window.window().animateToFrame(frame);
+    _fixedWindowFitted = true;
+}
+
+void FixedEpubController::resourceDidFailLoading(const DataSource& source)
+{
+    log("fail");
+    if (source.isMainResource && source.load == _window.webView().currentLoad())
+        _queue.releaseActions();
+}
+
+void FixedEpubController::resourceWillSendRequest(const Url& url)
+{
+    if (!url.isFile())
+        _hub.openURL(url);
+}
+
+void FixedEpubController::decidePolicyForMIMEType(const std::string& type)
+{
+    log("decidePolicyForMIMEType: " + type);
+}
+
+void FixedEpubController::didChangeLocationWithinPage(const Url& url)
+{
+    log("didChangeLocationWithinPageForFrame--> URL: " + url.text());
+}
+
+void FixedEpubController::didResize()
+{
+    if (_preparedLoad == 0 || _rescalePending)
+        return;
+    _rescalePending = true;
+    _queue.enqueueReport([this]() -> Task<void> {
+        _rescalePending = false;
+        co_await evaluate(_window.webView(), "scale()");
+    });
+}
+
+}

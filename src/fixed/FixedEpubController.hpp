@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/RunLoop.hpp"
+#include "platform/SerialQueue.hpp"
+#include "platform/WebView.hpp"
+
+#include "reader/ContentsPane.hpp"
+#include "reader/EpubWindow.hpp"
+#include "reader/LocationBar.hpp"
+#include "reader/ReaderHub.hpp"
+#include "reader/ReaderState.hpp"
+#include "reader/SplitRules.hpp"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// The text of one of the program's scripts by its name, without ".js"; empty when there is none.
+using ScriptResources = std::function<std::string(const std::string& name)>;
+
+// The fixed-layout reader: every file of the reading order is one page, scaled to the window by the program's scripts.
+// What the user does and what the page reports runs one after another on its queue. Main thread; its window controller
+// owns it.
+class FixedEpubController : public WebViewDelegate, public ContentsDelegate {
+public:
+    FixedEpubController(ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop,
+                        ScriptResources scripts);
+    ~FixedEpubController() override;
+
+    // Opens a book at its first page: its page files as file URLs in reading order, and its contents.
+    void loadSplits(std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent);
+    // Hides the page and loads another; it is shown again when it is scaled.
+    void changeChapter(const Url& url) override;
+    // Turns the page: tag 0 back, 1 (and any other) on. The slider has its own form, with its value.
+    void changePage(int tag);
+    void changePageTo(float sliderValue);
+    void goToFirstPage();
+    void goToLastPage();
+    // A flick over the page, by its horizontal distance.
+    void scrollWheelBegan(double deltaX);
+    void toggleLeftView() { _splitRules.toggleLeftView(); }
+
+    const std::vector<Url>& bookSplits() const { return _bookSplits; }
+    std::uint64_t activeSplitIndex() const { return _activeSplitIndex; }
+    void setActiveSplitIndex(std::uint64_t index) { _activeSplitIndex = index; }
+    ContentsPane& contentsPane() { return _contentsPane; }
+
+    void resourceDidFinishLoading(const DataSource& source) override;
+    void didFinishLoadForFrame(const DataSource& source) override;
+    void resourceDidFailLoading(const DataSource& source) override;
+    void resourceWillSendRequest(const Url& url) override;
+    void decidePolicyForMIMEType(const std::string& type) override;
+    void didChangeLocationWithinPage(const Url& url) override;
+    void didResize() override;
+
+private:
+    void load(const Url& url);
+    void loadPage(std::uint64_t index);
+    void prepare(const DataSource& source);
+    void pageTurn(int tag);
+    void pageTurnTo(std::int32_t page);
+    void showLocation();
+    Task<void> preparePage(DataSource source);
+    Task<void> fitWindow();
+    Task<void> rescale();
+
+    ReaderWindow& _window;
+    ReaderHub& _hub;
+    ReaderState& _state;
+    RunLoop& _runLoop;
+    ScriptResources _scripts;
+    LocationBar _location;
+    ContentsPane _contentsPane;
+    std::vector<Url> _bookSplits;
+    std::map<std::string, std::uint64_t> _splitIndexDict;
+    std::uint64_t _activeSplitIndex = 0;
+    std::int32_t _numberOfColumns = 0;
+    // The window has been fitted to the first page shown since the book was opened.
+    bool _fixedWindowFitted = false;
+    // The load that has been scaled.
+    std::uint64_t _preparedLoad = 0;
+    bool _rescalePending = false;
+    std::unique_ptr<RunLoop::Timer> _patience;
+
+    SplitRules _splitRules;
+    // Last, so that what is pending ends before what it works on.
+    SerialQueue _queue;
+};
+
+}

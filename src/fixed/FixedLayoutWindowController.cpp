@@ -1,0 +1,44 @@
+#include "fixed/FixedLayoutWindowController.hpp"
+
+#include "platform/Window.hpp"
+
+namespace pagora {
+
+FixedLayoutWindowController::FixedLayoutWindowController(std::unique_ptr<ReaderWindow> layout, ReaderState& state,
+                                                         RunLoop& runLoop, ReaderHub& hub, ScriptResources scripts)
+    : _window(std::move(layout))
+    , _mainController(hub)
+    , _controller(std::make_unique<FixedEpubController>(*_window, hub, state, runLoop, std::move(scripts)))
+{
+    connect();
+}
+
+FixedLayoutWindowController::~FixedLayoutWindowController() = default;
+
+void FixedLayoutWindowController::connect()
+{
+    // A window that is leaving full screen to close has no reader any more.
+    const auto withReader = [this](auto action) {
+        return [this, action](auto... arguments) {
+            if (_controller)
+                action(*_controller, arguments...);
+        };
+    };
+    ReaderWindowActions actions;
+    actions.closeEPUB = withReader([this](FixedEpubController&) { closeEPUB(); });
+    actions.toggleFullScreen = [this] { window().toggleFullScreen(); };
+    actions.windowDidEnterFullScreen = [this] { _mainController.setFullScreenMode(true); };
+    actions.windowDidExitFullScreen = [this] {
+        _mainController.setFullScreenMode(false);
+        _mainController.windowDidExitFullScreen();
+    };
+    actions.toggleLeftView = withReader([](FixedEpubController& reader) { reader.toggleLeftView(); });
+    actions.changePage = withReader([](FixedEpubController& reader, int tag) { reader.changePage(tag); });
+    actions.goToFirstPage = withReader([](FixedEpubController& reader) { reader.goToFirstPage(); });
+    actions.goToLastPage = withReader([](FixedEpubController& reader) { reader.goToLastPage(); });
+    actions.scrollWheelBegan
+        = withReader([](FixedEpubController& reader, double deltaX) { reader.scrollWheelBegan(deltaX); });
+    _window->setActions(std::move(actions));
+}
+
+}

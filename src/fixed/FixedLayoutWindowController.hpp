@@ -1,0 +1,36 @@
+#pragma once
+
+#include "fixed/FixedEpubController.hpp"
+
+#include "reader/EpubWindow.hpp"
+#include "reader/ReaderHub.hpp"
+
+#include <memory>
+
+namespace pagora {
+
+// A fixed-layout reader's window and the controller that it owns. The hub makes one for each book that is opened and drops
+// it at closing. Main thread.
+class FixedLayoutWindowController {
+public:
+    FixedLayoutWindowController(std::unique_ptr<ReaderWindow> layout, ReaderState& state, RunLoop& runLoop,
+                                ReaderHub& hub, ScriptResources scripts);
+    ~FixedLayoutWindowController();
+
+    Window& window() { return _window->window(); }
+    WebView& webView() { return _window->webView(); }
+    // Null once the reading has ended.
+    FixedEpubController* _fixedController() { return _controller.get(); }
+    void set_fixedController(std::unique_ptr<FixedEpubController> controller) { _controller = std::move(controller); }
+
+    void closeEPUB() { _mainController._closeEPUB(); }
+
+private:
+    void connect();
+
+    std::unique_ptr<ReaderWindow> _window;
+    ReaderHub& _mainController;
+    std::unique_ptr<FixedEpubController> _controller;
+};
+
+}

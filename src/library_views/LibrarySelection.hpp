@@ -1,0 +1,20 @@
+#pragma once
+
+#include "catalogue/BookInfo.hpp"
+
+#include <cstddef>
+#include <vector>
+
+namespace pagora {
+
+// What is selected in the library, shared by both views.
+struct LibrarySelection {
+    // The one book that menu actions act on; null unless exactly one is selected.
+    BookInfoPtr selectedBook;
+    // The grid's selection as of the last click or key.
+    std::vector<std::size_t> gridSelection;
+    // The list's selection as of the last click or key.
+    std::vector<BookInfoPtr> listSelection;
+};
+
+}

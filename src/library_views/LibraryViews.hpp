@@ -1,0 +1,54 @@
+#pragma once
+
+#include "library_views/ImageViewController.hpp"
+#include "library_views/TableViewController.hpp"
+
+#include <functional>
+#include <memory>
+
+namespace pagora {
+
+// The grid and the list, of which one is shown. Switching builds a new view and drops the other. Main thread.
+class LibraryViews {
+public:
+    // `bookList` gives the books to show in a view that is new.
+    LibraryViews(LibraryViewHost& host, LibraryHub& hub, std::function<BookArray()> bookList);
+
+    // Builds the grid, empty, as the first view shown.
+    void showFirstView();
+
+    void takeImageView();
+    void takeTableView();
+    // Shows the view that the two-segment switch selects.
+    void bookListMode();
+    // Refills the view that is shown.
+    void refreshBookView(BookArray books);
+    // Selects every book of the view that is shown and gives it the focus.
+    void selectAll();
+
+    ImageViewController* imageController() { return _imageController.get(); }
+    TableViewController* tableController() { return _tableController.get(); }
+    // The controller of the view that is shown; null before the first.
+    LibraryViewController* activeViewController() { return _activeViewController; }
+    // The view now placed in the window.
+    LibraryViewSurface* currentContentView() { return _currentContentView; }
+    // Whether the grid is shown.
+    bool imageMode() const { return _imageMode; }
+    LibrarySelection& selection() { return _selection; }
+
+private:
+    template <typename Controller>
+    Controller& show(std::unique_ptr<Controller>& controller);
+
+    LibraryViewHost& _host;
+    LibraryHub& _hub;
+    std::function<BookArray()> _bookList;
+    LibrarySelection _selection;
+    std::unique_ptr<ImageViewController> _imageController;
+    std::unique_ptr<TableViewController> _tableController;
+    LibraryViewController* _activeViewController = nullptr;
+    LibraryViewSurface* _currentContentView = nullptr;
+    bool _imageMode = true;
+};
+
+}

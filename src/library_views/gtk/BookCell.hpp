@@ -1,0 +1,47 @@
+#pragma once
+
+#include "library_views/gtk/CoverLoader.hpp"
+#include "library_views/gtk/CoverView.hpp"
+
+#include <gtkmm/box.h>
+#include <gtkmm/label.h>
+
+#include <optional>
+
+namespace pagora {
+
+// A book's text on one line of a cell; empty when there is none. Long texts are cut.
+Glib::ustring cellText(const std::optional<std::string>& text);
+
+// A cover that is loaded while it has a book. Main thread.
+class CoverCell : public CoverView {
+public:
+    CoverCell(CoverLoader& loader, Size box);
+    // Null for no book.
+    void setBook(const BookInfoPtr& book);
+
+private:
+    CoverLoader& _loader;
+    CoverLoader::Ticket _ticket;
+};
+
+// An item of the grid: a cover, and title and author below it. It is used again for one book after another.
+class BookCell : public Gtk::Box {
+public:
+    // The width of a cell without its margins, in points.
+    static constexpr int width = 138;
+
+    explicit BookCell(CoverLoader& loader);
+    void setBook(const BookInfoPtr& book);
+
+    const CoverView& cover() const { return _cover; }
+    Glib::ustring title() const { return _title.get_text(); }
+    Glib::ustring author() const { return _author.get_text(); }
+
+private:
+    CoverCell _cover;
+    Gtk::Label _title;
+    Gtk::Label _author;
+};
+
+}

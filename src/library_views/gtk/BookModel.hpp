@@ -1,0 +1,32 @@
+#pragma once
+
+#include "library_views/ArrayController.hpp"
+
+#include <giomm/listmodel.h>
+
+namespace pagora {
+
+// A shared array of books as a list model of the toolkit. It is the array itself: an item is made when a cell asks for
+// it, so that a model of any size is there at once. Main thread.
+class BookModel : public Glib::Object, public Gio::ListModel {
+public:
+    static Glib::RefPtr<BookModel> create();
+
+    // Shows the books instead of the ones before. What both begin or end with counts as unchanged.
+    void setBooks(BookArray books);
+
+    // How many items were made so far.
+    std::size_t itemsMade() const { return _itemsMade; }
+
+protected:
+    GType get_item_type_vfunc() override;
+    guint get_n_items_vfunc() override;
+    gpointer get_item_vfunc(guint position) override;
+
+private:
+    BookModel();
+    BookArray _books = std::make_shared<const std::vector<BookInfoPtr>>();
+    std::size_t _itemsMade = 0;
+};
+
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "catalogue/BookInfo.hpp"
+
+#include <gdkmm/texture.h>
+
+#include <list>
+#include <unordered_map>
+
+namespace pagora {
+
+// The covers shown last, ready to be drawn, up to a number of them. A cover is found by its book, as long as the book's
+// cover data has not been replaced. Main thread.
+class CoverCache {
+public:
+    explicit CoverCache(std::size_t capacity) : _capacity(capacity) { }
+
+    // Null when it is not there.
+    Glib::RefPtr<Gdk::Texture> find(const BookInfo& book);
+    void insert(const BookInfo* book, Data data, Glib::RefPtr<Gdk::Texture> texture);
+    std::size_t size() const { return _covers.size(); }
+
+private:
+    struct Cover {
+        // Names the book; it is not looked into.
+        const BookInfo* book;
+        Data data;
+        Glib::RefPtr<Gdk::Texture> texture;
+    };
+
+    std::size_t _capacity;
+    // The one used last is first.
+    std::list<Cover> _covers;
+    std::unordered_map<const BookInfo*, std::list<Cover>::iterator> _byBook;
+};
+
+}

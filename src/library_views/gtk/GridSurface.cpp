@@ -1,0 +1,59 @@
+#include "library_views/gtk/GridSurface.hpp"
+
+#include "library_views/gtk/BookCell.hpp"
+
+#include <glibmm/main.h>
+
+#include <algorithm>
+
+namespace pagora {
+
+namespace {
+
+    // A cell with the space that the style sheet puts around it, in points.
+    constexpr int columnWidth = BookCell::width + 24;
+
+}
+
+GridSurface::GridSurface(ArrayController& books, CoverLoader& loader)
+    : BooksSurface(books)
+    , _layout(Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/ImageView.ui"))
+    , _scroller(_layout->get_widget<Gtk::ScrolledWindow>("imageView"))
+    , _bookCollectionView(_layout->get_widget<Gtk::GridView>("bookCollectionView"))
+{
+    _bookCollectionView->set_factory(
+        makeFactory<BookCell>([&loader] { return Gtk::make_managed<BookCell>(loader); }));
+    _bookCollectionView->set_model(sharedSelection());
+    _bookCollectionView->signal_activate().connect([this](guint position) { activate(position); });
+    watchClicks(*_bookCollectionView);
+
+    // The view keeps cells for thirty rows of as many columns as it may have, so it may have only those that fit.
+    _widthChanged = _scroller->get_hadjustment()->property_page_size().signal_changed().connect([this] {
+        _fitting.disconnect();
+        _fitting = Glib::signal_idle().connect(
+            [this] {
+                fitColumns();
+                return false;
+            },
+            Glib::PRIORITY_HIGH);
+    });
+}
+
+GridSurface::~GridSurface()
+{
+    _widthChanged.disconnect();
+    _fitting.disconnect();
+    _bookCollectionView->set_model({});
+}
+
+void GridSurface::fitColumns()
+{
+    const int width = static_cast<int>(_scroller->get_hadjustment()->get_page_size());
+    if (width <= 0)
+        return;
+    const auto columns = static_cast<guint>(std::clamp(width / columnWidth, 1, 30));
+    if (columns != _bookCollectionView->get_max_columns())
+        _bookCollectionView->set_max_columns(columns);
+}
+
+}

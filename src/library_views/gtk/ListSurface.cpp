@@ -1,0 +1,59 @@
+#include "library_views/gtk/ListSurface.hpp"
+
+#include "library_views/gtk/BookCell.hpp"
+
+#include <gtkmm/columnviewcolumn.h>
+
+namespace pagora {
+
+namespace {
+
+    constexpr Size smallCover { 28, 40 };
+
+    using Text = const std::optional<std::string>& (BookInfo::*)() const;
+
+    // One of a book's texts.
+    class TextCell : public Gtk::Label {
+    public:
+        TextCell(Text text, const char* style) : _text(text)
+        {
+            set_xalign(0);
+            set_ellipsize(Pango::EllipsizeMode::END);
+            add_css_class(style);
+        }
+        void setBook(const BookInfoPtr& book) { set_text(book ? cellText((*book.*_text)()) : Glib::ustring()); }
+
+    private:
+        Text _text;
+    };
+
+}
+
+ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
+    : BooksSurface(books)
+    , _layout(Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/TableView.ui"))
+    , _scroller(_layout->get_widget<Gtk::ScrolledWindow>("tableView"))
+    , _bookTable(_layout->get_widget<Gtk::ColumnView>("bookTable"))
+{
+    const auto column
+        = [this](const char* id) { return _layout->get_object<Gtk::ColumnViewColumn>(id); };
+    const auto texts = [](Text text, const char* style) {
+        return makeFactory<TextCell>([text, style] { return Gtk::make_managed<TextCell>(text, style); });
+    };
+    column("coverColumn")->set_factory(makeFactory<CoverCell>([&loader] {
+        return Gtk::make_managed<CoverCell>(loader, smallCover);
+    }));
+    column("titleColumn")->set_factory(texts(&BookInfo::title, "title"));
+    column("authorColumn")->set_factory(texts(&BookInfo::author, "author"));
+    column("identifierColumn")->set_factory(texts(&BookInfo::isbn, "identifier"));
+    _bookTable->set_model(sharedSelection());
+    _bookTable->signal_activate().connect([this](guint position) { activate(position); });
+    watchClicks(*_bookTable);
+}
+
+ListSurface::~ListSurface()
+{
+    _bookTable->set_model({});
+}
+
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "library_views/gtk/BooksSurface.hpp"
+#include "library_views/gtk/CoverLoader.hpp"
+
+#include <gtkmm/builder.h>
+#include <gtkmm/columnview.h>
+#include <gtkmm/scrolledwindow.h>
+
+namespace pagora {
+
+// The layout "TableView": a list with the columns cover, title, author and identifier. Main thread.
+class ListSurface : public BooksSurface {
+public:
+    ListSurface(ArrayController& books, CoverLoader& loader);
+    ~ListSurface() override;
+
+    void makeFirstResponder() override { bookTable().grab_focus(); }
+    Gtk::Widget& widget() override { return *_scroller; }
+    Gtk::ColumnView& bookTable() { return *_bookTable; }
+
+private:
+    Glib::RefPtr<Gtk::Builder> _layout;
+    Gtk::ScrolledWindow* _scroller;
+    Gtk::ColumnView* _bookTable;
+};
+
+}

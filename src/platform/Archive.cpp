@@ -1,0 +1,177 @@
+#include "platform/Archive.hpp"
+
+#include "platform/ContainedFolder.hpp"
+#include "platform/Files.hpp"
+#include "platform/Path.hpp"
+
+#include <zip.h>
+
+#include <algorithm>
+#include <array>
+#include <sys/stat.h>
+#include <unordered_set>
+
+namespace pagora {
+
+namespace {
+
+constexpr std::size_t bufferBytes = 256 * 1024;
+
+struct Member {
+    zip_uint64_t index;
+    std::string name;
+    std::uint64_t size;
+    // Where it goes: without empty, "." and ".." components. Empty for what is not extracted.
+    std::vector<std::string> components;
+    bool isFolder;
+};
+
+std::vector<std::string> safeComponents(std::string_view name)
+{
+    auto components = split(name, '/');
+    std::erase_if(components, [](const auto& part) { return part.empty() || part == "." || part == ".."; });
+    return components;
+}
+
+// Which members are asked for; all when no name is given.
+class Selection {
+public:
+    explicit Selection(const std::vector<std::string>& names) : _names(names.begin(), names.end())
+    {
+        std::copy_if(names.begin(), names.end(), std::back_inserter(_patterns), [](const auto& n) { return hasWildcards(n); });
+    }
+
+    // A name that holds a wildcard character and is a member's very name asks for that member too.
+    bool holds(const std::string& name) const
+    {
+        return _names.empty() || _names.contains(name)
+            || std::any_of(_patterns.begin(), _patterns.end(), [&](const auto& p) { return matchesWildcards(name, p); });
+    }
+
+private:
+    std::unordered_set<std::string> _names;
+    std::vector<std::string> _patterns;
+};
+
+}
+
+struct Archive::Handle {
+    std::unique_ptr<zip_t, decltype(&zip_discard)> zip { nullptr, &zip_discard };
+    std::vector<Member> members;
+
+    bool readDirectory(const ArchiveLimits& limits, std::uint64_t archiveBytes);
+    Member read(zip_uint64_t index) const;
+    bool extract(const Member& member, ContainedFolder& destination, std::vector<char>& buffer, std::stop_token stop);
+};
+
+Member Archive::Handle::read(zip_uint64_t index) const
+{
+    zip_stat_t info {};
+    if (zip_stat_index(zip.get(), index, 0, &info) != 0 || !(info.valid & ZIP_STAT_NAME))
+        return { index, {}, 0, {}, false };
+    zip_uint8_t system = ZIP_OPSYS_UNIX;
+    zip_uint32_t attributes = 0;
+    zip_file_get_external_attributes(zip.get(), index, 0, &system, &attributes);
+    Member member { index, info.name, info.valid & ZIP_STAT_SIZE ? info.size : 0, {}, false };
+    if (system == ZIP_OPSYS_DOS && member.name.find('/') == std::string::npos)
+        std::replace(member.name.begin(), member.name.end(), '\\', '/');
+    member.isFolder = member.name.ends_with('/');
+
+    const auto type = (attributes >> 16) & S_IFMT;
+    const bool isPlain = type == 0 || type == S_IFREG || type == S_IFDIR;
+    const bool isEncrypted = (info.valid & ZIP_STAT_ENCRYPTION_METHOD) && info.encryption_method != ZIP_EM_NONE;
+    if (!S_ISLNK(type) && (isPlain || system == ZIP_OPSYS_DOS) && !isEncrypted)
+        member.components = safeComponents(member.name);
+    return member;
+}
+
+// False when the archive breaks a bound.
+bool Archive::Handle::readDirectory(const ArchiveLimits& limits, std::uint64_t archiveBytes)
+{
+    const auto count = static_cast<std::uint64_t>(std::max<zip_int64_t>(zip_get_num_entries(zip.get(), 0), 0));
+    if (count > limits.members)
+        return false;
+    members.reserve(count);
+    std::uint64_t total = 0;
+    for (zip_uint64_t i = 0; i < count; ++i) {
+        auto member = read(i);
+        if (member.size > limits.memberBytes || member.name.size() > limits.pathBytes
+            || member.components.size() > limits.depth)
+            return false;
+        total += member.size;
+        if (total > limits.totalBytes)
+            return false;
+        members.push_back(std::move(member));
+    }
+    return total <= limits.freeBytes || total / limits.ratio <= archiveBytes;
+}
+
+bool Archive::Handle::extract(const Member& member, ContainedFolder& destination, std::vector<char>& buffer,
+                              std::stop_token stop)
+{
+    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
+    if (!source)
+        return true;
+    const std::vector<std::string> folders(member.components.begin(), member.components.end() - 1);
+    const auto file = destination.makeFile(folders, member.components.back());
+    if (!file)
+        return true;
+    std::uint64_t written = 0;
+    for (;;) {
+        const bool stopped = stop.stop_requested();
+        const auto got = stopped ? -1 : zip_fread(source.get(), buffer.data(), buffer.size());
+        if (got == 0)
+            return true;
+        written += got > 0 ? static_cast<std::uint64_t>(got) : 0;
+        if (got < 0 || written > member.size
+            || !writeAll(file.get(), { buffer.data(), static_cast<std::size_t>(got) })) {
+            destination.removeLastFile();
+            return !stopped;
+        }
+    }
+}
+
+Archive::Archive(std::unique_ptr<Handle> handle) : _handle(std::move(handle)) { }
+Archive::Archive(Archive&&) noexcept = default;
+Archive::~Archive() = default;
+
+std::optional<Archive> Archive::open(const std::string& path, const ArchiveLimits& limits, ArchiveProblem* problem)
+{
+    if (problem)
+        *problem = ArchiveProblem::Unreadable;
+    const auto file = openFile(path);
+    struct stat info { };
+    if (!file || ::fstat(file.get(), &info) != 0)
+        return std::nullopt;
+    auto handle = std::make_unique<Handle>();
+    // It keeps a descriptor of its own.
+    handle->zip.reset(zip_fdopen(file.get(), 0, nullptr));
+    if (!handle->zip)
+        return std::nullopt;
+    if (!handle->readDirectory(limits, static_cast<std::uint64_t>(info.st_size))) {
+        if (problem)
+            *problem = ArchiveProblem::PastBounds;
+        return std::nullopt;
+    }
+    return Archive(std::move(handle));
+}
+
+void Archive::extract(const std::vector<std::string>& members, const std::string& destination, std::stop_token stop)
+{
+    const Selection selection(members);
+    ContainedFolder folder(destination);
+    std::vector<char> buffer;
+    for (const auto& member : _handle->members) {
+        if (stop.stop_requested())
+            return;
+        if (member.components.empty() || !selection.holds(member.name))
+            continue;
+        buffer.resize(bufferBytes);
+        if (member.isFolder)
+            folder.makeFolders(member.components);
+        else if (!_handle->extract(member, folder, buffer, stop))
+            return;
+    }
+}
+
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// Bounds on what an archive may ask of the disk. An archive past one of them is not extracted.
+struct ArchiveLimits {
+    std::uint64_t members = 100'000;
+    std::uint64_t memberBytes = 2ull << 30;
+    std::uint64_t totalBytes = 8ull << 30;
+    // Expanded bytes for each byte of the archive; archives that expand to less than `freeBytes` are not asked.
+    std::uint64_t ratio = 200;
+    std::uint64_t freeBytes = 64u << 20;
+    std::size_t pathBytes = 4'096;
+    std::size_t depth = 100;
+};
+
+// Why there is no archive to extract from.
+enum class ArchiveProblem { Unreadable, PastBounds };
+
+// Extraction from a ZIP archive into a folder, with the contract of the classic command: existing files are
+// overwritten, each member keeps its folders, a member that is not there is passed over, and "*", "?" and "[" in an
+// asked-for name are wildcards. Nothing is written outside the destination: "../" and a leading "/" are dropped,
+// symbolic links are neither made nor followed, and encrypted members are passed over. A name in an archive that is not
+// UTF-8 is read as code page 437. Any thread; one thread an object.
+class Archive {
+public:
+    // Missing when there is no readable ZIP archive at `path`, or it breaks a bound by what its directory says;
+    // `problem` then receives which.
+    static std::optional<Archive> open(const std::string& path, const ArchiveLimits& limits = {},
+                                       ArchiveProblem* problem = nullptr);
+    Archive(Archive&&) noexcept;
+    ~Archive();
+
+    // Extracts the members that match one of `members`, or all when it is empty. Members that fail, or hold more than
+    // the directory says, are left out. Returns early when `stop` asks for it.
+    void extract(const std::vector<std::string>& members, const std::string& destination, std::stop_token stop = {});
+
+private:
+    struct Handle;
+    explicit Archive(std::unique_ptr<Handle> handle);
+    std::unique_ptr<Handle> _handle;
+};
+
+}

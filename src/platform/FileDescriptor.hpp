@@ -1,0 +1,31 @@
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace pagora {
+
+// Owns an open file of the system; closed when it goes.
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int fd = -1) : _fd(fd) { }
+    FileDescriptor(FileDescriptor&& other) noexcept : _fd(std::exchange(other._fd, -1)) { }
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept
+    {
+        std::swap(_fd, other._fd);
+        return *this;
+    }
+    ~FileDescriptor()
+    {
+        if (_fd >= 0)
+            ::close(_fd);
+    }
+
+    int get() const { return _fd; }
+    explicit operator bool() const { return _fd >= 0; }
+
+private:
+    int _fd;
+};
+
+}

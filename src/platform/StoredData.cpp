@@ -1,0 +1,33 @@
+#include "platform/StoredData.hpp"
+
+#include "platform/DefaultsFile.hpp"
+#include "platform/Log.hpp"
+
+#include <utility>
+
+namespace pagora {
+
+StoredDataSource::StoredDataSource(std::string path, std::string backupPath)
+    : _path(std::move(path))
+    , _backupPath(std::move(backupPath))
+{
+}
+
+StoredDataSource::~StoredDataSource() = default;
+
+std::optional<std::string> StoredDataSource::read(std::int64_t id)
+{
+    const std::lock_guard lock(_mutex);
+    DefaultsCondition condition;
+    if (!_file)
+        _file = DefaultsFile::openToRead(_path, condition);
+    if (_file) {
+        if (auto bytes = _file->readData(id))
+            return bytes;
+    }
+    log("Stored data " + std::to_string(id) + " cannot be read from " + _path + "; trying the backup.");
+    const auto backup = DefaultsFile::openToRead(_backupPath, condition);
+    return backup ? backup->readData(id) : std::nullopt;
+}
+
+}

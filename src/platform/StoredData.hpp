@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace pagora {
+
+class DefaultsFile;
+
+// Reads large data from the store, or from its backup where the store's bytes are damaged. It has a connection of its
+// own, opened at the first read, and lives for as long as data may be read. Any thread.
+class StoredDataSource {
+public:
+    StoredDataSource(std::string path, std::string backupPath);
+    ~StoredDataSource();
+
+    std::optional<std::string> read(std::int64_t id);
+
+private:
+    const std::string _path;
+    const std::string _backupPath;
+    std::mutex _mutex;
+    std::unique_ptr<DefaultsFile> _file;
+};
+
+// One row of large data, for as long as something in memory may read it.
+struct StoredDataRow {
+    std::shared_ptr<StoredDataSource> source;
+    std::int64_t id;
+};
+
+// The reader of such data.
+struct StoredDataReader {
+    std::shared_ptr<const StoredDataRow> row;
+    std::optional<std::string> operator()() const { return row->source->read(row->id); }
+};
+
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/Data.hpp"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace pagora {
+
+// A point in time, in seconds since 1970-01-01 00:00 UTC.
+struct Date {
+    double secondsSince1970 = 0;
+    bool operator==(const Date&) const = default;
+};
+
+// What a property list can hold: a string, an integer, a real number, a boolean, a date, bytes, an array or a
+// dictionary. A value never changes once made; copies share it, so copying is cheap and safe on any thread.
+class Value {
+public:
+    using Array = std::vector<Value>;
+    using Dictionary = std::map<std::string, Value>;
+
+    Value(std::string text);
+    Value(const char* text);
+    Value(int number);
+    Value(std::int64_t number);
+    Value(double number);
+    Value(bool flag);
+    Value(Date date);
+    Value(Data data);
+    Value(Array array);
+    Value(Dictionary dictionary);
+
+    // The content, or null when the value is of another kind.
+    const std::string* string() const;
+    const std::int64_t* integer() const;
+    const double* real() const;
+    const bool* boolean() const;
+    const Date* date() const;
+    const Data* data() const;
+    const Array* array() const;
+    const Dictionary* dictionary() const;
+
+    // The entry of a dictionary; null when there is none or the value is no dictionary.
+    const Value* find(const std::string& key) const;
+
+    // Whether both are copies of one value, so that nothing inside needs to be compared.
+    bool isSameAs(const Value& other) const { return _content == other._content; }
+    bool operator==(const Value& other) const;
+
+    // Names the shared content; equal for copies of one value, different for others that live at the same time.
+    const void* identity() const { return _content.get(); }
+
+private:
+    using Content = std::variant<std::string, std::int64_t, double, bool, Date, Data, Array, Dictionary>;
+    std::shared_ptr<const Content> _content;
+};
+
+}

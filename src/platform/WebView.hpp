@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/Geometry.hpp"
+#include "platform/Reply.hpp"
+#include "platform/Task.hpp"
+#include "platform/Url.hpp"
+
+#include <cstdint>
+#include <string>
+
+namespace pagora {
+
+// What a page view loads: one resource of one load of the main frame.
+struct DataSource {
+    Url url;
+    // Counts the loads of the main frame from 1. A report of an earlier load than the page view's current one is stale.
+    std::uint64_t load = 0;
+    // Whether the resource is the page's document, not one of the resources that it uses.
+    bool isMainResource = true;
+    // Whether other resources of the load are still awaited.
+    bool isLoading = false;
+};
+
+// Hears what becomes of a load. Main thread.
+class WebViewDelegate {
+public:
+    virtual ~WebViewDelegate() = default;
+    // The document, as soon as it is complete, then each of its style sheets, images and fonts. `source.url` is the URL
+    // of the page, fragment included.
+    virtual void resourceDidFinishLoading(const DataSource& source) = 0;
+    // Everything that the page asked for has arrived or failed.
+    virtual void didFinishLoadForFrame(const DataSource& source) = 0;
+    virtual void resourceDidFailLoading(const DataSource& source) = 0;
+    // A request that is about to be sent; it goes on unchanged.
+    virtual void resourceWillSendRequest(const Url& url) = 0;
+    virtual void decidePolicyForMIMEType(const std::string& type) = 0;
+    // The location's fragment changed within the page that is shown.
+    virtual void didChangeLocationWithinPage(const Url& url) = 0;
+    // The frame of the page view took another size.
+    virtual void didResize() = 0;
+};
+
+// The page view: one document at a time, shown by the rendering engine. A page cannot be scrolled by the user, only by
+// evaluated scripts. Scripts run in a world of their own, which the page's scripts do not see. Main thread.
+class WebView {
+public:
+    virtual ~WebView() = default;
+
+    virtual void setDelegate(WebViewDelegate* delegate) = 0;
+
+    // The folder of the book that is shown: pages read no other file. Before the first load.
+    virtual void setBookFolder(const std::string& path) = 0;
+
+    // Loads the document into the main frame. A URL without a scheme that is an absolute path is a file; a file that is
+    // not there is tried with its escapes replaced once more, then in the other Unicode normal form. Returns the number
+    // of the load; a load that cannot start is reported as failed.
+    virtual std::uint64_t loadRequest(const Url& url) = 0;
+    virtual std::uint64_t currentLoad() const = 0;
+
+    // Runs the script in the document that is shown; the reply is its result as a text. A script that fails, or does not
+    // answer in good time, gives an empty text.
+    virtual Reply<std::string> evaluateScript(const std::string& script) = 0;
+
+    virtual void setTextSizeMultiplier(double multiplier) = 0;
+    // In points; the size is the page's visible area.
+    virtual Rect frame() const = 0;
+    virtual void setHidden(bool hidden) = 0;
+    virtual bool isHidden() const = 0;
+    // Gives it the keyboard focus.
+    virtual void makeFirstResponder() = 0;
+};
+
+// The script's result read as a whole number; anything but a number is 0.
+Task<std::int64_t> evaluateInteger(WebView& webView, std::string script);
+// Runs the script for its effects.
+Task<void> evaluate(WebView& webView, std::string script);
+
+// `text` as it stands between single quotes in a script, so that nothing in it ends the string.
+std::string scriptText(const std::string& text);
+
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Url.hpp"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// What the desktop does with files and links on the program's behalf.
+class Workspace {
+public:
+    virtual ~Workspace() = default;
+
+    // Copies the named files from one folder into another. A copy is complete when it has its name, and another file is
+    // never overwritten: where one of that name is there, the copy gets a free name beside it, and a file that is there
+    // already, byte for byte, is not copied again. Returns the name of each copy, missing for one that failed. Any thread.
+    virtual std::vector<std::optional<std::string>> copyFiles(const std::string& source, const std::string& destination,
+                                                              const std::vector<std::string>& names) = 0;
+    // Moves the named files of a folder to the Trash. True when all went there. Any thread.
+    virtual bool recycleFiles(const std::string& source, const std::vector<std::string>& names) = 0;
+    // Shows the file or folder in the desktop's file manager. Main thread.
+    virtual void selectFile(const std::string& path) = 0;
+    // Opens the URL in the default program for it. Main thread.
+    virtual void openURL(const Url& url) = 0;
+    // Main thread.
+    virtual void noteNewRecentDocumentURL(const Url& url) = 0;
+};
+
+}

@@ -1,0 +1,324 @@
+#include "platform/Xml.hpp"
+
+#include "platform/FileDescriptor.hpp"
+#include "platform/Files.hpp"
+
+#include <libxml/SAX2.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <mutex>
+
+namespace pagora {
+
+namespace {
+
+const char* chars(const xmlChar* text) { return reinterpret_cast<const char*>(text); }
+
+void ignoreMessage(void*, const char*, ...) { }
+
+// Told characters for each byte read, beyond a free amount. Only entities can make more than one.
+constexpr std::size_t expansionRatio = 10;
+constexpr std::size_t freeExpansion = 8u << 20;
+
+// Counts attributes within one tag before the library sees them, because its search for duplicates takes the square of
+// their number.
+class AttributeCounter {
+public:
+    // False when a tag has more than `limit`.
+    bool count(std::string_view bytes, std::size_t limit)
+    {
+        for (const char c : bytes) {
+            if (c == '<')
+                _count = 0;
+            else if ((c == '"' || c == '\'') && _afterEquals && ++_count > limit)
+                return false;
+            if (c == '=')
+                _afterEquals = true;
+            else if (c != '\0' && c != ' ' && c != '\t' && c != '\n' && c != '\r')
+                _afterEquals = false;
+        }
+        return true;
+    }
+
+private:
+    std::size_t _count = 0;
+    bool _afterEquals = false;
+};
+
+// Between the library's callbacks and a delegate. The library hands every callback its own context, also the inner ones
+// that it makes for entities, and each carries the reader.
+class Reader {
+public:
+    Reader(XmlDelegate& delegate, const XmlLimits& limits) : _delegate(delegate), _limits(limits) { }
+
+    bool parse(const std::string& path);
+
+private:
+    struct ContextDeleter {
+        void operator()(xmlParserCtxtPtr context) const
+        {
+            if (context->myDoc)
+                xmlFreeDoc(context->myDoc);
+            context->myDoc = nullptr;
+            xmlFreeParserCtxt(context);
+        }
+    };
+    using Context = std::unique_ptr<xmlParserCtxt, ContextDeleter>;
+
+    static xmlSAXHandler handler();
+    static Context makeContext(std::string_view start);
+    bool readInto(int file, xmlParserCtxtPtr context);
+    // Hands the bytes to the library; false when the document ends here.
+    bool feed(xmlParserCtxtPtr context, std::string_view bytes, bool last);
+    void fail(const std::string& description);
+    void flush();
+    void count(std::size_t bytes);
+
+    // Runs `body` in a callback: not after a failure, and without letting an exception into the library.
+    template <typename Body> static void guarded(void* context, Body body)
+    {
+        auto* parser = static_cast<xmlParserCtxtPtr>(context);
+        auto& reader = *static_cast<Reader*>(parser->_private);
+        if (!reader._failed) {
+            try {
+                body(reader);
+            } catch (const std::exception& error) {
+                reader.fail(error.what());
+            }
+        }
+        if (reader._failed)
+            xmlStopParser(parser);
+    }
+
+    static void startElement(void* context, const xmlChar* name, const xmlChar** attributes);
+    static void endElement(void* context, const xmlChar* name);
+    static void characters(void* context, const xmlChar* text, int length);
+    static void cdata(void* context, const xmlChar* text, int length);
+    static void declareEntity(void* context, const xmlChar* name, int type, const xmlChar* publicId,
+                              const xmlChar* systemId, xmlChar* content);
+
+    XmlDelegate& _delegate;
+    const XmlLimits& _limits;
+    // Character data since the last boundary.
+    std::string _text;
+    AttributeCounter _attributes;
+    std::size_t _bytesRead = 0;
+    std::size_t _bytesTold = 0;
+    std::size_t _elements = 0;
+    int _depth = 0;
+    bool _failed = false;
+};
+
+void Reader::fail(const std::string& description)
+{
+    if (!_failed) {
+        _failed = true;
+        _delegate.parseErrorOccurred(description);
+    }
+}
+
+void Reader::flush()
+{
+    if (_text.empty())
+        return;
+    std::string piece;
+    piece.swap(_text);
+    _delegate.foundCharacters(piece);
+}
+
+void Reader::count(std::size_t bytes)
+{
+    _bytesTold += bytes;
+    if (_bytesTold > freeExpansion && _bytesTold / expansionRatio > _bytesRead)
+        fail("entities expand to too much text");
+}
+
+void Reader::startElement(void* context, const xmlChar* name, const xmlChar** attributes)
+{
+    guarded(context, [&](Reader& reader) {
+        reader.flush();
+        if (++reader._depth > reader._limits.depth)
+            return reader.fail("elements are nested too deep");
+        if (++reader._elements > reader._limits.elements)
+            return reader.fail("too many elements");
+        XmlAttributes list;
+        for (auto at = attributes; at && at[0]; at += 2) {
+            const auto* value = at[1] ? chars(at[1]) : "";
+            reader.count(std::strlen(value));
+            list.add(chars(at[0]), value);
+        }
+        if (!reader._failed)
+            reader._delegate.didStartElement(chars(name), list);
+    });
+}
+
+void Reader::endElement(void* context, const xmlChar* name)
+{
+    guarded(context, [&](Reader& reader) {
+        reader.flush();
+        --reader._depth;
+        reader._delegate.didEndElement(chars(name));
+    });
+}
+
+void Reader::characters(void* context, const xmlChar* text, int length)
+{
+    guarded(context, [&](Reader& reader) {
+        std::string_view rest(chars(text), static_cast<std::size_t>(length));
+        reader.count(rest.size());
+        while (!reader._failed && !rest.empty()) {
+            const auto lineBreak = rest.find('\n');
+            const auto piece = rest.substr(0, lineBreak == std::string_view::npos ? lineBreak : lineBreak + 1);
+            reader._text.append(piece);
+            rest.remove_prefix(piece.size());
+            if (lineBreak != std::string_view::npos)
+                reader.flush();
+        }
+    });
+}
+
+void Reader::cdata(void* context, const xmlChar* text, int length)
+{
+    guarded(context, [&](Reader& reader) {
+        reader.flush();
+        reader.count(static_cast<std::size_t>(length));
+        if (!reader._failed)
+            reader._delegate.foundCDATA({ chars(text), static_cast<std::size_t>(length) });
+    });
+}
+
+// What an entity would bring from outside counts as empty, so that the library never has anything to fetch.
+void Reader::declareEntity(void* context, const xmlChar* name, int type, const xmlChar* publicId,
+                           const xmlChar* systemId, xmlChar* content)
+{
+    xmlChar nothing[] = { 0 };
+    switch (type) {
+    case XML_EXTERNAL_GENERAL_PARSED_ENTITY:
+        return xmlSAX2EntityDecl(context, name, XML_INTERNAL_GENERAL_ENTITY, nullptr, nullptr, nothing);
+    case XML_EXTERNAL_PARAMETER_ENTITY:
+        return xmlSAX2EntityDecl(context, name, XML_INTERNAL_PARAMETER_ENTITY, nullptr, nullptr, nothing);
+    case XML_INTERNAL_GENERAL_ENTITY:
+    case XML_INTERNAL_PARAMETER_ENTITY:
+        return xmlSAX2EntityDecl(context, name, type, nullptr, nullptr, content);
+    default:
+        return;
+    }
+}
+
+// With no handler for namespaces the library reports qualified names, and declarations as attributes.
+xmlSAXHandler Reader::handler()
+{
+    xmlSAXHandler sax {};
+    sax.initialized = 1;
+    sax.startDocument = xmlSAX2StartDocument;
+    sax.internalSubset = xmlSAX2InternalSubset;
+    sax.isStandalone = xmlSAX2IsStandalone;
+    sax.hasInternalSubset = xmlSAX2HasInternalSubset;
+    sax.hasExternalSubset = xmlSAX2HasExternalSubset;
+    sax.getEntity = xmlSAX2GetEntity;
+    sax.getParameterEntity = xmlSAX2GetParameterEntity;
+    sax.entityDecl = declareEntity;
+    sax.startElement = startElement;
+    sax.endElement = endElement;
+    sax.characters = characters;
+    sax.ignorableWhitespace = characters;
+    sax.cdataBlock = cdata;
+    // Errors are asked for after each chunk; these keep the library from printing them.
+    sax.warning = ignoreMessage;
+    sax.error = ignoreMessage;
+    return sax;
+}
+
+Reader::Context Reader::makeContext(std::string_view start)
+{
+    static std::once_flag initialized;
+    std::call_once(initialized, xmlInitParser);
+    auto sax = handler();
+    // The first four bytes tell the encoding.
+    Context context(xmlCreatePushParserCtxt(&sax, nullptr, start.data(), static_cast<int>(start.size()), nullptr));
+    if (!context)
+        throw std::bad_alloc();
+    xmlCtxtUseOptions(context.get(), XML_PARSE_NOENT | XML_PARSE_NONET);
+    return context;
+}
+
+bool Reader::feed(xmlParserCtxtPtr context, std::string_view bytes, bool last)
+{
+    _bytesRead += bytes.size();
+    if (_bytesRead > _limits.bytes)
+        fail("the document is too large");
+    else if (!_attributes.count(bytes, _limits.attributes))
+        fail("an element has too many attributes");
+    else
+        xmlParseChunk(context, bytes.data(), static_cast<int>(bytes.size()), last);
+    if (!_failed && !context->wellFormed) {
+        const auto* error = xmlCtxtGetLastError(context);
+        std::string description = error && error->message ? error->message : "the document is not well-formed";
+        while (description.ends_with('\n'))
+            description.pop_back();
+        if (error && error->line > 0)
+            description = "line " + std::to_string(error->line) + ": " + description;
+        fail(description);
+    }
+    return !_failed;
+}
+
+bool Reader::readInto(int file, xmlParserCtxtPtr context)
+{
+    const auto buffer = std::make_unique<std::array<char, 64 * 1024>>();
+    for (;;) {
+        const auto got = ::read(file, buffer->data(), buffer->size());
+        if (got < 0)
+            fail("the file cannot be read");
+        if (got <= 0)
+            return !_failed;
+        if (!feed(context, { buffer->data(), static_cast<std::size_t>(got) }, false))
+            return false;
+    }
+}
+
+bool Reader::parse(const std::string& path)
+{
+    const auto file = openFile(path);
+    if (!file) {
+        fail("the file cannot be read");
+        return false;
+    }
+    std::array<char, 4> start {};
+    const auto got = ::read(file.get(), start.data(), start.size());
+    if (got < static_cast<ssize_t>(start.size())) {
+        fail("the document is empty");
+        return false;
+    }
+    _bytesRead = start.size();
+    const auto context = makeContext({ start.data(), start.size() });
+    context->_private = this;
+    if (!readInto(file.get(), context.get()) || !feed(context.get(), {}, true))
+        return false;
+    flush();
+    _delegate.didEndDocument();
+    return true;
+}
+
+}
+
+const std::string* XmlAttributes::find(const std::string& name) const
+{
+    for (const auto& attribute : _attributes) {
+        if (attribute.name == name)
+            return &attribute.value;
+    }
+    return nullptr;
+}
+
+bool parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits)
+{
+    return Reader(delegate, limits).parse(path);
+}
+
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace pagora {
+
+struct XmlAttribute {
+    std::string name;
+    std::string value;
+};
+
+// An element's attributes in document order, with namespace declarations, by their qualified names.
+class XmlAttributes {
+public:
+    void add(std::string name, std::string value) { _attributes.push_back({ std::move(name), std::move(value) }); }
+    // The value under exactly this name; null when there is none.
+    const std::string* find(const std::string& name) const;
+    bool empty() const { return _attributes.empty(); }
+    auto begin() const { return _attributes.begin(); }
+    auto end() const { return _attributes.end(); }
+
+private:
+    std::vector<XmlAttribute> _attributes;
+};
+
+// What a document is made of, told in document order. Names are qualified names, as written. Character data comes in
+// pieces that end at line breaks and at element boundaries; entity and character references are replaced in them.
+// Sections marked as CDATA are told apart and not told as character data.
+class XmlDelegate {
+public:
+    virtual ~XmlDelegate() = default;
+    virtual void didStartElement(const std::string& name, const XmlAttributes& attributes) { }
+    virtual void didEndElement(const std::string& name) { }
+    virtual void foundCharacters(const std::string& text) { }
+    virtual void foundCDATA(const std::string& text) { }
+    virtual void didEndDocument() { }
+    // The document is not well-formed, breaks a bound or cannot be read. Nothing is told after it.
+    virtual void parseErrorOccurred(const std::string& description) { }
+};
+
+// Bounds on what a document may ask of the machine; one that breaks a bound counts as not well-formed.
+struct XmlLimits {
+    std::size_t bytes = 64u << 20;
+    int depth = 20'000;
+    std::size_t elements = 2'000'000;
+    // Of one element.
+    std::size_t attributes = 10'000;
+};
+
+// Reads the file at `path` and tells `delegate` of it, on the calling thread. Nothing but the file itself is read: no
+// network, no external entity, no external DTD; the expansion of entities is bounded. True when the whole document was
+// well-formed.
+bool parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits = {});
+
+}

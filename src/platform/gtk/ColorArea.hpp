@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/gtk/WidgetControl.hpp"
+
+#include <gtkmm/cssprovider.h>
+
+namespace pagora {
+
+// A widget of a layout whose whole area is filled with one colour, white until another is set. Main thread.
+class ColorArea : public ColorView, public WidgetControl {
+public:
+    explicit ColorArea(Gtk::Widget& area);
+    ~ColorArea() override;
+
+    void setFillColor(const Color& color) override;
+    const Color& fillColor() const { return _fillColor; }
+
+private:
+    Color _fillColor = Color::white(1);
+    Glib::RefPtr<Gtk::CssProvider> _style = Gtk::CssProvider::create();
+};
+
+}

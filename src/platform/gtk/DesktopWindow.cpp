@@ -1,0 +1,135 @@
+#include "platform/gtk/DesktopWindow.hpp"
+
+#include "platform/gtk/DisplayText.hpp"
+
+#include <glibmm/main.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace pagora {
+
+namespace {
+
+    // How long a window that the desktop does not draw, because it is covered or minimised, is waited for.
+    constexpr unsigned layoutPatience = 1'000;
+
+    int points(double length)
+    {
+        return static_cast<int>(std::lround(std::clamp(length, 1.0, 32'767.0)));
+    }
+
+}
+
+DesktopWindow::DesktopWindow(Gtk::Window& window)
+    : _window(window)
+    , _visible(window.get_visible())
+    , _active(window.is_active())
+{
+    _connections = {
+        window.property_visible().signal_changed().connect([this] { _visible = _window.get_visible(); }),
+        window.property_is_active().signal_changed().connect([this] { _active = _window.is_active(); }),
+        window.property_fullscreened().signal_changed().connect([this] {
+            if (const auto action = _fullScreenAction)
+                action(_window.is_fullscreen());
+        }),
+    };
+}
+
+DesktopWindow::~DesktopWindow()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+}
+
+void DesktopWindow::setTitle(const std::string& title)
+{
+    _window.set_title(displayText(title, 1'000));
+}
+
+Rect DesktopWindow::frame() const
+{
+    if (_window.get_mapped() && _window.get_width() > 0)
+        return { _x, _y, static_cast<double>(_window.get_width()), static_cast<double>(_window.get_height()) };
+    int width = 0;
+    int height = 0;
+    _window.get_default_size(width, height);
+    return { _x, _y, static_cast<double>(std::max(width, 0)), static_cast<double>(std::max(height, 0)) };
+}
+
+void DesktopWindow::setFrame(const Rect& frame)
+{
+    _x = frame.x;
+    _y = frame.y;
+    _window.set_default_size(points(frame.width), points(frame.height));
+}
+
+void DesktopWindow::orderFront()
+{
+    _visible = true;
+    onMainThread([this] { _window.set_visible(true); });
+}
+
+void DesktopWindow::makeKeyAndOrderFront()
+{
+    _visible = true;
+    onMainThread([this] { _window.present(); });
+}
+
+void DesktopWindow::orderOut()
+{
+    _visible = false;
+    onMainThread([this] { _window.set_visible(false); });
+}
+
+void DesktopWindow::toggleFullScreen()
+{
+    if (_window.is_fullscreen())
+        _window.unfullscreen();
+    else
+        _window.fullscreen();
+}
+
+Reply<void> DesktopWindow::laidOut()
+{
+    Reply<void> reply;
+    struct Layout {
+        Reply<void>::Resolver resolver;
+        int width = -1;
+        int height = -1;
+        bool answered = false;
+
+        void answer()
+        {
+            answered = true;
+            resolver();
+        }
+    };
+    const auto layout = std::make_shared<Layout>(Layout { reply.resolver() });
+
+    // Laid out is a size that two frames in a row agree on.
+    _window.add_tick_callback([this, layout](const Glib::RefPtr<Gdk::FrameClock>&) {
+        if (layout->answered)
+            return false;
+        const auto* const content = _window.get_child();
+        const int width = content ? content->get_width() : _window.get_width();
+        const int height = content ? content->get_height() : _window.get_height();
+        if (!_window.get_mapped() || width <= 0 || width != layout->width || height != layout->height) {
+            layout->width = width;
+            layout->height = height;
+            return true;
+        }
+        // The coroutine that waits goes on outside of the frame that is being drawn.
+        Glib::signal_idle().connect_once([layout] { layout->answer(); });
+        return false;
+    });
+    Glib::signal_timeout().connect_once(
+        [layout] {
+            if (!layout->answered)
+                layout->answer();
+        },
+        layoutPatience);
+    return reply;
+}
+
+}

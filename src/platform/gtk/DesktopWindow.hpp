@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/Window.hpp"
+#include "platform/gtk/MainThread.hpp"
+
+#include <gtkmm/window.h>
+
+#include <atomic>
+
+namespace pagora {
+
+// A window of a layout, which outlives it. The desktop places windows: the origin of the frame is what was last set.
+// Ordering a window in or out, and asking whether it is visible or key, may be done on any thread.
+class DesktopWindow : public Window, protected MainThreadOwner {
+public:
+    explicit DesktopWindow(Gtk::Window& window);
+    ~DesktopWindow() override;
+
+    void setTitle(const std::string& title) override;
+    Rect frame() const override;
+    void setFrame(const Rect& frame) override;
+    void animateToFrame(const Rect& frame) override { setFrame(frame); }
+    // The desktop centres a window over the one that it is transient for.
+    void center() override { }
+
+    void orderFront() override;
+    void makeKeyAndOrderFront() override;
+    void orderOut() override;
+    bool isVisible() const override { return _visible; }
+    bool isKeyWindow() const override { return _active; }
+
+    void toggleFullScreen() override;
+    bool isFullScreen() const { return _window.is_fullscreen(); }
+    // Called when the window has entered or left full screen, with which of the two.
+    void setFullScreenAction(std::function<void(bool isFullScreen)> action) { _fullScreenAction = std::move(action); }
+
+    Reply<void> laidOut() override;
+
+    Gtk::Window& window() { return _window; }
+
+private:
+    Gtk::Window& _window;
+    double _x = 0;
+    double _y = 0;
+    std::atomic<bool> _visible;
+    std::atomic<bool> _active;
+    std::function<void(bool)> _fullScreenAction;
+    std::vector<sigc::connection> _connections;
+};
+
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/gtk/PageView.hpp"
+
+#include <memory>
+#include <string>
+
+namespace pagora {
+
+// The rendering engine, set up for books: nothing is kept from one run to the next, and nothing beyond the books' folder
+// is read. One for the program; it outlives its page views. Main thread.
+class PageEngine {
+public:
+    struct Options {
+        // The folder below which all books are unpacked. It is created when it is missing.
+        std::string booksFolder;
+        // Receives what the engine compiles, in a folder of its own.
+        std::string cachesFolder;
+        // How long a script in a page may take, in seconds.
+        double scriptTimeout = 10;
+    };
+    explicit PageEngine(Options options);
+    ~PageEngine();
+    PageEngine(const PageEngine&) = delete;
+    PageEngine& operator=(const PageEngine&) = delete;
+
+    std::unique_ptr<PageView> makePageView(PageKind kind);
+    // Starts the engine's processes ahead of the next page view, which then shows its first page several times sooner.
+    // Does nothing while one is ready.
+    void prepareWarmView();
+
+private:
+    GObjectPtr<WebKitWebView> makeEngineView() const;
+
+    Options _options;
+    GObjectPtr<WebKitWebContext> _context;
+    GObjectPtr<WebKitNetworkSession> _session;
+    GObjectPtr<WebKitSettings> _settings;
+    BookFilter _filter;
+    GObjectPtr<WebKitWebView> _warmView;
+};
+
+}

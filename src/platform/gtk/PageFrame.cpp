@@ -1,0 +1,115 @@
+#include "platform/gtk/PageFrame.hpp"
+
+#include <glibmm/main.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/eventcontrollerlegacy.h>
+#include <gtkmm/eventcontrollerscroll.h>
+
+namespace pagora {
+
+namespace {
+
+    bool scrollsPages(guint key)
+    {
+        switch (key) {
+        case GDK_KEY_Left:
+        case GDK_KEY_Right:
+        case GDK_KEY_Up:
+        case GDK_KEY_Down:
+        case GDK_KEY_Page_Up:
+        case GDK_KEY_Page_Down:
+        case GDK_KEY_Home:
+        case GDK_KEY_End:
+        case GDK_KEY_space:
+        case GDK_KEY_KP_Left:
+        case GDK_KEY_KP_Right:
+        case GDK_KEY_KP_Up:
+        case GDK_KEY_KP_Down:
+        case GDK_KEY_KP_Page_Up:
+        case GDK_KEY_KP_Page_Down:
+        case GDK_KEY_KP_Home:
+        case GDK_KEY_KP_End:
+        case GDK_KEY_KP_Space:
+            return true;
+        default:
+            return false;
+        }
+    }
+
+}
+
+PageFrame::PageFrame(GtkWidget* child) : Glib::ObjectBase("PagoraPageFrame"), _child(child)
+{
+    gtk_widget_set_parent(child, gobj());
+    set_hexpand(true);
+    set_vexpand(true);
+    set_overflow(Gtk::Overflow::HIDDEN);
+    swallowScrolling();
+    swallowKeys();
+}
+
+PageFrame::~PageFrame()
+{
+    _sizeReport.disconnect();
+    gtk_widget_unparent(_child);
+}
+
+void PageFrame::swallowScrolling()
+{
+    auto scrolling = Gtk::EventControllerScroll::create();
+    scrolling->set_flags(Gtk::EventControllerScroll::Flags::BOTH_AXES | Gtk::EventControllerScroll::Flags::KINETIC);
+    scrolling->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    scrolling->signal_scroll().connect([](double, double) { return true; }, false);
+    // The toolkit's velocity is that of the view over the page, which is opposite to that of the fingers.
+    scrolling->signal_decelerate().connect([this](double velocityX, double) {
+        if (velocityX != 0 && _onFlick)
+            _onFlick(-velocityX);
+    });
+    add_controller(scrolling);
+
+    auto pinching = Gtk::EventControllerLegacy::create();
+    pinching->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    pinching->signal_event().connect(
+        [](const Glib::RefPtr<const Gdk::Event>& event) {
+            return event->get_event_type() == Gdk::Event::Type::TOUCHPAD_PINCH
+                || event->get_event_type() == Gdk::Event::Type::TOUCHPAD_SWIPE;
+        },
+        false);
+    add_controller(pinching);
+}
+
+void PageFrame::swallowKeys()
+{
+    auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    keys->signal_key_pressed().connect(
+        [this](guint key, guint, Gdk::ModifierType) { return !_pageTakesKeys && scrollsPages(key); }, false);
+    add_controller(keys);
+}
+
+void PageFrame::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
+    int& minimumBaseline, int& naturalBaseline) const
+{
+    gtk_widget_measure(_child, static_cast<GtkOrientation>(orientation), forSize, &minimum, &natural, nullptr, nullptr);
+    minimumBaseline = naturalBaseline = -1;
+}
+
+void PageFrame::size_allocate_vfunc(int width, int height, int baseline)
+{
+    gtk_widget_allocate(_child, width, height, baseline, nullptr);
+    if (width == _width && height == _height)
+        return;
+    _width = width;
+    _height = height;
+    // Whoever hears of it may change the layout that is under way here.
+    _sizeReport.disconnect();
+    _sizeReport = Glib::signal_idle().connect(
+        [this] {
+            if (_onResize)
+                _onResize();
+            return false;
+        },
+        Glib::PRIORITY_HIGH_IDLE);
+}
+
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <gtkmm/widget.h>
+
+#include <functional>
+
+namespace pagora {
+
+// Holds the engine's widget: gives it all of its room, tells of changes of size, and takes the input that would scroll
+// the page before the engine sees it. Main thread.
+class PageFrame final : public Gtk::Widget {
+public:
+    // `child` is shown until the frame goes.
+    explicit PageFrame(GtkWidget* child);
+    ~PageFrame() override;
+
+    // Called after the layout that changed the size, once a size.
+    void setResizeHandler(std::function<void()> handler) { _onResize = std::move(handler); }
+    // Called once a flick with a horizontal part: positive when the fingers move the page to the right.
+    void setFlickHandler(std::function<void(double)> handler) { _onFlick = std::move(handler); }
+    // Whether a control in the page needs the keys that would otherwise scroll.
+    void setPageTakesKeys(bool takes) { _pageTakesKeys = takes; }
+
+protected:
+    Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }
+    void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline,
+        int& naturalBaseline) const override;
+    void size_allocate_vfunc(int width, int height, int baseline) override;
+
+private:
+    void swallowScrolling();
+    void swallowKeys();
+
+    GtkWidget* _child;
+    int _width = 0;
+    int _height = 0;
+    bool _pageTakesKeys = false;
+    std::function<void()> _onResize;
+    std::function<void(double)> _onFlick;
+    sigc::connection _sizeReport;
+};
+
+}

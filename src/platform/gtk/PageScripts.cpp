@@ -1,0 +1,85 @@
+#include "platform/gtk/PageScripts.hpp"
+
+#include <glibmm/main.h>
+
+namespace pagora {
+
+namespace {
+
+    std::string textOf(JSCValue* value)
+    {
+        if (jsc_value_is_undefined(value) || jsc_value_is_null(value))
+            return {};
+        char* text = jsc_value_to_string(value);
+        std::string result = text ? text : "";
+        g_free(text);
+        return result;
+    }
+
+}
+
+PageScripts::PageScripts(WebKitWebView* view, double timeout, std::function<void()> onTimeout)
+    : _view(view)
+    , _timeout(timeout)
+    , _onTimeout(std::move(onTimeout))
+    , _self(std::make_shared<PageScripts*>(this))
+{
+}
+
+PageScripts::~PageScripts()
+{
+    for (auto& [number, pending] : _pending)
+        pending.timer.disconnect();
+}
+
+Reply<std::string> PageScripts::evaluate(const std::string& script)
+{
+    Reply<std::string> reply;
+    const unsigned long number = ++_lastNumber;
+    const auto giveUp = [this, number] {
+        const std::weak_ptr<PageScripts*> self = _self;
+        answer(number, {});
+        if (!self.expired())
+            _onTimeout();
+        return false;
+    };
+    auto timer = Glib::signal_timeout().connect(giveUp, static_cast<unsigned>(_timeout * 1000));
+    _pending.emplace(number, Pending { reply.resolver(), timer });
+    auto call = std::make_unique<Call>(Call { _self, number });
+    webkit_web_view_evaluate_javascript(_view, script.data(), static_cast<gssize>(script.size()), pageWorld, nullptr,
+        nullptr, &PageScripts::finished, call.release());
+    return reply;
+}
+
+void PageScripts::giveUpAll()
+{
+    const std::weak_ptr<PageScripts*> self = _self;
+    const unsigned long last = _lastNumber;
+    while (!self.expired() && !_pending.empty() && _pending.begin()->first <= last)
+        answer(_pending.begin()->first, {});
+}
+
+void PageScripts::answer(unsigned long number, std::string text)
+{
+    auto found = _pending.extract(number);
+    if (found.empty())
+        return;
+    found.mapped().timer.disconnect();
+    found.mapped().resolver(std::move(text));
+}
+
+void PageScripts::finished(GObject* view, GAsyncResult* result, gpointer data)
+{
+    const std::unique_ptr<Call> call(static_cast<Call*>(data));
+    GError* error = nullptr;
+    JSCValue* value
+        = webkit_web_view_evaluate_javascript_finish(reinterpret_cast<WebKitWebView*>(view), result, &error);
+    g_clear_error(&error);
+    std::string text = value ? textOf(value) : std::string();
+    if (value)
+        g_object_unref(value);
+    if (const auto owner = call->owner.lock())
+        (*owner)->answer(call->number, std::move(text));
+}
+
+}

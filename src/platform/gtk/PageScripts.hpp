@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/Reply.hpp"
+
+#include <webkit/webkit.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include <sigc++/sigc++.h>
+
+namespace pagora {
+
+// The name of the script world that the page's own scripts do not see.
+inline constexpr const char* pageWorld = "pagora";
+
+// Evaluates scripts in a page view and keeps count of those that have not answered yet. Main thread.
+class PageScripts {
+public:
+    // A script that takes more than `timeout` seconds is given up with an empty text, then `onTimeout` is called.
+    PageScripts(WebKitWebView* view, double timeout, std::function<void()> onTimeout);
+    // The coroutines that still wait are not resumed.
+    ~PageScripts();
+    PageScripts(const PageScripts&) = delete;
+    PageScripts& operator=(const PageScripts&) = delete;
+
+    Reply<std::string> evaluate(const std::string& script);
+    // Answers all that are pending with an empty text.
+    void giveUpAll();
+
+private:
+    using Resolver = Reply<std::string>::Resolver;
+    struct Pending {
+        Resolver resolver;
+        sigc::connection timer;
+    };
+    struct Call {
+        std::weak_ptr<PageScripts*> owner;
+        unsigned long number;
+    };
+
+    void answer(unsigned long number, std::string text);
+    static void finished(GObject* view, GAsyncResult* result, gpointer call);
+
+    WebKitWebView* _view;
+    double _timeout;
+    std::function<void()> _onTimeout;
+    unsigned long _lastNumber = 0;
+    std::map<unsigned long, Pending> _pending;
+    // Tells calls that come back whether there is still someone to answer to.
+    std::shared_ptr<PageScripts*> _self;
+};
+
+}

@@ -1,0 +1,244 @@
+#include "platform/gtk/PageView.hpp"
+
+#include "platform/gtk/PageFile.hpp"
+
+#include <giomm/resource.h>
+#include <glibmm/main.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace pagora {
+
+namespace {
+
+    // How often a page that brings down the engine is loaded again.
+    constexpr int recoveriesPerLoad = 1;
+    // How long the page may take to hear of its new size before it is reported regardless, in milliseconds.
+    constexpr unsigned resizePatience = 200;
+
+    std::string withoutFragment(const std::string& uri) { return uri.substr(0, uri.find('#')); }
+
+    void addStyleSheet(WebKitWebView* view, const char* name)
+    {
+        const auto path = std::string("/org/pagora/Pagora/") + name;
+        GBytes* text = g_resources_lookup_data(path.c_str(), G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
+        if (!text)
+            g_error("resource %s is missing", path.c_str());
+        auto* sheet = webkit_user_style_sheet_new(static_cast<const char*>(g_bytes_get_data(text, nullptr)),
+            WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
+        webkit_user_content_manager_add_style_sheet(webkit_web_view_get_user_content_manager(view), sheet);
+        webkit_user_style_sheet_unref(sheet);
+        g_bytes_unref(text);
+    }
+
+}
+
+PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout)
+    : _view(std::move(view))
+    , _filterMaker(filter)
+    , _timeout(scriptTimeout)
+    , _reports(kind == PageKind::Fixed ? LoadReports::ClosingReport::Yes : LoadReports::ClosingReport::No)
+    , _scripts(_view.get(), scriptTimeout, [this] { restartEngine(); })
+    , _frame(GTK_WIDGET(_view.get()))
+    , _self(std::make_shared<PageView*>(this))
+{
+    addStyleSheet(_view.get(), kind == PageKind::Columns ? "page.css" : "fixed-page.css");
+    _frame.setResizeHandler([this] {
+        if (_stage != Stage::Shown)
+            return reportSize();
+        // The page script tells when the page has the new size too; only then do its measures fit the frame.
+        _resizeTimer.disconnect();
+        _resizeTimer = Glib::signal_timeout().connect(
+            [this] {
+                reportSize();
+                return false;
+            },
+            resizePatience);
+    });
+    connectEngine();
+}
+
+PageView::~PageView()
+{
+    for (auto* timer : { &_startTimer, &_loadTimer, &_resizeTimer, &_recovery })
+        timer->disconnect();
+    g_signal_handlers_disconnect_by_data(_view.get(), this);
+    g_signal_handlers_disconnect_by_data(webkit_web_view_get_user_content_manager(_view.get()), this);
+    if (_numberScript)
+        webkit_user_script_unref(_numberScript);
+}
+
+void PageView::setBookFolder(const std::string& path)
+{
+    auto* content = webkit_web_view_get_user_content_manager(_view.get());
+    webkit_user_content_manager_remove_all_filters(content);
+    _bookFolder = path;
+    _filterFailed = false;
+    _filterRequest = _filterMaker.compile(path, [this, content](WebKitUserContentFilter* filter) {
+        _filterRequest.reset();
+        _filterFailed = !filter;
+        if (filter)
+            webkit_user_content_manager_add_filter(content, filter);
+        if (_stage == Stage::WaitingForFilter)
+            start();
+    });
+}
+
+bool PageView::isInBook(const Url& url) const
+{
+    return isUrlInFolder(url, _bookFolder);
+}
+
+std::uint64_t PageView::loadRequest(const Url& url)
+{
+    _recoveriesLeft = recoveriesPerLoad;
+    begin(url);
+    return currentLoad();
+}
+
+void PageView::begin(const Url& url)
+{
+    _reports.begin(url);
+    _stage = Stage::Idle;
+    _startTimer.disconnect();
+    _loadTimer.disconnect();
+    _recovery.disconnect();
+
+    const bool isFile = url.isFile() || url.scheme().empty();
+    const auto target = isFile ? existingFile(url) : std::optional(url);
+    if (!target || (isFile && !_bookFolder.empty() && !isFileInFolder(target->path(), _bookFolder)))
+        return failSoon();
+    _target = target->text();
+    if (_filterRequest)
+        _stage = Stage::WaitingForFilter;
+    else
+        start();
+}
+
+void PageView::failSoon()
+{
+    _startTimer = Glib::signal_idle().connect([this] {
+        _reports.documentFailed(currentLoad());
+        return false;
+    });
+}
+
+void PageView::start()
+{
+    if (_filterFailed)
+        return failSoon();
+    _stage = Stage::Starting;
+    numberScripts();
+    // A page whose scripts never end would keep the engine from even beginning with another one.
+    if (_target.rfind("file:", 0) == 0) {
+        _loadTimer = Glib::signal_timeout().connect(
+            [this] {
+                restartEngine();
+                return false;
+            },
+            static_cast<unsigned>(_timeout * 1000));
+    }
+    loadFresh();
+}
+
+void PageView::loadFresh()
+{
+    const bool isFragmentOfShown
+        = _target.find('#') != std::string::npos && withoutFragment(_target) == withoutFragment(_shown);
+    if (!isFragmentOfShown)
+        return webkit_web_view_load_uri(_view.get(), _target.c_str());
+
+    // The engine would only scroll the page that it shows. It is given the new URL and loaded anew.
+    struct Reload {
+        std::weak_ptr<PageView*> owner;
+        std::uint64_t load;
+    };
+    const std::string script = "History.prototype.replaceState.call(history, null, '', '" + scriptText(_target) + "')";
+    auto reload = std::make_unique<Reload>(Reload { _self, currentLoad() });
+    const auto renamed = [](GObject* view, GAsyncResult* result, gpointer data) {
+        const std::unique_ptr<Reload> reload(static_cast<Reload*>(data));
+        JSCValue* value
+            = webkit_web_view_evaluate_javascript_finish(reinterpret_cast<WebKitWebView*>(view), result, nullptr);
+        const auto owner = reload->owner.lock();
+        const bool isWanted = owner && (*owner)->currentLoad() == reload->load && (*owner)->_stage == Stage::Starting;
+        if (isWanted && value)
+            webkit_web_view_reload(reinterpret_cast<WebKitWebView*>(view));
+        else if (isWanted)
+            webkit_web_view_load_uri(reinterpret_cast<WebKitWebView*>(view), (*owner)->_target.c_str());
+        if (value)
+            g_object_unref(value);
+    };
+    webkit_web_view_evaluate_javascript(
+        _view.get(), script.c_str(), -1, pageWorld, nullptr, nullptr, renamed, reload.release());
+}
+
+void PageView::numberScripts()
+{
+    auto* content = webkit_web_view_get_user_content_manager(_view.get());
+    if (_numberScript) {
+        webkit_user_content_manager_remove_script(content, _numberScript);
+        webkit_user_script_unref(_numberScript);
+    }
+    const std::string source = "var pagoraLoad = " + std::to_string(currentLoad()) + ";";
+    _numberScript = webkit_user_script_new_for_world(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+        WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageWorld, nullptr, nullptr);
+    webkit_user_content_manager_add_script(content, _numberScript);
+}
+
+void PageView::restartEngine()
+{
+    webkit_web_view_terminate_web_process(_view.get());
+}
+
+void PageView::recover()
+{
+    _stage = Stage::Idle;
+    _shown.clear();
+    _loadTimer.disconnect();
+    _scripts.giveUpAll();
+    // Answers may have started another load by then.
+    const std::uint64_t lost = currentLoad();
+    _recovery.disconnect();
+    _recovery = Glib::signal_idle().connect([this, lost] {
+        if (lost != currentLoad() || !_reports.url())
+            return false;
+        if (_recoveriesLeft-- > 0)
+            begin(Url(*_reports.url()));
+        else
+            _reports.documentFailed(lost);
+        return false;
+    });
+}
+
+void PageView::reportSize()
+{
+    _resizeTimer.disconnect();
+    if (auto* delegate = _reports.delegate())
+        delegate->didResize();
+}
+
+void PageView::setTextSizeMultiplier(double multiplier)
+{
+    webkit_web_view_set_zoom_level(_view.get(), multiplier);
+}
+
+Rect PageView::frame() const
+{
+    return { 0, 0, static_cast<double>(_frame.get_width()), static_cast<double>(_frame.get_height()) };
+}
+
+void PageView::setHidden(bool hidden)
+{
+    // It stays laid out at its size, so that the page in it can be prepared.
+    _isHidden = hidden;
+    _frame.set_opacity(hidden ? 0 : 1);
+    _frame.set_can_target(!hidden);
+}
+
+void PageView::makeFirstResponder()
+{
+    gtk_widget_grab_focus(GTK_WIDGET(_view.get()));
+}
+
+}

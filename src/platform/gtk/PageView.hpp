@@ -1,0 +1,97 @@
+#pragma once
+
+#include "platform/WebView.hpp"
+#include "platform/gtk/BookFilter.hpp"
+#include "platform/gtk/GObjectPtr.hpp"
+#include "platform/gtk/LoadReports.hpp"
+#include "platform/gtk/PageFrame.hpp"
+#include "platform/gtk/PageScripts.hpp"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace pagora {
+
+// What a page view is for: text that the reader lays out as a strip of columns, or pages that come with their layout.
+enum class PageKind { Columns, Fixed };
+
+// The page view on top of the engine's widget. A load of a page that the page itself asked for (a link within the book)
+// and the reload after a crash of the engine count as loads of their own. Made by a `PageEngine`, which outlives it.
+// Main thread.
+class PageView final : public WebView {
+public:
+    // `scriptTimeout`, in seconds, is how long a script may take, and a page to begin.
+    PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout);
+    ~PageView() override;
+
+    // For the window that shows it.
+    Gtk::Widget& widget() { return _frame; }
+    // Called once a flick with dx: positive when the fingers move the page to the right, towards earlier pages.
+    void setFlickHandler(std::function<void(double dx)> handler) { _frame.setFlickHandler(std::move(handler)); }
+    // The engine's widget, for pictures of the page and for tests.
+    WebKitWebView* engineView() const { return _view.get(); }
+
+    void setDelegate(WebViewDelegate* delegate) override { _reports.setDelegate(delegate); }
+    void setBookFolder(const std::string& path) override;
+    std::uint64_t loadRequest(const Url& url) override;
+    std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
+    Reply<std::string> evaluateScript(const std::string& script) override { return _scripts.evaluate(script); }
+    void setTextSizeMultiplier(double multiplier) override;
+    Rect frame() const override;
+    void setHidden(bool hidden) override;
+    bool isHidden() const override { return _isHidden; }
+    void makeFirstResponder() override;
+
+private:
+    // `Starting`: asked for, not begun by the engine; `Shown`: begun, so that the engine's events are this load's.
+    enum class Stage { Idle, WaitingForFilter, Starting, Shown };
+
+    void connectEngine();
+    void begin(const Url& url);
+    void start();
+    void loadFresh();
+    void numberScripts();
+    void failSoon();
+    void restartEngine();
+    void recover();
+    void reportSize();
+    bool isInBook(const Url& url) const;
+
+    // The engine's events.
+    void loadChanged(WebKitLoadEvent event);
+    void loadFailed(const char* uri, const GError* error);
+    void resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request);
+    void resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed);
+    bool decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    bool decideResponse(WebKitResponsePolicyDecision* decision);
+    void locationChanged();
+    void messageReceived(const std::string& text);
+    friend struct PageViewSignals;
+
+    GObjectPtr<WebKitWebView> _view;
+    BookFilter& _filterMaker;
+    double _timeout;
+    LoadReports _reports;
+    PageScripts _scripts;
+    PageFrame _frame;
+
+    std::string _bookFolder;
+    std::shared_ptr<void> _filterRequest;
+    bool _filterFailed = false;
+    Stage _stage = Stage::Idle;
+    // The URL as the engine gets it, and the one of the page that it shows.
+    std::string _target;
+    std::string _shown;
+    WebKitUserScript* _numberScript = nullptr;
+    int _recoveriesLeft = 0;
+    bool _isHidden = false;
+    sigc::connection _startTimer;
+    sigc::connection _loadTimer;
+    sigc::connection _resizeTimer;
+    sigc::connection _recovery;
+    // Forgotten when the view goes, for what comes back later.
+    std::shared_ptr<PageView*> _self;
+};
+
+}

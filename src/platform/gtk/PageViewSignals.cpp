@@ -1,0 +1,227 @@
+#include "platform/gtk/PageFile.hpp"
+#include "platform/gtk/PageView.hpp"
+
+#include <sstream>
+
+namespace pagora {
+
+namespace {
+
+    Url urlOf(const char* text)
+    {
+        const std::string uri = text ? text : "";
+        const auto url = Url::fromString(uri);
+        return url ? *url : *Url::fromString(addingPercentEscapes(uri));
+    }
+
+    bool isWithinPage(const Url& url)
+    {
+        const std::string scheme = url.scheme();
+        return scheme == "data" || scheme == "blob" || scheme == "about" || scheme == "javascript";
+    }
+
+    Url requestUrl(WebKitURIRequest* request) { return urlOf(webkit_uri_request_get_uri(request)); }
+
+    struct WatchedResource {
+        std::weak_ptr<PageView*> owner;
+        std::uint64_t load;
+        bool ended = false;
+    };
+
+}
+
+// The engine's C callbacks.
+struct PageViewSignals {
+    static PageView& view(gpointer data) { return *static_cast<PageView*>(data); }
+
+    static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) { view(data).loadChanged(event); }
+
+    static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, char* uri, GError* error, gpointer data)
+    {
+        view(data).loadFailed(uri, error);
+        // No error page takes the place of what is shown.
+        return TRUE;
+    }
+
+    static void resourceStarted(WebKitWebView*, WebKitWebResource* resource, WebKitURIRequest* request, gpointer data)
+    {
+        view(data).resourceStarted(resource, request);
+    }
+
+    static gboolean decidePolicy(
+        WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type, gpointer data)
+    {
+        const bool use = type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE
+            ? view(data).decideResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision))
+            : view(data).decideNavigation(decision, type);
+        if (use)
+            webkit_policy_decision_use(decision);
+        else
+            webkit_policy_decision_ignore(decision);
+        return TRUE;
+    }
+
+    static void locationChanged(WebKitWebView*, GParamSpec*, gpointer data) { view(data).locationChanged(); }
+
+    static void terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer data) { view(data).recover(); }
+
+    static void messageReceived(WebKitUserContentManager*, JSCValue* value, gpointer data)
+    {
+        char* text = jsc_value_to_string(value);
+        view(data).messageReceived(text ? text : "");
+        g_free(text);
+    }
+
+    static void end(WebKitWebResource* resource, WatchedResource& watched, bool failed)
+    {
+        // The engine says "finished" after "failed".
+        const auto owner = watched.owner.lock();
+        if (!std::exchange(watched.ended, true) && owner)
+            (*owner)->resourceEnded(resource, watched.load, failed);
+    }
+    static void resourceFinished(WebKitWebResource* resource, gpointer data)
+    {
+        end(resource, *static_cast<WatchedResource*>(data), false);
+    }
+    static void resourceFailed(WebKitWebResource* resource, GError*, gpointer data)
+    {
+        end(resource, *static_cast<WatchedResource*>(data), true);
+    }
+};
+
+void PageView::connectEngine()
+{
+    auto* view = _view.get();
+    g_signal_connect(view, "load-changed", G_CALLBACK(PageViewSignals::loadChanged), this);
+    g_signal_connect(view, "load-failed", G_CALLBACK(PageViewSignals::loadFailed), this);
+    g_signal_connect(view, "resource-load-started", G_CALLBACK(PageViewSignals::resourceStarted), this);
+    g_signal_connect(view, "decide-policy", G_CALLBACK(PageViewSignals::decidePolicy), this);
+    g_signal_connect(view, "notify::uri", G_CALLBACK(PageViewSignals::locationChanged), this);
+    g_signal_connect(view, "web-process-terminated", G_CALLBACK(PageViewSignals::terminated), this);
+    auto* content = webkit_web_view_get_user_content_manager(view);
+    g_signal_connect(
+        content, "script-message-received::pagora", G_CALLBACK(PageViewSignals::messageReceived), this);
+}
+
+void PageView::loadChanged(WebKitLoadEvent event)
+{
+    if (event == WEBKIT_LOAD_COMMITTED) {
+        _stage = Stage::Shown;
+        _loadTimer.disconnect();
+        _frame.setPageTakesKeys(false);
+        _shown = webkit_web_view_get_uri(_view.get());
+    } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown)
+        _reports.everythingFinished(currentLoad());
+}
+
+void PageView::loadFailed(const char* uri, const GError* error)
+{
+    // A load that makes way for another one.
+    if (g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
+        return;
+    if (_stage == Stage::Starting) {
+        _stage = Stage::Idle;
+        _loadTimer.disconnect();
+        _reports.documentFailed(currentLoad());
+    } else if (auto* delegate = _reports.delegate())
+        delegate->resourceDidFailLoading({ urlOf(uri), currentLoad(), true, !_reports.isFinished() });
+}
+
+void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request)
+{
+    const Url url = requestUrl(request);
+    if (!url.isFile() && !isWithinPage(url))
+        _reports.willSendRequest(url);
+    auto watched = std::make_unique<WatchedResource>(WatchedResource { _self, currentLoad() });
+    g_signal_connect(resource, "finished", G_CALLBACK(PageViewSignals::resourceFinished), watched.get());
+    g_signal_connect(resource, "failed", G_CALLBACK(PageViewSignals::resourceFailed), watched.get());
+    g_object_set_data_full(G_OBJECT(resource), "pagora-watched", watched.release(),
+        [](gpointer data) { std::default_delete<WatchedResource>()(static_cast<WatchedResource*>(data)); });
+}
+
+void PageView::resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed)
+{
+    // The document is reported when it is complete, which its own event does not tell.
+    if (resource == webkit_web_view_get_main_resource(_view.get()))
+        return;
+    if (failed)
+        _reports.resourceFailed(load);
+    else
+        _reports.resourceFinished(load);
+}
+
+bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type)
+{
+    auto* navigation = webkit_navigation_policy_decision_get_navigation_action(
+        WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
+    if (url.isFile()) {
+        const bool isOurs = _stage == Stage::Starting && url.text() == _target;
+        if (!isOurs && !isInBook(url))
+            return false;
+    } else if (!isWithinPage(url))
+        _reports.willSendRequest(url);
+
+    if (type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION)
+        return true;
+    if (url.isFile())
+        webkit_web_view_load_uri(_view.get(), url.text().c_str());
+    return false;
+}
+
+bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
+{
+    if (auto* delegate = _reports.delegate()) {
+        const char* type = webkit_uri_response_get_mime_type(webkit_response_policy_decision_get_response(decision));
+        delegate->decidePolicyForMIMEType(type ? type : "");
+    }
+    // What cannot be shown would be downloaded.
+    if (!webkit_response_policy_decision_is_mime_type_supported(decision))
+        return false;
+    const bool isPage = webkit_response_policy_decision_is_main_frame_main_resource(decision);
+    if (isPage && _stage != Stage::Starting) {
+        // The page went on by itself.
+        _reports.begin(requestUrl(webkit_response_policy_decision_get_request(decision)));
+        _target = _reports.url()->text();
+        _stage = Stage::Starting;
+        numberScripts();
+    }
+    return true;
+}
+
+void PageView::locationChanged()
+{
+    const char* uri = webkit_web_view_get_uri(_view.get());
+    if (_stage != Stage::Shown || !uri || _shown == uri)
+        return;
+    const Url url = urlOf(uri);
+    if (url.withoutFragment() != urlOf(_shown.c_str()).withoutFragment())
+        return;
+    _shown = uri;
+    if (auto* delegate = _reports.delegate())
+        delegate->didChangeLocationWithinPage(url);
+}
+
+void PageView::messageReceived(const std::string& text)
+{
+    std::istringstream words(text);
+    std::uint64_t load = 0;
+    std::string what;
+    words >> load >> what;
+    if (load != currentLoad())
+        return;
+    if (what == "complete")
+        _reports.documentComplete(load);
+    else if (what == "keys") {
+        int takes = 0;
+        words >> takes;
+        _frame.setPageTakesKeys(takes != 0);
+    } else if (what == "size") {
+        Rect size;
+        words >> size.width >> size.height;
+        if (_resizeTimer.connected() && size == frame())
+            reportSize();
+    }
+}
+
+}

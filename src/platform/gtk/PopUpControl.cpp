@@ -1,0 +1,131 @@
+#include "platform/gtk/PopUpControl.hpp"
+
+#include "platform/gtk/DisplayText.hpp"
+
+#include <gtkmm/expression.h>
+#include <gtkmm/label.h>
+#include <gtkmm/listitem.h>
+#include <gtkmm/separator.h>
+#include <gtkmm/signallistitemfactory.h>
+#include <gtkmm/stack.h>
+#include <gtkmm/stringobject.h>
+
+#include <algorithm>
+
+namespace pagora {
+
+namespace {
+
+    constexpr std::size_t longestTitle = 200;
+
+    // A row is a title or a line between titles, whichever its item asks for.
+    Glib::RefPtr<Gtk::ListItemFactory> makeRows(bool titlesAreFonts)
+    {
+        const auto rows = Gtk::SignalListItemFactory::create();
+        rows->signal_setup().connect([](const Glib::RefPtr<Gtk::ListItem>& item) {
+            auto* const row = Gtk::make_managed<Gtk::Stack>();
+            auto* const title = Gtk::make_managed<Gtk::Label>();
+            title->set_xalign(0);
+            title->set_ellipsize(Pango::EllipsizeMode::END);
+            title->set_max_width_chars(28);
+            row->set_vhomogeneous(false);
+            row->add(*title, "title");
+            row->add(*Gtk::make_managed<Gtk::Separator>(), "separator");
+            item->set_child(*row);
+        });
+        rows->signal_bind().connect([titlesAreFonts](const Glib::RefPtr<Gtk::ListItem>& item) {
+            const auto string = std::dynamic_pointer_cast<Gtk::StringObject>(item->get_item());
+            auto* const row = dynamic_cast<Gtk::Stack*>(item->get_child());
+            auto* const title = row ? dynamic_cast<Gtk::Label*>(row->get_child_by_name("title")) : nullptr;
+            if (!string || !title)
+                return;
+            const auto text = string->get_string();
+            title->set_text(text);
+            if (titlesAreFonts) {
+                Pango::AttrList attributes;
+                auto family = Pango::Attribute::create_attr_family(text);
+                attributes.insert(family);
+                title->set_attributes(attributes);
+            }
+            row->set_visible_child(text.empty() ? "separator" : "title");
+            item->set_selectable(!text.empty());
+            item->set_activatable(!text.empty());
+        });
+        return rows;
+    }
+
+}
+
+PopUpControl::PopUpControl(Gtk::DropDown& dropDown, TitlesAreFonts titlesAreFonts)
+    : WidgetControl(dropDown)
+    , _dropDown(dropDown)
+    , _items(Gtk::StringList::create({}))
+{
+    _dropDown.set_model(_items);
+    _dropDown.set_factory(makeRows(titlesAreFonts == TitlesAreFonts::Yes));
+    _dropDown.set_expression(Gtk::PropertyExpression<Glib::ustring>::create(Gtk::StringObject::get_type(), "string"));
+    _selectionChanged = _dropDown.property_selected().signal_changed().connect([this] { selectionDidChange(); });
+}
+
+PopUpControl::~PopUpControl()
+{
+    _selectionChanged.disconnect();
+}
+
+void PopUpControl::removeAllItems()
+{
+    _isChanging = true;
+    _titles.clear();
+    _items->splice(0, _items->get_n_items(), {});
+    _selected = _dropDown.get_selected();
+    _isChanging = false;
+}
+
+void PopUpControl::addItem(const std::string& title)
+{
+    _isChanging = true;
+    _titles.push_back(title);
+    _items->append(displayText(title, longestTitle));
+    _selected = _dropDown.get_selected();
+    _isChanging = false;
+}
+
+void PopUpControl::addSeparator()
+{
+    addItem({});
+}
+
+void PopUpControl::selectItemWithTitle(const std::string& title)
+{
+    const auto found = std::find(_titles.begin(), _titles.end(), title);
+    if (title.empty() || found == _titles.end())
+        return;
+    _isChanging = true;
+    _selected = static_cast<guint>(found - _titles.begin());
+    _dropDown.set_selected(_selected);
+    _isChanging = false;
+}
+
+std::string PopUpControl::titleOfSelectedItem() const
+{
+    return _selected < _titles.size() ? _titles[_selected] : std::string();
+}
+
+void PopUpControl::selectionDidChange()
+{
+    const auto selected = _dropDown.get_selected();
+    if (_isChanging || selected == _selected || selected >= _titles.size())
+        return;
+    if (_titles[selected].empty()) {
+        _isChanging = true;
+        _dropDown.set_selected(_selected);
+        _isChanging = false;
+        return;
+    }
+    _selected = selected;
+    // A copy, for the action may drop the button.
+    if (const auto action = _action)
+        action();
+}
+
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/gtk/WidgetControl.hpp"
+
+#include <gtkmm/scale.h>
+
+namespace pagora {
+
+// A slider of a layout. While the pointer holds the knob it sends its action with each move or, where it is not
+// continuous, once on release; the keyboard, the wheel and assistive technology send it at once. Main thread.
+class SliderControl : public Slider, public WidgetControl {
+public:
+    enum class Continuous : bool { No, Yes };
+    SliderControl(Gtk::Scale& scale, Continuous continuous);
+    ~SliderControl() override;
+
+    double minValue() const override;
+    double maxValue() const override;
+    void setMinValue(double value) override;
+    void setMaxValue(double value) override;
+    float floatValue() const override;
+    void setFloatValue(float value) override;
+    void setAction(std::function<void(EventType)> action) override { _action = std::move(action); }
+    // Its parent shares out the room: the slider takes what its neighbours leave.
+    void setFrame(const Rect&) override { _scale.queue_resize(); }
+
+    // Moves the knob as the keyboard does.
+    void moveTo(double value) { _scale.set_value(value); }
+
+private:
+    bool pointerDid(const Glib::RefPtr<const Gdk::Event>& event);
+    void valueDidChange();
+    void send(EventType event);
+
+    Gtk::Scale& _scale;
+    bool _isContinuous;
+    bool _isPressed = false;
+    bool _isSetting = false;
+    std::function<void(EventType)> _action;
+    Glib::RefPtr<Gtk::EventController> _pointer;
+    sigc::connection _valueChanged;
+    sigc::connection _pointerEvent;
+};
+
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/Controls.hpp"
+#include "platform/WebView.hpp"
+#include "platform/Window.hpp"
+
+#include "reader/SplitView.hpp"
+#include "reader/TocView.hpp"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// What the user does in a reader window. Each is called from the main loop, never from inside a control's own handling,
+// so that it may close the window.
+struct ReaderWindowActions {
+    std::function<void()> closeEPUB;
+    std::function<void()> toggleLeftView;
+    std::function<void()> toggleFullScreen;
+    // 0 turns back, 1 turns on.
+    std::function<void(int tag)> changePage;
+    std::function<void()> goToFirstPage;
+    std::function<void()> goToLastPage;
+    // A flick over the page; positive when the fingers move to the right.
+    std::function<void(double deltaX)> scrollWheelBegan;
+    std::function<void()> windowDidEnterFullScreen;
+    std::function<void()> windowDidExitFullScreen;
+    std::function<void()> displayOptions;
+    // A step of the column count.
+    std::function<void()> changeWidth;
+    std::function<void(const std::string& text)> searchContent;
+};
+
+// What every reader window has, by the names of its layout. Main thread.
+class ReaderWindow {
+public:
+    virtual ~ReaderWindow() = default;
+    virtual Window& window() = 0;
+    virtual void setActions(ReaderWindowActions actions) = 0;
+
+    virtual SplitView& mainSplitView() = 0;
+    virtual TocView& tocView() = 0;
+    virtual Button& goLeftButton() = 0;
+    virtual Button& goRightButton() = 0;
+    virtual ColorView& bgView() = 0;
+    virtual WebView& webView() = 0;
+    virtual TextField& locLabel() = 0;
+    virtual Slider& locSlider() = 0;
+};
+
+// The layout "EpubWindow".
+class EpubWindow : public ReaderWindow {
+public:
+    // Text size multiplier.
+    virtual Slider& fontSizeSlider() = 0;
+    // Three segments with the tags 1, 2 and 3.
+    virtual SegmentedControl& colorControl() = 0;
+    virtual PopUpButton& fontMenu() = 0;
+    virtual TextField& searchField() = 0;
+    // The panel with the display options.
+    virtual Window& displayOptions() = 0;
+    // Every font family installed, as the system lists them.
+    virtual std::vector<std::string> availableFontFamilies() const = 0;
+};
+
+// Makes reader windows from their layouts.
+class ReaderWindowFactory {
+public:
+    virtual ~ReaderWindowFactory() = default;
+    // The layout "EpubWindow".
+    virtual std::unique_ptr<EpubWindow> makeEpubWindow() = 0;
+    // The layout "FixedLayout".
+    virtual std::unique_ptr<ReaderWindow> makeFixedWindow() = 0;
+};
+
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "reader/EpubController.hpp"
+#include "reader/EpubWindow.hpp"
+#include "reader/ReaderHub.hpp"
+
+#include <memory>
+
+namespace pagora {
+
+// A reflowable reader's window and the controller that it owns. The hub makes one for each book that is opened and drops
+// it at closing. Main thread.
+class EpubWindowController {
+public:
+    EpubWindowController(std::unique_ptr<EpubWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub);
+    ~EpubWindowController();
+
+    Window& window() { return _window->window(); }
+    WebView& webView() { return _window->webView(); }
+    // Null once the reading has ended.
+    EpubController* _epubController() { return _controller.get(); }
+    void set_epubController(std::unique_ptr<EpubController> controller) { _controller = std::move(controller); }
+
+    void closeEPUB();
+    // Puts the panel with the display options away.
+    void hideDisplayOptions();
+    void toggleFullScreen() { window().toggleFullScreen(); }
+    void windowDidEnterFullScreen();
+    void windowDidExitFullScreen();
+
+private:
+    void connect();
+
+    std::unique_ptr<EpubWindow> _window;
+    ReaderHub& _mainController;
+    std::unique_ptr<EpubController> _controller;
+};
+
+}

@@ -1,0 +1,21 @@
+#include "reader/LocationBar.hpp"
+
+namespace pagora {
+
+void LocationBar::setLabelMessage(const std::string& text)
+{
+    const Rect old = _locLabel.frame();
+    _locLabel.setStringValue(text);
+    _locLabel.sizeToFit();
+    Rect fitted = _locLabel.frame();
+    const double grown = fitted.width - old.width;
+    if (grown == 0)
+        return;
+    fitted.x = old.x - grown;
+    _locLabel.setFrame(fitted);
+    Rect slider = _locSlider.frame();
+    slider.width -= grown;
+    _locSlider.setFrame(slider);
+}
+
+}

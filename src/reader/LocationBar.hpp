@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Controls.hpp"
+
+#include <string>
+
+namespace pagora {
+
+// The location slider and the label beside it, as both readers use them: the label grows to the left into the slider.
+// Main thread.
+class LocationBar {
+public:
+    LocationBar(TextField& locLabel, Slider& locSlider) : _locLabel(locLabel), _locSlider(locSlider) { }
+
+    // Shows the text, fits the label to it and gives the slider what is left.
+    void setLabelMessage(const std::string& text);
+
+    Slider& slider() { return _locSlider; }
+    TextField& label() { return _locLabel; }
+
+private:
+    TextField& _locLabel;
+    Slider& _locSlider;
+};
+
+}

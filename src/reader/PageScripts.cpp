@@ -1,0 +1,99 @@
+#include "reader/PageScripts.hpp"
+
+#include "platform/WebView.hpp"
+
+namespace pagora::scripts {
+
+namespace {
+
+    constexpr const char* forEachImage
+        = "var images = document.getElementsByTagName('img');for (var i = 0; i < images.length; i++) {";
+
+    std::string points(std::int32_t number)
+    {
+        return std::to_string(number) + "px";
+    }
+
+    std::string columnWidth(std::int32_t pageWidth)
+    {
+        return "document.body.style.webkitColumnWidth = '" + points(pageWidth) + "';";
+    }
+
+    std::string bodyHeight(std::int32_t height)
+    {
+        return "document.body.style.height = '" + points(height) + "';";
+    }
+
+}
+
+std::string scrollTo(std::int64_t offset)
+{
+    return "window.scrollTo(" + std::to_string(offset) + ", 0);";
+}
+
+std::string setHash(const std::string& anchor)
+{
+    return "window.location.hash = \"#" + scriptText(anchor) + "\";";
+}
+
+std::string offsetTopOf(const std::string& elementId)
+{
+    return "document.getElementById('" + scriptText(elementId) + "').offsetTop;";
+}
+
+std::string columns(std::int32_t count, std::int32_t pageWidth)
+{
+    if (count < 2)
+        return columnWidth(pageWidth);
+    return "document.body.style.webkitColumnWidth = 'auto';document.body.style.webkitColumnCount = '"
+        + std::to_string(count) + "';";
+}
+
+std::string textFont(const std::string& family)
+{
+    return "document.body.style.fontFamily = '" + scriptText(family) + "';";
+}
+
+std::string colors(const char* text, const char* background)
+{
+    return std::string("var all = document.all;for (var i = 0; i < all.length; i++) {all[i].style.background = "
+                       "'none';all[i].style.color = '")
+        + text + "'; }document.body.style.backgroundColor = '" + background + "';document.body.style.color = '" + text
+        + "';";
+}
+
+std::string layout(const Layout& layout)
+{
+    std::string script;
+    if (layout.text)
+        script += colors(layout.text, layout.background);
+    script += "document.body.style.webkitColumnGap = '40px';";
+    script += "document.body.style.margin = '0px';";
+    script += "document.body.style.padding = '40px 20px';";
+    script += textFont(layout.font);
+    script += "document.body.style.overflow = 'hidden';";
+    script += bodyHeight(layout.columnHeight);
+    script += forEachImage;
+    script += "images[i].style.float = 'left';images[i].style.height = 'auto';images[i].style.maxWidth = '"
+        + points(layout.pageWidth) + "';images[i].style.maxHeight = '" + points(layout.imageHeight) + "'; }";
+    return script;
+}
+
+std::string imageWidth(std::int32_t pageWidth)
+{
+    return forEachImage + ("images[i].style.maxWidth = '" + points(pageWidth) + "'; }");
+}
+
+std::string relayout(std::int32_t columns, std::int32_t pageWidth, std::int32_t columnHeight, std::int32_t imageHeight)
+{
+    std::string script;
+    if (columns == 1)
+        script += columnWidth(pageWidth);
+    script += bodyHeight(columnHeight);
+    script += forEachImage;
+    script += "images[i].style.float = 'left';images[i].style.maxWidth = '" + points(pageWidth)
+        + "';images[i].style.maxHeight = '" + points(imageHeight) + "'; }";
+    return script;
+}
+
+}

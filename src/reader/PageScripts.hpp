@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace pagora::scripts {
+
+// The scripts that lay a chapter out and move in it, word for word as every page gets them. Sizes in points.
+
+inline const std::string scrollWidth = "document.body.scrollWidth;";
+// The same without a semicolon; both forms are in use.
+inline const std::string scrollWidthExpression = "document.body.scrollWidth";
+inline const std::string pageXOffset = "window.pageXOffset";
+inline const std::string innerWidth = "window.innerWidth";
+inline const std::string scrollToEnd = "window.scrollTo(document.body.scrollWidth, 0);";
+
+std::string scrollTo(std::int64_t offset);
+std::string setHash(const std::string& anchor);
+std::string offsetTopOf(const std::string& elementId);
+
+// One column has an explicit width, more have a count.
+std::string columns(std::int32_t count, std::int32_t pageWidth);
+std::string textFont(const std::string& family);
+// Takes the colours out of every element and sets those of the body.
+std::string colors(const char* text, const char* background);
+
+struct Layout {
+    // Null colours leave the book's own.
+    const char* text = nullptr;
+    const char* background = nullptr;
+    std::string font;
+    std::int32_t pageWidth = 0;
+    std::int32_t columnHeight = 0;
+    std::int32_t imageHeight = 0;
+};
+// Everything a chapter gets once it is loaded, but for the columns.
+std::string layout(const Layout& layout);
+
+// The image widths after a change of the column count.
+std::string imageWidth(std::int32_t pageWidth);
+// What a new size of the view changes; the column width only for one column.
+std::string relayout(std::int32_t columns, std::int32_t pageWidth, std::int32_t columnHeight, std::int32_t imageHeight);
+
+}

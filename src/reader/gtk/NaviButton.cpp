@@ -1,0 +1,63 @@
+#include "reader/gtk/NaviButton.hpp"
+
+#include "platform/Log.hpp"
+
+#include <glibmm/main.h>
+#include <gtkmm/eventcontrollermotion.h>
+
+#include <cmath>
+
+namespace pagora {
+
+NaviButton::NaviButton(Gtk::Button& button, ActionQueue& queue)
+    : WidgetControl(button)
+    , _button(button)
+{
+    _clicked = _button.signal_clicked().connect([this, &queue] {
+        queue.post([this] {
+            // A copy, for the action may close the window.
+            if (const auto action = _action)
+                action();
+        });
+    });
+    const auto pointer = Gtk::EventControllerMotion::create();
+    _entered = pointer->signal_enter().connect([this](double, double) { cursorUpdate(); });
+    _button.add_controller(pointer);
+    _pointer = pointer;
+    setHandCursor();
+}
+
+NaviButton::~NaviButton()
+{
+    _clicked.disconnect();
+    _entered.disconnect();
+    for (auto& reset : _cursorResets)
+        reset.disconnect();
+    _button.remove_controller(_pointer);
+}
+
+void NaviButton::cursorUpdate()
+{
+    log("cursor update");
+    for (auto& reset : _cursorResets)
+        reset.disconnect();
+    _cursorResets.clear();
+    // For a second the hand wins over the cursors that the page below sets.
+    float delay = 0;
+    for (int i = 0; i < 20; ++i, delay += 0.05f) {
+        const auto milliseconds = static_cast<unsigned>(std::lround(delay * 1000));
+        _cursorResets.push_back(Glib::signal_timeout().connect(
+            [this] {
+                setHandCursor();
+                return false;
+            },
+            milliseconds));
+    }
+}
+
+void NaviButton::setHandCursor()
+{
+    _button.set_cursor("pointer");
+}
+
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/gtk/WidgetControl.hpp"
+
+#include "reader/gtk/ActionQueue.hpp"
+
+#include <gtkmm/button.h>
+
+#include <vector>
+
+namespace pagora {
+
+// A page button: a strip over the page's edge that is transparent except while the pointer is over it. Main thread.
+class NaviButton : public Button, public WidgetControl {
+public:
+    // A click is sent through the queue.
+    NaviButton(Gtk::Button& button, ActionQueue& queue);
+    ~NaviButton() override;
+
+    void setAction(std::function<void()> action) override { _action = std::move(action); }
+
+private:
+    void cursorUpdate();
+    void setHandCursor();
+
+    Gtk::Button& _button;
+    std::function<void()> _action;
+    Glib::RefPtr<Gtk::EventController> _pointer;
+    sigc::connection _clicked;
+    sigc::connection _entered;
+    std::vector<sigc::connection> _cursorResets;
+};
+
+}

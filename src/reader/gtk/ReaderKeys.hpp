@@ -1,0 +1,43 @@
+#pragma once
+
+#include <gdkmm/enums.h>
+#include <glib.h>
+
+#include <optional>
+
+namespace pagora {
+
+// What a key asks of a reader window.
+enum class ReaderCommand {
+    PreviousPage,
+    NextPage,
+    FirstPage,
+    LastPage,
+    Close,
+    ToggleContents,
+    ToggleFullScreen,
+    LeaveFullScreen,
+    Search,
+    LargerText,
+    SmallerText,
+    DefaultText,
+};
+
+// Who needs which keys for itself.
+enum class ReaderFocus {
+    // The page, or nothing.
+    Page,
+    // A button, which Space and Return press.
+    Button,
+    // The contents, in which the keys for up and down move.
+    Contents,
+    // A control that the arrows change.
+    Control,
+    // A field that takes text.
+    Text,
+};
+
+// The command of a key with these modifiers while the focus is there; missing when the key goes to the focus.
+std::optional<ReaderCommand> readerCommand(guint keyval, Gdk::ModifierType state, ReaderFocus focus);
+
+}

@@ -1,0 +1,81 @@
+#include "reader/gtk/TocRow.hpp"
+
+#include "platform/gtk/DisplayText.hpp"
+
+#include "reader/tocLinkTextField.hpp"
+
+#include <gtkmm/snapshot.h>
+
+#include <algorithm>
+
+namespace pagora {
+
+namespace {
+
+    constexpr std::size_t longestText = 1'000;
+    // Points that keep the text's end off the pane's edge.
+    constexpr double endInset = 8;
+
+    Gdk::RGBA rgba(const Color& color)
+    {
+        Gdk::RGBA result;
+        result.set_rgba(static_cast<float>(color.red), static_cast<float>(color.green),
+                        static_cast<float>(color.blue), static_cast<float>(color.alpha));
+        return result;
+    }
+
+}
+
+TocRow::TocRow()
+{
+    add_css_class("contents-row");
+    set_hexpand(true);
+}
+
+void TocRow::setLink(const tocLinkTextField* link)
+{
+    _link = link;
+    set_tooltip_text(link ? displayText(link->toolTip(), longestText) : Glib::ustring());
+    if (link)
+        set_cursor("pointer");
+    else
+        set_cursor();
+    queue_draw();
+}
+
+void TocRow::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural, int& minimumBaseline,
+                           int& naturalBaseline) const
+{
+    minimumBaseline = naturalBaseline = -1;
+    minimum = natural = orientation == Gtk::Orientation::VERTICAL ? static_cast<int>(tocLinkTextField::height) : 0;
+}
+
+void TocRow::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
+{
+    if (!_link)
+        return;
+    const int width = get_width();
+    const int height = get_height();
+    if (_link->backgroundColor().alpha > 0)
+        snapshot->append_color(rgba(_link->backgroundColor()), Gdk::Rectangle(0, 0, width, height));
+
+    const double indent = std::max(0.0, _link->firstLineHeadIndent());
+    const double room = width - indent - endInset;
+    if (room <= 0)
+        return;
+    const auto layout = create_pango_layout(displayText(_link->text(), longestText));
+    layout->set_single_paragraph_mode(true);
+    layout->set_ellipsize(Pango::EllipsizeMode::END);
+    layout->set_width(static_cast<int>(room * Pango::SCALE));
+    layout->set_auto_dir(false);
+    int textWidth = 0;
+    int textHeight = 0;
+    layout->get_pixel_size(textWidth, textHeight);
+    const graphene_point_t place { static_cast<float>(indent), static_cast<float>((height - textHeight) / 2) };
+    gtk_snapshot_save(snapshot->gobj());
+    gtk_snapshot_translate(snapshot->gobj(), &place);
+    snapshot->append_layout(layout, rgba(_link->textColor()));
+    gtk_snapshot_restore(snapshot->gobj());
+}
+
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <gtkmm/widget.h>
+
+namespace pagora {
+
+class tocLinkTextField;
+
+// A row of the contents pane: draws the link that it shows just now, or nothing. Main thread.
+class TocRow : public Gtk::Widget {
+public:
+    TocRow();
+
+    // The link must outlive its being shown.
+    void setLink(const tocLinkTextField* link);
+    const tocLinkTextField* link() const { return _link; }
+
+protected:
+    Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }
+    void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline,
+                       int& naturalBaseline) const override;
+    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
+
+private:
+    const tocLinkTextField* _link = nullptr;
+};
+
+}

@@ -1,0 +1,231 @@
+#include "reader/gtk/TocViewGtk.hpp"
+
+#include "platform/gtk/DisplayText.hpp"
+
+#include "reader/gtk/TocRow.hpp"
+#include "reader/tocLinkTextField.hpp"
+
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/eventcontrollermotion.h>
+#include <gtkmm/gestureclick.h>
+#include <gtkmm/noselection.h>
+#include <gtkmm/root.h>
+#include <gtkmm/signallistitemfactory.h>
+#include <gtkmm/stringlist.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace pagora {
+
+TocViewGtk::TocViewGtk(Gtk::ListView& list, Gtk::ScrolledWindow& clip, ActionQueue& queue)
+    : _list(list)
+    , _clip(clip)
+    , _queue(queue)
+{
+    connectRows();
+    connectPointer();
+    connectKeys();
+}
+
+TocViewGtk::~TocViewGtk()
+{
+    _hovered.reset();
+    for (auto& connection : _connections)
+        connection.disconnect();
+    for (const auto& controller : _controllers)
+        _list.remove_controller(controller);
+    for (const auto& [tag, row] : _rows)
+        row->setLink(nullptr);
+}
+
+void TocViewGtk::connectRows()
+{
+    const auto factory = Gtk::SignalListItemFactory::create();
+    factory->signal_setup().connect(
+        [](const Glib::RefPtr<Gtk::ListItem>& item) { item->set_child(*Gtk::make_managed<TocRow>()); });
+    _connections.push_back(factory->signal_bind().connect(sigc::mem_fun(*this, &TocViewGtk::bind)));
+    _connections.push_back(factory->signal_unbind().connect(sigc::mem_fun(*this, &TocViewGtk::unbind)));
+    _list.set_factory(factory);
+
+    const auto scroll = _clip.get_vadjustment();
+    _connections.push_back(scroll->signal_changed().connect([this] { scrollWherePending(); }));
+    // Another link may be under a pointer that stands still.
+    _connections.push_back(scroll->signal_value_changed().connect([this] { pointerIsAt(_pointerY); }));
+}
+
+void TocViewGtk::connectPointer()
+{
+    const auto motion = Gtk::EventControllerMotion::create();
+    _connections.push_back(motion->signal_enter().connect([this](double, double y) { pointerIsAt(y); }));
+    _connections.push_back(motion->signal_motion().connect([this](double, double y) { pointerIsAt(y); }));
+    _connections.push_back(motion->signal_leave().connect([this] { pointerIsAt({}); }));
+
+    // Claimed before the rows see it: a click leaves the keyboard focus where it is, on the page.
+    const auto click = Gtk::GestureClick::create();
+    click->set_button(GDK_BUTTON_PRIMARY);
+    click->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    _connections.push_back(click->signal_pressed().connect([this, gesture = click.get()](int, double, double y) {
+        gesture->set_state(Gtk::EventSequenceState::CLAIMED);
+        if (const auto* link = linkAt(y))
+            open(link->tag());
+    }));
+    for (const Glib::RefPtr<Gtk::EventController>& controller : { Glib::RefPtr<Gtk::EventController>(motion),
+                                                                  Glib::RefPtr<Gtk::EventController>(click) }) {
+        _list.add_controller(controller);
+        _controllers.push_back(controller);
+    }
+}
+
+void TocViewGtk::connectKeys()
+{
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    _connections.push_back(keys->signal_key_pressed().connect(
+        [this](guint keyval, guint, Gdk::ModifierType) {
+            if (keyval != GDK_KEY_Return && keyval != GDK_KEY_KP_Enter && keyval != GDK_KEY_space)
+                return false;
+            auto* const focus = _list.get_root() ? _list.get_root()->get_focus() : nullptr;
+            const auto* const row = focus ? dynamic_cast<TocRow*>(focus->get_first_child()) : nullptr;
+            if (row && row->link())
+                open(row->link()->tag());
+            return row != nullptr;
+        },
+        false));
+    _list.add_controller(keys);
+    _controllers.push_back(keys);
+}
+
+Rect TocViewGtk::frame() const
+{
+    return { 0, 0, static_cast<double>(_clip.get_width()), _height.value_or(clipHeight()) };
+}
+
+double TocViewGtk::clipHeight() const
+{
+    return _clip.get_height();
+}
+
+void TocViewGtk::removeAllSubviews()
+{
+    ++_generation;
+    _hovered.reset();
+    _height.reset();
+    _pendingBottom.reset();
+    for (const auto& [tag, row] : _rows)
+        row->setLink(nullptr);
+    _links.clear();
+    _list.set_model({});
+}
+
+void TocViewGtk::addSubviews(const std::vector<tocLinkTextField*>& links)
+{
+    ++_generation;
+    for (auto* const link : links) {
+        const auto tag = static_cast<std::size_t>(link->tag());
+        if (_links.size() <= tag)
+            _links.resize(tag + 1);
+        _links[tag] = link;
+    }
+    std::vector<Glib::ustring> texts(_links.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (_links[i])
+            texts[i] = displayText(_links[i]->text(), 200);
+    }
+    _list.set_model(Gtk::NoSelection::create(Gtk::StringList::create(texts)));
+}
+
+tocLinkTextField* TocViewGtk::linkWithTag(std::int64_t tag) const
+{
+    return tag >= 0 && tag < static_cast<std::int64_t>(_links.size()) ? _links[tag] : nullptr;
+}
+
+tocLinkTextField* TocViewGtk::linkAt(double y) const
+{
+    const double fromTop = y + _clip.get_vadjustment()->get_value();
+    return linkWithTag(static_cast<std::int64_t>(std::floor(fromTop / tocLinkTextField::height)));
+}
+
+void TocViewGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
+{
+    auto* const row = dynamic_cast<TocRow*>(item->get_child());
+    if (!row)
+        return;
+    const auto tag = static_cast<std::int64_t>(item->get_position());
+    item->set_activatable(false);
+    row->setLink(linkWithTag(tag));
+    _rows[tag] = row;
+    describe(*row);
+}
+
+void TocViewGtk::unbind(const Glib::RefPtr<Gtk::ListItem>& item)
+{
+    auto* const row = dynamic_cast<TocRow*>(item->get_child());
+    if (!row)
+        return;
+    std::erase_if(_rows, [row](const auto& entry) { return entry.second == row; });
+    row->setLink(nullptr);
+}
+
+// The list's item around the row is what assistive technology meets.
+void TocViewGtk::describe(TocRow& row)
+{
+    auto* const item = row.get_parent();
+    if (!item || !row.link())
+        return;
+    auto* const accessible = GTK_ACCESSIBLE(item->gobj());
+    gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                   displayText(row.link()->text(), 1'000).c_str(), -1);
+    gtk_accessible_update_state(accessible, GTK_ACCESSIBLE_STATE_SELECTED, row.link()->isActive(), -1);
+}
+
+void TocViewGtk::setNeedsDisplay(std::int64_t tag)
+{
+    if (const auto row = _rows.find(tag); row != _rows.end()) {
+        describe(*row->second);
+        row->second->queue_draw();
+    }
+}
+
+void TocViewGtk::scrollToPoint(double, double y)
+{
+    _pendingBottom = y;
+    scrollWherePending();
+}
+
+void TocViewGtk::scrollWherePending()
+{
+    const auto scroll = _clip.get_vadjustment();
+    const double rows = _links.size() * tocLinkTextField::height;
+    const bool isLaidOut = scroll->get_page_size() > 0 && scroll->get_upper() >= rows;
+    if (!_pendingBottom || !isLaidOut)
+        return;
+    const double top = frame().height - *_pendingBottom - scroll->get_page_size();
+    _pendingBottom.reset();
+    scroll->set_value(std::clamp(top, 0.0, std::max(0.0, scroll->get_upper() - scroll->get_page_size())));
+}
+
+void TocViewGtk::pointerIsAt(std::optional<double> y)
+{
+    _pointerY = y;
+    const auto* const under = y ? linkAt(*y) : nullptr;
+    const auto tag = under ? std::optional(under->tag()) : std::nullopt;
+    if (tag == _hovered)
+        return;
+    const auto left = std::exchange(_hovered, tag);
+    if (auto* const link = left ? linkWithTag(*left) : nullptr)
+        link->mouseExited();
+    if (auto* const link = tag ? linkWithTag(*tag) : nullptr)
+        link->mouseEntered();
+}
+
+void TocViewGtk::open(std::int64_t tag)
+{
+    _queue.post([this, tag, generation = _generation] {
+        auto* const link = linkWithTag(tag);
+        if (link && generation == _generation)
+            link->mouseDown();
+    });
+}
+
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "reader/TocView.hpp"
+#include "reader/gtk/ActionQueue.hpp"
+
+#include <gtkmm/listitem.h>
+#include <gtkmm/listview.h>
+#include <gtkmm/scrolledwindow.h>
+
+#include <optional>
+#include <unordered_map>
+
+namespace pagora {
+
+class TocRow;
+
+// The contents pane over a list view of a layout. Rows are made for the links in view only. The bottom-left coordinates
+// of the links are turned into the list's scroll position here and nowhere else. Main thread.
+class TocViewGtk : public TocView {
+public:
+    // The widgets and the queue, through which links are opened, outlive it.
+    TocViewGtk(Gtk::ListView& list, Gtk::ScrolledWindow& clip, ActionQueue& queue);
+    ~TocViewGtk() override;
+
+    Rect frame() const override;
+    void setFrame(const Rect& frame) override { _height = frame.height; }
+    double clipHeight() const override;
+    void removeAllSubviews() override;
+    void addSubviews(const std::vector<tocLinkTextField*>& links) override;
+    void setNeedsDisplay(std::int64_t tag) override;
+    void scrollToPoint(double x, double y) override;
+
+    // The link under that distance from the top of the visible area; null where there is none.
+    tocLinkTextField* linkAt(double y) const;
+    std::size_t numberOfRows() const { return _rows.size(); }
+
+private:
+    void connectRows();
+    void connectPointer();
+    void connectKeys();
+    void bind(const Glib::RefPtr<Gtk::ListItem>& item);
+    void unbind(const Glib::RefPtr<Gtk::ListItem>& item);
+    void describe(TocRow& row);
+    void scrollWherePending();
+    void pointerIsAt(std::optional<double> y);
+    void open(std::int64_t tag);
+    tocLinkTextField* linkWithTag(std::int64_t tag) const;
+
+    Gtk::ListView& _list;
+    Gtk::ScrolledWindow& _clip;
+    ActionQueue& _queue;
+    // By tag; null for an entry without a link.
+    std::vector<tocLinkTextField*> _links;
+    std::unordered_map<std::int64_t, TocRow*> _rows;
+    std::optional<double> _height;
+    // Bottom edge of the visible area that is asked for while the list has not got its height.
+    std::optional<double> _pendingBottom;
+    std::optional<double> _pointerY;
+    std::optional<std::int64_t> _hovered;
+    // Counts the lists, so that a click on an earlier one opens nothing.
+    std::uint64_t _generation = 0;
+    std::vector<Glib::RefPtr<Gtk::EventController>> _controllers;
+    std::vector<sigc::connection> _connections;
+};
+
+}

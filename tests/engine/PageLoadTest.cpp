@@ -1,0 +1,307 @@
+#include "tests/engine/PageViewTest.hpp"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace pagora::test {
+
+namespace {
+
+    // A server on this machine that takes connections and never says a word.
+    class SilentServer {
+    public:
+        SilentServer() : _socket(socket(AF_INET, SOCK_STREAM, 0))
+        {
+            sockaddr_in address {};
+            address.sin_family = AF_INET;
+            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+            socklen_t size = sizeof address;
+            bind(_socket, reinterpret_cast<sockaddr*>(&address), size);
+            listen(_socket, 8);
+            getsockname(_socket, reinterpret_cast<sockaddr*>(&address), &size);
+            _port = ntohs(address.sin_port);
+        }
+        ~SilentServer() { close(_socket); }
+        SilentServer(const SilentServer&) = delete;
+        SilentServer& operator=(const SilentServer&) = delete;
+
+        std::string url(const std::string& name) const
+        {
+            return "http://127.0.0.1:" + std::to_string(_port) + "/" + name;
+        }
+
+    private:
+        int _socket;
+        int _port = 0;
+    };
+
+    const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='10' "
+                            "height='10'/></svg>";
+
+}
+
+class PageLoadTest : public PageViewTest { };
+
+TEST_F(PageLoadTest, LoadsAreNumberedFromOne)
+{
+    const Url url = write("chapter.xhtml", document("<p>Text</p>"));
+    EXPECT_EQ(load(url), 1u);
+    EXPECT_EQ(load(url), 2u);
+    EXPECT_EQ(_view->currentLoad(), 2u);
+}
+
+TEST_F(PageLoadTest, TheDocumentAndEachOfItsImagesReport)
+{
+    for (const char* name : { "1.svg", "2.svg", "3.svg" })
+        write(name, svg);
+    const auto number = loadCompletely(write(
+        "chapter.xhtml", document("<img src='1.svg'/><img src='2.svg'/><img src='3.svg'/>" + paragraphs(3))));
+    EXPECT_EQ(_delegate.count(Kind::Finished, number), 4);
+    EXPECT_EQ(_delegate.count(Kind::FrameFinished, number), 1);
+    EXPECT_EQ(_delegate.count(Kind::Failed, number), 0);
+    EXPECT_TRUE(_delegate.reports.front().source.isMainResource);
+    EXPECT_FALSE(_delegate.reports[1].source.isMainResource);
+}
+
+TEST_F(PageLoadTest, TheDocumentReportsFirstEvenWhenItIsLarge)
+{
+    write("1.svg", svg);
+    const auto number
+        = loadCompletely(write("chapter.xhtml", document("<img src='1.svg'/>" + paragraphs(4000))));
+    EXPECT_EQ(_delegate.count(Kind::Finished, number), 2);
+    EXPECT_TRUE(_delegate.reports.front().source.isMainResource);
+}
+
+TEST_F(PageLoadTest, TheDocumentIsCompleteWhenItReports)
+{
+    Task<void> counting;
+    std::string last;
+    _delegate.onFinished = [&](const DataSource&) {
+        const auto read = [](WebView& view, std::string* last) -> Task<void> {
+            *last = co_await view.evaluateScript("document.body.lastChild.id");
+        };
+        counting = read(*_view, &last);
+    };
+    loadDocument(paragraphs(2000));
+    _delegate.onFinished = {};
+    EXPECT_TRUE(waitUntil([&] { return counting.done(); }));
+    EXPECT_EQ(last, "p1999");
+}
+
+TEST_F(PageLoadTest, ReportsCarryThePagesUrlWithItsFragment)
+{
+    write("1.svg", svg);
+    write("chapter.xhtml", document("<img src='1.svg'/>" + paragraphs(9)));
+    const Url url = *Url::fromString(Url::file(_book + "/chapter.xhtml").text() + "#p5");
+    loadCompletely(url);
+    for (const auto& report : _delegate.reports)
+        EXPECT_EQ(report.source.url, url);
+    EXPECT_TRUE(_delegate.locations.empty());
+}
+
+TEST_F(PageLoadTest, ASourceIsLoadingUntilEverythingIsThere)
+{
+    loadCompletely(write("chapter.xhtml", document("<p>Text</p>")));
+    EXPECT_TRUE(_delegate.reports.front().source.isLoading);
+    EXPECT_FALSE(_delegate.reports.back().source.isLoading);
+}
+
+TEST_F(PageLoadTest, AFixedPageReportsOnceMoreWhenNothingIsLoading)
+{
+    show(PageKind::Fixed);
+    const auto number = loadCompletely(write("page.xhtml", document("<p>Text</p>")));
+    ASSERT_EQ(_delegate.count(Kind::Finished, number), 2);
+    EXPECT_TRUE(_delegate.reports[0].source.isLoading);
+    EXPECT_FALSE(_delegate.reports[1].source.isLoading);
+}
+
+TEST_F(PageLoadTest, AnImageThatIsMissingFails)
+{
+    const auto number
+        = loadCompletely(write("chapter.xhtml", document("<img src='none.png'/><p>Text</p>")));
+    EXPECT_EQ(_delegate.count(Kind::Failed, number), 1);
+    EXPECT_EQ(_delegate.count(Kind::Finished, number), 1);
+}
+
+TEST_F(PageLoadTest, AnImageThatNeverAnswersDoesNotHoldTheDocumentsReport)
+{
+    const SilentServer server;
+    const auto number = loadDocument("<img src='" + server.url("1.png") + "'/><p>Text</p>");
+    EXPECT_EQ(_delegate.count(Kind::FrameFinished, number), 0);
+    EXPECT_EQ(evaluate("document.body.lastChild.textContent"), "Text");
+}
+
+TEST_F(PageLoadTest, RequestsToServersAreReportedOncePerLoad)
+{
+    const SilentServer server;
+    loadDocument("<img src='" + server.url("1.png") + "'/><img src='" + server.url("1.png")
+        + "'/><img src='data:image/gif;base64,R0lGODlhAQABAAAAACw='/><iframe src='about:blank'></iframe>");
+    EXPECT_TRUE(waitUntil([&] { return !_delegate.requests.empty(); }));
+    settle();
+    EXPECT_EQ(_delegate.requests, std::vector<std::string> { server.url("1.png") });
+}
+
+TEST_F(PageLoadTest, ReportsOfAnEarlierLoadAreDropped)
+{
+    const Url one = write("one.xhtml", document(paragraphs(800)));
+    const Url two = write("two.xhtml", document("<p>Two</p>"));
+    const auto first = _view->loadRequest(one);
+    const auto second = loadCompletely(two);
+    settle();
+    EXPECT_EQ(_delegate.count(Kind::Finished, first) + _delegate.count(Kind::FrameFinished, first), 0);
+    EXPECT_EQ(_delegate.count(Kind::Failed, second), 0);
+    EXPECT_EQ(_delegate.count(Kind::Finished, second), 1);
+    EXPECT_EQ(evaluate("document.body.textContent"), "Two");
+}
+
+TEST_F(PageLoadTest, AMissingFileFailsAndThePageStays)
+{
+    loadDocument("<p>Text</p>");
+    const auto number = _view->loadRequest(Url::file(_book + "/none.xhtml"));
+    EXPECT_EQ(_delegate.count(Kind::Failed, number), 0);
+    EXPECT_TRUE(waitUntil([&] { return _delegate.count(Kind::Failed, number) == 1; }));
+    EXPECT_EQ(evaluate("document.body.textContent"), "Text");
+}
+
+TEST_F(PageLoadTest, AnotherFragmentOfThePageIsALoadOfItsOwn)
+{
+    const Url url = write("chapter.xhtml", document(paragraphs(60)));
+    loadCompletely(url);
+    layOut(2);
+    evaluate("var kept = 1;");
+    const auto number = loadCompletely(*Url::fromString(url.text() + "#p40"));
+    EXPECT_EQ(_delegate.count(Kind::Finished, number), 1);
+    EXPECT_EQ(evaluate("typeof kept"), "undefined");
+    EXPECT_EQ(evaluate("location.hash"), "#p40");
+    EXPECT_TRUE(_delegate.locations.empty());
+    loadCompletely(*Url::fromString(url.text() + "#p40"));
+    loadCompletely(url);
+    EXPECT_EQ(evaluate("location.hash"), "");
+}
+
+TEST_F(PageLoadTest, APathWithoutASchemeIsAFile)
+{
+    write("chapter.xhtml", document("<p>Text</p>"));
+    load(*Url::fromString(addingPercentEscapes(_book + "/chapter.xhtml")));
+    EXPECT_EQ(evaluate("document.body.textContent"), "Text");
+}
+
+TEST_F(PageLoadTest, APathThatWasEscapedTwiceIsFound)
+{
+    write("the chapter.xhtml", document(paragraphs(3)));
+    const Url url = *Url::fromString(addingPercentEscapes(Url::file(_book + "/the chapter.xhtml").text()) + "#p2");
+    load(url);
+    EXPECT_EQ(evaluate("location.hash"), "#p2");
+    EXPECT_EQ(_delegate.reports.front().source.url, url);
+}
+
+TEST_F(PageLoadTest, APathInTheOtherUnicodeFormIsFound)
+{
+    write("caf\x65\xCC\x81.xhtml", document("<p>Decomposed</p>"));
+    write("\xC3\xA9t\xC3\xA9.xhtml", document("<p>Composed</p>"));
+    load(Url::file(_book + "/caf\xC3\xA9.xhtml"));
+    EXPECT_EQ(evaluate("document.body.textContent"), "Decomposed");
+    load(Url::file(_book + "/e\xCC\x81t\x65\xCC\x81.xhtml"));
+    EXPECT_EQ(evaluate("document.body.textContent"), "Composed");
+}
+
+TEST_F(PageLoadTest, EveryUsualExtensionShowsADocument)
+{
+    for (const char* name : { "a.xhtml", "a.html", "a.htm", "a.xml" }) {
+        load(write(name, document("<p>Text</p>")));
+        EXPECT_EQ(evaluate("document.body.textContent"), "Text") << name;
+    }
+}
+
+TEST_F(PageLoadTest, MalformedXhtmlReportsAndCanBePrepared)
+{
+    load(write("broken.xhtml", document(paragraphs(3) + "<p>An <b>unclosed tag</p>")));
+    layOut(2);
+    EXPECT_GT(number("document.body.scrollWidth"), 0);
+    EXPECT_EQ(evaluate("document.getElementById('p1').tagName.toLowerCase()"), "p");
+}
+
+TEST_F(PageLoadTest, TheTypeOfTheDocumentIsReported)
+{
+    load(write("chapter.xhtml", document("<p>Text</p>")));
+    EXPECT_EQ(_delegate.types, std::vector<std::string> { "application/xhtml+xml" });
+}
+
+TEST_F(PageLoadTest, ALinkWithinTheBookIsALoadOfItsOwn)
+{
+    const Url two = write("two.xhtml", document("<p>Two</p>"));
+    const auto first = loadDocument("<a id='link' href='two.xhtml'>Two</a>");
+    evaluate("document.getElementById('link').click()");
+    ASSERT_TRUE(waitUntil([&] { return _delegate.documentIsThere(first + 1); }));
+    EXPECT_EQ(_view->currentLoad(), first + 1);
+    EXPECT_EQ(_delegate.reports.back().source.url, two);
+}
+
+TEST_F(PageLoadTest, ALinkToANewWindowOpensInTheSameView)
+{
+    const Url two = write("two.xhtml", document("<p>Two</p>"));
+    const auto first = loadDocument("<a id='link' target='_blank' href='two.xhtml'>Two</a>");
+    evaluate("document.getElementById('link').click()");
+    EXPECT_TRUE(waitUntil([&] { return _delegate.documentIsThere(first + 1); }));
+    EXPECT_EQ(evaluate("document.body.textContent"), "Two");
+}
+
+TEST_F(PageLoadTest, ALinkToAServerIsReportedAndGoesOn)
+{
+    const SilentServer server;
+    loadDocument("<a id='link' href='" + server.url("page") + "'>Away</a>");
+    evaluate("document.getElementById('link').click()");
+    EXPECT_TRUE(waitUntil([&] { return !_delegate.requests.empty(); }));
+    settle();
+    EXPECT_EQ(_delegate.requests, std::vector<std::string> { server.url("page") });
+    EXPECT_EQ(evaluate("document.body.textContent"), "Away");
+}
+
+TEST_F(PageLoadTest, ALinkToAnotherProgramIsReported)
+{
+    const auto number = loadDocument("<a id='link' href='mailto:someone@example.org'>Write</a>");
+    evaluate("document.getElementById('link').click()");
+    EXPECT_TRUE(waitUntil([&] { return !_delegate.requests.empty(); }));
+    EXPECT_EQ(_delegate.requests, std::vector<std::string> { "mailto:someone@example.org" });
+    settle();
+    EXPECT_EQ(_view->currentLoad(), number);
+    EXPECT_EQ(evaluate("document.body.textContent"), "Write");
+}
+
+TEST_F(PageLoadTest, ADeadEngineBringsThePageBackAsAFreshLoad)
+{
+    const auto first = loadCompletely(write("chapter.xhtml", document("<p>Text</p>")));
+    webkit_web_view_terminate_web_process(_view->engineView());
+    ASSERT_TRUE(waitUntil([&] { return _delegate.documentIsThere(first + 1); }));
+    EXPECT_EQ(evaluate("document.body.textContent"), "Text");
+}
+
+TEST_F(PageLoadTest, APageThatKeepsKillingTheEngineIsGivenUp)
+{
+    loadDocument("<p>Text</p>");
+    webkit_web_view_terminate_web_process(_view->engineView());
+    ASSERT_TRUE(waitUntil([&] { return _delegate.documentIsThere(2); }));
+    webkit_web_view_terminate_web_process(_view->engineView());
+    EXPECT_TRUE(waitUntil([&] { return _delegate.reports.back().kind == Kind::Failed; }) || _view->currentLoad() == 2);
+    EXPECT_EQ(_view->currentLoad(), 2u);
+    load(write("two.xhtml", document("<p>Two</p>")));
+    EXPECT_EQ(evaluate("document.body.textContent"), "Two");
+}
+
+TEST_F(PageLoadTest, AWarmViewShowsItsFirstPageLikeAnyOther)
+{
+    _engine->prepareWarmView();
+    _window.unset_child();
+    _view = _engine->makePageView(PageKind::Columns);
+    _view->setDelegate(&_delegate);
+    _view->setBookFolder(_book);
+    _window.set_child(_view->widget());
+    EXPECT_EQ(loadDocument(paragraphs(60)), 1u);
+    layOut(2);
+    evaluate("window.scrollTo(800, 0);");
+    EXPECT_EQ(evaluate("window.pageXOffset"), "800");
+}
+
+}

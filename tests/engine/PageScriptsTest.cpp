@@ -1,0 +1,129 @@
+#include "tests/engine/PageViewTest.hpp"
+
+#include "platform/Task.hpp"
+
+namespace pagora::test {
+
+class PageScriptsTest : public PageViewTest { };
+
+TEST_F(PageScriptsTest, ResultsAreTexts)
+{
+    loadDocument("<p>Text</p>");
+    EXPECT_EQ(evaluate("1200"), "1200");
+    EXPECT_EQ(evaluate("0.5"), "0.5");
+    EXPECT_EQ(evaluate("'a' + 'b'"), "ab");
+    EXPECT_EQ(evaluate("document.body.style.color = 'red';"), "red");
+}
+
+TEST_F(PageScriptsTest, NothingIsAnEmptyText)
+{
+    loadDocument("<p>Text</p>");
+    EXPECT_EQ(evaluate("undefined"), "");
+    EXPECT_EQ(evaluate("null"), "");
+    EXPECT_EQ(evaluate("document.getElementById('none').offsetTop;"), "");
+    EXPECT_EQ(evaluate("this is no script"), "");
+}
+
+TEST_F(PageScriptsTest, AScriptFindsWhatAnEarlierOneLeft)
+{
+    loadDocument("<p>Text</p>");
+    evaluate("var kept = 7; function twice(x) { return 2 * x; } implied = 5;");
+    EXPECT_EQ(evaluate("twice(kept) + implied"), "19");
+}
+
+TEST_F(PageScriptsTest, ANewDocumentStartsAfresh)
+{
+    loadDocument("<p>Text</p>");
+    evaluate("var kept = 7;");
+    loadDocument("<p>Text</p>");
+    EXPECT_EQ(evaluate("typeof kept"), "undefined");
+}
+
+TEST_F(PageScriptsTest, ThePageDoesNotSeeTheReadersWorld)
+{
+    loadDocument("<p>Text</p><script>var fromPage = 1;</script>");
+    evaluate("var fromReader = 1;");
+    EXPECT_EQ(evaluate("typeof fromPage"), "undefined");
+    evaluate("var s = document.createElement('script'); s.textContent = "
+             "'document.title = typeof fromReader + typeof (window.webkit || {}).messageHandlers';"
+             "document.body.appendChild(s); 0");
+    EXPECT_EQ(evaluate("document.title"), "undefinedundefined");
+}
+
+TEST_F(PageScriptsTest, ABooksOverridesDoNotReachTheReader)
+{
+    loadDocument(paragraphs(60),
+        "<script>window.scrollTo = document.getElementById = Document.prototype.getElementById = function () { return "
+        "null; };"
+        "Object.defineProperty(document, 'all', { value: 1 });"
+        "Object.defineProperty(HTMLElement.prototype, 'offsetTop', { get() { return 1; } });"
+        "Object.defineProperty(window, 'pageXOffset', { get() { return 1; } });</script>");
+    layOut(2);
+    evaluate("window.scrollTo(800, 0);");
+    EXPECT_EQ(evaluate("window.pageXOffset"), "800");
+    EXPECT_GT(number("document.getElementById('p40').offsetTop;"), 600);
+    EXPECT_GT(number("document.all.length"), 60);
+}
+
+TEST_F(PageScriptsTest, NamedElementsDoNotStandForTheDocumentsOwn)
+{
+    load(write("chapter.html",
+        "<!DOCTYPE html><html><body><img name='body'><form name='getElementById'></form><img name='all' id='images'>"
+        "<form name='getElementsByTagName'></form><form name='documentElement'></form><form id='pagoraLoad'></form>"
+            + paragraphs(60) + "</body></html>"));
+    layOut(2);
+    EXPECT_EQ(evaluate("document.body.tagName"), "BODY");
+    EXPECT_GT(number("document.all.length"), 60);
+    EXPECT_EQ(evaluate("document.getElementsByTagName('img').length"), "2");
+    EXPECT_GT(number("document.getElementById('p40').offsetTop;"), 600);
+}
+
+TEST_F(PageScriptsTest, AnEndlessScriptIsGivenUpAndThePageComesBack)
+{
+    show(PageKind::Columns, 1);
+    const auto first = loadDocument("<p id='p'>Text</p>");
+    EXPECT_EQ(evaluate("for (;;) { }"), "");
+    ASSERT_TRUE(waitUntil([&] { return _view->currentLoad() > first && _delegate.documentIsThere(_view->currentLoad()); }));
+    EXPECT_EQ(evaluate("document.getElementById('p').textContent"), "Text");
+}
+
+TEST_F(PageScriptsTest, ABookThatNeverEndsItsScriptLeavesTheViewUsable)
+{
+    show(PageKind::Columns, 1);
+    const auto good = write("good.xhtml", document("<p>Good</p>"));
+    _view->loadRequest(write("endless.xhtml", document("<p>Bad</p><script>for (;;) { }</script>")));
+    EXPECT_EQ(evaluate("1"), "");
+    load(good);
+    EXPECT_EQ(evaluate("document.body.textContent"), "Good");
+}
+
+TEST_F(PageScriptsTest, EveryPendingScriptIsAnsweredWhenTheEngineDies)
+{
+    loadDocument("<p>Text</p>");
+    int answers = 0;
+    const auto count = [](WebView& view, int* answers) -> Task<void> {
+        const std::string answer = co_await view.evaluateScript("1 + 1");
+        *answers += answer.empty() ? 1 : 100;
+    };
+    webkit_web_view_terminate_web_process(_view->engineView());
+    const auto one = count(*_view, &answers);
+    const auto two = count(*_view, &answers);
+    EXPECT_TRUE(waitUntil([&] { return one.done() && two.done(); }));
+}
+
+TEST_F(PageScriptsTest, AViewThatGoesResumesNobody)
+{
+    loadDocument("<p>Text</p>");
+    bool isResumed = false;
+    const auto wait = [](WebView& view, bool* isResumed) -> Task<void> {
+        co_await view.evaluateScript("1");
+        *isResumed = true;
+    };
+    const auto task = wait(*_view, &isResumed);
+    _window.unset_child();
+    _view.reset();
+    waitUntil([&] { return isResumed; }, 0.2);
+    EXPECT_FALSE(isResumed);
+}
+
+}

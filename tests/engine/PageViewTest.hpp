@@ -1,0 +1,106 @@
+#pragma once
+
+#include "platform/gtk/PageEngine.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+
+#include <gtest/gtest.h>
+#include <gtkmm/window.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace pagora::test {
+
+// Writes down what it hears.
+class RecordingDelegate : public WebViewDelegate {
+public:
+    struct Report {
+        enum class Kind { Finished, FrameFinished, Failed } kind;
+        DataSource source;
+    };
+
+    void resourceDidFinishLoading(const DataSource& source) override
+    {
+        add({ Report::Kind::Finished, source });
+        if (onFinished)
+            onFinished(source);
+    }
+    void didFinishLoadForFrame(const DataSource& source) override { add({ Report::Kind::FrameFinished, source }); }
+    void resourceDidFailLoading(const DataSource& source) override { add({ Report::Kind::Failed, source }); }
+    void resourceWillSendRequest(const Url& url) override { requests.push_back(url.text()); }
+    void decidePolicyForMIMEType(const std::string& type) override { types.push_back(type); }
+    void didChangeLocationWithinPage(const Url& url) override { locations.push_back(url.text()); }
+    void didResize() override
+    {
+        ++resizes;
+        if (onResize)
+            onResize();
+    }
+
+    // How many reports of a load were of that kind.
+    int count(Report::Kind kind, std::uint64_t load) const;
+    bool documentIsThere(std::uint64_t load) const;
+
+    std::vector<Report> reports;
+    std::vector<std::string> requests;
+    std::vector<std::string> types;
+    std::vector<std::string> locations;
+    int resizes = 0;
+    std::function<void(const DataSource&)> onFinished;
+    std::function<void()> onResize;
+
+private:
+    void add(const Report& report) { reports.push_back(report); }
+};
+
+using Kind = RecordingDelegate::Report::Kind;
+
+// A window, 800 by 600 points, that shows a page view on a book folder of its own. The only place that runs the main
+// loop.
+class PageViewTest : public testing::Test {
+protected:
+    static constexpr int width = 800;
+    static constexpr int height = 600;
+
+    PageViewTest();
+    ~PageViewTest() override;
+
+    // Replaces the page view by one of another kind, or with other options.
+    void show(PageKind kind, double scriptTimeout = 10);
+
+    // Runs the main loop until the condition holds; false when it never does.
+    bool waitUntil(const std::function<bool()>& condition, double seconds = 30);
+    // The script's result.
+    std::string evaluate(const std::string& script);
+    long long number(const std::string& script) { return std::atoll(evaluate(script).c_str()); }
+    // Waits until the page has been drawn twice, so that the engine has done what it does by itself.
+    void settle();
+
+    // Writes a file of the book and gives its URL.
+    Url write(const std::string& name, const std::string& content);
+    // An XHTML document with this body, and these attributes of its root.
+    static std::string document(
+        const std::string& body, const std::string& head = {}, const std::string& attributes = {});
+    // `count` paragraphs with the ids p0, p1, …
+    static std::string paragraphs(int count);
+    // Loads and waits for the document's report; returns the load's number.
+    std::uint64_t load(const Url& url);
+    std::uint64_t loadDocument(const std::string& body, const std::string& head = {});
+    std::uint64_t loadCompletely(const Url& url);
+    // Lays the page out as the reader does.
+    void layOut(int columns);
+
+    // A file outside the book's folder.
+    Url writeOutside(const std::string& name, const std::string& content);
+
+    TemporaryFolder _folder;
+    std::string _book;
+    RecordingDelegate _delegate;
+    std::unique_ptr<PageEngine> _engine;
+    std::unique_ptr<PageView> _view;
+    Gtk::Window _window;
+};
+
+}

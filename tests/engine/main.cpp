@@ -1,0 +1,32 @@
+#include "tests/engine/EngineHome.hpp"
+
+#include <gtkmm/application.h>
+#include <gtkmm/init.h>
+
+#include <glib.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+
+int main(int argumentCount, char** arguments)
+{
+    // Listing the tests needs no display.
+    for (int i = 1; i < argumentCount; ++i) {
+        if (std::strncmp(arguments[i], "--gtest_list_tests", 18) == 0) {
+            testing::InitGoogleTest(&argumentCount, arguments);
+            return RUN_ALL_TESTS();
+        }
+    }
+
+    const pagora::test::EngineHome home;
+    setenv("GSK_RENDERER", "cairo", 0);
+    setenv("GTK_A11Y", "none", 0);
+    setenv("GDK_BACKEND", "x11", 0);
+    setenv("GSETTINGS_BACKEND", "memory", 1);
+    testing::InitGoogleTest(&argumentCount, arguments);
+    gtk_init();
+    Gtk::init_gtkmm_internals();
+    g_log_set_always_fatal(static_cast<GLogLevelFlags>(G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL));
+    return RUN_ALL_TESTS();
+}

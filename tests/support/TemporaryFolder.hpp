@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace pagora::test {
+
+// A fresh folder that goes, with all in it, when the test ends.
+class TemporaryFolder {
+public:
+    TemporaryFolder()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "pagora-test-XXXXXX").string();
+        if (!mkdtemp(pattern.data()))
+            std::abort();
+        _path = pattern;
+    }
+    ~TemporaryFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(_path, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::string& path() const { return _path; }
+    std::string path(const std::string& name) const { return _path + "/" + name; }
+
+private:
+    std::string _path;
+};
+
+}

@@ -36,6 +36,7 @@
         const gap = pixels(style.columnGap);
         const fitting = width ? Math.max(1, Math.floor((content + gap) / (width + gap))) : Infinity;
         const rightToLeft = style.direction === 'rtl';
+        const length = nativeScrollWidth.call(body);
         return {
             body,
             gap,
@@ -45,8 +46,8 @@
             paddingRight,
             paddingTop: pixels(style.paddingTop),
             rightToLeft,
-            // With the margin after the last column, which the engine leaves out.
-            length: nativeScrollWidth.call(body) + (rightToLeft ? paddingLeft : paddingRight),
+            // With the margin after the last column, which the engine leaves out of what overflows the body.
+            length: length > body.clientWidth ? length + (rightToLeft ? paddingLeft : paddingRight) : length,
         };
     }
 
@@ -66,9 +67,11 @@
         if (length === stripLength)
             return;
         stripLength = length;
+        const end = Math.max(0, length - 1) + 'px';
+        const rightToLeft = !!strip && strip.rightToLeft;
         const style = rootOf.call(document).style;
-        style.setProperty('--pagora-strip-width', length + 'px');
-        style.setProperty('--pagora-strip-left', (strip && strip.rightToLeft ? innerWidth - length : 0) + 'px');
+        style.setProperty('left', rightToLeft ? 'auto' : end, 'important');
+        style.setProperty('right', rightToLeft ? end : 'auto', 'important');
     }
 
     // Where the reader put the page, from the start of the strip.

@@ -2,7 +2,6 @@
 
 #include "catalogue/CatalogueEntry.hpp"
 
-#include "platform/Files.hpp"
 #include "platform/Log.hpp"
 #include "platform/Numbers.hpp"
 
@@ -21,7 +20,7 @@ void BookClosing::close()
         closeFixed();
 
     if (_state._singleEpub && book && book->epubPath() && _state.singleEpubWasCopied)
-        removeItem(*book->epubPath());
+        _import.removeSingleCopy(*book->epubPath());
     _state._singleEpub = false;
     _state.singleEpubWasCopied = false;
 }
@@ -41,19 +40,20 @@ void BookClosing::closeReflowable()
     _state.epubWinInFullScreen = _state.fullScreenMode;
     auto& window = controller->window();
     auto& library = _platform.libraryWindow.mainWindow();
-    controller->hideDisplayOptions();
     if (_state.fullScreenMode) {
         _state.exitedByCode = true;
         window.toggleFullScreen();
-        controller->set_epubController(nullptr);
-        _state.leavingEpubWindow = std::move(_state._epubWindowController);
-        _patience = _platform.runLoop.performAfterDelay(patienceForFullScreen, [this] { showLibrary(); });
     } else {
         library.setFrame(window.frame());
         library.makeKeyAndOrderFront();
         window.orderOut();
-        controller->set_epubController(nullptr);
-        _state._epubWindowController = nullptr;
+    }
+    controller->hideDisplayOptions();
+    controller->set_epubController(nullptr);
+    auto released = std::move(_state._epubWindowController);
+    if (_state.fullScreenMode) {
+        _state.leavingEpubWindow = std::move(released);
+        waitForFullScreen();
     }
 }
 
@@ -97,7 +97,7 @@ void BookClosing::closeFixed()
         window.toggleFullScreen();
         controller->set_fixedController(nullptr);
         _state.leavingFixedWindow = std::move(_state._fixedWindowController);
-        _patience = _platform.runLoop.performAfterDelay(patienceForFullScreen, [this] { showLibrary(); });
+        waitForFullScreen();
     } else {
         const Rect frame = library.frame();
         window.animateToFrame(frame);
@@ -119,6 +119,26 @@ void BookClosing::windowDidExitFullScreen()
     showLibrary();
 }
 
+void BookClosing::waitForFullScreen()
+{
+    _patience = _platform.runLoop.performAfterDelay(patienceForFullScreen, [this] {
+        _state.fullScreenMode = false;
+        showLibrary();
+    });
+}
+
+void BookClosing::makeWay()
+{
+    if (!_state.leavingEpubWindow && !_state.leavingFixedWindow)
+        return;
+    _state.fullScreenMode = false;
+    if (_state.leavingEpubWindow)
+        _state.leavingEpubWindow->window().orderOut();
+    if (_state.leavingFixedWindow)
+        _state.leavingFixedWindow->window().orderOut();
+    dropLeavingWindow();
+}
+
 void BookClosing::showLibrary()
 {
     _platform.libraryWindow.mainWindow().makeKeyAndOrderFront();
@@ -129,11 +149,11 @@ void BookClosing::showLibrary()
 
 void BookClosing::dropLeavingWindow()
 {
-    _platform.runLoop.postToMainThread([this] {
-        _patience = nullptr;
-        _state.leavingEpubWindow = nullptr;
-        _state.leavingFixedWindow = nullptr;
-    });
+    _patience = nullptr;
+    const std::shared_ptr<EpubWindowController> epub = std::move(_state.leavingEpubWindow);
+    const std::shared_ptr<FixedLayoutWindowController> fixed = std::move(_state.leavingFixedWindow);
+    if (epub || fixed)
+        _platform.runLoop.postToMainThread([epub, fixed] { });
 }
 
 }

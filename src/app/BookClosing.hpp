@@ -2,28 +2,39 @@
 
 #include "app/LibraryState.hpp"
 
+#include "epub/EpubImport.hpp"
+
 namespace pagora {
 
 // Ends the reading: saves the position and the display settings of a reflowable book, and puts the library window back in
 // the reader's place. Main thread.
 class BookClosing {
 public:
-    BookClosing(const Platform& platform, LibraryState& state) : _platform(platform), _state(state) { }
+    BookClosing(const Platform& platform, LibraryState& state, EpubImport& import)
+        : _platform(platform)
+        , _state(state)
+        , _import(import)
+    {
+    }
 
     void close();
     // A window has left full screen: finishes a close that had to wait for it, or forgets full screen for the next book.
     void windowDidExitFullScreen();
+    // A window that is still leaving full screen goes at once, since another book takes its place.
+    void makeWay();
 
 private:
     void closeReflowable();
     void closeFixed();
     void savePosition(EpubController& reader);
+    void waitForFullScreen();
     void showLibrary();
     // Drops the window that was leaving full screen, from outside its own handling.
     void dropLeavingWindow();
 
     Platform _platform;
     LibraryState& _state;
+    EpubImport& _import;
     // Brings the library back when a window manager never reports the exit from full screen.
     std::unique_ptr<RunLoop::Timer> _patience;
 };

@@ -55,6 +55,10 @@ BookOpening::~BookOpening()
 
 void BookOpening::open(const BookInfoPtr& book)
 {
+    _state.exitedByCode = false;
+    _state.inCloseEpubMethod = false;
+    if (!book)
+        return;
     cancel();
     _stop = {};
     _opening = run(book);
@@ -68,10 +72,6 @@ void BookOpening::cancel()
 
 Task<void> BookOpening::run(BookInfoPtr book)
 {
-    _state.exitedByCode = false;
-    _state.inCloseEpubMethod = false;
-    if (!book)
-        co_return;
     _state.currentBook = book;
     if (!book->epubPath() || !fileExists(*book->epubPath())) {
         _platform.libraryWindow.runAlertPanel("ERROR", "ePub does not exists!", "OK");
@@ -92,7 +92,8 @@ Task<void> BookOpening::run(BookInfoPtr book)
     if (!window)
         co_return;
     // The readers measure the page view, which has its size once the window is on screen.
-    co_await window->laidOut();
+    auto laidOut = window->laidOut();
+    co_await laidOut;
     if (type == reflowable)
         _state._epubWindowController->_epubController()->loadSplits(book->files(), tableOfContent);
     else
@@ -172,15 +173,16 @@ Task<void> BookOpening::unpack(BookInfoPtr book)
     const auto folder = *book->bookPath();
     _unpackedInto.erase(folder);
     book->setUnPacked(false);
-    co_await _platform.runLoop.performInBackground(
-        [lock = _unpacking, stop = _stop.get_token(), archive = *book->epubPath(), folder] {
-            std::scoped_lock unpacking(*lock);
+    auto unpacking = _platform.runLoop.performInBackground(
+        [lock = _unpacking, stop = _stop.get_token(), unpacked = *book, folder] {
+            std::scoped_lock oneAtATime(*lock);
             if (stop.stop_requested())
                 return;
             removeItem(folder);
             createFolder(folder);
-            unZipBook(archive, folder, stop);
+            unZipBook(unpacked, stop);
         });
+    co_await unpacking;
     book->setUnPacked(true);
     _unpackedInto[folder] = book;
 }

@@ -26,7 +26,7 @@ public:
     BookOpening(const Platform& platform, LibraryState& state, ReaderHub& readerHub, ScriptResources scripts);
     ~BookOpening();
 
-    // Opens the book; an opening that is still under way is given up. Null does nothing.
+    // Opens the book; an opening that is still under way is given up. Null opens nothing and gives up nothing.
     void open(const BookInfoPtr& book);
     // Gives up an opening that is under way.
     void cancel();

@@ -27,7 +27,7 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     , _views(platform.libraryWindow, *this, [this] { return _state.catalogue.bookList(); })
     , _import(*this, importOutlets(platform.libraryWindow))
     , _opening(platform, _state, *this, std::move(scripts))
-    , _closing(platform, _state)
+    , _closing(platform, _state, _import)
     , _monitor(platform.libraryWindow, _views, [] { })
 {
     LibraryWindowActions actions;
@@ -63,13 +63,16 @@ Task<void> MainController::finishPagoraInit()
     co_await startUp.initPagoraData();
     const auto files = std::exchange(_state._filesToOpenByApp, std::nullopt).value_or(std::vector<std::string> {});
     if (!files.empty()) {
-        co_await _platform.runLoop.performInBackground(
+        auto imported = _platform.runLoop.performInBackground(
             [this, files] { _import.booksFromFilesArray(files, HandedOver::Yes); });
+        co_await imported;
         refreshBookView();
-        _import.showFaultyBooks();
         if (files.size() == 1)
             sendDoubleClick(_state.catalogue.lastBook());
     }
+    _platform.readerWindows.prepareNextWindow();
+    for (auto& request : std::exchange(_importRequests, {}))
+        draggedEpubs(std::move(request));
     for (auto& request : std::exchange(_openRequests, {}))
         openFiles(std::move(request));
 }
@@ -77,6 +80,13 @@ Task<void> MainController::finishPagoraInit()
 void MainController::applicationWillTerminate()
 {
     _monitor.remove();
+    _import.end();
+}
+
+void MainController::finishReading()
+{
+    if (aBookIsOpen() || _state._singleEpub)
+        _closeEPUB();
 }
 
 bool MainController::windowShouldClose()
@@ -118,8 +128,9 @@ Task<void> MainController::openHandedOver(std::vector<std::string> paths)
     if (paths.size() == 1)
         co_await openSingle(paths.front());
     else if (paths.size() > 1) {
-        co_await _platform.runLoop.performInBackground(
+        auto imported = _platform.runLoop.performInBackground(
             [this, paths] { _import.booksFromFilesArray(paths, HandedOver::Yes); });
+        co_await imported;
         refreshBookView();
     }
     _state._filesToOpenByApp = std::nullopt;
@@ -127,24 +138,31 @@ Task<void> MainController::openHandedOver(std::vector<std::string> paths)
 
 Task<void> MainController::openSingle(std::string path)
 {
-    // What is being read keeps its place before its reader is replaced.
-    if (aBookIsOpen())
-        _closeEPUB();
     struct Outcome {
         BookInfoPtr book;
         bool copied = false;
     };
     const auto outcome = std::make_shared<Outcome>();
-    co_await _platform.runLoop.performInBackground(
+    auto inspected = _platform.runLoop.performInBackground(
         [this, path, outcome] { outcome->book = _import.bookFromSingleFile(path, outcome->copied); });
+    co_await inspected;
     _import.showFaultyBooks();
     if (!outcome->book)
         co_return;
-    if (aBookIsOpen())
-        _closeEPUB();
+    // The same file once more: the copy that is being read stays for this reading.
+    if (_state._singleEpub && _state.currentBook && _state.currentBook->epubPath() == outcome->book->epubPath())
+        outcome->copied = std::exchange(_state.singleEpubWasCopied, false) || outcome->copied;
+    makeWay();
     _state._singleEpub = true;
     _state.singleEpubWasCopied = outcome->copied;
     _opening.open(outcome->book);
+}
+
+void MainController::makeWay()
+{
+    if (aBookIsOpen() || _state._singleEpub)
+        _closeEPUB();
+    _closing.makeWay();
 }
 
 bool MainController::aBookIsOpen() const
@@ -174,13 +192,16 @@ void MainController::filesLoadingWithMessage(const std::string& message)
             if (chosen->empty())
                 log("ERROR ( importDialog ): No file to open");
             else if (multiple)
-                keep(processInBackground(*chosen));
+                draggedEpubs(*chosen);
         });
 }
 
-Task<void> MainController::processInBackground(std::vector<std::string> files)
+void MainController::draggedEpubs(std::vector<std::string> files)
 {
-    co_await _platform.runLoop.performInBackground([this, files] { _import.process_Epubs(files); });
+    if (_state._initProcessing)
+        _importRequests.push_back(std::move(files));
+    else
+        _import.draggedEpubs(std::move(files));
 }
 
 BookInfoPtr MainController::getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors)
@@ -232,17 +253,18 @@ void MainController::refreshBookView()
 
 void MainController::sendDoubleClick(const BookInfoPtr& book)
 {
-    if (aBookIsOpen())
-        _closeEPUB();
+    // While the temporary folder is being renewed, nothing can be unpacked into it.
+    if (_state.folders._booksPath.empty())
+        return;
+    if (book)
+        makeWay();
     _opening.open(book);
 }
 
 void MainController::sendDoubleClick()
 {
     const auto* active = _views.activeViewController();
-    if (!active)
-        return;
-    const auto selected = active->books().selectedObjects();
+    const auto selected = active ? active->books().selectedObjects() : std::vector<BookInfoPtr> {};
     sendDoubleClick(selected.empty() ? nullptr : selected.front());
 }
 
@@ -250,6 +272,7 @@ void MainController::_closeEPUB()
 {
     _opening.cancel();
     _closing.close();
+    _platform.readerWindows.prepareNextWindow();
 }
 
 void MainController::windowDidExitFullScreen()

@@ -34,6 +34,8 @@ public:
     void applicationWillFinishLaunching();
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
+    // The program ends: what is being read is closed, with its place.
+    void finishReading();
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
     // The library window is asked to close: the program ends with it.
     bool windowShouldClose();
@@ -48,7 +50,8 @@ public:
     // Lets the user choose files; with a message about import, those chosen are imported, otherwise nothing is done with
     // them.
     void filesLoadingWithMessage(const std::string& message);
-    void draggedEpubs(std::vector<std::string> files) { _import.draggedEpubs(std::move(files)); }
+    // Imports dropped files in the background; during the launch they wait for its end.
+    void draggedEpubs(std::vector<std::string> files);
     void cancelProcess() { _import.cancelProcess(); }
     BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
     // Shows an alert with a message and more on it; nothing in the program calls it.
@@ -99,10 +102,11 @@ private:
     Task<void> finishPagoraInit();
     Task<void> openHandedOver(std::vector<std::string> paths);
     Task<void> openSingle(std::string path);
-    Task<void> processInBackground(std::vector<std::string> files);
     // Keeps a task until it is done.
     void keep(Task<void> task);
     bool aBookIsOpen() const;
+    // Ends what is being read, with its place, for another book.
+    void makeWay();
 
     Platform _platform;
     LibraryState _state;
@@ -114,6 +118,8 @@ private:
     std::unique_ptr<RunLoop::Timer> _launchDelay;
     // Files handed over while the launch is still at work; they are taken up when it is done.
     std::vector<std::vector<std::string>> _openRequests;
+    // Files dropped or chosen meanwhile.
+    std::vector<std::vector<std::string>> _importRequests;
     std::list<Task<void>> _tasks;
 };
 

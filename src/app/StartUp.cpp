@@ -42,8 +42,10 @@ Task<void> StartUp::initPagoraData()
     if (auto* menu = window.toolBarMenu())
         pagora::trimToolbarMenu(*menu);
 
-    if (!files.empty())
-        co_await _platform.runLoop.performInBackground([this, files] { _import.booksFromFilesArray(files); });
+    if (!files.empty()) {
+        auto imported = _platform.runLoop.performInBackground([this, files] { _import.booksFromFilesArray(files); });
+        co_await imported;
+    }
     window.indicatorWindow().orderOut();
     _views.refreshBookView(_state.catalogue.bookList());
     if (const auto lines = _state.faultyBooks.takeAll(); !lines.empty()) {
@@ -101,11 +103,12 @@ void StartUp::loadCatalogue()
 
 Task<void> StartUp::renewTemporaryFolder()
 {
-    co_await _platform.runLoop.performInBackground([tempPath = _state.folders.tempPath] {
+    auto renewed = _platform.runLoop.performInBackground([tempPath = _state.folders.tempPath] {
         if (fileExists(tempPath))
             removeItem(tempPath);
         createFolder(tempPath);
     });
+    co_await renewed;
 }
 
 void trimToolbarMenu(Menu& menu)

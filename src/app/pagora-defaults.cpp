@@ -6,10 +6,9 @@
 #include <clocale>
 #include <cstdio>
 
-// pagora-defaults [KEY]: prints what Pagora has stored, as JSON: one object of all keys, or the value under KEY. It only
-// reads, also while Pagora runs.
-int main(int argc, char** argv)
-{
+// pagora-defaults [KEY]: prints what Pagora has stored, as JSON: one object of all keys, or the value under KEY. It
+// only reads, also while Pagora runs.
+int main(int argc, char** argv) {
     using namespace pagora;
     std::setlocale(LC_ALL, "");
     if (argc > 2) {

@@ -132,4 +132,13 @@ std::optional<Value> Catalogue::entryOf(const BookInfoPtr& book) const
     return _bookData[*index];
 }
 
+bool Catalogue::holdsArchive(const std::string& epubPath) const
+{
+    std::scoped_lock lock(_mutex);
+    return std::any_of(_bookData.begin(), _bookData.end(), [&epubPath](const Value& entry) {
+        const auto* stored = entry.find(entry_keys::ePubPath);
+        return stored && stored->string() && *stored->string() == epubPath;
+    });
+}
+
 }

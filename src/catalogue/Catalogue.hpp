@@ -48,6 +48,8 @@ public:
     std::string knownNames() const;
     // The stored entry of a record, by its identity; missing when it is not in the catalogue.
     std::optional<Value> entryOf(const BookInfoPtr& book) const;
+    // Whether a book's archive is the file at this path.
+    bool holdsArchive(const std::string& epubPath) const;
 
 private:
     std::optional<std::size_t> indexOf(const BookInfoPtr& book) const;

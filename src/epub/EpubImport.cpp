@@ -8,14 +8,19 @@
 #include "platform/Path.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace pagora {
 
 namespace {
     constexpr const char* copyMode = "Copy";
     constexpr const char* moveMode = "Move";
-    // What is on a mounted volume is copied and left there.
     constexpr const char* mountedVolume = "/Volume";
+}
+
+bool isOnMountedVolume(const std::string& path)
+{
+    return path.starts_with(mountedVolume);
 }
 
 EpubImport::EpubImport(ImportHub& hub, const ImportOutlets& outlets)
@@ -75,9 +80,7 @@ void EpubImport::draggedEpubs(std::vector<std::string> files)
 
 void EpubImport::process_Epubs(const std::vector<std::string>& files)
 {
-    const auto before = _mainController.catalogue().count();
-    booksFromFilesArray(files);
-    if (_mainController.catalogue().count() != before)
+    if (!booksFromFilesArray(files).empty())
         _mainController.runLoop().performOnMainThread([this] { _mainController.refreshBookView(); });
     showFaultyBooks();
 }
@@ -107,7 +110,7 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
         : _mainController.defaults().stringForKey(defaults_keys::DragDropMode).value_or("");
 
     std::vector<std::string> imported;
-    for (std::size_t i = 0; i < files.size() && !_cancelled; ++i) {
+    for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
         showProgress(i, files.size());
         std::scoped_lock inspecting(_inspecting);
         const auto& scratch = _mainController.folders()._dataPath;
@@ -140,17 +143,28 @@ BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& m
     const auto name = lastPathComponent(file);
     const auto copies = _mainController.workspace().copyFiles(folder, libPath, { name });
     const auto& copy = copies.front();
-    const auto destination = appendingPathComponent(libPath, copy.value_or(name));
-    if (mode == moveMode && copy && !file.starts_with(mountedVolume) && !isSameFile(file, destination))
+    const auto destination = archiveOf(file, copy);
+    if (mode == moveMode && copy && !isOnMountedVolume(file) && !isSameFile(file, destination))
         removeItem(file);
     book->setEpubPath(destination);
     return book;
+}
+
+std::string EpubImport::archiveOf(const std::string& file, const std::optional<std::string>& copy) const
+{
+    const auto& libPath = _mainController.folders().libPath;
+    if (copy)
+        return appendingPathComponent(libPath, *copy);
+    // Where the copy failed, a file of that name is another book's.
+    const auto expected = appendingPathComponent(libPath, lastPathComponent(file));
+    return fileExists(expected) ? file : expected;
 }
 
 BookInfoPtr EpubImport::bookFromSingleFile(const std::string& path, bool& copied)
 {
     copied = false;
     std::scoped_lock inspecting(_inspecting);
+    removeLeftCopies();
     auto book = _inspection.getBookInfo(path, StopOnErrors::Yes);
     if (!book)
         return nullptr;
@@ -158,10 +172,31 @@ BookInfoPtr EpubImport::bookFromSingleFile(const std::string& path, bool& copied
     const auto name = lastPathComponent(path);
     const auto before = folderEntries(libPath).value_or(std::vector<std::string> {});
     const auto copies = _mainController.workspace().copyFiles(deletingLastPathComponent(path), libPath, { name });
-    const auto copy = copies.front().value_or(name);
-    copied = copies.front() && std::find(before.begin(), before.end(), copy) == before.end();
-    book->setEpubPath(appendingPathComponent(libPath, copy));
+    const auto& copy = copies.front();
+    copied = copy && std::find(before.begin(), before.end(), *copy) == before.end();
+    book->setEpubPath(archiveOf(path, copy));
     return book;
+}
+
+void EpubImport::removeSingleCopy(const std::string& path)
+{
+    {
+        std::scoped_lock lock(_leaving);
+        _leftCopies.push_back(path);
+    }
+    _mainController.runLoop().performInBackground([this] {
+        std::scoped_lock inspecting(_inspecting);
+        removeLeftCopies();
+    });
+}
+
+void EpubImport::removeLeftCopies()
+{
+    std::scoped_lock lock(_leaving);
+    for (const auto& copy : std::exchange(_leftCopies, {})) {
+        if (!_mainController.catalogue().holdsArchive(copy))
+            removeItem(copy);
+    }
 }
 
 }

@@ -13,6 +13,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,9 @@ struct ImportOutlets {
 // Whether the desktop handed the files over; such files are always copied.
 enum class HandedOver : bool { No, Yes };
 
+// Whether the path is on a mounted volume: what is there is copied into the library, also when files are to be moved.
+bool isOnMountedVolume(const std::string& path);
+
 // Brings files into the library. A batch runs on whatever thread calls; batches wait for each other, and inspections too,
 // since they share one scratch folder. The controls are only touched on the main thread.
 class EpubImport {
@@ -64,9 +68,16 @@ public:
     // Stops the batch that runs before its next file. Any thread.
     void cancelProcess() { _cancelled = true; }
 
+    // The program ends: stops the batch that runs, and those that wait. Any thread.
+    void end() { _ended = true; }
+
     // Inspects one file that is to be read and not catalogued, and copies it into the library folder for that reading;
     // null when it was rejected. `copied` tells whether a copy was made that is not another book's archive. Any thread.
     BookInfoPtr bookFromSingleFile(const std::string& path, bool& copied);
+
+    // Removes such a copy when its reading has ended, unless a book of the library has come to use it. Main thread; the
+    // removal follows in the background.
+    void removeSingleCopy(const std::string& path);
 
     // Shows the rejection lines, if there are any, and forgets them. Any thread.
     void showFaultyBooks();
@@ -78,14 +89,22 @@ private:
     void endProgress();
     // Null when the file is rejected.
     BookInfoPtr importFile(const std::string& file, const std::string& mode);
+    // The path that a file has in the library folder once it was copied there under the name `copy`.
+    std::string archiveOf(const std::string& file, const std::optional<std::string>& copy) const;
+    // Call it with `_inspecting` held.
+    void removeLeftCopies();
 
     ImportHub& _mainController;
     ImportOutlets _outlets;
     EpubInspection _inspection;
     std::atomic<bool> _cancelled = false;
+    std::atomic<bool> _ended = false;
     // A batch holds the first for its whole length, and the second while it inspects a file.
     std::mutex _batch;
     std::mutex _inspecting;
+    // Copies whose reading has ended and that are still to be removed.
+    std::mutex _leaving;
+    std::vector<std::string> _leftCopies;
 };
 
 }

@@ -39,7 +39,11 @@ FixedEpubController::FixedEpubController(ReaderWindow& window, ReaderHub& hub, R
 
 FixedEpubController::~FixedEpubController()
 {
+    // The window may outlive its reader while it leaves full screen.
     _window.webView().setDelegate(nullptr);
+    _window.locSlider().setAction(nullptr);
+    _window.goLeftButton().setAction(nullptr);
+    _window.goRightButton().setAction(nullptr);
 }
 
 void FixedEpubController::loadSplits(std::vector<Url> splits,
@@ -53,6 +57,7 @@ void FixedEpubController::loadSplits(std::vector<Url> splits,
     _bookSplits = std::move(splits);
     if (_activeSplitIndex != 0 && !_bookSplits.empty())
         _activeSplitIndex = 0;
+    _leavingLinks.clear();
     _splitIndexDict.clear();
     for (std::size_t i = 0; i < _bookSplits.size(); ++i)
         _splitIndexDict[_bookSplits[i].lastPathComponent()] = i;
@@ -231,7 +236,7 @@ void FixedEpubController::resourceDidFailLoading(const DataSource& source)
 
 void FixedEpubController::resourceWillSendRequest(const Url& url)
 {
-    if (!url.isFile())
+    if (_leavingLinks.take(url))
         _hub.openURL(url);
 }
 

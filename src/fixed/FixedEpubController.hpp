@@ -6,6 +6,7 @@
 
 #include "reader/ContentsPane.hpp"
 #include "reader/EpubWindow.hpp"
+#include "reader/LeavingLinks.hpp"
 #include "reader/LocationBar.hpp"
 #include "reader/ReaderHub.hpp"
 #include "reader/ReaderState.hpp"
@@ -86,6 +87,7 @@ private:
     // The load that has been scaled.
     std::uint64_t _preparedLoad = 0;
     bool _rescalePending = false;
+    LeavingLinks _leavingLinks;
     std::unique_ptr<RunLoop::Timer> _patience;
 
     SplitRules _splitRules;

@@ -9,6 +9,12 @@ LibraryViews::LibraryViews(LibraryViewHost& host, LibraryHub& hub, std::function
 {
 }
 
+LibraryViews::~LibraryViews()
+{
+    if (_currentContentView)
+        _host.removeContentView(*_currentContentView);
+}
+
 void LibraryViews::showFirstView()
 {
     show(_imageController);

@@ -13,6 +13,7 @@ class LibraryViews {
 public:
     // `bookList` gives the books to show in a view that is new.
     LibraryViews(LibraryViewHost& host, LibraryHub& hub, std::function<BookArray()> bookList);
+    ~LibraryViews();
 
     // Builds the grid, empty, as the first view shown.
     void showFirstView();

@@ -36,16 +36,19 @@ std::vector<std::string> safeComponents(std::string_view name)
 // Which members are asked for; all when no name is given.
 class Selection {
 public:
-    explicit Selection(const std::vector<std::string>& names) : _names(names.begin(), names.end())
+    explicit Selection(const std::vector<std::string>& names)
+        : _names(names.begin(), names.end())
     {
-        std::copy_if(names.begin(), names.end(), std::back_inserter(_patterns), [](const auto& n) { return hasWildcards(n); });
+        std::copy_if(
+            names.begin(), names.end(), std::back_inserter(_patterns), [](const auto& n) { return hasWildcards(n); });
     }
 
     // A name that holds a wildcard character and is a member's very name asks for that member too.
     bool holds(const std::string& name) const
     {
         return _names.empty() || _names.contains(name)
-            || std::any_of(_patterns.begin(), _patterns.end(), [&](const auto& p) { return matchesWildcards(name, p); });
+            || std::any_of(
+                _patterns.begin(), _patterns.end(), [&](const auto& p) { return matchesWildcards(name, p); });
     }
 
 private:
@@ -106,10 +109,11 @@ bool Archive::Handle::readDirectory(const ArchiveLimits& limits, std::uint64_t a
     return total <= limits.freeBytes || total / limits.ratio <= archiveBytes;
 }
 
-bool Archive::Handle::extract(const Member& member, ContainedFolder& destination, std::vector<char>& buffer,
-                              std::stop_token stop)
+bool Archive::Handle::extract(
+    const Member& member, ContainedFolder& destination, std::vector<char>& buffer, std::stop_token stop)
 {
-    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
+    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(
+        zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
     if (!source)
         return true;
     const std::vector<std::string> folders(member.components.begin(), member.components.end() - 1);
@@ -131,23 +135,28 @@ bool Archive::Handle::extract(const Member& member, ContainedFolder& destination
     }
 }
 
-Archive::Archive(std::unique_ptr<Handle> handle) : _handle(std::move(handle)) { }
+Archive::Archive(std::unique_ptr<Handle> handle)
+    : _handle(std::move(handle))
+{
+}
 Archive::Archive(Archive&&) noexcept = default;
+Archive& Archive::operator=(Archive&&) noexcept = default;
 Archive::~Archive() = default;
 
 std::optional<Archive> Archive::open(const std::string& path, const ArchiveLimits& limits, ArchiveProblem* problem)
 {
     if (problem)
         *problem = ArchiveProblem::Unreadable;
-    const auto file = openFile(path);
+    auto file = openFile(path);
     struct stat info { };
     if (!file || ::fstat(file.get(), &info) != 0)
         return std::nullopt;
     auto handle = std::make_unique<Handle>();
-    // It keeps a descriptor of its own.
     handle->zip.reset(zip_fdopen(file.get(), 0, nullptr));
     if (!handle->zip)
         return std::nullopt;
+    // The library works on a duplicate, and closes the original itself.
+    file.release();
     if (!handle->readDirectory(limits, static_cast<std::uint64_t>(info.st_size))) {
         if (problem)
             *problem = ArchiveProblem::PastBounds;

@@ -34,9 +34,10 @@ class Archive {
 public:
     // Missing when there is no readable ZIP archive at `path`, or it breaks a bound by what its directory says;
     // `problem` then receives which.
-    static std::optional<Archive> open(const std::string& path, const ArchiveLimits& limits = {},
-                                       ArchiveProblem* problem = nullptr);
+    static std::optional<Archive> open(
+        const std::string& path, const ArchiveLimits& limits = {}, ArchiveProblem* problem = nullptr);
     Archive(Archive&&) noexcept;
+    Archive& operator=(Archive&&) noexcept;
     ~Archive();
 
     // Extracts the members that match one of `members`, or all when it is empty. Members that fail, or hold more than

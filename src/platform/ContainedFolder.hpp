@@ -12,7 +12,10 @@ namespace pagora {
 class ContainedFolder {
 public:
     // Makes the folder at `path`, with those above it, when the first thing is put in.
-    explicit ContainedFolder(std::string path) : _path(std::move(path)) { }
+    explicit ContainedFolder(std::string path)
+        : _path(std::move(path))
+    {
+    }
 
     // The folders one below the other, made where they are missing. False when something else has one of the names.
     bool makeFolders(const std::vector<std::string>& names);

@@ -9,28 +9,22 @@ namespace pagora {
 
 DefaultsBackup::DefaultsBackup(std::string path, std::string backupPath)
     : _path(std::move(path))
-    , _backupPath(std::move(backupPath))
-{
-}
+    , _backupPath(std::move(backupPath)) { }
 
-void DefaultsBackup::catchUp()
-{
+void DefaultsBackup::catchUp() {
     _worker.perform([this] { bring(nullptr); });
 }
 
-void DefaultsBackup::follow(RowChanges changes)
-{
+void DefaultsBackup::follow(RowChanges changes) {
     // Shared, because what a worker runs can be copied.
     _worker.perform([this, changes = std::make_shared<const RowChanges>(std::move(changes))] { bring(changes.get()); });
 }
 
-void DefaultsBackup::wait()
-{
+void DefaultsBackup::wait() {
     _worker.wait();
 }
 
-void DefaultsBackup::bring(const RowChanges* changes)
-{
+void DefaultsBackup::bring(const RowChanges* changes) {
     DefaultsCondition condition;
     if (!_file)
         _file = DefaultsFile::open(_path, DefaultsFile::Journal::Log, condition);
@@ -42,8 +36,7 @@ void DefaultsBackup::bring(const RowChanges* changes)
     _file->emptyLog();
 }
 
-bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* changes)
-{
+bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* changes) {
     if (!_backup)
         openBackup();
     if (_backup) {
@@ -62,13 +55,12 @@ bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* change
     return _backup != nullptr;
 }
 
-void DefaultsBackup::openBackup()
-{
+void DefaultsBackup::openBackup() {
     DefaultsCondition condition;
     _backup = DefaultsFile::open(_backupPath, DefaultsFile::Journal::InPlace, condition);
     if (condition == DefaultsCondition::Damaged || condition == DefaultsCondition::Newer)
-        log("The backup of the stored values could not be read; it was set aside as "
-            + setAside(_backupPath, condition) + ".");
+        log("The backup of the stored values could not be read; it was set aside as " + setAside(_backupPath, condition)
+            + ".");
 }
 
 }

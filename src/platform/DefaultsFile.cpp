@@ -2,23 +2,18 @@
 
 #include "platform/ValueCoding.hpp"
 
-#include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <fcntl.h>
 #include <glib.h>
 #include <sqlite3.h>
-#include <unistd.h>
 
-#include <cstdio>
 #include <filesystem>
 
 namespace pagora {
 
 namespace {
 
-    constexpr int schemaVersion = 1;
-    constexpr int busyMilliseconds = 3000;
-    constexpr const char* schema = R"sql(
+constexpr int schemaVersion = 1;
+constexpr const char* schema = R"sql(
         CREATE TABLE state (id INTEGER PRIMARY KEY, series INTEGER, flush INTEGER, "values" INTEGER, elements INTEGER,
                             checksum INTEGER);
         CREATE TABLE value (key TEXT PRIMARY KEY, isArray INTEGER, payload BLOB, checksum INTEGER);
@@ -27,102 +22,89 @@ namespace {
         CREATE TABLE leftData (id INTEGER PRIMARY KEY);
     )sql";
 
-    DefaultsCondition conditionFrom(const SQLite::Exception& exception)
-    {
-        switch (exception.getErrorCode()) {
-        // A statement that does not fit the tables, and tables that do not fit the file.
-        case SQLITE_ERROR:
-        case SQLITE_CORRUPT:
-        case SQLITE_NOTADB:
-        case SQLITE_FORMAT:
-        case SQLITE_MISMATCH:
-        case SQLITE_RANGE:
-            return DefaultsCondition::Damaged;
-        default:
-            return exception.getExtendedErrorCode() == SQLITE_IOERR_SHORT_READ ? DefaultsCondition::Damaged
-                                                                               : DefaultsCondition::Unusable;
-        }
+DefaultsCondition conditionFrom(const SQLite::Exception& exception) {
+    switch (exception.getErrorCode()) {
+    // A statement that does not fit the tables, and tables that do not fit the file.
+    case SQLITE_ERROR:
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_FORMAT:
+    case SQLITE_MISMATCH:
+    case SQLITE_RANGE:
+        return DefaultsCondition::Damaged;
+    default:
+        return exception.getExtendedErrorCode() == SQLITE_IOERR_SHORT_READ ? DefaultsCondition::Damaged
+                                                                           : DefaultsCondition::Unusable;
     }
+}
 
-    std::string_view blob(const SQLite::Column& column)
-    {
-        const auto* bytes = static_cast<const char*>(column.getBlob());
-        return bytes ? std::string_view(bytes, static_cast<std::size_t>(column.getBytes())) : std::string_view();
+std::string_view blob(const SQLite::Column& column) {
+    const auto* bytes = static_cast<const char*>(column.getBlob());
+    return bytes ? std::string_view(bytes, static_cast<std::size_t>(column.getBytes())) : std::string_view();
+}
+
+void bindBlob(SQLite::Statement& statement, int index, std::string_view bytes) {
+    statement.bindNoCopy(index, bytes.data(), static_cast<int>(bytes.size()));
+}
+
+std::int64_t sumOf(const ValueRow& row, std::string_view payload) {
+    return static_cast<std::int64_t>(checksum(payload, checksum(row.key, row.isArray)));
+}
+
+std::int64_t sumOf(const ElementRow& row, std::string_view payload) {
+    const auto place = static_cast<std::uint64_t>(row.id) * 31 + static_cast<std::uint64_t>(row.rank);
+    return static_cast<std::int64_t>(checksum(payload, checksum(row.key, place)));
+}
+
+std::int64_t sumOf(std::int64_t id, std::string_view bytes) {
+    return static_cast<std::int64_t>(checksum(bytes, static_cast<std::uint64_t>(id)));
+}
+
+std::int64_t sumOf(const StoreState& state) {
+    const std::int64_t numbers[] = { state.series, state.flush, state.values, state.elements };
+    return sumOf(0, { reinterpret_cast<const char*>(numbers), sizeof numbers });
+}
+
+void useJournal(SQLite::Database& database, DefaultsFile::Journal journal) {
+    const bool log = journal == DefaultsFile::Journal::Log;
+    database.exec(log ? "PRAGMA journal_mode = WAL" : "PRAGMA journal_mode = DELETE");
+    database.exec("PRAGMA synchronous = FULL");
+    // The log is emptied in the background.
+    database.exec("PRAGMA wal_autocheckpoint = 0");
+}
+
+// Runs the statement once for each row, after `bind` has filled it in.
+template <typename Rows, typename Bind>
+void forEach(SQLite::Database& database, const char* sql, const Rows& rows, Bind bind) {
+    if (rows.empty())
+        return;
+    SQLite::Statement statement(database, sql);
+    for (const auto& row : rows) {
+        bind(statement, row);
+        statement.exec();
+        statement.reset();
+        statement.clearBindings();
     }
+}
 
-    void bindBlob(SQLite::Statement& statement, int index, std::string_view bytes)
-    {
-        statement.bindNoCopy(index, bytes.data(), static_cast<int>(bytes.size()));
-    }
+constexpr auto bindFirst = [](SQLite::Statement& statement, const auto& value) { statement.bind(1, value); };
 
-    std::int64_t sumOf(const ValueRow& row, std::string_view payload)
-    {
-        return static_cast<std::int64_t>(checksum(payload, checksum(row.key, row.isArray)));
-    }
-
-    std::int64_t sumOf(const ElementRow& row, std::string_view payload)
-    {
-        const auto place = static_cast<std::uint64_t>(row.id) * 31 + static_cast<std::uint64_t>(row.rank);
-        return static_cast<std::int64_t>(checksum(payload, checksum(row.key, place)));
-    }
-
-    std::int64_t sumOf(std::int64_t id, std::string_view bytes)
-    {
-        return static_cast<std::int64_t>(checksum(bytes, static_cast<std::uint64_t>(id)));
-    }
-
-    std::int64_t sumOf(const StoreState& state)
-    {
-        const std::int64_t numbers[] = { state.series, state.flush, state.values, state.elements };
-        return sumOf(0, { reinterpret_cast<const char*>(numbers), sizeof numbers });
-    }
-
-    void useJournal(SQLite::Database& database, DefaultsFile::Journal journal)
-    {
-        const bool log = journal == DefaultsFile::Journal::Log;
-        database.exec(log ? "PRAGMA journal_mode = WAL" : "PRAGMA journal_mode = DELETE");
-        database.exec("PRAGMA synchronous = FULL");
-        // The log is emptied in the background.
-        database.exec("PRAGMA wal_autocheckpoint = 0");
-    }
-
-    // Runs the statement once for each row, after `bind` has filled it in.
-    template <typename Rows, typename Bind>
-    void forEach(SQLite::Database& database, const char* sql, const Rows& rows, Bind bind)
-    {
-        if (rows.empty())
-            return;
-        SQLite::Statement statement(database, sql);
-        for (const auto& row : rows) {
-            bind(statement, row);
-            statement.exec();
-            statement.reset();
-            statement.clearBindings();
-        }
-    }
-
-    constexpr auto bindFirst = [](SQLite::Statement& statement, const auto& value) { statement.bind(1, value); };
-
-    std::string readOnlyUri(const std::string& path, bool unchanging)
-    {
-        char* uri = g_filename_to_uri(path.c_str(), nullptr, nullptr);
-        const std::string result = uri ? std::string(uri) + (unchanging ? "?immutable=1" : "?mode=ro") : path;
-        g_free(uri);
-        return result;
-    }
+std::string readOnlyUri(const std::string& path, bool unchanging) {
+    char* uri = g_filename_to_uri(path.c_str(), nullptr, nullptr);
+    const std::string result = uri ? std::string(uri) + (unchanging ? "?immutable=1" : "?mode=ro") : path;
+    g_free(uri);
+    return result;
+}
 
 }
 
 DefaultsFile::DefaultsFile(std::unique_ptr<SQLite::Database> database, bool readOnly)
     : _database(std::move(database))
-    , _readOnly(readOnly)
-{
-}
+    , _readOnly(readOnly) { }
 
 DefaultsFile::~DefaultsFile() = default;
 
-DefaultsCondition DefaultsFile::check()
-{
+DefaultsCondition DefaultsFile::check() {
     const int version = _database->execAndGet("PRAGMA user_version").getInt();
     if (version > schemaVersion)
         return DefaultsCondition::Newer;
@@ -131,15 +113,15 @@ DefaultsCondition DefaultsFile::check()
     return version == schemaVersion && readState() ? DefaultsCondition::Good : DefaultsCondition::Damaged;
 }
 
-std::unique_ptr<DefaultsFile> DefaultsFile::open(const std::string& path, Journal journal, DefaultsCondition& condition)
-{
+std::unique_ptr<DefaultsFile> DefaultsFile::open(
+    const std::string& path, Journal journal, DefaultsCondition& condition) {
     condition = DefaultsCondition::Missing;
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
         return nullptr;
     try {
         auto file = std::make_unique<DefaultsFile>(
-            std::make_unique<SQLite::Database>(path, SQLite::OPEN_READWRITE, busyMilliseconds), false);
+            std::make_unique<SQLite::Database>(path, SQLite::OPEN_READWRITE, DefaultsFile::busyMilliseconds), false);
         condition = file->check();
         if (condition != DefaultsCondition::Good)
             return nullptr;
@@ -153,8 +135,7 @@ std::unique_ptr<DefaultsFile> DefaultsFile::open(const std::string& path, Journa
     }
 }
 
-std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, DefaultsCondition& condition)
-{
+std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, DefaultsCondition& condition) {
     condition = DefaultsCondition::Missing;
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
@@ -164,7 +145,7 @@ std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, 
         try {
             auto file = std::make_unique<DefaultsFile>(
                 std::make_unique<SQLite::Database>(readOnlyUri(path, unchanging),
-                                                   SQLite::OPEN_READONLY | SQLite::OPEN_URI, busyMilliseconds),
+                    SQLite::OPEN_READONLY | SQLite::OPEN_URI, DefaultsFile::busyMilliseconds),
                 true);
             condition = file->check();
             return condition == DefaultsCondition::Good ? std::move(file) : nullptr;
@@ -177,11 +158,10 @@ std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, 
     return nullptr;
 }
 
-std::unique_ptr<DefaultsFile> DefaultsFile::make(const std::string& path, Journal journal)
-{
+std::unique_ptr<DefaultsFile> DefaultsFile::make(const std::string& path, Journal journal) {
     try {
-        auto database = std::make_unique<SQLite::Database>(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE,
-                                                           busyMilliseconds);
+        auto database = std::make_unique<SQLite::Database>(
+            path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, DefaultsFile::busyMilliseconds);
         useJournal(*database, journal);
         auto file = std::make_unique<DefaultsFile>(std::move(database), false);
         SQLite::Transaction transaction(*file->_database, SQLite::TransactionBehavior::IMMEDIATE);
@@ -199,8 +179,7 @@ std::unique_ptr<DefaultsFile> DefaultsFile::make(const std::string& path, Journa
     }
 }
 
-std::optional<StoreState> DefaultsFile::state()
-{
+std::optional<StoreState> DefaultsFile::state() {
     try {
         return readState();
     } catch (const SQLite::Exception&) {
@@ -208,10 +187,8 @@ std::optional<StoreState> DefaultsFile::state()
     }
 }
 
-std::optional<StoreState> DefaultsFile::readState()
-{
-    SQLite::Statement query(*_database,
-                            "SELECT series, flush, \"values\", elements, checksum FROM state WHERE id = 1");
+std::optional<StoreState> DefaultsFile::readState() {
+    SQLite::Statement query(*_database, "SELECT series, flush, \"values\", elements, checksum FROM state WHERE id = 1");
     if (!query.executeStep())
         return std::nullopt;
     StoreState state;
@@ -224,8 +201,7 @@ std::optional<StoreState> DefaultsFile::readState()
     return state;
 }
 
-void DefaultsFile::writeState(const StoreState& state)
-{
+void DefaultsFile::writeState(const StoreState& state) {
     SQLite::Statement statement(*_database, "INSERT OR REPLACE INTO state VALUES (1, ?, ?, ?, ?, ?)");
     statement.bind(1, state.series);
     statement.bind(2, state.flush);
@@ -235,8 +211,7 @@ void DefaultsFile::writeState(const StoreState& state)
     statement.exec();
 }
 
-DefaultsCondition DefaultsFile::read(const RowReader& reader)
-{
+DefaultsCondition DefaultsFile::read(const RowReader& reader) {
     try {
         // One transaction, so that a flush elsewhere does not come in between.
         SQLite::Transaction transaction(*_database);
@@ -248,7 +223,7 @@ DefaultsCondition DefaultsFile::read(const RowReader& reader)
         SQLite::Statement valueQuery(*_database, "SELECT key, isArray, payload, checksum FROM value");
         for (; valueQuery.executeStep(); ++values) {
             ValueRow row { valueQuery.getColumn(0).getString(), valueQuery.getColumn(1).getInt() != 0,
-                           std::string(blob(valueQuery.getColumn(2))) };
+                std::string(blob(valueQuery.getColumn(2))) };
             if (valueQuery.getColumn(3).getInt64() != sumOf(row, row.payload) || !reader.value(std::move(row)))
                 return DefaultsCondition::Damaged;
         }
@@ -256,7 +231,7 @@ DefaultsCondition DefaultsFile::read(const RowReader& reader)
         SQLite::Statement elementQuery(*_database, "SELECT id, key, rank, payload, checksum FROM element");
         for (; elementQuery.executeStep(); ++elements) {
             ElementRow row { elementQuery.getColumn(0).getInt64(), elementQuery.getColumn(1).getString(),
-                             elementQuery.getColumn(2).getInt64(), {} };
+                elementQuery.getColumn(2).getInt64(), {} };
             const SQLite::Column payload = elementQuery.getColumn(3);
             if (elementQuery.getColumn(4).getInt64() != sumOf(row, blob(payload))
                 || !reader.element(std::move(row), blob(payload)))
@@ -272,8 +247,7 @@ DefaultsCondition DefaultsFile::read(const RowReader& reader)
     }
 }
 
-std::int64_t DefaultsFile::largestDataId()
-{
+std::int64_t DefaultsFile::largestDataId() {
     try {
         return _database->execAndGet("SELECT coalesce(max(id), 0) FROM data").getInt64();
     } catch (const SQLite::Exception&) {
@@ -281,8 +255,7 @@ std::int64_t DefaultsFile::largestDataId()
     }
 }
 
-std::optional<std::string> DefaultsFile::readData(std::int64_t id)
-{
+std::optional<std::string> DefaultsFile::readData(std::int64_t id) {
     try {
         SQLite::Statement query(*_database, "SELECT bytes, checksum FROM data WHERE id = ?");
         query.bind(1, id);
@@ -298,8 +271,7 @@ std::optional<std::string> DefaultsFile::readData(std::int64_t id)
     }
 }
 
-void DefaultsFile::writeRows(const RowChanges& changes)
-{
+void DefaultsFile::writeRows(const RowChanges& changes) {
     SQLite::Database& database = *_database;
     forEach(database, "DELETE FROM value WHERE key = ?", changes.removedValues, bindFirst);
     forEach(database, "DELETE FROM element WHERE id = ?", changes.removedElements, bindFirst);
@@ -308,31 +280,30 @@ void DefaultsFile::writeRows(const RowChanges& changes)
     forEach(database, "DELETE FROM leftData WHERE id = ?", changes.takenData, bindFirst);
     forEach(database, "INSERT OR REPLACE INTO leftData VALUES (?)", changes.leftData, bindFirst);
     forEach(database, "INSERT OR REPLACE INTO data VALUES (?, ?, ?)", changes.data,
-            [](SQLite::Statement& statement, const DataRow& row) {
-                const std::string bytes = row.data.bytes();
-                statement.bind(1, row.id);
-                statement.bind(2, bytes.data(), static_cast<int>(bytes.size()));
-                statement.bind(3, sumOf(row.id, bytes));
-            });
+        [](SQLite::Statement& statement, const DataRow& row) {
+            const std::string bytes = row.data.bytes();
+            statement.bind(1, row.id);
+            statement.bind(2, bytes.data(), static_cast<int>(bytes.size()));
+            statement.bind(3, sumOf(row.id, bytes));
+        });
     forEach(database, "INSERT OR REPLACE INTO value VALUES (?, ?, ?, ?)", changes.values,
-            [](SQLite::Statement& statement, const ValueRow& row) {
-                statement.bind(1, row.key);
-                statement.bind(2, row.isArray ? 1 : 0);
-                bindBlob(statement, 3, row.payload);
-                statement.bind(4, sumOf(row, row.payload));
-            });
+        [](SQLite::Statement& statement, const ValueRow& row) {
+            statement.bind(1, row.key);
+            statement.bind(2, row.isArray ? 1 : 0);
+            bindBlob(statement, 3, row.payload);
+            statement.bind(4, sumOf(row, row.payload));
+        });
     forEach(database, "INSERT OR REPLACE INTO element VALUES (?, ?, ?, ?, ?)", changes.elements,
-            [](SQLite::Statement& statement, const ElementRow& row) {
-                statement.bind(1, row.id);
-                statement.bind(2, row.key);
-                statement.bind(3, row.rank);
-                bindBlob(statement, 4, row.payload);
-                statement.bind(5, sumOf(row, row.payload));
-            });
+        [](SQLite::Statement& statement, const ElementRow& row) {
+            statement.bind(1, row.id);
+            statement.bind(2, row.key);
+            statement.bind(3, row.rank);
+            bindBlob(statement, 4, row.payload);
+            statement.bind(5, sumOf(row, row.payload));
+        });
 }
 
-DefaultsFile::Outcome DefaultsFile::apply(const RowChanges& changes, std::string& error)
-{
+DefaultsFile::Outcome DefaultsFile::apply(const RowChanges& changes, std::string& error) {
     try {
         SQLite::Transaction transaction(*_database, SQLite::TransactionBehavior::IMMEDIATE);
         if (readState() != changes.before)
@@ -347,36 +318,7 @@ DefaultsFile::Outcome DefaultsFile::apply(const RowChanges& changes, std::string
     }
 }
 
-bool DefaultsFile::copyTo(const std::string& path)
-{
-    const std::string unfinished = path + ".new";
-    std::error_code ignored;
-    std::filesystem::remove(unfinished, ignored);
-    std::filesystem::remove(unfinished + "-journal", ignored);
-    try {
-        SQLite::Database copy(unfinished, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, busyMilliseconds);
-        copy.exec("PRAGMA synchronous = FULL");
-        if (SQLite::Backup(copy, *_database).executeStep() != SQLITE_DONE)
-            return false;
-        copy.exec("PRAGMA journal_mode = DELETE");
-    } catch (const SQLite::Exception&) {
-        std::filesystem::remove(unfinished, ignored);
-        return false;
-    }
-    // A journal or log of the file that had the name does not belong to the copy.
-    for (const char* companion : { "-journal", "-wal", "-shm" })
-        std::filesystem::remove(path + companion, ignored);
-    if (std::rename(unfinished.c_str(), path.c_str()) != 0)
-        return false;
-    if (const int folder = ::open(std::filesystem::path(path).parent_path().c_str(), O_RDONLY | O_DIRECTORY); folder >= 0) {
-        fsync(folder);
-        close(folder);
-    }
-    return true;
-}
-
-void DefaultsFile::emptyLog()
-{
+void DefaultsFile::emptyLog() {
     try {
         _database->exec("PRAGMA wal_checkpoint(PASSIVE)");
     } catch (const SQLite::Exception&) {
@@ -384,8 +326,7 @@ void DefaultsFile::emptyLog()
     }
 }
 
-int DefaultsFile::rowsChanged() const
-{
+int DefaultsFile::rowsChanged() const {
     return sqlite3_total_changes(_database->getHandle());
 }
 

@@ -34,6 +34,9 @@ public:
     // readers, or in place, so that the file alone is whole.
     enum class Journal { Log, InPlace };
 
+    // How long a change waits for other processes.
+    static constexpr int busyMilliseconds = 3000;
+
     // Opens the file when its condition is good; null for every other one.
     static std::unique_ptr<DefaultsFile> open(const std::string& path, Journal journal, DefaultsCondition& condition);
     // The same, but nothing is written, not even beside the file; works while it is being written elsewhere.

@@ -10,146 +10,134 @@ namespace pagora {
 
 namespace {
 
-    using Journal = DefaultsFile::Journal;
-    using Values = std::map<std::string, Value>;
+using Journal = DefaultsFile::Journal;
+using Values = std::map<std::string, Value>;
 
-    bool exists(const std::string& path)
-    {
-        std::error_code ignored;
-        return std::filesystem::exists(path, ignored);
-    }
+bool exists(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
 
-    std::string universalTime()
-    {
-        const std::time_t now = std::time(nullptr);
-        std::tm parts {};
-        gmtime_r(&now, &parts);
-        char text[32];
-        std::strftime(text, sizeof text, "%Y%m%dT%H%M%SZ", &parts);
-        return text;
-    }
+std::string universalTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts {};
+    gmtime_r(&now, &parts);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y%m%dT%H%M%SZ", &parts);
+    return text;
+}
 
-    class Opening {
-    public:
-        Opening(const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem)
-            : _paths(paths)
-            , _index(index)
-            , _values(values)
-            , _problem(problem)
-        {
-        }
+class Opening {
+public:
+    Opening(const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem)
+        : _paths(paths)
+        , _index(index)
+        , _values(values)
+        , _problem(problem) { }
 
-        std::unique_ptr<DefaultsFile> open()
-        {
-            g_mkdir_with_parents(_paths.folder.c_str(), 0700);
-            DefaultsCondition condition = DefaultsCondition::Good;
-            if (auto file = openAndLoad(condition))
-                return file;
-            switch (condition) {
-            case DefaultsCondition::Missing:
-                if (!exists(_paths.backup))
-                    return makeEmpty();
-                _problem = "The stored library was missing";
-                if (exists(_paths.file) && setFileAside(DefaultsCondition::Damaged).empty())
-                    return openToRead();
-                return restore();
-            case DefaultsCondition::Damaged:
-                _problem = "The stored library was damaged and could not be set aside.";
-                if (setFileAside(condition).empty())
-                    return nullptr;
-                return restore();
-            case DefaultsCondition::Newer: {
-                _problem = "The stored library was written by a later version of the program and could not be set aside.";
-                if (setFileAside(condition).empty())
-                    return nullptr;
-                _problem += "; the library starts empty.";
+    std::unique_ptr<DefaultsFile> open() {
+        g_mkdir_with_parents(_paths.folder.c_str(), 0700);
+        DefaultsCondition condition = DefaultsCondition::Good;
+        if (auto file = openAndLoad(condition))
+            return file;
+        switch (condition) {
+        case DefaultsCondition::Missing:
+            if (!exists(_paths.backup))
                 return makeEmpty();
-            }
-            default:
+            _problem = "The stored library was missing";
+            if (exists(_paths.file) && setFileAside(DefaultsCondition::Damaged).empty())
                 return openToRead();
-            }
-        }
-
-    private:
-        std::unique_ptr<DefaultsFile> openAndLoad(DefaultsCondition& condition)
-        {
-            auto file = DefaultsFile::open(_paths.file, Journal::Log, condition);
-            if (file)
-                condition = _index.load(*file, _values);
-            return condition == DefaultsCondition::Good ? std::move(file) : nullptr;
-        }
-
-        std::unique_ptr<DefaultsFile> openToRead()
-        {
-            DefaultsCondition condition;
-            auto file = DefaultsFile::openToRead(_paths.file, condition);
-            if (file && _index.load(*file, _values) == DefaultsCondition::Good)
-                return file;
-            _values.clear();
-            return nullptr;
-        }
-
-        std::unique_ptr<DefaultsFile> makeEmpty()
-        {
-            auto file = DefaultsFile::make(_paths.file, Journal::Log);
-            if (file && _index.load(*file, _values) == DefaultsCondition::Good)
-                return file;
-            return nullptr;
-        }
-
-        std::string setFileAside(DefaultsCondition condition)
-        {
-            const std::string name = setAside(_paths.file, condition);
-            if (!name.empty())
-                _problem = std::string(condition == DefaultsCondition::Newer
-                                           ? "The stored library was written by a later version of the program"
-                                           : "The stored library was damaged")
-                    + " and is kept as " + name;
-            return name;
-        }
-
-        std::unique_ptr<DefaultsFile> restore()
-        {
-            DefaultsCondition condition;
-            auto backup = DefaultsFile::open(_paths.backup, Journal::InPlace, condition);
-            if (backup)
-                condition = _index.load(*backup, _values);
-            if (condition == DefaultsCondition::Good) {
-                _problem += "; the last backup is used.";
-                // Without room for the copy the values are in memory; the next flush tries again.
-                if (!backup->copyTo(_paths.file))
-                    return nullptr;
-                backup.reset();
-                return openAndLoad(condition);
-            }
-            backup.reset();
-            _values.clear();
-            if (condition == DefaultsCondition::Damaged)
-                _problem += ", like its backup (" + setAside(_paths.backup, condition) + ")";
-            _problem += "; there is no usable backup, so the library starts empty.";
+            return restore();
+        case DefaultsCondition::Damaged:
+            _problem = "The stored library was damaged and could not be set aside.";
+            if (setFileAside(condition).empty())
+                return nullptr;
+            return restore();
+        case DefaultsCondition::Newer: {
+            _problem = "The stored library was written by a later version of the program and could not be set aside.";
+            if (setFileAside(condition).empty())
+                return nullptr;
+            _problem += "; the library starts empty.";
             return makeEmpty();
         }
+        default:
+            return openToRead();
+        }
+    }
 
-        const DefaultsPaths& _paths;
-        DefaultsIndex& _index;
-        Values& _values;
-        std::string& _problem;
-    };
+private:
+    std::unique_ptr<DefaultsFile> openAndLoad(DefaultsCondition& condition) {
+        auto file = DefaultsFile::open(_paths.file, Journal::Log, condition);
+        if (file)
+            condition = _index.load(*file, _values);
+        return condition == DefaultsCondition::Good ? std::move(file) : nullptr;
+    }
+
+    std::unique_ptr<DefaultsFile> openToRead() {
+        DefaultsCondition condition;
+        auto file = DefaultsFile::openToRead(_paths.file, condition);
+        if (file && _index.load(*file, _values) == DefaultsCondition::Good)
+            return file;
+        _values.clear();
+        return nullptr;
+    }
+
+    std::unique_ptr<DefaultsFile> makeEmpty() {
+        auto file = DefaultsFile::make(_paths.file, Journal::Log);
+        if (file && _index.load(*file, _values) == DefaultsCondition::Good)
+            return file;
+        return nullptr;
+    }
+
+    std::string setFileAside(DefaultsCondition condition) {
+        const std::string name = setAside(_paths.file, condition);
+        if (!name.empty())
+            _problem = std::string(condition == DefaultsCondition::Newer
+                               ? "The stored library was written by a later version of the program"
+                               : "The stored library was damaged")
+                + " and is kept as " + name;
+        return name;
+    }
+
+    std::unique_ptr<DefaultsFile> restore() {
+        DefaultsCondition condition;
+        auto backup = DefaultsFile::open(_paths.backup, Journal::InPlace, condition);
+        if (backup)
+            condition = _index.load(*backup, _values);
+        if (condition == DefaultsCondition::Good) {
+            _problem += "; the last backup is used.";
+            // Without room for the copy the values are in memory; the next flush tries again.
+            if (!backup->copyTo(_paths.file))
+                return nullptr;
+            backup.reset();
+            return openAndLoad(condition);
+        }
+        backup.reset();
+        _values.clear();
+        if (condition == DefaultsCondition::Damaged)
+            _problem += ", like its backup (" + setAside(_paths.backup, condition) + ")";
+        _problem += "; there is no usable backup, so the library starts empty.";
+        return makeEmpty();
+    }
+
+    const DefaultsPaths& _paths;
+    DefaultsIndex& _index;
+    Values& _values;
+    std::string& _problem;
+};
 
 }
 
 DefaultsPaths::DefaultsPaths(const std::string& folder)
     : folder(folder)
     , file(folder + "/defaults.sqlite")
-    , backup(folder + "/defaults-backup.sqlite")
-{
-}
+    , backup(folder + "/defaults-backup.sqlite") { }
 
-std::string setAside(const std::string& path, DefaultsCondition condition)
-{
+std::string setAside(const std::string& path, DefaultsCondition condition) {
     const std::string folder = std::filesystem::path(path).parent_path();
     const std::string stem
-        = std::string(condition == DefaultsCondition::Newer ? "defaults-newer-" : "defaults-damaged-") + universalTime();
+        = std::string(condition == DefaultsCondition::Newer ? "defaults-newer-" : "defaults-damaged-")
+        + universalTime();
     std::string name = stem + ".sqlite";
     for (int number = 2; exists(folder + "/" + name); ++number)
         name = stem + "-" + std::to_string(number) + ".sqlite";
@@ -161,14 +149,12 @@ std::string setAside(const std::string& path, DefaultsCondition condition)
     return name;
 }
 
-std::unique_ptr<DefaultsFile> openDefaults(const DefaultsPaths& paths, DefaultsIndex& index, Values& values,
-                                           std::string& problem)
-{
+std::unique_ptr<DefaultsFile> openDefaults(
+    const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem) {
     return Opening(paths, index, values, problem).open();
 }
 
-std::optional<Value> readDefaults(const std::string& folder, std::string& problem)
-{
+std::optional<Value> readDefaults(const std::string& folder, std::string& problem) {
     const DefaultsPaths paths(folder);
     DefaultsCondition condition;
     const auto file = DefaultsFile::openToRead(paths.file, condition);
@@ -178,9 +164,10 @@ std::optional<Value> readDefaults(const std::string& folder, std::string& proble
         condition = index.load(*file, values);
     if (condition == DefaultsCondition::Good || condition == DefaultsCondition::Missing)
         return Value(Value::Dictionary(values.begin(), values.end()));
-    problem = paths.file + (condition == DefaultsCondition::Newer ? " was written by a later version of Pagora"
-                                : condition == DefaultsCondition::Damaged ? " is damaged"
-                                                                         : " cannot be read");
+    problem = paths.file
+        + (condition == DefaultsCondition::Newer          ? " was written by a later version of Pagora"
+                : condition == DefaultsCondition::Damaged ? " is damaged"
+                                                          : " cannot be read");
     return std::nullopt;
 }
 

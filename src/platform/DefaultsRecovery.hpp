@@ -24,8 +24,8 @@ std::string setAside(const std::string& path, DefaultsCondition condition);
 // Opens the stored values, or makes an empty file, and loads what there is into `index` and `values`. A damaged file is
 // set aside and the backup put in its place; a newer one is set aside. Null, or a file that can only be read, when
 // nothing can be stored. `problem` receives one plain line when something was set aside or lost.
-std::unique_ptr<DefaultsFile> openDefaults(const DefaultsPaths& paths, DefaultsIndex& index,
-                                           std::map<std::string, Value>& values, std::string& problem);
+std::unique_ptr<DefaultsFile> openDefaults(
+    const DefaultsPaths& paths, DefaultsIndex& index, std::map<std::string, Value>& values, std::string& problem);
 
 // All that is stored in `folder`, as one dictionary, read without writing anything; a folder without stored values has
 // none. Missing, with the reason in `problem`, when it cannot be read.

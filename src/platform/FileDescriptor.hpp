@@ -8,8 +8,14 @@ namespace pagora {
 // Owns an open file of the system; closed when it goes.
 class FileDescriptor {
 public:
-    explicit FileDescriptor(int fd = -1) : _fd(fd) { }
-    FileDescriptor(FileDescriptor&& other) noexcept : _fd(std::exchange(other._fd, -1)) { }
+    explicit FileDescriptor(int fd = -1)
+        : _fd(fd)
+    {
+    }
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : _fd(std::exchange(other._fd, -1))
+    {
+    }
     FileDescriptor& operator=(FileDescriptor&& other) noexcept
     {
         std::swap(_fd, other._fd);
@@ -22,6 +28,8 @@ public:
     }
 
     int get() const { return _fd; }
+    // Leaves the file open, for somebody else to close.
+    int release() { return std::exchange(_fd, -1); }
     explicit operator bool() const { return _fd >= 0; }
 
 private:

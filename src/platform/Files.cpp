@@ -22,13 +22,17 @@ namespace {
 namespace fs = std::filesystem;
 
 // The system would read such a path only up to its NUL byte.
-bool isUsable(const std::string& path) { return !path.empty() && path.find('\0') == std::string::npos; }
+bool isUsable(const std::string& path)
+{
+    return !path.empty() && path.find('\0') == std::string::npos;
+}
 
 // A new hidden file in the folder of the path that it is meant for. It goes again unless it is given that name.
 class PartFile {
 public:
     explicit PartFile(const std::string& destination)
-        : _destination(destination), _folder(deletingLastPathComponent(destination))
+        : _destination(destination)
+        , _folder(deletingLastPathComponent(destination))
     {
         std::random_device random;
         const auto prefix = _folder + "/." + lastPathComponent(destination).substr(0, 200) + ".part-";
@@ -108,7 +112,10 @@ bool copyBytes(int source, int destination)
 
 }
 
-bool fileExists(const std::string& path) { return isUsable(path) && ::access(path.c_str(), F_OK) == 0; }
+bool fileExists(const std::string& path)
+{
+    return isUsable(path) && ::access(path.c_str(), F_OK) == 0;
+}
 
 bool isFolder(const std::string& path)
 {
@@ -122,7 +129,10 @@ bool isPlainFile(const std::string& path)
     return isUsable(path) && ::lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
-bool isReadable(const std::string& path) { return isUsable(path) && ::access(path.c_str(), R_OK) == 0; }
+bool isReadable(const std::string& path)
+{
+    return isUsable(path) && ::access(path.c_str(), R_OK) == 0;
+}
 
 std::optional<std::vector<std::string>> folderEntries(const std::string& path)
 {

@@ -2,49 +2,63 @@
 
 #include "platform/Worker.hpp"
 
-#include <glib.h>
+#include <glib-unix.h>
 
 #include <algorithm>
+#include <sys/eventfd.h>
+#include <unistd.h>
 #include <utility>
 
 namespace pagora {
 
 namespace {
 
-    class GLibTimer : public RunLoop::Timer {
-    public:
-        GLibTimer(double seconds, std::function<void()> work) : _work(std::move(work))
-        {
-            constexpr double longest = 24 * 60 * 60;
-            _source = g_timeout_source_new(static_cast<guint>(std::clamp(seconds, 0.0, longest) * 1000 + 0.5));
-            g_source_set_callback(_source, &GLibTimer::fire, this, nullptr);
-            g_source_attach(_source, nullptr);
-        }
+class GLibTimer : public RunLoop::Timer {
+public:
+    GLibTimer(double seconds, std::function<void()> work)
+        : _work(std::move(work)) {
+        constexpr double longest = 24 * 60 * 60;
+        _source = g_timeout_source_new(static_cast<guint>(std::clamp(seconds, 0.0, longest) * 1000 + 0.5));
+        g_source_set_callback(_source, &GLibTimer::fire, this, nullptr);
+        g_source_attach(_source, nullptr);
+    }
 
-        ~GLibTimer() override
-        {
-            g_source_destroy(_source);
-            g_source_unref(_source);
-        }
+    ~GLibTimer() override {
+        g_source_destroy(_source);
+        g_source_unref(_source);
+    }
 
-    private:
-        static gboolean fire(gpointer timer) noexcept
-        {
-            // The work may drop the timer that it runs for.
-            const auto work = std::move(static_cast<GLibTimer*>(timer)->_work);
-            work();
-            return G_SOURCE_REMOVE;
-        }
+private:
+    static gboolean fire(gpointer timer) noexcept {
+        // The work may drop the timer that it runs for.
+        const auto work = std::move(static_cast<GLibTimer*>(timer)->_work);
+        work();
+        return G_SOURCE_REMOVE;
+    }
 
-        std::function<void()> _work;
-        GSource* _source;
-    };
+    std::function<void()> _work;
+    GSource* _source;
+};
 
 }
 
-GLibRunLoop::GLibRunLoop() = default;
+GLibRunLoop::GLibRunLoop()
+    : _wakeUps(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    const auto wokenUp = [](int, GIOCondition, gpointer loop) noexcept -> gboolean {
+        static_cast<GLibRunLoop*>(loop)->runQueue();
+        return G_SOURCE_CONTINUE;
+    };
+    _wakeUpSource = g_unix_fd_add(_wakeUps, G_IO_IN, wokenUp, this);
+}
 
 GLibRunLoop::~GLibRunLoop()
+{
+    finishBackgroundWork();
+    g_source_remove(_wakeUpSource);
+    close(_wakeUps);
+}
+
+void GLibRunLoop::finishBackgroundWork()
 {
     std::unique_lock lock(_mutex);
     _closing = true;
@@ -59,17 +73,13 @@ GLibRunLoop::~GLibRunLoop()
             item.work();
         lock.lock();
     }
-    if (_wakeUpIsSet)
-        g_source_remove(_wakeUp);
 }
 
-std::unique_ptr<RunLoop::Timer> GLibRunLoop::performAfterDelay(double seconds, std::function<void()> work)
-{
+std::unique_ptr<RunLoop::Timer> GLibRunLoop::performAfterDelay(double seconds, std::function<void()> work) {
     return std::make_unique<GLibTimer>(seconds, std::move(work));
 }
 
-Reply<void> GLibRunLoop::performInBackground(std::function<void()> work)
-{
+Reply<void> GLibRunLoop::performInBackground(std::function<void()> work) {
     Reply<void> reply;
     const auto job = _jobs.insert(_jobs.end(), Job { std::make_unique<Worker>(), reply.resolver() });
     job->worker->perform([this, job, work = std::move(work)]() mutable {
@@ -81,16 +91,14 @@ Reply<void> GLibRunLoop::performInBackground(std::function<void()> work)
     return reply;
 }
 
-void GLibRunLoop::finish(std::list<Job>::iterator job)
-{
+void GLibRunLoop::finish(std::list<Job>::iterator job) {
     const auto answer = std::move(job->answer);
     _jobs.erase(job);
     if (!_closing)
         (*answer)();
 }
 
-void GLibRunLoop::performOnMainThread(const std::function<void()>& work)
-{
+void GLibRunLoop::performOnMainThread(const std::function<void()>& work) {
     if (isMainThread()) {
         work();
         return;
@@ -108,33 +116,22 @@ void GLibRunLoop::performOnMainThread(const std::function<void()>& work)
     finished.wait(lock, [&] { return isFinished; });
 }
 
-void GLibRunLoop::postToMainThread(std::function<void()> work)
-{
+void GLibRunLoop::postToMainThread(std::function<void()> work) {
     push({ Item::Kind::Posted, std::move(work) });
 }
 
-bool GLibRunLoop::isMainThread() const
-{
+bool GLibRunLoop::isMainThread() const {
     return std::this_thread::get_id() == _mainThread;
 }
 
-void GLibRunLoop::push(Item item)
-{
+void GLibRunLoop::push(Item item) {
     const std::lock_guard lock(_mutex);
     _queue.push_back(std::move(item));
     _pushed.notify_one();
-    if (_wakeUpIsSet || _closing)
-        return;
-    _wakeUpIsSet = true;
-    const auto wokenUp = [](gpointer loop) noexcept -> gboolean {
-        static_cast<GLibRunLoop*>(loop)->runQueue();
-        return G_SOURCE_REMOVE;
-    };
-    _wakeUp = g_idle_add_full(G_PRIORITY_DEFAULT, wokenUp, this, nullptr);
+    eventfd_write(_wakeUps, 1);
 }
 
-std::optional<GLibRunLoop::Item> GLibRunLoop::take()
-{
+std::optional<GLibRunLoop::Item> GLibRunLoop::take() {
     const std::lock_guard lock(_mutex);
     if (_queue.empty())
         return std::nullopt;
@@ -143,15 +140,15 @@ std::optional<GLibRunLoop::Item> GLibRunLoop::take()
     return item;
 }
 
-void GLibRunLoop::runQueue()
-{
+void GLibRunLoop::runQueue() {
     std::size_t count;
     {
         const std::lock_guard lock(_mutex);
-        _wakeUpIsSet = false;
+        eventfd_t wakeUps;
+        eventfd_read(_wakeUps, &wakeUps);
         count = _queue.size();
     }
-    // What the items push gets a turn of its own, so that the rest of the main loop is not starved.
+    // What the items push wakes the loop again, so that its other sources are not starved.
     for (; count; --count) {
         const auto item = take();
         if (!item)

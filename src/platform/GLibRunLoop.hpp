@@ -20,6 +20,10 @@ public:
     GLibRunLoop();
     ~GLibRunLoop() override;
 
+    // Waits for the background work as dropping the loop does; nothing is posted or answered afterwards. For the end of the
+    // program, while what the work uses still lives.
+    void finishBackgroundWork();
+
     [[nodiscard]] std::unique_ptr<Timer> performAfterDelay(double seconds, std::function<void()> work) override;
     Reply<void> performInBackground(std::function<void()> work) override;
     void performOnMainThread(const std::function<void()>& work) override;
@@ -47,9 +51,10 @@ private:
     std::mutex _mutex;
     std::condition_variable _pushed;
     std::deque<Item> _queue;
-    bool _wakeUpIsSet = false;
     bool _closing = false;
-    unsigned _wakeUp = 0;
+    // Counts the wake-ups of the main thread. Other threads write to it and do not call GLib.
+    int _wakeUps;
+    unsigned _wakeUpSource;
 };
 
 }

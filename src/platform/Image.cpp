@@ -26,7 +26,10 @@ PixbufPtr owned(GdkPixbuf* pixbuf)
     return pixbuf ? PixbufPtr(pixbuf, &g_object_unref) : nullptr;
 }
 
-constexpr int dividedUp(int length, int divisor) { return (length + divisor - 1) / divisor; }
+constexpr int dividedUp(int length, int divisor)
+{
+    return (length + divisor - 1) / divisor;
+}
 
 // What the decoder reports of a picture, and the size that is asked of it.
 struct Decoding {
@@ -87,7 +90,8 @@ PixbufPtr decoded(const std::string& bytes, Decoding& decoding)
     if (!loader)
         return nullptr;
     g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(onSizePrepared), &decoding);
-    const bool written = gdk_pixbuf_loader_write(loader.get(), reinterpret_cast<const guchar*>(bytes.data()), bytes.size(), nullptr);
+    const bool written
+        = gdk_pixbuf_loader_write(loader.get(), reinterpret_cast<const guchar*>(bytes.data()), bytes.size(), nullptr);
     const bool closed = gdk_pixbuf_loader_close(loader.get(), nullptr);
     if (!written || !closed)
         return nullptr;
@@ -121,7 +125,7 @@ std::optional<Image> Image::fromFile(const std::string& path, Size enough)
 std::optional<Image> Image::fromBytes(const std::string& bytes, Size enough)
 {
     Decoding decoding { imageFormatOf(bytes), false, enough, {} };
-    if (!decoding.format.name)
+    if (!decoding.format.name || !isComplete(decoding.format, bytes))
         return std::nullopt;
     decoding.progressive = decoding.format.name == std::string_view("jpeg") && isProgressiveJpeg(bytes);
     auto pixbuf = decoded(bytes, decoding);
@@ -139,8 +143,8 @@ std::optional<Image> Image::imageByScalingProportionallyToSize(Size target) cons
     if (_size != target) {
         const auto sourceWidth = static_cast<float>(_size.width);
         const auto sourceHeight = static_cast<float>(_size.height);
-        const float factor
-            = std::min(static_cast<float>(target.width / _size.width), static_cast<float>(target.height / _size.height));
+        const float factor = std::min(
+            static_cast<float>(target.width / _size.width), static_cast<float>(target.height / _size.height));
         const float productWidth = sourceWidth * factor;
         const float productHeight = sourceHeight * factor;
         scaledWidth = static_cast<int>(productWidth);
@@ -152,7 +156,8 @@ std::optional<Image> Image::imageByScalingProportionallyToSize(Size target) cons
         return std::nullopt;
 
     const auto source = reducedFor(_pixbuf, scaledWidth, scaledHeight);
-    const auto drawn = owned(gdk_pixbuf_new(GDK_COLORSPACE_RGB, gdk_pixbuf_get_has_alpha(_pixbuf.get()), 8, width, height));
+    const auto drawn
+        = owned(gdk_pixbuf_new(GDK_COLORSPACE_RGB, gdk_pixbuf_get_has_alpha(_pixbuf.get()), 8, width, height));
     if (!source || !drawn)
         return std::nullopt;
     gdk_pixbuf_scale(source.get(), drawn.get(), 0, 0, width, height, 0, 0,
@@ -168,7 +173,8 @@ std::optional<std::string> Image::jpegData(double quality) const
         constexpr guint32 white = 0xFFFFFF;
         const int width = gdk_pixbuf_get_width(_pixbuf.get());
         const int height = gdk_pixbuf_get_height(_pixbuf.get());
-        opaque = owned(gdk_pixbuf_composite_color_simple(_pixbuf.get(), width, height, GDK_INTERP_NEAREST, 255, 8, white, white));
+        opaque = owned(
+            gdk_pixbuf_composite_color_simple(_pixbuf.get(), width, height, GDK_INTERP_NEAREST, 255, 8, white, white));
         if (!opaque)
             return std::nullopt;
     }

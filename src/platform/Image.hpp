@@ -15,9 +15,10 @@ namespace pagora {
 // A decoded picture. It never changes; copies share the pixels. Any thread.
 class Image {
 public:
-    // The picture that a JPEG, PNG, GIF, WebP, SVG, BMP, TIFF or AVIF file or byte string holds; missing when it does not
-    // decode, or needs more than `maxPixels` pixels in memory also at a reduced size. `size()` is the picture's own size,
-    // also when it was decoded at a reduced size that still covers `enough`. Nothing that a picture refers to is read.
+    // The picture that a JPEG, PNG, GIF, WebP, SVG, BMP, TIFF or AVIF file or byte string holds; missing when it does
+    // not decode, or needs more than `maxPixels` pixels in memory also at a reduced size. `size()` is the picture's own
+    // size, also when it was decoded at a reduced size that still covers `enough`. Nothing that a picture refers to is
+    // read.
     static std::optional<Image> fromFile(const std::string& path, Size enough = {});
     static std::optional<Image> fromBytes(const std::string& bytes, Size enough = {});
     static constexpr std::int64_t maxPixels = 24'000'000;
@@ -26,8 +27,8 @@ public:
     Size size() const { return _size; }
 
     // The picture scaled by the smaller of the two ratios of `target` to its size, in single precision, each side then
-    // truncated to whole pixels and drawn from the origin; `target` itself when the sizes are equal. Missing when a side
-    // comes out as 0.
+    // truncated to whole pixels and drawn from the origin; `target` itself when the sizes are equal. Missing when a
+    // side comes out as 0.
     std::optional<Image> imageByScalingProportionallyToSize(Size target) const;
 
     // Baseline JPEG, transparent parts on white. `quality` runs from 0 to 1.
@@ -37,7 +38,11 @@ public:
     GdkPixbuf* pixbuf() const { return _pixbuf.get(); }
 
 private:
-    Image(std::shared_ptr<GdkPixbuf> pixbuf, Size size) : _pixbuf(std::move(pixbuf)), _size(size) { }
+    Image(std::shared_ptr<GdkPixbuf> pixbuf, Size size)
+        : _pixbuf(std::move(pixbuf))
+        , _size(size)
+    {
+    }
     std::shared_ptr<GdkPixbuf> _pixbuf;
     Size _size;
 };

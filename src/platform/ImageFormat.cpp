@@ -30,7 +30,8 @@ bool isSvg(std::string_view bytes)
     bytes = bytes.substr(0, 64 * 1024);
     const auto start = bytes.find_first_not_of("\xEF\xBB\xBF \t\r\n");
     return start != std::string_view::npos && bytes[start] == '<'
-        && (bytes.find("<svg") != std::string_view::npos || bytes.find("http://www.w3.org/2000/svg") != std::string_view::npos);
+        && (bytes.find("<svg") != std::string_view::npos
+            || bytes.find("http://www.w3.org/2000/svg") != std::string_view::npos);
 }
 
 }
@@ -42,6 +43,11 @@ ImageFormat imageFormatOf(std::string_view bytes)
             return signature.format;
     }
     return isSvg(bytes) ? ImageFormat { "svg", true } : ImageFormat {};
+}
+
+bool isComplete(const ImageFormat& format, std::string_view bytes)
+{
+    return format.name != std::string_view("png") || bytes.find("IEND") != std::string_view::npos;
 }
 
 bool isProgressiveJpeg(std::string_view bytes)

@@ -15,6 +15,9 @@ struct ImageFormat {
 
 ImageFormat imageFormatOf(std::string_view bytes);
 
+// Whether the bytes do not break off. Only asked of the formats whose decoder would make up what is missing.
+bool isComplete(const ImageFormat& format, std::string_view bytes);
+
 // Whether a JPEG file keeps all its pixels until it is complete, whatever size is asked for.
 bool isProgressiveJpeg(std::string_view bytes);
 

@@ -3,7 +3,6 @@
 #include <glib.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace pagora {
 
@@ -173,14 +172,10 @@ std::string lowercased(std::string_view text)
     return lower;
 }
 
-std::string validUtf8(std::string_view text)
+bool hasWildcards(std::string_view text)
 {
-    const std::unique_ptr<char, decltype(&g_free)> valid(
-        g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())), &g_free);
-    return valid.get();
+    return text.find_first_of("*?[") != std::string_view::npos;
 }
-
-bool hasWildcards(std::string_view text) { return text.find_first_of("*?[") != std::string_view::npos; }
 
 bool matchesWildcards(std::string_view text, std::string_view pattern)
 {

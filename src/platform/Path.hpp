@@ -30,8 +30,6 @@ std::string joined(const std::vector<std::string>& parts, std::string_view separ
 std::string trimmed(std::string_view text);
 // ASCII letters in lower case, all else as it is.
 std::string lowercased(std::string_view text);
-// Bytes that are not UTF-8 become replacement characters.
-std::string validUtf8(std::string_view text);
 
 // Whether the text holds one of "*", "?" and "[".
 bool hasWildcards(std::string_view text);

@@ -1,6 +1,7 @@
 #include "platform/Url.hpp"
 
 #include "platform/Path.hpp"
+#include "platform/Unicode.hpp"
 
 #include <glib.h>
 
@@ -13,9 +14,13 @@ bool isUnreserved(unsigned char c)
     return g_ascii_isalnum(c) || c == '-' || c == '.' || c == '_' || c == '~';
 }
 
-bool isDelimiter(unsigned char c) { return c != 0 && std::string_view(":/?#@!$&'()*+,;=").find(c) != std::string_view::npos; }
+bool isDelimiter(unsigned char c)
+{
+    return c != 0 && std::string_view(":/?#@!$&'()*+,;=").find(c) != std::string_view::npos;
+}
 
-template <typename Predicate> std::string escaped(std::string_view text, Predicate keeps)
+template <typename Predicate>
+std::string escaped(std::string_view text, Predicate keeps)
 {
     constexpr char digits[] = "0123456789ABCDEF";
     std::string result;
@@ -102,7 +107,10 @@ std::string Url::path() const
     return unescapedBytes(rest);
 }
 
-std::string Url::lastPathComponent() const { return pagora::lastPathComponent(path()); }
+std::string Url::lastPathComponent() const
+{
+    return pagora::lastPathComponent(path());
+}
 
 std::optional<std::string> Url::fragment() const
 {
@@ -113,7 +121,10 @@ std::optional<std::string> Url::fragment() const
     return replacingPercentEscapes(fragment).value_or(fragment);
 }
 
-Url Url::withoutFragment() const { return Url(_text.substr(0, _text.find('#'))); }
+Url Url::withoutFragment() const
+{
+    return Url(_text.substr(0, _text.find('#')));
+}
 
 std::string addingPercentEscapes(std::string_view text)
 {
@@ -123,13 +134,8 @@ std::string addingPercentEscapes(std::string_view text)
 std::optional<std::string> replacingPercentEscapes(std::string_view text)
 {
     auto bytes = unescapedBytes(text);
-    // The validation of a length stops at NUL, which is a character like others here.
-    for (std::size_t at = 0; at < bytes.size();) {
-        const char* end = nullptr;
-        if (!g_utf8_validate(bytes.data() + at, static_cast<gssize>(bytes.size() - at), &end) && *end != '\0')
-            return std::nullopt;
-        at = static_cast<std::size_t>(end - bytes.data()) + 1;
-    }
+    if (!isUtf8(bytes))
+        return std::nullopt;
     return bytes;
 }
 

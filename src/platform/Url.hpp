@@ -31,7 +31,10 @@ public:
     bool operator==(const Url&) const = default;
 
 private:
-    explicit Url(std::string text) : _text(std::move(text)) { }
+    explicit Url(std::string text)
+        : _text(std::move(text))
+    {
+    }
     std::string _text;
 };
 

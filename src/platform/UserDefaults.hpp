@@ -26,8 +26,8 @@ class DefaultsStore;
 // Any thread.
 class UserDefaults {
 public:
-    // Opens or makes the store in `folder`. When nothing can be stored there, values live in memory and each flush tries
-    // again. `problem`, when given, receives one plain line about a store that was damaged and set aside.
+    // Opens or makes the store in `folder`. When nothing can be stored there, values live in memory and each flush
+    // tries again. `problem`, when given, receives one plain line about a store that was damaged and set aside.
     explicit UserDefaults(const std::string& folder, std::string* problem = nullptr);
     ~UserDefaults();
 

@@ -4,10 +4,10 @@
 
 namespace pagora {
 
-Worker::Worker() : _thread([this] { run(); }) { }
+Worker::Worker()
+    : _thread([this] { run(); }) { }
 
-Worker::~Worker()
-{
+Worker::~Worker() {
     {
         const std::lock_guard lock(_mutex);
         _closing = true;
@@ -16,8 +16,7 @@ Worker::~Worker()
     _thread.join();
 }
 
-void Worker::perform(std::function<void()> work)
-{
+void Worker::perform(std::function<void()> work) {
     {
         const std::lock_guard lock(_mutex);
         _queue.push_back(std::move(work));
@@ -25,14 +24,12 @@ void Worker::perform(std::function<void()> work)
     _changed.notify_all();
 }
 
-void Worker::wait()
-{
+void Worker::wait() {
     std::unique_lock lock(_mutex);
     _changed.wait(lock, [this] { return _queue.empty() && !_busy; });
 }
 
-void Worker::run()
-{
+void Worker::run() {
     std::unique_lock lock(_mutex);
     for (;;) {
         _changed.wait(lock, [this] { return _closing || !_queue.empty(); });

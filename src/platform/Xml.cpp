@@ -17,7 +17,10 @@ namespace pagora {
 
 namespace {
 
-const char* chars(const xmlChar* text) { return reinterpret_cast<const char*>(text); }
+const char* chars(const xmlChar* text)
+{
+    return reinterpret_cast<const char*>(text);
+}
 
 void ignoreMessage(void*, const char*, ...) { }
 
@@ -54,7 +57,11 @@ private:
 // that it makes for entities, and each carries the reader.
 class Reader {
 public:
-    Reader(XmlDelegate& delegate, const XmlLimits& limits) : _delegate(delegate), _limits(limits) { }
+    Reader(XmlDelegate& delegate, const XmlLimits& limits)
+        : _delegate(delegate)
+        , _limits(limits)
+    {
+    }
 
     bool parse(const std::string& path);
 
@@ -80,7 +87,8 @@ private:
     void count(std::size_t bytes);
 
     // Runs `body` in a callback: not after a failure, and without letting an exception into the library.
-    template <typename Body> static void guarded(void* context, Body body)
+    template <typename Body>
+    static void guarded(void* context, Body body)
     {
         auto* parser = static_cast<xmlParserCtxtPtr>(context);
         auto& reader = *static_cast<Reader*>(parser->_private);
@@ -91,8 +99,12 @@ private:
                 reader.fail(error.what());
             }
         }
-        if (reader._failed)
+        if (reader._failed) {
             xmlStopParser(parser);
+            // What an entity holds is parsed in a context of its own, and the next entity would be in another.
+            if (reader._document != parser)
+                xmlStopParser(reader._document);
+        }
     }
 
     static void startElement(void* context, const xmlChar* name, const xmlChar** attributes);
@@ -100,10 +112,11 @@ private:
     static void characters(void* context, const xmlChar* text, int length);
     static void cdata(void* context, const xmlChar* text, int length);
     static void declareEntity(void* context, const xmlChar* name, int type, const xmlChar* publicId,
-                              const xmlChar* systemId, xmlChar* content);
+        const xmlChar* systemId, xmlChar* content);
 
     XmlDelegate& _delegate;
     const XmlLimits& _limits;
+    xmlParserCtxtPtr _document = nullptr;
     // Character data since the last boundary.
     std::string _text;
     AttributeCounter _attributes;
@@ -193,8 +206,8 @@ void Reader::cdata(void* context, const xmlChar* text, int length)
 }
 
 // What an entity would bring from outside counts as empty, so that the library never has anything to fetch.
-void Reader::declareEntity(void* context, const xmlChar* name, int type, const xmlChar* publicId,
-                           const xmlChar* systemId, xmlChar* content)
+void Reader::declareEntity(
+    void* context, const xmlChar* name, int type, const xmlChar* publicId, const xmlChar* systemId, xmlChar* content)
 {
     xmlChar nothing[] = { 0 };
     switch (type) {
@@ -298,6 +311,7 @@ bool Reader::parse(const std::string& path)
     _bytesRead = start.size();
     const auto context = makeContext({ start.data(), start.size() });
     context->_private = this;
+    _document = context.get();
     if (!readInto(file.get(), context.get()) || !feed(context.get(), {}, true))
         return false;
     flush();

@@ -9,6 +9,12 @@ std::string contentsKey(const Url& url)
     return url.lastPathComponent() + url.fragment().value_or("");
 }
 
+ContentsPane::~ContentsPane()
+{
+    // The view may outlive the links that it shows.
+    removeAllLinks();
+}
+
 void ContentsPane::removeAllLinks()
 {
     _tocView.removeAllSubviews();

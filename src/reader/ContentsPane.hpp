@@ -29,6 +29,9 @@ class ContentsPane {
 public:
     // The view and the delegate must outlive the pane.
     ContentsPane(TocView& tocView, ContentsDelegate& delegate) : _tocView(tocView), _delegate(delegate) { }
+    ~ContentsPane();
+    ContentsPane(const ContentsPane&) = delete;
+    ContentsPane& operator=(const ContentsPane&) = delete;
 
     void removeAllLinks();
     // Builds one link for each entry that has a text, from the top down, and scrolls to the top.

@@ -17,15 +17,6 @@ namespace {
     constexpr const char* defaultFont = "Georgia";
     // How long the user's next action waits for a chapter to report itself.
     constexpr double loadPatience = 10;
-    // How many addresses one book may hand to the desktop.
-    constexpr std::size_t mostOpenedURLs = 20;
-
-    bool leavesTheBook(const Url& url)
-    {
-        const auto scheme = url.scheme();
-        return !scheme.empty() && scheme != "file" && scheme != "data" && scheme != "blob" && scheme != "about"
-            && scheme != "javascript";
-    }
 
 }
 
@@ -51,7 +42,14 @@ EpubController::EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& 
 
 EpubController::~EpubController()
 {
+    // The window may outlive its reader while it leaves full screen.
     _window.webView().setDelegate(nullptr);
+    _window.locSlider().setAction(nullptr);
+    _window.goLeftButton().setAction(nullptr);
+    _window.goRightButton().setAction(nullptr);
+    _window.colorControl().setAction(nullptr);
+    _window.fontMenu().setAction(nullptr);
+    _window.fontSizeSlider().setAction(nullptr);
 }
 
 PageGeometry EpubController::geometry() const
@@ -102,7 +100,7 @@ void EpubController::loadSplits(std::vector<Url> splits, const std::optional<std
     for (std::size_t i = 0; i < _bookSplits.size(); ++i)
         _splitIndexDict[_bookSplits[i].lastPathComponent()] = i;
     _missingSplits.clear();
-    _openedURLs.clear();
+    _leavingLinks.clear();
 
     _window.webView().setTextSizeMultiplier(_currentFontSize);
     fontSize.setFloatValue(_currentFontSize);
@@ -121,17 +119,23 @@ void EpubController::loadSplits(std::vector<Url> splits, const std::optional<std
     _location.setLabelMessage("0 %");
 }
 
+void EpubController::activateSplit(std::uint64_t index)
+{
+    if (index != _activeSplitIndex)
+        _lastPlace = 0;
+    _activeSplitIndex = index;
+}
+
 void EpubController::loadSplit(std::uint64_t index)
 {
     if (index >= _bookSplits.size())
         return;
-    load(_bookSplits[index]);
-    _requestedSplit = index;
+    load(_bookSplits[index], index);
 }
 
-void EpubController::load(const Url& url)
+void EpubController::load(const Url& url, std::optional<std::uint64_t> split)
 {
-    _requestedSplit = std::nullopt;
+    _requestedSplit = split;
     _queue.holdActions();
     _loadTimeout = _runLoop.performAfterDelay(loadPatience, [this] { releaseActions(); });
     _window.webView().loadRequest(url);
@@ -188,7 +192,7 @@ void EpubController::resourceDidFailLoading(const DataSource& source)
 
 void EpubController::resourceWillSendRequest(const Url& url)
 {
-    if (leavesTheBook(url) && _openedURLs.size() < mostOpenedURLs && _openedURLs.insert(url.text()).second)
+    if (_leavingLinks.take(url))
         _hub.openURL(url);
 }
 
@@ -206,8 +210,11 @@ Task<void> EpubController::preparePage(DataSource source)
         co_await run(scripts::setHash(*_lastAnchor));
         co_await trackAnchors();
     }
-    const auto index = _splitIndexDict.find(source.url.lastPathComponent());
-    _activeSplitIndex = index == _splitIndexDict.end() ? 0 : index->second;
+    // A fragment that the location took on belongs to the page's URL from then on.
+    const Url url = _pageLocationLoad == source.load && _pageLocation ? *_pageLocation : source.url;
+    const auto index = _splitIndexDict.find(url.lastPathComponent());
+    activateSplit(index == _splitIndexDict.end() ? 0 : index->second);
+    _missingSplits.erase(_activeSplitIndex);
 
     co_await run(scripts::columns(_numberOfColumns, _pageWidth));
     const auto page = geometry();
@@ -224,11 +231,15 @@ Task<void> EpubController::preparePage(DataSource source)
     if (webView.isHidden())
         webView.setHidden(false);
     if (!_lastAnchor)
-        _contentsPane.updateTOClinkWithKey(contentsKey(source.url), _window.mainSplitView().frame().height);
+        _contentsPane.updateTOClinkWithKey(contentsKey(url), _window.mainSplitView().frame().height);
 
-    co_await placeReader(source.url);
+    // The page may have gone elsewhere by itself.
+    if (source.load != webView.currentLoad())
+        co_return;
+    co_await placeReader(url);
     co_await keepPlace();
-    if (source.isMainResource)
+    _pageIsShown = true;
+    if (source.isMainResource && source.load == webView.currentLoad())
         releaseActions();
 }
 
@@ -250,8 +261,8 @@ Task<void> EpubController::placeReader(Url url)
             if (fragment) {
                 const std::int64_t T = co_await integer(scripts::offsetTopOf(*fragment));
                 if (T != 0) {
-                    const auto index = low32(static_cast<std::uint64_t>((T * page.pageWidth) / A));
-                    shown = page.offset32OfPage(index);
+                    const auto index = page.pageOfElement(T, A);
+                    shown = page.offsetOfSignedPage(index);
                     co_await run(scripts::scrollTo(shown));
                     _capacity = static_cast<std::uint64_t>(index * A);
                     _readAmount = page.readAmount(_capacity, S, A);
@@ -273,6 +284,8 @@ Task<void> EpubController::placeReader(Url url)
 
 void EpubController::didChangeLocationWithinPage(const Url& url)
 {
+    _pageLocation = url;
+    _pageLocationLoad = _window.webView().currentLoad();
     _locationChanges.push_back(url.fragment().value_or(""));
     _queue.enqueueReport([this] { return trackAnchors(); });
 }
@@ -297,8 +310,8 @@ Task<void> EpubController::trackAnchor(std::string fragment)
     const auto B = page.seekDivisor();
     if (B == 0)
         co_return;
-    const auto index = low32(static_cast<std::uint64_t>((T * page.pageWidth) / B));
-    const auto offset = page.offset32OfPage(index);
+    const auto index = page.pageOfElement(T, B);
+    const auto offset = page.offsetOfSignedPage(index);
     co_await run(scripts::scrollTo(offset));
     _capacity = static_cast<std::uint64_t>(index * B);
     _readAmount = page.readAmount(_capacity, S, B);

@@ -6,6 +6,7 @@
 
 #include "reader/ContentsPane.hpp"
 #include "reader/EpubWindow.hpp"
+#include "reader/LeavingLinks.hpp"
 #include "reader/LocationBar.hpp"
 #include "reader/PageArithmetic.hpp"
 #include "reader/ReaderHub.hpp"
@@ -86,8 +87,9 @@ public:
     bool dragging() const { return _dragging; }
     ColorView& bgView() { return _window.bgView(); }
 
-    // The fraction of the chapter at the middle of the page that is shown; missing while nothing is.
-    std::optional<double> lastPlace() const { return _lastPlace; }
+    // The fraction of the chapter at the middle of the page that is shown, 0 at the chapter's start; until the user moves,
+    // the place to keep. Missing while neither is there.
+    std::optional<double> lastPlace() const { return _placeToKeep ? _placeToKeep : _lastPlace; }
     // Keeps that fraction of the chapter in the middle of the page until the user moves, also when pictures or fonts
     // that arrive late lay the chapter out anew.
     void setPlaceToKeep(std::optional<double> place) { _placeToKeep = place; }
@@ -105,8 +107,11 @@ private:
 
     // W, H, C and PW as they are now.
     PageGeometry geometry() const;
-    void load(const Url& url);
+    // `split` is the index of the URL when it is loaded as that spine document.
+    void load(const Url& url, std::optional<std::uint64_t> split = std::nullopt);
     void loadSplit(std::uint64_t index);
+    // The chapter becomes the active one; the place in another is forgotten.
+    void activateSplit(std::uint64_t index);
     void releaseActions();
     // The nearest spine document in that direction that is not known to be missing.
     std::optional<std::uint64_t> nextSplit(Direction direction) const;
@@ -126,7 +131,6 @@ private:
     Task<void> turn(int tag);
     Task<void> seek(float value, EventType event);
     Task<void> scrollToAmount();
-    Task<void> openAtEnd();
     Task<void> updateLocationWithOffset(std::int64_t offset);
     Task<void> adoptOffset(std::int64_t offset, std::int64_t S);
     Task<void> applyFontSize(float multiplier);
@@ -158,6 +162,8 @@ private:
     std::int32_t _numberOfColumns = 0;
     std::int32_t _pageWidth = 0;
 
+    // Whether a chapter has ever been laid out.
+    bool _pageIsShown = false;
     std::optional<double> _lastPlace;
     std::optional<double> _placeToKeep;
     // Spine documents whose load failed; page turns go past them.
@@ -165,8 +171,10 @@ private:
     std::optional<std::uint64_t> _requestedSplit;
     // Fragments that the location changed to and that are not yet tracked.
     std::vector<std::string> _locationChanges;
-    // Addresses already handed to the desktop for this book.
-    std::set<std::string> _openedURLs;
+    // The URL with the last of these fragments, and the load that it belongs to.
+    std::optional<Url> _pageLocation;
+    std::uint64_t _pageLocationLoad = 0;
+    LeavingLinks _leavingLinks;
     bool _relayoutPending = false;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 

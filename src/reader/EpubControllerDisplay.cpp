@@ -35,7 +35,7 @@ void EpubController::changeColor()
         _currentColorOption = theme;
         if (theme == 1) {
             _state.restorePositionPending = true;
-            _placeToKeep = _lastPlace;
+            _placeToKeep = lastPlace();
             _lastAnchor = std::nullopt;
             loadSplit(_activeSplitIndex);
         } else
@@ -75,7 +75,7 @@ Task<void> EpubController::applyFontSize(float multiplier)
         _capacity = wrapped(f * V);
         _readAmount = page.readAmount(_capacity, after, B);
         const auto index = PageGeometry::pageIndex(_capacity, B);
-        const auto offset = page.offset32OfPage(static_cast<std::int64_t>(index));
+        const auto offset = page.offset32OfPage(index);
         co_await run(scripts::scrollTo(offset));
         co_await updateLocationWithOffset(offset);
     }

@@ -141,7 +141,7 @@ Task<void> EpubController::seek(float value, EventType event)
         _state.pendingChapterFraction = value - std::trunc(value);
         const auto target = clampedUnsigned(value);
         if (target != _activeSplitIndex) {
-            _activeSplitIndex = target;
+            activateSplit(target);
             _lastAnchor = std::nullopt;
             loadSplit(target);
         } else
@@ -166,7 +166,7 @@ Task<void> EpubController::scrollToAmount()
         _capacity = wrapped(f * V);
         _readAmount = page.readAmount(_capacity, S, B);
         const auto index = PageGeometry::pageIndex(_capacity, B);
-        co_await run(scripts::scrollTo(page.offset32OfPage(static_cast<std::int64_t>(index))));
+        co_await run(scripts::scrollTo(page.offset32OfPage(index)));
         showPercentage(_location.slider().floatValue() / _location.slider().maxValue());
     }
     _state.pendingChapterFraction = 0;
@@ -181,7 +181,8 @@ Task<void> EpubController::updateLocationWithOffset(std::int64_t offset)
 {
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
     float p = static_cast<float>(_activeSplitIndex) + static_cast<float>(offset) / static_cast<float>(S);
-    if (std::isnan(p))
+    // A scroll width that reads as 0 leaves the display unchanged.
+    if (!std::isfinite(p))
         co_return;
     auto& slider = _location.slider();
     if (lastChapterIsShown()) {
@@ -209,11 +210,14 @@ Task<void> EpubController::keepPlace()
 
 Task<void> EpubController::notePlace()
 {
+    // While a chapter is awaited, the page is not the one that the position belongs to.
+    if (!_pageIsShown || _queue.actionsAreHeld())
+        co_return;
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
     const std::int64_t X = co_await integer(scripts::pageXOffset);
     const auto W = _window.webView().frame().width;
-    if (S > 0 && W > 0 && _bookSplits.size() > 0)
-        _lastPlace = (X + W / 2) / S;
+    if (S > 0 && W > 0 && !_bookSplits.empty() && !_queue.actionsAreHeld())
+        _lastPlace = X == 0 ? 0 : (X + W / 2) / S;
 }
 
 }

@@ -74,6 +74,8 @@ public:
     virtual std::unique_ptr<EpubWindow> makeEpubWindow() = 0;
     // The layout "FixedLayout".
     virtual std::unique_ptr<ReaderWindow> makeFixedWindow() = 0;
+    // Gets ready what the next window needs, so that it opens at once. Called when there is time for it.
+    virtual void prepareNextWindow() { }
 };
 
 }

@@ -57,9 +57,25 @@ std::int64_t PageGeometry::offsetOfPage(std::uint64_t pageIndex) const
     return truncated(static_cast<double>(pageIndex) * W);
 }
 
-std::int32_t PageGeometry::offset32OfPage(std::int64_t pageIndex) const
+std::int32_t PageGeometry::offset32OfPage(std::uint64_t pageIndex) const
 {
     return truncated32(static_cast<double>(pageIndex) * W);
+}
+
+std::int32_t PageGeometry::pageOfElement(std::int64_t T, std::int64_t divisor) const
+{
+    const auto area = static_cast<std::int64_t>(static_cast<std::uint64_t>(T) * static_cast<std::uint64_t>(pageWidth));
+    if (divisor == 0)
+        return 0;
+    // The least number has no positive counterpart; its negation wraps.
+    if (divisor == -1)
+        return low32(-static_cast<std::uint64_t>(area));
+    return low32(static_cast<std::uint64_t>(area / divisor));
+}
+
+std::int64_t PageGeometry::offsetOfSignedPage(std::int32_t pageIndex) const
+{
+    return truncated(pageIndex * W);
 }
 
 std::int64_t PageGeometry::adjustOffset(std::int64_t offset) const
@@ -77,10 +93,13 @@ std::int64_t PageGeometry::adjustOffset(std::int64_t offset) const
 
 std::int64_t PageGeometry::offsetAround(double place, std::int64_t S) const
 {
-    const double w = W / columns;
     const double last = std::max(0.0, S - W);
-    const double start = std::round((place * S - W / 2) / w) * w;
-    return truncated(std::clamp(start, 0.0, last));
+    const double start = std::clamp(place * S - W / 2, 0.0, last);
+    // Boundaries are cut to whole points, so an offset on one may be almost a point before it.
+    const double boundary = std::round(start * columns / W) * W / columns;
+    if (std::abs(start - boundary) < 1 || last - start < 1)
+        return truncated(std::round(start));
+    return truncated(std::min(boundary, last));
 }
 
 }

@@ -35,13 +35,18 @@ struct PageGeometry {
     static std::uint64_t pageIndex(std::uint64_t capacity, std::int64_t divisor);
     // The scroll offset of a page, as a whole number.
     std::int64_t offsetOfPage(std::uint64_t pageIndex) const;
-    // The same for pages that may count backwards, in 32 bits.
-    std::int32_t offset32OfPage(std::int64_t pageIndex) const;
+    // The same in 32 bits.
+    std::int32_t offset32OfPage(std::uint64_t pageIndex) const;
+    // The page of an element `T` points down the single column, a signed division kept to 32 bits; negative for a
+    // negative divisor, 0 when the divisor is 0.
+    std::int32_t pageOfElement(std::int64_t T, std::int64_t divisor) const;
+    // The scroll offset of a page that may count backwards.
+    std::int64_t offsetOfSignedPage(std::int32_t pageIndex) const;
 
     // The offset moved to the nearest column boundary, a half rounding up.
     std::int64_t adjustOffset(std::int64_t offset) const;
-    // The column boundary nearest to where `place`, a fraction of the chapter, is in the middle of the view, within the
-    // strip.
+    // The offset that has `place`, a fraction of the chapter, in the middle of the view, moved to the nearest column
+    // boundary within the strip. An offset that is on a boundary, or at the strip's end, comes back as it was.
     std::int64_t offsetAround(double place, std::int64_t S) const;
 };
 

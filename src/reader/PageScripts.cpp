@@ -33,7 +33,11 @@ std::string scrollTo(std::int64_t offset)
 
 std::string setHash(const std::string& anchor)
 {
-    return "window.location.hash = \"#" + scriptText(anchor) + "\";";
+    // It stands between double quotes.
+    std::string text;
+    for (const char character : scriptText(anchor))
+        text += character == '"' ? std::string("\\x22") : std::string(1, character);
+    return "window.location.hash = \"#" + text + "\";";
 }
 
 std::string offsetTopOf(const std::string& elementId)

@@ -3,10 +3,10 @@
 #include "platform/gtk/PageEngine.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
-#include <gtest/gtest.h>
 #include <gtkmm/window.h>
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -69,6 +69,8 @@ protected:
 
     // Replaces the page view by one of another kind, or with other options.
     void show(PageKind kind, double scriptTimeout = 10);
+    // Puts the view into the window instead of the one that is there.
+    void embed(std::unique_ptr<PageView> view);
 
     // Runs the main loop until the condition holds; false when it never does.
     bool waitUntil(const std::function<bool()>& condition, double seconds = 30);

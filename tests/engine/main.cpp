@@ -1,13 +1,12 @@
 #include "tests/engine/EngineHome.hpp"
 
+#include <glib.h>
 #include <gtkmm/application.h>
 #include <gtkmm/init.h>
 
-#include <glib.h>
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <cstring>
+#include <gtest/gtest.h>
 
 int main(int argumentCount, char** arguments)
 {
@@ -23,6 +22,7 @@ int main(int argumentCount, char** arguments)
     setenv("GSK_RENDERER", "cairo", 0);
     setenv("GTK_A11Y", "none", 0);
     setenv("GDK_BACKEND", "x11", 0);
+    setenv("MESA_SHADER_CACHE_DISABLE", "true", 1);
     setenv("GSETTINGS_BACKEND", "memory", 1);
     testing::InitGoogleTest(&argumentCount, arguments);
     gtk_init();

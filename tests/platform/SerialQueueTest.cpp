@@ -3,8 +3,8 @@
 #include "platform/Reply.hpp"
 
 #include <gtest/gtest.h>
-
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,19 +16,18 @@ namespace {
 struct Notes {
     std::vector<std::string> order;
 
-    SerialQueue::Work work(std::string name)
-    {
+    SerialQueue::Work work(std::string name) {
         return [this, name]() -> Task<void> {
             order.push_back(name);
             co_return;
         };
     }
 
-    SerialQueue::Work waiting(std::string name, Reply<void>& reply)
-    {
-        return [this, name, &reply]() -> Task<void> {
+    SerialQueue::Work waiting(std::string name, Reply<void>& reply) {
+        return [this, name, reply = &reply]() -> Task<void> {
             order.push_back(name);
-            co_await reply;
+            Reply<void> own = std::move(*reply);
+            co_await own;
             order.push_back(name + " ends");
         };
     }
@@ -38,8 +37,7 @@ using Order = std::vector<std::string>;
 
 }
 
-TEST(SerialQueue, RunsWorkAtOnceWhenNothingRuns)
-{
+TEST(SerialQueue, RunsWorkAtOnceWhenNothingRuns) {
     Notes notes;
     SerialQueue queue;
     queue.enqueueAction(notes.work("a"));
@@ -47,34 +45,33 @@ TEST(SerialQueue, RunsWorkAtOnceWhenNothingRuns)
     EXPECT_TRUE(queue.isIdle());
 }
 
-TEST(SerialQueue, WorkNeverInterleaves)
-{
+TEST(SerialQueue, WorkNeverInterleaves) {
     Notes notes;
     Reply<void> reply;
+    const auto answer = reply.resolver();
     SerialQueue queue;
     queue.enqueueAction(notes.waiting("a", reply));
     queue.enqueueAction(notes.work("b"));
     EXPECT_EQ(notes.order, Order { "a" });
     EXPECT_FALSE(queue.isIdle());
-    reply.resolver()();
+    answer();
     EXPECT_EQ(notes.order, (Order { "a", "a ends", "b" }));
     EXPECT_TRUE(queue.isIdle());
 }
 
-TEST(SerialQueue, ReportsGoBeforeActions)
-{
+TEST(SerialQueue, ReportsGoBeforeActions) {
     Notes notes;
     Reply<void> reply;
+    const auto answer = reply.resolver();
     SerialQueue queue;
     queue.enqueueAction(notes.waiting("a", reply));
     queue.enqueueAction(notes.work("action"));
     queue.enqueueReport(notes.work("report"));
-    reply.resolver()();
+    answer();
     EXPECT_EQ(notes.order, (Order { "a", "a ends", "report", "action" }));
 }
 
-TEST(SerialQueue, HeldActionsWaitWhileReportsRun)
-{
+TEST(SerialQueue, HeldActionsWaitWhileReportsRun) {
     Notes notes;
     SerialQueue queue;
     queue.holdActions();
@@ -87,8 +84,7 @@ TEST(SerialQueue, HeldActionsWaitWhileReportsRun)
     EXPECT_EQ(notes.order, (Order { "report", "action" }));
 }
 
-TEST(SerialQueue, WorkThatEnqueuesIsFollowedByIt)
-{
+TEST(SerialQueue, WorkThatEnqueuesIsFollowedByIt) {
     Notes notes;
     SerialQueue queue;
     queue.enqueueAction([&]() -> Task<void> {
@@ -99,16 +95,16 @@ TEST(SerialQueue, WorkThatEnqueuesIsFollowedByIt)
     EXPECT_EQ(notes.order, (Order { "outer", "inner" }));
 }
 
-TEST(SerialQueue, DroppingItEndsTheWorkWhereItWaits)
-{
+TEST(SerialQueue, DroppingItEndsTheWorkWhereItWaits) {
     Notes notes;
     Reply<void> reply;
     const auto held = std::make_shared<int>(1);
     {
         SerialQueue queue;
-        queue.enqueueAction([held, &reply, &notes]() -> Task<void> {
+        queue.enqueueAction([held, reply = &reply, &notes]() -> Task<void> {
             const auto alsoHeld = held;
-            co_await reply;
+            Reply<void> own = std::move(*reply);
+            co_await own;
             notes.order.push_back("never");
         });
         EXPECT_EQ(held.use_count(), 3);
@@ -117,13 +113,9 @@ TEST(SerialQueue, DroppingItEndsTheWorkWhereItWaits)
     EXPECT_TRUE(notes.order.empty());
 }
 
-TEST(SerialQueue, AnAnswerAfterItIsDroppedResumesNothing)
-{
+TEST(SerialQueue, AnAnswerAfterItIsDroppedResumesNothing) {
     Notes notes;
-    auto resolver = [] {
-        std::optional<Reply<void>::Resolver> resolver;
-        return resolver;
-    }();
+    std::optional<Reply<void>::Resolver> resolver;
     {
         SerialQueue queue;
         queue.enqueueAction([&]() -> Task<void> {
@@ -137,28 +129,26 @@ TEST(SerialQueue, AnAnswerAfterItIsDroppedResumesNothing)
     EXPECT_TRUE(notes.order.empty());
 }
 
-TEST(SerialQueue, FinishedWorkIsLetGo)
-{
+TEST(SerialQueue, FinishedWorkIsLetGo) {
     const auto held = std::make_shared<int>(1);
     SerialQueue queue;
     queue.enqueueAction([held]() -> Task<void> { co_return; });
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST(SerialQueue, TellsWhenItHasRunDry)
-{
+TEST(SerialQueue, TellsWhenItHasRunDry) {
     Notes notes;
-    SerialQueue queue;
     Reply<void> reply;
+    const auto answer = reply.resolver();
+    SerialQueue queue;
     queue.setWhenDry(notes.work("dry"));
     queue.enqueueAction(notes.waiting("a", reply));
     queue.enqueueAction(notes.work("b"));
-    reply.resolver()();
+    answer();
     EXPECT_EQ(notes.order, (Order { "a", "a ends", "b", "dry" }));
 }
 
-TEST(SerialQueue, WorkGivenWhileItTellsRunsAndIsFollowedByAnotherTelling)
-{
+TEST(SerialQueue, WorkGivenWhileItTellsRunsAndIsFollowedByAnotherTelling) {
     Notes notes;
     SerialQueue queue;
     queue.setWhenDry([&]() -> Task<void> {

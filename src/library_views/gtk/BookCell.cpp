@@ -2,6 +2,8 @@
 
 #include "platform/gtk/DisplayText.hpp"
 
+#include <gtkmm/tooltip.h>
+
 #include <algorithm>
 
 namespace pagora {
@@ -12,8 +14,22 @@ Glib::ustring cellText(const std::optional<std::string>& text)
         return {};
     constexpr std::size_t longest = 300;
     auto line = text->substr(0, longest);
-    std::replace_if(line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
     return displayText(text->size() > longest ? line + "…" : line, longest + 8);
+}
+
+void showWholeTextOnHover(Gtk::Label& label)
+{
+    label.set_has_tooltip(true);
+    label.signal_query_tooltip().connect(
+        [&label](int, int, bool, const Glib::RefPtr<Gtk::Tooltip>& tooltip) {
+            if (!label.get_layout()->is_ellipsized())
+                return false;
+            tooltip->set_text(label.get_text());
+            return true;
+        },
+        false);
 }
 
 CoverCell::CoverCell(CoverLoader& loader, Size box)
@@ -49,7 +65,12 @@ BookCell::BookCell(CoverLoader& loader)
         label->set_ellipsize(Pango::EllipsizeMode::END);
         label->set_max_width_chars(1);
         label->set_hexpand(true);
+        showWholeTextOnHover(*label);
     }
+    // What is left of the height goes below the texts.
+    _cover.set_valign(Gtk::Align::START);
+    _author.set_valign(Gtk::Align::START);
+    _author.set_vexpand(true);
     append(_cover);
     append(_title);
     append(_author);
@@ -60,7 +81,6 @@ void BookCell::setBook(const BookInfoPtr& book)
     _cover.setBook(book);
     _title.set_text(book ? cellText(book->title()) : Glib::ustring());
     _author.set_text(book ? cellText(book->author()) : Glib::ustring());
-    _title.set_tooltip_text(_title.get_text());
 }
 
 }

@@ -13,6 +13,9 @@ namespace pagora {
 // A book's text on one line of a cell; empty when there is none. Long texts are cut.
 Glib::ustring cellText(const std::optional<std::string>& text);
 
+// Shows the text as a tooltip where the label had to cut it.
+void showWholeTextOnHover(Gtk::Label& label);
+
 // A cover that is loaded while it has a book. Main thread.
 class CoverCell : public CoverView {
 public:

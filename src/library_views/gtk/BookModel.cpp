@@ -19,11 +19,10 @@ BookModel::BookModel()
 void BookModel::setBooks(BookArray books)
 {
     const auto before = std::exchange(_books, std::move(books));
-    const auto [oldFirst, newFirst]
-        = std::mismatch(before->begin(), before->end(), _books->begin(), _books->end());
+    const auto [oldFirst, newFirst] = std::mismatch(before->begin(), before->end(), _books->begin(), _books->end());
     const auto head = static_cast<guint>(newFirst - _books->begin());
-    const auto [oldLast, newLast] = std::mismatch(before->rbegin(), std::make_reverse_iterator(oldFirst),
-                                                  _books->rbegin(), std::make_reverse_iterator(newFirst));
+    const auto [oldLast, newLast] = std::mismatch(
+        before->rbegin(), std::make_reverse_iterator(oldFirst), _books->rbegin(), std::make_reverse_iterator(newFirst));
     const auto tail = static_cast<guint>(newLast - _books->rbegin());
     const auto removed = static_cast<guint>(before->size()) - head - tail;
     const auto added = static_cast<guint>(_books->size()) - head - tail;

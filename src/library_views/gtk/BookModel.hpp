@@ -8,7 +8,9 @@ namespace pagora {
 
 // A shared array of books as a list model of the toolkit. It is the array itself: an item is made when a cell asks for
 // it, so that a model of any size is there at once. Main thread.
-class BookModel : public Glib::Object, public Gio::ListModel {
+//
+// The interface comes first, so that the toolkit knows of it when the object is made.
+class BookModel : public Gio::ListModel, public Glib::Object {
 public:
     static Glib::RefPtr<BookModel> create();
 

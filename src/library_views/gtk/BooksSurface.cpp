@@ -80,7 +80,8 @@ void BooksSurface::watchClicks(Gtk::Widget& view)
     events->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     events->signal_event().connect(
         [this](const Glib::RefPtr<const Gdk::Event>& event) {
-            if (event->get_event_type() == Gdk::Event::Type::BUTTON_RELEASE && event->get_button() == GDK_BUTTON_PRIMARY) {
+            if (event->get_event_type() == Gdk::Event::Type::BUTTON_RELEASE
+                && event->get_button() == GDK_BUTTON_PRIMARY) {
                 _clickReport.disconnect();
                 _clickReport = Glib::signal_idle().connect(
                     [this] {

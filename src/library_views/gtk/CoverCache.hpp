@@ -13,7 +13,10 @@ namespace pagora {
 // cover data has not been replaced. Main thread.
 class CoverCache {
 public:
-    explicit CoverCache(std::size_t capacity) : _capacity(capacity) { }
+    explicit CoverCache(std::size_t capacity)
+        : _capacity(capacity)
+    {
+    }
 
     // Null when it is not there.
     Glib::RefPtr<Gdk::Texture> find(const BookInfo& book);

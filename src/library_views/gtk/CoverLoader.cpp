@@ -1,6 +1,6 @@
 #include "library_views/gtk/CoverLoader.hpp"
 
-#include <giomm/resource.h>
+#include "platform/Resource.hpp"
 
 namespace pagora {
 
@@ -12,20 +12,20 @@ struct CoverLoader::Request {
 
 namespace {
 
-    constexpr Size decodedSize { CoverLoader::coverSize.width * 2, CoverLoader::coverSize.height * 2 };
+constexpr Size decodedSize { CoverLoader::coverSize.width * 2, CoverLoader::coverSize.height * 2 };
 
-    std::optional<Image> decoded(const std::string& bytes)
-    {
-        auto cover = Image::fromBytes(bytes, decodedSize);
-        if (cover && (cover->size().width > decodedSize.width || cover->size().height > decodedSize.height))
-            cover = cover->imageByScalingProportionallyToSize(decodedSize);
-        return cover;
-    }
+std::optional<Image> decoded(const std::string& bytes)
+{
+    auto cover = Image::fromBytes(bytes, decodedSize);
+    if (cover && (cover->size().width > decodedSize.width || cover->size().height > decodedSize.height))
+        cover = cover->imageByScalingProportionallyToSize(decodedSize);
+    return cover;
+}
 
-    Glib::RefPtr<Gdk::Texture> textureOf(const Image& cover)
-    {
-        return Glib::wrap(gdk_texture_new_for_pixbuf(cover.pixbuf()));
-    }
+Glib::RefPtr<Gdk::Texture> textureOf(const Image& cover)
+{
+    return Glib::wrap(gdk_texture_new_for_pixbuf(cover.pixbuf()));
+}
 
 }
 
@@ -72,13 +72,9 @@ Glib::RefPtr<Gdk::Texture> CoverLoader::defaultCover()
 {
     if (std::exchange(_defaultCoverIsLoaded, true))
         return _defaultCover;
-    try {
-        const auto bytes = Gio::Resource::lookup_data_global("/org/pagora/Pagora/pagora_default_cover.jpg");
-        gsize size = 0;
-        const auto* const start = static_cast<const char*>(bytes->get_data(size));
-        if (const auto cover = decoded(std::string(start, size)))
+    if (const auto bytes = resourceBytes("/org/pagora/Pagora/pagora_default_cover.jpg")) {
+        if (const auto cover = decoded(*bytes))
             _defaultCover = textureOf(*cover);
-    } catch (const Glib::Error&) {
     }
     return _defaultCover;
 }

@@ -10,21 +10,20 @@ namespace pagora {
 
 namespace {
 
-    // Points.
-    constexpr float cornerRadius = 3;
+// Points.
+constexpr float cornerRadius = 3;
 
-    // Centred in the box and standing on its bottom.
-    graphene_rect_t placed(Size box, double width, double height)
-    {
-        const double ratio = std::min(box.width / width, box.height / height);
-        const double shownWidth = std::max(1.0, std::round(width * ratio));
-        const double shownHeight = std::max(1.0, std::round(height * ratio));
-        graphene_rect_t rect;
-        graphene_rect_init(&rect, static_cast<float>(std::floor((box.width - shownWidth) / 2)),
-                           static_cast<float>(box.height - shownHeight), static_cast<float>(shownWidth),
-                           static_cast<float>(shownHeight));
-        return rect;
-    }
+// Centred in the box and standing on its bottom.
+graphene_rect_t placed(Size box, double width, double height)
+{
+    const double ratio = std::min(box.width / width, box.height / height);
+    const double shownWidth = std::max(1.0, std::round(width * ratio));
+    const double shownHeight = std::max(1.0, std::round(height * ratio));
+    graphene_rect_t rect;
+    graphene_rect_init(&rect, static_cast<float>(std::floor((box.width - shownWidth) / 2)),
+        static_cast<float>(box.height - shownHeight), static_cast<float>(shownWidth), static_cast<float>(shownHeight));
+    return rect;
+}
 
 }
 
@@ -33,7 +32,7 @@ CoverView::CoverView(Size box)
 {
     add_css_class("cover");
     set_halign(Gtk::Align::CENTER);
-    set_valign(Gtk::Align::END);
+    set_valign(Gtk::Align::CENTER);
 }
 
 void CoverView::setCover(const Glib::RefPtr<Gdk::Texture>& cover)
@@ -44,8 +43,8 @@ void CoverView::setCover(const Glib::RefPtr<Gdk::Texture>& cover)
     queue_draw();
 }
 
-void CoverView::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural, int& minimumBaseline,
-                              int& naturalBaseline) const
+void CoverView::measure_vfunc(
+    Gtk::Orientation orientation, int, int& minimum, int& natural, int& minimumBaseline, int& naturalBaseline) const
 {
     minimum = natural = static_cast<int>(orientation == Gtk::Orientation::HORIZONTAL ? _box.width : _box.height);
     minimumBaseline = naturalBaseline = -1;

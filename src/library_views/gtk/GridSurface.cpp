@@ -10,8 +10,8 @@ namespace pagora {
 
 namespace {
 
-    // A cell with the space that the style sheet puts around it, in points.
-    constexpr int columnWidth = BookCell::width + 24;
+// A cell with the space that the style sheet puts around it, in points.
+constexpr int columnWidth = BookCell::width + 24;
 
 }
 
@@ -21,8 +21,7 @@ GridSurface::GridSurface(ArrayController& books, CoverLoader& loader)
     , _scroller(_layout->get_widget<Gtk::ScrolledWindow>("imageView"))
     , _bookCollectionView(_layout->get_widget<Gtk::GridView>("bookCollectionView"))
 {
-    _bookCollectionView->set_factory(
-        makeFactory<BookCell>([&loader] { return Gtk::make_managed<BookCell>(loader); }));
+    _bookCollectionView->set_factory(makeFactory<BookCell>([&loader] { return Gtk::make_managed<BookCell>(loader); }));
     _bookCollectionView->set_model(sharedSelection());
     _bookCollectionView->signal_activate().connect([this](guint position) { activate(position); });
     watchClicks(*_bookCollectionView);

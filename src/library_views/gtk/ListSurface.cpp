@@ -8,24 +8,26 @@ namespace pagora {
 
 namespace {
 
-    constexpr Size smallCover { 28, 40 };
+constexpr Size smallCover { 28, 40 };
 
-    using Text = const std::optional<std::string>& (BookInfo::*)() const;
+using Text = const std::optional<std::string>& (BookInfo::*)() const;
 
-    // One of a book's texts.
-    class TextCell : public Gtk::Label {
-    public:
-        TextCell(Text text, const char* style) : _text(text)
-        {
-            set_xalign(0);
-            set_ellipsize(Pango::EllipsizeMode::END);
-            add_css_class(style);
-        }
-        void setBook(const BookInfoPtr& book) { set_text(book ? cellText((*book.*_text)()) : Glib::ustring()); }
+// One of a book's texts.
+class TextCell : public Gtk::Label {
+public:
+    TextCell(Text text, const char* style)
+        : _text(text)
+    {
+        set_xalign(0);
+        set_ellipsize(Pango::EllipsizeMode::END);
+        add_css_class(style);
+        showWholeTextOnHover(*this);
+    }
+    void setBook(const BookInfoPtr& book) { set_text(book ? cellText((*book.*_text)()) : Glib::ustring()); }
 
-    private:
-        Text _text;
-    };
+private:
+    Text _text;
+};
 
 }
 
@@ -35,8 +37,7 @@ ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
     , _scroller(_layout->get_widget<Gtk::ScrolledWindow>("tableView"))
     , _bookTable(_layout->get_widget<Gtk::ColumnView>("bookTable"))
 {
-    const auto column
-        = [this](const char* id) { return _layout->get_object<Gtk::ColumnViewColumn>(id); };
+    const auto column = [this](const char* id) { return _layout->get_object<Gtk::ColumnViewColumn>(id); };
     const auto texts = [](Text text, const char* style) {
         return makeFactory<TextCell>([text, style] { return Gtk::make_managed<TextCell>(text, style); });
     };

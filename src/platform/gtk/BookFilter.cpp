@@ -8,25 +8,25 @@ namespace pagora {
 
 namespace {
 
-    // `text` as part of a regular expression inside a JSON string.
-    std::string literalPattern(const std::string& text)
-    {
-        std::string pattern;
-        for (const char character : text) {
-            if (std::strchr("\\^$.|?*+()[]{}", character))
-                pattern += "\\\\";
-            else if (character == '"')
-                pattern += '\\';
-            pattern += character;
-        }
-        return pattern;
+// `text` as part of a regular expression inside a JSON string.
+std::string literalPattern(const std::string& text)
+{
+    std::string pattern;
+    for (const char character : text) {
+        if (std::strchr("\\^$.|?*+()[]{}", character))
+            pattern += "\\\\";
+        else if (character == '"')
+            pattern += '\\';
+        pattern += character;
     }
+    return pattern;
+}
 
-    std::string rule(const std::string& pattern, const std::string& action)
-    {
-        return R"({"trigger":{"url-filter":")" + pattern + R"(","url-filter-is-case-sensitive":true},"action":{"type":")"
-            + action + R"("}})";
-    }
+std::string rule(const std::string& pattern, const std::string& action)
+{
+    return R"({"trigger":{"url-filter":")" + pattern + R"(","url-filter-is-case-sensitive":true},"action":{"type":")"
+        + action + R"("}})";
+}
 
 }
 

@@ -22,7 +22,7 @@ void ColorArea::setFillColor(const Color& color)
     _fillColor = color;
     Gdk::RGBA fill;
     fill.set_rgba(static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue),
-                  static_cast<float>(color.alpha));
+        static_cast<float>(color.alpha));
     _style->load_from_data("* { background-image: none; background-color: " + fill.to_string().raw() + "; }");
 }
 

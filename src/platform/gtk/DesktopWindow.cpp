@@ -11,13 +11,13 @@ namespace pagora {
 
 namespace {
 
-    // How long a window that the desktop does not draw, because it is covered or minimised, is waited for.
-    constexpr unsigned layoutPatience = 1'000;
+// How long a window that the desktop does not draw, because it is covered or minimised, is waited for.
+constexpr unsigned layoutPatience = 1'000;
 
-    int points(double length)
-    {
-        return static_cast<int>(std::lround(std::clamp(length, 1.0, 32'767.0)));
-    }
+int points(double length)
+{
+    return static_cast<int>(std::lround(std::clamp(length, 1.0, 32'767.0)));
+}
 
 }
 

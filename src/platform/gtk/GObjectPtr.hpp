@@ -11,7 +11,10 @@ template <typename T>
 class GObjectPtr {
 public:
     GObjectPtr() = default;
-    GObjectPtr(GObjectPtr&& other) noexcept : _object(std::exchange(other._object, nullptr)) { }
+    GObjectPtr(GObjectPtr&& other) noexcept
+        : _object(std::exchange(other._object, nullptr))
+    {
+    }
     GObjectPtr& operator=(GObjectPtr&& other) noexcept
     {
         std::swap(_object, other._object);

@@ -7,14 +7,17 @@
 
 namespace pagora {
 
-// Turns the engine's events of one page view into the reports of its loads: the document first, then its resources, each
-// load's only while it is the current one. Main thread.
+// Turns the engine's events of one page view into the reports of its loads: the document first, then its resources,
+// each load's only while it is the current one. Main thread.
 class LoadReports {
 public:
-    // `closing` says whether a document's report is repeated at the end of its load for those who wait for a source that
-    // is no longer loading.
+    // `closing` says whether a document's report is repeated at the end of its load for those who wait for a source
+    // that is no longer loading.
     enum class ClosingReport : bool { No, Yes };
-    explicit LoadReports(ClosingReport closing) : _closing(closing) { }
+    explicit LoadReports(ClosingReport closing)
+        : _closing(closing)
+    {
+    }
 
     void setDelegate(WebViewDelegate* delegate) { _delegate = delegate; }
     WebViewDelegate* delegate() const { return _delegate; }

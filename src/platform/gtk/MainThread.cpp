@@ -11,31 +11,31 @@ namespace pagora {
 
 namespace {
 
-    // The thread that initialises the program's globals is the main thread.
-    const std::thread::id mainThread = std::this_thread::get_id();
+// The thread that initialises the program's globals is the main thread.
+const std::thread::id mainThread = std::this_thread::get_id();
 
-    struct Waiting {
-        std::mutex mutex;
-        std::deque<std::function<void()>> work;
-    };
+struct Waiting {
+    std::mutex mutex;
+    std::deque<std::function<void()>> work;
+};
 
-    Waiting& waiting()
+Waiting& waiting()
+{
+    static Waiting instance;
+    return instance;
+}
+
+gboolean runWaiting(gpointer)
+{
+    std::deque<std::function<void()>> work;
     {
-        static Waiting instance;
-        return instance;
+        const std::lock_guard lock(waiting().mutex);
+        work.swap(waiting().work);
     }
-
-    gboolean runWaiting(gpointer)
-    {
-        std::deque<std::function<void()>> work;
-        {
-            const std::lock_guard lock(waiting().mutex);
-            work.swap(waiting().work);
-        }
-        for (auto& each : work)
-            each();
-        return G_SOURCE_REMOVE;
-    }
+    for (auto& each : work)
+        each();
+    return G_SOURCE_REMOVE;
+}
 
 }
 

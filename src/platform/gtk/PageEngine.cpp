@@ -9,59 +9,59 @@ namespace pagora {
 
 namespace {
 
-    // Megabytes that a page may take before the engine frees what it can, then gives up the page.
-    constexpr guint pageMemoryLimit = 2048;
+// Megabytes that a page may take before the engine frees what it can, then gives up the page.
+constexpr guint pageMemoryLimit = 2048;
 
-    GObjectPtr<WebKitWebContext> makeContext()
-    {
-        auto* memory = webkit_memory_pressure_settings_new();
-        webkit_memory_pressure_settings_set_memory_limit(memory, pageMemoryLimit);
-        webkit_memory_pressure_settings_set_kill_threshold(memory, 1.0);
-        auto* context = WEBKIT_WEB_CONTEXT(g_object_new(WEBKIT_TYPE_WEB_CONTEXT, "memory-pressure-settings", memory,
-            nullptr));
-        webkit_memory_pressure_settings_free(memory);
-        webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
-        webkit_web_context_set_spell_checking_enabled(context, FALSE);
-        return GObjectPtr<WebKitWebContext>::adopt(context);
-    }
+GObjectPtr<WebKitWebContext> makeContext()
+{
+    auto* memory = webkit_memory_pressure_settings_new();
+    webkit_memory_pressure_settings_set_memory_limit(memory, pageMemoryLimit);
+    webkit_memory_pressure_settings_set_kill_threshold(memory, 1.0);
+    auto* context
+        = WEBKIT_WEB_CONTEXT(g_object_new(WEBKIT_TYPE_WEB_CONTEXT, "memory-pressure-settings", memory, nullptr));
+    webkit_memory_pressure_settings_free(memory);
+    webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
+    webkit_web_context_set_spell_checking_enabled(context, FALSE);
+    return GObjectPtr<WebKitWebContext>::adopt(context);
+}
 
-    GObjectPtr<WebKitSettings> makeSettings()
-    {
-        auto* settings = webkit_settings_new();
-        webkit_settings_set_enable_developer_extras(settings, FALSE);
-        webkit_settings_set_enable_page_cache(settings, FALSE);
-        webkit_settings_set_enable_back_forward_navigation_gestures(settings, FALSE);
-        webkit_settings_set_javascript_can_open_windows_automatically(settings, FALSE);
-        webkit_settings_set_javascript_can_access_clipboard(settings, FALSE);
-        webkit_settings_set_enable_fullscreen(settings, FALSE);
-        webkit_settings_set_enable_media_stream(settings, FALSE);
-        webkit_settings_set_enable_webrtc(settings, FALSE);
-        webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
-        webkit_settings_set_enable_smooth_scrolling(settings, FALSE);
-        webkit_settings_set_enable_caret_browsing(settings, FALSE);
-        webkit_settings_set_zoom_text_only(settings, TRUE);
-        // What books are written in when they do not say.
-        webkit_settings_set_default_charset(settings, "utf-8");
-        return GObjectPtr<WebKitSettings>::adopt(settings);
-    }
+GObjectPtr<WebKitSettings> makeSettings()
+{
+    auto* settings = webkit_settings_new();
+    webkit_settings_set_enable_developer_extras(settings, FALSE);
+    webkit_settings_set_enable_page_cache(settings, FALSE);
+    webkit_settings_set_enable_back_forward_navigation_gestures(settings, FALSE);
+    webkit_settings_set_javascript_can_open_windows_automatically(settings, FALSE);
+    webkit_settings_set_javascript_can_access_clipboard(settings, FALSE);
+    webkit_settings_set_enable_fullscreen(settings, FALSE);
+    webkit_settings_set_enable_media_stream(settings, FALSE);
+    webkit_settings_set_enable_webrtc(settings, FALSE);
+    webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
+    webkit_settings_set_enable_smooth_scrolling(settings, FALSE);
+    webkit_settings_set_enable_caret_browsing(settings, FALSE);
+    webkit_settings_set_zoom_text_only(settings, TRUE);
+    // What books are written in when they do not say.
+    webkit_settings_set_default_charset(settings, "utf-8");
+    return GObjectPtr<WebKitSettings>::adopt(settings);
+}
 
-    void addScript(WebKitUserContentManager* content, const char* name, WebKitUserScriptInjectionTime time)
-    {
-        const auto path = std::string("/org/pagora/Pagora/scripts/") + name;
-        GBytes* text = g_resources_lookup_data(path.c_str(), G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
-        if (!text)
-            g_error("resource %s is missing", path.c_str());
-        auto* script = webkit_user_script_new_for_world(static_cast<const char*>(g_bytes_get_data(text, nullptr)),
-            WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, time, pageWorld, nullptr, nullptr);
-        webkit_user_content_manager_add_script(content, script);
-        webkit_user_script_unref(script);
-        g_bytes_unref(text);
-    }
+void addScript(WebKitUserContentManager* content, const char* name, WebKitUserScriptInjectionTime time)
+{
+    const auto path = std::string("/org/pagora/Pagora/scripts/") + name;
+    GBytes* text = g_resources_lookup_data(path.c_str(), G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
+    if (!text)
+        g_error("resource %s is missing", path.c_str());
+    auto* script = webkit_user_script_new_for_world(static_cast<const char*>(g_bytes_get_data(text, nullptr)),
+        WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, time, pageWorld, nullptr, nullptr);
+    webkit_user_content_manager_add_script(content, script);
+    webkit_user_script_unref(script);
+    g_bytes_unref(text);
+}
 
-    void cancelDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer)
-    {
-        webkit_download_cancel(download);
-    }
+void cancelDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer)
+{
+    webkit_download_cancel(download);
+}
 
 }
 
@@ -86,9 +86,9 @@ GObjectPtr<WebKitWebView> PageEngine::makeEngineView() const
     webkit_user_content_manager_register_script_message_handler(content, "pagora", pageWorld);
     addScript(content, "page-start.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START);
     addScript(content, "page-end.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END);
-    auto view = GObjectPtr<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context",
-        _context.get(), "network-session", _session.get(), "settings", _settings.get(), "user-content-manager", content,
-        nullptr)));
+    auto view = GObjectPtr<WebKitWebView>::adopt(
+        WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", _context.get(), "network-session",
+            _session.get(), "settings", _settings.get(), "user-content-manager", content, nullptr)));
     g_object_unref(content);
     refusePrivileges(view.get());
     return view;

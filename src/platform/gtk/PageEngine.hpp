@@ -7,8 +7,8 @@
 
 namespace pagora {
 
-// The rendering engine, set up for books: nothing is kept from one run to the next, and nothing beyond the books' folder
-// is read. One for the program; it outlives its page views. Main thread.
+// The rendering engine, set up for books: nothing is kept from one run to the next, and nothing beyond the books'
+// folder is read. One for the program; it outlives its page views. Main thread.
 class PageEngine {
 public:
     struct Options {

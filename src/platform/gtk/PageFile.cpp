@@ -11,40 +11,40 @@ namespace pagora {
 
 namespace {
 
-    bool isRegularFile(const std::string& path)
-    {
-        std::error_code ignored;
-        return std::filesystem::is_regular_file(path, ignored);
-    }
+bool isRegularFile(const std::string& path)
+{
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(path, ignored);
+}
 
-    std::optional<std::string> normalized(const std::string& path, GNormalizeMode mode)
-    {
-        char* text = g_utf8_normalize(path.data(), static_cast<gssize>(path.size()), mode);
-        if (!text)
-            return std::nullopt;
-        std::string result = text;
-        g_free(text);
-        return result;
-    }
+std::optional<std::string> normalized(const std::string& path, GNormalizeMode mode)
+{
+    char* text = g_utf8_normalize(path.data(), static_cast<gssize>(path.size()), mode);
+    if (!text)
+        return std::nullopt;
+    std::string result = text;
+    g_free(text);
+    return result;
+}
 
-    std::string fragmentText(const Url& url)
-    {
-        const std::size_t start = url.text().find('#');
-        return start == std::string::npos ? std::string() : url.text().substr(start);
-    }
+std::string fragmentText(const Url& url)
+{
+    const std::size_t start = url.text().find('#');
+    return start == std::string::npos ? std::string() : url.text().substr(start);
+}
 
-    // The last character is never "/", so that "/books/a" does not hold "/books/ab".
-    bool startsWithFolder(const std::string& path, const std::string& folder)
-    {
-        return path.size() > folder.size() && path.compare(0, folder.size(), folder) == 0 && path[folder.size()] == '/';
-    }
+// The last character is never "/", so that "/books/a" does not hold "/books/ab".
+bool startsWithFolder(const std::string& path, const std::string& folder)
+{
+    return path.size() > folder.size() && path.compare(0, folder.size(), folder) == 0 && path[folder.size()] == '/';
+}
 
-    std::string withoutTrailingSlash(std::string path)
-    {
-        while (path.size() > 1 && path.back() == '/')
-            path.pop_back();
-        return path;
-    }
+std::string withoutTrailingSlash(std::string path)
+{
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
+}
 
 }
 

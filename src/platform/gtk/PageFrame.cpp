@@ -9,36 +9,38 @@ namespace pagora {
 
 namespace {
 
-    bool scrollsPages(guint key)
-    {
-        switch (key) {
-        case GDK_KEY_Left:
-        case GDK_KEY_Right:
-        case GDK_KEY_Up:
-        case GDK_KEY_Down:
-        case GDK_KEY_Page_Up:
-        case GDK_KEY_Page_Down:
-        case GDK_KEY_Home:
-        case GDK_KEY_End:
-        case GDK_KEY_space:
-        case GDK_KEY_KP_Left:
-        case GDK_KEY_KP_Right:
-        case GDK_KEY_KP_Up:
-        case GDK_KEY_KP_Down:
-        case GDK_KEY_KP_Page_Up:
-        case GDK_KEY_KP_Page_Down:
-        case GDK_KEY_KP_Home:
-        case GDK_KEY_KP_End:
-        case GDK_KEY_KP_Space:
-            return true;
-        default:
-            return false;
-        }
+bool scrollsPages(guint key)
+{
+    switch (key) {
+    case GDK_KEY_Left:
+    case GDK_KEY_Right:
+    case GDK_KEY_Up:
+    case GDK_KEY_Down:
+    case GDK_KEY_Page_Up:
+    case GDK_KEY_Page_Down:
+    case GDK_KEY_Home:
+    case GDK_KEY_End:
+    case GDK_KEY_space:
+    case GDK_KEY_KP_Left:
+    case GDK_KEY_KP_Right:
+    case GDK_KEY_KP_Up:
+    case GDK_KEY_KP_Down:
+    case GDK_KEY_KP_Page_Up:
+    case GDK_KEY_KP_Page_Down:
+    case GDK_KEY_KP_Home:
+    case GDK_KEY_KP_End:
+    case GDK_KEY_KP_Space:
+        return true;
+    default:
+        return false;
     }
+}
 
 }
 
-PageFrame::PageFrame(GtkWidget* child) : Glib::ObjectBase("PagoraPageFrame"), _child(child)
+PageFrame::PageFrame(GtkWidget* child)
+    : Glib::ObjectBase("PagoraPageFrame")
+    , _child(child)
 {
     gtk_widget_set_parent(child, gobj());
     set_hexpand(true);

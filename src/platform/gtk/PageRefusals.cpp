@@ -4,51 +4,54 @@ namespace pagora {
 
 namespace {
 
-    gboolean refuse() { return TRUE; }
+gboolean refuse()
+{
+    return TRUE;
+}
 
-    gboolean denyPermission(WebKitWebView*, WebKitPermissionRequest* request, gpointer)
-    {
-        webkit_permission_request_deny(request);
-        return TRUE;
-    }
+gboolean denyPermission(WebKitWebView*, WebKitPermissionRequest* request, gpointer)
+{
+    webkit_permission_request_deny(request);
+    return TRUE;
+}
 
-    gboolean denyPermissionState(WebKitWebView*, WebKitPermissionStateQuery* query, gpointer)
-    {
-        webkit_permission_state_query_finish(query, WEBKIT_PERMISSION_STATE_DENIED);
-        return TRUE;
-    }
+gboolean denyPermissionState(WebKitWebView*, WebKitPermissionStateQuery* query, gpointer)
+{
+    webkit_permission_state_query_finish(query, WEBKIT_PERMISSION_STATE_DENIED);
+    return TRUE;
+}
 
-    gboolean answerDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer)
-    {
-        const auto type = webkit_script_dialog_get_dialog_type(dialog);
-        // A page may not keep the reader from leaving it.
-        if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM || type == WEBKIT_SCRIPT_DIALOG_CONFIRM)
-            webkit_script_dialog_confirm_set_confirmed(dialog, type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM);
-        return TRUE;
-    }
+gboolean answerDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer)
+{
+    const auto type = webkit_script_dialog_get_dialog_type(dialog);
+    // A page may not keep the reader from leaving it.
+    if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM || type == WEBKIT_SCRIPT_DIALOG_CONFIRM)
+        webkit_script_dialog_confirm_set_confirmed(dialog, type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM);
+    return TRUE;
+}
 
-    gboolean cancelFileChooser(WebKitWebView*, WebKitFileChooserRequest* request, gpointer)
-    {
-        webkit_file_chooser_request_cancel(request);
-        return TRUE;
-    }
+gboolean cancelFileChooser(WebKitWebView*, WebKitFileChooserRequest* request, gpointer)
+{
+    webkit_file_chooser_request_cancel(request);
+    return TRUE;
+}
 
-    gboolean cancelAuthentication(WebKitWebView*, WebKitAuthenticationRequest* request, gpointer)
-    {
-        webkit_authentication_request_cancel(request);
-        return TRUE;
-    }
+gboolean cancelAuthentication(WebKitWebView*, WebKitAuthenticationRequest* request, gpointer)
+{
+    webkit_authentication_request_cancel(request);
+    return TRUE;
+}
 
-    gboolean keepCopyOnly(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer)
-    {
-        for (guint i = webkit_context_menu_get_n_items(menu); i-- > 0;) {
-            WebKitContextMenuItem* item = webkit_context_menu_get_item_at_position(menu, i);
-            if (webkit_context_menu_item_get_stock_action(item) != WEBKIT_CONTEXT_MENU_ACTION_COPY)
-                webkit_context_menu_remove(menu, item);
-        }
-        // An empty menu is not shown.
-        return webkit_context_menu_get_n_items(menu) == 0;
+gboolean keepCopyOnly(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer)
+{
+    for (guint i = webkit_context_menu_get_n_items(menu); i-- > 0;) {
+        WebKitContextMenuItem* item = webkit_context_menu_get_item_at_position(menu, i);
+        if (webkit_context_menu_item_get_stock_action(item) != WEBKIT_CONTEXT_MENU_ACTION_COPY)
+            webkit_context_menu_remove(menu, item);
     }
+    // An empty menu is not shown.
+    return webkit_context_menu_get_n_items(menu) == 0;
+}
 
 }
 
@@ -60,8 +63,8 @@ void refusePrivileges(WebKitWebView* view)
     g_signal_connect(view, "run-file-chooser", G_CALLBACK(cancelFileChooser), nullptr);
     g_signal_connect(view, "authenticate", G_CALLBACK(cancelAuthentication), nullptr);
     g_signal_connect(view, "context-menu", G_CALLBACK(keepCopyOnly), nullptr);
-    for (const char* signal : { "print", "enter-fullscreen", "run-color-chooser", "show-notification",
-             "load-failed-with-tls-errors" })
+    for (const char* signal :
+        { "print", "enter-fullscreen", "run-color-chooser", "show-notification", "load-failed-with-tls-errors" })
         g_signal_connect(view, signal, G_CALLBACK(refuse), nullptr);
 }
 

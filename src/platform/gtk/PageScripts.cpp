@@ -6,15 +6,15 @@ namespace pagora {
 
 namespace {
 
-    std::string textOf(JSCValue* value)
-    {
-        if (jsc_value_is_undefined(value) || jsc_value_is_null(value))
-            return {};
-        char* text = jsc_value_to_string(value);
-        std::string result = text ? text : "";
-        g_free(text);
-        return result;
-    }
+std::string textOf(JSCValue* value)
+{
+    if (jsc_value_is_undefined(value) || jsc_value_is_null(value))
+        return {};
+    char* text = jsc_value_to_string(value);
+    std::string result = text ? text : "";
+    g_free(text);
+    return result;
+}
 
 }
 

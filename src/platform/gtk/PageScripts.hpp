@@ -7,9 +7,8 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <string>
-
 #include <sigc++/sigc++.h>
+#include <string>
 
 namespace pagora {
 

@@ -12,35 +12,40 @@ namespace pagora {
 
 namespace {
 
-    // How often a page that brings down the engine is loaded again.
-    constexpr int recoveriesPerLoad = 1;
-    // How long the page may take to hear of its new size before it is reported regardless, in milliseconds.
-    constexpr unsigned resizePatience = 200;
+// How often a page that brings down the engine is loaded again.
+constexpr int recoveriesPerLoad = 1;
+// How long the page may take to hear of its new size before it is reported regardless, in milliseconds.
+constexpr unsigned resizePatience = 200;
 
-    std::string withoutFragment(const std::string& uri) { return uri.substr(0, uri.find('#')); }
+std::string withoutFragment(const std::string& uri)
+{
+    return uri.substr(0, uri.find('#'));
+}
 
-    void addStyleSheet(WebKitWebView* view, const char* name)
-    {
-        const auto path = std::string("/org/pagora/Pagora/") + name;
-        GBytes* text = g_resources_lookup_data(path.c_str(), G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
-        if (!text)
-            g_error("resource %s is missing", path.c_str());
-        auto* sheet = webkit_user_style_sheet_new(static_cast<const char*>(g_bytes_get_data(text, nullptr)),
-            WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
-        webkit_user_content_manager_add_style_sheet(webkit_web_view_get_user_content_manager(view), sheet);
-        webkit_user_style_sheet_unref(sheet);
-        g_bytes_unref(text);
-    }
+void addStyleSheet(WebKitWebView* view, const char* name)
+{
+    const auto path = std::string("/org/pagora/Pagora/") + name;
+    GBytes* text = g_resources_lookup_data(path.c_str(), G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
+    if (!text)
+        g_error("resource %s is missing", path.c_str());
+    auto* sheet = webkit_user_style_sheet_new(static_cast<const char*>(g_bytes_get_data(text, nullptr)),
+        WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
+    webkit_user_content_manager_add_style_sheet(webkit_web_view_get_user_content_manager(view), sheet);
+    webkit_user_style_sheet_unref(sheet);
+    g_bytes_unref(text);
+}
 
 }
 
 PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout)
     : _view(std::move(view))
+    , _kind(kind)
     , _filterMaker(filter)
     , _timeout(scriptTimeout)
     , _reports(kind == PageKind::Fixed ? LoadReports::ClosingReport::Yes : LoadReports::ClosingReport::No)
     , _scripts(_view.get(), scriptTimeout, [this] { restartEngine(); })
     , _frame(GTK_WIDGET(_view.get()))
+    , _isWarmingUp(webkit_web_view_is_loading(_view.get()))
     , _self(std::make_shared<PageView*>(this))
 {
     addStyleSheet(_view.get(), kind == PageKind::Columns ? "page.css" : "fixed-page.css");
@@ -80,8 +85,7 @@ void PageView::setBookFolder(const std::string& path)
         _filterFailed = !filter;
         if (filter)
             webkit_user_content_manager_add_filter(content, filter);
-        if (_stage == Stage::WaitingForFilter)
-            start();
+        startWhenReady();
     });
 }
 
@@ -110,9 +114,13 @@ void PageView::begin(const Url& url)
     if (!target || (isFile && !_bookFolder.empty() && !isFileInFolder(target->path(), _bookFolder)))
         return failSoon();
     _target = target->text();
-    if (_filterRequest)
-        _stage = Stage::WaitingForFilter;
-    else
+    _stage = Stage::Waiting;
+    startWhenReady();
+}
+
+void PageView::startWhenReady()
+{
+    if (_stage == Stage::Waiting && !_filterRequest && !_isWarmingUp)
         start();
 }
 
@@ -195,6 +203,7 @@ void PageView::recover()
 {
     _stage = Stage::Idle;
     _shown.clear();
+    _isWarmingUp = false;
     _loadTimer.disconnect();
     _scripts.giveUpAll();
     // Answers may have started another load by then.
@@ -203,10 +212,13 @@ void PageView::recover()
     _recovery = Glib::signal_idle().connect([this, lost] {
         if (lost != currentLoad() || !_reports.url())
             return false;
+        const Url url = *_reports.url();
         if (_recoveriesLeft-- > 0)
-            begin(Url(*_reports.url()));
-        else
-            _reports.documentFailed(lost);
+            begin(url);
+        else {
+            _reports.begin(url);
+            _reports.documentFailed(currentLoad());
+        }
         return false;
     });
 }

@@ -21,7 +21,7 @@ enum class PageKind { Columns, Fixed };
 // Main thread.
 class PageView final : public WebView {
 public:
-    // `scriptTimeout`, in seconds, is how long a script may take, and a page to begin.
+    // `scriptTimeout`, in seconds, is how long a script may take, a page to begin, and a fixed page's images to come.
     PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout);
     ~PageView() override;
 
@@ -44,11 +44,13 @@ public:
     void makeFirstResponder() override;
 
 private:
-    // `Starting`: asked for, not begun by the engine; `Shown`: begun, so that the engine's events are this load's.
-    enum class Stage { Idle, WaitingForFilter, Starting, Shown };
+    // `Waiting`: for the filter or the blank page; `Starting`: asked for, not begun by the engine; `Shown`: begun, so
+    // that the engine's events are this load's.
+    enum class Stage { Idle, Waiting, Starting, Shown };
 
     void connectEngine();
     void begin(const Url& url);
+    void startWhenReady();
     void start();
     void loadFresh();
     void numberScripts();
@@ -56,6 +58,7 @@ private:
     void restartEngine();
     void recover();
     void reportSize();
+    bool isPageOfTarget() const;
     bool isInBook(const Url& url) const;
 
     // The engine's events.
@@ -70,6 +73,7 @@ private:
     friend struct PageViewSignals;
 
     GObjectPtr<WebKitWebView> _view;
+    PageKind _kind;
     BookFilter& _filterMaker;
     double _timeout;
     LoadReports _reports;
@@ -78,6 +82,8 @@ private:
 
     std::string _bookFolder;
     std::shared_ptr<void> _filterRequest;
+    // Whether the engine is still about the blank page with which it was warmed up.
+    bool _isWarmingUp;
     bool _filterFailed = false;
     Stage _stage = Stage::Idle;
     // The URL as the engine gets it, and the one of the page that it shows.

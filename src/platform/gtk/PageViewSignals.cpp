@@ -1,32 +1,37 @@
 #include "platform/gtk/PageFile.hpp"
 #include "platform/gtk/PageView.hpp"
 
+#include <glibmm/main.h>
+
 #include <sstream>
 
 namespace pagora {
 
 namespace {
 
-    Url urlOf(const char* text)
-    {
-        const std::string uri = text ? text : "";
-        const auto url = Url::fromString(uri);
-        return url ? *url : *Url::fromString(addingPercentEscapes(uri));
-    }
+Url urlOf(const char* text)
+{
+    const std::string uri = text ? text : "";
+    const auto url = Url::fromString(uri);
+    return url ? *url : *Url::fromString(addingPercentEscapes(uri));
+}
 
-    bool isWithinPage(const Url& url)
-    {
-        const std::string scheme = url.scheme();
-        return scheme == "data" || scheme == "blob" || scheme == "about" || scheme == "javascript";
-    }
+bool isWithinPage(const Url& url)
+{
+    const std::string scheme = url.scheme();
+    return scheme == "data" || scheme == "blob" || scheme == "about" || scheme == "javascript";
+}
 
-    Url requestUrl(WebKitURIRequest* request) { return urlOf(webkit_uri_request_get_uri(request)); }
+Url requestUrl(WebKitURIRequest* request)
+{
+    return urlOf(webkit_uri_request_get_uri(request));
+}
 
-    struct WatchedResource {
-        std::weak_ptr<PageView*> owner;
-        std::uint64_t load;
-        bool ended = false;
-    };
+struct WatchedResource {
+    std::weak_ptr<PageView*> owner;
+    std::uint64_t load;
+    bool ended = false;
+};
 
 }
 
@@ -99,19 +104,35 @@ void PageView::connectEngine()
     g_signal_connect(view, "notify::uri", G_CALLBACK(PageViewSignals::locationChanged), this);
     g_signal_connect(view, "web-process-terminated", G_CALLBACK(PageViewSignals::terminated), this);
     auto* content = webkit_web_view_get_user_content_manager(view);
-    g_signal_connect(
-        content, "script-message-received::pagora", G_CALLBACK(PageViewSignals::messageReceived), this);
+    g_signal_connect(content, "script-message-received::pagora", G_CALLBACK(PageViewSignals::messageReceived), this);
 }
 
 void PageView::loadChanged(WebKitLoadEvent event)
 {
+    if (_isWarmingUp) {
+        _isWarmingUp = event != WEBKIT_LOAD_FINISHED;
+        return startWhenReady();
+    }
     if (event == WEBKIT_LOAD_COMMITTED) {
+        if (!isPageOfTarget())
+            return;
         _stage = Stage::Shown;
         _loadTimer.disconnect();
         _frame.setPageTakesKeys(false);
         _shown = webkit_web_view_get_uri(_view.get());
-    } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown)
+    } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown) {
+        _loadTimer.disconnect();
         _reports.everythingFinished(currentLoad());
+    }
+}
+
+// A load that is making way for another one can still begin after that was asked for.
+bool PageView::isPageOfTarget() const
+{
+    auto* resource = webkit_web_view_get_main_resource(_view.get());
+    if (_stage != Stage::Starting || !resource || _target.rfind("file:", 0) != 0)
+        return true;
+    return urlOf(webkit_web_resource_get_uri(resource)).withoutFragment() == urlOf(_target.c_str()).withoutFragment();
 }
 
 void PageView::loadFailed(const char* uri, const GError* error)
@@ -152,8 +173,8 @@ void PageView::resourceEnded(WebKitWebResource* resource, std::uint64_t load, bo
 
 bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type)
 {
-    auto* navigation = webkit_navigation_policy_decision_get_navigation_action(
-        WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    auto* navigation
+        = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
     if (url.isFile()) {
         const bool isOurs = _stage == Stage::Starting && url.text() == _target;
@@ -210,9 +231,18 @@ void PageView::messageReceived(const std::string& text)
     words >> load >> what;
     if (load != currentLoad())
         return;
-    if (what == "complete")
+    if (what == "complete") {
+        // A fixed page is shown once nothing is loading, which a server that never answers must not put off for ever.
+        if (_kind == PageKind::Fixed) {
+            _loadTimer = Glib::signal_timeout().connect(
+                [this, load] {
+                    _reports.everythingFinished(load);
+                    return false;
+                },
+                static_cast<unsigned>(_timeout * 1000));
+        }
         _reports.documentComplete(load);
-    else if (what == "keys") {
+    } else if (what == "keys") {
         int takes = 0;
         words >> takes;
         _frame.setPageTakesKeys(takes != 0);

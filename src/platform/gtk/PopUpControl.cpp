@@ -16,43 +16,44 @@ namespace pagora {
 
 namespace {
 
-    constexpr std::size_t longestTitle = 200;
+constexpr std::size_t longestTitle = 200;
 
-    // A row is a title or a line between titles, whichever its item asks for.
-    Glib::RefPtr<Gtk::ListItemFactory> makeRows(bool titlesAreFonts)
-    {
-        const auto rows = Gtk::SignalListItemFactory::create();
-        rows->signal_setup().connect([](const Glib::RefPtr<Gtk::ListItem>& item) {
-            auto* const row = Gtk::make_managed<Gtk::Stack>();
-            auto* const title = Gtk::make_managed<Gtk::Label>();
-            title->set_xalign(0);
-            title->set_ellipsize(Pango::EllipsizeMode::END);
-            title->set_max_width_chars(28);
-            row->set_vhomogeneous(false);
-            row->add(*title, "title");
-            row->add(*Gtk::make_managed<Gtk::Separator>(), "separator");
-            item->set_child(*row);
-        });
-        rows->signal_bind().connect([titlesAreFonts](const Glib::RefPtr<Gtk::ListItem>& item) {
-            const auto string = std::dynamic_pointer_cast<Gtk::StringObject>(item->get_item());
-            auto* const row = dynamic_cast<Gtk::Stack*>(item->get_child());
-            auto* const title = row ? dynamic_cast<Gtk::Label*>(row->get_child_by_name("title")) : nullptr;
-            if (!string || !title)
-                return;
-            const auto text = string->get_string();
-            title->set_text(text);
-            if (titlesAreFonts) {
-                Pango::AttrList attributes;
-                auto family = Pango::Attribute::create_attr_family(text);
-                attributes.insert(family);
-                title->set_attributes(attributes);
-            }
-            row->set_visible_child(text.empty() ? "separator" : "title");
-            item->set_selectable(!text.empty());
-            item->set_activatable(!text.empty());
-        });
-        return rows;
-    }
+// A row is a title or a line between titles, whichever its item asks for.
+Glib::RefPtr<Gtk::ListItemFactory> makeRows(bool titlesAreFonts)
+{
+    const auto rows = Gtk::SignalListItemFactory::create();
+    rows->signal_setup().connect([](const Glib::RefPtr<Gtk::ListItem>& item) {
+        auto* const row = Gtk::make_managed<Gtk::Stack>();
+        auto* const title = Gtk::make_managed<Gtk::Label>();
+        title->set_xalign(0);
+        title->set_ellipsize(Pango::EllipsizeMode::END);
+        title->set_max_width_chars(28);
+        row->set_vhomogeneous(false);
+        row->add(*title, "title");
+        row->add(*Gtk::make_managed<Gtk::Separator>(), "separator");
+        item->set_child(*row);
+    });
+    rows->signal_bind().connect([titlesAreFonts](const Glib::RefPtr<Gtk::ListItem>& item) {
+        const auto string = std::dynamic_pointer_cast<Gtk::StringObject>(item->get_item());
+        auto* const row = dynamic_cast<Gtk::Stack*>(item->get_child());
+        auto* const title = row ? dynamic_cast<Gtk::Label*>(row->get_child_by_name("title")) : nullptr;
+        if (!string || !title)
+            return;
+        const auto text = string->get_string();
+        title->set_text(text);
+        row->set_tooltip_text(text);
+        if (titlesAreFonts) {
+            Pango::AttrList attributes;
+            auto family = Pango::Attribute::create_attr_family(text);
+            attributes.insert(family);
+            title->set_attributes(attributes);
+        }
+        row->set_visible_child(text.empty() ? "separator" : "title");
+        item->set_selectable(!text.empty());
+        item->set_activatable(!text.empty());
+    });
+    return rows;
+}
 
 }
 

@@ -6,12 +6,12 @@ namespace pagora {
 
 namespace {
 
-    bool isActive(const Gtk::Widget& segment)
-    {
-        bool active = false;
-        segment.get_property("active", active);
-        return active;
-    }
+bool isActive(const Gtk::Widget& segment)
+{
+    bool active = false;
+    segment.get_property("active", active);
+    return active;
+}
 
 }
 

@@ -3,6 +3,7 @@
 #include <gtkmm/eventcontrollerlegacy.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace pagora {
 
@@ -69,19 +70,30 @@ bool SliderControl::pointerDid(const Glib::RefPtr<const Gdk::Event>& event)
     switch (event->get_event_type()) {
     case Gdk::Event::Type::BUTTON_PRESS:
     case Gdk::Event::Type::TOUCH_BEGIN:
-        _isPressed = true;
+        pointerDown();
         break;
     case Gdk::Event::Type::BUTTON_RELEASE:
     case Gdk::Event::Type::TOUCH_END:
     case Gdk::Event::Type::TOUCH_CANCEL:
     case Gdk::Event::Type::GRAB_BROKEN:
-        if (std::exchange(_isPressed, false) && !_isContinuous)
-            send(EventType::LeftMouseUp);
+        pointerUp();
         break;
     default:
         break;
     }
     return false;
+}
+
+void SliderControl::pointerUp()
+{
+    if (!std::exchange(_isPressed, false))
+        return;
+    // A copy, for the action may drop the slider.
+    const auto onRelease = _onRelease;
+    if (!_isContinuous)
+        send(EventType::LeftMouseUp);
+    if (onRelease)
+        onRelease();
 }
 
 void SliderControl::valueDidChange()

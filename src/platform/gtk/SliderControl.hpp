@@ -27,6 +27,12 @@ public:
     // Moves the knob as the keyboard does.
     void moveTo(double value) { _scale.set_value(value); }
 
+    // The pointer took hold of the slider, and let go of it.
+    void pointerDown() { _isPressed = true; }
+    void pointerUp();
+    // Called when the pointer has let go, after the action.
+    void setReleaseHandler(std::function<void()> handler) { _onRelease = std::move(handler); }
+
 private:
     bool pointerDid(const Glib::RefPtr<const Gdk::Event>& event);
     void valueDidChange();
@@ -37,6 +43,7 @@ private:
     bool _isPressed = false;
     bool _isSetting = false;
     std::function<void(EventType)> _action;
+    std::function<void()> _onRelease;
     Glib::RefPtr<Gtk::EventController> _pointer;
     sigc::connection _valueChanged;
     sigc::connection _pointerEvent;

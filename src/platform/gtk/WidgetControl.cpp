@@ -15,7 +15,7 @@ Rect frameInParent(const Gtk::Widget& widget)
     if (!parent || !gtk_widget_compute_bounds(raw, const_cast<GtkWidget*>(parent->gobj()), &bounds))
         return {};
     return { bounds.origin.x, parent->get_height() - bounds.origin.y - bounds.size.height, bounds.size.width,
-             bounds.size.height };
+        bounds.size.height };
 }
 
 WidgetControl::WidgetControl(Gtk::Widget& widget)

@@ -9,7 +9,8 @@
 
 namespace pagora {
 
-// Where the widget is in its parent, in points with the origin at the parent's bottom left; empty before it is laid out.
+// Where the widget is in its parent, in points with the origin at the parent's bottom left; empty before it is laid
+// out.
 Rect frameInParent(const Gtk::Widget& widget);
 
 // What every control does, over a widget of a layout. The widget belongs to its window, which outlives the control.

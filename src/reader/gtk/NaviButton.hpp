@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/gtk/WidgetControl.hpp"
-
 #include "reader/gtk/ActionQueue.hpp"
 
 #include <gtkmm/button.h>

@@ -6,69 +6,69 @@ namespace pagora {
 
 namespace {
 
-    std::optional<ReaderCommand> controlCommand(guint keyval)
-    {
-        switch (keyval) {
-        case GDK_KEY_w:
-        case GDK_KEY_W:
-            return ReaderCommand::Close;
-        case GDK_KEY_f:
-        case GDK_KEY_F:
-            return ReaderCommand::Search;
-        case GDK_KEY_plus:
-        case GDK_KEY_equal:
-        case GDK_KEY_KP_Add:
-            return ReaderCommand::LargerText;
-        case GDK_KEY_minus:
-        case GDK_KEY_underscore:
-        case GDK_KEY_KP_Subtract:
-            return ReaderCommand::SmallerText;
-        case GDK_KEY_0:
-        case GDK_KEY_KP_0:
-        case GDK_KEY_KP_Insert:
-            return ReaderCommand::DefaultText;
-        default:
-            return {};
-        }
+std::optional<ReaderCommand> controlCommand(guint keyval)
+{
+    switch (keyval) {
+    case GDK_KEY_w:
+    case GDK_KEY_W:
+        return ReaderCommand::Close;
+    case GDK_KEY_f:
+    case GDK_KEY_F:
+        return ReaderCommand::Search;
+    case GDK_KEY_plus:
+    case GDK_KEY_equal:
+    case GDK_KEY_KP_Add:
+        return ReaderCommand::LargerText;
+    case GDK_KEY_minus:
+    case GDK_KEY_underscore:
+    case GDK_KEY_KP_Subtract:
+        return ReaderCommand::SmallerText;
+    case GDK_KEY_0:
+    case GDK_KEY_KP_0:
+    case GDK_KEY_KP_Insert:
+        return ReaderCommand::DefaultText;
+    default:
+        return {};
     }
+}
 
-    // Keys that turn pages, as far as the focus leaves them.
-    std::optional<ReaderCommand> pageCommand(guint keyval, bool shift, ReaderFocus focus)
-    {
-        switch (keyval) {
-        case GDK_KEY_Left:
-        case GDK_KEY_KP_Left:
-            return ReaderCommand::PreviousPage;
-        case GDK_KEY_Right:
-        case GDK_KEY_KP_Right:
-            return ReaderCommand::NextPage;
-        case GDK_KEY_space:
-        case GDK_KEY_KP_Space:
-            if (focus != ReaderFocus::Page)
-                return {};
-            return shift ? ReaderCommand::PreviousPage : ReaderCommand::NextPage;
-        default:
-            break;
-        }
-        if (focus == ReaderFocus::Contents)
+// Keys that turn pages, as far as the focus leaves them.
+std::optional<ReaderCommand> pageCommand(guint keyval, bool shift, ReaderFocus focus)
+{
+    switch (keyval) {
+    case GDK_KEY_Left:
+    case GDK_KEY_KP_Left:
+        return ReaderCommand::PreviousPage;
+    case GDK_KEY_Right:
+    case GDK_KEY_KP_Right:
+        return ReaderCommand::NextPage;
+    case GDK_KEY_space:
+    case GDK_KEY_KP_Space:
+        if (focus != ReaderFocus::Page)
             return {};
-        switch (keyval) {
-        case GDK_KEY_Page_Up:
-        case GDK_KEY_KP_Page_Up:
-            return ReaderCommand::PreviousPage;
-        case GDK_KEY_Page_Down:
-        case GDK_KEY_KP_Page_Down:
-            return ReaderCommand::NextPage;
-        case GDK_KEY_Home:
-        case GDK_KEY_KP_Home:
-            return ReaderCommand::FirstPage;
-        case GDK_KEY_End:
-        case GDK_KEY_KP_End:
-            return ReaderCommand::LastPage;
-        default:
-            return {};
-        }
+        return shift ? ReaderCommand::PreviousPage : ReaderCommand::NextPage;
+    default:
+        break;
     }
+    if (focus == ReaderFocus::Contents)
+        return {};
+    switch (keyval) {
+    case GDK_KEY_Page_Up:
+    case GDK_KEY_KP_Page_Up:
+        return ReaderCommand::PreviousPage;
+    case GDK_KEY_Page_Down:
+    case GDK_KEY_KP_Page_Down:
+        return ReaderCommand::NextPage;
+    case GDK_KEY_Home:
+    case GDK_KEY_KP_Home:
+        return ReaderCommand::FirstPage;
+    case GDK_KEY_End:
+    case GDK_KEY_KP_End:
+        return ReaderCommand::LastPage;
+    default:
+        return {};
+    }
+}
 
 }
 

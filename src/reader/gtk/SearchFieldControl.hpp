@@ -9,7 +9,11 @@ namespace pagora {
 // The search field of a layout. Main thread.
 class SearchFieldControl : public TextField, public WidgetControl {
 public:
-    explicit SearchFieldControl(Gtk::SearchEntry& entry) : WidgetControl(entry), _entry(entry) { }
+    explicit SearchFieldControl(Gtk::SearchEntry& entry)
+        : WidgetControl(entry)
+        , _entry(entry)
+    {
+    }
 
     void setStringValue(const std::string& text) override { _entry.set_text(text); }
     std::string stringValue() const override { return _entry.get_text(); }

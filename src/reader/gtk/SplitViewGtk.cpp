@@ -9,16 +9,16 @@ namespace pagora {
 
 namespace {
 
-    // Points on either side of the divider that take hold of it.
-    constexpr int grabArea = 4;
-    constexpr double keyStep = 10;
-    // The least width at which both panes have what they need: the contents pane may take half of the view.
-    constexpr int leastPane = 200;
+// Points on either side of the divider that take hold of it.
+constexpr int grabArea = 4;
+constexpr double keyStep = 10;
+// The least width at which both panes have what they need: the contents pane may take half of the view.
+constexpr int leastPane = 200;
 
-    int points(double length)
-    {
-        return static_cast<int>(std::lround(length));
-    }
+int points(double length)
+{
+    return static_cast<int>(std::lround(length));
+}
 
 }
 
@@ -33,7 +33,7 @@ protected:
     }
 
     void measure_vfunc(const Gtk::Widget&, Gtk::Orientation orientation, int, int& minimum, int& natural,
-                       int& minimumBaseline, int& naturalBaseline) const override
+        int& minimumBaseline, int& naturalBaseline) const override
     {
         minimum = natural = 0;
         minimumBaseline = naturalBaseline = -1;
@@ -95,8 +95,8 @@ void SplitViewGtk::addDivider()
     _divider->set_cursor("col-resize");
     _divider->set_focusable(true);
     _divider->property_accessible_role() = Gtk::Accessible::Role::SEPARATOR;
-    gtk_accessible_update_property(GTK_ACCESSIBLE(_divider->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                   "Width of the contents", -1);
+    gtk_accessible_update_property(
+        GTK_ACCESSIBLE(_divider->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, "Width of the contents", -1);
     const auto keys = Gtk::EventControllerKey::create();
     keys->signal_key_pressed().connect(
         [this](guint keyval, guint, Gdk::ModifierType) { return dividerKeyPressed(keyval); }, false);

@@ -1,7 +1,6 @@
 #include "reader/gtk/TocRow.hpp"
 
 #include "platform/gtk/DisplayText.hpp"
-
 #include "reader/tocLinkTextField.hpp"
 
 #include <gtkmm/snapshot.h>
@@ -12,17 +11,17 @@ namespace pagora {
 
 namespace {
 
-    constexpr std::size_t longestText = 1'000;
-    // Points that keep the text's end off the pane's edge.
-    constexpr double endInset = 8;
+constexpr std::size_t longestText = 1'000;
+// Points that keep the text's end off the pane's edge.
+constexpr double endInset = 8;
 
-    Gdk::RGBA rgba(const Color& color)
-    {
-        Gdk::RGBA result;
-        result.set_rgba(static_cast<float>(color.red), static_cast<float>(color.green),
-                        static_cast<float>(color.blue), static_cast<float>(color.alpha));
-        return result;
-    }
+Gdk::RGBA rgba(const Color& color)
+{
+    Gdk::RGBA result;
+    result.set_rgba(static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue),
+        static_cast<float>(color.alpha));
+    return result;
+}
 
 }
 
@@ -43,8 +42,8 @@ void TocRow::setLink(const tocLinkTextField* link)
     queue_draw();
 }
 
-void TocRow::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural, int& minimumBaseline,
-                           int& naturalBaseline) const
+void TocRow::measure_vfunc(
+    Gtk::Orientation orientation, int, int& minimum, int& natural, int& minimumBaseline, int& naturalBaseline) const
 {
     minimumBaseline = naturalBaseline = -1;
     minimum = natural = orientation == Gtk::Orientation::VERTICAL ? static_cast<int>(tocLinkTextField::height) : 0;

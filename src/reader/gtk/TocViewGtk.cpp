@@ -1,7 +1,6 @@
 #include "reader/gtk/TocViewGtk.hpp"
 
 #include "platform/gtk/DisplayText.hpp"
-
 #include "reader/gtk/TocRow.hpp"
 #include "reader/tocLinkTextField.hpp"
 
@@ -70,8 +69,8 @@ void TocViewGtk::connectPointer()
         if (const auto* link = linkAt(y))
             open(link->tag());
     }));
-    for (const Glib::RefPtr<Gtk::EventController>& controller : { Glib::RefPtr<Gtk::EventController>(motion),
-                                                                  Glib::RefPtr<Gtk::EventController>(click) }) {
+    for (const Glib::RefPtr<Gtk::EventController>& controller :
+        { Glib::RefPtr<Gtk::EventController>(motion), Glib::RefPtr<Gtk::EventController>(click) }) {
         _list.add_controller(controller);
         _controllers.push_back(controller);
     }
@@ -174,8 +173,8 @@ void TocViewGtk::describe(TocRow& row)
     if (!item || !row.link())
         return;
     auto* const accessible = GTK_ACCESSIBLE(item->gobj());
-    gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                   displayText(row.link()->text(), 1'000).c_str(), -1);
+    gtk_accessible_update_property(
+        accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, displayText(row.link()->text(), 1'000).c_str(), -1);
     gtk_accessible_update_state(accessible, GTK_ACCESSIBLE_STATE_SELECTED, row.link()->isActive(), -1);
 }
 

@@ -1,0 +1,158 @@
+#include "app/gtk/Application.hpp"
+
+#include "app/MainController.hpp"
+#include "app/gtk/LibraryWindowGtk.hpp"
+#include "app/gtk/ReaderWindowFactoryGtk.hpp"
+
+#include "platform/GLibRunLoop.hpp"
+#include "platform/Log.hpp"
+#include "platform/Path.hpp"
+#include "platform/Resource.hpp"
+#include "platform/UserDefaults.hpp"
+#include "platform/UserFolders.hpp"
+#include "platform/gtk/DesktopWorkspace.hpp"
+
+#include <csignal>
+#include <glib-unix.h>
+
+namespace pagora {
+
+namespace {
+
+    // How long what changed may wait for its flush, where no one asked for one.
+    constexpr double flushDelay = 1;
+
+    ProgramInfo programInfo()
+    {
+        return { documentsFolder(), cachesFolder(), homeFolder(), PAGORA_IDENTIFIER, PAGORA_VERSION };
+    }
+
+    std::string temporaryFolder()
+    {
+        return appendingPathComponent(cachesFolder(), PAGORA_IDENTIFIER);
+    }
+
+    // Keeps the store from staying unflushed: a change that nobody flushes reaches the disk a little later.
+    class LateFlush {
+    public:
+        LateFlush(UserDefaults& defaults, RunLoop& runLoop) : _defaults(defaults), _runLoop(runLoop)
+        {
+            defaults.setWhenChanged([this] {
+                _runLoop.postToMainThread(
+                    [this] { _timer = _runLoop.performAfterDelay(flushDelay, [this] { _defaults.synchronize(); }); });
+            });
+        }
+        ~LateFlush() { _defaults.setWhenChanged(nullptr); }
+
+    private:
+        UserDefaults& _defaults;
+        RunLoop& _runLoop;
+        std::unique_ptr<RunLoop::Timer> _timer;
+    };
+
+}
+
+// In the order in which they are built on each other; they go the other way round.
+struct Application::Parts {
+    explicit Parts(const Glib::RefPtr<Gtk::Application>& application)
+        : defaults(defaultsFolder(), &storeProblem)
+        , libraryWindow(application)
+        , readerWindows(temporaryFolder(), [this](Gtk::Window& window) { libraryWindow.watch(window); })
+        , lateFlush(defaults, runLoop)
+        , controller({ programInfo(), defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
+    {
+    }
+
+    static std::string scriptResource(const std::string& name)
+    {
+        return resourceBytes("/org/pagora/Pagora/scripts/" + name + ".js").value_or("");
+    }
+
+    std::string storeProblem;
+    UserDefaults defaults;
+    GLibRunLoop runLoop;
+    DesktopWorkspace workspace;
+    LibraryWindowGtk libraryWindow;
+    ReaderWindowFactoryGtk readerWindows;
+    LateFlush lateFlush;
+    MainController controller;
+};
+
+Application::Application()
+    : Gtk::Application(PAGORA_IDENTIFIER, Gio::Application::Flags::HANDLES_OPEN)
+{
+}
+
+Application::~Application() = default;
+
+Glib::RefPtr<Application> Application::create()
+{
+    return Glib::make_refptr_for_instance(new Application);
+}
+
+void Application::on_startup()
+{
+    Gtk::Application::on_startup();
+    _parts = std::make_unique<Parts>(Glib::make_refptr_for_instance<Gtk::Application>(
+        (reference(), static_cast<Gtk::Application*>(this))));
+    if (!_parts->storeProblem.empty())
+        _parts->controller.addFaultyBook(_parts->storeProblem);
+    for (const int number : { SIGTERM, SIGINT, SIGHUP })
+        endOnSignal(number);
+    _parts->controller.applicationWillFinishLaunching();
+}
+
+// The desktop ends the session, or somebody the program: what is being read keeps its place.
+void Application::endOnSignal(int number)
+{
+    g_unix_signal_add(
+        number,
+        [](gpointer self) -> gboolean {
+            static_cast<Application*>(self)->quit();
+            return G_SOURCE_CONTINUE;
+        },
+        this);
+}
+
+void Application::finishLaunching()
+{
+    if (_launched)
+        return;
+    _launched = true;
+    _parts->libraryWindow.mainWindow().makeKeyAndOrderFront();
+    _parts->controller.applicationDidFinishLaunching();
+}
+
+void Application::on_activate()
+{
+    if (_launched)
+        _parts->controller.applicationWasReopened();
+    finishLaunching();
+}
+
+void Application::on_open(const type_vec_files& files, const Glib::ustring&)
+{
+    std::vector<std::string> paths;
+    for (const auto& file : files) {
+        if (const auto path = file->get_path(); !path.empty())
+            paths.push_back(path);
+    }
+    _parts->controller.openFiles(std::move(paths));
+    finishLaunching();
+}
+
+void Application::on_shutdown()
+{
+    if (_parts) {
+        auto& controller = _parts->controller;
+        controller.cancelProcess();
+        controller.finishReading();
+        controller.applicationWillTerminate();
+        _parts->runLoop.finishBackgroundWork();
+        _parts->defaults.synchronize();
+        _parts = nullptr;
+    }
+    Gtk::Application::on_shutdown();
+}
+
+}

@@ -1,0 +1,81 @@
+#include "app/gtk/LibraryDialogs.hpp"
+
+#include "platform/gtk/DisplayText.hpp"
+
+#include <giomm/file.h>
+#include <gtkmm/filefilter.h>
+#include <gtkmm/icontheme.h>
+
+#include <filesystem>
+#include <utility>
+
+namespace pagora {
+
+void LibraryDialogs::runAlertPanel(const std::string& title, const std::string& message, const std::string& button)
+{
+    _alert = std::make_unique<Gtk::MessageDialog>(
+        _parent, displayText(title), false, Gtk::MessageType::INFO, Gtk::ButtonsType::NONE, true);
+    _alert->set_secondary_text(displayText(message));
+    _alert->add_button(displayText(button), Gtk::ResponseType::OK);
+    _alert->set_default_response(Gtk::ResponseType::OK);
+    _alert->signal_response().connect([this](int) { _alert->set_visible(false); });
+    _alert->present();
+}
+
+void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Chosen chosen)
+{
+    if (_openPanel && _openPanel->get_visible()) {
+        _openPanel->show();
+        chosen(std::nullopt);
+        return;
+    }
+    _openPanel = Gtk::FileChooserNative::create(
+        displayText(message), _parent, Gtk::FileChooser::Action::OPEN, "_Open", "_Cancel");
+    _openPanel->set_modal(true);
+    _openPanel->set_select_multiple(multiple);
+    const auto books = Gtk::FileFilter::create();
+    books->set_name("EPUB books");
+    books->add_pattern("*.epub");
+    _openPanel->add_filter(books);
+    std::error_code error;
+    const auto folder = std::filesystem::current_path(error);
+    try {
+        if (!error)
+            _openPanel->set_current_folder(Gio::File::create_for_path(folder.string()));
+    } catch (const Glib::Error&) {
+    }
+
+    _openPanel->signal_response().connect([this, chosen = std::move(chosen)](int response) {
+        std::optional<std::vector<std::string>> paths;
+        if (response == static_cast<int>(Gtk::ResponseType::ACCEPT)) {
+            paths.emplace();
+            const auto files = _openPanel->get_files();
+            for (guint i = 0; i < files->get_n_items(); ++i) {
+                if (const auto file = std::dynamic_pointer_cast<Gio::File>(files->get_object(i)))
+                    paths->push_back(file->get_path());
+            }
+        }
+        _openPanel->hide();
+        chosen(std::move(paths));
+    });
+    _openPanel->show();
+}
+
+void LibraryDialogs::showAbout()
+{
+    if (!_about) {
+        _about = std::make_unique<Gtk::AboutDialog>();
+        _about->set_transient_for(_parent);
+        _about->set_modal(true);
+        _about->set_hide_on_close(true);
+        _about->set_program_name("Pagora");
+        _about->set_version(PAGORA_VERSION);
+        _about->set_comments("A library and reader for books in the EPUB format");
+        _about->add_css_class("pagora");
+        const auto icons = Gtk::IconTheme::get_for_display(_parent.get_display());
+        _about->set_logo_icon_name(icons->has_icon(PAGORA_IDENTIFIER) ? PAGORA_IDENTIFIER : "pagora-library-symbolic");
+    }
+    _about->present();
+}
+
+}

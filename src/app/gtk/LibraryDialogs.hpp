@@ -1,0 +1,37 @@
+#pragma once
+
+#include <gtkmm/aboutdialog.h>
+#include <gtkmm/filechoosernative.h>
+#include <gtkmm/messagedialog.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// The dialogs that come up over the library window and go again; none of them is waited for. Main thread.
+class LibraryDialogs {
+public:
+    using Chosen = std::function<void(std::optional<std::vector<std::string>>)>;
+
+    explicit LibraryDialogs(Gtk::Window& parent)
+        : _parent(parent)
+    {
+    }
+
+    void runAlertPanel(const std::string& title, const std::string& message, const std::string& button);
+    // One at a time: a panel that is open already comes to the front, and `chosen` receives nothing.
+    void runOpenPanel(const std::string& message, bool multiple, Chosen chosen);
+    void showAbout();
+
+private:
+    Gtk::Window& _parent;
+    std::unique_ptr<Gtk::MessageDialog> _alert;
+    std::unique_ptr<Gtk::AboutDialog> _about;
+    Glib::RefPtr<Gtk::FileChooserNative> _openPanel;
+};
+
+}

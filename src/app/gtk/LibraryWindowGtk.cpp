@@ -1,0 +1,195 @@
+#include "app/gtk/LibraryWindowGtk.hpp"
+
+#include "library_views/gtk/GridSurface.hpp"
+#include "library_views/gtk/ListSurface.hpp"
+#include "platform/gtk/StyleSheet.hpp"
+
+#include <giomm/simpleactiongroup.h>
+#include <gtkmm/shortcut.h>
+#include <gtkmm/shortcutcontroller.h>
+
+#include <string_view>
+
+namespace pagora {
+
+namespace {
+
+Glib::RefPtr<Gtk::Builder> loadLayout()
+{
+    addStyleSheet("library.css");
+    return Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/LibraryWindow.ui");
+}
+
+template <typename Widget>
+Widget& find(const Glib::RefPtr<Gtk::Builder>& layout, const char* name)
+{
+    return *layout->get_widget<Widget>(name);
+}
+
+template <typename Window>
+std::unique_ptr<Window> takeWindow(const Glib::RefPtr<Gtk::Builder>& layout, const char* name)
+{
+    return std::unique_ptr<Window>(layout->get_widget<Window>(name));
+}
+
+// An action that is not set, or that replaces the actions, is no harm.
+template <typename Action>
+auto perform(const Action& action)
+{
+    const auto copy = action;
+    using Result = decltype(copy());
+    if constexpr (std::is_void_v<Result>) {
+        if (copy)
+            copy();
+    } else {
+        return copy ? copy() : Result(true);
+    }
+}
+
+}
+
+LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
+    : _application(std::move(application))
+    , _layout(loadLayout())
+    , _windows { takeWindow<Gtk::ApplicationWindow>(_layout, "mainWindow"),
+        takeWindow<Gtk::Window>(_layout, "errorWin"), takeWindow<Gtk::Window>(_layout, "indicatorWindow"),
+        takeWindow<Gtk::Window>(_layout, "settingsWin") }
+    , _mainWindow(*_windows.main)
+    , _errorWin(*_windows.error)
+    , _indicatorWindow(*_windows.indicator)
+    , _settingsWin(*_windows.settings)
+    , _errorList(find<Gtk::TextView>(_layout, "errorList"))
+    , _processLabel(find<Gtk::Label>(_layout, "processLabel"))
+    , _procText(find<Gtk::Label>(_layout, "procText"))
+    , _processIndicator(find<Gtk::ProgressBar>(_layout, "processIndicator"))
+    , _progressBar(find<Gtk::ProgressBar>(_layout, "progressBar"))
+    , _readerButton(find<Gtk::Button>(_layout, "readerButton"))
+    , _stopButton(find<Gtk::Button>(_layout, "stopButton"))
+    , _bListControl(find<Gtk::Widget>(_layout, "bListControl"))
+    , _dragDropMatrix(find<Gtk::Widget>(_layout, "dragDropMatrix"), 1)
+    , _toolBarMenu(find<Gtk::Widget>(_layout, "toolBar"))
+    , _dialogs(*_windows.main)
+{
+    if (_application)
+        _windows.main->set_application(_application);
+    addProgramActions();
+    wireControls();
+    followProgress();
+    for (auto* const window : { static_cast<Gtk::Window*>(_windows.main.get()), _windows.error.get(),
+             _windows.settings.get(), _windows.indicator.get() })
+        _monitor.watch(*window);
+}
+
+LibraryWindowGtk::~LibraryWindowGtk()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+}
+
+void LibraryWindowGtk::addProgramActions()
+{
+    const auto group = Gio::SimpleActionGroup::create();
+    group->add_action("import", [this] { perform(_actions.importDialog); });
+    group->add_action("settings", [this] { perform(_actions.openSettings); });
+    group->add_action("about", [this] { _dialogs.showAbout(); });
+    group->add_action("quit", [this] { _windows.main->close(); });
+    if (_application) {
+        for (const auto* const name : { "import", "settings", "about", "quit" })
+            _application->add_action(group->lookup_action(name));
+        _application->set_accels_for_action("app.import", { "<Control>o" });
+        _application->set_accels_for_action("app.settings", { "<Control>comma" });
+        _application->set_accels_for_action("app.quit", { "<Control>q" });
+        return;
+    }
+    _windows.main->insert_action_group("app", group);
+    const auto keys = Gtk::ShortcutController::create();
+    keys->set_scope(Gtk::ShortcutScope::MANAGED);
+    const std::pair<const char*, const char*> shortcuts[]
+        = { { "<Control>o", "app.import" }, { "<Control>comma", "app.settings" }, { "<Control>q", "app.quit" } };
+    for (const auto& [trigger, action] : shortcuts)
+        keys->add_shortcut(
+            Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(trigger), Gtk::NamedAction::create(action)));
+    _windows.main->add_controller(keys);
+}
+
+void LibraryWindowGtk::wireControls()
+{
+    _readerButton.setAction([this] { perform(_actions.readBook); });
+    _stopButton.setAction([this] { perform(_actions.cancelProcess); });
+    _bListControl.setAction([this] { perform(_actions.bookListMode); });
+    _connections = {
+        find<Gtk::Button>(_layout, "saveButton").signal_clicked().connect([this] { perform(_actions.saveSettings); }),
+        _windows.main->signal_close_request().connect([this] { return !perform(_actions.windowShouldClose); }, false),
+    };
+}
+
+void LibraryWindowGtk::followProgress()
+{
+    auto& strip = find<Gtk::Revealer>(_layout, "progressStrip");
+    const auto followed = [this, &strip] {
+        strip.set_reveal_child(!_progressBar.isHidden() || !_procText.isHidden() || !_stopButton.isHidden());
+        updateEmptyPage();
+    };
+    const std::initializer_list<Gtk::Widget*> watched
+        = { &_progressBar.widget(), &_procText.widget(), &_stopButton.widget(), _windows.indicator.get() };
+    for (auto* const widget : watched)
+        _connections.push_back(widget->property_visible().signal_changed().connect(followed));
+}
+
+bool LibraryWindowGtk::isImporting() const
+{
+    return !_progressBar.isHidden() || _indicatorWindow.isVisible();
+}
+
+void LibraryWindowGtk::updateEmptyPage()
+{
+    find<Gtk::Widget>(_layout, "emptyPage").set_visible(_shown && _shown->isEmpty() && !isImporting());
+}
+
+std::unique_ptr<LibraryViewSurface> LibraryWindowGtk::loadView(const char* layout, ArrayController& books)
+{
+    std::unique_ptr<BooksSurface> view;
+    if (std::string_view(layout) == "TableView")
+        view = std::make_unique<ListSurface>(books, _coverLoader);
+    else
+        view = std::make_unique<GridSurface>(books, _coverLoader);
+    view->setContentAction([this, made = view.get()] {
+        if (made == _shown)
+            updateEmptyPage();
+    });
+    return view;
+}
+
+void LibraryWindowGtk::setContentView(LibraryViewSurface& view)
+{
+    _shown = dynamic_cast<BooksSurface*>(&view);
+    if (_shown)
+        find<Gtk::Box>(_layout, "contentView").append(_shown->widget());
+}
+
+void LibraryWindowGtk::removeContentView(LibraryViewSurface& view)
+{
+    auto* const surface = dynamic_cast<BooksSurface*>(&view);
+    if (!surface || surface != _shown)
+        return;
+    find<Gtk::Box>(_layout, "contentView").remove(surface->widget());
+    _shown = nullptr;
+}
+
+void LibraryWindowGtk::terminate()
+{
+    if (_application)
+        _application->quit();
+}
+
+void LibraryWindowGtk::runAlertPanel(const std::string& title, const std::string& message, const std::string& button)
+{
+    _dialogs.runAlertPanel(title, message, button);
+}
+
+void LibraryWindowGtk::runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen)
+{
+    _dialogs.runOpenPanel(message, multiple, std::move(chosen));
+}
+
+}

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "app/LibraryWindow.hpp"
+#include "app/gtk/LibraryDialogs.hpp"
+#include "app/gtk/ToolBarMenu.hpp"
+#include "app/gtk/WindowEventMonitor.hpp"
+#include "library_views/gtk/BooksSurface.hpp"
+#include "library_views/gtk/CoverLoader.hpp"
+#include "platform/gtk/ButtonControl.hpp"
+#include "platform/gtk/DesktopWindow.hpp"
+#include "platform/gtk/LabelField.hpp"
+#include "platform/gtk/ProgressControl.hpp"
+#include "platform/gtk/SegmentedSwitch.hpp"
+
+#include <gtkmm/application.h>
+#include <gtkmm/applicationwindow.h>
+#include <gtkmm/builder.h>
+#include <gtkmm/revealer.h>
+
+namespace pagora {
+
+// The layout "LibraryWindow". Library views are dropped before it. Main thread, save for the controls that say
+// otherwise.
+class LibraryWindowGtk : public LibraryWindow {
+public:
+    // Without an application, for tests, the window holds the program's actions itself.
+    explicit LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application = {});
+    ~LibraryWindowGtk() override;
+
+    std::unique_ptr<LibraryViewSurface> loadView(const char* layout, ArrayController& books) override;
+    void setContentView(LibraryViewSurface& view) override;
+    void removeContentView(LibraryViewSurface& view) override;
+    Button& readerButton() override { return _readerButton; }
+    SegmentedControl& bListControl() override { return _bListControl; }
+
+    void setActions(LibraryWindowActions actions) override { _actions = std::move(actions); }
+    Window& mainWindow() override { return _mainWindow; }
+    Window& errorWin() override { return _errorWin; }
+    TextField& errorList() override { return _errorList; }
+    Window& indicatorWindow() override { return _indicatorWindow; }
+    TextField& processLabel() override { return _processLabel; }
+    ProgressIndicator& processIndicator() override { return _processIndicator; }
+    ProgressIndicator& progressBar() override { return _progressBar; }
+    TextField& procText() override { return _procText; }
+    Button& stopButton() override { return _stopButton; }
+    Window& settingsWin() override { return _settingsWin; }
+    SegmentedControl& dragDropMatrix() override { return _dragDropMatrix; }
+    Menu* toolBarMenu() override { return &_toolBarMenu; }
+
+    void activateIgnoringOtherApps() override { _mainWindow.makeKeyAndOrderFront(); }
+    void terminate() override;
+    void runAlertPanel(const std::string& title, const std::string& message, const std::string& button) override;
+    void runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen) override;
+    void setEventMonitor(WindowEventMonitor::Monitor monitor) override { _monitor.setMonitor(std::move(monitor)); }
+
+    // Lets the event monitor see another window of the program.
+    void watch(Gtk::Window& window) { _monitor.watch(window); }
+    Gtk::ApplicationWindow& window() { return *_windows.main; }
+    // The widget that has the outlet's name in the layout; null when there is none.
+    template <typename Widget>
+    Widget* outlet(const char* name)
+    {
+        return _layout->get_widget<Widget>(name);
+    }
+
+private:
+    // Top-level windows are their owner's, not the layout's.
+    struct Windows {
+        std::unique_ptr<Gtk::ApplicationWindow> main;
+        std::unique_ptr<Gtk::Window> error;
+        std::unique_ptr<Gtk::Window> indicator;
+        std::unique_ptr<Gtk::Window> settings;
+    };
+
+    void addProgramActions();
+    void wireControls();
+    void followProgress();
+    bool isImporting() const;
+    void updateEmptyPage();
+
+    Glib::RefPtr<Gtk::Application> _application;
+    LibraryWindowActions _actions;
+    WindowEventMonitor _monitor;
+    CoverLoader _coverLoader;
+    Glib::RefPtr<Gtk::Builder> _layout;
+    Windows _windows;
+    DesktopWindow _mainWindow;
+    DesktopWindow _errorWin;
+    DesktopWindow _indicatorWindow;
+    DesktopWindow _settingsWin;
+    LabelField _errorList;
+    LabelField _processLabel;
+    LabelField _procText;
+    ProgressControl _processIndicator;
+    ProgressControl _progressBar;
+    ButtonControl _readerButton;
+    ButtonControl _stopButton;
+    SegmentedSwitch _bListControl;
+    SegmentedSwitch _dragDropMatrix;
+    ToolBarMenu _toolBarMenu;
+    LibraryDialogs _dialogs;
+    // The view that is in the window; null for none.
+    BooksSurface* _shown = nullptr;
+    std::vector<sigc::connection> _connections;
+};
+
+}

@@ -1,0 +1,59 @@
+#include "app/gtk/ReaderWindowFactoryGtk.hpp"
+
+#include "fixed/gtk/FixedWindowGtk.hpp"
+
+#include "platform/gtk/PageEngine.hpp"
+
+#include "reader/gtk/EpubWindowGtk.hpp"
+
+namespace pagora {
+
+namespace {
+
+    ReaderPage makePage(PageEngine& engine, PageKind kind)
+    {
+        auto view = engine.makePageView(kind);
+        auto* const page = view.get();
+        const auto setFlickHandler
+            = [page](std::function<void(double)> handler) { page->setFlickHandler(std::move(handler)); };
+        return { std::move(view), &page->widget(), setFlickHandler };
+    }
+
+}
+
+ReaderWindowFactoryGtk::ReaderWindowFactoryGtk(std::string temporaryFolder, std::function<void(Gtk::Window&)> didMake)
+    : _temporaryFolder(std::move(temporaryFolder))
+    , _didMake(std::move(didMake))
+{
+}
+
+ReaderWindowFactoryGtk::~ReaderWindowFactoryGtk() = default;
+
+PageEngine& ReaderWindowFactoryGtk::engine()
+{
+    if (!_engine)
+        _engine = std::make_unique<PageEngine>(
+            PageEngine::Options { _temporaryFolder + "/_books", _temporaryFolder + "/_engine" });
+    return *_engine;
+}
+
+void ReaderWindowFactoryGtk::prepareNextWindow()
+{
+    engine().prepareWarmView();
+}
+
+std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
+{
+    auto window = std::make_unique<EpubWindowGtk>(makePage(engine(), PageKind::Columns));
+    _didMake(window->parts().window.window());
+    return window;
+}
+
+std::unique_ptr<ReaderWindow> ReaderWindowFactoryGtk::makeFixedWindow()
+{
+    auto window = std::make_unique<FixedWindowGtk>(makePage(engine(), PageKind::Fixed));
+    _didMake(window->parts().window.window());
+    return window;
+}
+
+}

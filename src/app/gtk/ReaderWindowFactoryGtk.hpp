@@ -1,0 +1,37 @@
+#pragma once
+
+#include "reader/EpubWindow.hpp"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace Gtk {
+class Window;
+}
+
+namespace pagora {
+
+class PageEngine;
+
+// Makes the desktop's reader windows, each with a page view of the rendering engine, which starts with the first of them
+// or when it is told to get ready. Main thread.
+class ReaderWindowFactoryGtk : public ReaderWindowFactory {
+public:
+    // Books are unpacked below `temporaryFolder`, and the engine compiles there too. `didMake` hears of each new window.
+    ReaderWindowFactoryGtk(std::string temporaryFolder, std::function<void(Gtk::Window&)> didMake);
+    ~ReaderWindowFactoryGtk() override;
+
+    std::unique_ptr<EpubWindow> makeEpubWindow() override;
+    std::unique_ptr<ReaderWindow> makeFixedWindow() override;
+    void prepareNextWindow() override;
+
+private:
+    PageEngine& engine();
+
+    std::string _temporaryFolder;
+    std::function<void(Gtk::Window&)> _didMake;
+    std::unique_ptr<PageEngine> _engine;
+};
+
+}

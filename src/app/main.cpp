@@ -1,0 +1,10 @@
+#include "app/gtk/Application.hpp"
+
+#include <glib.h>
+
+int main(int argc, char** argv)
+{
+    g_set_prgname(PAGORA_IDENTIFIER);
+    g_set_application_name("Pagora");
+    return pagora::Application::create()->run(argc, argv);
+}

@@ -1,0 +1,20 @@
+#include "epub/ContainerParser.hpp"
+
+#include "platform/Path.hpp"
+
+namespace pagora {
+
+void ContainerParser::parse()
+{
+    parseXml(_xmlFile.path(), *this);
+}
+
+void ContainerParser::didStartElement(const std::string& name, const XmlAttributes& attributes)
+{
+    if (lowercased(name) != "rootfile")
+        return;
+    const auto* path = attributes.find("full-path");
+    _opfFile = path ? std::optional(*path) : std::nullopt;
+}
+
+}

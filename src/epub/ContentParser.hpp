@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/Url.hpp"
+#include "platform/Value.hpp"
+#include "platform/Xml.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace pagora {
+
+// Reads an NCX table of contents into a flat list. Any thread; one thread an object.
+class ContentParser : private XmlDelegate {
+public:
+    explicit ContentParser(Url xmlFile)
+        : _xmlFile(std::move(xmlFile))
+    {
+    }
+
+    // Reads the whole file. A document that is not well-formed ends early; the entries made until then stand.
+    void parse();
+
+    // The entries in document order, each a dictionary: "src" (the target as written, relative to the file's folder),
+    // "text" (the label) and "level" (1 for the outermost). An entry without a target is an empty dictionary.
+    const Value::Array& contentList() const { return _contentList; }
+    void setContentList(Value::Array contentList) { _contentList = std::move(contentList); }
+
+private:
+    void didStartElement(const std::string& name, const XmlAttributes& attributes) override;
+    void didEndElement(const std::string& name) override;
+    void foundCharacters(const std::string& text) override;
+
+    Url _xmlFile;
+    Value::Array _contentList;
+    std::int32_t _navLevel = 0;
+    std::optional<std::string> _currentSrc;
+    std::string _currentLabel;
+};
+
+}

@@ -1,0 +1,274 @@
+#include "epub/EpubInspection.hpp"
+
+#include "epub/ContainerParser.hpp"
+#include "epub/ContentParser.hpp"
+#include "epub/CoverPicture.hpp"
+#include "epub/ExtractedMember.hpp"
+#include "epub/HTMLParser.hpp"
+#include "epub/OPFParser.hpp"
+#include "platform/Archive.hpp"
+#include "platform/Files.hpp"
+#include "platform/Log.hpp"
+#include "platform/Path.hpp"
+#include "platform/Unicode.hpp"
+
+#include <algorithm>
+
+namespace pagora {
+
+namespace {
+
+constexpr auto mimetypeMember = "mimetype";
+constexpr auto displayOptionsMember = "META-INF/com.apple.ibooks.display-options.xml";
+constexpr auto encryptionMember = "META-INF/encryption.xml";
+constexpr auto containerMember = "META-INF/container.xml";
+
+bool contains(const std::string& text, std::string_view part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+bool isAscii(const std::string& text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 128; });
+}
+
+std::string valueOr(const OPFParser& package, const std::string& key, const std::string& otherwise)
+{
+    const auto found = package.metaDict().find(key);
+    return found == package.metaDict().end() ? otherwise : found->second;
+}
+
+// A reference without its escapes; one that is no text, or would end early as a path, stays as it is.
+std::string decodedReference(const std::string& reference)
+{
+    auto decoded = replacingPercentEscapes(reference);
+    return decoded && decoded->find('\0') == std::string::npos ? std::move(*decoded) : reference;
+}
+
+// The inspection of one archive.
+class Inspection {
+public:
+    Inspection(InspectionHub& hub, const std::string& archivePath, StopOnErrors stopOnErrors)
+        : _mainController(hub)
+        , _dataPath(hub.folders()._dataPath)
+        , _archivePath(archivePath)
+        , _archiveName(lastPathComponent(archivePath))
+        , _stopOnErrors(stopOnErrors)
+    {
+    }
+
+    BookInfoPtr run();
+
+private:
+    // Each is one stage; false when the archive is rejected for good.
+    bool openArchive();
+    bool checkMimetype();
+    bool checkEncryption();
+    bool findPackage();
+    bool readPageSize(const OPFParser& package, BookInfo& book);
+
+    void layOutFolders(const std::string& packagePath);
+    std::optional<Data> readCover(const OPFParser& package);
+    std::vector<Url> contentFiles(const OPFParser& package) const;
+    Value::Array readContents(const OPFParser& package);
+    std::optional<std::string> extracted(const std::string& href);
+
+    void report(const std::string& reason) const
+    {
+        _mainController.addFaultyBook(validUtf8(_archiveName) + " --> " + validUtf8(reason));
+    }
+    // False when the inspection is to end with this problem.
+    bool reject(const std::string& reason) const
+    {
+        report(reason);
+        return _stopOnErrors == StopOnErrors::No;
+    }
+    std::string dataFile(const std::string& member) const { return appendingPathComponent(_dataPath, member); }
+
+    InspectionHub& _mainController;
+    const std::string _dataPath;
+    const std::string _archivePath;
+    const std::string _archiveName;
+    const StopOnErrors _stopOnErrors;
+    std::optional<Archive> _archive;
+    std::string _type = "default";
+    std::string _packageFile;
+    std::string _packageFolder;
+    std::string _bookFolder;
+    std::string _contentBase;
+};
+
+bool Inspection::openArchive()
+{
+    auto problem = ArchiveProblem::Unreadable;
+    _archive = Archive::open(_archivePath, {}, &problem);
+    // A file that is no archive has no members, and is rejected as such.
+    if (!_archive && problem == ArchiveProblem::PastBounds) {
+        report("epub is too large to be opened safely");
+        return false;
+    }
+    if (_archive)
+        _archive->extract({ mimetypeMember, displayOptionsMember, encryptionMember, containerMember }, _dataPath);
+    return true;
+}
+
+bool Inspection::checkMimetype()
+{
+    const auto path = dataFile(mimetypeMember);
+    if (!fileExists(path) && !reject("epub is corrupted (mimetype not identified)"))
+        return false;
+    const auto mimetype = readFile(path);
+    constexpr auto notAnEpub = "file is not a ePub ( see the mimetype )";
+    // One that cannot be read as ASCII counts as the other format.
+    if (!mimetype || !isAscii(*mimetype) || contains(*mimetype, "x-ibooks")) {
+        _type = "x-ibook";
+        return reject(notAnEpub);
+    }
+    return contains(*mimetype, "epub") || reject(notAnEpub);
+}
+
+bool Inspection::checkEncryption()
+{
+    if (fileExists(dataFile(encryptionMember)) && !reject("epub is crypted by DRM"))
+        return false;
+    if (_type == "default") {
+        const auto options = readFile(dataFile(displayOptionsMember)).value_or("");
+        if (contains(options, "fixed-layout") && contains(options, "true"))
+            _type = "fixed";
+    }
+    return true;
+}
+
+bool Inspection::findPackage()
+{
+    const auto container = dataFile(containerMember);
+    if (!fileExists(container)) {
+        if (!reject("epub is corrupted (can't open container.xml)"))
+            return false;
+    } else if (!isReadable(container) && !reject("epub can not be read (permissions denied)")) {
+        return false;
+    }
+    ContainerParser parser(Url::file(container));
+    parser.parse();
+    if (!parser.opfFile()) {
+        // Nothing below makes sense without it.
+        report("epub is corrupted (content opf-file not found)");
+        return false;
+    }
+    auto file = extractedMember(_archive ? &*_archive : nullptr, *parser.opfFile(), _dataPath, MemberName::Exact);
+    layOutFolders(*parser.opfFile());
+    if (!file && !reject("epub is corrupted (can't open content opf-file)"))
+        return false;
+    _packageFile = file.value_or("");
+    return true;
+}
+
+void Inspection::layOutFolders(const std::string& packagePath)
+{
+    const auto slash = packagePath.rfind('/');
+    _packageFolder = slash == std::string::npos ? std::string() : packagePath.substr(0, slash);
+    auto bookName = deletingPathExtension(_archiveName);
+    // Such a name would stand for the folder of all books, or the one above it.
+    if (bookName.empty() || bookName == "." || bookName == "..")
+        bookName = _archiveName;
+    _bookFolder = appendingPathComponent(_mainController.folders()._booksPath, bookName);
+    _contentBase = appendingPathComponent(_bookFolder, _packageFolder);
+    _mainController.set_epubPath(_bookFolder);
+    log("Book filePath: " + _contentBase);
+}
+
+std::optional<std::string> Inspection::extracted(const std::string& href)
+{
+    return extractedMember(_archive ? &*_archive : nullptr, appendingPathComponent(_packageFolder, href), _dataPath,
+        MemberName::Reference);
+}
+
+std::optional<Data> Inspection::readCover(const OPFParser& package)
+{
+    const auto href = valueOr(package, "cover", "cover.jpg");
+    log("subfolder - " + _packageFolder);
+    log("cover file - " + appendingPathComponent(_packageFolder, href));
+    const auto file = extracted(href);
+    return file ? coverPicture(*file) : defaultCoverPicture();
+}
+
+bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
+{
+    // The last page in reading order stands for all of them.
+    const auto href = package.fileList().empty() ? std::string() : package.fileList().back();
+    const auto page = href.empty() ? std::nullopt : extracted(href);
+    if (!page) {
+        report("can't open first content file '" + appendingPathComponent(_packageFolder, href) + "'");
+        return false;
+    }
+    HTMLParser parser(Url::file(*page));
+    parser.parse();
+    book.setFixedWidth(parser.viewportWidth());
+    book.setFixedHeight(parser.viewportHeight());
+    return true;
+}
+
+std::vector<Url> Inspection::contentFiles(const OPFParser& package) const
+{
+    std::vector<Url> files;
+    for (const auto& href : package.fileList()) {
+        const auto path = appendingPathComponent(_contentBase, decodedReference(href));
+        // ".." may lead to another folder of the book, but not to other books or the person's own files.
+        if (isPathInside(path, _bookFolder))
+            files.push_back(Url::file(path));
+    }
+    return files;
+}
+
+Value::Array Inspection::readContents(const OPFParser& package)
+{
+    const auto file = extracted(valueOr(package, "tocfile", "toc.ncx"));
+    if (!file)
+        return {};
+    ContentParser parser(Url::file(*file));
+    parser.parse();
+    Value::Array content;
+    for (const auto& entry : parser.contentList()) {
+        const auto* src = entry.find("src");
+        if (!src || !src->string())
+            continue;
+        auto resolved = *entry.dictionary();
+        resolved.insert_or_assign("src", appendingPathComponent(_contentBase, decodedReference(*src->string())));
+        content.emplace_back(std::move(resolved));
+    }
+    return content;
+}
+
+BookInfoPtr Inspection::run()
+{
+    if (!openArchive() || !checkMimetype() || !checkEncryption() || !findPackage())
+        return nullptr;
+    OPFParser package(Url::file(_packageFile));
+    package.parse();
+    const auto cover = readCover(package);
+
+    auto book = std::make_shared<BookInfo>();
+    _mainController.set_bookInfo(book);
+    book->setEpubPath(_archivePath);
+    book->setType(_type);
+    book->setTitle(valueOr(package, "title", "<not found>"));
+    book->setAuthor(valueOr(package, "creator", "<unknown>"));
+    book->setIsbn(valueOr(package, "isbn", "<not found>"));
+    book->setImgData(cover);
+    book->setBookPath(_bookFolder);
+    if (_type != "default" && !readPageSize(package, *book))
+        return nullptr;
+    book->setFiles(contentFiles(package));
+    book->setContent(readContents(package));
+    return book;
+}
+
+}
+
+BookInfoPtr EpubInspection::getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors)
+{
+    return Inspection(_mainController, archivePath, stopOnErrors).run();
+}
+
+}

@@ -1,0 +1,50 @@
+#include "epub/ExtractedMember.hpp"
+
+#include "platform/Files.hpp"
+#include "platform/Path.hpp"
+#include "platform/Unicode.hpp"
+#include "platform/Url.hpp"
+
+#include <algorithm>
+#include <vector>
+
+namespace pagora {
+
+namespace {
+
+std::vector<std::string> candidates(const std::string& member, MemberName kind)
+{
+    std::vector<std::string> names { member };
+    if (kind == MemberName::Exact)
+        return names;
+    const auto add = [&](std::string name) {
+        if (std::find(names.begin(), names.end(), name) == names.end())
+            names.push_back(std::move(name));
+    };
+    add(normalizedPath(member));
+    const auto decoded = normalizedPath(replacingPercentEscapes(member).value_or(member));
+    add(decoded);
+    add(composedForm(decoded));
+    add(decomposedForm(decoded));
+    return names;
+}
+
+}
+
+std::optional<std::string> extractedMember(
+    Archive* archive, const std::string& member, const std::string& folder, MemberName kind)
+{
+    for (const auto& name : candidates(member, kind)) {
+        const auto path = appendingPathComponent(folder, name);
+        // An empty name would mean every member, and one that leads out is nobody's.
+        if (name.empty() || !isPathInside(path, folder))
+            continue;
+        if (archive)
+            archive->extract({ name }, folder);
+        if (isPlainFile(path))
+            return path;
+    }
+    return std::nullopt;
+}
+
+}

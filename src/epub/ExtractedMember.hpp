@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Archive.hpp"
+
+#include <optional>
+#include <string>
+
+namespace pagora {
+
+// Extracts one member into `folder` and returns where it is now; missing when the archive does not hold it. Files that
+// are in the folder already count. Only a plain file below the folder is ever returned.
+//
+// `member` is tried as it is first. A path from inside the archive's documents is then read as the reference that it
+// is: escapes replaced, ".." followed, in either Unicode normal form.
+enum class MemberName : bool { Exact, Reference };
+std::optional<std::string> extractedMember(
+    Archive* archive, const std::string& member, const std::string& folder, MemberName kind);
+
+}

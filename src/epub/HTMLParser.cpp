@@ -1,0 +1,54 @@
+#include "epub/HTMLParser.hpp"
+
+#include "platform/Log.hpp"
+#include "platform/Numbers.hpp"
+#include "platform/Path.hpp"
+
+#include <optional>
+
+namespace pagora {
+
+namespace {
+
+struct Measure {
+    std::string key;
+    std::uint64_t value;
+};
+
+// The measure that a piece such as "width=600" holds; missing without "=". A negative number keeps its sign bits.
+std::optional<Measure> measureIn(const std::string& piece)
+{
+    const auto parts = split(piece, '=');
+    if (parts.size() < 2)
+        return std::nullopt;
+    return Measure { parts[0], static_cast<std::uint64_t>(static_cast<std::int64_t>(intValue(parts[1]))) };
+}
+
+}
+
+void HTMLParser::parse()
+{
+    parseXml(_htmlFile.path(), *this);
+}
+
+void HTMLParser::didStartElement(const std::string& name, const XmlAttributes& attributes)
+{
+    const auto* meta = attributes.find("name");
+    const auto* content = attributes.find("content");
+    if (lowercased(name) != "meta" || !meta || *meta != "viewport" || !content)
+        return;
+    const auto pieces = split(*content, ',');
+    // Of the first measure all but a width is a height, and of the second all but a height is a width.
+    if (const auto first = measureIn(pieces[0]))
+        (first->key.find("width") != std::string::npos ? _viewportWidth : _viewportHeight) = first->value;
+    const auto second = pieces.size() > 1 ? measureIn(pieces[1]) : std::nullopt;
+    if (second)
+        (second->key.find("height") != std::string::npos ? _viewportHeight : _viewportWidth) = second->value;
+}
+
+void HTMLParser::parseErrorOccurred(const std::string& description)
+{
+    log("FATAL ERROR: " + description);
+}
+
+}

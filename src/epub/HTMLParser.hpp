@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/Url.hpp"
+#include "platform/Xml.hpp"
+
+#include <cstdint>
+#include <string>
+
+namespace pagora {
+
+// Reads the size of a fixed-layout page from its viewport. Any thread; one thread an object.
+class HTMLParser : private XmlDelegate {
+public:
+    explicit HTMLParser(Url htmlFile)
+        : _htmlFile(std::move(htmlFile))
+    {
+    }
+
+    // Reads the whole page. A page that is not well-formed ends early and is logged; what was found until then stands.
+    void parse();
+
+    // In CSS pixels.
+    std::uint64_t viewportWidth() const { return _viewportWidth; }
+    void setViewportWidth(std::uint64_t width) { _viewportWidth = width; }
+    std::uint64_t viewportHeight() const { return _viewportHeight; }
+    void setViewportHeight(std::uint64_t height) { _viewportHeight = height; }
+
+private:
+    void didStartElement(const std::string& name, const XmlAttributes& attributes) override;
+    void parseErrorOccurred(const std::string& description) override;
+
+    Url _htmlFile;
+    std::uint64_t _viewportWidth = 600;
+    std::uint64_t _viewportHeight = 800;
+};
+
+}

@@ -1,0 +1,25 @@
+#include "epub/Unpacking.hpp"
+
+#include "platform/Archive.hpp"
+
+namespace pagora {
+
+void unpackFromBook(
+    const std::string& archivePath, const std::vector<std::string>& contentFiles, const std::string& toPath)
+{
+    // To the archive, no names would mean all of them.
+    if (contentFiles.empty())
+        return;
+    if (auto archive = Archive::open(archivePath))
+        archive->extract(contentFiles, toPath);
+}
+
+void unZipBook(const BookInfo& book, std::stop_token stop)
+{
+    if (!book.epubPath() || !book.bookPath())
+        return;
+    if (auto archive = Archive::open(*book.epubPath()))
+        archive->extract({}, *book.bookPath(), stop);
+}
+
+}

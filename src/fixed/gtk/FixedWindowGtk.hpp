@@ -1,0 +1,13 @@
+#pragma once
+
+#include "reader/gtk/ReaderWindowGtk.hpp"
+
+namespace pagora {
+
+// The window of the layout "FixedLayout": a reader window whose pages come with their layout. Main thread.
+class FixedWindowGtk : public ReaderWindowRole<ReaderWindow> {
+public:
+    explicit FixedWindowGtk(ReaderPage page);
+};
+
+}

@@ -1,0 +1,93 @@
+#include "platform/gtk/DesktopWorkspace.hpp"
+
+#include "platform/CopyIntoFolder.hpp"
+#include "platform/Path.hpp"
+
+#include <giomm/appinfo.h>
+#include <giomm/dbusconnection.h>
+#include <giomm/file.h>
+#include <gtkmm/recentmanager.h>
+
+namespace pagora {
+
+namespace {
+
+// Milliseconds; a file manager that has to be started first needs a while.
+constexpr int fileManagerPatience = 10'000;
+
+void openInDefaultProgram(const std::string& uri)
+{
+    g_app_info_launch_default_for_uri_async(uri.c_str(), nullptr, nullptr, nullptr, nullptr);
+}
+
+void openFolderOf(const std::string& path)
+{
+    openInDefaultProgram(Gio::File::create_for_path(deletingLastPathComponent(path))->get_uri());
+}
+
+void showItem(const Glib::RefPtr<Gio::DBus::Connection>& bus, const std::string& path)
+{
+    using Arguments = std::tuple<std::vector<Glib::ustring>, Glib::ustring>;
+    const auto arguments = Glib::Variant<Arguments>::create({ { Gio::File::create_for_path(path)->get_uri() }, {} });
+    bus->call(
+        "/org/freedesktop/FileManager1", "org.freedesktop.FileManager1", "ShowItems", arguments,
+        [bus, path](const Glib::RefPtr<Gio::AsyncResult>& result) {
+            try {
+                bus->call_finish(result);
+            } catch (const Glib::Error&) {
+                openFolderOf(path);
+            }
+        },
+        "org.freedesktop.FileManager1", fileManagerPatience);
+}
+
+}
+
+std::vector<std::optional<std::string>> DesktopWorkspace::copyFiles(
+    const std::string& source, const std::string& destination, const std::vector<std::string>& names)
+{
+    std::vector<std::optional<std::string>> copies;
+    copies.reserve(names.size());
+    for (const auto& name : names)
+        copies.push_back(copyIntoFolder(appendingPathComponent(source, name), destination));
+    return copies;
+}
+
+bool DesktopWorkspace::recycleFiles(const std::string& source, const std::vector<std::string>& names)
+{
+    bool allWent = true;
+    for (const auto& name : names) {
+        try {
+            allWent = Gio::File::create_for_path(appendingPathComponent(source, name))->trash() && allWent;
+        } catch (const Glib::Error&) {
+            allWent = false;
+        }
+    }
+    return allWent;
+}
+
+void DesktopWorkspace::selectFile(const std::string& path)
+{
+    Gio::DBus::Connection::get(Gio::DBus::BusType::SESSION, [path](const Glib::RefPtr<Gio::AsyncResult>& result) {
+        try {
+            showItem(Gio::DBus::Connection::get_finish(result), path);
+        } catch (const Glib::Error&) {
+            openFolderOf(path);
+        }
+    });
+}
+
+void DesktopWorkspace::openURL(const Url& url)
+{
+    const auto scheme = url.scheme();
+    if (scheme.empty() || (!url.isFile() && !Gio::AppInfo::get_default_for_uri_scheme(scheme)))
+        return;
+    openInDefaultProgram(url.text());
+}
+
+void DesktopWorkspace::noteNewRecentDocumentURL(const Url& url)
+{
+    Gtk::RecentManager::get_default()->add_item(url.text());
+}
+
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Workspace.hpp"
+
+namespace pagora {
+
+// The workspace of a Linux desktop: the Trash and the default programs by GIO, the file manager by its D-Bus service.
+// Nothing here waits for another program.
+class DesktopWorkspace : public Workspace {
+public:
+    std::vector<std::optional<std::string>> copyFiles(
+        const std::string& source, const std::string& destination, const std::vector<std::string>& names) override;
+    bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override;
+    // Opens the enclosing folder where no file manager answers.
+    void selectFile(const std::string& path) override;
+    // Nothing for a URL whose scheme no program handles.
+    void openURL(const Url& url) override;
+    void noteNewRecentDocumentURL(const Url& url) override;
+};
+
+}

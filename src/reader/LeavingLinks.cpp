@@ -1,0 +1,24 @@
+#include "reader/LeavingLinks.hpp"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace pagora {
+
+namespace {
+
+    constexpr std::size_t most = 20;
+    // A URL without a scheme is a file too.
+    constexpr std::array<std::string_view, 6> schemesOfTheBook { "", "file", "data", "blob", "about", "javascript" };
+
+}
+
+bool LeavingLinks::take(const Url& url)
+{
+    const auto scheme = url.scheme();
+    const bool stays = std::find(schemesOfTheBook.begin(), schemesOfTheBook.end(), scheme) != schemesOfTheBook.end();
+    return !stays && _taken.size() < most && _taken.insert(url.text()).second;
+}
+
+}

@@ -1,0 +1,86 @@
+#include "reader/gtk/EpubWindowGtk.hpp"
+
+#include <algorithm>
+#include <pangomm/fontfamily.h>
+
+namespace pagora {
+
+namespace {
+// How far a key moves the text size.
+constexpr double textSizeStep = 0.1;
+}
+
+EpubWindowGtk::EpubWindowGtk(ReaderPage page)
+    : ReaderWindowRole("EpubWindow", std::move(page))
+    , _fontSizeSlider(_parts.widget<Gtk::Scale>("fontSizeSlider"), SliderControl::Continuous::Yes)
+    , _colorControl(_parts.widget<Gtk::Widget>("colorControl"), 1)
+    , _fontMenu(_parts.widget<Gtk::DropDown>("fontMenu"), PopUpControl::TitlesAreFonts::Yes)
+    , _searchField(_parts.widget<Gtk::SearchEntry>("searchField"))
+    , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
+{
+    _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
+    auto& search = _parts.widget<Gtk::SearchEntry>("searchField");
+    _connections = {
+        _parts.widget<Gtk::Button>("displayOptionsButton").signal_clicked().connect([this] {
+            _parts.send(&ReaderWindowActions::displayOptions);
+        }),
+        _parts.widget<Gtk::Button>("columnsButton").signal_clicked().connect([this] {
+            _parts.send(&ReaderWindowActions::changeWidth);
+        }),
+        search.signal_activate().connect(
+            [this] { _parts.send(&ReaderWindowActions::searchContent, _searchField.stringValue()); }),
+        search.signal_stop_search().connect([this] { _parts.focusPage(); }),
+        _parts.widget<Gtk::Popover>("displayOptions").signal_closed().connect([this] { _parts.focusPage(); }),
+    };
+}
+
+EpubWindowGtk::~EpubWindowGtk()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+}
+
+std::vector<std::string> EpubWindowGtk::availableFontFamilies() const
+{
+    std::vector<std::string> names;
+    for (const auto& family : _parts.widget<Gtk::Widget>("stage").get_pango_context()->list_families())
+        names.push_back(family->get_name());
+    // The map of fonts has no order of its own.
+    std::sort(names.begin(), names.end(), [](const Glib::ustring& left, const Glib::ustring& right) {
+        const auto order = left.casefold().compare(right.casefold());
+        return order != 0 ? order < 0 : left.raw() < right.raw();
+    });
+    return names;
+}
+
+bool EpubWindowGtk::perform(ReaderCommand command)
+{
+    switch (command) {
+    case ReaderCommand::Search:
+        // The field is in the contents pane.
+        if (_parts.mainSplitView.isSubviewHidden(0))
+            _parts.send(&ReaderWindowActions::toggleLeftView);
+        _parts.queue.post([this] { _searchField.makeFirstResponder(); });
+        return true;
+    case ReaderCommand::LargerText:
+    case ReaderCommand::SmallerText:
+    case ReaderCommand::DefaultText:
+        _parts.queue.post([this, command] { moveTextSize(command); });
+        return true;
+    default:
+        return false;
+    }
+}
+
+void EpubWindowGtk::moveTextSize(ReaderCommand command)
+{
+    const double now = _parts.widget<Gtk::Scale>("fontSizeSlider").get_value();
+    if (command == ReaderCommand::LargerText)
+        _fontSizeSlider.moveTo(now + textSizeStep);
+    else if (command == ReaderCommand::SmallerText)
+        _fontSizeSlider.moveTo(now - textSizeStep);
+    else
+        _fontSizeSlider.moveTo((_fontSizeSlider.minValue() + _fontSizeSlider.maxValue()) / 2);
+}
+
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/gtk/PopUpControl.hpp"
+#include "platform/gtk/SegmentedSwitch.hpp"
+#include "reader/gtk/PopoverPanel.hpp"
+#include "reader/gtk/ReaderWindowGtk.hpp"
+#include "reader/gtk/SearchFieldControl.hpp"
+
+namespace pagora {
+
+// The window of the layout "EpubWindow": a reader window with display options and a search field. Main thread.
+class EpubWindowGtk : public ReaderWindowRole<EpubWindow> {
+public:
+    explicit EpubWindowGtk(ReaderPage page);
+    ~EpubWindowGtk() override;
+
+    Slider& fontSizeSlider() override { return _fontSizeSlider; }
+    SegmentedControl& colorControl() override { return _colorControl; }
+    PopUpButton& fontMenu() override { return _fontMenu; }
+    TextField& searchField() override { return _searchField; }
+    Window& displayOptions() override { return _displayOptions; }
+    std::vector<std::string> availableFontFamilies() const override;
+
+private:
+    bool perform(ReaderCommand command);
+    void moveTextSize(ReaderCommand command);
+
+    SliderControl _fontSizeSlider;
+    SegmentedSwitch _colorControl;
+    PopUpControl _fontMenu;
+    SearchFieldControl _searchField;
+    PopoverPanel _displayOptions;
+    std::vector<sigc::connection> _connections;
+};
+
+}

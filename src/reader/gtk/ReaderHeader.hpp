@@ -1,0 +1,50 @@
+#pragma once
+
+#include <gtkmm/box.h>
+#include <gtkmm/builder.h>
+#include <gtkmm/button.h>
+#include <gtkmm/revealer.h>
+#include <gtkmm/togglebutton.h>
+#include <gtkmm/window.h>
+
+#include <functional>
+
+namespace pagora {
+
+// The header bar of a reader window. In full screen it leaves the page alone and comes when the pointer touches the top
+// edge. Main thread.
+class ReaderHeader {
+public:
+    ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Window& window);
+    ~ReaderHeader();
+    ReaderHeader(const ReaderHeader&) = delete;
+    ReaderHeader& operator=(const ReaderHeader&) = delete;
+
+    void setLibraryAction(std::function<void()> action) { connect(_library, std::move(action)); }
+    void setContentsAction(std::function<void()> action) { connect(_contents, std::move(action)); }
+    void setFullScreenAction(std::function<void()> action) { connect(_fullScreen, std::move(action)); }
+
+    void setContentsShown(bool shown) { _contents.set_active(shown); }
+    bool isContentsShown() const { return _contents.get_active(); }
+    void setFullScreen(bool isFullScreen);
+    // Whether the header bar is there to be used: outside of full screen always.
+    bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
+
+private:
+    void connect(Gtk::Button& button, std::function<void()> action);
+    // Points from the window's top edge.
+    void pointerIsAt(double y);
+
+    Gtk::Window& _window;
+    Gtk::Widget& _bar;
+    Gtk::Box& _place;
+    Gtk::Revealer& _revealer;
+    Gtk::Button& _library;
+    Gtk::ToggleButton& _contents;
+    Gtk::Button& _fullScreen;
+    bool _isFullScreen = false;
+    Glib::RefPtr<Gtk::EventController> _pointer;
+    std::vector<sigc::connection> _connections;
+};
+
+}

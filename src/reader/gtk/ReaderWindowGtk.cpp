@@ -1,0 +1,176 @@
+#include "reader/gtk/ReaderWindowGtk.hpp"
+
+#include "reader/gtk/ReaderStyle.hpp"
+
+#include <gtkmm/dropdown.h>
+#include <gtkmm/editable.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/listview.h>
+#include <gtkmm/overlay.h>
+#include <gtkmm/popover.h>
+#include <gtkmm/range.h>
+#include <gtkmm/textview.h>
+
+namespace pagora {
+
+namespace {
+
+// A window below this width, in points, starts without the contents pane.
+constexpr int roomForContents = 1000;
+
+Glib::RefPtr<Gtk::Builder> buildLayout(const std::string& name)
+{
+    loadReaderStyle();
+    return Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/" + name + ".ui");
+}
+
+template <typename Kind>
+bool isWithin(const Gtk::Widget* widget)
+{
+    for (; widget; widget = widget->get_parent()) {
+        if (dynamic_cast<const Kind*>(widget))
+            return true;
+    }
+    return false;
+}
+
+}
+
+ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPage)
+    : _builder(buildLayout(layout))
+    , _window(_builder->get_widget<Gtk::Window>("readerWindow"))
+    , page(std::move(readerPage))
+    , window(*_window)
+    , header(_builder, *_window)
+    , mainSplitView(widget<Gtk::Box>("mainSplitView"))
+    , tocView(widget<Gtk::ListView>("tocView"), widget<Gtk::ScrolledWindow>("tocClip"), queue)
+    , goLeftButton(widget<Gtk::Button>("goLeftButton"), queue)
+    , goRightButton(widget<Gtk::Button>("goRightButton"), queue)
+    , bgView(widget<Gtk::Widget>("bgView"))
+    , locLabel(widget<Gtk::Label>("locLabel"))
+    , locSlider(widget<Gtk::Scale>("locSlider"), SliderControl::Continuous::No)
+{
+    widget<Gtk::Overlay>("pagePlace").set_child(*page.widget);
+    if (page.setFlickHandler)
+        page.setFlickHandler([this](double deltaX) { send(&ReaderWindowActions::scrollWheelBegan, deltaX); });
+    connectHeader();
+    connectKeys();
+    connectWindow();
+}
+
+ReaderWindowGtk::~ReaderWindowGtk()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+    if (page.setFlickHandler)
+        page.setFlickHandler({});
+    // The panels that hang from the header bar are dropped by its widgets; the page is dropped by its view.
+    widget<Gtk::Overlay>("pagePlace").unset_child();
+}
+
+void ReaderWindowGtk::connectHeader()
+{
+    header.setLibraryAction([this] { send(&ReaderWindowActions::closeEPUB); });
+    header.setFullScreenAction([this] { send(&ReaderWindowActions::toggleFullScreen); });
+    header.setContentsAction([this] {
+        if (header.isContentsShown() == !mainSplitView.isSubviewHidden(0))
+            return;
+        send(&ReaderWindowActions::toggleLeftView);
+        // Where nobody toggled it, the button goes back.
+        queue.post([this] { header.setContentsShown(!mainSplitView.isSubviewHidden(0)); });
+    });
+    mainSplitView.setHiddenChanged([this] { header.setContentsShown(!mainSplitView.isSubviewHidden(0)); });
+}
+
+void ReaderWindowGtk::connectWindow()
+{
+    _connections.push_back(_window->signal_close_request().connect(
+        [this] {
+            send(&ReaderWindowActions::closeEPUB);
+            return true;
+        },
+        false));
+    _connections.push_back(_window->signal_realize().connect(
+        [this] { mainSplitView.setSubviewHidden(0, window.frame().width < roomForContents); }));
+    _connections.push_back(_window->signal_map().connect([this] { focusPage(); }));
+    // The slider takes the focus with the pointer; the keys go on turning pages.
+    locSlider.setReleaseHandler([this] { focusPage(); });
+    window.setFullScreenAction([this](bool isFullScreen) { fullScreenDidChange(isFullScreen); });
+}
+
+void ReaderWindowGtk::focusPage()
+{
+    queue.post([this] { page.webView->makeFirstResponder(); });
+}
+
+void ReaderWindowGtk::fullScreenDidChange(bool isFullScreen)
+{
+    header.setFullScreen(isFullScreen);
+    if (isFullScreen)
+        send(&ReaderWindowActions::windowDidEnterFullScreen);
+    else
+        send(&ReaderWindowActions::windowDidExitFullScreen);
+}
+
+void ReaderWindowGtk::connectKeys()
+{
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    _connections.push_back(keys->signal_key_pressed().connect(
+        [this](guint keyval, guint, Gdk::ModifierType state) {
+            const auto command = readerCommand(keyval, state, focusKind());
+            return command && perform(*command);
+        },
+        false));
+    _window->add_controller(keys);
+}
+
+ReaderFocus ReaderWindowGtk::focusKind() const
+{
+    const auto* const focus = _window->get_focus();
+    if (!focus || focus == page.widget || focus->is_ancestor(*page.widget))
+        return ReaderFocus::Page;
+    if (isWithin<Gtk::Editable>(focus) || dynamic_cast<const Gtk::TextView*>(focus))
+        return ReaderFocus::Text;
+    if (isWithin<Gtk::Popover>(focus) || isWithin<Gtk::Range>(focus) || isWithin<Gtk::DropDown>(focus)
+        || focus->has_css_class("split-divider"))
+        return ReaderFocus::Control;
+    return isWithin<Gtk::ListView>(focus) ? ReaderFocus::Contents : ReaderFocus::Button;
+}
+
+bool ReaderWindowGtk::perform(ReaderCommand command)
+{
+    switch (command) {
+    case ReaderCommand::PreviousPage:
+        send(&ReaderWindowActions::changePage, 0);
+        return true;
+    case ReaderCommand::NextPage:
+        send(&ReaderWindowActions::changePage, 1);
+        return true;
+    case ReaderCommand::FirstPage:
+        send(&ReaderWindowActions::goToFirstPage);
+        return true;
+    case ReaderCommand::LastPage:
+        send(&ReaderWindowActions::goToLastPage);
+        return true;
+    case ReaderCommand::Close:
+        send(&ReaderWindowActions::closeEPUB);
+        return true;
+    case ReaderCommand::ToggleContents:
+        send(&ReaderWindowActions::toggleLeftView);
+        return true;
+    case ReaderCommand::ToggleFullScreen:
+        send(&ReaderWindowActions::toggleFullScreen);
+        return true;
+    case ReaderCommand::LeaveFullScreen:
+        // An open panel closes first.
+        if (!window.isFullScreen() || isWithin<Gtk::Popover>(_window->get_focus()))
+            return false;
+        send(&ReaderWindowActions::toggleFullScreen);
+        return true;
+    default:
+        return _extraCommands && _extraCommands(command);
+    }
+}
+
+}

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "platform/gtk/ColorArea.hpp"
+#include "platform/gtk/DesktopWindow.hpp"
+#include "platform/gtk/LabelField.hpp"
+#include "platform/gtk/SliderControl.hpp"
+#include "reader/EpubWindow.hpp"
+#include "reader/gtk/NaviButton.hpp"
+#include "reader/gtk/ReaderHeader.hpp"
+#include "reader/gtk/ReaderKeys.hpp"
+#include "reader/gtk/ReaderPage.hpp"
+#include "reader/gtk/SplitViewGtk.hpp"
+#include "reader/gtk/TocViewGtk.hpp"
+
+#include <gtkmm/builder.h>
+#include <gtkmm/window.h>
+
+namespace pagora {
+
+// What both kinds of reader window are made of: header bar, contents pane, page with its buttons, location bar, full
+// screen and keys. Dropping it calls off what the user asked for and has not happened yet. Main thread.
+class ReaderWindowGtk {
+public:
+    // `layout` is the name of a layout among the program's resources.
+    ReaderWindowGtk(const std::string& layout, ReaderPage page);
+    ~ReaderWindowGtk();
+    ReaderWindowGtk(const ReaderWindowGtk&) = delete;
+    ReaderWindowGtk& operator=(const ReaderWindowGtk&) = delete;
+
+    // Commands that only one kind of window has. It answers whether it took the command.
+    using ExtraCommands = std::function<bool(ReaderCommand command)>;
+    void setExtraCommands(ExtraCommands commands) { _extraCommands = std::move(commands); }
+    // Runs one of the actions from the main loop, if it is set then.
+    template <typename... Arguments, typename... Given>
+    void send(std::function<void(Arguments...)> ReaderWindowActions::*action, Given... given)
+    {
+        queue.post([this, action, given...] {
+            // A copy, for the action may drop the window.
+            if (const auto run = actions.*action)
+                run(given...);
+        });
+    }
+
+    // Gives the keyboard back to the page, from the main loop.
+    void focusPage();
+
+private:
+    // Owns every widget below, so it goes last.
+    Glib::RefPtr<Gtk::Builder> _builder;
+    std::unique_ptr<Gtk::Window> _window;
+
+public:
+    template <typename Widget>
+    Widget& widget(const char* name) const;
+
+    ActionQueue queue;
+    ReaderWindowActions actions;
+    ReaderPage page;
+    DesktopWindow window;
+    ReaderHeader header;
+    SplitViewGtk mainSplitView;
+    TocViewGtk tocView;
+    NaviButton goLeftButton;
+    NaviButton goRightButton;
+    ColorArea bgView;
+    LabelField locLabel;
+    SliderControl locSlider;
+
+private:
+    void connectHeader();
+    void connectKeys();
+    void connectWindow();
+    bool perform(ReaderCommand command);
+    ReaderFocus focusKind() const;
+    void fullScreenDidChange(bool isFullScreen);
+
+    ExtraCommands _extraCommands;
+    std::vector<sigc::connection> _connections;
+};
+
+template <typename Widget>
+Widget& ReaderWindowGtk::widget(const char* name) const
+{
+    return *_builder->get_widget<Widget>(name);
+}
+
+// A kind of reader window, by its role: answers what every reader window has from the common parts.
+template <typename Role>
+class ReaderWindowRole : public Role {
+public:
+    Window& window() override { return _parts.window; }
+    void setActions(ReaderWindowActions actions) override { _parts.actions = std::move(actions); }
+    SplitView& mainSplitView() override { return _parts.mainSplitView; }
+    TocView& tocView() override { return _parts.tocView; }
+    Button& goLeftButton() override { return _parts.goLeftButton; }
+    Button& goRightButton() override { return _parts.goRightButton; }
+    ColorView& bgView() override { return _parts.bgView; }
+    WebView& webView() override { return *_parts.page.webView; }
+    TextField& locLabel() override { return _parts.locLabel; }
+    Slider& locSlider() override { return _parts.locSlider; }
+
+    ReaderWindowGtk& parts() { return _parts; }
+
+protected:
+    ReaderWindowRole(const std::string& layout, ReaderPage page)
+        : _parts(layout, std::move(page))
+    {
+    }
+
+    ReaderWindowGtk _parts;
+};
+
+}

@@ -1,0 +1,29 @@
+#include "platform/gtk/DesktopWorkspace.hpp"
+
+#include "platform/Files.hpp"
+#include "tests/engine/ToolkitTest.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+
+namespace pagora::test {
+
+TEST(DesktopWorkspace, CopiesFilesUnderTheirNames)
+{
+    const TemporaryFolder source;
+    const TemporaryFolder destination;
+    ASSERT_TRUE(writeFile(source.path("a.epub"), "a"));
+    DesktopWorkspace workspace;
+    const auto copies = workspace.copyFiles(source.path(), destination.path(), { "a.epub", "missing.epub" });
+    ASSERT_EQ(copies.size(), 2U);
+    EXPECT_EQ(copies[0], "a.epub");
+    EXPECT_FALSE(copies[1]);
+    EXPECT_EQ(readFile(destination.path("a.epub")), "a");
+}
+
+TEST(DesktopWorkspace, FileThatIsNotThereDoesNotGoToTheTrash)
+{
+    const TemporaryFolder folder;
+    DesktopWorkspace workspace;
+    EXPECT_FALSE(workspace.recycleFiles(folder.path(), { "missing.epub" }));
+}
+
+}

@@ -1,0 +1,238 @@
+#include "library_views/gtk/BookCell.hpp"
+#include "library_views/gtk/GridSurface.hpp"
+#include "library_views/gtk/ListSurface.hpp"
+#include "platform/Files.hpp"
+#include "platform/Resource.hpp"
+#include "tests/engine/ToolkitTest.hpp"
+
+#include <gtkmm/window.h>
+
+namespace pagora::test {
+
+namespace {
+
+struct RecordingHandler : LibraryViewSurface::Handler {
+    void userDidSelect() override { ++selections; }
+    void userDidClick(int clickCount) override { clicks.push_back(clickCount); }
+    int selections = 0;
+    std::vector<int> clicks;
+};
+
+// A window, 800 by 600 points, with one of the two views.
+template <typename Surface>
+class LibraryView : public ToolkitTest {
+protected:
+    LibraryView()
+    {
+        _window.set_default_size(800, 600);
+        _window.set_child(_surface.widget());
+        _surface.setHandler(&_handler);
+        _window.present();
+    }
+    ~LibraryView() override { _window.unset_child(); }
+
+    // What a press on Return, or a double click, asks of the view.
+    void activate(Gtk::Widget& view, guint position)
+    {
+        view.activate_action("list.activate-item", Glib::Variant<guint>::create(position));
+    }
+
+    CoverLoader _loader;
+    ArrayController _books;
+    RecordingHandler _handler;
+    Surface _surface { _books, _loader };
+    Gtk::Window _window;
+};
+
+// The cells of a view from the first, as far as there are any.
+void collect(Gtk::Widget& widget, std::vector<BookCell*>& cells)
+{
+    if (auto* const cell = dynamic_cast<BookCell*>(&widget))
+        cells.push_back(cell);
+    for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling())
+        collect(*child, cells);
+}
+
+std::vector<BookCell*> cellsOf(Gtk::Widget& widget)
+{
+    std::vector<BookCell*> cells;
+    collect(widget, cells);
+    return cells;
+}
+
+Data defaultCoverData()
+{
+    return Data(resourceBytes("/org/pagora/Pagora/pagora_default_cover.jpg").value_or(""));
+}
+
+using Grid = LibraryView<GridSurface>;
+using List = LibraryView<ListSurface>;
+
+}
+
+TEST_F(Grid, UserSelectionReachesTheController)
+{
+    _books.setContent(makeBooks(5));
+    _surface.selection().select_item(1, true);
+    _surface.selection().select_item(3, false);
+    EXPECT_EQ(_books.selectionIndexes(), (std::vector<std::size_t> { 1, 3 }));
+    EXPECT_EQ(_handler.selections, 2);
+}
+
+TEST_F(Grid, ControllerSelectionIsShownWithoutAReport)
+{
+    _books.setContent(makeBooks(5));
+    _books.setSelectionIndexes({ 0, 4 });
+    EXPECT_TRUE(_surface.selection().is_selected(0));
+    EXPECT_FALSE(_surface.selection().is_selected(2));
+    EXPECT_TRUE(_surface.selection().is_selected(4));
+    EXPECT_EQ(_handler.selections, 0);
+}
+
+TEST_F(Grid, RefillSelectsNothing)
+{
+    const auto books = makeBooks(5);
+    _books.setContent(books);
+    _surface.selection().select_item(2, true);
+    _books.setContent(books);
+    EXPECT_TRUE(_surface.selection().get_selection()->is_empty());
+    EXPECT_TRUE(_books.selectionIndexes().empty());
+}
+
+TEST_F(Grid, ActivatedItemIsSelectedAndCountsAsADoubleClick)
+{
+    _books.setContent(makeBooks(5));
+    settle();
+    activate(_surface.bookCollectionView(), 3);
+    EXPECT_EQ(_books.selectionIndexes(), (std::vector<std::size_t> { 3 }));
+    EXPECT_EQ(_handler.clicks, (std::vector<int> { 2 }));
+}
+
+TEST_F(Grid, TenThousandBooksMakeOnlyTheItemsNearTheScreen)
+{
+    _books.setContent(makeBooks(10'000));
+    ASSERT_TRUE(waitUntil([&] { return !cellsOf(_surface.widget()).empty(); }));
+    settle();
+    EXPECT_GT(_surface.model().itemsMade(), 0U);
+    EXPECT_LT(_surface.model().itemsMade(), 1'000U);
+    EXPECT_LT(cellsOf(_surface.widget()).size(), 400U);
+}
+
+TEST_F(Grid, BookWithoutFieldsShowsTheDefaultCoverAndNoText)
+{
+    _books.setContent(std::make_shared<std::vector<BookInfoPtr>>(1, std::make_shared<BookInfo>()));
+    ASSERT_TRUE(waitUntil([&] { return !cellsOf(_surface.widget()).empty(); }));
+    const auto* const cell = cellsOf(_surface.widget()).front();
+    EXPECT_EQ(cell->title(), "");
+    EXPECT_EQ(cell->author(), "");
+    EXPECT_EQ(cell->cover().cover(), _loader.defaultCover());
+}
+
+TEST_F(Grid, CoverAppearsWhenItIsDecoded)
+{
+    const auto books = makeBooks(1);
+    books->front()->setImgData(defaultCoverData());
+    _books.setContent(books);
+    ASSERT_TRUE(waitUntil([&] {
+        const auto cells = cellsOf(_surface.widget());
+        return !cells.empty() && cells.front()->cover().cover();
+    }));
+    EXPECT_NE(cellsOf(_surface.widget()).front()->cover().cover(), _loader.defaultCover());
+    EXPECT_EQ(_loader.cache().size(), 1U);
+}
+
+TEST_F(Grid, CoverThatDoesNotDecodeIsTheDefaultCover)
+{
+    const auto books = makeBooks(1);
+    books->front()->setImgData(Data("no picture"));
+    _books.setContent(books);
+    ASSERT_TRUE(waitUntil([&] {
+        const auto cells = cellsOf(_surface.widget());
+        return !cells.empty() && cells.front()->cover().cover();
+    }));
+    EXPECT_EQ(cellsOf(_surface.widget()).front()->cover().cover(), _loader.defaultCover());
+}
+
+TEST_F(Grid, TitleOnSeveralLinesIsShownAsOne)
+{
+    EXPECT_EQ(cellText("One\nTwo"), "One Two");
+}
+
+TEST_F(List, UserSelectionReachesTheController)
+{
+    _books.setContent(makeBooks(5));
+    _surface.selection().select_item(4, true);
+    EXPECT_EQ(_books.selectionIndexes(), (std::vector<std::size_t> { 4 }));
+    EXPECT_EQ(_handler.selections, 1);
+}
+
+TEST_F(List, ActivatedRowCountsAsADoubleClick)
+{
+    _books.setContent(makeBooks(5));
+    _books.setSelectionIndexes({ 1, 2 });
+    settle();
+    activate(*_surface.bookTable().get_last_child(), 2);
+    EXPECT_EQ(_books.selectionIndexes(), (std::vector<std::size_t> { 1, 2 }));
+    EXPECT_EQ(_handler.clicks, (std::vector<int> { 2 }));
+}
+
+TEST_F(List, TenThousandBooksMakeOnlyTheRowsNearTheScreen)
+{
+    _books.setContent(makeBooks(10'000));
+    settle();
+    EXPECT_LT(_surface.model().itemsMade(), 1'000U);
+}
+
+TEST_F(List, RefillWithNoBooksIsEmpty)
+{
+    _books.setContent(makeBooks(3));
+    _books.setContent(makeBooks(0));
+    EXPECT_TRUE(_surface.isEmpty());
+    EXPECT_EQ(_surface.selection().get_model()->get_n_items(), 0U);
+}
+
+TEST(BookModel, ChangeInTheMiddleLeavesBothEndsAlone)
+{
+    const auto model = BookModel::create();
+    auto books = std::make_shared<std::vector<BookInfoPtr>>();
+    for (int i = 0; i < 5; ++i)
+        books->push_back(std::make_shared<BookInfo>());
+    model->setBooks(books);
+    std::vector<guint> change;
+    model->signal_items_changed().connect([&](guint position, guint removed, guint added) {
+        change = { position, removed, added };
+    });
+    auto fewer = std::make_shared<std::vector<BookInfoPtr>>(*books);
+    fewer->erase(fewer->begin() + 2);
+    model->setBooks(fewer);
+    EXPECT_EQ(change, (std::vector<guint> { 2, 1, 0 }));
+}
+
+TEST(CoverCache, KeepsTheCoversUsedLast)
+{
+    CoverCache cache(2);
+    std::vector<BookInfo> books(3);
+    const auto texture = Gdk::Texture::create_for_pixbuf(Gdk::Pixbuf::create(Gdk::Colorspace::RGB, false, 8, 1, 1));
+    for (auto& book : books)
+        book.setImgData(Data("x"));
+    cache.insert(&books[0], *books[0].imgData(), texture);
+    cache.insert(&books[1], *books[1].imgData(), texture);
+    cache.find(books[0]);
+    cache.insert(&books[2], *books[2].imgData(), texture);
+    EXPECT_TRUE(cache.find(books[0]));
+    EXPECT_FALSE(cache.find(books[1]));
+    EXPECT_TRUE(cache.find(books[2]));
+}
+
+TEST(CoverCache, ForgetsACoverWhoseDataWasReplaced)
+{
+    CoverCache cache(2);
+    BookInfo book;
+    book.setImgData(Data("x"));
+    const auto texture = Gdk::Texture::create_for_pixbuf(Gdk::Pixbuf::create(Gdk::Colorspace::RGB, false, 8, 1, 1));
+    cache.insert(&book, *book.imgData(), texture);
+    book.setImgData(Data("y"));
+    EXPECT_FALSE(cache.find(book));
+}
+
+}

@@ -1,0 +1,246 @@
+#include "app/gtk/LibraryWindowGtk.hpp"
+#include "library_views/LibraryViews.hpp"
+#include "tests/engine/ToolkitTest.hpp"
+
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/revealer.h>
+
+namespace pagora::test {
+
+namespace {
+
+class LibraryWindowGtkTest : public ToolkitTest, public LibraryHub {
+protected:
+    LibraryWindowGtkTest()
+    {
+        _views = std::make_unique<LibraryViews>(_window, *this, [this] { return BookArray(_bookList); });
+        const auto hear = [this](const char* name) { return [this, name] { _heard.emplace_back(name); }; };
+        LibraryWindowActions actions;
+        actions.windowShouldClose = [this] {
+            _heard.emplace_back("windowShouldClose");
+            return false;
+        };
+        actions.readBook = hear("readBook");
+        actions.bookListMode = [this] { _views->bookListMode(); };
+        actions.importDialog = hear("importDialog");
+        actions.cancelProcess = hear("cancelProcess");
+        actions.openSettings = hear("openSettings");
+        actions.saveSettings = hear("saveSettings");
+        _window.setActions(std::move(actions));
+        _views->showFirstView();
+    }
+    void sendDoubleClick() override { _heard.emplace_back("sendDoubleClick"); }
+
+    bool isShown(const char* name) { return _window.outlet<Gtk::Widget>(name)->get_visible(); }
+    void click(const char* name) { g_signal_emit_by_name(_window.outlet<Gtk::Button>(name)->gobj(), "clicked"); }
+
+    // Whether the window's monitor swallows the key.
+    bool press(guint key, Gdk::ModifierType state)
+    {
+        gboolean swallowed = FALSE;
+        const auto controllers = _window.window().observe_controllers();
+        for (guint i = 0; i < controllers->get_n_items() && !swallowed; ++i) {
+            const auto keys = std::dynamic_pointer_cast<Gtk::EventControllerKey>(controllers->get_object(i));
+            if (keys && keys->get_propagation_phase() == Gtk::PropagationPhase::CAPTURE)
+                g_signal_emit_by_name(keys->gobj(), "key-pressed", key, 0U, static_cast<guint>(state), &swallowed);
+        }
+        return swallowed;
+    }
+
+    LibraryWindowGtk _window;
+    std::shared_ptr<std::vector<BookInfoPtr>> _bookList = makeBooks(3);
+    std::unique_ptr<LibraryViews> _views;
+    // What the window and its views asked for.
+    std::vector<std::string> _heard;
+};
+
+}
+
+TEST_F(LibraryWindowGtkTest, EmptyLibraryShowsTheEmptyPage)
+{
+    _views->refreshBookView(makeBooks(0));
+    EXPECT_TRUE(isShown("emptyPage"));
+}
+
+TEST_F(LibraryWindowGtkTest, LibraryWithBooksShowsNoEmptyPage)
+{
+    _views->refreshBookView(makeBooks(0));
+    _views->refreshBookView(_bookList);
+    EXPECT_FALSE(isShown("emptyPage"));
+}
+
+TEST_F(LibraryWindowGtkTest, EmptyPageWaitsForARunningImport)
+{
+    _window.progressBar().setHidden(false);
+    _views->refreshBookView(makeBooks(0));
+    EXPECT_FALSE(isShown("emptyPage"));
+    _window.progressBar().setHidden(true);
+    EXPECT_TRUE(isShown("emptyPage"));
+}
+
+TEST_F(LibraryWindowGtkTest, ProgressStripIsThereWhileItHasSomethingToShow)
+{
+    auto* const strip = _window.outlet<Gtk::Revealer>("progressStrip");
+    EXPECT_FALSE(strip->get_reveal_child());
+    _window.stopButton().setHidden(false);
+    EXPECT_TRUE(strip->get_reveal_child());
+    _window.stopButton().setHidden(true);
+    EXPECT_FALSE(strip->get_reveal_child());
+}
+
+TEST_F(LibraryWindowGtkTest, SwitchShowsTheOtherView)
+{
+    _window.outlet<Gtk::ToggleButton>("listButton")->set_active(true);
+    EXPECT_TRUE(_views->tableController());
+    EXPECT_EQ(_window.bListControl().selectedSegment(), 1);
+    _window.outlet<Gtk::ToggleButton>("gridButton")->set_active(true);
+    EXPECT_TRUE(_views->imageController());
+    EXPECT_FALSE(_views->tableController());
+}
+
+TEST_F(LibraryWindowGtkTest, ReadButtonIsEnabledForOneSelectedBook)
+{
+    _views->refreshBookView(_bookList);
+    EXPECT_FALSE(_window.readerButton().isEnabled());
+    auto& selection = dynamic_cast<BooksSurface*>(_views->currentContentView())->selection();
+    selection.select_item(1, true);
+    EXPECT_TRUE(_window.readerButton().isEnabled());
+    selection.select_item(2, false);
+    EXPECT_FALSE(_window.readerButton().isEnabled());
+}
+
+TEST_F(LibraryWindowGtkTest, ToolbarMenuHasTheClassicItems)
+{
+    EXPECT_EQ(_window.toolBarMenu()->numberOfItems(), 5);
+    auto* const menu = dynamic_cast<ToolBarMenu*>(_window.toolBarMenu());
+    EXPECT_EQ(menu->visibleTitles(),
+        (std::vector<std::string> {
+            "Icon and Text", "Icon Only", "Text Only", "Use Small Size", "Customize Toolbar…" }));
+}
+
+TEST_F(LibraryWindowGtkTest, TrimmedToolbarMenuKeepsASeparatorBeforeTheSize)
+{
+    auto* const menu = dynamic_cast<ToolBarMenu*>(_window.toolBarMenu());
+    menu->setItemHidden(2, true);
+    menu->setItemHidden(4, true);
+    menu->insertSeparator(2);
+    EXPECT_EQ(
+        menu->visibleTitles(), (std::vector<std::string> { "Icon and Text", "Icon Only", "-", "Use Small Size" }));
+}
+
+TEST_F(LibraryWindowGtkTest, IconOnlyHidesTheTextOfTheToolbarButtons)
+{
+    auto* const toolBar = _window.outlet<Gtk::Widget>("toolBar");
+    auto* const text = _window.outlet<Gtk::Widget>("importButton")->get_first_child()->get_last_child();
+    toolBar->activate_action("toolbar.display-mode", Glib::Variant<Glib::ustring>::create("icon-only"));
+    EXPECT_FALSE(text->get_visible());
+    toolBar->activate_action("toolbar.display-mode", Glib::Variant<Glib::ustring>::create("icon-and-text"));
+    EXPECT_TRUE(text->get_visible());
+}
+
+TEST_F(LibraryWindowGtkTest, SmallSizeMakesTheToolbarCompactAndBack)
+{
+    auto* const toolBar = _window.outlet<Gtk::Widget>("toolBar");
+    toolBar->activate_action("toolbar.small-size");
+    EXPECT_TRUE(toolBar->has_css_class("small-size"));
+    toolBar->activate_action("toolbar.small-size");
+    EXPECT_FALSE(toolBar->has_css_class("small-size"));
+}
+
+TEST_F(LibraryWindowGtkTest, MonitorSeesControlAAndSwallowsIt)
+{
+    std::vector<LibraryEvent> events;
+    _window.setEventMonitor([&](const LibraryEvent& event) {
+        events.push_back(event);
+        return true;
+    });
+    EXPECT_TRUE(press(GDK_KEY_a, Gdk::ModifierType::CONTROL_MASK));
+    ASSERT_EQ(events.size(), 1U);
+    EXPECT_EQ(events[0].keyCode, LibraryEvent::keyA);
+    EXPECT_TRUE(events[0].command);
+}
+
+TEST_F(LibraryWindowGtkTest, BackSpaceAndDeleteAreTheDeleteKey)
+{
+    std::vector<int> codes;
+    _window.setEventMonitor([&](const LibraryEvent& event) {
+        codes.push_back(event.keyCode);
+        return false;
+    });
+    for (const guint key : { GDK_KEY_BackSpace, GDK_KEY_Delete, GDK_KEY_x })
+        press(key, Gdk::ModifierType());
+    EXPECT_EQ(codes, (std::vector<int> { LibraryEvent::keyDelete, LibraryEvent::keyDelete, -1 }));
+}
+
+TEST_F(LibraryWindowGtkTest, FieldThatIsEditedKeepsItsControlA)
+{
+    int events = 0;
+    _window.setEventMonitor([&](const LibraryEvent&) {
+        ++events;
+        return true;
+    });
+    Gtk::Entry entry;
+    _window.outlet<Gtk::Box>("mainView")->append(entry);
+    _window.mainWindow().orderFront();
+    entry.grab_focus();
+    EXPECT_FALSE(press(GDK_KEY_a, Gdk::ModifierType::CONTROL_MASK));
+    EXPECT_EQ(events, 0);
+    _window.outlet<Gtk::Box>("mainView")->remove(entry);
+}
+
+TEST_F(LibraryWindowGtkTest, ClosingAsksFirst)
+{
+    _window.mainWindow().orderFront();
+    _window.window().close();
+    settle();
+    EXPECT_EQ(_heard, (std::vector<std::string> { "windowShouldClose" }));
+    EXPECT_TRUE(_window.mainWindow().isVisible());
+}
+
+TEST_F(LibraryWindowGtkTest, SaveButtonOfTheSettingsSaves)
+{
+    click("saveButton");
+    EXPECT_EQ(_heard, (std::vector<std::string> { "saveSettings" }));
+}
+
+TEST_F(LibraryWindowGtkTest, SecondChoiceOfTheSettingsHasTheTagOfMove)
+{
+    _window.outlet<Gtk::CheckButton>("moveChoice")->set_active(true);
+    EXPECT_EQ(_window.dragDropMatrix().tag(_window.dragDropMatrix().selectedSegment()), 2);
+}
+
+TEST_F(LibraryWindowGtkTest, StopButtonCancels)
+{
+    click("stopButton");
+    EXPECT_EQ(_heard, (std::vector<std::string> { "cancelProcess" }));
+}
+
+TEST_F(LibraryWindowGtkTest, ErrorWindowIsHiddenWhenItCloses)
+{
+    _window.errorWin().makeKeyAndOrderFront();
+    settle();
+    click("errorCloseButton");
+    EXPECT_TRUE(waitUntil([&] { return !_window.errorWin().isVisible(); }));
+}
+
+TEST_F(LibraryWindowGtkTest, ProgramActionsReachTheHub)
+{
+    _window.window().activate_action("app.import");
+    _window.window().activate_action("app.settings");
+    EXPECT_EQ(_heard, (std::vector<std::string> { "importDialog", "openSettings" }));
+}
+
+TEST_F(LibraryWindowGtkTest, ActivatedBookIsOpened)
+{
+    _views->refreshBookView(_bookList);
+    _window.mainWindow().orderFront();
+    settle();
+    auto* const grid = dynamic_cast<BooksSurface*>(_views->currentContentView())->widget().get_first_child();
+    grid->activate_action("list.activate-item", Glib::Variant<guint>::create(1));
+    EXPECT_EQ(_heard, (std::vector<std::string> { "sendDoubleClick" }));
+    EXPECT_EQ(_views->selection().selectedBook, _bookList->at(1));
+}
+
+}

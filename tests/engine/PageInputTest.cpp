@@ -1,0 +1,175 @@
+#include "tests/engine/PageViewTest.hpp"
+
+#include <gtkmm/eventcontrollerkey.h>
+
+namespace pagora::test {
+
+// Whatever the user or the page does, the page that the reader chose stays.
+class PageInputTest : public PageViewTest {
+protected:
+    void openThirdPage(const std::string& extra = {}, const std::string& head = {})
+    {
+        loadDocument(paragraphs(100) + extra, head);
+        layOut(2);
+        evaluate("window.scrollTo(1600, 0);");
+        settle();
+    }
+    void expectThirdPage()
+    {
+        settle();
+        // Where the text is each time it is drawn; asking for the position would put it back.
+        evaluate("var seen = []; function look() { const box = document.body.getBoundingClientRect();"
+                 "seen.push(Math.round(box.left) + ' ' + Math.round(box.top));"
+                 "if (seen.length < 3) requestAnimationFrame(look); } requestAnimationFrame(look); 0");
+        EXPECT_TRUE(waitUntil([&] { return evaluate("seen.length") == "3"; }));
+        EXPECT_EQ(evaluate("seen.join()"), "-1600 0,-1600 0,-1600 0");
+        EXPECT_EQ(evaluate("window.pageXOffset"), "1600");
+    }
+    template <typename Type>
+    Type* controller(GType type)
+    {
+        GListModel* controllers = gtk_widget_observe_controllers(_view->widget().gobj());
+        Type* found = nullptr;
+        for (guint i = 0; i < g_list_model_get_n_items(controllers); ++i) {
+            auto* item = static_cast<GObject*>(g_list_model_get_item(controllers, i));
+            if (g_type_is_a(G_OBJECT_TYPE(item), type))
+                found = reinterpret_cast<Type*>(item);
+            g_object_unref(item);
+        }
+        g_object_unref(controllers);
+        return found;
+    }
+    bool isKeySwallowed(guint key)
+    {
+        gboolean swallowed = FALSE;
+        g_signal_emit_by_name(controller<GtkEventController>(GTK_TYPE_EVENT_CONTROLLER_KEY), "key-pressed", key, 0u,
+            static_cast<GdkModifierType>(0), &swallowed);
+        return swallowed;
+    }
+    void flick(double velocityX, double velocityY)
+    {
+        g_signal_emit_by_name(
+            controller<GtkEventController>(GTK_TYPE_EVENT_CONTROLLER_SCROLL), "decelerate", velocityX, velocityY);
+    }
+};
+
+TEST_F(PageInputTest, TheWheelIsSwallowedBeforeTheEngineSeesIt)
+{
+    auto* scrolling = controller<GtkEventController>(GTK_TYPE_EVENT_CONTROLLER_SCROLL);
+    ASSERT_NE(scrolling, nullptr);
+    EXPECT_EQ(gtk_event_controller_get_propagation_phase(scrolling), GTK_PHASE_CAPTURE);
+    gboolean swallowed = FALSE;
+    g_signal_emit_by_name(scrolling, "scroll", 3.0, 5.0, &swallowed);
+    EXPECT_TRUE(swallowed);
+}
+
+TEST_F(PageInputTest, AFlickIsReportedOnceWithTheFingersDirection)
+{
+    std::vector<double> flicks;
+    _view->setFlickHandler([&](double dx) { flicks.push_back(dx); });
+    flick(120, 30);
+    flick(0, 0);
+    flick(0, 50);
+    flick(-80, 0);
+    EXPECT_EQ(flicks, (std::vector<double> { -120, 80 }));
+}
+
+TEST_F(PageInputTest, ScrollingKeysAreSwallowed)
+{
+    loadDocument(paragraphs(3));
+    for (const guint key : { GDK_KEY_Left, GDK_KEY_Down, GDK_KEY_Page_Down, GDK_KEY_End, GDK_KEY_space, GDK_KEY_KP_Up })
+        EXPECT_TRUE(isKeySwallowed(key)) << gdk_keyval_name(key);
+    for (const guint key : { GDK_KEY_Tab, GDK_KEY_Return, GDK_KEY_c })
+        EXPECT_FALSE(isKeySwallowed(key)) << gdk_keyval_name(key);
+}
+
+TEST_F(PageInputTest, ATextFieldInThePageGetsItsKeys)
+{
+    _view->makeFirstResponder();
+    loadDocument("<input id='field'/>" + paragraphs(3));
+    evaluate("document.getElementById('field').focus()");
+    EXPECT_TRUE(waitUntil([&] { return !isKeySwallowed(GDK_KEY_Left); }));
+    evaluate("document.getElementById('field').blur()");
+    EXPECT_TRUE(waitUntil([&] { return isKeySwallowed(GDK_KEY_Left); }));
+}
+
+TEST_F(PageInputTest, AHashMovesNothing)
+{
+    openThirdPage();
+    evaluate("window.location.hash = \"#p70\";");
+    expectThirdPage();
+    ASSERT_EQ(_delegate.locations.size(), 1u);
+    EXPECT_EQ(Url::fromString(_delegate.locations[0])->fragment(), "p70");
+    evaluate("window.location.hash = \"#p70\";");
+    expectThirdPage();
+    EXPECT_EQ(_delegate.locations.size(), 1u);
+}
+
+TEST_F(PageInputTest, ALinkWithinThePageIsReportedAndMovesNothing)
+{
+    openThirdPage("<a id='link' href='#p5'>There</a>");
+    const auto number = _view->currentLoad();
+    evaluate("document.getElementById('link').click()");
+    EXPECT_TRUE(waitUntil([&] { return _delegate.locations.size() == 1; }));
+    expectThirdPage();
+    EXPECT_EQ(_view->currentLoad(), number);
+}
+
+TEST_F(PageInputTest, TheFragmentThatIsLoadedMovesNothing)
+{
+    const Url url = write("chapter.xhtml", document(paragraphs(100)));
+    loadCompletely(*Url::fromString(url.text() + "#p70"));
+    layOut(2);
+    settle();
+    settle();
+    EXPECT_EQ(evaluate("Math.round(document.body.getBoundingClientRect().left)"), "0");
+    EXPECT_EQ(evaluate("window.pageXOffset"), "0");
+}
+
+TEST_F(PageInputTest, FocusMovesNothing)
+{
+    openThirdPage("<a id='last' href='#p1'>Last</a>");
+    evaluate("document.getElementById('last').focus()");
+    expectThirdPage();
+}
+
+TEST_F(PageInputTest, ASearchMovesNothing)
+{
+    openThirdPage("<p>Needle</p>");
+    auto* find = webkit_web_view_get_find_controller(_view->engineView());
+    bool isFound = false;
+    const auto found = [](WebKitFindController*, guint, gpointer data) { *static_cast<bool*>(data) = true; };
+    const auto handler = g_signal_connect(
+        find, "found-text", G_CALLBACK(static_cast<void (*)(WebKitFindController*, guint, gpointer)>(found)), &isFound);
+    webkit_find_controller_search(find, "Needle", WEBKIT_FIND_OPTIONS_WRAP_AROUND, 10);
+    EXPECT_TRUE(waitUntil([&] { return isFound; }));
+    g_signal_handler_disconnect(find, handler);
+    expectThirdPage();
+}
+
+TEST_F(PageInputTest, EditingCommandsMoveNothing)
+{
+    openThirdPage();
+    for (const char* command : { "ScrollToEndOfDocument", "ScrollPageForward", "SelectAll", "MoveToEndOfDocument",
+             "MoveToEndOfDocumentAndModifySelection", "ScrollLineDown" })
+        webkit_web_view_execute_editing_command(_view->engineView(), command);
+    expectThirdPage();
+}
+
+TEST_F(PageInputTest, ASelectionMovesNothing)
+{
+    openThirdPage();
+    evaluate("getSelection().collapse(document.getElementById('p90').firstChild, 3);"
+             "getSelection().modify('extend', 'forward', 'documentboundary'); 0");
+    expectThirdPage();
+}
+
+TEST_F(PageInputTest, TheBooksOwnScriptsMoveNothing)
+{
+    openThirdPage("<script>setInterval(() => { window.scrollTo(37, 11); "
+                  "document.getElementById('p90').scrollIntoView(); }, 5)</script>",
+        "<style>html{overflow:auto!important}body{overflow:scroll!important}</style>");
+    expectThirdPage();
+}
+
+}

@@ -1,0 +1,404 @@
+#include "fixed/gtk/FixedWindowGtk.hpp"
+#include "reader/gtk/EpubWindowGtk.hpp"
+#include "tests/engine/ToolkitTest.hpp"
+#include "tests/support/FakeWebView.hpp"
+
+#include <gtkmm/drawingarea.h>
+
+#include <algorithm>
+
+namespace pagora::test {
+
+namespace {
+
+class ReaderWindowTest : public ToolkitTest {
+protected:
+    ReaderPage makePage()
+    {
+        auto view = std::make_unique<FakeWebView>();
+        webView = view.get();
+        area.set_focusable(true);
+        return { std::move(view), &area, [this](std::function<void(double)> handler) { flick = handler; } };
+    }
+
+    // A window whose actions are noted in `done`.
+    void makeEpubWindow()
+    {
+        epub = std::make_unique<EpubWindowGtk>(makePage());
+        ReaderWindowActions actions;
+        actions.closeEPUB = [this] {
+            done.push_back("close");
+            epub.reset();
+        };
+        actions.toggleLeftView = [this] { done.push_back("contents"); };
+        actions.changePage = [this](int tag) { done.push_back("page " + std::to_string(tag)); };
+        actions.goToFirstPage = [this] { done.push_back("first"); };
+        actions.goToLastPage = [this] { done.push_back("last"); };
+        actions.scrollWheelBegan = [this](double deltaX) { done.push_back(deltaX > 0 ? "flick right" : "flick left"); };
+        actions.displayOptions = [this] { done.push_back("options"); };
+        actions.changeWidth = [this] { done.push_back("columns"); };
+        actions.searchContent = [this](const std::string& text) { done.push_back("search " + text); };
+        actions.toggleFullScreen = [this] { done.push_back("full screen"); };
+        epub->setActions(std::move(actions));
+    }
+
+    Gtk::Window& window() { return epub->parts().window.window(); }
+    template <typename Widget>
+    Widget& widget(const char* name)
+    {
+        return epub->parts().widget<Widget>(name);
+    }
+
+    // The key as the window gets it before the focus does.
+    bool press(guint keyval, GdkModifierType state = GdkModifierType(0))
+    {
+        gboolean taken = FALSE;
+        g_autoptr(GListModel) controllers = gtk_widget_observe_controllers(GTK_WIDGET(window().gobj()));
+        for (guint i = 0; i < g_list_model_get_n_items(controllers) && !taken; ++i) {
+            g_autoptr(GtkEventController) each = GTK_EVENT_CONTROLLER(g_list_model_get_item(controllers, i));
+            if (GTK_IS_EVENT_CONTROLLER_KEY(each)
+                && gtk_event_controller_get_propagation_phase(each) == GTK_PHASE_CAPTURE)
+                g_signal_emit_by_name(each, "key-pressed", keyval, 0u, state, &taken);
+        }
+        return taken;
+    }
+
+    bool waitForDone(std::size_t count)
+    {
+        return waitUntil([&] { return done.size() >= count; });
+    }
+
+    using Lines = std::vector<std::string>;
+    Gtk::DrawingArea area;
+    FakeWebView* webView = nullptr;
+    std::function<void(double)> flick;
+    std::unique_ptr<EpubWindowGtk> epub;
+    Lines done;
+};
+
+}
+
+TEST_F(ReaderWindowTest, ActionsRunFromTheMainLoopInTheOrderOfTheKeys)
+{
+    makeEpubWindow();
+    EXPECT_TRUE(press(GDK_KEY_Right));
+    press(GDK_KEY_Left);
+    press(GDK_KEY_space);
+    press(GDK_KEY_space, GDK_SHIFT_MASK);
+    press(GDK_KEY_Home);
+    press(GDK_KEY_End);
+    EXPECT_TRUE(done.empty());
+    ASSERT_TRUE(waitForDone(6));
+    EXPECT_EQ(done, (Lines { "page 1", "page 0", "page 1", "page 0", "first", "last" }));
+}
+
+TEST_F(ReaderWindowTest, NothingIsDoneAfterTheWindowClosed)
+{
+    makeEpubWindow();
+    press(GDK_KEY_w, GDK_CONTROL_MASK);
+    press(GDK_KEY_Right);
+    ASSERT_TRUE(waitForDone(1));
+    settle();
+    EXPECT_EQ(done, Lines { "close" });
+    EXPECT_FALSE(epub);
+}
+
+TEST_F(ReaderWindowTest, ActionsOfAWindowThatIsDroppedAreDropped)
+{
+    makeEpubWindow();
+    press(GDK_KEY_Right);
+    epub.reset();
+    settle();
+    EXPECT_TRUE(done.empty());
+}
+
+TEST_F(ReaderWindowTest, CloseButtonAsksForClosingAndLeavesTheWindowThere)
+{
+    makeEpubWindow();
+    window().present();
+    window().close();
+    EXPECT_TRUE(window().get_visible());
+    ASSERT_TRUE(waitForDone(1));
+    EXPECT_EQ(done, Lines { "close" });
+}
+
+TEST_F(ReaderWindowTest, WindowWithRoomShowsTheContents)
+{
+    makeEpubWindow();
+    epub->window().setFrame({ 0, 0, 1000, 700 });
+    window().present();
+    EXPECT_FALSE(epub->mainSplitView().isSubviewHidden(0));
+    EXPECT_TRUE(epub->parts().header.isContentsShown());
+}
+
+TEST_F(ReaderWindowTest, NarrowWindowHidesTheContents)
+{
+    makeEpubWindow();
+    epub->window().setFrame({ 0, 0, 999, 700 });
+    window().present();
+    EXPECT_TRUE(epub->mainSplitView().isSubviewHidden(0));
+    EXPECT_FALSE(epub->parts().header.isContentsShown());
+    EXPECT_TRUE(done.empty());
+}
+
+TEST_F(ReaderWindowTest, PageHasTheFocusAfterOpening)
+{
+    makeEpubWindow();
+    window().present();
+    EXPECT_TRUE(waitUntil([&] { return webView->timesFocused > 0; }));
+}
+
+TEST_F(ReaderWindowTest, PageTakesAllTheWidthWithoutContents)
+{
+    makeEpubWindow();
+    epub->window().setFrame({ 0, 0, 900, 700 });
+    window().present();
+    EXPECT_TRUE(waitUntil(
+        [&] { return area.get_width() > 0 && area.get_width() == widget<Gtk::Widget>("stage").get_width(); }));
+}
+
+TEST_F(ReaderWindowTest, SpacePressesAFocusedButton)
+{
+    makeEpubWindow();
+    window().present();
+    widget<Gtk::Widget>("libraryButton").grab_focus();
+    EXPECT_FALSE(press(GDK_KEY_space));
+    EXPECT_FALSE(press(GDK_KEY_Return));
+    EXPECT_TRUE(press(GDK_KEY_Right));
+}
+
+TEST_F(ReaderWindowTest, SearchFieldKeepsItsKeys)
+{
+    makeEpubWindow();
+    window().present();
+    epub->searchField().makeFirstResponder();
+    EXPECT_FALSE(press(GDK_KEY_Left));
+    EXPECT_FALSE(press(GDK_KEY_space));
+    EXPECT_FALSE(press(GDK_KEY_Home));
+}
+
+TEST_F(ReaderWindowTest, SliderKeepsTheArrows)
+{
+    makeEpubWindow();
+    window().present();
+    epub->locSlider().makeFirstResponder();
+    EXPECT_FALSE(press(GDK_KEY_Right));
+}
+
+TEST_F(ReaderWindowTest, SearchKeyShowsTheFieldAndEnterSearches)
+{
+    makeEpubWindow();
+    epub->searchField().setStringValue("lamp");
+    g_signal_emit_by_name(widget<Gtk::SearchEntry>("searchField").gobj(), "activate");
+    ASSERT_TRUE(waitForDone(1));
+    EXPECT_EQ(done, Lines { "search lamp" });
+}
+
+TEST_F(ReaderWindowTest, TextSizeKeysMoveTheSlider)
+{
+    makeEpubWindow();
+    std::vector<float> sizes;
+    epub->fontSizeSlider().setAction([&](EventType) { sizes.push_back(epub->fontSizeSlider().floatValue()); });
+    press(GDK_KEY_plus, GDK_CONTROL_MASK);
+    press(GDK_KEY_minus, GDK_CONTROL_MASK);
+    press(GDK_KEY_minus, GDK_CONTROL_MASK);
+    press(GDK_KEY_0, GDK_CONTROL_MASK);
+    ASSERT_TRUE(waitUntil([&] { return sizes.size() == 4; }));
+    EXPECT_FLOAT_EQ(sizes[0], 1.85f);
+    EXPECT_FLOAT_EQ(sizes[1], 1.75f);
+    EXPECT_FLOAT_EQ(sizes[2], 1.65f);
+    EXPECT_FLOAT_EQ(sizes[3], 1.75f);
+}
+
+TEST_F(ReaderWindowTest, LocationSliderSendsOnceWhenThePointerLetsGo)
+{
+    makeEpubWindow();
+    auto& slider = epub->parts().locSlider;
+    slider.setMaxValue(10);
+    std::vector<EventType> events;
+    slider.setAction([&](EventType event) { events.push_back(event); });
+    slider.pointerDown();
+    slider.moveTo(2);
+    slider.moveTo(4.25);
+    EXPECT_TRUE(events.empty());
+    slider.pointerUp();
+    EXPECT_EQ(events, std::vector { EventType::LeftMouseUp });
+    EXPECT_EQ(slider.floatValue(), 4.25f);
+}
+
+TEST_F(ReaderWindowTest, LocationSliderSendsAtOnceForTheKeyboard)
+{
+    makeEpubWindow();
+    auto& slider = epub->parts().locSlider;
+    slider.setMaxValue(10);
+    std::vector<EventType> events;
+    slider.setAction([&](EventType event) { events.push_back(event); });
+    slider.moveTo(3);
+    EXPECT_EQ(events, std::vector { EventType::KeyDown });
+}
+
+TEST_F(ReaderWindowTest, SliderSetByTheProgramSendsNothing)
+{
+    makeEpubWindow();
+    auto& slider = epub->parts().locSlider;
+    int sent = 0;
+    slider.setAction([&](EventType) { ++sent; });
+    slider.setMinValue(1);
+    slider.setMaxValue(10);
+    slider.setFloatValue(7.5f);
+    slider.setMaxValue(5);
+    EXPECT_EQ(sent, 0);
+    EXPECT_EQ(slider.floatValue(), 5);
+}
+
+TEST_F(ReaderWindowTest, TextSizeSliderSendsWhileThePointerMoves)
+{
+    makeEpubWindow();
+    std::vector<EventType> events;
+    SliderControl slider(widget<Gtk::Scale>("fontSizeSlider"), SliderControl::Continuous::Yes);
+    slider.setAction([&](EventType event) { events.push_back(event); });
+    slider.pointerDown();
+    slider.moveTo(2);
+    slider.moveTo(2.5);
+    slider.pointerUp();
+    EXPECT_EQ(events, (std::vector { EventType::LeftMouseDragged, EventType::LeftMouseDragged }));
+}
+
+TEST_F(ReaderWindowTest, TextSizeStartsInTheMiddleOfItsRange)
+{
+    makeEpubWindow();
+    auto& slider = epub->fontSizeSlider();
+    EXPECT_EQ(slider.floatValue(), static_cast<float>((slider.minValue() + slider.maxValue()) / 2));
+}
+
+TEST_F(ReaderWindowTest, ThemesHaveTheTagsOneToThree)
+{
+    makeEpubWindow();
+    auto& themes = epub->colorControl();
+    EXPECT_EQ(themes.selectedSegment(), 0);
+    EXPECT_EQ(themes.tag(0), 1);
+    EXPECT_EQ(themes.tag(2), 3);
+    int chosen = 0;
+    themes.setAction([&] { chosen = themes.tag(themes.selectedSegment()); });
+    widget<Gtk::ToggleButton>("sepiaTheme").set_active(true);
+    EXPECT_EQ(chosen, 3);
+}
+
+TEST_F(ReaderWindowTest, FontMenuSelectsByTitleAndSendsOnlyChoices)
+{
+    makeEpubWindow();
+    auto& menu = epub->fontMenu();
+    int sent = 0;
+    menu.setAction([&] { ++sent; });
+    menu.addItem("Arial");
+    menu.addItem("Georgia");
+    menu.addSeparator();
+    menu.addItem("Zapfino");
+    menu.selectItemWithTitle("Georgia");
+    menu.selectItemWithTitle("Missing");
+    EXPECT_EQ(menu.titleOfSelectedItem(), "Georgia");
+    EXPECT_EQ(sent, 0);
+    widget<Gtk::DropDown>("fontMenu").set_selected(3);
+    EXPECT_EQ(menu.titleOfSelectedItem(), "Zapfino");
+    EXPECT_EQ(sent, 1);
+}
+
+TEST_F(ReaderWindowTest, SeparatorOfTheFontMenuCannotBeChosen)
+{
+    makeEpubWindow();
+    auto& menu = epub->fontMenu();
+    menu.addItem("Arial");
+    menu.addSeparator();
+    menu.addItem("Zapfino");
+    int sent = 0;
+    menu.setAction([&] { ++sent; });
+    widget<Gtk::DropDown>("fontMenu").set_selected(1);
+    EXPECT_EQ(menu.titleOfSelectedItem(), "Arial");
+    EXPECT_EQ(widget<Gtk::DropDown>("fontMenu").get_selected(), 0u);
+    EXPECT_EQ(sent, 0);
+}
+
+TEST_F(ReaderWindowTest, InstalledFontsAreListedInOrder)
+{
+    makeEpubWindow();
+    const auto families = epub->availableFontFamilies();
+    ASSERT_FALSE(families.empty());
+    EXPECT_TRUE(std::is_sorted(families.begin(), families.end(), [](const auto& left, const auto& right) {
+        return Glib::ustring(left).casefold() < Glib::ustring(right).casefold();
+    }));
+}
+
+TEST_F(ReaderWindowTest, DisplayOptionsAreShownAndHidden)
+{
+    makeEpubWindow();
+    window().present();
+    ASSERT_TRUE(waitUntil([&] { return area.get_mapped(); }));
+    EXPECT_FALSE(epub->displayOptions().isVisible());
+    epub->displayOptions().makeKeyAndOrderFront();
+    EXPECT_TRUE(epub->displayOptions().isVisible());
+    epub->displayOptions().orderOut();
+    EXPECT_FALSE(epub->displayOptions().isVisible());
+}
+
+TEST_F(ReaderWindowTest, ButtonsSendTheirActions)
+{
+    makeEpubWindow();
+    epub->goLeftButton().setAction([this] { done.push_back("left"); });
+    for (const auto* button : { "goLeftButton", "columnsButton", "displayOptionsButton", "fullScreenButton" })
+        g_signal_emit_by_name(widget<Gtk::Button>(button).gobj(), "clicked");
+    ASSERT_TRUE(waitForDone(4));
+    EXPECT_EQ(done, (Lines { "left", "columns", "options", "full screen" }));
+}
+
+TEST_F(ReaderWindowTest, ContentsButtonGoesBackWhereNothingWasToggled)
+{
+    makeEpubWindow();
+    auto& button = widget<Gtk::ToggleButton>("contentsButton");
+    g_signal_emit_by_name(button.gobj(), "clicked");
+    ASSERT_TRUE(waitForDone(1));
+    EXPECT_EQ(done, Lines { "contents" });
+    EXPECT_TRUE(waitUntil([&] { return button.get_active(); }));
+}
+
+TEST_F(ReaderWindowTest, FlickIsPassedOn)
+{
+    makeEpubWindow();
+    flick(-120);
+    ASSERT_TRUE(waitForDone(1));
+    EXPECT_EQ(done, Lines { "flick left" });
+}
+
+TEST_F(ReaderWindowTest, PageAreaIsWhiteUntilItIsFilled)
+{
+    makeEpubWindow();
+    EXPECT_EQ(epub->parts().bgView.fillColor(), Color::white(1));
+    epub->bgView().setFillColor(Color::white(0));
+    EXPECT_EQ(epub->parts().bgView.fillColor(), Color::white(0));
+}
+
+TEST_F(ReaderWindowTest, HeaderBarComesInFullScreenOnlyWhenCalled)
+{
+    makeEpubWindow();
+    auto& header = epub->parts().header;
+    EXPECT_TRUE(header.isRevealed());
+    header.setFullScreen(true);
+    EXPECT_FALSE(header.isRevealed());
+    header.setFullScreen(false);
+    EXPECT_TRUE(header.isRevealed());
+}
+
+TEST_F(ReaderWindowTest, FixedWindowHasTheSameParts)
+{
+    FixedWindowGtk fixed(makePage());
+    int pages = 0;
+    ReaderWindowActions actions;
+    actions.scrollWheelBegan = [&](double) { ++pages; };
+    fixed.setActions(std::move(actions));
+    fixed.locLabel().setStringValue("1 of 12");
+    EXPECT_EQ(fixed.locLabel().stringValue(), "1 of 12");
+    EXPECT_EQ(&fixed.webView(), webView);
+    flick(10);
+    EXPECT_TRUE(waitUntil([&] { return pages == 1; }));
+}
+
+}

@@ -1,0 +1,189 @@
+#include "reader/ContentsPane.hpp"
+#include "reader/gtk/ReaderStyle.hpp"
+#include "reader/gtk/TocViewGtk.hpp"
+#include "tests/engine/ToolkitTest.hpp"
+
+#include <gtkmm/gestureclick.h>
+#include <gtkmm/window.h>
+
+namespace pagora::test {
+
+namespace {
+
+struct OpenedChapters : ContentsDelegate {
+    void changeChapter(const Url& url) override { urls.push_back(url.text()); }
+    std::vector<std::string> urls;
+};
+
+// A contents pane 300 points high in a window of its own.
+class TocViewTest : public ToolkitTest {
+protected:
+    TocViewTest()
+    {
+        loadReaderStyle();
+        clip.add_css_class("contents-pane");
+        clip.set_child(list);
+        clip.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+        clip.set_size_request(240, 300);
+        clip.set_valign(Gtk::Align::START);
+        window.set_child(clip);
+        window.present();
+    }
+
+    // `withoutText` is the index of an entry that gets no link.
+    void load(int count, int withoutText = -1)
+    {
+        std::vector<ContentsEntry> entries;
+        for (int i = 0; i < count; ++i) {
+            ContentsEntry entry { "Chapter " + std::to_string(i), Url::file("/b/" + std::to_string(i)), 1 };
+            if (i == withoutText)
+                entry.text.reset();
+            entries.push_back(entry);
+        }
+        pane.loadTOC(entries);
+    }
+
+    bool isLaidOut()
+    {
+        const double rows = static_cast<double>(pane.tocContentHeight());
+        return waitUntil([&] {
+            return clip.get_vadjustment()->get_page_size() == 300 && clip.get_vadjustment()->get_upper() >= rows
+                && toc.numberOfRows() > 0;
+        });
+    }
+
+    double scrolled() { return clip.get_vadjustment()->get_value(); }
+
+    void press(double y)
+    {
+        g_autoptr(GListModel) controllers = gtk_widget_observe_controllers(GTK_WIDGET(list.gobj()));
+        for (guint i = 0; i < g_list_model_get_n_items(controllers); ++i) {
+            g_autoptr(GtkEventController) each = GTK_EVENT_CONTROLLER(g_list_model_get_item(controllers, i));
+            if (GTK_IS_GESTURE_CLICK(each) && gtk_event_controller_get_propagation_phase(each) == GTK_PHASE_CAPTURE)
+                g_signal_emit_by_name(each, "pressed", 1, 10.0, y);
+        }
+    }
+
+    Gtk::Window window;
+    Gtk::ScrolledWindow clip;
+    Gtk::ListView list;
+    ActionQueue queue;
+    OpenedChapters chapters;
+    TocViewGtk toc { list, clip, queue };
+    ContentsPane pane { toc, chapters };
+};
+
+}
+
+TEST_F(TocViewTest, LongListIsAsHighAsItsLinks)
+{
+    load(50);
+    EXPECT_EQ(toc.frame().height, 1000);
+}
+
+TEST_F(TocViewTest, LongListStartsAtItsTop)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    EXPECT_EQ(scrolled(), 0);
+    EXPECT_EQ(toc.linkAt(1)->tag(), 0);
+}
+
+TEST_F(TocViewTest, LinksLieOneBelowTheOther)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    EXPECT_EQ(toc.linkAt(19)->tag(), 0);
+    EXPECT_EQ(toc.linkAt(20)->tag(), 1);
+    EXPECT_EQ(toc.linkAt(119)->tag(), 5);
+}
+
+TEST_F(TocViewTest, ThereIsNoLinkBelowTheLast)
+{
+    load(3);
+    ASSERT_TRUE(isLaidOut());
+    EXPECT_EQ(toc.linkAt(60), nullptr);
+}
+
+TEST_F(TocViewTest, EntryWithoutTextLeavesItsPlaceEmpty)
+{
+    load(3, 1);
+    ASSERT_TRUE(isLaidOut());
+    EXPECT_EQ(toc.linkAt(30), nullptr);
+    EXPECT_EQ(toc.linkAt(50)->tag(), 2);
+}
+
+TEST_F(TocViewTest, PointGoesToTheBottomLeftOfTheVisibleArea)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    toc.scrollToPoint(0, 400);
+    EXPECT_EQ(scrolled(), 1000 - 400 - 300);
+}
+
+TEST_F(TocViewTest, PointBeyondTheEndsScrollsToTheEnds)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    toc.scrollToPoint(0, -500);
+    EXPECT_EQ(scrolled(), 700);
+    toc.scrollToPoint(0, 5000);
+    EXPECT_EQ(scrolled(), 0);
+}
+
+TEST_F(TocViewTest, PointSetBeforeTheListIsLaidOutIsReachedThen)
+{
+    load(50);
+    toc.scrollToPoint(0, 400);
+    ASSERT_TRUE(isLaidOut());
+    EXPECT_TRUE(waitUntil([&] { return scrolled() == 300; }));
+}
+
+TEST_F(TocViewTest, ActiveLinkIsBroughtTowardTheMiddle)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    pane.updateTOClinkWithKey("25", 300);
+    // Its lower edge is at 480 from the bottom, half the height below it is the bottom of what is seen.
+    EXPECT_EQ(scrolled(), 1000 - (480 - 150) - 300);
+}
+
+TEST_F(TocViewTest, OnlyRowsNearTheVisibleAreaAreMade)
+{
+    load(5000);
+    ASSERT_TRUE(isLaidOut());
+    EXPECT_LT(toc.numberOfRows(), 500u);
+}
+
+TEST_F(TocViewTest, PressedLinkOpensItsChapterFromTheMainLoop)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    press(45);
+    EXPECT_TRUE(chapters.urls.empty());
+    EXPECT_TRUE(waitUntil([&] { return !chapters.urls.empty(); }));
+    EXPECT_EQ(chapters.urls, std::vector<std::string> { "file:///b/2" });
+    EXPECT_TRUE(pane.links()[2]->isActive());
+}
+
+TEST_F(TocViewTest, PressOnAListThatIsGoneOpensNothing)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    press(45);
+    pane.removeAllLinks();
+    load(50);
+    settle();
+    EXPECT_TRUE(chapters.urls.empty());
+}
+
+TEST_F(TocViewTest, RowsShowTheLinksOfTheNewList)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    pane.removeAllLinks();
+    load(2);
+    EXPECT_TRUE(waitUntil([&] { return toc.numberOfRows() == 2; }));
+}
+
+}

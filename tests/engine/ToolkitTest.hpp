@@ -1,0 +1,56 @@
+#pragma once
+
+#include "catalogue/BookInfo.hpp"
+
+#include <glib.h>
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace pagora::test {
+
+// A test of what the toolkit draws.
+class ToolkitTest : public testing::Test {
+protected:
+    // Runs the main loop until the condition holds; false when it never does.
+    static bool waitUntil(const std::function<bool()>& condition, unsigned seconds = 30)
+    {
+        bool isLate = false;
+        const auto patience = g_timeout_add_seconds(
+            seconds,
+            [](gpointer late) -> gboolean {
+                *static_cast<bool*>(late) = true;
+                return G_SOURCE_CONTINUE;
+            },
+            &isLate);
+        while (!condition() && !isLate)
+            g_main_context_iteration(nullptr, TRUE);
+        g_source_remove(patience);
+        return condition();
+    }
+
+    // Serves everything that the main loop has to do now.
+    static void settle()
+    {
+        while (g_main_context_iteration(nullptr, FALSE)) { }
+    }
+
+    // Books with the titles "Title 0", "Title 1", …
+    static std::shared_ptr<std::vector<BookInfoPtr>> makeBooks(int count)
+    {
+        auto books = std::make_shared<std::vector<BookInfoPtr>>();
+        for (int i = 0; i < count; ++i) {
+            auto book = std::make_shared<BookInfo>();
+            book->setTitle("Title " + std::to_string(i));
+            book->setAuthor("Author " + std::to_string(i));
+            book->setIsbn("isbn-" + std::to_string(i));
+            books->push_back(std::move(book));
+        }
+        return books;
+    }
+};
+
+}

@@ -1,0 +1,425 @@
+#include "epub/EpubInspection.hpp"
+
+#include "platform/Files.hpp"
+#include "platform/Log.hpp"
+#include "platform/Path.hpp"
+#include "tests/support/EpubBuilder.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace pagora {
+
+namespace {
+
+namespace fs = std::filesystem;
+using test::EpubBuilder;
+using test::makeFile;
+using test::MemberKind;
+using test::replaced;
+using Lines = std::vector<std::string>;
+
+constexpr auto packageMember = "OEBPS/content.opf";
+
+class Hub : public InspectionHub {
+public:
+    LibraryFolders layout;
+    Lines faultyBooks;
+    BookInfoPtr _bookInfo;
+    std::string _epubPath;
+
+    const LibraryFolders& folders() const override { return layout; }
+    void addFaultyBook(const std::string& line) override { faultyBooks.push_back(line); }
+    void set_bookInfo(BookInfoPtr book) override { _bookInfo = std::move(book); }
+    void set_epubPath(const std::string& path) override { _epubPath = path; }
+};
+
+class EpubInspectionTest : public testing::Test {
+protected:
+    EpubInspectionTest()
+    {
+        _hub.layout = { _folder.path("library"), _folder.path("cache"), _folder.path("cache/_books"),
+            _folder.path("cache/_data") };
+        createFolder(_hub.layout._dataPath);
+    }
+
+    BookInfoPtr inspectFile(const std::string& path, StopOnErrors stopOnErrors = StopOnErrors::Yes)
+    {
+        return EpubInspection(_hub).getBookInfo(path, stopOnErrors);
+    }
+    BookInfoPtr inspect(const EpubBuilder& builder, StopOnErrors stopOnErrors = StopOnErrors::Yes)
+    {
+        return inspectFile(builder.write(_folder.path("Book.epub")), stopOnErrors);
+    }
+    // The paths of a record's files, below the folder of its book.
+    Lines filesOf(const BookInfoPtr& book) const
+    {
+        Lines paths;
+        for (const auto& url : book->files())
+            paths.push_back(url.path().substr(_hub._epubPath.size() + 1));
+        return paths;
+    }
+    std::string src(const BookInfoPtr& book, std::size_t index) const
+    {
+        return *book->content()->at(index).find("src")->string();
+    }
+
+    test::TemporaryFolder _folder;
+    Hub _hub;
+};
+
+// A book whose package document is at `path` and holds this.
+EpubBuilder withPackage(
+    const std::string& path, const std::string& manifest, const std::string& spine, const std::string& metadata = {})
+{
+    return EpubBuilder()
+        .member("META-INF/container.xml", "<c><rootfile full-path='" + path + "'/></c>")
+        .member(path,
+            "<package><metadata>" + metadata + "</metadata><manifest>" + manifest + "</manifest><spine>" + spine
+                + "</spine></package>");
+}
+
+}
+
+TEST_F(EpubInspectionTest, ValidBookGivesARecord)
+{
+    const auto book = inspect(EpubBuilder().title("T").author("A").identifier("1").chapters(2).cover(600, 800));
+    ASSERT_TRUE(book);
+    EXPECT_TRUE(_hub.faultyBooks.empty());
+    EXPECT_EQ(_hub._bookInfo, book);
+    EXPECT_EQ(book->epubPath(), _folder.path("Book.epub"));
+    EXPECT_EQ(book->bookPath(), _folder.path("cache/_books/Book"));
+    EXPECT_EQ(_hub._epubPath, book->bookPath());
+    EXPECT_EQ(book->type(), "default");
+    EXPECT_EQ(book->title(), "T");
+    EXPECT_EQ(book->author(), "A");
+    EXPECT_EQ(book->isbn(), "1");
+    EXPECT_EQ(filesOf(book), (Lines { "OEBPS/chapter1.xhtml", "OEBPS/chapter2.xhtml" }));
+    ASSERT_EQ(book->content()->size(), 2u);
+    EXPECT_EQ(src(book, 1), *book->bookPath() + "/OEBPS/chapter2.xhtml");
+    EXPECT_EQ(book->cover()->size(), (Size { 106, 141 }));
+    EXPECT_EQ(book->fixedWidth(), 0u);
+}
+
+TEST_F(EpubInspectionTest, InspectionIsLogged)
+{
+    Lines lines;
+    LogCapture capture([&](const std::string& line) { lines.push_back(line); });
+    inspect(EpubBuilder());
+    EXPECT_EQ(lines,
+        (Lines { "Book filePath: " + _folder.path("cache/_books/Book/OEBPS"), "subfolder - OEBPS",
+            "cover file - OEBPS/images/cover.jpg" }));
+}
+
+TEST_F(EpubInspectionTest, MimetypeOfTheOtherFormatIsRejected)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().member("mimetype", "application/x-ibooks+zip")));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> file is not a ePub ( see the mimetype )" }));
+}
+
+TEST_F(EpubInspectionTest, MimetypeIsOnlySearched)
+{
+    EXPECT_TRUE(inspect(EpubBuilder().member("mimetype", " xepubx \n")));
+    EXPECT_FALSE(inspect(EpubBuilder().member("mimetype", "application/EPUB")));
+}
+
+TEST_F(EpubInspectionTest, MimetypeThatIsNotAsciiIsRejectedAsTheOtherFormat)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().member("mimetype",
+        "\xEF\xBB\xBF"
+        "application/epub+zip")));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> file is not a ePub ( see the mimetype )" }));
+}
+
+TEST_F(EpubInspectionTest, MissingMimetypeIsRejected)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().without("mimetype")));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is corrupted (mimetype not identified)" }));
+}
+
+TEST_F(EpubInspectionTest, EncryptionMemberIsRejectedUnderTheArchivesName)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().member("META-INF/encryption.xml", "")));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is crypted by DRM" }));
+}
+
+TEST_F(EpubInspectionTest, StaleEncryptionFileCounts)
+{
+    makeFile(_folder.path("cache/_data/META-INF/encryption.xml"), "");
+    EXPECT_FALSE(inspect(EpubBuilder()));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is crypted by DRM" }));
+}
+
+TEST_F(EpubInspectionTest, MissingContainerIsRejected)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().without("META-INF/container.xml")));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is corrupted (can't open container.xml)" }));
+}
+
+TEST_F(EpubInspectionTest, ContainerWithoutAPackageIsRejected)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().member("META-INF/container.xml", "<container/>")));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is corrupted (content opf-file not found)" }));
+}
+
+TEST_F(EpubInspectionTest, MissingPackageIsRejectedAndKeepsTheBookFolder)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().without(packageMember)));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is corrupted (can't open content opf-file)" }));
+    EXPECT_EQ(_hub._epubPath, _folder.path("cache/_books/Book"));
+    EXPECT_FALSE(_hub._bookInfo);
+}
+
+TEST_F(EpubInspectionTest, PackagePathThatLeadsOutIsNotInTheArchive)
+{
+    makeFile(_folder.path("secret.opf"), "<package><metadata><dc:title>secret</dc:title></metadata></package>");
+    for (const std::string path : { "../../secret.opf", "", "/", "." }) {
+        _hub.faultyBooks.clear();
+        EXPECT_FALSE(
+            inspect(EpubBuilder().member("META-INF/container.xml", "<c><rootfile full-path='" + path + "'/></c>")));
+        EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is corrupted (can't open content opf-file)" }))
+            << path;
+    }
+}
+
+TEST_F(EpubInspectionTest, WithoutStoppingAllProblemsAreReported)
+{
+    const auto book = inspect(
+        EpubBuilder().without("mimetype").without("OEBPS/chapter3.xhtml").member("META-INF/encryption.xml", ""),
+        StopOnErrors::No);
+    EXPECT_FALSE(book);
+    EXPECT_EQ(_hub.faultyBooks,
+        (Lines { "Book.epub --> epub is corrupted (mimetype not identified)",
+            "Book.epub --> file is not a ePub ( see the mimetype )", "Book.epub --> epub is crypted by DRM",
+            "Book.epub --> can't open first content file 'OEBPS/chapter3.xhtml'" }));
+    EXPECT_EQ(_hub._bookInfo->type(), "x-ibook");
+}
+
+TEST_F(EpubInspectionTest, AnyTrueOptionMakesTheBookFixed)
+{
+    const auto book = inspect(EpubBuilder().member("META-INF/com.apple.ibooks.display-options.xml",
+        "<o><option name='fixed-layout'>false</option><option name='open-to-spread'>true</option></o>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->type(), "fixed");
+}
+
+TEST_F(EpubInspectionTest, RenditionMetadataAloneDoesNotMakeTheBookFixed)
+{
+    const auto book = inspect(withPackage(packageMember, "<item id='a' href='chapter1.xhtml'/>", "<itemref idref='a'/>",
+        "<meta property='rendition:layout'>pre-paginated</meta>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->type(), "default");
+    EXPECT_EQ(book->fixedWidth(), 0u);
+    EXPECT_EQ(book->fixedHeight(), 0u);
+}
+
+TEST_F(EpubInspectionTest, PackageAtTheTopLevelHasNoFolder)
+{
+    const auto book = inspect(withPackage("content.opf", "<item id='a' href='a.xhtml'/>", "<itemref idref='a'/>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(filesOf(book), (Lines { "a.xhtml" }));
+}
+
+TEST_F(EpubInspectionTest, PictureNamedCoverIsTheCoverWithoutAMeta)
+{
+    const auto book = inspect(withPackage("content.opf", "", "").member("cover.jpg", test::picture(1000, 1000)));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->cover()->size(), (Size { 106, 106 }));
+}
+
+TEST_F(EpubInspectionTest, BookWithoutACoverGetsTheDefaultOne)
+{
+    const auto book = inspect(EpubBuilder().without("OEBPS/images/cover.jpg"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->cover()->size(), (Size { 106, 156 }));
+}
+
+TEST_F(EpubInspectionTest, CoverThatIsNoPictureIsNone)
+{
+    const auto book = inspect(EpubBuilder().member("OEBPS/images/cover.jpg", "this is no picture"));
+    ASSERT_TRUE(book);
+    EXPECT_FALSE(book->cover());
+    EXPECT_FALSE(book->imgData());
+}
+
+TEST_F(EpubInspectionTest, VeryWideCoverIsHandled)
+{
+    const auto book = inspect(EpubBuilder().cover(30'000, 400));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->cover()->size().height, 1);
+}
+
+TEST_F(EpubInspectionTest, FixedBookTakesItsSizeFromTheLastPage)
+{
+    const auto book = inspect(EpubBuilder().fixedLayout(700, 900).member(
+        "OEBPS/chapter3.xhtml", "<html><meta name='viewport' content='width=50,height=60'/></html>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->type(), "fixed");
+    EXPECT_EQ(book->fixedWidth(), 50u);
+    EXPECT_EQ(book->fixedHeight(), 60u);
+}
+
+TEST_F(EpubInspectionTest, LastPageWithoutAViewportGivesTheDefaultSize)
+{
+    const auto book = inspect(EpubBuilder().fixedLayout(700, 900).member("OEBPS/chapter3.xhtml", "<html/>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->fixedWidth(), 600u);
+    EXPECT_EQ(book->fixedHeight(), 800u);
+}
+
+TEST_F(EpubInspectionTest, FixedBookWithoutItsLastPageIsRejectedAndKeepsTheRecord)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().fixedLayout(700, 900).without("OEBPS/chapter3.xhtml")));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> can't open first content file 'OEBPS/chapter3.xhtml'" }));
+    EXPECT_TRUE(_hub._bookInfo);
+}
+
+TEST_F(EpubInspectionTest, BookWithoutContentsHasAnEmptyList)
+{
+    const auto book = inspect(EpubBuilder().without("OEBPS/toc.ncx"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->content(), Value::Array {});
+}
+
+TEST_F(EpubInspectionTest, ContentsEntryWithoutATargetIsSkipped)
+{
+    const auto book
+        = inspect(EpubBuilder().member("OEBPS/toc.ncx", "<n><content/><content src='a%20b.html#c%20d'/></n>"));
+    ASSERT_TRUE(book);
+    ASSERT_EQ(book->content()->size(), 1u);
+    EXPECT_EQ(src(book, 0), _folder.path("cache/_books/Book/OEBPS/a b.html#c d"));
+}
+
+TEST_F(EpubInspectionTest, UnreadablePackageGivesTheDefaults)
+{
+    const auto book = inspect(EpubBuilder().member(packageMember, "<package><broken"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->title(), "<not found>");
+    EXPECT_EQ(book->author(), "<unknown>");
+    EXPECT_EQ(book->isbn(), "<not found>");
+    EXPECT_TRUE(book->files().empty());
+}
+
+TEST_F(EpubInspectionTest, EscapesInFileNamesAreReplaced)
+{
+    const auto book
+        = inspect(withPackage(packageMember, "<item id='a' href='a%20b.xhtml'/><item id='b' href='%FF.xhtml'/>",
+            "<itemref idref='a'/><itemref idref='b'/>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(filesOf(book), (Lines { "OEBPS/a b.xhtml", "OEBPS/%FF.xhtml" }));
+}
+
+TEST_F(EpubInspectionTest, FilesOutsideTheBookAreDropped)
+{
+    const auto book = inspect(withPackage(packageMember,
+        "<item id='a' href='../../../../../../etc/passwd'/><item id='b' href='%2e%2e/../Other/x'/><item id='c' "
+        "href='a%00b'/>"
+        "<item id='d' href='../text/d.xhtml'/>",
+        "<itemref idref='a'/><itemref idref='b'/><itemref idref='c'/><itemref idref='d'/>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(filesOf(book), (Lines { "OEBPS/a%00b", "OEBPS/../text/d.xhtml" }));
+}
+
+TEST_F(EpubInspectionTest, PathsThatStayInTheBookAreFollowed)
+{
+    const auto book = inspect(withPackage("OEBPS/package/content.opf",
+        "<item id='c' href='../my%20img/c.jpg' media-type='image/jpeg'/><item id='ncx' href='../my%20toc.ncx'/>"
+        "<item id='a' href='../text/a.xhtml'/>",
+        "<itemref idref='a'/>", "<meta name='cover' content='c'/>")
+                                  .member("OEBPS/my img/c.jpg", test::picture(1000, 1000))
+                                  .member("OEBPS/my toc.ncx", "<n><text>A</text><content src='../text/a.xhtml'/></n>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->cover()->size(), (Size { 106, 106 }));
+    ASSERT_EQ(book->content()->size(), 1u);
+    EXPECT_EQ(src(book, 0), _folder.path("cache/_books/Book/OEBPS/package/../text/a.xhtml"));
+}
+
+TEST_F(EpubInspectionTest, CoverInTheOtherUnicodeFormIsFound)
+{
+    const auto book = inspect(withPackage("content.opf", "<item id='c' href='\u00E9.jpg' media-type='image/jpeg'/>", "",
+        "<meta name='cover' content='c'/>")
+                                  .member("e\u0301.jpg", test::picture(1000, 1000)));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->cover()->size(), (Size { 106, 106 }));
+}
+
+TEST_F(EpubInspectionTest, CoverOutsideTheScratchFolderIsNotRead)
+{
+    makeFile(_folder.path("cover.jpg"), test::picture(1000, 1000));
+    const auto book = inspect(withPackage("content.opf",
+        "<item id='c' href='../../cover.jpg' media-type='image/jpeg'/>", "", "<meta name='cover' content='c'/>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->cover()->size(), (Size { 106, 156 }));
+}
+
+TEST_F(EpubInspectionTest, ArchiveNamesOfDotsKeepTheBookInItsOwnFolder)
+{
+    for (const std::string name : { "..epub", "...epub" }) {
+        const auto book = inspectFile(EpubBuilder().write(_folder.path(name)));
+        ASSERT_TRUE(book) << name;
+        EXPECT_EQ(book->bookPath(), _folder.path("cache/_books/" + name));
+    }
+}
+
+TEST_F(EpubInspectionTest, ArchiveNameWithAnEscapeIsKept)
+{
+    const auto book = inspectFile(EpubBuilder().write(_folder.path("50%20off.epub")));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(filesOf(book).size(), 3u);
+    EXPECT_EQ(src(book, 0), _folder.path("cache/_books/50%20off/OEBPS/chapter1.xhtml"));
+}
+
+TEST_F(EpubInspectionTest, LineOfANameThatIsNotUtf8IsText)
+{
+    inspectFile(makeFile(_folder.path("caf\xE9.epub"), ""));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "caf\uFFFD.epub --> epub is corrupted (mimetype not identified)" }));
+}
+
+TEST_F(EpubInspectionTest, FileThatIsNoArchiveHasNoMimetype)
+{
+    createFolder(_folder.path("folder.epub"));
+    fs::create_symlink(_folder.path("nothing"), _folder.path("link.epub"));
+    const auto truncated = EpubBuilder().write(_folder.path("truncated.epub"));
+    fs::resize_file(truncated, 300);
+    makeFile(_folder.path("empty.epub"), "");
+    makeFile(_folder.path("text.epub"), "some text");
+    for (const std::string name : { "folder", "link", "truncated", "empty", "text", "missing" }) {
+        _hub.faultyBooks.clear();
+        EXPECT_FALSE(inspectFile(_folder.path(name + ".epub")));
+        EXPECT_EQ(_hub.faultyBooks, (Lines { name + ".epub --> epub is corrupted (mimetype not identified)" }));
+    }
+}
+
+TEST_F(EpubInspectionTest, ArchiveThatExpandsTooFarIsRejectedWithOneLine)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().member("bomb", std::string(80u << 20, '\0'))));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is too large to be opened safely" }));
+    EXPECT_TRUE(folderEntries(_hub.layout._dataPath)->empty());
+}
+
+TEST_F(EpubInspectionTest, EncryptedMimetypeIsNoMimetype)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().member("mimetype", "application/epub+zip", MemberKind::Encrypted)));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is corrupted (mimetype not identified)" }));
+}
+
+TEST_F(EpubInspectionTest, ContainerThatReadsOtherFilesGivesNothing)
+{
+    const auto canary = makeFile(_folder.path("canary"), "OEBPS/content.opf");
+    EXPECT_FALSE(inspect(EpubBuilder().member("META-INF/container.xml",
+        "<!DOCTYPE c [<!ENTITY e SYSTEM 'file://" + canary + "'>]><c><rootfile full-path='&e;'/></c>")));
+    EXPECT_EQ(_hub.faultyBooks.size(), 1u);
+}
+
+TEST_F(EpubInspectionTest, NothingIsWrittenOutsideTheScratchFolder)
+{
+    inspect(EpubBuilder().member("../evil", "x").member("/evil", "x").member("META-INF/../../evil", "x"));
+    auto entries = folderEntries(_folder.path());
+    ASSERT_TRUE(entries);
+    std::sort(entries->begin(), entries->end());
+    EXPECT_EQ(*entries, (Lines { "Book.epub", "cache" }));
+    EXPECT_EQ(folderEntries(_folder.path("cache")), (Lines { "_data" }));
+}
+
+}

@@ -1,0 +1,158 @@
+#pragma once
+
+#include "reader/EpubWindow.hpp"
+#include "reader/tocLinkTextField.hpp"
+#include "tests/support/FakeControls.hpp"
+#include "tests/support/FakeWebView.hpp"
+#include "tests/support/FakeWindow.hpp"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace pagora::test {
+
+class FakeTocView : public TocView {
+public:
+    Rect frame() const override { return rect; }
+    void setFrame(const Rect& value) override { rect = value; }
+    double clipHeight() const override { return clip; }
+    void removeAllSubviews() override { links.clear(); }
+    void addSubviews(const std::vector<tocLinkTextField*>& added) override
+    {
+        links.insert(links.end(), added.begin(), added.end());
+    }
+    void setNeedsDisplay(std::int64_t tag) override { redrawn.push_back(tag); }
+    void scrollToPoint(double x, double y) override { scrolledTo.emplace_back(x, y); }
+
+    Rect rect { 0, 0, 250, 600 };
+    double clip = 600;
+    std::vector<tocLinkTextField*> links;
+    std::vector<std::int64_t> redrawn;
+    std::vector<std::pair<double, double>> scrolledTo;
+};
+
+class FakeSplitView : public SplitView {
+public:
+    void setDelegate(SplitViewDelegate* value) override { delegate = value; }
+    Rect frame() const override { return rect; }
+    double dividerThickness() const override { return divider; }
+    Rect frameOfSubview(int subview) const override { return frames.at(static_cast<std::size_t>(subview)); }
+    void setFrameOfSubview(int subview, const Rect& frame) override
+    {
+        frames.at(static_cast<std::size_t>(subview)) = frame;
+    }
+    bool isSubviewHidden(int subview) const override { return hidden.at(static_cast<std::size_t>(subview)); }
+    void setSubviewHidden(int subview, bool value) override { hidden.at(static_cast<std::size_t>(subview)) = value; }
+
+    SplitViewDelegate* delegate = nullptr;
+    Rect rect { 0, 0, 1051, 600 };
+    double divider = 1;
+    std::vector<Rect> frames { { 0, 0, 250, 600 }, { 251, 0, 800, 600 } };
+    std::vector<bool> hidden { false, false };
+};
+
+// The parts of a reader window. They are shared, so that a test can still look at them when the window has gone.
+struct ReaderWindowParts {
+    FakeWindow window;
+    FakeSplitView mainSplitView;
+    FakeTocView tocView;
+    FakeButton goLeftButton;
+    FakeButton goRightButton;
+    FakeColorView bgView;
+    FakeWebView webView;
+    FakeTextField locLabel;
+    FakeSlider locSlider;
+    FakeSlider fontSizeSlider;
+    FakeSegmentedControl colorControl;
+    FakePopUpButton fontMenu;
+    FakeTextField searchField;
+    FakeWindow displayOptions;
+    std::vector<std::string> fontFamilies { "Cantarell", "Georgia", "Noto Sans" };
+    ReaderWindowActions actions;
+    // Whether the window still exists.
+    bool open = true;
+
+    ReaderWindowParts()
+    {
+        fontSizeSlider.least = 0.5;
+        fontSizeSlider.most = 2.5;
+        locSlider.rect = { 100, 10, 600, 20 };
+        locLabel.rect = { 720, 10, 60, 20 };
+    }
+};
+
+// Both kinds of reader window; `Interface` is EpubWindow or ReaderWindow.
+template <typename Interface>
+class FakeReaderWindowBase : public Interface {
+public:
+    explicit FakeReaderWindowBase(std::shared_ptr<ReaderWindowParts> shared = std::make_shared<ReaderWindowParts>())
+        : parts(std::move(shared))
+    {
+    }
+    ~FakeReaderWindowBase() override { parts->open = false; }
+
+    Window& window() override { return parts->window; }
+    void setActions(ReaderWindowActions actions) override { parts->actions = std::move(actions); }
+    SplitView& mainSplitView() override { return parts->mainSplitView; }
+    TocView& tocView() override { return parts->tocView; }
+    Button& goLeftButton() override { return parts->goLeftButton; }
+    Button& goRightButton() override { return parts->goRightButton; }
+    ColorView& bgView() override { return parts->bgView; }
+    WebView& webView() override { return parts->webView; }
+    TextField& locLabel() override { return parts->locLabel; }
+    Slider& locSlider() override { return parts->locSlider; }
+
+    std::shared_ptr<ReaderWindowParts> parts;
+};
+
+using FakeReaderWindow = FakeReaderWindowBase<ReaderWindow>;
+
+class FakeEpubWindow : public FakeReaderWindowBase<EpubWindow> {
+public:
+    using FakeReaderWindowBase::FakeReaderWindowBase;
+    Slider& fontSizeSlider() override { return parts->fontSizeSlider; }
+    SegmentedControl& colorControl() override { return parts->colorControl; }
+    PopUpButton& fontMenu() override { return parts->fontMenu; }
+    TextField& searchField() override { return parts->searchField; }
+    Window& displayOptions() override { return parts->displayOptions; }
+    std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }
+};
+
+// Keeps the parts of every window that it made, in order.
+class FakeReaderWindowFactory : public ReaderWindowFactory {
+public:
+    std::unique_ptr<EpubWindow> makeEpubWindow() override
+    {
+        return std::make_unique<FakeEpubWindow>(newParts(epubWindows, "epubWin"));
+    }
+    std::unique_ptr<ReaderWindow> makeFixedWindow() override
+    {
+        return std::make_unique<FakeReaderWindow>(newParts(fixedWindows, "fixedWin"));
+    }
+    void prepareNextWindow() override { ++timesPrepared; }
+
+    std::vector<std::shared_ptr<ReaderWindowParts>> epubWindows;
+    std::vector<std::shared_ptr<ReaderWindowParts>> fixedWindows;
+    int timesPrepared = 0;
+    Journal* journal = nullptr;
+    // Whether new windows hold the reply to `laidOut`.
+    bool holdsLayout = false;
+
+private:
+    std::shared_ptr<ReaderWindowParts> newParts(std::vector<std::shared_ptr<ReaderWindowParts>>& list, const char* name)
+    {
+        auto parts = std::make_shared<ReaderWindowParts>();
+        parts->window.holdsLayout = holdsLayout;
+        if (journal) {
+            parts->window.keepJournal(*journal, name);
+            parts->webView.journal = journal;
+            journal->push_back(std::string(name) + ".make");
+        }
+        list.push_back(parts);
+        return parts;
+    }
+};
+
+}

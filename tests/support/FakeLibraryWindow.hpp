@@ -1,0 +1,160 @@
+#pragma once
+
+#include "app/LibraryWindow.hpp"
+#include "tests/support/FakeControls.hpp"
+#include "tests/support/FakeWindow.hpp"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace pagora::test {
+
+// A library view that shows nothing. `click` and `select` are what the user does in it.
+class FakeLibraryViewSurface : public LibraryViewSurface {
+public:
+    FakeLibraryViewSurface(const char* layoutName, ArrayController& shown)
+        : layout(layoutName)
+        , books(shown)
+    {
+    }
+
+    void makeFirstResponder() override { ++timesFocused; }
+    void setHandler(Handler* value) override { handler = value; }
+
+    void select(std::vector<std::size_t> indexes)
+    {
+        books.setSelectionIndexes(std::move(indexes));
+        if (handler)
+            handler->userDidSelect();
+    }
+    // On the selection, or on an empty part when nothing is selected.
+    void click(int clickCount = 1)
+    {
+        if (handler)
+            handler->userDidClick(clickCount);
+    }
+
+    const std::string layout;
+    ArrayController& books;
+    Handler* handler = nullptr;
+    int timesFocused = 0;
+};
+
+// The place of the library views, in a window of its own or in the whole library window.
+template <typename Interface>
+class FakeLibraryViewHostBase : public Interface {
+public:
+    std::unique_ptr<LibraryViewSurface> loadView(const char* layout, ArrayController& books) override
+    {
+        loadedLayouts.push_back(layout);
+        return std::make_unique<FakeLibraryViewSurface>(layout, books);
+    }
+    void setContentView(LibraryViewSurface& view) override
+    {
+        shown = static_cast<FakeLibraryViewSurface*>(&view);
+        if (journal)
+            journal->push_back("contentView.set " + shown->layout);
+    }
+    void removeContentView(LibraryViewSurface& view) override
+    {
+        if (shown == &view)
+            shown = nullptr;
+    }
+    Button& readerButton() override { return readerButtonFake; }
+    SegmentedControl& bListControl() override { return bListControlFake; }
+
+    // Every layout a view was built from, in order.
+    std::vector<std::string> loadedLayouts;
+    // The view in the window.
+    FakeLibraryViewSurface* shown = nullptr;
+    FakeButton readerButtonFake;
+    FakeSegmentedControl bListControlFake;
+    Journal* journal = nullptr;
+};
+
+using FakeLibraryViewHost = FakeLibraryViewHostBase<LibraryViewHost>;
+
+// The library window. Its parts end in "Fake", so that tests get at more than the interface shows.
+class FakeLibraryWindow : public FakeLibraryViewHostBase<LibraryWindow> {
+public:
+    struct Alert {
+        std::string title;
+        std::string message;
+        std::string button;
+        bool operator==(const Alert&) const = default;
+    };
+    struct Panel {
+        std::string message;
+        bool multiple = false;
+        std::function<void(std::optional<std::vector<std::string>>)> chosen;
+    };
+
+    void setActions(LibraryWindowActions value) override { actions = std::move(value); }
+    Window& mainWindow() override { return mainWindowFake; }
+    Window& errorWin() override { return errorWinFake; }
+    TextField& errorList() override { return errorListFake; }
+    Window& indicatorWindow() override { return indicatorWindowFake; }
+    TextField& processLabel() override { return processLabelFake; }
+    ProgressIndicator& processIndicator() override { return processIndicatorFake; }
+    ProgressIndicator& progressBar() override { return progressBarFake; }
+    TextField& procText() override { return procTextFake; }
+    Button& stopButton() override { return stopButtonFake; }
+    Window& settingsWin() override { return settingsWinFake; }
+    SegmentedControl& dragDropMatrix() override { return dragDropMatrixFake; }
+    Menu* toolBarMenu() override
+    {
+        if (journal)
+            journal->push_back("toolBarMenu");
+        return menu ? &*menu : nullptr;
+    }
+    void activateIgnoringOtherApps() override
+    {
+        if (journal)
+            journal->push_back("activate");
+    }
+    void terminate() override { ++timesTerminated; }
+    void runAlertPanel(const std::string& title, const std::string& message, const std::string& button) override
+    {
+        alerts.push_back({ title, message, button });
+    }
+    void runOpenPanel(const std::string& message, bool multiple,
+        std::function<void(std::optional<std::vector<std::string>>)> chosen) override
+    {
+        panels.push_back({ message, multiple, std::move(chosen) });
+    }
+    void setEventMonitor(std::function<bool(const LibraryEvent&)> value) override { monitor = std::move(value); }
+
+    // All of it writes to one journal.
+    void keepJournal(Journal& lines)
+    {
+        journal = &lines;
+        mainWindowFake.keepJournal(lines, "mainWindow");
+        errorWinFake.keepJournal(lines, "errorWin");
+        indicatorWindowFake.keepJournal(lines, "indicatorWindow");
+        bListControlFake.keepJournal(lines, "bListControl");
+    }
+
+    LibraryWindowActions actions;
+    FakeWindow mainWindowFake;
+    FakeWindow errorWinFake;
+    FakeTextField errorListFake;
+    FakeWindow indicatorWindowFake;
+    FakeTextField processLabelFake;
+    FakeProgressIndicator processIndicatorFake;
+    FakeProgressIndicator progressBarFake;
+    FakeTextField procTextFake;
+    FakeButton stopButtonFake;
+    FakeWindow settingsWinFake;
+    FakeSegmentedControl dragDropMatrixFake;
+    std::optional<FakeMenu> menu;
+    int timesTerminated = 0;
+    std::vector<Alert> alerts;
+    std::vector<Panel> panels;
+    std::function<bool(const LibraryEvent&)> monitor;
+};
+
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "reader/ReaderHub.hpp"
+#include "tests/support/FakeWindow.hpp"
+
+#include <functional>
+#include <vector>
+
+namespace pagora::test {
+
+// The hub as the readers see it. `whenClosed` is what the closing does.
+class FakeReaderHub : public ReaderHub {
+public:
+    void _closeEPUB() override {
+        ++timesClosed;
+        if (whenClosed)
+            whenClosed();
+    }
+    Window& mainWindow() override { return library; }
+    bool fullScreenMode() const override { return fullScreen; }
+    void setFullScreenMode(bool value) override { fullScreen = value; }
+    bool inCloseEpubMethod() const override { return closing; }
+    void setInCloseEpubMethod(bool value) override { closing = value; }
+    void windowDidExitFullScreen() override { ++timesExitedFullScreen; }
+    void openURL(const Url& url) override { opened.push_back(url); }
+
+    FakeWindow library;
+    bool fullScreen = false;
+    bool closing = false;
+    int timesClosed = 0;
+    int timesExitedFullScreen = 0;
+    std::function<void()> whenClosed;
+    std::vector<Url> opened;
+};
+
+}

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "platform/Window.hpp"
+#include "tests/support/FakeControls.hpp"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace pagora::test {
+
+// A window that remembers what was done to it. It leaves and enters full screen when the test says so; `laidOut`
+// answers at once unless it is held.
+class FakeWindow : public Window {
+public:
+    void setTitle(const std::string& value) override { title = value; }
+    Rect frame() const override { return rect; }
+    void setFrame(const Rect& value) override
+    {
+        rect = value;
+        note("setFrame");
+    }
+    void animateToFrame(const Rect& value) override
+    {
+        rect = value;
+        animatedTo.push_back(value);
+        note("animateToFrame");
+    }
+    void center() override { note("center"); }
+
+    void orderFront() override
+    {
+        visible = true;
+        note("orderFront");
+    }
+    void makeKeyAndOrderFront() override
+    {
+        visible = true;
+        key = true;
+        note("makeKeyAndOrderFront");
+    }
+    void orderOut() override
+    {
+        visible = false;
+        key = false;
+        note("orderOut");
+    }
+    bool isVisible() const override { return visible; }
+    bool isKeyWindow() const override { return key; }
+
+    void toggleFullScreen() override
+    {
+        ++timesToggled;
+        note("toggleFullScreen");
+    }
+
+    Reply<void> laidOut() override
+    {
+        if (!holdsLayout)
+            return Reply<void>::of();
+        Reply<void> reply;
+        _layouts.push_back(reply.resolver());
+        return reply;
+    }
+    // Answers every `laidOut` that is held.
+    void finishLayout()
+    {
+        for (const auto& answer : std::exchange(_layouts, {}))
+            answer();
+    }
+
+    void keepJournal(Journal& lines, std::string asName)
+    {
+        journal = &lines;
+        name = std::move(asName);
+    }
+
+    std::string title;
+    Rect rect;
+    bool visible = false;
+    // A test that makes another window key clears it here.
+    bool key = false;
+    int timesToggled = 0;
+    std::vector<Rect> animatedTo;
+    bool holdsLayout = false;
+    Journal* journal = nullptr;
+    std::string name;
+
+private:
+    void note(const std::string& operation)
+    {
+        if (journal)
+            journal->push_back(name + "." + operation);
+    }
+
+    std::vector<Reply<void>::Resolver> _layouts;
+};
+
+}

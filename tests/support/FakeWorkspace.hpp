@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/CopyIntoFolder.hpp"
+#include "platform/Path.hpp"
+#include "platform/Workspace.hpp"
+
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace pagora::test {
+
+// A workspace that copies for real and only remembers the rest.
+class FakeWorkspace : public Workspace {
+public:
+    std::vector<std::optional<std::string>> copyFiles(
+        const std::string& source, const std::string& destination, const std::vector<std::string>& names) override
+    {
+        const std::lock_guard lock(_mutex);
+        std::vector<std::optional<std::string>> copies;
+        for (const auto& name : names) {
+            copied.push_back(appendingPathComponent(source, name));
+            copies.push_back(failing.contains(name) ? std::nullopt : copyIntoFolder(copied.back(), destination));
+        }
+        return copies;
+    }
+    bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override
+    {
+        const std::lock_guard lock(_mutex);
+        for (const auto& name : names)
+            recycled.push_back(appendingPathComponent(source, name));
+        return true;
+    }
+    void selectFile(const std::string& path) override { revealed.push_back(path); }
+    void openURL(const Url& url) override { opened.push_back(url); }
+    void noteNewRecentDocumentURL(const Url& url) override { recent.push_back(url); }
+
+    // Names of files whose copies fail.
+    std::set<std::string> failing;
+    // Paths of the files that were asked for, in order.
+    std::vector<std::string> copied;
+    std::vector<std::string> recycled;
+    std::vector<std::string> revealed;
+    std::vector<Url> opened;
+    std::vector<Url> recent;
+
+private:
+    std::mutex _mutex;
+};
+
+}

@@ -14,9 +14,10 @@ namespace {
 void BookClosing::close()
 {
     const auto book = _state.currentBook;
-    if (book && book->type() == "default")
+    // A book that was removed from the library while it is read leaves its reader behind.
+    if (book ? book->type() == "default" : _state._epubWindowController != nullptr)
         closeReflowable();
-    else if (book && book->type() == "fixed")
+    else if (book ? book->type() == "fixed" : _state._fixedWindowController != nullptr)
         closeFixed();
 
     if (_state._singleEpub && book && book->epubPath() && _state.singleEpubWasCopied)

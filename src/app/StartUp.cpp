@@ -93,7 +93,6 @@ void StartUp::checkVersion()
 void StartUp::loadCatalogue()
 {
     _state.catalogue.clear();
-    _state.faultyBooks.takeAll();
     const auto stored = _platform.defaults.objectForKey(BookData);
     if (!stored || !stored->array() || stored->array()->empty())
         return;

@@ -8,9 +8,9 @@ namespace pagora {
 
 namespace {
 
-    constexpr std::size_t most = 20;
-    // A URL without a scheme is a file too.
-    constexpr std::array<std::string_view, 6> schemesOfTheBook { "", "file", "data", "blob", "about", "javascript" };
+constexpr std::size_t most = 20;
+// A URL without a scheme is a file too.
+constexpr std::array<std::string_view, 6> schemesOfTheBook { "", "file", "data", "blob", "about", "javascript" };
 
 }
 

@@ -95,9 +95,9 @@ std::int64_t PageGeometry::offsetAround(double place, std::int64_t S) const
 {
     const double last = std::max(0.0, S - W);
     const double start = std::clamp(place * S - W / 2, 0.0, last);
-    // Boundaries are cut to whole points, so an offset on one may be almost a point before it.
+    // Boundaries are cut to whole points, so an offset on one may be a point before it.
     const double boundary = std::round(start * columns / W) * W / columns;
-    if (std::abs(start - boundary) < 1 || last - start < 1)
+    if (std::abs(start - boundary) < 1.5 || last - start < 1)
         return truncated(std::round(start));
     return truncated(std::min(boundary, last));
 }

@@ -1,11 +1,9 @@
 #pragma once
 
 #include "app/MainController.hpp"
-
 #include "platform/Files.hpp"
 #include "platform/Numbers.hpp"
 #include "platform/Path.hpp"
-
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/FakeEpubWindow.hpp"
 #include "tests/support/FakeLibraryWindow.hpp"
@@ -100,12 +98,8 @@ public:
     FakeLibraryWindow window;
     FakeReaderWindowFactory readerWindows;
     std::unique_ptr<MainController> controller = std::make_unique<MainController>(
-        Platform { { home.path("Documents"), home.path("Caches"), home.path(), "org.pagora.Test", version },
-                   defaults,
-                   workspace,
-                   runLoop,
-                   window,
-                   readerWindows },
+        Platform { { home.path("Documents"), home.path("Caches"), home.path(), "org.pagora.Test", version }, defaults,
+            workspace, runLoop, window, readerWindows },
         [](const std::string&) { return std::string(); });
 };
 

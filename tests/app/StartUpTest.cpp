@@ -1,6 +1,5 @@
-#include "tests/app/Program.hpp"
-
 #include "platform/Log.hpp"
+#include "tests/app/Program.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -32,9 +31,9 @@ TEST(StartUp, GoesThroughItsStepsInOrder)
     program.defaults.setWhenChanged([&journal] { journal.push_back("defaults"); });
     program.launch();
     EXPECT_EQ(journal,
-              (Journal { "activate", "indicatorWindow.center", "indicatorWindow.orderFront", "contentView.set ImageView",
-                         "bListControl.show", "defaults", "toolBarMenu", "defaults", "indicatorWindow.orderOut",
-                         "errorWin.orderFront", "defaults" }));
+        (Journal { "activate", "indicatorWindow.center", "indicatorWindow.orderFront", "contentView.set ImageView",
+            "bListControl.show", "defaults", "toolBarMenu", "defaults", "indicatorWindow.orderOut",
+            "errorWin.orderFront", "defaults" }));
     program.defaults.setWhenChanged(nullptr);
 }
 
@@ -113,8 +112,8 @@ TEST(StartUp, AnotherVersionRebuildsTheCatalogueFromTheFolder)
     Program program;
     program.defaults.setObject("BundleVersion", "8");
     program.defaults.setObject("PreviousSuccessfulLaunch", true);
-    program.defaults.setObject(
-        "BookData", Value::Array { Value::Dictionary { { "ePubPath", program.inLibrary("Sea.epub") }, { "LastInd", 3 } } });
+    program.defaults.setObject("BookData",
+        Value::Array { Value::Dictionary { { "ePubPath", program.inLibrary("Sea.epub") }, { "LastInd", 3 } } });
     program.writeBook(program.inLibrary("Sea.epub"));
     program.launch();
     EXPECT_EQ(program.titles(), Names { "Sea" });
@@ -144,8 +143,8 @@ TEST(StartUp, ABookWhoseArchiveHasGoneStays)
 {
     Program program;
     program.keepStoredValues();
-    program.defaults.setObject(
-        "BookData", Value::Array { Value::Dictionary { { "Title", "Gone" }, { "ePubPath", program.inLibrary("Gone.epub") } } });
+    program.defaults.setObject("BookData",
+        Value::Array { Value::Dictionary { { "Title", "Gone" }, { "ePubPath", program.inLibrary("Gone.epub") } } });
     program.launch();
     EXPECT_EQ(program.titles(), Names { "Gone" });
 }
@@ -154,8 +153,8 @@ TEST(StartUp, BooksThatTheCatalogueKnowsAreNotImportedAgain)
 {
     Program program;
     program.keepStoredValues();
-    program.defaults.setObject(
-        "BookData", Value::Array { Value::Dictionary { { "Title", "Known" }, { "ePubPath", program.inLibrary("Sea.epub") } } });
+    program.defaults.setObject("BookData",
+        Value::Array { Value::Dictionary { { "Title", "Known" }, { "ePubPath", program.inLibrary("Sea.epub") } } });
     program.writeBook(program.inLibrary("Sea.epub"));
     program.launch();
     EXPECT_EQ(program.titles(), Names { "Known" });
@@ -174,6 +173,15 @@ TEST(StartUp, RejectedFilesAreShownTogetherAndForgotten)
     EXPECT_TRUE(lines[1].starts_with("Two.epub --> "));
     EXPECT_TRUE(program.window.errorWinFake.visible);
     EXPECT_TRUE(program.controller->faultyBooks().empty());
+}
+
+TEST(StartUp, ALineFromBeforeTheLaunchIsShownAfterIt)
+{
+    Program program;
+    program.controller->addFaultyBook("The stored values were damaged.");
+    program.launch();
+    EXPECT_EQ(program.window.errorListFake.text, "The stored values were damaged.");
+    EXPECT_TRUE(program.window.errorWinFake.visible);
 }
 
 TEST(StartUp, ALibraryFolderThatCannotBeMadeIsLogged)
@@ -220,98 +228,6 @@ TEST(StartUp, TheToolbarMenuKeepsThreeItemsInTwoGroups)
     program.launch();
     EXPECT_EQ(program.window.menu->shownTitles(), (Names { "0", "1", test::FakeMenu::separator, "3" }));
     EXPECT_EQ(program.window.menu->numberOfItems(), 7);
-}
-
-TEST(OpeningAtLaunch, OneFileIsImportedAndOpened)
-{
-    Program program;
-    program.keepStoredValues();
-    program.controller->applicationWillFinishLaunching();
-    program.controller->openFiles({ program.download("Sea.epub") });
-    EXPECT_FALSE(fileExists(program.inLibrary("Sea.epub")));
-    program.controller->applicationDidFinishLaunching();
-    program.runLoop.runTimers();
-    EXPECT_EQ(program.titles(), Names { "Sea" });
-    EXPECT_TRUE(program.isReading());
-    EXPECT_EQ(program.reader().window.title, "Pagora - Sea");
-    EXPECT_FALSE(program.controller->state()._singleEpub);
-    EXPECT_FALSE(program.controller->state()._filesToOpenByApp);
-}
-
-TEST(OpeningAtLaunch, AFileThatIsInTheLibraryOpensTheLastRecord)
-{
-    Program program;
-    program.keepStoredValues();
-    program.writeBook(program.inLibrary("Sea.epub"));
-    program.controller->applicationWillFinishLaunching();
-    program.controller->openFiles({ program.inLibrary("Sea.epub") });
-    program.controller->applicationDidFinishLaunching();
-    program.runLoop.runTimers();
-    EXPECT_EQ(program.titles(), Names { "Sea" });
-    EXPECT_EQ(program.controller->currentBook(), program.catalogue().lastBook());
-}
-
-TEST(OpeningAtLaunch, SeveralFilesAreImportedAndNotOpened)
-{
-    Program program;
-    program.controller->applicationWillFinishLaunching();
-    program.controller->openFiles({ program.download("Sea.epub"), program.download("Land.epub") });
-    program.controller->applicationDidFinishLaunching();
-    program.runLoop.runTimers();
-    EXPECT_EQ(program.titles(), (Names { "Sea", "Land" }));
-    EXPECT_EQ(program.window.shown->books.content().size(), 2u);
-    EXPECT_FALSE(program.isReading());
-}
-
-TEST(OpeningAtLaunch, FilesAreCopiedAlsoWhereDropsAreMoved)
-{
-    Program program;
-    program.keepStoredValues();
-    program.defaults.setObject("DragDropMode", "Move");
-    program.controller->applicationWillFinishLaunching();
-    program.controller->openFiles({ program.download("Sea.epub"), program.download("Land.epub") });
-    program.controller->applicationDidFinishLaunching();
-    program.runLoop.runTimers();
-    EXPECT_TRUE(fileExists(program.inDownloads("Sea.epub")));
-    EXPECT_TRUE(fileExists(program.inLibrary("Sea.epub")));
-}
-
-TEST(OpeningAtLaunch, ABrokenFileWithAnEmptyLibraryOpensNothing)
-{
-    Program program;
-    program.controller->applicationWillFinishLaunching();
-    program.controller->openFiles({ program.downloadBroken("Broken.epub") });
-    program.controller->applicationDidFinishLaunching();
-    program.runLoop.runTimers();
-    EXPECT_FALSE(program.isReading());
-    EXPECT_TRUE(program.window.alerts.empty());
-}
-
-TEST(OpeningAtLaunch, AFileThatArrivesDuringTheLaunchWaitsForItsEnd)
-{
-    Program program;
-    program.runLoop.holdsBackground = true;
-    program.launch();
-    program.controller->openFiles({ program.download("Sea.epub") });
-    EXPECT_FALSE(fileExists(program.inLibrary("Sea.epub")));
-    EXPECT_FALSE(program.controller->state()._filesToOpenByApp);
-    program.runLoop.holdsBackground = false;
-    program.runLoop.finishBackground();
-    EXPECT_EQ(program.catalogue().count(), 0u);
-    EXPECT_EQ(program.reader().window.title, "Pagora - Sea");
-}
-
-TEST(OpeningAtLaunch, FilesDroppedDuringTheLaunchWaitForItsEnd)
-{
-    Program program;
-    program.runLoop.holdsBackground = true;
-    program.launch();
-    program.drop({ program.download("Sea.epub") });
-    program.runLoop.holdsBackground = false;
-    EXPECT_EQ(program.catalogue().count(), 0u);
-    program.runLoop.finishBackground();
-    EXPECT_EQ(program.titles(), Names { "Sea" });
-    EXPECT_TRUE(fileExists(program.inLibrary("Sea.epub")));
 }
 
 TEST(Termination, ClosingTheLibraryWindowEndsTheProgram)

@@ -3,7 +3,6 @@
 #include "platform/Numbers.hpp"
 
 #include <gtest/gtest.h>
-
 #include <limits>
 
 namespace pagora {
@@ -76,7 +75,7 @@ TEST(CatalogueEntry, WritingStopsAtTheFirstValueThatIsMissing)
     const auto book = wholeBook();
     book->setAuthor(std::nullopt);
     EXPECT_EQ(keysOf(entryFromBook(*book)),
-              (std::vector<std::string> { "BookLoc", "Content", "Files", "Title", "Type", "ePubPath" }));
+        (std::vector<std::string> { "BookLoc", "Content", "Files", "Title", "Type", "ePubPath" }));
 }
 
 TEST(CatalogueEntry, ARecordWithoutCoverIsWrittenWithoutItsPosition)
@@ -84,7 +83,7 @@ TEST(CatalogueEntry, ARecordWithoutCoverIsWrittenWithoutItsPosition)
     const auto book = wholeBook();
     book->setImgData(std::nullopt);
     EXPECT_EQ(keysOf(entryFromBook(*book)),
-              (std::vector<std::string> { "Author", "BookLoc", "Content", "Files", "ISBN", "Title", "Type", "ePubPath" }));
+        (std::vector<std::string> { "Author", "BookLoc", "Content", "Files", "ISBN", "Title", "Type", "ePubPath" }));
 }
 
 TEST(CatalogueEntry, ARecordWithoutFilesIsWrittenWithAnEmptyArray)
@@ -136,7 +135,8 @@ TEST(CatalogueEntry, TheStoredPositionIsLoaded)
 
 TEST(CatalogueEntry, StoredFilesLoadAsFileUrlsInTheirOrder)
 {
-    const auto loaded = bookFromEntry(Value::Dictionary { { "Files", Value::Array { "/b/two words.xhtml", "/b/a.xhtml" } } });
+    const auto loaded
+        = bookFromEntry(Value::Dictionary { { "Files", Value::Array { "/b/two words.xhtml", "/b/a.xhtml" } } });
     ASSERT_EQ(loaded->files().size(), 2u);
     EXPECT_TRUE(loaded->files()[0].isFile());
     EXPECT_EQ(loaded->files()[0].path(), "/b/two words.xhtml");

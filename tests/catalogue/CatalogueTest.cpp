@@ -1,7 +1,6 @@
 #include "catalogue/Catalogue.hpp"
 
 #include "catalogue/CatalogueEntry.hpp"
-
 #include "tests/support/TemporaryFolder.hpp"
 
 #include <gtest/gtest.h>
@@ -48,7 +47,7 @@ TEST_F(CatalogueOfThree, LoadsARecordAndALocationForEachEntryInStoredOrder)
     EXPECT_EQ(catalogue.count(), 3u);
     EXPECT_EQ(titlesOf(catalogue), (std::vector<std::string> { "a", "b", "c" }));
     EXPECT_EQ(catalogue.epubLocations(),
-              (std::vector<std::string> { "/library/a.epub", "/library/b.epub", "/library/c.epub" }));
+        (std::vector<std::string> { "/library/a.epub", "/library/b.epub", "/library/c.epub" }));
 }
 
 TEST(Catalogue, AnEmptyStoredArrayGivesNoRecords)

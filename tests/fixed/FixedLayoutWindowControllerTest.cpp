@@ -1,4 +1,5 @@
 #include "fixed/FixedLayoutWindowController.hpp"
+
 #include "platform/Log.hpp"
 #include "tests/support/FakeEpubWindow.hpp"
 #include "tests/support/FakeReaderHub.hpp"
@@ -16,7 +17,8 @@ namespace {
 
 class FixedLayoutWindowControllerTest : public testing::Test {
 protected:
-    FixedLayoutWindowControllerTest() {
+    FixedLayoutWindowControllerTest()
+    {
         controller->_fixedController()->loadSplits({ Url::file("/book/1.xhtml"), Url::file("/book/2.xhtml") }, {});
         parts->webView.finishDocument();
     }
@@ -33,20 +35,23 @@ protected:
 
 }
 
-TEST_F(FixedLayoutWindowControllerTest, ClosingIsSilentAndLeftToTheHub) {
+TEST_F(FixedLayoutWindowControllerTest, ClosingIsSilentAndLeftToTheHub)
+{
     controller->closeEPUB();
     EXPECT_TRUE(logged.empty());
     EXPECT_EQ(hub.timesClosed, 1);
 }
 
-TEST_F(FixedLayoutWindowControllerTest, AnActionMayEndTheWindow) {
+TEST_F(FixedLayoutWindowControllerTest, AnActionMayEndTheWindow)
+{
     hub.whenClosed = [this] { controller = nullptr; };
     const auto close = parts->actions.closeEPUB;
     close();
     EXPECT_FALSE(parts->open);
 }
 
-TEST_F(FixedLayoutWindowControllerTest, TheActionsReachTheReader) {
+TEST_F(FixedLayoutWindowControllerTest, TheActionsReachTheReader)
+{
     parts->actions.changePage(1);
     EXPECT_EQ(parts->webView.loads.size(), 2U);
     parts->webView.finishDocument();
@@ -56,7 +61,8 @@ TEST_F(FixedLayoutWindowControllerTest, TheActionsReachTheReader) {
     EXPECT_TRUE(parts->mainSplitView.hidden[0]);
 }
 
-TEST_F(FixedLayoutWindowControllerTest, WithoutItsReaderTheWindowTakesNoActions) {
+TEST_F(FixedLayoutWindowControllerTest, WithoutItsReaderTheWindowTakesNoActions)
+{
     controller->set_fixedController(nullptr);
     parts->actions.changePage(1);
     parts->actions.closeEPUB();

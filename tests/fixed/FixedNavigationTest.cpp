@@ -13,7 +13,8 @@ protected:
 
 }
 
-TEST_F(FixedNavigation, OnTheLastPageNothingTurnsOn) {
+TEST_F(FixedNavigation, OnTheLastPageNothingTurnsOn)
+{
     openAt(3, 3);
     state.lastSliderValue = 9;
     parts->goRightButton.click();
@@ -24,7 +25,8 @@ TEST_F(FixedNavigation, OnTheLastPageNothingTurnsOn) {
     EXPECT_FALSE(page().hidden);
 }
 
-TEST_F(FixedNavigation, OnTheFirstPageNothingTurnsBack) {
+TEST_F(FixedNavigation, OnTheFirstPageNothingTurnsBack)
+{
     openAt(1, 3);
     state.lastSliderValue = 9;
     parts->goLeftButton.click();
@@ -33,7 +35,8 @@ TEST_F(FixedNavigation, OnTheFirstPageNothingTurnsBack) {
     EXPECT_EQ(state.lastSliderValue, 9);
 }
 
-TEST_F(FixedNavigation, TheSliderLoadsAPageOnce) {
+TEST_F(FixedNavigation, TheSliderLoadsAPageOnce)
+{
     openAt(5, 9);
     parts->locSlider.moveTo(5);
     EXPECT_TRUE(newLoads().empty());
@@ -44,7 +47,8 @@ TEST_F(FixedNavigation, TheSliderLoadsAPageOnce) {
     EXPECT_EQ(newLoads().size(), 1U);
 }
 
-TEST_F(FixedNavigation, TheSliderOnThePageShownLoadsNothingAndIsRemembered) {
+TEST_F(FixedNavigation, TheSliderOnThePageShownLoadsNothingAndIsRemembered)
+{
     openAt(5, 9);
     state.lastSliderValue = 0;
     parts->locSlider.moveTo(5);
@@ -52,7 +56,8 @@ TEST_F(FixedNavigation, TheSliderOnThePageShownLoadsNothingAndIsRemembered) {
     EXPECT_EQ(state.lastSliderValue, 5);
 }
 
-TEST_F(FixedNavigation, AButtonMovesTheRememberedSliderValueAtOnce) {
+TEST_F(FixedNavigation, AButtonMovesTheRememberedSliderValueAtOnce)
+{
     openAt(3, 9);
     parts->goRightButton.click();
     EXPECT_EQ(state.lastSliderValue, 4);
@@ -65,13 +70,15 @@ TEST_F(FixedNavigation, AButtonMovesTheRememberedSliderValueAtOnce) {
     EXPECT_EQ(newLoads().size(), 1U);
 }
 
-TEST_F(FixedNavigation, AnyOtherTagTurnsOn) {
+TEST_F(FixedNavigation, AnyOtherTagTurnsOn)
+{
     openAt(3, 9);
     reader->changePage(3);
     EXPECT_EQ(newLoads(), std::vector<Url> { file(4) });
 }
 
-TEST_F(FixedNavigation, AContentsLinkWithAFragmentLightsItsOwnEntry) {
+TEST_F(FixedNavigation, AContentsLinkWithAFragmentLightsItsOwnEntry)
+{
     const auto target = *Url::fromString(file(2).text() + "#s");
     open(3, std::vector<ContentsEntry> { { "Page", file(2), 1 }, { "Section", target, 2 } });
     parts->tocView.links.at(1)->mouseDown();
@@ -82,7 +89,8 @@ TEST_F(FixedNavigation, AContentsLinkWithAFragmentLightsItsOwnEntry) {
     EXPECT_FALSE(parts->tocView.links.at(0)->isActive());
 }
 
-TEST_F(FixedNavigation, APageLoadedByItsFileLightsTheBareEntry) {
+TEST_F(FixedNavigation, APageLoadedByItsFileLightsTheBareEntry)
+{
     const auto target = *Url::fromString(file(2).text() + "#s");
     open(3, std::vector<ContentsEntry> { { "Page", file(2), 1 }, { "Section", target, 2 } });
     reader->changePage(on);
@@ -91,13 +99,15 @@ TEST_F(FixedNavigation, APageLoadedByItsFileLightsTheBareEntry) {
     EXPECT_FALSE(parts->tocView.links.at(1)->isActive());
 }
 
-TEST_F(FixedNavigation, ClickingTheActiveEntryReloadsItsPage) {
+TEST_F(FixedNavigation, ClickingTheActiveEntryReloadsItsPage)
+{
     open(3, std::vector<ContentsEntry> { { "Page", file(1), 1 } });
     parts->tocView.links.at(0)->mouseDown();
     EXPECT_EQ(page().loads, (std::vector<Url> { file(1), file(1) }));
 }
 
-TEST_F(FixedNavigation, ThePageIsHiddenUntilItIsScaled) {
+TEST_F(FixedNavigation, ThePageIsHiddenUntilItIsScaled)
+{
     openAt(3, 9);
     reader->changePage(back);
     EXPECT_EQ(newLoads(), std::vector<Url> { file(2) });
@@ -107,7 +117,8 @@ TEST_F(FixedNavigation, ThePageIsHiddenUntilItIsScaled) {
     EXPECT_EQ(label(), "2 of 9");
 }
 
-TEST_F(FixedNavigation, AFlickTurnsOnePage) {
+TEST_F(FixedNavigation, AFlickTurnsOnePage)
+{
     openAt(3, 9);
     reader->scrollWheelBegan(0);
     EXPECT_TRUE(newLoads().empty());
@@ -117,7 +128,8 @@ TEST_F(FixedNavigation, AFlickTurnsOnePage) {
     EXPECT_EQ(newLoads(), (std::vector<Url> { file(4), file(3) }));
 }
 
-TEST_F(FixedNavigation, ActionsWaitForThePageThatIsLoading) {
+TEST_F(FixedNavigation, ActionsWaitForThePageThatIsLoading)
+{
     openAt(3, 9);
     reader->changePage(on);
     reader->changePage(on);
@@ -126,7 +138,8 @@ TEST_F(FixedNavigation, ActionsWaitForThePageThatIsLoading) {
     EXPECT_EQ(newLoads(), (std::vector<Url> { file(4), file(5) }));
 }
 
-TEST_F(FixedNavigation, AMissingPageIsPassedByTheNextTurn) {
+TEST_F(FixedNavigation, AMissingPageIsPassedByTheNextTurn)
+{
     openAt(3, 9);
     reader->changePage(on);
     reader->changePage(on);
@@ -135,7 +148,8 @@ TEST_F(FixedNavigation, AMissingPageIsPassedByTheNextTurn) {
     EXPECT_EQ(newLoads(), (std::vector<Url> { file(4), file(5) }));
 }
 
-TEST_F(FixedNavigation, ActionsDoNotWaitForeverForAPage) {
+TEST_F(FixedNavigation, ActionsDoNotWaitForeverForAPage)
+{
     openAt(3, 9);
     reader->changePage(on);
     reader->changePage(on);
@@ -143,7 +157,8 @@ TEST_F(FixedNavigation, ActionsDoNotWaitForeverForAPage) {
     EXPECT_EQ(newLoads().size(), 2U);
 }
 
-TEST_F(FixedNavigation, ASliderValueOutsideTheBookLoadsNothing) {
+TEST_F(FixedNavigation, ASliderValueOutsideTheBookLoadsNothing)
+{
     openAt(3, 9);
     reader->changePageTo(0);
     reader->changePageTo(-5);
@@ -152,7 +167,8 @@ TEST_F(FixedNavigation, ASliderValueOutsideTheBookLoadsNothing) {
     EXPECT_EQ(reader->activeSplitIndex(), 2U);
 }
 
-TEST_F(FixedNavigation, TheFirstAndTheLastPageAreAKeyAway) {
+TEST_F(FixedNavigation, TheFirstAndTheLastPageAreAKeyAway)
+{
     openAt(3, 9);
     reader->goToLastPage();
     page().finishDocument();
@@ -160,7 +176,8 @@ TEST_F(FixedNavigation, TheFirstAndTheLastPageAreAKeyAway) {
     EXPECT_EQ(newLoads(), (std::vector<Url> { file(9), file(1) }));
 }
 
-TEST_F(FixedNavigation, TheContentsPaneCanBeHidden) {
+TEST_F(FixedNavigation, TheContentsPaneCanBeHidden)
+{
     open(1);
     reader->toggleLeftView();
     EXPECT_TRUE(parts->mainSplitView.hidden[0]);

@@ -18,38 +18,44 @@ namespace pagora::test {
 // A fixed-layout reader over a page that answers the scaling script's functions from `answers`.
 class FixedTest : public testing::Test {
 protected:
-    FixedTest() {
+    FixedTest()
+    {
         page().answer = [this](const std::string& script) { return answers[script]; };
         makeReader();
     }
 
-    void makeReader() {
+    void makeReader()
+    {
         reader.reset();
         reader = std::make_unique<FixedEpubController>(
             window, hub, state, loop, [](const std::string& name) { return "/* " + name + " */"; });
     }
 
     static Url file(std::size_t number) { return Url::file("/book/page" + std::to_string(number) + ".xhtml"); }
-    static std::vector<Url> files(std::size_t count) {
+    static std::vector<Url> files(std::size_t count)
+    {
         std::vector<Url> urls;
         for (std::size_t i = 1; i <= count; ++i)
             urls.push_back(file(i));
         return urls;
     }
 
-    void open(std::size_t count, const std::optional<std::vector<ContentsEntry>>& contents = std::nullopt) {
+    void open(std::size_t count, const std::optional<std::vector<ContentsEntry>>& contents = std::nullopt)
+    {
         reader->loadSplits(files(count), contents);
         page().finishDocument();
     }
     // Opens the book and turns to this page, from 1.
-    void openAt(std::size_t number, std::size_t count) {
+    void openAt(std::size_t number, std::size_t count)
+    {
         open(count);
         reader->changePageTo(static_cast<float>(number));
         page().finishDocument();
         loadsBefore = page().loads.size();
     }
     // What was loaded since `openAt`.
-    std::vector<Url> newLoads() const {
+    std::vector<Url> newLoads() const
+    {
         const auto& all = parts->webView.loads;
         return { all.begin() + static_cast<std::ptrdiff_t>(loadsBefore), all.end() };
     }

@@ -9,14 +9,16 @@ namespace {
 
 class AnchorTracking : public ReaderTest {
 protected:
-    void goTo(const std::string& fragment) {
+    void goTo(const std::string& fragment)
+    {
         page().delegate->didChangeLocationWithinPage(*Url::fromString(chapter(1).text() + "#" + fragment));
     }
 };
 
 }
 
-TEST_F(AnchorTracking, GoesByTheSeekDivisorToTheChapterStart) {
+TEST_F(AnchorTracking, GoesByTheSeekDivisorToTheChapterStart)
+{
     page().page.offsetTop = { { "sec", 1000 } };
     open(3, 1);
     page().page.X = 1600;
@@ -29,7 +31,8 @@ TEST_F(AnchorTracking, GoesByTheSeekDivisorToTheChapterStart) {
     EXPECT_EQ(page().scripts.at(1), "document.body.scrollWidth;");
 }
 
-TEST_F(AnchorTracking, AnElementAtTheTopChangesNothing) {
+TEST_F(AnchorTracking, AnElementAtTheTopChangesNothing)
+{
     open(3, 1);
     page().page.X = 1600;
     goTo("gone");
@@ -37,20 +40,23 @@ TEST_F(AnchorTracking, AnElementAtTheTopChangesNothing) {
     EXPECT_EQ(page().page.X, 1600);
 }
 
-TEST_F(AnchorTracking, AFragmentCannotEndItsScript) {
+TEST_F(AnchorTracking, AFragmentCannotEndItsScript)
+{
     open(3, 1);
     goTo("a%27)%5C%0A");
     EXPECT_EQ(page().scripts.at(0), "document.getElementById('a\\x27)\\x5C\\x0A').offsetTop;");
 }
 
-TEST_F(AnchorTracking, AContentsLinkOpensItsTarget) {
+TEST_F(AnchorTracking, AContentsLinkOpensItsTarget)
+{
     reader->loadSplits(chapters(3), std::vector<ContentsEntry> { { "Two", chapter(1), 1 } });
     page().finishDocument();
     parts->tocView.links.at(0)->mouseDown();
     EXPECT_EQ(page().loads.back(), chapter(1));
 }
 
-TEST_F(AnchorTracking, TheChapterShownIsLitInTheContents) {
+TEST_F(AnchorTracking, TheChapterShownIsLitInTheContents)
+{
     reader->loadSplits(chapters(3), std::vector<ContentsEntry> { { "One", chapter(0), 1 }, { "Two", chapter(1), 1 } });
     page().finishDocument();
     EXPECT_TRUE(parts->tocView.links.at(0)->isActive());
@@ -60,7 +66,8 @@ TEST_F(AnchorTracking, TheChapterShownIsLitInTheContents) {
     EXPECT_TRUE(parts->tocView.links.at(1)->isActive());
 }
 
-TEST_F(AnchorTracking, WhileAnAnchorIsPendingTheHighlightStays) {
+TEST_F(AnchorTracking, WhileAnAnchorIsPendingTheHighlightStays)
+{
     reader->loadSplits(chapters(3), std::vector<ContentsEntry> { { "One", chapter(0), 1 }, { "Two", chapter(1), 1 } });
     page().finishDocument();
     reader->changeChapter(*Url::fromString("file:///book/chapter1.xhtml%23sec"));
@@ -69,17 +76,20 @@ TEST_F(AnchorTracking, WhileAnAnchorIsPendingTheHighlightStays) {
     EXPECT_TRUE(parts->tocView.links.at(0)->isActive());
 }
 
-TEST_F(AnchorTracking, ASearchIsOnlyLogged) {
+TEST_F(AnchorTracking, ASearchIsOnlyLogged)
+{
     reader->searchContent("whale");
     EXPECT_EQ(logged, std::vector<std::string> { "search: whale" });
 }
 
-TEST_F(AnchorTracking, AnEmptySearchLogsNothing) {
+TEST_F(AnchorTracking, AnEmptySearchLogsNothing)
+{
     reader->searchContent("");
     EXPECT_TRUE(logged.empty());
 }
 
-TEST_F(AnchorTracking, TheSearchFieldTakesTheFocus) {
+TEST_F(AnchorTracking, TheSearchFieldTakesTheFocus)
+{
     reader->focusSearch();
     EXPECT_EQ(parts->searchField.timesFocused, 1);
 }

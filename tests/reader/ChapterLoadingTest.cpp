@@ -13,11 +13,15 @@ namespace {
 
 class ChapterLoading : public ReaderTest { };
 
-std::string scriptOf(std::int64_t offset) { return scripts::scrollTo(offset); }
+std::string scriptOf(std::int64_t offset)
+{
+    return scripts::scrollTo(offset);
+}
 
 }
 
-TEST_F(ChapterLoading, ASavedFractionIsRestoredToItsPage) {
+TEST_F(ChapterLoading, ASavedFractionIsRestoredToItsPage)
+{
     reader->setReadAmount(0.5F);
     open(10);
     EXPECT_EQ(reader->capacity(), 595200U);
@@ -25,7 +29,8 @@ TEST_F(ChapterLoading, ASavedFractionIsRestoredToItsPage) {
     EXPECT_FALSE(state.restorePositionPending);
 }
 
-TEST_F(ChapterLoading, ARestoreShowsTheRestoredPlaceAndThenTheChapterStart) {
+TEST_F(ChapterLoading, ARestoreShowsTheRestoredPlaceAndThenTheChapterStart)
+{
     reader->setReadAmount(0.5F);
     open(10, 3);
     // (3 + 800 / 2400) / 10, then 3 / 10.
@@ -33,7 +38,8 @@ TEST_F(ChapterLoading, ARestoreShowsTheRestoredPlaceAndThenTheChapterStart) {
     EXPECT_EQ(sliderValue(), 3);
 }
 
-TEST_F(ChapterLoading, ARestoreLeavesTheDraggedSliderAtTheRestoredPlace) {
+TEST_F(ChapterLoading, ARestoreLeavesTheDraggedSliderAtTheRestoredPlace)
+{
     open(10, 3);
     parts->locSlider.moveTo(10, EventType::LeftMouseDragged);
     state.restorePositionPending = true;
@@ -42,7 +48,8 @@ TEST_F(ChapterLoading, ARestoreLeavesTheDraggedSliderAtTheRestoredPlace) {
     EXPECT_EQ(label(), "33 %");
 }
 
-TEST_F(ChapterLoading, NotANumberAsFractionSetsTheRestore) {
+TEST_F(ChapterLoading, NotANumberAsFractionSetsTheRestore)
+{
     reader->setReadAmount(std::nanf(""));
     reader->loadSplits(chapters(1), std::nullopt);
     EXPECT_TRUE(state.restorePositionPending);
@@ -50,13 +57,15 @@ TEST_F(ChapterLoading, NotANumberAsFractionSetsTheRestore) {
     EXPECT_EQ(page().page.X, 0);
 }
 
-TEST_F(ChapterLoading, AFractionOfZeroDoesNotSetTheRestore) {
+TEST_F(ChapterLoading, AFractionOfZeroDoesNotSetTheRestore)
+{
     state.restorePositionPending = true;
     reader->loadSplits(chapters(1), std::nullopt);
     EXPECT_FALSE(state.restorePositionPending);
 }
 
-TEST_F(ChapterLoading, ALargeNegativeFractionWrapsToAPageBeyondTheChapter) {
+TEST_F(ChapterLoading, ALargeNegativeFractionWrapsToAPageBeyondTheChapter)
+{
     reader->setReadAmount(-2.0e13F);
     open(10);
     const auto capacity = static_cast<std::uint64_t>(static_cast<std::int64_t>(396800 * 3.0 * -2.0e13F));
@@ -64,21 +73,24 @@ TEST_F(ChapterLoading, ALargeNegativeFractionWrapsToAPageBeyondTheChapter) {
     EXPECT_EQ(page().page.X, 1600);
 }
 
-TEST_F(ChapterLoading, TheSameFileNameInTwoFoldersMeansTheLaterChapter) {
+TEST_F(ChapterLoading, TheSameFileNameInTwoFoldersMeansTheLaterChapter)
+{
     reader->loadSplits({ Url::file("/book/a/x.xhtml"), Url::file("/book/b/x.xhtml") }, std::nullopt);
     page().finishDocument();
     EXPECT_EQ(reader->splitIndexDict(), (std::map<std::string, std::uint64_t> { { "x.xhtml", 1 } }));
     EXPECT_EQ(reader->activeSplitIndex(), 1U);
 }
 
-TEST_F(ChapterLoading, AFileThatIsNoChapterCountsAsTheFirst) {
+TEST_F(ChapterLoading, AFileThatIsNoChapterCountsAsTheFirst)
+{
     open(3, 2);
     reader->changeChapter(Url::file("/book/notes.xhtml"));
     page().finishDocument();
     EXPECT_EQ(reader->activeSplitIndex(), 0U);
 }
 
-TEST_F(ChapterLoading, WithoutContentsThePaneIsEmptyAndReadingWorks) {
+TEST_F(ChapterLoading, WithoutContentsThePaneIsEmptyAndReadingWorks)
+{
     open(2);
     EXPECT_TRUE(parts->tocView.links.empty());
     EXPECT_EQ(reader->contentsPane().links().size(), 0U);
@@ -86,14 +98,16 @@ TEST_F(ChapterLoading, WithoutContentsThePaneIsEmptyAndReadingWorks) {
     EXPECT_EQ(page().page.X, 800);
 }
 
-TEST_F(ChapterLoading, OneColumnHasAnExplicitWidth) {
+TEST_F(ChapterLoading, OneColumnHasAnExplicitWidth)
+{
     reader->setNumberOfColumns(1);
     reader->loadSplits(chapters(1), std::nullopt);
     page().finishDocument();
     EXPECT_EQ(page().timesEvaluated("document.body.style.webkitColumnWidth = '760px';"), 1U);
 }
 
-TEST_F(ChapterLoading, TwoAndThreeColumnsHaveACount) {
+TEST_F(ChapterLoading, TwoAndThreeColumnsHaveACount)
+{
     for (const int columns : { 2, 3 }) {
         reader->setNumberOfColumns(columns);
         open(1);
@@ -102,7 +116,8 @@ TEST_F(ChapterLoading, TwoAndThreeColumnsHaveACount) {
     }
 }
 
-TEST_F(ChapterLoading, TheBooksOwnThemeGetsNoColorRule) {
+TEST_F(ChapterLoading, TheBooksOwnThemeGetsNoColorRule)
+{
     reader->setCurrentColorOption(1);
     reader->loadSplits(chapters(1), std::nullopt);
     page().finishDocument();
@@ -110,7 +125,8 @@ TEST_F(ChapterLoading, TheBooksOwnThemeGetsNoColorRule) {
         EXPECT_EQ(script.find("olor"), std::string::npos) << script;
 }
 
-TEST_F(ChapterLoading, EveryReportOfAPageWithThreeImagesSetsTheHashAgain) {
+TEST_F(ChapterLoading, EveryReportOfAPageWithThreeImagesSetsTheHashAgain)
+{
     open(2);
     reader->setLastAnchor("sec");
     for (int i = 0; i < 4; ++i)
@@ -119,7 +135,8 @@ TEST_F(ChapterLoading, EveryReportOfAPageWithThreeImagesSetsTheHashAgain) {
     EXPECT_EQ(page().timesEvaluated(scripts::columns(2, 320)), 4U);
 }
 
-TEST_F(ChapterLoading, APreparationEvaluatesItsScriptsInOrder) {
+TEST_F(ChapterLoading, APreparationEvaluatesItsScriptsInOrder)
+{
     open(3, 1);
     reader->setLastAnchor("sec");
     reader->setCurrentColorOption(3);
@@ -138,7 +155,8 @@ TEST_F(ChapterLoading, APreparationEvaluatesItsScriptsInOrder) {
     EXPECT_EQ(page().scripts, preparation);
 }
 
-TEST_F(ChapterLoading, ARestoreEvaluatesItsScrollBetweenReadingTheWidthAndTheLocation) {
+TEST_F(ChapterLoading, ARestoreEvaluatesItsScrollBetweenReadingTheWidthAndTheLocation)
+{
     reader->setReadAmount(0.5F);
     reader->loadSplits(chapters(3), std::nullopt);
     page().finishDocument();
@@ -149,7 +167,8 @@ TEST_F(ChapterLoading, ARestoreEvaluatesItsScrollBetweenReadingTheWidthAndTheLoc
             "document.body.scrollWidth", "document.body.scrollWidth" }));
 }
 
-TEST_F(ChapterLoading, AFragmentOpensThePageOfItsElement) {
+TEST_F(ChapterLoading, AFragmentOpensThePageOfItsElement)
+{
     page().page.offsetTop = { { "sec", 1300 } };
     open(3);
     reader->changeChapter(*Url::fromString(chapter(2).text() + "#sec"));
@@ -160,7 +179,8 @@ TEST_F(ChapterLoading, AFragmentOpensThePageOfItsElement) {
     EXPECT_EQ(label(), "77 %");
 }
 
-TEST_F(ChapterLoading, AFragmentAtTheTopLeavesThePageAtItsStart) {
+TEST_F(ChapterLoading, AFragmentAtTheTopLeavesThePageAtItsStart)
+{
     open(3);
     reader->setReadAmount(0.25F);
     reader->changeChapter(*Url::fromString(chapter(2).text() + "#gone"));
@@ -170,14 +190,16 @@ TEST_F(ChapterLoading, AFragmentAtTheTopLeavesThePageAtItsStart) {
     EXPECT_EQ(reader->readAmount(), 0.25F);
 }
 
-TEST_F(ChapterLoading, AnEscapedNumberSignInAPathSplitsOffTheAnchor) {
+TEST_F(ChapterLoading, AnEscapedNumberSignInAPathSplitsOffTheAnchor)
+{
     open(3);
     reader->changeChapter(*Url::fromString("file:///book/my%20text.xhtml%23sec%25201"));
     EXPECT_EQ(page().loads.back().text(), "/book/my%20text.xhtml");
     EXPECT_EQ(reader->lastAnchor(), "sec 1");
 }
 
-TEST_F(ChapterLoading, ALinkWithAFragmentIsLoadedAsItIs) {
+TEST_F(ChapterLoading, ALinkWithAFragmentIsLoadedAsItIs)
+{
     open(3);
     reader->setLastAnchor("old");
     state.openAtChapterEnd = true;
@@ -188,7 +210,8 @@ TEST_F(ChapterLoading, ALinkWithAFragmentIsLoadedAsItIs) {
     EXPECT_FALSE(state.openAtChapterEnd);
 }
 
-TEST_F(ChapterLoading, AnAnchorIsTrackedBeforeThePlacement) {
+TEST_F(ChapterLoading, AnAnchorIsTrackedBeforeThePlacement)
+{
     page().page.offsetTop = { { "sec", 1300 } };
     open(3);
     // The engine reports the new location before it answers the script.
@@ -209,7 +232,8 @@ TEST_F(ChapterLoading, AnAnchorIsTrackedBeforeThePlacement) {
     EXPECT_EQ(reader->capacity(), 396800U);
 }
 
-TEST_F(ChapterLoading, ABookStartsWithTheReadersDefaults) {
+TEST_F(ChapterLoading, ABookStartsWithTheReadersDefaults)
+{
     parts->colorControl.selected = 1;
     reader->loadSplits(chapters(4), std::nullopt);
     EXPECT_EQ(reader->currentFont(), "Georgia");
@@ -221,7 +245,8 @@ TEST_F(ChapterLoading, ABookStartsWithTheReadersDefaults) {
     EXPECT_EQ(parts->fontSizeSlider.value, 1.5F);
 }
 
-TEST_F(ChapterLoading, ABookStartsWithTheSettingsThatWereGiven) {
+TEST_F(ChapterLoading, ABookStartsWithTheSettingsThatWereGiven)
+{
     parts->goLeftButton.hidden = parts->locSlider.hidden = true;
     parts->goRightButton.enabled = false;
     reader->setCurrentFont("Palatino");
@@ -242,44 +267,51 @@ TEST_F(ChapterLoading, ABookStartsWithTheSettingsThatWereGiven) {
     EXPECT_EQ(label(), "0 %");
 }
 
-TEST_F(ChapterLoading, TheFontMenuListsTheClassicFontsAndThenTheSystems) {
+TEST_F(ChapterLoading, TheFontMenuListsTheClassicFontsAndThenTheSystems)
+{
     open(1);
     EXPECT_EQ(parts->fontMenu.items,
         (std::vector<std::string> { "Arial", "Baskerville", "Georgia", "Helvetica", "Palatino", "Times New Roman", "-",
             "Cantarell", "Georgia", "Noto Sans" }));
 }
 
-TEST_F(ChapterLoading, AFirstBookOpensAtTheGivenChapter) {
+TEST_F(ChapterLoading, AFirstBookOpensAtTheGivenChapter)
+{
     open(5, 3);
     EXPECT_EQ(page().loads, std::vector<Url> { chapter(3) });
 }
 
-TEST_F(ChapterLoading, ASecondBookInTheSameReaderOpensAtItsStart) {
+TEST_F(ChapterLoading, ASecondBookInTheSameReaderOpensAtItsStart)
+{
     open(5, 3);
     reader->loadSplits(chapters(5), std::nullopt);
     EXPECT_EQ(page().loads.back(), chapter(0));
 }
 
-TEST_F(ChapterLoading, AReopenedReaderKeepsTheChapterOnceItsListsAreCleared) {
+TEST_F(ChapterLoading, AReopenedReaderKeepsTheChapterOnceItsListsAreCleared)
+{
     open(5, 3);
     reader->setBookSplits({});
     reader->loadSplits(chapters(5), std::nullopt);
     EXPECT_EQ(page().loads.back(), chapter(3));
 }
 
-TEST_F(ChapterLoading, AChapterBeyondTheBookLoadsNothing) {
+TEST_F(ChapterLoading, AChapterBeyondTheBookLoadsNothing)
+{
     reader->setActiveSplitIndex(7);
     reader->loadSplits(chapters(5), std::nullopt);
     EXPECT_TRUE(page().loads.empty());
 }
 
-TEST_F(ChapterLoading, ALoadedChapterIsShown) {
+TEST_F(ChapterLoading, ALoadedChapterIsShown)
+{
     page().hidden = true;
     open(1);
     EXPECT_FALSE(page().hidden);
 }
 
-TEST_F(ChapterLoading, AReportOfAnEarlierLoadIsDropped) {
+TEST_F(ChapterLoading, AReportOfAnEarlierLoadIsDropped)
+{
     open(3);
     const auto stale = page().source();
     reader->changeChapter(chapter(2));
@@ -289,7 +321,8 @@ TEST_F(ChapterLoading, AReportOfAnEarlierLoadIsDropped) {
     EXPECT_EQ(reader->activeSplitIndex(), 0U);
 }
 
-TEST_F(ChapterLoading, AFailureOfAnEarlierLoadReleasesNothing) {
+TEST_F(ChapterLoading, AFailureOfAnEarlierLoadReleasesNothing)
+{
     open(3);
     const auto stale = page().source();
     reader->changeChapter(chapter(2));
@@ -298,7 +331,8 @@ TEST_F(ChapterLoading, AFailureOfAnEarlierLoadReleasesNothing) {
     EXPECT_EQ(page().loads.back(), chapter(2));
 }
 
-TEST_F(ChapterLoading, ActionsWaitForTheChapterThatIsLoading) {
+TEST_F(ChapterLoading, ActionsWaitForTheChapterThatIsLoading)
+{
     open(3);
     reader->changeChapter(chapter(1));
     reader->changePage(1);
@@ -309,7 +343,8 @@ TEST_F(ChapterLoading, ActionsWaitForTheChapterThatIsLoading) {
     EXPECT_EQ(page().page.X, 800);
 }
 
-TEST_F(ChapterLoading, AResourceDoesNotReleaseTheActions) {
+TEST_F(ChapterLoading, AResourceDoesNotReleaseTheActions)
+{
     open(3);
     reader->changeChapter(chapter(1));
     reader->changePage(1);
@@ -317,7 +352,8 @@ TEST_F(ChapterLoading, AResourceDoesNotReleaseTheActions) {
     EXPECT_EQ(page().page.X, 0);
 }
 
-TEST_F(ChapterLoading, AFailureReleasesTheActions) {
+TEST_F(ChapterLoading, AFailureReleasesTheActions)
+{
     open(3);
     reader->changeChapter(Url::file("/book/gone.xhtml"));
     reader->changePage(1);
@@ -326,7 +362,8 @@ TEST_F(ChapterLoading, AFailureReleasesTheActions) {
     EXPECT_EQ(page().page.X, 800);
 }
 
-TEST_F(ChapterLoading, AFailedResourceIsOnlyLogged) {
+TEST_F(ChapterLoading, AFailedResourceIsOnlyLogged)
+{
     open(3);
     reader->changeChapter(chapter(1));
     reader->changePage(1);
@@ -335,7 +372,8 @@ TEST_F(ChapterLoading, AFailedResourceIsOnlyLogged) {
     EXPECT_EQ(page().page.X, 0);
 }
 
-TEST_F(ChapterLoading, ActionsDoNotWaitForeverForAChapter) {
+TEST_F(ChapterLoading, ActionsDoNotWaitForeverForAChapter)
+{
     open(3);
     reader->changeChapter(chapter(1));
     reader->changePage(1);
@@ -343,7 +381,8 @@ TEST_F(ChapterLoading, ActionsDoNotWaitForeverForAChapter) {
     EXPECT_EQ(page().page.X, 800);
 }
 
-TEST_F(ChapterLoading, TheTimeoutMayStartTheNextLoad) {
+TEST_F(ChapterLoading, TheTimeoutMayStartTheNextLoad)
+{
     open(3);
     reader->changeChapter(chapter(1));
     reader->changeChapter(chapter(2));
@@ -351,7 +390,8 @@ TEST_F(ChapterLoading, TheTimeoutMayStartTheNextLoad) {
     EXPECT_EQ(page().loads.back(), chapter(2));
 }
 
-TEST_F(ChapterLoading, AViewTooLowForTextSkipsThePlacement) {
+TEST_F(ChapterLoading, AViewTooLowForTextSkipsThePlacement)
+{
     page().rect.height = 80;
     reader->setReadAmount(0.5F);
     open(2);
@@ -360,7 +400,8 @@ TEST_F(ChapterLoading, AViewTooLowForTextSkipsThePlacement) {
     EXPECT_EQ(label(), "0 %");
 }
 
-TEST_F(ChapterLoading, APageThatAnswersNothingReadsAsZero) {
+TEST_F(ChapterLoading, APageThatAnswersNothingReadsAsZero)
+{
     page().answer = [](const std::string&) { return std::string(); };
     reader->setReadAmount(0.5F);
     open(2);
@@ -368,12 +409,14 @@ TEST_F(ChapterLoading, APageThatAnswersNothingReadsAsZero) {
     EXPECT_EQ(label(), "0 %");
 }
 
-TEST_F(ChapterLoading, ADocumentsTypeIsLogged) {
+TEST_F(ChapterLoading, ADocumentsTypeIsLogged)
+{
     page().delegate->decidePolicyForMIMEType("application/xhtml+xml");
     EXPECT_EQ(logged, std::vector<std::string> { "type: application/xhtml+xml" });
 }
 
-TEST_F(ChapterLoading, AnAddressThatLeavesTheBookIsHandedOverOnce) {
+TEST_F(ChapterLoading, AnAddressThatLeavesTheBookIsHandedOverOnce)
+{
     open(1);
     const auto site = *Url::fromString("https://example.org/");
     page().delegate->resourceWillSendRequest(site);
@@ -382,7 +425,8 @@ TEST_F(ChapterLoading, AnAddressThatLeavesTheBookIsHandedOverOnce) {
     EXPECT_EQ(hub.opened, std::vector<Url> { site });
 }
 
-TEST_F(ChapterLoading, ClosingWhileAScriptRunsIsSafe) {
+TEST_F(ChapterLoading, ClosingWhileAScriptRunsIsSafe)
+{
     reader->loadSplits(chapters(2), std::nullopt);
     page().holdsReplies = true;
     page().finishDocument();
@@ -394,7 +438,8 @@ TEST_F(ChapterLoading, ClosingWhileAScriptRunsIsSafe) {
     EXPECT_EQ(page().scripts.size(), 2U);
 }
 
-TEST_F(ChapterLoading, AWindowThatOutlivesItsReaderIsQuiet) {
+TEST_F(ChapterLoading, AWindowThatOutlivesItsReaderIsQuiet)
+{
     reader->loadSplits(chapters(2), std::vector<ContentsEntry> { { "One", chapter(0), 1 } });
     reader = nullptr;
     EXPECT_TRUE(parts->tocView.links.empty());
@@ -410,7 +455,8 @@ TEST_F(ChapterLoading, AWindowThatOutlivesItsReaderIsQuiet) {
     EXPECT_TRUE(page().scripts.empty());
 }
 
-TEST_F(ChapterLoading, APageThatWentElsewhereByItselfIsNotPlaced) {
+TEST_F(ChapterLoading, APageThatWentElsewhereByItselfIsNotPlaced)
+{
     reader->setReadAmount(0.5F);
     reader->loadSplits(chapters(2), std::nullopt);
     page().holdsReplies = true;

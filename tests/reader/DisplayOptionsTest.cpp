@@ -8,7 +8,8 @@ namespace {
 
 class DisplayOptions : public ReaderTest {
 protected:
-    void openInTheme(int theme) {
+    void openInTheme(int theme)
+    {
         reader->setCurrentColorOption(theme);
         open(4, 1);
     }
@@ -16,7 +17,8 @@ protected:
 
 }
 
-TEST_F(DisplayOptions, ChoosingTheSameThemeDoesNothing) {
+TEST_F(DisplayOptions, ChoosingTheSameThemeDoesNothing)
+{
     openInTheme(2);
     parts->colorControl.choose(1);
     EXPECT_TRUE(parts->bgView.fills.empty());
@@ -24,7 +26,8 @@ TEST_F(DisplayOptions, ChoosingTheSameThemeDoesNothing) {
     EXPECT_EQ(page().loads.size(), 1U);
 }
 
-TEST_F(DisplayOptions, TheBooksOwnThemeReloadsTheChapterAtItsPage) {
+TEST_F(DisplayOptions, TheBooksOwnThemeReloadsTheChapterAtItsPage)
+{
     openInTheme(2);
     reader->changePage(1);
     reader->setLastAnchor("sec");
@@ -38,7 +41,8 @@ TEST_F(DisplayOptions, TheBooksOwnThemeReloadsTheChapterAtItsPage) {
     EXPECT_EQ(parts->bgView.fill, Color::white(1));
 }
 
-TEST_F(DisplayOptions, AnotherThemeColorsThePageWithoutAReload) {
+TEST_F(DisplayOptions, AnotherThemeColorsThePageWithoutAReload)
+{
     openInTheme(1);
     parts->colorControl.choose(2);
     EXPECT_EQ(page().loads.size(), 1U);
@@ -47,35 +51,40 @@ TEST_F(DisplayOptions, AnotherThemeColorsThePageWithoutAReload) {
     EXPECT_EQ(reader->currentColorOption(), 3);
 }
 
-TEST_F(DisplayOptions, ThemeNumberZeroMeansTheCurrentTheme) {
+TEST_F(DisplayOptions, ThemeNumberZeroMeansTheCurrentTheme)
+{
     openInTheme(2);
     EXPECT_STREQ(reader->getCSSColorFor(0), "#FFF");
     EXPECT_STREQ(reader->getCSSBackgroundColorFor(0), "#000");
     EXPECT_EQ(reader->getBackgroundColorFor(0), Color::white(0));
 }
 
-TEST_F(DisplayOptions, AnUnknownThemeIsSepiaInScriptsAndWhiteBehindThem) {
+TEST_F(DisplayOptions, AnUnknownThemeIsSepiaInScriptsAndWhiteBehindThem)
+{
     EXPECT_STREQ(reader->getCSSColorFor(4), "#5F4B32");
     EXPECT_STREQ(reader->getCSSBackgroundColorFor(4), "#FBF0D9");
     EXPECT_EQ(reader->getBackgroundColorFor(4), Color::white(1));
     EXPECT_STREQ(reader->getCSSColorFor(-1), "#5F4B32");
 }
 
-TEST_F(DisplayOptions, TheThreeThemesHaveTheirColors) {
+TEST_F(DisplayOptions, TheThreeThemesHaveTheirColors)
+{
     EXPECT_STREQ(reader->getCSSColorFor(1), "#000");
     EXPECT_STREQ(reader->getCSSBackgroundColorFor(1), "#FFF");
     EXPECT_EQ(reader->getBackgroundColorFor(1), Color::white(1));
     EXPECT_EQ(reader->getBackgroundColorFor(3), (Color { 0.98, 0.94, 0.85, 1 }));
 }
 
-TEST_F(DisplayOptions, ThreeColumnsIn800PointsAre146PointsWide) {
+TEST_F(DisplayOptions, ThreeColumnsIn800PointsAre146PointsWide)
+{
     open(1);
     reader->changeWidth();
     EXPECT_EQ(reader->numberOfColumns(), 3);
     EXPECT_EQ(reader->pageWidth(), 146);
 }
 
-TEST_F(DisplayOptions, AfterThreeColumnsComesOneWithAnExplicitWidth) {
+TEST_F(DisplayOptions, AfterThreeColumnsComesOneWithAnExplicitWidth)
+{
     reader->setNumberOfColumns(3);
     open(1);
     page().page.X = 400;
@@ -87,7 +96,8 @@ TEST_F(DisplayOptions, AfterThreeColumnsComesOneWithAnExplicitWidth) {
     EXPECT_EQ(page().page.X, 400);
 }
 
-TEST_F(DisplayOptions, AResizeOnTheFirstPageStaysThere) {
+TEST_F(DisplayOptions, AResizeOnTheFirstPageStaysThere)
+{
     open(2);
     page().resizeTo(1000, 700);
     EXPECT_TRUE(scrolls().empty());
@@ -95,7 +105,8 @@ TEST_F(DisplayOptions, AResizeOnTheFirstPageStaysThere) {
     EXPECT_EQ(page().scripts.at(0), scripts::relayout(2, 420, 620, 496));
 }
 
-TEST_F(DisplayOptions, AResizeGoesToThePageOfTheCapacity) {
+TEST_F(DisplayOptions, AResizeGoesToThePageOfTheCapacity)
+{
     open(2);
     page().page.X = 800;
     reader->changePage(1);
@@ -106,7 +117,8 @@ TEST_F(DisplayOptions, AResizeGoesToThePageOfTheCapacity) {
     EXPECT_EQ(label(), "12 %");
 }
 
-TEST_F(DisplayOptions, OneLayoutServesSeveralSizes) {
+TEST_F(DisplayOptions, OneLayoutServesSeveralSizes)
+{
     open(2);
     page().holdsReplies = true;
     page().resizeTo(1000, 700);
@@ -118,14 +130,16 @@ TEST_F(DisplayOptions, OneLayoutServesSeveralSizes) {
     EXPECT_EQ(page().timesEvaluated(scripts::relayout(2, 425, 620, 496)), 0U);
 }
 
-TEST_F(DisplayOptions, AHiddenPageIsNotLaidOut) {
+TEST_F(DisplayOptions, AHiddenPageIsNotLaidOut)
+{
     open(2);
     page().hidden = true;
     page().resizeTo(1000, 700);
     EXPECT_TRUE(page().scripts.empty());
 }
 
-TEST_F(DisplayOptions, AFontIsSetOnce) {
+TEST_F(DisplayOptions, AFontIsSetOnce)
+{
     open(1);
     parts->fontMenu.choose("Palatino");
     parts->fontMenu.choose("Palatino");
@@ -133,7 +147,8 @@ TEST_F(DisplayOptions, AFontIsSetOnce) {
     EXPECT_EQ(page().timesEvaluated("document.body.style.fontFamily = 'Palatino';"), 1U);
 }
 
-TEST_F(DisplayOptions, ATextSizeKeepsTheOffsetInARealWindow) {
+TEST_F(DisplayOptions, ATextSizeKeepsTheOffsetInARealWindow)
+{
     open(2);
     reader->changePage(1);
     page().scripts.clear();
@@ -144,14 +159,16 @@ TEST_F(DisplayOptions, ATextSizeKeepsTheOffsetInARealWindow) {
     EXPECT_EQ(reader->capacity(), 396800U);
 }
 
-TEST_F(DisplayOptions, TheSameTextSizeDoesNothing) {
+TEST_F(DisplayOptions, TheSameTextSizeDoesNothing)
+{
     open(2);
     page().textSizeMultiplier = 0;
     parts->fontSizeSlider.moveTo(reader->currentFontSize());
     EXPECT_EQ(page().textSizeMultiplier, 0);
 }
 
-TEST_F(DisplayOptions, ATextSizeMovesThePageWhereTheSeekDivisorIsPositive) {
+TEST_F(DisplayOptions, ATextSizeMovesThePageWhereTheSeekDivisorIsPositive)
+{
     page().rect.height = 80.5;
     open(2);
     // A is 320, B is 2 × (320 − 60) = 520.

@@ -1,4 +1,5 @@
 #include "reader/EpubWindowController.hpp"
+
 #include "platform/Log.hpp"
 #include "tests/support/FakeEpubWindow.hpp"
 #include "tests/support/FakeReaderHub.hpp"
@@ -16,7 +17,8 @@ namespace {
 
 class EpubWindowControllerTest : public testing::Test {
 protected:
-    EpubWindowControllerTest() {
+    EpubWindowControllerTest()
+    {
         controller->_epubController()->loadSplits({ Url::file("/book/a.xhtml"), Url::file("/book/b.xhtml") }, {});
         parts->webView.finishDocument();
     }
@@ -33,37 +35,43 @@ protected:
 
 }
 
-TEST_F(EpubWindowControllerTest, ClosingIsLoggedAndLeftToTheHub) {
+TEST_F(EpubWindowControllerTest, ClosingIsLoggedAndLeftToTheHub)
+{
     controller->closeEPUB();
     EXPECT_EQ(logged, std::vector<std::string> { "close epub!" });
     EXPECT_EQ(hub.timesClosed, 1);
 }
 
-TEST_F(EpubWindowControllerTest, AnActionMayEndTheWindow) {
+TEST_F(EpubWindowControllerTest, AnActionMayEndTheWindow)
+{
     hub.whenClosed = [this] { controller = nullptr; };
     const auto close = parts->actions.closeEPUB;
     close();
     EXPECT_FALSE(parts->open);
 }
 
-TEST_F(EpubWindowControllerTest, AFlickToTheRightTurnsBack) {
+TEST_F(EpubWindowControllerTest, AFlickToTheRightTurnsBack)
+{
     parts->webView.page.X = 1600;
     parts->actions.scrollWheelBegan(3);
     EXPECT_EQ(parts->webView.page.X, 800);
 }
 
-TEST_F(EpubWindowControllerTest, AFlickToTheLeftTurnsOn) {
+TEST_F(EpubWindowControllerTest, AFlickToTheLeftTurnsOn)
+{
     parts->actions.scrollWheelBegan(-0.5);
     EXPECT_EQ(parts->webView.page.X, 800);
 }
 
-TEST_F(EpubWindowControllerTest, AVerticalGestureDoesNothing) {
+TEST_F(EpubWindowControllerTest, AVerticalGestureDoesNothing)
+{
     parts->webView.scripts.clear();
     parts->actions.scrollWheelBegan(0);
     EXPECT_TRUE(parts->webView.scripts.empty());
 }
 
-TEST_F(EpubWindowControllerTest, TheKeysReachTheReader) {
+TEST_F(EpubWindowControllerTest, TheKeysReachTheReader)
+{
     parts->actions.goToLastPage();
     EXPECT_EQ(parts->webView.page.X, 2400);
     parts->actions.goToFirstPage();
@@ -78,7 +86,8 @@ TEST_F(EpubWindowControllerTest, TheKeysReachTheReader) {
     EXPECT_EQ(logged, std::vector<std::string> { "search: whale" });
 }
 
-TEST_F(EpubWindowControllerTest, TheOptionsPanelComesAndGoes) {
+TEST_F(EpubWindowControllerTest, TheOptionsPanelComesAndGoes)
+{
     parts->actions.displayOptions();
     EXPECT_TRUE(parts->displayOptions.visible);
     parts->actions.displayOptions();
@@ -88,18 +97,21 @@ TEST_F(EpubWindowControllerTest, TheOptionsPanelComesAndGoes) {
     EXPECT_FALSE(parts->displayOptions.visible);
 }
 
-TEST_F(EpubWindowControllerTest, EnteringFullScreenIsNoted) {
+TEST_F(EpubWindowControllerTest, EnteringFullScreenIsNoted)
+{
     parts->actions.windowDidEnterFullScreen();
     EXPECT_TRUE(hub.fullScreen);
 }
 
-TEST_F(EpubWindowControllerTest, TheLibrarysOwnFullScreenIsNot) {
+TEST_F(EpubWindowControllerTest, TheLibrarysOwnFullScreenIsNot)
+{
     hub.library.key = true;
     parts->actions.windowDidEnterFullScreen();
     EXPECT_FALSE(hub.fullScreen);
 }
 
-TEST_F(EpubWindowControllerTest, LeavingFullScreenIsNoted) {
+TEST_F(EpubWindowControllerTest, LeavingFullScreenIsNoted)
+{
     hub.fullScreen = true;
     parts->window.key = true;
     parts->actions.windowDidExitFullScreen();
@@ -109,13 +121,15 @@ TEST_F(EpubWindowControllerTest, LeavingFullScreenIsNoted) {
     EXPECT_FALSE(hub.library.visible);
 }
 
-TEST_F(EpubWindowControllerTest, LeavingFullScreenInAnotherWindowIsNot) {
+TEST_F(EpubWindowControllerTest, LeavingFullScreenInAnotherWindowIsNot)
+{
     hub.fullScreen = true;
     parts->actions.windowDidExitFullScreen();
     EXPECT_TRUE(hub.fullScreen);
 }
 
-TEST_F(EpubWindowControllerTest, LeavingFullScreenFinishesAClosing) {
+TEST_F(EpubWindowControllerTest, LeavingFullScreenFinishesAClosing)
+{
     hub.closing = true;
     parts->window.key = parts->window.visible = true;
     parts->window.rect = { 1, 2, 900, 700 };
@@ -128,7 +142,8 @@ TEST_F(EpubWindowControllerTest, LeavingFullScreenFinishesAClosing) {
     EXPECT_FALSE(hub.closing);
 }
 
-TEST_F(EpubWindowControllerTest, WithoutItsReaderTheWindowTakesNoActions) {
+TEST_F(EpubWindowControllerTest, WithoutItsReaderTheWindowTakesNoActions)
+{
     controller->set_epubController(nullptr);
     parts->webView.scripts.clear();
     parts->actions.changePage(1);
@@ -139,7 +154,8 @@ TEST_F(EpubWindowControllerTest, WithoutItsReaderTheWindowTakesNoActions) {
     EXPECT_EQ(hub.timesClosed, 0);
 }
 
-TEST_F(EpubWindowControllerTest, DraggingTheDividerLaysThePageOutAnew) {
+TEST_F(EpubWindowControllerTest, DraggingTheDividerLaysThePageOutAnew)
+{
     parts->webView.scripts.clear();
     EXPECT_EQ(parts->mainSplitView.delegate->constrainSplitPosition(300, 0), 300);
     EXPECT_FALSE(parts->webView.scripts.empty());

@@ -4,43 +4,51 @@
 
 using namespace pagora;
 
-TEST(PageScripts, ScrollsToAnOffset) {
+TEST(PageScripts, ScrollsToAnOffset)
+{
     EXPECT_EQ(scripts::scrollTo(800), "window.scrollTo(800, 0);");
     EXPECT_EQ(scripts::scrollTo(-400), "window.scrollTo(-400, 0);");
     EXPECT_EQ(scripts::scrollToEnd, "window.scrollTo(document.body.scrollWidth, 0);");
 }
 
-TEST(PageScripts, ReadsThePageInItsFourForms) {
+TEST(PageScripts, ReadsThePageInItsFourForms)
+{
     EXPECT_EQ(scripts::scrollWidth, "document.body.scrollWidth;");
     EXPECT_EQ(scripts::scrollWidthExpression, "document.body.scrollWidth");
     EXPECT_EQ(scripts::pageXOffset, "window.pageXOffset");
     EXPECT_EQ(scripts::innerWidth, "window.innerWidth");
 }
 
-TEST(PageScripts, SetsTheHash) {
+TEST(PageScripts, SetsTheHash)
+{
     EXPECT_EQ(scripts::setHash("sec3"), "window.location.hash = \"#sec3\";");
 }
 
-TEST(PageScripts, AsksForAnElementsPosition) {
+TEST(PageScripts, AsksForAnElementsPosition)
+{
     EXPECT_EQ(scripts::offsetTopOf("sec3"), "document.getElementById('sec3').offsetTop;");
 }
 
-TEST(PageScripts, OneColumnHasAWidth) {
+TEST(PageScripts, OneColumnHasAWidth)
+{
     EXPECT_EQ(scripts::columns(1, 760), "document.body.style.webkitColumnWidth = '760px';");
 }
 
-TEST(PageScripts, MoreColumnsHaveACount) {
+TEST(PageScripts, MoreColumnsHaveACount)
+{
     EXPECT_EQ(scripts::columns(2, 320),
         "document.body.style.webkitColumnWidth = 'auto';document.body.style.webkitColumnCount = '2';");
     EXPECT_EQ(scripts::columns(3, 146),
         "document.body.style.webkitColumnWidth = 'auto';document.body.style.webkitColumnCount = '3';");
 }
 
-TEST(PageScripts, SetsTheFont) {
+TEST(PageScripts, SetsTheFont)
+{
     EXPECT_EQ(scripts::textFont("Times New Roman"), "document.body.style.fontFamily = 'Times New Roman';");
 }
 
-TEST(PageScripts, SetsTheColors) {
+TEST(PageScripts, SetsTheColors)
+{
     EXPECT_EQ(scripts::colors("#FFF", "#000"),
         "var all = document.all;for (var i = 0; i < all.length; i++) {all[i].style.background = "
         "'none';all[i].style.color = '#FFF'; }document.body.style.backgroundColor = '#000';"
@@ -60,7 +68,8 @@ const std::string plainLayout
       "images[i].style.float = 'left';images[i].style.height = 'auto';images[i].style.maxWidth = '320px';"
       "images[i].style.maxHeight = '496px'; }";
 
-scripts::Layout layoutWithoutColors() {
+scripts::Layout layoutWithoutColors()
+{
     scripts::Layout layout;
     layout.font = "Georgia";
     layout.pageWidth = 320;
@@ -71,36 +80,43 @@ scripts::Layout layoutWithoutColors() {
 
 }
 
-TEST(PageScripts, LaysAChapterOut) {
+TEST(PageScripts, LaysAChapterOut)
+{
     EXPECT_EQ(scripts::layout(layoutWithoutColors()), plainLayout);
 }
 
-TEST(PageScripts, ColorsComeBeforeTheLayout) {
+TEST(PageScripts, ColorsComeBeforeTheLayout)
+{
     auto layout = layoutWithoutColors();
     layout.text = "#5F4B32";
     layout.background = "#FBF0D9";
     EXPECT_EQ(scripts::layout(layout), scripts::colors("#5F4B32", "#FBF0D9") + plainLayout);
 }
 
-TEST(PageScripts, AColumnCountChangesTheImageWidthsOnly) {
+TEST(PageScripts, AColumnCountChangesTheImageWidthsOnly)
+{
     EXPECT_EQ(scripts::imageWidth(146),
         "var images = document.getElementsByTagName('img');for (var i = 0; i < images.length; i++) {"
         "images[i].style.maxWidth = '146px'; }");
 }
 
-TEST(PageScripts, ARelayoutLeavesTheImageHeightsAlone) {
+TEST(PageScripts, ARelayoutLeavesTheImageHeightsAlone)
+{
     EXPECT_EQ(scripts::relayout(2, 320, 620, 496),
         "document.body.style.height = '620px';"
         "var images = document.getElementsByTagName('img');for (var i = 0; i < images.length; i++) {"
         "images[i].style.float = 'left';images[i].style.maxWidth = '320px';images[i].style.maxHeight = '496px'; }");
 }
 
-TEST(PageScripts, ARelayoutOfOneColumnSetsItsWidth) {
-    EXPECT_TRUE(scripts::relayout(1, 760, 620, 496)
-                    .starts_with("document.body.style.webkitColumnWidth = '760px';document.body.style.height = '620px';"));
+TEST(PageScripts, ARelayoutOfOneColumnSetsItsWidth)
+{
+    EXPECT_TRUE(
+        scripts::relayout(1, 760, 620, 496)
+            .starts_with("document.body.style.webkitColumnWidth = '760px';document.body.style.height = '620px';"));
 }
 
-TEST(PageScripts, NothingInANameEndsTheString) {
+TEST(PageScripts, NothingInANameEndsTheString)
+{
     EXPECT_EQ(scripts::textFont("A'; evil(); '"), "document.body.style.fontFamily = 'A\\x27; evil(); \\x27';");
     EXPECT_EQ(scripts::textFont("A\\"), "document.body.style.fontFamily = 'A\\x5C';");
     EXPECT_EQ(scripts::textFont("A\nB\r"), "document.body.style.fontFamily = 'A\\x0AB\\x0D';");
@@ -109,7 +125,8 @@ TEST(PageScripts, NothingInANameEndsTheString) {
 }
 
 // The hash stands between double quotes.
-TEST(PageScripts, NothingInAnAnchorEndsTheString) {
+TEST(PageScripts, NothingInAnAnchorEndsTheString)
+{
     EXPECT_EQ(scripts::setHash("a\"; evil(); \"").find('"', 26), scripts::setHash("a\"; evil(); \"").size() - 2);
     EXPECT_EQ(scripts::setHash("a\\\n"), "window.location.hash = \"#a\\x5C\\x0A\";");
 }

@@ -9,14 +9,16 @@ namespace {
 
 class Place : public ReaderTest {
 protected:
-    void resize(double width, std::int64_t S) {
+    void resize(double width, std::int64_t S)
+    {
         page().page.S = S;
         page().rect.width = width;
         page().page.W = static_cast<std::int64_t>(width);
     }
 
     // Closes the book and opens it again at the place that was remembered.
-    void reopen() {
+    void reopen()
+    {
         const auto place = reader->lastPlace();
         const auto columns = reader->numberOfColumns();
         makeReader();
@@ -31,7 +33,8 @@ protected:
 
 }
 
-TEST_F(Place, IsMissingBeforeAChapterIsShown) {
+TEST_F(Place, IsMissingBeforeAChapterIsShown)
+{
     reader->loadSplits(chapters(2), std::nullopt);
     EXPECT_EQ(reader->lastPlace(), std::nullopt);
     page().failDocument();
@@ -39,12 +42,14 @@ TEST_F(Place, IsMissingBeforeAChapterIsShown) {
     EXPECT_EQ(reader->lastPlace(), std::nullopt);
 }
 
-TEST_F(Place, IsTheStartOnTheFirstPage) {
+TEST_F(Place, IsTheStartOnTheFirstPage)
+{
     open(2);
     EXPECT_EQ(reader->lastPlace(), 0);
 }
 
-TEST_F(Place, IsTheMiddleOfThePageAfterATurn) {
+TEST_F(Place, IsTheMiddleOfThePageAfterATurn)
+{
     open(2);
     reader->changePage(1);
     EXPECT_EQ(reader->lastPlace(), 0.5);
@@ -52,7 +57,8 @@ TEST_F(Place, IsTheMiddleOfThePageAfterATurn) {
     EXPECT_DOUBLE_EQ(*reader->lastPlace(), 2000 / 2400.0);
 }
 
-TEST_F(Place, IsTheStartOfAChapterThatIsAwaited) {
+TEST_F(Place, IsTheStartOfAChapterThatIsAwaited)
+{
     open(3);
     reader->changePage(1);
     parts->locSlider.moveTo(2);
@@ -60,7 +66,8 @@ TEST_F(Place, IsTheStartOfAChapterThatIsAwaited) {
     EXPECT_EQ(reader->lastPlace(), 0);
 }
 
-TEST_F(Place, StaysWhileTheNextChapterIsAwaited) {
+TEST_F(Place, StaysWhileTheNextChapterIsAwaited)
+{
     open(3);
     page().page.X = 1600;
     reader->changePage(1);
@@ -72,7 +79,8 @@ TEST_F(Place, StaysWhileTheNextChapterIsAwaited) {
     EXPECT_EQ(reader->lastPlace(), 0.5);
 }
 
-TEST_F(Place, IsKeptWhenAPictureArrivesLate) {
+TEST_F(Place, IsKeptWhenAPictureArrivesLate)
+{
     reader->setPlaceToKeep(0.5);
     open(2);
     EXPECT_EQ(page().page.X, 800);
@@ -82,7 +90,8 @@ TEST_F(Place, IsKeptWhenAPictureArrivesLate) {
     EXPECT_EQ(reader->lastPlace(), 0.5);
 }
 
-TEST_F(Place, IsKeptWhenTheLoadEnds) {
+TEST_F(Place, IsKeptWhenTheLoadEnds)
+{
     reader->setPlaceToKeep(0.5);
     open(2);
     page().page.S = 4000;
@@ -90,7 +99,8 @@ TEST_F(Place, IsKeptWhenTheLoadEnds) {
     EXPECT_EQ(page().page.X, 1600);
 }
 
-TEST_F(Place, IsKeptInAnotherSize) {
+TEST_F(Place, IsKeptInAnotherSize)
+{
     reader->setPlaceToKeep(0.5);
     open(2);
     page().page.S = 6000;
@@ -98,7 +108,8 @@ TEST_F(Place, IsKeptInAnotherSize) {
     EXPECT_EQ(page().page.X, 2700);
 }
 
-TEST_F(Place, IsGivenUpWhenTheUserTurnsThePage) {
+TEST_F(Place, IsGivenUpWhenTheUserTurnsThePage)
+{
     reader->setPlaceToKeep(0.5);
     open(2);
     reader->changePage(1);
@@ -111,7 +122,8 @@ TEST_F(Place, IsGivenUpWhenTheUserTurnsThePage) {
     EXPECT_EQ(page().page.X, 1600);
 }
 
-TEST_F(Place, IsGivenUpWhenTheUserMovesTheSlider) {
+TEST_F(Place, IsGivenUpWhenTheUserMovesTheSlider)
+{
     reader->setPlaceToKeep(0.5);
     open(2);
     parts->locSlider.moveTo(2);
@@ -119,7 +131,8 @@ TEST_F(Place, IsGivenUpWhenTheUserMovesTheSlider) {
     EXPECT_EQ(page().page.X, 1600);
 }
 
-TEST_F(Place, IsGivenUpWhenALinkIsOpened) {
+TEST_F(Place, IsGivenUpWhenALinkIsOpened)
+{
     reader->setPlaceToKeep(0.5);
     open(2);
     reader->changeChapter(chapter(1));
@@ -127,7 +140,8 @@ TEST_F(Place, IsGivenUpWhenALinkIsOpened) {
     EXPECT_EQ(page().page.X, 0);
 }
 
-TEST_F(Place, IsGivenUpWhenTheUserFollowsAnAnchorInThePage) {
+TEST_F(Place, IsGivenUpWhenTheUserFollowsAnAnchorInThePage)
+{
     page().page.offsetTop = { { "sec", 10 } };
     reader->setPlaceToKeep(0.5);
     open(2);
@@ -137,14 +151,16 @@ TEST_F(Place, IsGivenUpWhenTheUserFollowsAnAnchorInThePage) {
     EXPECT_EQ(page().page.X, 0);
 }
 
-TEST_F(Place, IsNotLostWhenItsChapterDoesNotLoad) {
+TEST_F(Place, IsNotLostWhenItsChapterDoesNotLoad)
+{
     reader->setPlaceToKeep(0.37);
     reader->loadSplits(chapters(2), std::nullopt);
     page().failDocument();
     EXPECT_EQ(reader->lastPlace(), 0.37);
 }
 
-TEST_F(Place, IsKeptWhenTheBooksOwnColorsComeBack) {
+TEST_F(Place, IsKeptWhenTheBooksOwnColorsComeBack)
+{
     reader->setCurrentColorOption(2);
     open(2);
     reader->changePage(1);
@@ -156,7 +172,8 @@ TEST_F(Place, IsKeptWhenTheBooksOwnColorsComeBack) {
     EXPECT_EQ(page().page.X, 1600);
 }
 
-TEST_F(Place, DoesNotDriftOverManyReadings) {
+TEST_F(Place, DoesNotDriftOverManyReadings)
+{
     for (const double W : { 800, 801 }) {
         for (int C = 1; C <= 3; ++C) {
             for (int columns = 2 * C; columns <= 6 * C + 1; ++columns) {
@@ -179,7 +196,8 @@ TEST_F(Place, DoesNotDriftOverManyReadings) {
     }
 }
 
-TEST_F(Place, DoesNotDriftWhenThePicturesAreAlwaysLate) {
+TEST_F(Place, DoesNotDriftWhenThePicturesAreAlwaysLate)
+{
     open(1);
     reader->changePage(1);
     for (int round = 0; round < 20; ++round) {
@@ -192,7 +210,8 @@ TEST_F(Place, DoesNotDriftWhenThePicturesAreAlwaysLate) {
     }
 }
 
-TEST_F(Place, ComesBackAfterAReadingInAnotherWindow) {
+TEST_F(Place, ComesBackAfterAReadingInAnotherWindow)
+{
     open(1);
     reader->changePage(1);
     resize(501, 7000);

@@ -17,19 +17,22 @@ namespace pagora::test {
 // A reader over a model page of 800 × 700 points, whose text column is 320 points wide with two columns.
 class ReaderTest : public testing::Test {
 protected:
-    ReaderTest() {
+    ReaderTest()
+    {
         parts->webView.rect = { 0, 0, 800, 700 };
         parts->webView.page.S = 2400;
         makeReader();
     }
 
-    void makeReader() {
+    void makeReader()
+    {
         reader.reset();
         reader = std::make_unique<EpubController>(window, hub, state, loop);
     }
 
     static Url chapter(std::size_t index) { return Url::file("/book/chapter" + std::to_string(index) + ".xhtml"); }
-    static std::vector<Url> chapters(std::size_t count) {
+    static std::vector<Url> chapters(std::size_t count)
+    {
         std::vector<Url> urls;
         for (std::size_t i = 0; i < count; ++i)
             urls.push_back(chapter(i));
@@ -37,7 +40,8 @@ protected:
     }
 
     // Starts a book of `count` chapters at chapter `first`, and shows that chapter.
-    void open(std::size_t count, std::size_t first = 0) {
+    void open(std::size_t count, std::size_t first = 0)
+    {
         reader->setActiveSplitIndex(first);
         reader->loadSplits(chapters(count), std::nullopt);
         page().finishDocument();
@@ -48,7 +52,8 @@ protected:
     const std::string& label() const { return parts->locLabel.text; }
     float sliderValue() const { return parts->locSlider.value; }
     // The scrolling scripts that were evaluated, in order.
-    std::vector<std::string> scrolls() const {
+    std::vector<std::string> scrolls() const
+    {
         std::vector<std::string> found;
         for (const auto& script : parts->webView.scripts) {
             if (script.starts_with("window.scrollTo("))

@@ -11,7 +11,8 @@ namespace pagora::test {
 // The hub as the readers see it. `whenClosed` is what the closing does.
 class FakeReaderHub : public ReaderHub {
 public:
-    void _closeEPUB() override {
+    void _closeEPUB() override
+    {
         ++timesClosed;
         if (whenClosed)
             whenClosed();

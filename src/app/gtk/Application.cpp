@@ -99,6 +99,8 @@ void Application::on_startup()
         _parts->controller.addFaultyBook(_parts->storeProblem);
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
+    // The library window is hidden while a book is read; the program ends when it is told to.
+    hold();
     _parts->controller.applicationWillFinishLaunching();
 }
 

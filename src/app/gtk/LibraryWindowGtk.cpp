@@ -70,8 +70,12 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
     , _toolBarMenu(find<Gtk::Widget>(_layout, "toolBar"))
     , _dialogs(*_windows.main)
 {
-    if (_application)
+    if (_application) {
         _windows.main->set_application(_application);
+        // A hidden window leaves its application, and with it the program's actions and keys.
+        _connections.push_back(
+            _windows.main->signal_show().connect([this] { _windows.main->set_application(_application); }));
+    }
     addProgramActions();
     wireControls();
     followProgress();

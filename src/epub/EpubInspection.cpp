@@ -2,6 +2,7 @@
 
 #include "epub/ContainerParser.hpp"
 #include "epub/ContentParser.hpp"
+#include "epub/ContentsTargets.hpp"
 #include "epub/CoverPicture.hpp"
 #include "epub/ExtractedMember.hpp"
 #include "epub/HTMLParser.hpp"
@@ -228,13 +229,15 @@ Value::Array Inspection::readContents(const OPFParser& package)
         return {};
     ContentParser parser(Url::file(*file));
     parser.parse();
+    const auto contentsFolder = deletingLastPathComponent(file->substr(_dataPath.size() + 1));
+    const ContentsTargets targets(_archive ? &*_archive : nullptr, _packageFolder, contentsFolder);
     Value::Array content;
     for (const auto& entry : parser.contentList()) {
         const auto* src = entry.find("src");
         if (!src || !src->string())
             continue;
         auto resolved = *entry.dictionary();
-        resolved.insert_or_assign("src", appendingPathComponent(_contentBase, decodedReference(*src->string())));
+        resolved.insert_or_assign("src", appendingPathComponent(_bookFolder, targets.path(decodedReference(*src->string()))));
         content.emplace_back(std::move(resolved));
     }
     return content;

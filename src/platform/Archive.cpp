@@ -165,6 +165,16 @@ std::optional<Archive> Archive::open(const std::string& path, const ArchiveLimit
     return Archive(std::move(handle));
 }
 
+std::vector<std::string> Archive::filePaths() const
+{
+    std::vector<std::string> paths;
+    for (const auto& member : _handle->members) {
+        if (!member.isFolder && !member.components.empty())
+            paths.push_back(joined(member.components, "/"));
+    }
+    return paths;
+}
+
 void Archive::extract(const std::vector<std::string>& members, const std::string& destination, std::stop_token stop)
 {
     const Selection selection(members);

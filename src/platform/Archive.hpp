@@ -40,6 +40,9 @@ public:
     Archive& operator=(Archive&&) noexcept;
     ~Archive();
 
+    // Where each member that is a file would go, as a path below the destination.
+    std::vector<std::string> filePaths() const;
+
     // Extracts the members that match one of `members`, or all when it is empty. Members that fail, or hold more than
     // the directory says, are left out. Returns early when `stop` asks for it.
     void extract(const std::vector<std::string>& members, const std::string& destination, std::stop_token stop = {});

@@ -172,11 +172,11 @@ void EpubController::resourceDidFinishLoading(const DataSource& source)
 
 void EpubController::didFinishLoadForFrame(const DataSource& source)
 {
-    if (!_placeToKeep)
-        return;
     _queue.enqueueReport([this, load = source.load]() -> Task<void> {
-        if (load == _window.webView().currentLoad())
+        if (load == _window.webView().currentLoad()) {
+            _frameIsLoaded = true;
             co_await keepPlace();
+        }
     });
 }
 
@@ -206,6 +206,8 @@ Task<void> EpubController::preparePage(DataSource source)
     auto& webView = _window.webView();
     if (source.load != webView.currentLoad())
         co_return;
+    if (source.isMainResource)
+        _frameIsLoaded = !source.isLoading;
     if (_lastAnchor) {
         co_await run(scripts::setHash(*_lastAnchor));
         co_await trackAnchors();

@@ -85,10 +85,12 @@ public:
     void setNumberOfColumns(std::int32_t columns) { _numberOfColumns = columns; }
     std::int32_t pageWidth() const { return _pageWidth; }
     bool dragging() const { return _dragging; }
+    // Whether no action, report or chapter is still under way.
+    bool isSettled() const { return _queue.isIdle() && !_queue.actionsAreHeld(); }
     ColorView& bgView() { return _window.bgView(); }
 
-    // The fraction of the chapter at the middle of the page that is shown, 0 at the chapter's start; until the user moves,
-    // the place to keep. Missing while neither is there.
+    // The fraction of the chapter at the middle of the page that is shown, 0 at a chapter's start while pictures are
+    // awaited; until the user moves, the place to keep. Missing while neither is there.
     std::optional<double> lastPlace() const { return _placeToKeep ? _placeToKeep : _lastPlace; }
     // Keeps that fraction of the chapter in the middle of the page until the user moves, also when pictures or fonts
     // that arrive late lay the chapter out anew.
@@ -165,6 +167,8 @@ private:
     // Whether a chapter has ever been laid out.
     bool _pageIsShown = false;
     std::optional<double> _lastPlace;
+    // Everything that the chapter asked for has arrived or failed.
+    bool _frameIsLoaded = false;
     std::optional<double> _placeToKeep;
     // Spine documents whose load failed; page turns go past them.
     std::set<std::uint64_t> _missingSplits;

@@ -216,8 +216,11 @@ Task<void> EpubController::notePlace()
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
     const std::int64_t X = co_await integer(scripts::pageXOffset);
     const auto W = _window.webView().frame().width;
-    if (S > 0 && W > 0 && !_bookSplits.empty() && !_queue.actionsAreHeld())
-        _lastPlace = X == 0 ? 0 : (X + W / 2) / S;
+    if (S <= 0 || W <= 0 || _bookSplits.empty() || _queue.actionsAreHeld())
+        co_return;
+    // Pictures that are still awaited will lengthen the chapter: its first page is its start then, not a fraction of it.
+    const bool atStart = X == 0 && !_frameIsLoaded;
+    _lastPlace = atStart ? 0 : (X + W / 2) / S;
 }
 
 }

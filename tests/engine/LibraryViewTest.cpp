@@ -5,6 +5,8 @@
 #include "platform/Resource.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
+#include <gdkmm/pixbuf.h>
+#include <gdkmm/pixbuf.h>
 #include <gtkmm/window.h>
 
 namespace pagora::test {

@@ -49,18 +49,9 @@ protected:
         return epub->parts().widget<Widget>(name);
     }
 
-    // The key as the window gets it before the focus does.
     bool press(guint keyval, GdkModifierType state = GdkModifierType(0))
     {
-        gboolean taken = FALSE;
-        g_autoptr(GListModel) controllers = gtk_widget_observe_controllers(GTK_WIDGET(window().gobj()));
-        for (guint i = 0; i < g_list_model_get_n_items(controllers) && !taken; ++i) {
-            g_autoptr(GtkEventController) each = GTK_EVENT_CONTROLLER(g_list_model_get_item(controllers, i));
-            if (GTK_IS_EVENT_CONTROLLER_KEY(each)
-                && gtk_event_controller_get_propagation_phase(each) == GTK_PHASE_CAPTURE)
-                g_signal_emit_by_name(each, "key-pressed", keyval, 0u, state, &taken);
-        }
-        return taken;
+        return ToolkitTest::press(window().gobj(), keyval, state);
     }
 
     bool waitForDone(std::size_t count)

@@ -2,7 +2,7 @@
 
 #include "catalogue/BookInfo.hpp"
 
-#include <glib.h>
+#include <gtk/gtk.h>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -36,6 +36,20 @@ protected:
     static void settle()
     {
         while (g_main_context_iteration(nullptr, FALSE)) { }
+    }
+
+    // The key as the window gets it before the focus does. Whether it took the key.
+    static bool press(GtkWindow* window, guint keyval, GdkModifierType state = GdkModifierType(0))
+    {
+        gboolean taken = FALSE;
+        g_autoptr(GListModel) controllers = gtk_widget_observe_controllers(GTK_WIDGET(window));
+        for (guint i = 0; i < g_list_model_get_n_items(controllers) && !taken; ++i) {
+            g_autoptr(GtkEventController) each = GTK_EVENT_CONTROLLER(g_list_model_get_item(controllers, i));
+            if (GTK_IS_EVENT_CONTROLLER_KEY(each)
+                && gtk_event_controller_get_propagation_phase(each) == GTK_PHASE_CAPTURE)
+                g_signal_emit_by_name(each, "key-pressed", keyval, 0u, state, &taken);
+        }
+        return taken;
     }
 
     // Books with the titles "Title 0", "Title 1", …

@@ -2,7 +2,7 @@
 
 #include "platform/Log.hpp"
 #include "platform/UserDefaults.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "tests/support/TemporaryFolder.hpp"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

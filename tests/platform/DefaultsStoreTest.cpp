@@ -1,7 +1,7 @@
 #include "platform/DefaultsStore.hpp"
 
 #include "platform/Log.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "tests/support/TemporaryFolder.hpp"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

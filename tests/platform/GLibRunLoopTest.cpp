@@ -1,7 +1,7 @@
 #include "platform/GLibRunLoop.hpp"
 
 #include "platform/Task.hpp"
-#include "support/ManualRunLoop.hpp"
+#include "tests/support/ManualRunLoop.hpp"
 
 #include <glib.h>
 

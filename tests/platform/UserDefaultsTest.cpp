@@ -3,7 +3,7 @@
 #include "platform/DefaultsRecovery.hpp"
 #include "platform/Json.hpp"
 #include "platform/Log.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "tests/support/TemporaryFolder.hpp"
 
 #include <fstream>
 #include <gtest/gtest.h>

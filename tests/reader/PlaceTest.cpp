@@ -42,10 +42,17 @@ TEST_F(Place, IsMissingBeforeAChapterIsShown)
     EXPECT_EQ(reader->lastPlace(), std::nullopt);
 }
 
-TEST_F(Place, IsTheStartOnTheFirstPage)
+TEST_F(Place, IsTheStartOnTheFirstPageWhilePicturesAreAwaited)
 {
     open(2);
     EXPECT_EQ(reader->lastPlace(), 0);
+}
+
+TEST_F(Place, IsTheMiddleOfTheFirstPageOnceAllHasArrived)
+{
+    open(2);
+    page().finishFrame();
+    EXPECT_DOUBLE_EQ(*reader->lastPlace(), 400 / 2400.0);
 }
 
 TEST_F(Place, IsTheMiddleOfThePageAfterATurn)

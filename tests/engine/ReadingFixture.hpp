@@ -1,0 +1,109 @@
+#pragma once
+
+#include "app/MainController.hpp"
+#include "app/gtk/LibraryWindowGtk.hpp"
+#include "app/gtk/ReaderWindowFactoryGtk.hpp"
+#include "platform/GLibRunLoop.hpp"
+#include "platform/Log.hpp"
+#include "platform/UserDefaults.hpp"
+#include "reader/gtk/EpubWindowGtk.hpp"
+#include "tests/engine/ToolkitTest.hpp"
+#include "tests/support/FakeWorkspace.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora::test {
+
+// Makes the real reader windows, and keeps hold of the last one.
+class KeptReaderWindows : public ReaderWindowFactory {
+public:
+    explicit KeptReaderWindows(std::string temporaryFolder)
+        : _windows(std::move(temporaryFolder), [](Gtk::Window&) { })
+    {
+    }
+    std::unique_ptr<EpubWindow> makeEpubWindow() override;
+    std::unique_ptr<ReaderWindow> makeFixedWindow() override { return _windows.makeFixedWindow(); }
+    void prepareNextWindow() override { _windows.prepareNextWindow(); }
+
+    EpubWindowGtk* last = nullptr;
+
+private:
+    ReaderWindowFactoryGtk _windows;
+};
+
+// The program as the desktop runs it, over a home folder. Only what the desktop does for it is remembered, not done.
+struct RunningProgram {
+    explicit RunningProgram(const TemporaryFolder& home);
+    ~RunningProgram();
+
+    UserDefaults defaults;
+    GLibRunLoop runLoop;
+    FakeWorkspace workspace;
+    LibraryWindowGtk libraryWindow;
+    KeptReaderWindows readerWindows;
+    MainController controller;
+};
+
+// Reads books in the real program.
+class ReadingTest : public ToolkitTest {
+protected:
+    ReadingTest();
+    ~ReadingTest() override;
+
+    // Ends the program and starts it again over the same home.
+    void restart();
+    LibraryState& state() { return _program->controller.state(); }
+    // Imports an archive and waits for the end of it.
+    void import(const std::string& archive);
+    BookInfoPtr book(std::size_t index = 0) { return state().catalogue.bookList()->at(index); }
+    std::size_t bookCount() { return state().catalogue.bookList()->size(); }
+    // Opens a book of the library and waits until it can be read.
+    void open(std::size_t index = 0);
+    void close() { _program->controller._closeEPUB(); }
+    // Closes the book, starts the program again and opens the book again.
+    void reopen();
+
+    EpubController& reader() { return *state()._epubWindowController->_epubController(); }
+    EpubWindowGtk& window() { return *_program->readerWindows.last; }
+    // Waits until nothing is under way: no turn, no load, no picture.
+    void settle();
+    void turn(int tag);
+    void moveSlider(double value);
+    void goToChapter(std::size_t index);
+    // Whether the last page of the book is shown.
+    bool isAtEnd();
+    std::string evaluate(const std::string& script);
+    long long number(const std::string& script) { return std::atoll(evaluate(script).c_str()); }
+
+    // What is shown: the chapter, the offset and the first words.
+    struct Place {
+        std::uint64_t chapter = 0;
+        long long offset = 0;
+        std::string text;
+        bool operator==(const Place&) const = default;
+    };
+    Place place();
+    friend std::ostream& operator<<(std::ostream& stream, const Place& place);
+
+    bool isLogged(const std::string& line) const;
+
+    TemporaryFolder _home;
+    std::vector<std::string> _lines;
+    LogCapture _capture;
+    std::unique_ptr<RunningProgram> _program;
+
+private:
+    bool pageIsLoading() const;
+};
+
+// The archives of the folder that PAGORA_CORPUS names; none without it.
+std::vector<std::string> corpusBooks();
+
+// Writes a test's name for a book or an archive.
+std::string readingTestName(const std::string& book);
+
+}

@@ -69,6 +69,7 @@ Task<void> MainController::finishPagoraInit()
         refreshBookView();
         if (files.size() == 1)
             sendDoubleClick(_state.catalogue.lastBook());
+        _import.showFaultyBooks();
     }
     _platform.readerWindows.prepareNextWindow();
     for (auto& request : std::exchange(_importRequests, {}))

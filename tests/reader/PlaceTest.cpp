@@ -81,7 +81,7 @@ TEST_F(Place, StaysWhileTheNextChapterIsAwaited)
     page().page.X = 0;
     reader->updateColumns();
     EXPECT_EQ(reader->lastPlace(), 0);
-    page().finishDocument();
+    page().finishDocument(true);
     reader->changePage(1);
     EXPECT_EQ(reader->lastPlace(), 0.5);
 }

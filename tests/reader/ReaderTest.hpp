@@ -40,11 +40,12 @@ protected:
     }
 
     // Starts a book of `count` chapters at chapter `first`, and shows that chapter.
+    // The pictures of the chapter are still awaited, until the page view reports the end of the load.
     void open(std::size_t count, std::size_t first = 0)
     {
         reader->setActiveSplitIndex(first);
         reader->loadSplits(chapters(count), std::nullopt);
-        page().finishDocument();
+        page().finishDocument(true);
         page().scripts.clear();
     }
 

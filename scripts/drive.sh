@@ -1,0 +1,58 @@
+# shellcheck shell=bash
+# Drives the running program with real input, for scripts that source this with `programs` (the folder of the binaries) and
+# `pictures` (where screenshots go) set. Needs a display; see scripts/headless.
+
+openbox --sm-disable 2>/dev/null &
+window_manager=$!
+program=
+trap 'kill "$window_manager" ${program:+"$program"} 2>/dev/null || true' EXIT
+
+fail() {
+    import -window root "$pictures/failed.png" || true
+    echo "$(basename "$0"): $1 (see $pictures/failed.png)" >&2
+    exit 1
+}
+
+# within SECONDS COMMAND...: tries the command until it succeeds.
+within() {
+    local tries=$(($1 * 10))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $((tries--)) -gt 0 ] || fail "waited in vain for: $*"
+        sleep 0.1
+    done
+}
+
+start() {
+    "$programs/pagora" "$@" &
+    program=$!
+}
+
+stored() { "$programs/pagora-defaults" "$1"; }
+# catalogue EXPRESSION: a Python expression over the stored entries, as `books`, that must be true.
+catalogue() { stored BookData | python3 -c "import json, sys; books = json.load(sys.stdin); sys.exit(not ($1))"; }
+ended() { ! kill -0 "$program" 2>/dev/null; }
+window_is() { [ "$(xdotool getactivewindow getwindowname)" = "$1" ]; }
+
+# Waits until the screen has stopped changing.
+settle() {
+    local before="" after
+    for _ in $(seq 60); do
+        after=$(import -window root -depth 8 rgb:- | sha1sum)
+        [ "$after" = "$before" ] && return
+        before=$after
+        sleep 0.25
+    done
+    fail "the screen does not come to rest"
+}
+
+picture() {
+    settle
+    import -window root "$pictures/$1.png"
+    echo "$pictures/$1.png"
+}
+
+click() { xdotool mousemove --sync "$1" "$2" click --delay 60 "${3:-1}"; }
+# The program's window fills the screen, so that places in it are known.
+fill() { xdotool getactivewindow windowmove 0 0 windowsize --sync "$(xdotool getdisplaygeometry | cut -d' ' -f1)" \
+    "$(xdotool getdisplaygeometry | cut -d' ' -f2)" || true; }

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# A second start is the same program: it hands its file to the first, which reads it without filing it in the library.
+set -euo pipefail
+programs=$(realpath "$1")
+mkdir -p "$2"
+pictures=$(realpath "$2")
+here=$(cd "$(dirname "$0")/../../scripts" && pwd)
+. "$here/drive.sh"
+
+library=$HOME/Documents/ePubLibrary
+"$here/make-sample-books" "$HOME/books" >/dev/null
+mkdir -p "$library"
+cp "$HOME/books/01 "* "$HOME/books/02 "* "$library"
+start
+within 20 window_is Pagora
+within 20 catalogue 'len(books) == 2'
+
+timeout 20 "$programs/pagora" "$HOME/books/03 Letters from the Orchard.epub" || fail "the second start did not end well"
+within 20 window_is "Pagora - Letters from the Orchard"
+picture second-start
+[ -f "$library/03 Letters from the Orchard.epub" ] || fail "there is no copy to read from"
+xdotool key ctrl+w
+within 20 window_is Pagora
+[ ! -e "$library/03 Letters from the Orchard.epub" ] || fail "the copy stayed in the library folder"
+catalogue 'len(books) == 2' || fail "the catalogue changed"
+
+# A book of the library that is opened from its own place stays there.
+timeout 20 "$programs/pagora" "$library/01 The Lantern Keeper.epub" || fail "the second start did not end well"
+within 20 window_is "Pagora - The Lantern Keeper"
+settle
+xdotool key ctrl+w
+within 20 window_is Pagora
+[ -f "$library/01 The Lantern Keeper.epub" ] || fail "a book of the library is gone"
+xdotool key ctrl+q
+within 20 ended
+program=

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# The program is killed while a book is read: the library and every place that was saved are there at the next start.
+set -euo pipefail
+programs=$(realpath "$1")
+mkdir -p "$2"
+pictures=$(realpath "$2")
+here=$(cd "$(dirname "$0")/../../scripts" && pwd)
+. "$here/drive.sh"
+
+"$here/make-sample-books" "$HOME/books" >/dev/null
+start "$HOME"/books/*.epub
+within 60 catalogue 'len(books) == 8'
+within 20 window_is Pagora
+kill -9 "$program"
+wait "$program" 2>/dev/null || true
+
+start "$HOME/books/04 The Copper Bridge.epub"
+within 20 window_is "Pagora - The Cartographer's Daughter, or Seven Ways across the Mountains"
+settle
+xdotool key Right
+settle
+xdotool key ctrl+w
+within 20 window_is Pagora
+within 20 catalogue 'books[7].get("LastPlace", 0) > 0'
+kill -9 "$program"
+wait "$program" 2>/dev/null || true
+
+start
+within 20 window_is Pagora
+catalogue 'len(books) == 8 and books[7]["LastPlace"] > 0' || fail "something of the library is lost"
+stored BundleVersion >/dev/null || fail "the settings are lost"
+xdotool key ctrl+q
+within 20 ended
+program=

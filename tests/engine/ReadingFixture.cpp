@@ -105,14 +105,10 @@ void ReadingTest::import(const std::string& archive)
 void ReadingTest::open(std::size_t index)
 {
     _program->controller.sendDoubleClick(book(index));
-    settle();
-}
-
-void ReadingTest::reopen()
-{
-    close();
-    restart();
-    open();
+    if (book(index)->type() == "fixed")
+        settleFixed();
+    else
+        settle();
 }
 
 bool ReadingTest::pageIsLoading() const
@@ -133,6 +129,19 @@ void ReadingTest::settle()
         evaluate("0");
     }
     ASSERT_TRUE(waitUntil(isSettled));
+}
+
+void ReadingTest::settleFixed()
+{
+    ASSERT_TRUE(waitUntil([this] {
+        return state()._fixedWindowController && !fixedReader().bookSplits().empty() && !webView().isHidden();
+    }));
+}
+
+WebView& ReadingTest::webView()
+{
+    return state()._fixedWindowController ? state()._fixedWindowController->webView()
+                                          : state()._epubWindowController->webView();
 }
 
 void ReadingTest::turn(int tag)
@@ -165,7 +174,7 @@ bool ReadingTest::isAtEnd()
 std::string ReadingTest::evaluate(const std::string& script)
 {
     const auto result = std::make_shared<std::optional<std::string>>();
-    const auto task = keepResult(state()._epubWindowController->webView(), script, result);
+    const auto task = keepResult(webView(), script, result);
     EXPECT_TRUE(waitUntil([&] { return result->has_value(); })) << script;
     return result->value_or("no answer");
 }

@@ -54,7 +54,7 @@ protected:
     ReadingTest();
     ~ReadingTest() override;
 
-    // Ends the program and starts it again over the same home.
+    // Ends the program, which closes what is read, and starts it again over the same home.
     void restart();
     LibraryState& state() { return _program->controller.state(); }
     // Imports an archive and waits for the end of it.
@@ -64,13 +64,16 @@ protected:
     // Opens a book of the library and waits until it can be read.
     void open(std::size_t index = 0);
     void close() { _program->controller._closeEPUB(); }
-    // Closes the book, starts the program again and opens the book again.
-    void reopen();
 
     EpubController& reader() { return *state()._epubWindowController->_epubController(); }
     EpubWindowGtk& window() { return *_program->readerWindows.last; }
     // Waits until nothing is under way: no turn, no load, no picture.
     void settle();
+    FixedEpubController& fixedReader() { return *state()._fixedWindowController->_fixedController(); }
+    // Waits until a page of a fixed-layout book is shown.
+    void settleFixed();
+    // The page of the book that is read, of either kind.
+    WebView& webView();
     void turn(int tag);
     void moveSlider(double value);
     void goToChapter(std::size_t index);

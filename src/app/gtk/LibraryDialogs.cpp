@@ -2,7 +2,6 @@
 
 #include "platform/gtk/DisplayText.hpp"
 
-#include <giomm/file.h>
 #include <gtkmm/filefilter.h>
 #include <gtkmm/icontheme.h>
 
@@ -10,6 +9,24 @@
 #include <utility>
 
 namespace pagora {
+
+namespace {
+
+// Files that are not on this computer have no path and are left out.
+std::vector<std::string> pathsOfFiles(const Gio::ListModel& files)
+{
+    std::vector<std::string> paths;
+    auto* const model = const_cast<GListModel*>(files.gobj());
+    for (guint i = 0; i < files.get_n_items(); ++i) {
+        // A file that only the C library knows cannot be had from the model as a C++ object.
+        const auto file = Glib::wrap(G_FILE(g_list_model_get_item(model, i)));
+        if (auto path = file->get_path(); !path.empty())
+            paths.push_back(std::move(path));
+    }
+    return paths;
+}
+
+}
 
 void LibraryDialogs::runAlertPanel(const std::string& title, const std::string& message, const std::string& button)
 {
@@ -20,6 +37,15 @@ void LibraryDialogs::runAlertPanel(const std::string& title, const std::string& 
     _alert->set_default_response(Gtk::ResponseType::OK);
     _alert->signal_response().connect([this](int) { _alert->set_visible(false); });
     _alert->present();
+}
+
+Glib::RefPtr<Gio::File> LibraryDialogs::startFolder() const
+{
+    if (_lastFolder)
+        return _lastFolder;
+    std::error_code error;
+    const auto folder = std::filesystem::current_path(error);
+    return error ? nullptr : Gio::File::create_for_path(folder.string());
 }
 
 void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Chosen chosen)
@@ -37,23 +63,17 @@ void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Cho
     books->set_name("EPUB books");
     books->add_pattern("*.epub");
     _openPanel->add_filter(books);
-    std::error_code error;
-    const auto folder = std::filesystem::current_path(error);
     try {
-        if (!error)
-            _openPanel->set_current_folder(Gio::File::create_for_path(folder.string()));
+        if (const auto folder = startFolder())
+            _openPanel->set_current_folder(folder);
     } catch (const Glib::Error&) {
     }
 
     _openPanel->signal_response().connect([this, chosen = std::move(chosen)](int response) {
         std::optional<std::vector<std::string>> paths;
         if (response == static_cast<int>(Gtk::ResponseType::ACCEPT)) {
-            paths.emplace();
-            const auto files = _openPanel->get_files();
-            for (guint i = 0; i < files->get_n_items(); ++i) {
-                if (const auto file = std::dynamic_pointer_cast<Gio::File>(files->get_object(i)))
-                    paths->push_back(file->get_path());
-            }
+            paths = pathsOfFiles(*_openPanel->get_files());
+            _lastFolder = _openPanel->get_current_folder();
         }
         _openPanel->hide();
         chosen(std::move(paths));

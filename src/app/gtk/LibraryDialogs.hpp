@@ -1,5 +1,6 @@
 #pragma once
 
+#include <giomm/file.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/filechoosernative.h>
 #include <gtkmm/messagedialog.h>
@@ -28,10 +29,14 @@ public:
     void showAbout();
 
 private:
+    // Where files were last chosen, and before that the program's current folder; null if there is none any more.
+    Glib::RefPtr<Gio::File> startFolder() const;
+
     Gtk::Window& _parent;
     std::unique_ptr<Gtk::MessageDialog> _alert;
     std::unique_ptr<Gtk::AboutDialog> _about;
     Glib::RefPtr<Gtk::FileChooserNative> _openPanel;
+    Glib::RefPtr<Gio::File> _lastFolder;
 };
 
 }

@@ -49,11 +49,15 @@ void DesktopWindow::setTitle(const std::string& title)
 
 Rect DesktopWindow::frame() const
 {
-    if (_window.get_mapped() && _window.get_width() > 0)
-        return { _x, _y, static_cast<double>(_window.get_width()), static_cast<double>(_window.get_height()) };
+    // The size that `setFrame` takes, which follows what the user does to the window. The widget's own size leaves out
+    // what the toolkit draws around it, so windows that hand their frames on would shrink.
     int width = 0;
     int height = 0;
     _window.get_default_size(width, height);
+    if (width <= 0 || height <= 0) {
+        width = _window.get_width();
+        height = _window.get_height();
+    }
     return { _x, _y, static_cast<double>(std::max(width, 0)), static_cast<double>(std::max(height, 0)) };
 }
 

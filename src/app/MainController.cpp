@@ -28,7 +28,11 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     , _import(*this, importOutlets(platform.libraryWindow))
     , _opening(platform, _state, *this, std::move(scripts))
     , _closing(platform, _state, _import)
-    , _monitor(platform.libraryWindow, _views, [] { })
+    , _monitor(platform.libraryWindow, _views,
+          [this] {
+              if (auto* active = _views.activeViewController())
+                  active->removeBooks();
+          })
 {
     LibraryWindowActions actions;
     actions.windowShouldClose = [this] { return windowShouldClose(); };
@@ -250,6 +254,34 @@ void MainController::timerFinish()
 void MainController::refreshBookView()
 {
     _views.refreshBookView(_state.catalogue.bookList());
+}
+
+void MainController::deleteItemFromCollection(const BookInfoPtr& book, ByRemovingFromDisk remove)
+{
+    if (book->isbn() && _state.catalogue.removeFirstWithISBN(*book->isbn())) {
+        _state.catalogue.save(_platform.defaults);
+        if (_state.currentBook == book)
+            _state.currentBook = nullptr;
+        refreshBookView();
+    }
+    if (remove == ByRemovingFromDisk::Yes)
+        recycle(*book);
+}
+
+void MainController::deleteItemsFromLibrary(const std::vector<BookInfoPtr>& books)
+{
+    for (const auto& book : books)
+        deleteItemFromCollection(book, ByRemovingFromDisk::Yes);
+}
+
+// The Trash may be on another disk: the move does not hold up the window.
+void MainController::recycle(const BookInfo& book)
+{
+    if (!book.epubPath())
+        return;
+    _platform.runLoop.performInBackground([&workspace = _platform.workspace, path = *book.epubPath()] {
+        workspace.recycleFiles(deletingLastPathComponent(path), { lastPathComponent(path) });
+    });
 }
 
 void MainController::sendDoubleClick(const BookInfoPtr& book)

@@ -23,6 +23,8 @@
 
 namespace pagora {
 
+enum class ByRemovingFromDisk : bool { No, Yes };
+
 // The hub: the program's delegate and owner of the catalogue, the library views and the reader windows, which reach it
 // through the narrow interfaces that they declare. Main thread, save for what the import calls.
 class MainController : public LibraryHub, public ReaderHub, public ImportHub {
@@ -69,6 +71,11 @@ public:
     void bookListMode() { _views.bookListMode(); }
     void refreshBookView() override;
 
+    // Takes the first book with the record's identifier out of the library; with `remove`, the record's archive goes to
+    // the Trash, also when no book matched.
+    void deleteItemFromCollection(const BookInfoPtr& book, ByRemovingFromDisk remove);
+    void deleteItemsFromLibrary(const std::vector<BookInfoPtr>& books) override;
+
     // Opens the record, or the first selected one of the library view that is shown.
     void sendDoubleClick(const BookInfoPtr& book);
     void sendDoubleClick() override;
@@ -100,6 +107,7 @@ public:
 
 private:
     Task<void> finishPagoraInit();
+    void recycle(const BookInfo& book);
     Task<void> openHandedOver(std::vector<std::string> paths);
     Task<void> openSingle(std::string path);
     // Keeps a task until it is done.

@@ -3,6 +3,7 @@
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
 
+#include "platform/Numbers.hpp"
 #include "platform/Path.hpp"
 
 #include <algorithm>
@@ -65,6 +66,21 @@ void Catalogue::removeAt(std::size_t index)
     _bookList.erase(_bookList.begin() + offset);
     _epubLocations.erase(_epubLocations.begin() + offset);
     _sharedBookList = nullptr;
+}
+
+bool Catalogue::removeFirstWithISBN(const std::string& isbn)
+{
+    std::size_t index = 0;
+    {
+        std::scoped_lock lock(_mutex);
+        const auto found = std::find_if(_bookData.begin(), _bookData.end(),
+            [&isbn](const Value& entry) { return stringFrom(entry.find(entry_keys::ISBN)) == isbn; });
+        if (found == _bookData.end())
+            return false;
+        index = static_cast<std::size_t>(found - _bookData.begin());
+    }
+    removeAt(index);
+    return true;
 }
 
 std::optional<std::size_t> Catalogue::indexOf(const BookInfoPtr& book) const

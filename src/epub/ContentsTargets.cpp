@@ -7,8 +7,7 @@
 
 namespace pagora {
 
-ContentsTargets::ContentsTargets(
-    const Archive* archive, std::string packageFolder, const std::string& contentsFolder)
+ContentsTargets::ContentsTargets(const Archive* archive, std::string packageFolder, const std::string& contentsFolder)
     : _packageFolder(std::move(packageFolder))
     , _contentsFolder(normalizedPath(contentsFolder))
 {

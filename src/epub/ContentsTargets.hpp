@@ -8,8 +8,8 @@
 namespace pagora {
 
 // Where the targets of a table of contents lie in a book. They count from the package document's folder; one that names
-// nothing there, but a member of the archive when it counts from the folder of the contents file itself, is that member.
-// Any thread.
+// nothing there, but a member of the archive when it counts from the folder of the contents file itself, is that
+// member. Any thread.
 class ContentsTargets {
 public:
     // Folders are paths inside the archive; null is an archive that holds nothing.

@@ -51,6 +51,8 @@ public:
     std::uint64_t activeSplitIndex() const { return _activeSplitIndex; }
     void setActiveSplitIndex(std::uint64_t index) { _activeSplitIndex = index; }
     ContentsPane& contentsPane() { return _contentsPane; }
+    // Whether no action, report or page is still under way.
+    bool isSettled() const { return _queue.isIdle() && !_queue.actionsAreHeld(); }
 
     void resourceDidFinishLoading(const DataSource& source) override;
     void didFinishLoadForFrame(const DataSource& source) override;

@@ -22,4 +22,11 @@ void ImageViewController::userDidClick(int clickCount)
         _mainController->sendDoubleClick();
 }
 
+void ImageViewController::removeBooks()
+{
+    const auto selected = bookController().selectedObjects();
+    if (!selected.empty())
+        processAlert(removeBooksText, [this, selected] { remove(selected); });
+}
+
 }

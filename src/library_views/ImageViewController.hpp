@@ -22,6 +22,7 @@ public:
     bool multiSelection() const { return _multiSelection; }
     void setMultiSelection(bool multiSelection) { _multiSelection = multiSelection; }
 
+    void removeBooks() override;
     void userDidSelect() override;
     void userDidClick(int clickCount) override;
 

@@ -1,5 +1,7 @@
 #include "library_views/LibraryViewController.hpp"
 
+#include <utility>
+
 namespace pagora {
 
 LibraryViewController::LibraryViewController(const char* layout, LibraryViewHost& host, LibrarySelection& selection)
@@ -14,6 +16,23 @@ LibraryViewController::~LibraryViewController()
 {
     _view->setHandler(nullptr);
     _books.setObserver(nullptr);
+}
+
+void LibraryViewController::processAlert(const std::string& text, std::function<void()> proceed)
+{
+    constexpr int secondButton = 1001;
+    const char* agree = text.find("Trash") == std::string::npos ? "Remove from library" : "Move to Trash";
+    _host.runAlert(text, "Cancel", agree, [proceed = std::move(proceed)](int code) {
+        if (code == secondButton)
+            proceed();
+    });
+}
+
+void LibraryViewController::remove(const std::vector<BookInfoPtr>& books)
+{
+    _host.readerButton().setEnabled(false);
+    if (_mainController)
+        _mainController->deleteItemsFromLibrary(books);
 }
 
 void LibraryViewController::setToolbarReadButton(std::size_t selectedBooks, const BookInfoPtr& book)

@@ -4,7 +4,9 @@
 
 #include "library_views/ArrayController.hpp"
 
+#include <functional>
 #include <memory>
+#include <string>
 
 namespace pagora {
 
@@ -39,6 +41,12 @@ public:
     virtual void setContentView(LibraryViewSurface& view) = 0;
     // Takes it out of the window; before the view goes.
     virtual void removeContentView(LibraryViewSurface& view) = 0;
+
+    // An alert with an informative text and two buttons. `answered` receives 1000 for the first button, and for an alert
+    // that is put away, and 1001 for the second.
+    virtual void runAlert(const std::string& informativeText, const std::string& firstButton,
+        const std::string& secondButton, std::function<void(int code)> answered)
+        = 0;
 
     virtual Button& readerButton() = 0;
     virtual SegmentedControl& bListControl() = 0;

@@ -27,4 +27,9 @@ void TableViewController::userDidClick(int clickCount)
         mouseDoubleClick();
 }
 
+void TableViewController::removeBooks()
+{
+    processAlert(removeBooksText, [this] { remove(_selection.listSelection); });
+}
+
 }

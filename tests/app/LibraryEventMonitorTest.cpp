@@ -20,6 +20,7 @@ protected:
         monitor.install();
     }
     void sendDoubleClick() override { }
+    void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
     bool send(const LibraryEvent& event) { return window.monitor(event); }
 
     test::FakeLibraryWindow window;

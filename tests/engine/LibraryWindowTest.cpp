@@ -31,6 +31,7 @@ protected:
         _window.setActions(std::move(actions));
         _views->showFirstView();
     }
+    void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
     void sendDoubleClick() override { _heard.emplace_back("sendDoubleClick"); }
 
     bool isShown(const char* name) { return _window.outlet<Gtk::Widget>(name)->get_visible(); }

@@ -32,14 +32,14 @@ std::string contents(const std::vector<std::string>& targets)
 {
     std::string points;
     for (const auto& target : targets)
-        points += "<navPoint><navLabel><text>" + target + "</text></navLabel><content src=\"" + target
-            + "\"/></navPoint>";
+        points
+            += "<navPoint><navLabel><text>" + target + "</text></navLabel><content src=\"" + target + "\"/></navPoint>";
     return "<?xml version=\"1.0\"?><ncx xmlns=\"http://www.daisy.org/z3986/2005/ncx/\"><navMap>" + points
         + "</navMap></ncx>";
 }
 
 // A book of these chapters, by their references in the package document.
-EpubBuilder bookOf(const std::vector<std::string>& references)
+EpubBuilder bookOf(const std::vector<std::string>& references, const std::string& contentsFile = "toc.ncx")
 {
     std::string items;
     std::string spine;
@@ -51,8 +51,9 @@ EpubBuilder bookOf(const std::vector<std::string>& references)
     return EpubBuilder().chapters(0).member("OEBPS/content.opf",
         "<?xml version=\"1.0\" encoding=\"utf-8\"?><package xmlns=\"http://www.idpf.org/2007/opf\"><metadata "
         "xmlns:dc=\"http://purl.org/dc/elements/1.1/\"><dc:title>Made</dc:title></metadata><manifest><item id=\"ncx\" "
-        "href=\"toc.ncx\" media-type=\"application/x-dtbncx+xml\"/>"
-            + items + "</manifest><spine toc=\"ncx\">" + spine + "</spine></package>");
+        "href=\""
+            + contentsFile + "\" media-type=\"application/x-dtbncx+xml\"/>" + items + "</manifest><spine toc=\"ncx\">"
+            + spine + "</spine></package>");
 }
 
 EpubBuilder pictures()
@@ -62,7 +63,8 @@ EpubBuilder pictures()
     for (int i = 0; i < 6; ++i) {
         const auto n = std::to_string(i);
         book.member("OEBPS/images/" + n + ".png", picture(900 + 200 * i, 1500 - 150 * i, "png"));
-        illustrated += paragraph(2 * i, words) + "<p><img src=\"images/" + n + ".png\"/></p>" + paragraph(2 * i + 1, words);
+        illustrated
+            += paragraph(2 * i, words) + "<p><img src=\"images/" + n + ".png\"/></p>" + paragraph(2 * i + 1, words);
     }
     return book.member("OEBPS/a.xhtml", document(illustrated))
         .member("OEBPS/b.xhtml", chapterOf(12, "<img id=\"picture\" src=\"images/3.png\"/>"))
@@ -84,13 +86,25 @@ EpubBuilder longChapters()
 
 EpubBuilder names()
 {
-    return bookOf({ "my%20t%C3%A9xt/chapter%20%C3%A9.xhtml", "my%20t%C3%A9xt/100%25.xhtml", "my%20t%C3%A9xt/b%20c.xhtml" })
+    return bookOf(
+        { "my%20t%C3%A9xt/chapter%20%C3%A9.xhtml", "my%20t%C3%A9xt/100%25.xhtml", "my%20t%C3%A9xt/b%20c.xhtml" })
         .member("OEBPS/my t\u00E9xt/chapter \u00E9.xhtml", chapterOf(20))
         .member("OEBPS/my t\u00E9xt/100%.xhtml", chapterOf(20))
         .member("OEBPS/my t\u00E9xt/b c.xhtml", chapterOf(20))
         .member("OEBPS/toc.ncx",
             contents({ "my%20t%C3%A9xt/chapter%20%C3%A9.xhtml#p15", "my t\u00E9xt/b c.xhtml",
                 "my%20t%C3%A9xt/b%20c.xhtml#p12" }));
+}
+
+// The chapters lie beside the package document's folder, and the contents count from a folder of their own.
+EpubBuilder otherFolders()
+{
+    return bookOf({ "../text/a.xhtml", "../text/b.xhtml" }, "../navigation/first/toc.ncx")
+        .member("text/a.xhtml", chapterOf(20))
+        .member("text/b.xhtml", chapterOf(20))
+        .member("navigation/first/toc.ncx",
+            contents(
+                { "../../text/a.xhtml", "../../text/a.xhtml#p15", "../../text/a.xhtml#p2", "../../text/b.xhtml#p19" }));
 }
 
 // The archive's names are taken apart into letters and accents, the package document's are not.
@@ -136,6 +150,7 @@ const std::vector<std::pair<std::string, std::function<EpubBuilder()>>>& makers(
         { "Pictures", pictures },
         { "LongChapters", longChapters },
         { "N\u00E4mes & spaces", names },
+        { "OtherFolders", otherFolders },
         { "DecomposedNames", decomposedNames },
         { "RightToLeft", rightToLeft },
         { "MalformedChapter", malformedChapter },
@@ -165,8 +180,8 @@ std::vector<std::string> madeBookNames()
 
 std::string writeMadeBook(const std::string& name, const std::string& folder)
 {
-    const auto found = std::find_if(
-        makers().begin(), makers().end(), [&](const auto& maker) { return maker.first == name; });
+    const auto found
+        = std::find_if(makers().begin(), makers().end(), [&](const auto& maker) { return maker.first == name; });
     return found->second().write(folder + "/" + name + ".epub");
 }
 

@@ -11,7 +11,7 @@ std::vector<std::string> madeBookNames();
 std::string writeMadeBook(const std::string& name, const std::string& folder);
 
 // A page of paragraphs with the ids p0, p1, …, between `before` and `after`.
-std::string chapterOf(int paragraphs, const std::string& before = {}, const std::string& after = {},
-    const std::string& attributes = {});
+std::string chapterOf(
+    int paragraphs, const std::string& before = {}, const std::string& after = {}, const std::string& attributes = {});
 
 }

@@ -305,4 +305,16 @@ TEST_F(PageLoadTest, AWarmViewShowsItsFirstPageLikeAnyOther)
     EXPECT_EQ(evaluate("window.pageXOffset"), "800");
 }
 
+TEST_F(PageLoadTest, APathThatGoesUpIsLoaded)
+{
+    write("text/chapter.xhtml", document(paragraphs(3)));
+    write("contents/other.xhtml", document("x"));
+    const auto above = _book + "/contents/../text/chapter.xhtml";
+    loadCompletely(Url::file(above));
+    EXPECT_EQ(evaluate("document.getElementById('p2') !== null"), "true");
+    const auto again = loadCompletely(*Url::fromString(Url::file(above).text() + "#p2"));
+    EXPECT_EQ(_delegate.count(Kind::Failed, again), 0);
+    EXPECT_EQ(evaluate("location.hash"), "#p2");
+}
+
 }

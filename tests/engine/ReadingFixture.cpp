@@ -98,8 +98,7 @@ void ReadingTest::import(const std::string& archive)
 {
     const auto before = bookCount();
     _program->controller.draggedEpubs({ archive });
-    EXPECT_TRUE(waitUntil(
-        [&] { return bookCount() > before || _program->libraryWindow.errorWin().isVisible(); }));
+    EXPECT_TRUE(waitUntil([&] { return bookCount() > before || _program->libraryWindow.errorWin().isVisible(); }));
 }
 
 void ReadingTest::open(std::size_t index)
@@ -134,7 +133,8 @@ void ReadingTest::settle()
 void ReadingTest::settleFixed()
 {
     ASSERT_TRUE(waitUntil([this] {
-        return state()._fixedWindowController && !fixedReader().bookSplits().empty() && !webView().isHidden();
+        return state()._fixedWindowController && !fixedReader().bookSplits().empty() && fixedReader().isSettled()
+            && !webView().isHidden();
     }));
 }
 

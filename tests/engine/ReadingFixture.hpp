@@ -22,7 +22,7 @@ namespace pagora::test {
 class KeptReaderWindows : public ReaderWindowFactory {
 public:
     explicit KeptReaderWindows(std::string temporaryFolder)
-        : _windows(std::move(temporaryFolder), [](Gtk::Window&) { })
+        : _windows(std::move(temporaryFolder), [](Gtk::Window&) {})
     {
     }
     std::unique_ptr<EpubWindow> makeEpubWindow() override;

@@ -21,10 +21,7 @@ protected:
     }
     long long width() { return number("window.innerWidth"); }
     // Whether the library is shown and no book is.
-    bool libraryIsShown()
-    {
-        return !state()._epubWindowController && _program->libraryWindow.mainWindow().isVisible();
-    }
+    bool libraryIsShown() { return !state()._epubWindowController && _program->libraryWindow.mainWindow().isVisible(); }
 };
 
 class ReadingPlaceInBook : public ReadingPlace, public testing::WithParamInterface<std::string> { };

@@ -1,10 +1,9 @@
-#include "tests/engine/ReadingFixture.hpp"
-
 #include "app/BookOpening.hpp"
 #include "platform/Archive.hpp"
 #include "platform/Path.hpp"
 #include "platform/Unicode.hpp"
 #include "tests/engine/MadeBooks.hpp"
+#include "tests/engine/ReadingFixture.hpp"
 
 #include <algorithm>
 #include <map>
@@ -113,8 +112,8 @@ TEST_P(ReadingAnyBook, IsImportedOrRefusedWithOneLine)
     import(path);
     if (isEncrypted(path)) {
         EXPECT_EQ(bookCount(), 0u);
-        EXPECT_EQ(_program->libraryWindow.errorList().stringValue(),
-            lastPathComponent(path) + " --> epub is crypted by DRM");
+        EXPECT_EQ(
+            _program->libraryWindow.errorList().stringValue(), lastPathComponent(path) + " --> epub is crypted by DRM");
     } else {
         ASSERT_EQ(bookCount(), 1u);
         EXPECT_NE(book()->title().value_or(""), "");
@@ -140,7 +139,11 @@ TEST_P(ReadingAnyBook, ContentsEntriesShowTheirTargets)
 {
     if (!read())
         return;
-    for (const auto& entry : tableOfContentFrom(book()->content().value_or(Value::Array {}))) {
+    const auto entries = tableOfContentFrom(book()->content().value_or(Value::Array {}));
+    // Of a long list, a sample.
+    constexpr std::size_t enough = 60;
+    for (std::size_t i = 0; i < entries.size(); i += 1 + entries.size() / enough) {
+        const auto& entry = entries[i];
         goTo(entry.src);
         const auto fragment = entry.src.fragment().value_or("");
         const auto seen = evaluate(std::string(visibility) + "('" + scriptText(fragment) + "')");
@@ -179,7 +182,8 @@ std::vector<std::string> shortCorpusBooks()
 {
     const std::set<std::string> names = { "childrens-literature", "hefty-water", "trees" };
     auto books = corpusBooks();
-    std::erase_if(books, [&](const auto& path) { return !names.contains(deletingPathExtension(lastPathComponent(path))); });
+    std::erase_if(
+        books, [&](const auto& path) { return !names.contains(deletingPathExtension(lastPathComponent(path))); });
     return books;
 }
 

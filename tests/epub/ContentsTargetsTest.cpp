@@ -61,8 +61,8 @@ TEST_F(ContentsTargetsTest, TargetThatIsOnlyBesideTheContentsFileIsThere)
 
 TEST_F(ContentsTargetsTest, TargetInBothFoldersIsThePackageFoldersOne)
 {
-    EXPECT_EQ(target("a.xhtml", EpubBuilder().member("OEBPS/a.xhtml", "").member("OEBPS/toc/a.xhtml", "")),
-        "OEBPS/a.xhtml");
+    EXPECT_EQ(
+        target("a.xhtml", EpubBuilder().member("OEBPS/a.xhtml", "").member("OEBPS/toc/a.xhtml", "")), "OEBPS/a.xhtml");
 }
 
 TEST_F(ContentsTargetsTest, TargetThatIsNowhereStaysAsItIs)
@@ -85,8 +85,8 @@ TEST_F(ContentsTargetsTest, EscapesAreReplacedBeforeTheTargetIsLookedFor)
 TEST_F(ContentsTargetsTest, EitherUnicodeFormOfAMemberIsFound)
 {
     EXPECT_EQ(target("\u00E9.xhtml", EpubBuilder().member("OEBPS/toc/e\u0301.xhtml", "")), "OEBPS/toc/\u00E9.xhtml");
-    EXPECT_EQ(target("e\u0301.xhtml",
-                  EpubBuilder().member("OEBPS/\u00E9.xhtml", "").member("OEBPS/toc/e\u0301.xhtml", "")),
+    EXPECT_EQ(
+        target("e\u0301.xhtml", EpubBuilder().member("OEBPS/\u00E9.xhtml", "").member("OEBPS/toc/e\u0301.xhtml", "")),
         "OEBPS/e\u0301.xhtml");
 }
 

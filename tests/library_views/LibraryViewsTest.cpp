@@ -18,6 +18,7 @@ protected:
     LibraryViewsTest() { views.showFirstView(); }
 
     void sendDoubleClick() override { ++timesOpened; }
+    void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
     void showSegment(int segment)
     {
         host.bListControlFake.selected = segment;
@@ -202,6 +203,7 @@ TEST(LibraryViews, ALibraryWithoutViewTakesBooksAndSelectionsQuietly)
 {
     struct : LibraryHub {
         void sendDoubleClick() override { }
+        void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
     } hub;
     test::FakeLibraryViewHost host;
     const auto none = std::make_shared<const std::vector<BookInfoPtr>>();
@@ -216,6 +218,7 @@ TEST(LibraryViews, TheViewIsTakenOutOfTheWindowBeforeItGoes)
 {
     struct : LibraryHub {
         void sendDoubleClick() override { }
+        void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
     } hub;
     test::FakeLibraryViewHost host;
     {

@@ -64,9 +64,22 @@ public:
         if (shown == &view)
             shown = nullptr;
     }
+    void runAlert(const std::string& informativeText, const std::string& firstButton, const std::string& secondButton,
+        std::function<void(int code)> answered) override
+    {
+        questions.push_back({ informativeText, firstButton, secondButton, std::move(answered) });
+    }
     Button& readerButton() override { return readerButtonFake; }
     SegmentedControl& bListControl() override { return bListControlFake; }
 
+    // Every alert with two buttons, in order; tests answer with `answered`.
+    struct Question {
+        std::string text;
+        std::string firstButton;
+        std::string secondButton;
+        std::function<void(int code)> answered;
+    };
+    std::vector<Question> questions;
     // Every layout a view was built from, in order.
     std::vector<std::string> loadedLayouts;
     // The view in the window.

@@ -39,6 +39,25 @@ void LibraryDialogs::runAlertPanel(const std::string& title, const std::string& 
     _alert->present();
 }
 
+void LibraryDialogs::runAlert(const std::string& informativeText, const std::string& firstButton,
+    const std::string& secondButton, std::function<void(int code)> answered)
+{
+    constexpr int first = 1000;
+    constexpr int second = 1001;
+    _alert = std::make_unique<Gtk::MessageDialog>(
+        _parent, displayText(informativeText), false, Gtk::MessageType::INFO, Gtk::ButtonsType::NONE, true);
+    _alert->add_button(displayText(firstButton), first);
+    _alert->add_button(displayText(secondButton), second);
+    _alert->set_default_response(first);
+    if (auto* const goesOn = _alert->get_widget_for_response(second))
+        goesOn->add_css_class("destructive-action");
+    _alert->signal_response().connect([this, answered = std::move(answered)](int response) {
+        _alert->set_visible(false);
+        answered(response == second ? second : first);
+    });
+    _alert->present();
+}
+
 Glib::RefPtr<Gio::File> LibraryDialogs::startFolder() const
 {
     if (_lastFolder)

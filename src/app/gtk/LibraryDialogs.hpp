@@ -24,6 +24,9 @@ public:
     }
 
     void runAlertPanel(const std::string& title, const std::string& message, const std::string& button);
+    // `answered` receives 1000 for the first button, and for an alert that is put away, and 1001 for the second.
+    void runAlert(const std::string& informativeText, const std::string& firstButton, const std::string& secondButton,
+        std::function<void(int code)> answered);
     // One at a time: a panel that is open already comes to the front, and `chosen` receives nothing.
     void runOpenPanel(const std::string& message, bool multiple, Chosen chosen);
     void showAbout();

@@ -186,6 +186,12 @@ void LibraryWindowGtk::terminate()
         _application->quit();
 }
 
+void LibraryWindowGtk::runAlert(const std::string& informativeText, const std::string& firstButton,
+    const std::string& secondButton, std::function<void(int code)> answered)
+{
+    _dialogs.runAlert(informativeText, firstButton, secondButton, std::move(answered));
+}
+
 void LibraryWindowGtk::runAlertPanel(const std::string& title, const std::string& message, const std::string& button)
 {
     _dialogs.runAlertPanel(title, message, button);

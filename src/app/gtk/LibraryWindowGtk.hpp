@@ -50,6 +50,8 @@ public:
     void activateIgnoringOtherApps() override { _mainWindow.makeKeyAndOrderFront(); }
     void terminate() override;
     void runAlertPanel(const std::string& title, const std::string& message, const std::string& button) override;
+    void runAlert(const std::string& informativeText, const std::string& firstButton, const std::string& secondButton,
+        std::function<void(int code)> answered) override;
     void runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen) override;
     void setEventMonitor(WindowEventMonitor::Monitor monitor) override { _monitor.setMonitor(std::move(monitor)); }
 

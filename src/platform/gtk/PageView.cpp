@@ -22,6 +22,14 @@ std::string withoutFragment(const std::string& uri)
     return uri.substr(0, uri.find('#'));
 }
 
+// The URI as the engine spells it, which resolves "..", so that it can be told from the one that is shown.
+std::string asTheEngineSpells(const std::string& uri)
+{
+    const auto request = GObjectPtr<WebKitURIRequest>::adopt(webkit_uri_request_new(uri.c_str()));
+    const char* const spelled = webkit_uri_request_get_uri(request.get());
+    return spelled && *spelled ? spelled : uri;
+}
+
 void addStyleSheet(WebKitWebView* view, const char* name)
 {
     const auto path = std::string("/org/pagora/Pagora/") + name;
@@ -113,7 +121,7 @@ void PageView::begin(const Url& url)
     const auto target = isFile ? existingFile(url) : std::optional(url);
     if (!target || (isFile && !_bookFolder.empty() && !isFileInFolder(target->path(), _bookFolder)))
         return failSoon();
-    _target = target->text();
+    _target = asTheEngineSpells(target->text());
     _stage = Stage::Waiting;
     startWhenReady();
 }
@@ -139,6 +147,7 @@ void PageView::start()
     _stage = Stage::Starting;
     numberScripts();
     // A page whose scripts never end would keep the engine from even beginning with another one.
+    _loadTimer.disconnect();
     if (_target.rfind("file:", 0) == 0) {
         _loadTimer = Glib::signal_timeout().connect(
             [this] {

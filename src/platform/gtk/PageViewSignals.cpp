@@ -234,6 +234,7 @@ void PageView::messageReceived(const std::string& text)
     if (what == "complete") {
         // A fixed page is shown once nothing is loading, which a server that never answers must not put off for ever.
         if (_kind == PageKind::Fixed) {
+            _loadTimer.disconnect();
             _loadTimer = Glib::signal_timeout().connect(
                 [this, load] {
                     _reports.everythingFinished(load);

@@ -1,0 +1,109 @@
+#include "tests/app/Program.hpp"
+
+#include <gtest/gtest.h>
+
+namespace pagora {
+
+using test::EpubBuilder;
+using Names = std::vector<std::string>;
+
+namespace {
+
+constexpr int cancel = 1000;
+constexpr int goOn = 1001;
+
+// A library of three books with identifiers of their own, shown as covers.
+struct Removal : testing::Test {
+    Removal()
+    {
+        for (const char* name : { "Sea", "Plan", "Tale" })
+            program.drop({ program.download(std::string(name) + ".epub", EpubBuilder().identifier(name)) });
+    }
+    bool press(int keyCode, bool control)
+    {
+        return program.window.monitor({ LibraryEvent::Kind::KeyDown, keyCode, control });
+    }
+    auto& question() { return program.window.questions.back(); }
+
+    test::LaunchedProgram program;
+};
+
+}
+
+TEST_F(Removal, ControlDeleteRemovesTheSelectedBooks)
+{
+    program.window.shown->select({ 0, 2 });
+    EXPECT_TRUE(press(LibraryEvent::keyDelete, true));
+    question().answered(goOn);
+    EXPECT_EQ(program.titles(), (Names { "Plan" }));
+    EXPECT_EQ(program.storedCount(), 1U);
+}
+
+TEST_F(Removal, PlainDeleteDoesNothingSpecial)
+{
+    program.window.shown->select({ 0 });
+    EXPECT_FALSE(press(LibraryEvent::keyDelete, false));
+    EXPECT_TRUE(program.window.questions.empty());
+}
+
+TEST_F(Removal, AsksWithCancelFirst)
+{
+    program.window.shown->select({ 0 });
+    press(LibraryEvent::keyDelete, true);
+    EXPECT_EQ(question().text, "Are You sure to remove epub(s) from library?");
+    EXPECT_EQ(question().firstButton, "Cancel");
+    EXPECT_EQ(question().secondButton, "Remove from library");
+}
+
+TEST_F(Removal, CancelLeavesEverything)
+{
+    program.window.shown->select({ 0 });
+    press(LibraryEvent::keyDelete, true);
+    question().answered(cancel);
+    EXPECT_EQ(program.storedCount(), 3U);
+    EXPECT_TRUE(program.window.readerButtonFake.isEnabled());
+    EXPECT_TRUE(program.workspace.recycled.empty());
+}
+
+TEST_F(Removal, MovesTheArchivesToTheTrash)
+{
+    program.window.shown->select({ 1 });
+    press(LibraryEvent::keyDelete, true);
+    question().answered(goOn);
+    EXPECT_EQ(program.workspace.recycled, (Names { program.inLibrary("Plan.epub") }));
+    EXPECT_FALSE(program.window.readerButtonFake.isEnabled());
+}
+
+TEST_F(Removal, AsksNothingWhenNoCoverIsSelected)
+{
+    program.window.shown->select({});
+    press(LibraryEvent::keyDelete, true);
+    EXPECT_TRUE(program.window.questions.empty());
+}
+
+TEST_F(Removal, OfEverythingSelectedInTheListEmptiesTheLibrary)
+{
+    program.controller->takeTableView();
+    EXPECT_TRUE(press(LibraryEvent::keyA, true));
+    press(LibraryEvent::keyDelete, true);
+    question().answered(goOn);
+    EXPECT_EQ(program.storedCount(), 0U);
+    EXPECT_TRUE(program.catalogue().bookList()->empty());
+}
+
+TEST_F(Removal, TakesTheFirstBookOfTheIdentifierAndTrashesTheChosenArchive)
+{
+    program.drop({ program.download("Copy.epub", EpubBuilder().identifier("Sea")) });
+    program.controller->deleteItemFromCollection(program.book(3), ByRemovingFromDisk::Yes);
+    EXPECT_EQ(program.titles(), (Names { "Plan", "Tale", "Copy" }));
+    EXPECT_EQ(program.workspace.recycled, (Names { program.inLibrary("Copy.epub") }));
+}
+
+TEST_F(Removal, OfTheBookThatIsReadForgetsIt)
+{
+    program.doubleClick(0);
+    program.controller->deleteItemFromCollection(program.book(0), ByRemovingFromDisk::No);
+    EXPECT_EQ(program.controller->currentBook(), nullptr);
+}
+
+}

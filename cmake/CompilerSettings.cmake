@@ -20,6 +20,9 @@ endif()
 if(PAGORA_SANITIZE)
   add_compile_options(-fsanitize=${PAGORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${PAGORA_SANITIZE})
+  # GCC's warnings about the flow of data misfire on instrumented code.
+  add_compile_options(-Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread -Wno-maybe-uninitialized
+                      -Wno-restrict)
   if(PAGORA_SANITIZE MATCHES "undefined")
     # libstdc++'s and sigc++'s casts between unrelated empty bases are theirs to check.
     add_compile_options(-fno-sanitize=vptr)

@@ -17,7 +17,7 @@ LibraryViews::~LibraryViews()
 
 void LibraryViews::showFirstView()
 {
-    show(_imageController);
+    show(_imageController).view().makeFirstResponder();
     _host.bListControl().setHidden(false);
     _imageMode = true;
 }

@@ -27,7 +27,8 @@ public:
     void makeKeyAndOrderFront() override;
     void orderOut() override;
     bool isVisible() const override { return _visible; }
-    bool isKeyWindow() const override { return _active; }
+    // The toolkit may leave a window active that was hidden while it had the keyboard.
+    bool isKeyWindow() const override { return _active && _visible; }
 
     void toggleFullScreen() override;
     bool isFullScreen() const { return _window.is_fullscreen(); }

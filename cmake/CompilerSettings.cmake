@@ -6,9 +6,11 @@ add_compile_definitions(
 
 find_program(PAGORA_CCACHE ccache)
 if(PAGORA_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${PAGORA_CCACHE}")
-  set(CMAKE_C_COMPILER_LAUNCHER "${PAGORA_CCACHE}")
-  # Lets ccache serve files that were compiled with a precompiled header.
+  # Without these settings ccache would pass over every file that is compiled with a precompiled header.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}"
+      CCACHE_NOHASHDIR=1 "${PAGORA_CCACHE}")
+  set(CMAKE_C_COMPILER_LAUNCHER "${CMAKE_CXX_COMPILER_LAUNCHER}")
   add_compile_options(-fpch-preprocess)
 endif()
 

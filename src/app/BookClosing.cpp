@@ -1,14 +1,13 @@
 #include "app/BookClosing.hpp"
 
 #include "catalogue/CatalogueEntry.hpp"
-
 #include "platform/Log.hpp"
 #include "platform/Numbers.hpp"
 
 namespace pagora {
 
 namespace {
-    constexpr double patienceForFullScreen = 2;
+constexpr double patienceForFullScreen = 2;
 }
 
 void BookClosing::close()
@@ -154,7 +153,7 @@ void BookClosing::dropLeavingWindow()
     const std::shared_ptr<EpubWindowController> epub = std::move(_state.leavingEpubWindow);
     const std::shared_ptr<FixedLayoutWindowController> fixed = std::move(_state.leavingFixedWindow);
     if (epub || fixed)
-        _platform.runLoop.postToMainThread([epub, fixed] { });
+        _platform.runLoop.postToMainThread([epub, fixed] {});
 }
 
 }

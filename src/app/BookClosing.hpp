@@ -1,13 +1,12 @@
 #pragma once
 
 #include "app/LibraryState.hpp"
-
 #include "epub/EpubImport.hpp"
 
 namespace pagora {
 
-// Ends the reading: saves the position and the display settings of a reflowable book, and puts the library window back in
-// the reader's place. Main thread.
+// Ends the reading: saves the position and the display settings of a reflowable book, and puts the library window back
+// in the reader's place. Main thread.
 class BookClosing {
 public:
     BookClosing(const Platform& platform, LibraryState& state, EpubImport& import)
@@ -18,7 +17,8 @@ public:
     }
 
     void close();
-    // A window has left full screen: finishes a close that had to wait for it, or forgets full screen for the next book.
+    // A window has left full screen: finishes a close that had to wait for it, or forgets full screen for the next
+    // book.
     void windowDidExitFullScreen();
     // A window that is still leaving full screen goes at once, since another book takes its place.
     void makeWay();

@@ -1,7 +1,6 @@
 #include "app/BookOpening.hpp"
 
 #include "epub/Unpacking.hpp"
-
 #include "platform/Files.hpp"
 #include "platform/Numbers.hpp"
 #include "platform/Path.hpp"
@@ -10,13 +9,13 @@ namespace pagora {
 
 namespace {
 
-    constexpr const char* reflowable = "default";
-    constexpr const char* fixedLayout = "fixed";
+constexpr const char* reflowable = "default";
+constexpr const char* fixedLayout = "fixed";
 
-    std::string windowTitle(const BookInfo& book)
-    {
-        return "Pagora - " + book.title().value_or("(null)");
-    }
+std::string windowTitle(const BookInfo& book)
+{
+    return "Pagora - " + book.title().value_or("(null)");
+}
 
 }
 

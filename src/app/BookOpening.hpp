@@ -1,9 +1,7 @@
 #pragma once
 
 #include "app/LibraryState.hpp"
-
 #include "platform/Task.hpp"
-
 #include "reader/ContentsPane.hpp"
 
 #include <functional>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/LibraryWindow.hpp"
-
 #include "library_views/LibraryViews.hpp"
 
 #include <functional>
@@ -9,7 +8,8 @@
 namespace pagora {
 
 // Watches the key presses and left-button presses that go to the program's windows: tells the list whether Control is
-// held, selects every book, asks for the removal of the selected ones. Installed from launch to termination. Main thread.
+// held, selects every book, asks for the removal of the selected ones. Installed from launch to termination. Main
+// thread.
 class LibraryEventMonitor {
 public:
     LibraryEventMonitor(LibraryWindow& window, LibraryViews& views, std::function<void()> removeBooks);

@@ -1,19 +1,14 @@
 #pragma once
 
 #include "app/LibraryWindow.hpp"
-
 #include "catalogue/Catalogue.hpp"
 #include "catalogue/LibraryFolders.hpp"
 #include "catalogue/Settings.hpp"
-
 #include "epub/FaultyBooks.hpp"
-
 #include "fixed/FixedLayoutWindowController.hpp"
-
 #include "platform/RunLoop.hpp"
 #include "platform/UserDefaults.hpp"
 #include "platform/Workspace.hpp"
-
 #include "reader/EpubWindowController.hpp"
 #include "reader/ReaderState.hpp"
 

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "library_views/LibraryViewSurface.hpp"
 #include "platform/Controls.hpp"
 #include "platform/Window.hpp"
-
-#include "library_views/LibraryViewSurface.hpp"
 
 #include <functional>
 #include <optional>
@@ -68,8 +67,9 @@ public:
 
     // Lets the user choose files with the extension "epub"; `chosen` receives their paths in order, or nothing when the
     // user cancelled. Starts in the process's current folder.
-    virtual void runOpenPanel(const std::string& message, bool multiple,
-                              std::function<void(std::optional<std::vector<std::string>>)> chosen) = 0;
+    virtual void runOpenPanel(
+        const std::string& message, bool multiple, std::function<void(std::optional<std::vector<std::string>>)> chosen)
+        = 0;
 
     // Installs the monitor of events that go to the program's windows; an empty one removes it. The answer says whether
     // the event is swallowed.

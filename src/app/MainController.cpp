@@ -9,16 +9,16 @@ namespace pagora {
 
 namespace {
 
-    // Lets the window and the files that the desktop hands over settle first.
-    constexpr double launchDelay = 0.05;
+// Lets the window and the files that the desktop hands over settle first.
+constexpr double launchDelay = 0.05;
 
-    constexpr const char* importMessage = "Choose epub file(s) for import to Pagora Library";
+constexpr const char* importMessage = "Choose epub file(s) for import to Pagora Library";
 
-    ImportOutlets importOutlets(LibraryWindow& window)
-    {
-        return { window.processIndicator(), window.progressBar(), window.procText(), window.stopButton(),
-                 window.indicatorWindow(), window.errorWin(), window.errorList() };
-    }
+ImportOutlets importOutlets(LibraryWindow& window)
+{
+    return { window.processIndicator(), window.progressBar(), window.procText(), window.stopButton(),
+        window.indicatorWindow(), window.errorWin(), window.errorList() };
+}
 
 }
 
@@ -28,11 +28,10 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     , _import(*this, importOutlets(platform.libraryWindow))
     , _opening(platform, _state, *this, std::move(scripts))
     , _closing(platform, _state, _import)
-    , _monitor(platform.libraryWindow, _views,
-          [this] {
-              if (auto* active = _views.activeViewController())
-                  active->removeBooks();
-          })
+    , _monitor(platform.libraryWindow, _views, [this] {
+        if (auto* active = _views.activeViewController())
+            active->removeBooks();
+    })
 {
     LibraryWindowActions actions;
     actions.windowShouldClose = [this] { return windowShouldClose(); };

@@ -5,14 +5,10 @@
 #include "app/LibraryEventMonitor.hpp"
 #include "app/LibraryState.hpp"
 #include "app/StartUp.hpp"
-
 #include "epub/EpubImport.hpp"
-
 #include "library_views/LibraryHub.hpp"
 #include "library_views/LibraryViews.hpp"
-
 #include "platform/Task.hpp"
-
 #include "reader/ReaderHub.hpp"
 
 #include <list>
@@ -49,8 +45,8 @@ public:
     void openFiles(std::vector<std::string> paths);
 
     void importDialog();
-    // Lets the user choose files; with a message about import, those chosen are imported, otherwise nothing is done with
-    // them.
+    // Lets the user choose files; with a message about import, those chosen are imported, otherwise nothing is done
+    // with them.
     void filesLoadingWithMessage(const std::string& message);
     // Imports dropped files in the background; during the launch they wait for its end.
     void draggedEpubs(std::vector<std::string> files);

@@ -81,7 +81,8 @@ std::vector<std::string> StartUp::libraryFiles() const
 void StartUp::checkVersion()
 {
     auto& defaults = _platform.defaults;
-    const bool launchedWell = !defaults.hasKey(PreviousSuccessfulLaunch) || defaults.boolForKey(PreviousSuccessfulLaunch);
+    const bool launchedWell
+        = !defaults.hasKey(PreviousSuccessfulLaunch) || defaults.boolForKey(PreviousSuccessfulLaunch);
     const auto storedVersion = launchedWell ? defaults.stringForKey(BundleVersion).value_or("") : "";
     if (_platform.program.bundleVersion == storedVersion)
         return;

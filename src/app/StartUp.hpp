@@ -1,11 +1,8 @@
 #pragma once
 
 #include "app/LibraryState.hpp"
-
 #include "epub/EpubImport.hpp"
-
 #include "library_views/LibraryViews.hpp"
-
 #include "platform/Task.hpp"
 
 #include <string>
@@ -13,8 +10,9 @@
 
 namespace pagora {
 
-// The launch: lays out the folders, wipes stored state when the version changed, loads catalogue and settings, and brings
-// in what lies in the library folder. Long steps run in the background, so that the window lives meanwhile. Main thread.
+// The launch: lays out the folders, wipes stored state when the version changed, loads catalogue and settings, and
+// brings in what lies in the library folder. Long steps run in the background, so that the window lives meanwhile. Main
+// thread.
 class StartUp {
 public:
     StartUp(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);

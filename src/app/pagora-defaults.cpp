@@ -8,7 +8,8 @@
 
 // pagora-defaults [KEY]: prints what Pagora has stored, as JSON: one object of all keys, or the value under KEY. It
 // only reads, also while Pagora runs.
-int main(int argc, char** argv) {
+int main(int argc, char** argv)
+{
     using namespace pagora;
     std::setlocale(LC_ALL, "");
     if (argc > 2) {

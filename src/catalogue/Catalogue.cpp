@@ -2,7 +2,6 @@
 
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
-
 #include "platform/Numbers.hpp"
 #include "platform/Path.hpp"
 

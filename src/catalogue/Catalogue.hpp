@@ -1,7 +1,6 @@
 #pragma once
 
 #include "catalogue/BookInfo.hpp"
-
 #include "platform/UserDefaults.hpp"
 #include "platform/Value.hpp"
 

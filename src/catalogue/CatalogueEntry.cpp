@@ -10,24 +10,24 @@ namespace pagora {
 
 namespace {
 
-    std::optional<Value> number(std::uint64_t field)
-    {
-        return Value(static_cast<std::int64_t>(low32(field)));
-    }
+std::optional<Value> number(std::uint64_t field)
+{
+    return Value(static_cast<std::int64_t>(low32(field)));
+}
 
-    template <typename Field>
-    std::optional<Value> present(const std::optional<Field>& field)
-    {
-        if (!field)
-            return std::nullopt;
-        return Value(*field);
-    }
+template <typename Field>
+std::optional<Value> present(const std::optional<Field>& field)
+{
+    if (!field)
+        return std::nullopt;
+    return Value(*field);
+}
 
-    std::uint64_t storedNumber(const Value& entry, const char* key)
-    {
-        const auto bits = static_cast<std::uint64_t>(integerFrom(entry.find(key)));
-        return static_cast<std::uint64_t>(static_cast<std::int64_t>(low32(bits)));
-    }
+std::uint64_t storedNumber(const Value& entry, const char* key)
+{
+    const auto bits = static_cast<std::uint64_t>(integerFrom(entry.find(key)));
+    return static_cast<std::uint64_t>(static_cast<std::int64_t>(low32(bits)));
+}
 
 }
 
@@ -98,8 +98,8 @@ BookInfoPtr bookFromEntry(const Value& entry)
     return book;
 }
 
-Value entryWithPosition(const Value& entry, std::uint64_t lastIndex, std::uint64_t lastCap,
-                        std::optional<double> lastPlace)
+Value entryWithPosition(
+    const Value& entry, std::uint64_t lastIndex, std::uint64_t lastCap, std::optional<double> lastPlace)
 {
     using namespace entry_keys;
     Value::Dictionary changed;

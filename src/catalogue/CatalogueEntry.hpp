@@ -1,28 +1,27 @@
 #pragma once
 
 #include "catalogue/BookInfo.hpp"
-
 #include "platform/Value.hpp"
 
 namespace pagora {
 
 // The stored form of a book: a dictionary under these keys. Readers tolerate any missing key.
 namespace entry_keys {
-    inline constexpr const char* Type = "Type";
-    inline constexpr const char* ePubPath = "ePubPath";
-    inline constexpr const char* Title = "Title";
-    inline constexpr const char* Author = "Author";
-    inline constexpr const char* ISBN = "ISBN";
-    inline constexpr const char* CoverImage = "CoverImage";
-    inline constexpr const char* LastInd = "LastInd";
-    inline constexpr const char* LastCap = "LastCap";
-    inline constexpr const char* fixedWidth = "fixedWidth";
-    inline constexpr const char* fixedHeight = "fixedHeight";
-    inline constexpr const char* Files = "Files";
-    inline constexpr const char* Content = "Content";
-    inline constexpr const char* BookLoc = "BookLoc";
-    // Fraction of the chapter at the middle of the page last shown.
-    inline constexpr const char* LastPlace = "LastPlace";
+inline constexpr const char* Type = "Type";
+inline constexpr const char* ePubPath = "ePubPath";
+inline constexpr const char* Title = "Title";
+inline constexpr const char* Author = "Author";
+inline constexpr const char* ISBN = "ISBN";
+inline constexpr const char* CoverImage = "CoverImage";
+inline constexpr const char* LastInd = "LastInd";
+inline constexpr const char* LastCap = "LastCap";
+inline constexpr const char* fixedWidth = "fixedWidth";
+inline constexpr const char* fixedHeight = "fixedHeight";
+inline constexpr const char* Files = "Files";
+inline constexpr const char* Content = "Content";
+inline constexpr const char* BookLoc = "BookLoc";
+// Fraction of the chapter at the middle of the page last shown.
+inline constexpr const char* LastPlace = "LastPlace";
 }
 
 // The entry of a record. The first ten keys are filled in their order up to the first value that the record lacks: the
@@ -32,9 +31,9 @@ Value entryFromBook(const BookInfo& book);
 // The record of an entry, for the keys that are there; other fields are null or 0.
 BookInfoPtr bookFromEntry(const Value& entry);
 
-// The entry with a reading position: index of the content document, position in it, and the fraction at the middle of the
-// page, left as it is stored when missing.
-Value entryWithPosition(const Value& entry, std::uint64_t lastIndex, std::uint64_t lastCap,
-                        std::optional<double> lastPlace);
+// The entry with a reading position: index of the content document, position in it, and the fraction at the middle of
+// the page, left as it is stored when missing.
+Value entryWithPosition(
+    const Value& entry, std::uint64_t lastIndex, std::uint64_t lastCap, std::optional<double> lastPlace);
 
 }

@@ -10,15 +10,15 @@ namespace pagora {
 
 // The keys of the defaults store.
 namespace defaults_keys {
-    inline constexpr const char* BookData = "BookData";
-    inline constexpr const char* BundleVersion = "BundleVersion";
-    inline constexpr const char* PreviousSuccessfulLaunch = "PreviousSuccessfulLaunch";
-    inline constexpr const char* DragDropMode = "DragDropMode";
-    inline constexpr const char* Default = "Default";
-    inline constexpr const char* FontName = "FontName";
-    inline constexpr const char* FontSize = "FontSize";
-    inline constexpr const char* Columns = "Columns";
-    inline constexpr const char* Background = "Background";
+inline constexpr const char* BookData = "BookData";
+inline constexpr const char* BundleVersion = "BundleVersion";
+inline constexpr const char* PreviousSuccessfulLaunch = "PreviousSuccessfulLaunch";
+inline constexpr const char* DragDropMode = "DragDropMode";
+inline constexpr const char* Default = "Default";
+inline constexpr const char* FontName = "FontName";
+inline constexpr const char* FontSize = "FontSize";
+inline constexpr const char* Columns = "Columns";
+inline constexpr const char* Background = "Background";
 }
 
 // The reader's display settings as last used. Unset numbers are -1, an unset font is missing. Main thread.

@@ -2,7 +2,6 @@
 
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
-
 #include "platform/CopyIntoFolder.hpp"
 #include "platform/Files.hpp"
 #include "platform/Path.hpp"
@@ -13,9 +12,9 @@
 namespace pagora {
 
 namespace {
-    constexpr const char* copyMode = "Copy";
-    constexpr const char* moveMode = "Move";
-    constexpr const char* mountedVolume = "/Volume";
+constexpr const char* copyMode = "Copy";
+constexpr const char* moveMode = "Move";
+constexpr const char* mountedVolume = "/Volume";
 }
 
 bool isOnMountedVolume(const std::string& path)

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "catalogue/Catalogue.hpp"
-
 #include "epub/EpubInspection.hpp"
 #include "epub/FaultyBooks.hpp"
-
 #include "platform/Controls.hpp"
 #include "platform/RunLoop.hpp"
 #include "platform/UserDefaults.hpp"
@@ -48,8 +46,8 @@ enum class HandedOver : bool { No, Yes };
 // Whether the path is on a mounted volume: what is there is copied into the library, also when files are to be moved.
 bool isOnMountedVolume(const std::string& path);
 
-// Brings files into the library. A batch runs on whatever thread calls; batches wait for each other, and inspections too,
-// since they share one scratch folder. The controls are only touched on the main thread.
+// Brings files into the library. A batch runs on whatever thread calls; batches wait for each other, and inspections
+// too, since they share one scratch folder. The controls are only touched on the main thread.
 class EpubImport {
 public:
     EpubImport(ImportHub& hub, const ImportOutlets& outlets);
@@ -62,8 +60,8 @@ public:
 
     // Imports the files that are not in the library yet, in order, until it is cancelled. The result is the archives'
     // paths in the library. Any thread.
-    std::vector<std::string> booksFromFilesArray(const std::vector<std::string>& files,
-                                                 HandedOver handedOver = HandedOver::No);
+    std::vector<std::string> booksFromFilesArray(
+        const std::vector<std::string>& files, HandedOver handedOver = HandedOver::No);
 
     // Stops the batch that runs before its next file. Any thread.
     void cancelProcess() { _cancelled = true; }

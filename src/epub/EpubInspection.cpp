@@ -237,7 +237,8 @@ Value::Array Inspection::readContents(const OPFParser& package)
         if (!src || !src->string())
             continue;
         auto resolved = *entry.dictionary();
-        resolved.insert_or_assign("src", appendingPathComponent(_bookFolder, targets.path(decodedReference(*src->string()))));
+        resolved.insert_or_assign(
+            "src", appendingPathComponent(_bookFolder, targets.path(decodedReference(*src->string()))));
         content.emplace_back(std::move(resolved));
     }
     return content;

@@ -26,7 +26,10 @@ public:
 // one inspection may run at a time; any thread.
 class EpubInspection {
 public:
-    explicit EpubInspection(InspectionHub& hub) : _mainController(hub) { }
+    explicit EpubInspection(InspectionHub& hub)
+        : _mainController(hub)
+    {
+    }
 
     // The new record; null when the archive was rejected. With `StopOnErrors::No` the first problems are all reported
     // and the inspection goes on where it can.

@@ -9,19 +9,19 @@ namespace pagora {
 
 namespace {
 
-    enum Tag : int { Previous = 0, Next = 1 };
+enum Tag : int { Previous = 0, Next = 1 };
 
-    // How long a page waits for its pictures before it is scaled and shown without them.
-    constexpr double patienceForResources = 2;
-    // How long the user's next action waits for a page.
-    constexpr double patienceForPage = 10;
+// How long a page waits for its pictures before it is scaled and shown without them.
+constexpr double patienceForResources = 2;
+// How long the user's next action waits for a page.
+constexpr double patienceForPage = 10;
 
-    constexpr const char* pageScripts[] = { "jquery-1.7.1.min", "rescaling" };
+constexpr const char* pageScripts[] = { "jquery-1.7.1.min", "rescaling" };
 
 }
 
-FixedEpubController::FixedEpubController(ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop,
-                                         ScriptResources scripts)
+FixedEpubController::FixedEpubController(
+    ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop, ScriptResources scripts)
     : _window(window)
     , _hub(hub)
     , _state(state)
@@ -29,7 +29,7 @@ FixedEpubController::FixedEpubController(ReaderWindow& window, ReaderHub& hub, R
     , _scripts(std::move(scripts))
     , _location(window.locLabel(), window.locSlider())
     , _contentsPane(window.tocView(), *this)
-    , _splitRules(window.mainSplitView(), SplitRules::FollowDivider::No, [] { })
+    , _splitRules(window.mainSplitView(), SplitRules::FollowDivider::No, [] {})
 {
     _window.webView().setDelegate(this);
     _window.locSlider().setAction([this](EventType) { changePageTo(_window.locSlider().floatValue()); });
@@ -46,8 +46,8 @@ FixedEpubController::~FixedEpubController()
     _window.goRightButton().setAction(nullptr);
 }
 
-void FixedEpubController::loadSplits(std::vector<Url> splits,
-                                     const std::optional<std::vector<ContentsEntry>>& tableOfContent)
+void FixedEpubController::loadSplits(
+    std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent)
 {
     _contentsPane.removeAllLinks();
     if (tableOfContent)

@@ -3,7 +3,6 @@
 #include "platform/RunLoop.hpp"
 #include "platform/SerialQueue.hpp"
 #include "platform/WebView.hpp"
-
 #include "reader/ContentsPane.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/LeavingLinks.hpp"
@@ -30,8 +29,8 @@ using ScriptResources = std::function<std::string(const std::string& name)>;
 // owns it.
 class FixedEpubController : public WebViewDelegate, public ContentsDelegate {
 public:
-    FixedEpubController(ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop,
-                        ScriptResources scripts);
+    FixedEpubController(
+        ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop, ScriptResources scripts);
     ~FixedEpubController() override;
 
     // Opens a book at its first page: its page files as file URLs in reading order, and its contents.

@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-FixedLayoutWindowController::FixedLayoutWindowController(std::unique_ptr<ReaderWindow> layout, ReaderState& state,
-                                                         RunLoop& runLoop, ReaderHub& hub, ScriptResources scripts)
+FixedLayoutWindowController::FixedLayoutWindowController(
+    std::unique_ptr<ReaderWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub, ScriptResources scripts)
     : _window(std::move(layout))
     , _mainController(hub)
     , _controller(std::make_unique<FixedEpubController>(*_window, hub, state, runLoop, std::move(scripts)))

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "fixed/FixedEpubController.hpp"
-
 #include "reader/EpubWindow.hpp"
 #include "reader/ReaderHub.hpp"
 
@@ -9,12 +8,12 @@
 
 namespace pagora {
 
-// A fixed-layout reader's window and the controller that it owns. The hub makes one for each book that is opened and drops
-// it at closing. Main thread.
+// A fixed-layout reader's window and the controller that it owns. The hub makes one for each book that is opened and
+// drops it at closing. Main thread.
 class FixedLayoutWindowController {
 public:
     FixedLayoutWindowController(std::unique_ptr<ReaderWindow> layout, ReaderState& state, RunLoop& runLoop,
-                                ReaderHub& hub, ScriptResources scripts);
+        ReaderHub& hub, ScriptResources scripts);
     ~FixedLayoutWindowController();
 
     Window& window() { return _window->window(); }

@@ -15,8 +15,8 @@ namespace pagora {
 // The question before books leave the library.
 inline constexpr const char* removeBooksText = "Are You sure to remove epub(s) from library?";
 
-// What the grid's and the list's controllers have in common: books, their selection, and the view that shows them. Built
-// by LibraryViews, which owns it. Main thread.
+// What the grid's and the list's controllers have in common: books, their selection, and the view that shows them.
+// Built by LibraryViews, which owns it. Main thread.
 class LibraryViewController : public LibraryViewSurface::Handler {
 public:
     LibraryViewController(const char* layout, LibraryViewHost& host, LibrarySelection& selection);

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/Controls.hpp"
-
 #include "library_views/ArrayController.hpp"
+#include "platform/Controls.hpp"
 
 #include <functional>
 #include <memory>
@@ -34,16 +33,16 @@ class LibraryViewHost {
 public:
     virtual ~LibraryViewHost() = default;
 
-    // Builds the view of the layout "ImageView" (a grid of covers) or "TableView" (a list) over `books`. It is not shown
-    // yet.
+    // Builds the view of the layout "ImageView" (a grid of covers) or "TableView" (a list) over `books`. It is not
+    // shown yet.
     virtual std::unique_ptr<LibraryViewSurface> loadView(const char* layout, ArrayController& books) = 0;
     // Puts the view into the window's content view, in full size, in place of what was there.
     virtual void setContentView(LibraryViewSurface& view) = 0;
     // Takes it out of the window; before the view goes.
     virtual void removeContentView(LibraryViewSurface& view) = 0;
 
-    // An alert with an informative text and two buttons. `answered` receives 1000 for the first button, and for an alert
-    // that is put away, and 1001 for the second.
+    // An alert with an informative text and two buttons. `answered` receives 1000 for the first button, and for an
+    // alert that is put away, and 1001 for the second.
     virtual void runAlert(const std::string& informativeText, const std::string& firstButton,
         const std::string& secondButton, std::function<void(int code)> answered)
         = 0;

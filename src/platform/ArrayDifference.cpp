@@ -12,7 +12,8 @@ constexpr std::size_t none = static_cast<std::size_t>(-1);
 
 // For each of `count` new values, the stored element of the run that it is a copy of.
 std::vector<std::size_t> matches(
-    const std::vector<StoredElement>& stored, const ArrayDifference& run, const Value* values, std::size_t count) {
+    const std::vector<StoredElement>& stored, const ArrayDifference& run, const Value* values, std::size_t count)
+{
     std::unordered_map<const void*, std::size_t> places;
     places.reserve(run.count);
     for (std::size_t i = run.start; i < run.start + run.count; ++i)
@@ -29,7 +30,8 @@ std::vector<std::size_t> matches(
 }
 
 // Leaves only the longest series of matches that ascends, so that rows need not change their order.
-void keepLongestAscent(std::vector<std::size_t>& matches) {
+void keepLongestAscent(std::vector<std::size_t>& matches)
+{
     // Where the best ascent of each length ends, and what comes before each match in the best ascent to it.
     std::vector<std::size_t> ends;
     std::vector<std::size_t> before(matches.size(), none);
@@ -53,7 +55,8 @@ void keepLongestAscent(std::vector<std::size_t>& matches) {
 
 // `count` ranks after `low` and before `high`; false when there are too few.
 bool addRanks(std::optional<std::int64_t> low, std::optional<std::int64_t> high, std::size_t count,
-    std::vector<StoredElement>& elements, const Value* values) {
+    std::vector<StoredElement>& elements, const Value* values)
+{
     const auto number = static_cast<std::int64_t>(count);
     std::int64_t step = rankStep;
     if (low && high)
@@ -68,7 +71,8 @@ bool addRanks(std::optional<std::int64_t> low, std::optional<std::int64_t> high,
 
 // Gives each new value a row; false when ranks run out.
 bool placeElements(const std::vector<StoredElement>& stored, ArrayDifference& run, const Value* values,
-    const std::vector<std::size_t>& kept) {
+    const std::vector<std::size_t>& kept)
+{
     const std::size_t storedEnd = run.start + run.count;
     std::size_t next = run.start;
     for (std::size_t i = 0; i <= kept.size();) {
@@ -104,7 +108,8 @@ bool placeElements(const std::vector<StoredElement>& stored, ArrayDifference& ru
 
 }
 
-ArrayDifference arrayDifference(const std::vector<StoredElement>& stored, const Value::Array& array) {
+ArrayDifference arrayDifference(const std::vector<StoredElement>& stored, const Value::Array& array)
+{
     const auto isSame = [](const StoredElement& element, const Value& value) { return element.value.isSameAs(value); };
     const std::size_t shorter = std::min(stored.size(), array.size());
     ArrayDifference run;

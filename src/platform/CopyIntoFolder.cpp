@@ -12,35 +12,35 @@ namespace pagora {
 
 namespace {
 
-    constexpr int mostNames = 10'000;
+constexpr int mostNames = 10'000;
 
-    bool haveSameBytes(const std::string& a, const std::string& b)
-    {
-        if (isSameFile(a, b))
-            return true;
-        std::error_code error;
-        const auto size = std::filesystem::file_size(a, error);
-        if (error || size != std::filesystem::file_size(b, error) || error)
+bool haveSameBytes(const std::string& a, const std::string& b)
+{
+    if (isSameFile(a, b))
+        return true;
+    std::error_code error;
+    const auto size = std::filesystem::file_size(a, error);
+    if (error || size != std::filesystem::file_size(b, error) || error)
+        return false;
+    std::ifstream first(a, std::ios::binary);
+    std::ifstream second(b, std::ios::binary);
+    std::array<char, 64 << 10> one {};
+    std::array<char, 64 << 10> other {};
+    while (first && second) {
+        first.read(one.data(), one.size());
+        second.read(other.data(), other.size());
+        if (first.gcount() != second.gcount() || !std::equal(one.begin(), one.begin() + first.gcount(), other.begin()))
             return false;
-        std::ifstream first(a, std::ios::binary);
-        std::ifstream second(b, std::ios::binary);
-        std::array<char, 64 << 10> one {};
-        std::array<char, 64 << 10> other {};
-        while (first && second) {
-            first.read(one.data(), one.size());
-            second.read(other.data(), other.size());
-            if (first.gcount() != second.gcount() || !std::equal(one.begin(), one.begin() + first.gcount(), other.begin()))
-                return false;
-        }
-        return first.eof() && second.eof();
     }
+    return first.eof() && second.eof();
+}
 
-    std::string numbered(const std::string& name, int number)
-    {
-        const auto extension = pathExtension(name);
-        const auto stem = deletingPathExtension(name);
-        return stem + " " + std::to_string(number) + (extension.empty() ? "" : "." + extension);
-    }
+std::string numbered(const std::string& name, int number)
+{
+    const auto extension = pathExtension(name);
+    const auto stem = deletingPathExtension(name);
+    return stem + " " + std::to_string(number) + (extension.empty() ? "" : "." + extension);
+}
 
 }
 

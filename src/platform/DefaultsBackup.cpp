@@ -9,22 +9,28 @@ namespace pagora {
 
 DefaultsBackup::DefaultsBackup(std::string path, std::string backupPath)
     : _path(std::move(path))
-    , _backupPath(std::move(backupPath)) { }
+    , _backupPath(std::move(backupPath))
+{
+}
 
-void DefaultsBackup::catchUp() {
+void DefaultsBackup::catchUp()
+{
     _worker.perform([this] { bring(nullptr); });
 }
 
-void DefaultsBackup::follow(RowChanges changes) {
+void DefaultsBackup::follow(RowChanges changes)
+{
     // Shared, because what a worker runs can be copied.
     _worker.perform([this, changes = std::make_shared<const RowChanges>(std::move(changes))] { bring(changes.get()); });
 }
 
-void DefaultsBackup::wait() {
+void DefaultsBackup::wait()
+{
     _worker.wait();
 }
 
-void DefaultsBackup::bring(const RowChanges* changes) {
+void DefaultsBackup::bring(const RowChanges* changes)
+{
     DefaultsCondition condition;
     if (!_file)
         _file = DefaultsFile::open(_path, DefaultsFile::Journal::Log, condition);
@@ -36,7 +42,8 @@ void DefaultsBackup::bring(const RowChanges* changes) {
     _file->emptyLog();
 }
 
-bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* changes) {
+bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* changes)
+{
     if (!_backup)
         openBackup();
     if (_backup) {
@@ -55,7 +62,8 @@ bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* change
     return _backup != nullptr;
 }
 
-void DefaultsBackup::openBackup() {
+void DefaultsBackup::openBackup()
+{
     DefaultsCondition condition;
     _backup = DefaultsFile::open(_backupPath, DefaultsFile::Journal::InPlace, condition);
     if (condition == DefaultsCondition::Damaged || condition == DefaultsCondition::Newer)

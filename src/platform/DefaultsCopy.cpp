@@ -20,7 +20,8 @@ namespace {
 constexpr std::string_view unfinishedMark = ".copy-";
 
 // Copies that were not finished by processes that are gone, or by this one.
-void removeUnfinishedCopies(const std::string& path) {
+void removeUnfinishedCopies(const std::string& path)
+{
     const std::filesystem::path target(path);
     const std::string start = target.filename().string() + std::string(unfinishedMark);
     std::error_code ignored;
@@ -36,7 +37,8 @@ void removeUnfinishedCopies(const std::string& path) {
 
 }
 
-bool DefaultsFile::copyTo(const std::string& path) {
+bool DefaultsFile::copyTo(const std::string& path)
+{
     // One copy at a time under the name, which other processes do not use.
     static std::mutex copying;
     const std::lock_guard lock(copying);

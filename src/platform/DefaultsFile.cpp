@@ -22,7 +22,8 @@ constexpr const char* schema = R"sql(
         CREATE TABLE leftData (id INTEGER PRIMARY KEY);
     )sql";
 
-DefaultsCondition conditionFrom(const SQLite::Exception& exception) {
+DefaultsCondition conditionFrom(const SQLite::Exception& exception)
+{
     switch (exception.getErrorCode()) {
     // A statement that does not fit the tables, and tables that do not fit the file.
     case SQLITE_ERROR:
@@ -38,34 +39,41 @@ DefaultsCondition conditionFrom(const SQLite::Exception& exception) {
     }
 }
 
-std::string_view blob(const SQLite::Column& column) {
+std::string_view blob(const SQLite::Column& column)
+{
     const auto* bytes = static_cast<const char*>(column.getBlob());
     return bytes ? std::string_view(bytes, static_cast<std::size_t>(column.getBytes())) : std::string_view();
 }
 
-void bindBlob(SQLite::Statement& statement, int index, std::string_view bytes) {
+void bindBlob(SQLite::Statement& statement, int index, std::string_view bytes)
+{
     statement.bindNoCopy(index, bytes.data(), static_cast<int>(bytes.size()));
 }
 
-std::int64_t sumOf(const ValueRow& row, std::string_view payload) {
+std::int64_t sumOf(const ValueRow& row, std::string_view payload)
+{
     return static_cast<std::int64_t>(checksum(payload, checksum(row.key, row.isArray)));
 }
 
-std::int64_t sumOf(const ElementRow& row, std::string_view payload) {
+std::int64_t sumOf(const ElementRow& row, std::string_view payload)
+{
     const auto place = static_cast<std::uint64_t>(row.id) * 31 + static_cast<std::uint64_t>(row.rank);
     return static_cast<std::int64_t>(checksum(payload, checksum(row.key, place)));
 }
 
-std::int64_t sumOf(std::int64_t id, std::string_view bytes) {
+std::int64_t sumOf(std::int64_t id, std::string_view bytes)
+{
     return static_cast<std::int64_t>(checksum(bytes, static_cast<std::uint64_t>(id)));
 }
 
-std::int64_t sumOf(const StoreState& state) {
+std::int64_t sumOf(const StoreState& state)
+{
     const std::int64_t numbers[] = { state.series, state.flush, state.values, state.elements };
     return sumOf(0, { reinterpret_cast<const char*>(numbers), sizeof numbers });
 }
 
-void useJournal(SQLite::Database& database, DefaultsFile::Journal journal) {
+void useJournal(SQLite::Database& database, DefaultsFile::Journal journal)
+{
     const bool log = journal == DefaultsFile::Journal::Log;
     database.exec(log ? "PRAGMA journal_mode = WAL" : "PRAGMA journal_mode = DELETE");
     database.exec("PRAGMA synchronous = FULL");
@@ -75,7 +83,8 @@ void useJournal(SQLite::Database& database, DefaultsFile::Journal journal) {
 
 // Runs the statement once for each row, after `bind` has filled it in.
 template <typename Rows, typename Bind>
-void forEach(SQLite::Database& database, const char* sql, const Rows& rows, Bind bind) {
+void forEach(SQLite::Database& database, const char* sql, const Rows& rows, Bind bind)
+{
     if (rows.empty())
         return;
     SQLite::Statement statement(database, sql);
@@ -89,7 +98,8 @@ void forEach(SQLite::Database& database, const char* sql, const Rows& rows, Bind
 
 constexpr auto bindFirst = [](SQLite::Statement& statement, const auto& value) { statement.bind(1, value); };
 
-std::string readOnlyUri(const std::string& path, bool unchanging) {
+std::string readOnlyUri(const std::string& path, bool unchanging)
+{
     char* uri = g_filename_to_uri(path.c_str(), nullptr, nullptr);
     const std::string result = uri ? std::string(uri) + (unchanging ? "?immutable=1" : "?mode=ro") : path;
     g_free(uri);
@@ -100,11 +110,14 @@ std::string readOnlyUri(const std::string& path, bool unchanging) {
 
 DefaultsFile::DefaultsFile(std::unique_ptr<SQLite::Database> database, bool readOnly)
     : _database(std::move(database))
-    , _readOnly(readOnly) { }
+    , _readOnly(readOnly)
+{
+}
 
 DefaultsFile::~DefaultsFile() = default;
 
-DefaultsCondition DefaultsFile::check() {
+DefaultsCondition DefaultsFile::check()
+{
     const int version = _database->execAndGet("PRAGMA user_version").getInt();
     if (version > schemaVersion)
         return DefaultsCondition::Newer;
@@ -113,8 +126,8 @@ DefaultsCondition DefaultsFile::check() {
     return version == schemaVersion && readState() ? DefaultsCondition::Good : DefaultsCondition::Damaged;
 }
 
-std::unique_ptr<DefaultsFile> DefaultsFile::open(
-    const std::string& path, Journal journal, DefaultsCondition& condition) {
+std::unique_ptr<DefaultsFile> DefaultsFile::open(const std::string& path, Journal journal, DefaultsCondition& condition)
+{
     condition = DefaultsCondition::Missing;
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
@@ -135,7 +148,8 @@ std::unique_ptr<DefaultsFile> DefaultsFile::open(
     }
 }
 
-std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, DefaultsCondition& condition) {
+std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, DefaultsCondition& condition)
+{
     condition = DefaultsCondition::Missing;
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
@@ -158,7 +172,8 @@ std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, 
     return nullptr;
 }
 
-std::unique_ptr<DefaultsFile> DefaultsFile::make(const std::string& path, Journal journal) {
+std::unique_ptr<DefaultsFile> DefaultsFile::make(const std::string& path, Journal journal)
+{
     try {
         auto database = std::make_unique<SQLite::Database>(
             path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, DefaultsFile::busyMilliseconds);
@@ -179,7 +194,8 @@ std::unique_ptr<DefaultsFile> DefaultsFile::make(const std::string& path, Journa
     }
 }
 
-std::optional<StoreState> DefaultsFile::state() {
+std::optional<StoreState> DefaultsFile::state()
+{
     try {
         return readState();
     } catch (const SQLite::Exception&) {
@@ -187,7 +203,8 @@ std::optional<StoreState> DefaultsFile::state() {
     }
 }
 
-std::optional<StoreState> DefaultsFile::readState() {
+std::optional<StoreState> DefaultsFile::readState()
+{
     SQLite::Statement query(*_database, "SELECT series, flush, \"values\", elements, checksum FROM state WHERE id = 1");
     if (!query.executeStep())
         return std::nullopt;
@@ -201,7 +218,8 @@ std::optional<StoreState> DefaultsFile::readState() {
     return state;
 }
 
-void DefaultsFile::writeState(const StoreState& state) {
+void DefaultsFile::writeState(const StoreState& state)
+{
     SQLite::Statement statement(*_database, "INSERT OR REPLACE INTO state VALUES (1, ?, ?, ?, ?, ?)");
     statement.bind(1, state.series);
     statement.bind(2, state.flush);
@@ -211,7 +229,8 @@ void DefaultsFile::writeState(const StoreState& state) {
     statement.exec();
 }
 
-DefaultsCondition DefaultsFile::read(const RowReader& reader) {
+DefaultsCondition DefaultsFile::read(const RowReader& reader)
+{
     try {
         // One transaction, so that a flush elsewhere does not come in between.
         SQLite::Transaction transaction(*_database);
@@ -247,7 +266,8 @@ DefaultsCondition DefaultsFile::read(const RowReader& reader) {
     }
 }
 
-std::int64_t DefaultsFile::largestDataId() {
+std::int64_t DefaultsFile::largestDataId()
+{
     try {
         return _database->execAndGet("SELECT coalesce(max(id), 0) FROM data").getInt64();
     } catch (const SQLite::Exception&) {
@@ -255,7 +275,8 @@ std::int64_t DefaultsFile::largestDataId() {
     }
 }
 
-std::optional<std::string> DefaultsFile::readData(std::int64_t id) {
+std::optional<std::string> DefaultsFile::readData(std::int64_t id)
+{
     try {
         SQLite::Statement query(*_database, "SELECT bytes, checksum FROM data WHERE id = ?");
         query.bind(1, id);
@@ -271,7 +292,8 @@ std::optional<std::string> DefaultsFile::readData(std::int64_t id) {
     }
 }
 
-void DefaultsFile::writeRows(const RowChanges& changes) {
+void DefaultsFile::writeRows(const RowChanges& changes)
+{
     SQLite::Database& database = *_database;
     forEach(database, "DELETE FROM value WHERE key = ?", changes.removedValues, bindFirst);
     forEach(database, "DELETE FROM element WHERE id = ?", changes.removedElements, bindFirst);
@@ -303,7 +325,8 @@ void DefaultsFile::writeRows(const RowChanges& changes) {
         });
 }
 
-DefaultsFile::Outcome DefaultsFile::apply(const RowChanges& changes, std::string& error) {
+DefaultsFile::Outcome DefaultsFile::apply(const RowChanges& changes, std::string& error)
+{
     try {
         SQLite::Transaction transaction(*_database, SQLite::TransactionBehavior::IMMEDIATE);
         if (readState() != changes.before)
@@ -318,7 +341,8 @@ DefaultsFile::Outcome DefaultsFile::apply(const RowChanges& changes, std::string
     }
 }
 
-void DefaultsFile::emptyLog() {
+void DefaultsFile::emptyLog()
+{
     try {
         _database->exec("PRAGMA wal_checkpoint(PASSIVE)");
     } catch (const SQLite::Exception&) {
@@ -326,7 +350,8 @@ void DefaultsFile::emptyLog() {
     }
 }
 
-int DefaultsFile::rowsChanged() const {
+int DefaultsFile::rowsChanged() const
+{
     return sqlite3_total_changes(_database->getHandle());
 }
 

@@ -12,7 +12,8 @@ namespace {
 // A flush that follows the removal of many elements is not held up by their data: the rest goes with later ones.
 constexpr std::size_t mostDataRemovals = 256;
 
-void apply(ArrayDifference& difference, std::vector<StoredElement>& elements) {
+void apply(ArrayDifference& difference, std::vector<StoredElement>& elements)
+{
     const auto start = elements.begin() + static_cast<std::ptrdiff_t>(difference.start);
     const auto replaced = static_cast<std::ptrdiff_t>(std::min(difference.count, difference.elements.size()));
     const auto rest = std::move(difference.elements.begin(), difference.elements.begin() + replaced, start);
@@ -26,9 +27,12 @@ void apply(ArrayDifference& difference, std::vector<StoredElement>& elements) {
 }
 
 DefaultsIndex::DefaultsIndex(std::shared_ptr<StoredDataSource> source)
-    : _source(std::move(source)) { }
+    : _source(std::move(source))
+{
+}
 
-DefaultsCondition DefaultsIndex::load(DefaultsFile& file, std::map<std::string, Value>& values) {
+DefaultsCondition DefaultsIndex::load(DefaultsFile& file, std::map<std::string, Value>& values)
+{
     *this = DefaultsIndex(_source);
     values.clear();
     DefaultsFile::RowReader reader;
@@ -71,7 +75,8 @@ DefaultsCondition DefaultsIndex::load(DefaultsFile& file, std::map<std::string, 
     return condition;
 }
 
-Data DefaultsIndex::dataAt(std::int64_t id, std::size_t size) {
+Data DefaultsIndex::dataAt(std::int64_t id, std::size_t size)
+{
     DataUse& use = _data[id];
     ++use.uses;
     auto row = use.inMemory.lock();
@@ -80,7 +85,8 @@ Data DefaultsIndex::dataAt(std::int64_t id, std::size_t size) {
     return Data(size, StoredDataReader { std::move(row) });
 }
 
-std::optional<std::int64_t> DefaultsIndex::placeOf(const Data& data, const Plan& plan) const {
+std::optional<std::int64_t> DefaultsIndex::placeOf(const Data& data, const Plan& plan) const
+{
     if (const auto added = plan.newData.find(data.identity()); added != plan.newData.end())
         return added->second;
     const auto reader = data.reader();
@@ -94,7 +100,8 @@ std::optional<std::int64_t> DefaultsIndex::placeOf(const Data& data, const Plan&
     return stored->row->id;
 }
 
-std::string DefaultsIndex::encodeElement(const Value& value, Plan& plan) {
+std::string DefaultsIndex::encodeElement(const Value& value, Plan& plan)
+{
     return encodeValue(value, [&](const Data& data) -> std::optional<std::int64_t> {
         if (data.size() <= largestInlineData)
             return std::nullopt;
@@ -107,7 +114,8 @@ std::string DefaultsIndex::encodeElement(const Value& value, Plan& plan) {
     });
 }
 
-void DefaultsIndex::countUses(const Value& value, int step, Plan& plan) const {
+void DefaultsIndex::countUses(const Value& value, int step, Plan& plan) const
+{
     if (auto* data = value.data()) {
         const auto place = data->size() > largestInlineData ? placeOf(*data, plan) : std::nullopt;
         if (place)
@@ -121,7 +129,8 @@ void DefaultsIndex::countUses(const Value& value, int step, Plan& plan) const {
     }
 }
 
-DefaultsIndex::Plan DefaultsIndex::plan(const Changes& changes) {
+DefaultsIndex::Plan DefaultsIndex::plan(const Changes& changes)
+{
     Plan plan;
     plan.rows.before = _state;
     plan.rows.after = _state;
@@ -137,7 +146,8 @@ DefaultsIndex::Plan DefaultsIndex::plan(const Changes& changes) {
     return plan;
 }
 
-void DefaultsIndex::planArray(const std::string& key, const Value::Array& array, Plan& plan) {
+void DefaultsIndex::planArray(const std::string& key, const Value::Array& array, Plan& plan)
+{
     static const std::vector<StoredElement> nothing;
     const auto entry = _entries.find(key);
     const bool isNew = entry == _entries.end();
@@ -174,7 +184,8 @@ void DefaultsIndex::planArray(const std::string& key, const Value::Array& array,
     plan.arrays.emplace(key, std::move(difference));
 }
 
-void DefaultsIndex::planOther(const std::string& key, const std::optional<Value>& value, Plan& plan) {
+void DefaultsIndex::planOther(const std::string& key, const std::optional<Value>& value, Plan& plan)
+{
     const auto entry = _entries.find(key);
     const bool isNew = entry == _entries.end();
     if (isNew && !value)
@@ -194,7 +205,8 @@ void DefaultsIndex::planOther(const std::string& key, const std::optional<Value>
     plan.others.emplace(key, value);
 }
 
-void DefaultsIndex::planDataRows(Plan& plan) const {
+void DefaultsIndex::planDataRows(Plan& plan) const
+{
     for (const auto& [id, change] : plan.dataUses) {
         const auto use = _data.find(id);
         if (use == _data.end())
@@ -213,7 +225,8 @@ void DefaultsIndex::planDataRows(Plan& plan) const {
     }
 }
 
-void DefaultsIndex::commit(Plan& plan) {
+void DefaultsIndex::commit(Plan& plan)
+{
     _state = plan.rows.after;
     for (auto& [key, difference] : plan.arrays) {
         Entry& entry = _entries[key];
@@ -229,7 +242,8 @@ void DefaultsIndex::commit(Plan& plan) {
     commitDataRows(plan);
 }
 
-void DefaultsIndex::commitDataRows(const Plan& plan) {
+void DefaultsIndex::commitDataRows(const Plan& plan)
+{
     for (const DataRow& added : plan.rows.data) {
         const auto row = std::make_shared<const StoredDataRow>(StoredDataRow { _source, added.id });
         _data[added.id].inMemory = row;

@@ -13,12 +13,14 @@ namespace {
 using Journal = DefaultsFile::Journal;
 using Values = std::map<std::string, Value>;
 
-bool exists(const std::string& path) {
+bool exists(const std::string& path)
+{
     std::error_code ignored;
     return std::filesystem::exists(path, ignored);
 }
 
-std::string universalTime() {
+std::string universalTime()
+{
     const std::time_t now = std::time(nullptr);
     std::tm parts {};
     gmtime_r(&now, &parts);
@@ -33,9 +35,12 @@ public:
         : _paths(paths)
         , _index(index)
         , _values(values)
-        , _problem(problem) { }
+        , _problem(problem)
+    {
+    }
 
-    std::unique_ptr<DefaultsFile> open() {
+    std::unique_ptr<DefaultsFile> open()
+    {
         g_mkdir_with_parents(_paths.folder.c_str(), 0700);
         DefaultsCondition condition = DefaultsCondition::Good;
         if (auto file = openAndLoad(condition))
@@ -66,14 +71,16 @@ public:
     }
 
 private:
-    std::unique_ptr<DefaultsFile> openAndLoad(DefaultsCondition& condition) {
+    std::unique_ptr<DefaultsFile> openAndLoad(DefaultsCondition& condition)
+    {
         auto file = DefaultsFile::open(_paths.file, Journal::Log, condition);
         if (file)
             condition = _index.load(*file, _values);
         return condition == DefaultsCondition::Good ? std::move(file) : nullptr;
     }
 
-    std::unique_ptr<DefaultsFile> openToRead() {
+    std::unique_ptr<DefaultsFile> openToRead()
+    {
         DefaultsCondition condition;
         auto file = DefaultsFile::openToRead(_paths.file, condition);
         if (file && _index.load(*file, _values) == DefaultsCondition::Good)
@@ -82,14 +89,16 @@ private:
         return nullptr;
     }
 
-    std::unique_ptr<DefaultsFile> makeEmpty() {
+    std::unique_ptr<DefaultsFile> makeEmpty()
+    {
         auto file = DefaultsFile::make(_paths.file, Journal::Log);
         if (file && _index.load(*file, _values) == DefaultsCondition::Good)
             return file;
         return nullptr;
     }
 
-    std::string setFileAside(DefaultsCondition condition) {
+    std::string setFileAside(DefaultsCondition condition)
+    {
         const std::string name = setAside(_paths.file, condition);
         if (!name.empty())
             _problem = std::string(condition == DefaultsCondition::Newer
@@ -99,7 +108,8 @@ private:
         return name;
     }
 
-    std::unique_ptr<DefaultsFile> restore() {
+    std::unique_ptr<DefaultsFile> restore()
+    {
         DefaultsCondition condition;
         auto backup = DefaultsFile::open(_paths.backup, Journal::InPlace, condition);
         if (backup)
@@ -131,9 +141,12 @@ private:
 DefaultsPaths::DefaultsPaths(const std::string& folder)
     : folder(folder)
     , file(folder + "/defaults.sqlite")
-    , backup(folder + "/defaults-backup.sqlite") { }
+    , backup(folder + "/defaults-backup.sqlite")
+{
+}
 
-std::string setAside(const std::string& path, DefaultsCondition condition) {
+std::string setAside(const std::string& path, DefaultsCondition condition)
+{
     const std::string folder = std::filesystem::path(path).parent_path();
     const std::string stem
         = std::string(condition == DefaultsCondition::Newer ? "defaults-newer-" : "defaults-damaged-")
@@ -150,11 +163,13 @@ std::string setAside(const std::string& path, DefaultsCondition condition) {
 }
 
 std::unique_ptr<DefaultsFile> openDefaults(
-    const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem) {
+    const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem)
+{
     return Opening(paths, index, values, problem).open();
 }
 
-std::optional<Value> readDefaults(const std::string& folder, std::string& problem) {
+std::optional<Value> readDefaults(const std::string& folder, std::string& problem)
+{
     const DefaultsPaths paths(folder);
     DefaultsCondition condition;
     const auto file = DefaultsFile::openToRead(paths.file, condition);

@@ -8,11 +8,13 @@ namespace pagora {
 
 DefaultsStore::DefaultsStore(const std::string& folder, Values& values, std::string& problem)
     : _paths(folder)
-    , _index(std::make_shared<StoredDataSource>(_paths.file, _paths.backup)) {
+    , _index(std::make_shared<StoredDataSource>(_paths.file, _paths.backup))
+{
     open(values, problem);
 }
 
-void DefaultsStore::open(Values& values, std::string& problem) {
+void DefaultsStore::open(Values& values, std::string& problem)
+{
     _file = openDefaults(_paths, _index, values, problem);
     if (!_file || _file->isReadOnly())
         return;
@@ -20,7 +22,8 @@ void DefaultsStore::open(Values& values, std::string& problem) {
     _backup->catchUp();
 }
 
-bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found) {
+bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found)
+{
     std::string error;
     if (!_file || _file->isReadOnly()) {
         _file.reset();
@@ -49,17 +52,20 @@ bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found) 
     return true;
 }
 
-bool DefaultsStore::fail(const std::string& reason) {
+bool DefaultsStore::fail(const std::string& reason)
+{
     log("The library's data cannot be stored in " + _paths.file + ": " + reason);
     return false;
 }
 
-void DefaultsStore::waitForBackup() {
+void DefaultsStore::waitForBackup()
+{
     if (_backup)
         _backup->wait();
 }
 
-int DefaultsStore::rowsChanged() const {
+int DefaultsStore::rowsChanged() const
+{
     return _file ? _file->rowsChanged() : 0;
 }
 

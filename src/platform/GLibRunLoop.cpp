@@ -16,20 +16,23 @@ namespace {
 class GLibTimer : public RunLoop::Timer {
 public:
     GLibTimer(double seconds, std::function<void()> work)
-        : _work(std::move(work)) {
+        : _work(std::move(work))
+    {
         constexpr double longest = 24 * 60 * 60;
         _source = g_timeout_source_new(static_cast<guint>(std::clamp(seconds, 0.0, longest) * 1000 + 0.5));
         g_source_set_callback(_source, &GLibTimer::fire, this, nullptr);
         g_source_attach(_source, nullptr);
     }
 
-    ~GLibTimer() override {
+    ~GLibTimer() override
+    {
         g_source_destroy(_source);
         g_source_unref(_source);
     }
 
 private:
-    static gboolean fire(gpointer timer) noexcept {
+    static gboolean fire(gpointer timer) noexcept
+    {
         // The work may drop the timer that it runs for.
         const auto work = std::move(static_cast<GLibTimer*>(timer)->_work);
         work();
@@ -43,7 +46,8 @@ private:
 }
 
 GLibRunLoop::GLibRunLoop()
-    : _wakeUps(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    : _wakeUps(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+{
     const auto wokenUp = [](int, GIOCondition, gpointer loop) noexcept -> gboolean {
         static_cast<GLibRunLoop*>(loop)->runQueue();
         return G_SOURCE_CONTINUE;
@@ -75,11 +79,13 @@ void GLibRunLoop::finishBackgroundWork()
     }
 }
 
-std::unique_ptr<RunLoop::Timer> GLibRunLoop::performAfterDelay(double seconds, std::function<void()> work) {
+std::unique_ptr<RunLoop::Timer> GLibRunLoop::performAfterDelay(double seconds, std::function<void()> work)
+{
     return std::make_unique<GLibTimer>(seconds, std::move(work));
 }
 
-Reply<void> GLibRunLoop::performInBackground(std::function<void()> work) {
+Reply<void> GLibRunLoop::performInBackground(std::function<void()> work)
+{
     Reply<void> reply;
     const auto job = _jobs.insert(_jobs.end(), Job { std::make_unique<Worker>(), reply.resolver() });
     job->worker->perform([this, job, work = std::move(work)]() mutable {
@@ -91,14 +97,16 @@ Reply<void> GLibRunLoop::performInBackground(std::function<void()> work) {
     return reply;
 }
 
-void GLibRunLoop::finish(std::list<Job>::iterator job) {
+void GLibRunLoop::finish(std::list<Job>::iterator job)
+{
     const auto answer = std::move(job->answer);
     _jobs.erase(job);
     if (!_closing)
         (*answer)();
 }
 
-void GLibRunLoop::performOnMainThread(const std::function<void()>& work) {
+void GLibRunLoop::performOnMainThread(const std::function<void()>& work)
+{
     if (isMainThread()) {
         work();
         return;
@@ -116,22 +124,26 @@ void GLibRunLoop::performOnMainThread(const std::function<void()>& work) {
     finished.wait(lock, [&] { return isFinished; });
 }
 
-void GLibRunLoop::postToMainThread(std::function<void()> work) {
+void GLibRunLoop::postToMainThread(std::function<void()> work)
+{
     push({ Item::Kind::Posted, std::move(work) });
 }
 
-bool GLibRunLoop::isMainThread() const {
+bool GLibRunLoop::isMainThread() const
+{
     return std::this_thread::get_id() == _mainThread;
 }
 
-void GLibRunLoop::push(Item item) {
+void GLibRunLoop::push(Item item)
+{
     const std::lock_guard lock(_mutex);
     _queue.push_back(std::move(item));
     _pushed.notify_one();
     eventfd_write(_wakeUps, 1);
 }
 
-std::optional<GLibRunLoop::Item> GLibRunLoop::take() {
+std::optional<GLibRunLoop::Item> GLibRunLoop::take()
+{
     const std::lock_guard lock(_mutex);
     if (_queue.empty())
         return std::nullopt;
@@ -140,7 +152,8 @@ std::optional<GLibRunLoop::Item> GLibRunLoop::take() {
     return item;
 }
 
-void GLibRunLoop::runQueue() {
+void GLibRunLoop::runQueue()
+{
     std::size_t count;
     {
         const std::lock_guard lock(_mutex);

@@ -20,8 +20,8 @@ public:
     GLibRunLoop();
     ~GLibRunLoop() override;
 
-    // Waits for the background work as dropping the loop does; nothing is posted or answered afterwards. For the end of the
-    // program, while what the work uses still lives.
+    // Waits for the background work as dropping the loop does; nothing is posted or answered afterwards. For the end of
+    // the program, while what the work uses still lives.
     void finishBackgroundWork();
 
     [[nodiscard]] std::unique_ptr<Timer> performAfterDelay(double seconds, std::function<void()> work) override;

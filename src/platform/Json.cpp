@@ -14,7 +14,8 @@ namespace {
 
 class Writer {
 public:
-    void add(const Value& value) {
+    void add(const Value& value)
+    {
         if (auto* string = value.string())
             addString(*string);
         else if (auto* number = value.integer())
@@ -43,7 +44,8 @@ public:
 
 private:
     template <typename Container, typename AddOne>
-    void addAll(char open, const Container& container, char close, AddOne addOne) {
+    void addAll(char open, const Container& container, char close, AddOne addOne)
+    {
         text += open;
         ++_level;
         bool first = true;
@@ -59,12 +61,14 @@ private:
         text += close;
     }
 
-    void addLineBreak() {
+    void addLineBreak()
+    {
         text += '\n';
         text.append(2 * _level, ' ');
     }
 
-    void addReal(double real) {
+    void addReal(double real)
+    {
         if (!std::isfinite(real)) {
             text += "null";
             return;
@@ -76,13 +80,15 @@ private:
             text += ".0";
     }
 
-    void addData(const std::string& bytes) {
+    void addData(const std::string& bytes)
+    {
         char* encoded = g_base64_encode(reinterpret_cast<const guchar*>(bytes.data()), bytes.size());
         text += std::string("{\"data\": \"") + encoded + "\"}";
         g_free(encoded);
     }
 
-    void addString(const std::string& string) {
+    void addString(const std::string& string)
+    {
         text += '"';
         for (std::size_t start = 0; start <= string.size();) {
             const std::size_t end = std::min(string.find('\0', start), string.size());
@@ -94,14 +100,16 @@ private:
         text += '"';
     }
 
-    void addPiece(const char* bytes, std::size_t size) {
+    void addPiece(const char* bytes, std::size_t size)
+    {
         char* valid = g_utf8_make_valid(bytes, static_cast<gssize>(size));
         for (const char* next = valid; *next; ++next)
             addCharacter(*next);
         g_free(valid);
     }
 
-    void addCharacter(char character) {
+    void addCharacter(char character)
+    {
         const auto byte = static_cast<unsigned char>(character);
         if (character == '"' || character == '\\')
             text += '\\';
@@ -119,7 +127,8 @@ private:
 
 }
 
-std::string jsonText(const Value& value) {
+std::string jsonText(const Value& value)
+{
     Writer writer;
     writer.add(value);
     return std::move(writer.text);

@@ -14,7 +14,8 @@ namespace {
 std::mutex sinkMutex;
 std::function<void(const std::string&)> capturingSink;
 
-bool isCaptured(const std::string& line) {
+bool isCaptured(const std::string& line)
+{
     const std::lock_guard lock(sinkMutex);
     if (!capturingSink)
         return false;
@@ -22,7 +23,8 @@ bool isCaptured(const std::string& line) {
     return true;
 }
 
-void writeToJournal(const std::string& line) {
+void writeToJournal(const std::string& line)
+{
     const GLogField fields[] = {
         { "MESSAGE", line.data(), static_cast<gssize>(line.size()) },
         { "PRIORITY", "6", -1 },
@@ -33,7 +35,8 @@ void writeToJournal(const std::string& line) {
 
 }
 
-void log(const std::string& text) {
+void log(const std::string& text)
+{
     std::string line = text;
     std::replace(line.begin(), line.end(), '\n', ' ');
     if (isCaptured(line))
@@ -49,12 +52,14 @@ void log(const std::string& text) {
         return;
 }
 
-LogCapture::LogCapture(std::function<void(const std::string&)> sink) {
+LogCapture::LogCapture(std::function<void(const std::string&)> sink)
+{
     const std::lock_guard lock(sinkMutex);
     capturingSink = std::move(sink);
 }
 
-LogCapture::~LogCapture() {
+LogCapture::~LogCapture()
+{
     const std::lock_guard lock(sinkMutex);
     capturingSink = nullptr;
 }

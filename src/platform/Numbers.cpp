@@ -14,22 +14,26 @@ namespace {
 constexpr double twoTo63 = 9223372036854775808.0;
 constexpr double twoTo64 = 18446744073709551616.0;
 
-bool isDigit(char character) {
+bool isDigit(char character)
+{
     return character >= '0' && character <= '9';
 }
 
-std::string_view withoutLeadingSpace(std::string_view text) {
+std::string_view withoutLeadingSpace(std::string_view text)
+{
     const auto start = text.find_first_not_of(" \t\n\v\f\r");
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
 // The digits at the start of `text`.
-std::size_t digits(std::string_view text) {
+std::size_t digits(std::string_view text)
+{
     return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isDigit) - text.begin());
 }
 
 // What a text says as a boolean: a word that begins with "y" or "t", or a number that is not 0.
-bool booleanValue(std::string_view text) {
+bool booleanValue(std::string_view text)
+{
     text = withoutLeadingSpace(text);
     if (!text.empty() && (text.front() == '+' || text.front() == '-'))
         text.remove_prefix(1);
@@ -39,7 +43,8 @@ bool booleanValue(std::string_view text) {
 
 }
 
-std::int64_t integerValue(std::string_view text) {
+std::int64_t integerValue(std::string_view text)
+{
     text = withoutLeadingSpace(text);
     const bool negative = !text.empty() && text.front() == '-';
     if (negative || (!text.empty() && text.front() == '+'))
@@ -59,12 +64,14 @@ std::int64_t integerValue(std::string_view text) {
     return number == least ? greatest : -number;
 }
 
-std::int32_t intValue(std::string_view text) {
+std::int32_t intValue(std::string_view text)
+{
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(
         integerValue(text), std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
-double doubleValue(std::string_view text) {
+double doubleValue(std::string_view text)
+{
     text = withoutLeadingSpace(text);
     std::size_t end = !text.empty() && (text.front() == '+' || text.front() == '-') ? 1 : 0;
     const std::size_t whole = digits(text.substr(end));
@@ -87,7 +94,8 @@ double doubleValue(std::string_view text) {
     return std::clamp(g_ascii_strtod(std::string(text.substr(0, end)).c_str(), nullptr), -greatest, greatest);
 }
 
-std::int64_t integerFrom(const Value* value) {
+std::int64_t integerFrom(const Value* value)
+{
     if (!value)
         return 0;
     if (auto* number = value->integer())
@@ -101,7 +109,8 @@ std::int64_t integerFrom(const Value* value) {
     return 0;
 }
 
-double realFrom(const Value* value) {
+double realFrom(const Value* value)
+{
     if (!value)
         return 0;
     if (auto* number = value->real())
@@ -111,7 +120,8 @@ double realFrom(const Value* value) {
     return static_cast<double>(integerFrom(value));
 }
 
-bool booleanFrom(const Value* value) {
+bool booleanFrom(const Value* value)
+{
     if (!value)
         return false;
     if (auto* number = value->real())
@@ -121,7 +131,8 @@ bool booleanFrom(const Value* value) {
     return integerFrom(value) != 0;
 }
 
-std::optional<std::string> stringFrom(const Value* value) {
+std::optional<std::string> stringFrom(const Value* value)
+{
     if (!value)
         return std::nullopt;
     if (auto* text = value->string())
@@ -136,7 +147,8 @@ std::optional<std::string> stringFrom(const Value* value) {
     return std::nullopt;
 }
 
-std::int64_t truncated(double number) {
+std::int64_t truncated(double number)
+{
     if (std::isnan(number))
         return 0;
     if (number >= twoTo63)
@@ -146,16 +158,19 @@ std::int64_t truncated(double number) {
     return static_cast<std::int64_t>(number);
 }
 
-std::int32_t truncated32(double number) {
+std::int32_t truncated32(double number)
+{
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(
         truncated(number), std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
-std::uint64_t wrapped(double number) {
+std::uint64_t wrapped(double number)
+{
     return static_cast<std::uint64_t>(truncated(number));
 }
 
-std::uint64_t clampedUnsigned(double number) {
+std::uint64_t clampedUnsigned(double number)
+{
     if (!(number > 0))
         return 0;
     return number >= twoTo64 ? std::numeric_limits<std::uint64_t>::max() : static_cast<std::uint64_t>(number);

@@ -24,7 +24,10 @@ bool booleanFrom(const Value* value);
 std::optional<std::string> stringFrom(const Value* value);
 
 // The low 32 bits of a number, as a signed number.
-constexpr std::int32_t low32(std::uint64_t number) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(number)); }
+constexpr std::int32_t low32(std::uint64_t number)
+{
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(number));
+}
 
 // Truncation toward zero that is defined for every input: not-a-number gives 0, numbers out of range the nearest one.
 std::int64_t truncated(double number);

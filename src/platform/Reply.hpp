@@ -36,11 +36,17 @@ public:
 
     private:
         friend class Reply;
-        explicit Resolver(std::shared_ptr<State> state) : _state(std::move(state)) { }
+        explicit Resolver(std::shared_ptr<State> state)
+            : _state(std::move(state))
+        {
+        }
         std::shared_ptr<State> _state;
     };
 
-    Reply() : _state(std::make_shared<State>()) { }
+    Reply()
+        : _state(std::make_shared<State>())
+    {
+    }
     Reply(Reply&&) noexcept = default;
     Reply& operator=(Reply&&) noexcept = default;
     ~Reply()

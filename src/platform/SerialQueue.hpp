@@ -7,9 +7,9 @@
 
 namespace pagora {
 
-// Runs coroutines one after another, never interleaved. Reports go before actions, and actions wait while they are held:
-// a page that is being loaded is reported before the user's next action acts on it. Dropping the queue ends the one that
-// runs where it waits, and forgets the others. Main thread only.
+// Runs coroutines one after another, never interleaved. Reports go before actions, and actions wait while they are
+// held: a page that is being loaded is reported before the user's next action acts on it. Dropping the queue ends the
+// one that runs where it waits, and forgets the others. Main thread only.
 class SerialQueue {
 public:
     using Work = std::function<Task<void>()>;

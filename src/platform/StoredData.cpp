@@ -9,11 +9,14 @@ namespace pagora {
 
 StoredDataSource::StoredDataSource(std::string path, std::string backupPath)
     : _path(std::move(path))
-    , _backupPath(std::move(backupPath)) { }
+    , _backupPath(std::move(backupPath))
+{
+}
 
 StoredDataSource::~StoredDataSource() = default;
 
-std::optional<std::string> StoredDataSource::read(std::int64_t id) {
+std::optional<std::string> StoredDataSource::read(std::int64_t id)
+{
     const std::lock_guard lock(_mutex);
     DefaultsCondition condition;
     if (!_file)

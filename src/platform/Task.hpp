@@ -7,45 +7,45 @@
 
 namespace pagora {
 
-// The coroutine type of the page controllers. It starts at once and runs until its first wait; dropping it ends it where
-// it waits. Exceptions mean a broken program and end it. Main thread only.
+// The coroutine type of the page controllers. It starts at once and runs until its first wait; dropping it ends it
+// where it waits. Exceptions mean a broken program and end it. Main thread only.
 template <typename T = void>
 class [[nodiscard]] Task;
 
 namespace detail {
 
-    struct TaskPromiseBase {
-        std::coroutine_handle<> continuation = std::noop_coroutine();
+struct TaskPromiseBase {
+    std::coroutine_handle<> continuation = std::noop_coroutine();
 
-        struct FinalAwaiter {
-            bool await_ready() const noexcept { return false; }
-            template <typename Promise>
-            std::coroutine_handle<> await_suspend(std::coroutine_handle<Promise> finished) const noexcept
-            {
-                return finished.promise().continuation;
-            }
-            void await_resume() const noexcept { }
-        };
-
-        std::suspend_never initial_suspend() const noexcept { return {}; }
-        FinalAwaiter final_suspend() const noexcept { return {}; }
-        void unhandled_exception() const noexcept { std::terminate(); }
+    struct FinalAwaiter {
+        bool await_ready() const noexcept { return false; }
+        template <typename Promise>
+        std::coroutine_handle<> await_suspend(std::coroutine_handle<Promise> finished) const noexcept
+        {
+            return finished.promise().continuation;
+        }
+        void await_resume() const noexcept { }
     };
 
-    template <typename T>
-    struct TaskPromise : TaskPromiseBase {
-        std::optional<T> value;
-        Task<T> get_return_object();
-        void return_value(T result) { value = std::move(result); }
-        T take() { return std::move(*value); }
-    };
+    std::suspend_never initial_suspend() const noexcept { return {}; }
+    FinalAwaiter final_suspend() const noexcept { return {}; }
+    void unhandled_exception() const noexcept { std::terminate(); }
+};
 
-    template <>
-    struct TaskPromise<void> : TaskPromiseBase {
-        Task<void> get_return_object();
-        void return_void() const { }
-        void take() const { }
-    };
+template <typename T>
+struct TaskPromise : TaskPromiseBase {
+    std::optional<T> value;
+    Task<T> get_return_object();
+    void return_value(T result) { value = std::move(result); }
+    T take() { return std::move(*value); }
+};
+
+template <>
+struct TaskPromise<void> : TaskPromiseBase {
+    Task<void> get_return_object();
+    void return_void() const { }
+    void take() const { }
+};
 
 }
 
@@ -55,8 +55,14 @@ public:
     using promise_type = detail::TaskPromise<T>;
 
     Task() = default;
-    explicit Task(std::coroutine_handle<promise_type> coroutine) : _coroutine(coroutine) { }
-    Task(Task&& other) noexcept : _coroutine(std::exchange(other._coroutine, nullptr)) { }
+    explicit Task(std::coroutine_handle<promise_type> coroutine)
+        : _coroutine(coroutine)
+    {
+    }
+    Task(Task&& other) noexcept
+        : _coroutine(std::exchange(other._coroutine, nullptr))
+    {
+    }
     Task& operator=(Task&& other) noexcept
     {
         std::swap(_coroutine, other._coroutine);

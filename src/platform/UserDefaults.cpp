@@ -10,7 +10,8 @@ namespace pagora {
 namespace {
 
 // Whether storing `next` over `current` changes nothing. Containers are not compared inside.
-bool isStoredAlready(const Value& current, const Value& next) {
+bool isStoredAlready(const Value& current, const Value& next)
+{
     if (next.array() || next.dictionary() || next.data())
         return current.isSameAs(next);
     return current == next;
@@ -18,7 +19,8 @@ bool isStoredAlready(const Value& current, const Value& next) {
 
 }
 
-UserDefaults::UserDefaults(const std::string& folder, std::string* problem) {
+UserDefaults::UserDefaults(const std::string& folder, std::string* problem)
+{
     std::string line;
     _store = std::make_unique<DefaultsStore>(folder, _values, line);
     if (problem)
@@ -27,21 +29,25 @@ UserDefaults::UserDefaults(const std::string& folder, std::string* problem) {
 
 UserDefaults::~UserDefaults() = default;
 
-std::optional<Value> UserDefaults::objectForKey(const std::string& key) const {
+std::optional<Value> UserDefaults::objectForKey(const std::string& key) const
+{
     const std::lock_guard lock(_mutex);
     const auto entry = _values.find(key);
     return entry == _values.end() ? std::nullopt : std::optional(entry->second);
 }
 
-void UserDefaults::setObject(const std::string& key, Value value) {
+void UserDefaults::setObject(const std::string& key, Value value)
+{
     change(key, std::move(value));
 }
 
-void UserDefaults::removeObject(const std::string& key) {
+void UserDefaults::removeObject(const std::string& key)
+{
     change(key, std::nullopt);
 }
 
-void UserDefaults::change(const std::string& key, std::optional<Value> value) {
+void UserDefaults::change(const std::string& key, std::optional<Value> value)
+{
     std::function<void()> tell;
     {
         const std::lock_guard lock(_mutex);
@@ -64,7 +70,8 @@ void UserDefaults::change(const std::string& key, std::optional<Value> value) {
         tell();
 }
 
-std::vector<std::string> UserDefaults::allKeys() const {
+std::vector<std::string> UserDefaults::allKeys() const
+{
     const std::lock_guard lock(_mutex);
     std::vector<std::string> keys;
     for (const auto& [key, value] : _values)
@@ -72,27 +79,32 @@ std::vector<std::string> UserDefaults::allKeys() const {
     return keys;
 }
 
-std::optional<std::string> UserDefaults::stringForKey(const std::string& key) const {
+std::optional<std::string> UserDefaults::stringForKey(const std::string& key) const
+{
     const auto value = objectForKey(key);
     return stringFrom(value ? &*value : nullptr);
 }
 
-double UserDefaults::realForKey(const std::string& key) const {
+double UserDefaults::realForKey(const std::string& key) const
+{
     const auto value = objectForKey(key);
     return realFrom(value ? &*value : nullptr);
 }
 
-std::int64_t UserDefaults::integerForKey(const std::string& key) const {
+std::int64_t UserDefaults::integerForKey(const std::string& key) const
+{
     const auto value = objectForKey(key);
     return integerFrom(value ? &*value : nullptr);
 }
 
-bool UserDefaults::boolForKey(const std::string& key) const {
+bool UserDefaults::boolForKey(const std::string& key) const
+{
     const auto value = objectForKey(key);
     return booleanFrom(value ? &*value : nullptr);
 }
 
-bool UserDefaults::synchronize() {
+bool UserDefaults::synchronize()
+{
     const std::lock_guard flushing(_flushing);
     Changes changes;
     {
@@ -116,12 +128,14 @@ bool UserDefaults::synchronize() {
     return written;
 }
 
-void UserDefaults::setWhenChanged(std::function<void()> whenChanged) {
+void UserDefaults::setWhenChanged(std::function<void()> whenChanged)
+{
     const std::lock_guard lock(_mutex);
     _whenChanged = std::move(whenChanged);
 }
 
-void UserDefaults::waitForBackup() {
+void UserDefaults::waitForBackup()
+{
     const std::lock_guard flushing(_flushing);
     _store->waitForBackup();
 }

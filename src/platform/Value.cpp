@@ -5,59 +5,88 @@
 namespace pagora {
 
 Value::Value(std::string text)
-    : _content(std::make_shared<const Content>(std::move(text))) { }
+    : _content(std::make_shared<const Content>(std::move(text)))
+{
+}
 Value::Value(const char* text)
-    : Value(std::string(text)) { }
+    : Value(std::string(text))
+{
+}
 Value::Value(int number)
-    : Value(std::int64_t { number }) { }
+    : Value(std::int64_t { number })
+{
+}
 Value::Value(std::int64_t number)
-    : _content(std::make_shared<const Content>(number)) { }
+    : _content(std::make_shared<const Content>(number))
+{
+}
 Value::Value(double number)
-    : _content(std::make_shared<const Content>(number)) { }
+    : _content(std::make_shared<const Content>(number))
+{
+}
 Value::Value(bool flag)
-    : _content(std::make_shared<const Content>(flag)) { }
+    : _content(std::make_shared<const Content>(flag))
+{
+}
 Value::Value(Date date)
-    : _content(std::make_shared<const Content>(date)) { }
+    : _content(std::make_shared<const Content>(date))
+{
+}
 Value::Value(Data data)
-    : _content(std::make_shared<const Content>(std::move(data))) { }
+    : _content(std::make_shared<const Content>(std::move(data)))
+{
+}
 Value::Value(Array array)
-    : _content(std::make_shared<const Content>(std::move(array))) { }
+    : _content(std::make_shared<const Content>(std::move(array)))
+{
+}
 Value::Value(Dictionary dictionary)
-    : _content(std::make_shared<const Content>(std::move(dictionary))) { }
+    : _content(std::make_shared<const Content>(std::move(dictionary)))
+{
+}
 
-const std::string* Value::string() const {
+const std::string* Value::string() const
+{
     return std::get_if<std::string>(_content.get());
 }
 
-const std::int64_t* Value::integer() const {
+const std::int64_t* Value::integer() const
+{
     return std::get_if<std::int64_t>(_content.get());
 }
 
-const double* Value::real() const {
+const double* Value::real() const
+{
     return std::get_if<double>(_content.get());
 }
 
-const bool* Value::boolean() const {
+const bool* Value::boolean() const
+{
     return std::get_if<bool>(_content.get());
 }
 
-const Date* Value::date() const {
+const Date* Value::date() const
+{
     return std::get_if<Date>(_content.get());
 }
 
-const Data* Value::data() const {
+const Data* Value::data() const
+{
     return std::get_if<Data>(_content.get());
 }
 
-const Value::Array* Value::array() const {
+const Value::Array* Value::array() const
+{
     return std::get_if<Array>(_content.get());
 }
 
-const Value::Dictionary* Value::dictionary() const {
+const Value::Dictionary* Value::dictionary() const
+{
     return std::get_if<Dictionary>(_content.get());
 }
 
-const Value* Value::find(const std::string& key) const {
+const Value* Value::find(const std::string& key) const
+{
     const Dictionary* entries = dictionary();
     if (!entries)
         return nullptr;
@@ -65,7 +94,8 @@ const Value* Value::find(const std::string& key) const {
     return entry == entries->end() ? nullptr : &entry->second;
 }
 
-bool Value::operator==(const Value& other) const {
+bool Value::operator==(const Value& other) const
+{
     return isSameAs(other) || *_content == *other._content;
 }
 

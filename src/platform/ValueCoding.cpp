@@ -14,9 +14,12 @@ enum class Tag : std::uint8_t { String = 1, Integer, Real, False, True, Date, Da
 class Encoder {
 public:
     explicit Encoder(const PlaceData& placeData)
-        : _placeData(placeData) { }
+        : _placeData(placeData)
+    {
+    }
 
-    void add(const Value& value, int depth) {
+    void add(const Value& value, int depth)
+    {
         if (auto* text = value.string())
             addTag(Tag::String).addText(*text);
         else if (auto* number = value.integer())
@@ -38,34 +41,40 @@ public:
     std::string bytes { codingVersion };
 
 private:
-    Encoder& addTag(Tag tag) {
+    Encoder& addTag(Tag tag)
+    {
         bytes += static_cast<char>(tag);
         return *this;
     }
 
-    void addCount(std::uint64_t count) {
+    void addCount(std::uint64_t count)
+    {
         for (; count >= 0x80; count >>= 7)
             bytes += static_cast<char>((count & 0x7F) | 0x80);
         bytes += static_cast<char>(count);
     }
 
-    void addSigned(std::int64_t number) {
+    void addSigned(std::int64_t number)
+    {
         const auto bits = static_cast<std::uint64_t>(number);
         addCount(number < 0 ? ~(bits << 1) : bits << 1);
     }
 
-    void addText(const std::string& text) {
+    void addText(const std::string& text)
+    {
         addCount(text.size());
         bytes += text;
     }
 
-    void addReal(double real) {
+    void addReal(double real)
+    {
         const auto bits = std::bit_cast<std::uint64_t>(real);
         for (int shift = 0; shift < 64; shift += 8)
             bytes += static_cast<char>(bits >> shift);
     }
 
-    void addData(const Data& data) {
+    void addData(const Data& data)
+    {
         const auto place = _placeData ? _placeData(data) : std::nullopt;
         if (place) {
             addTag(Tag::DataApart).addSigned(*place);
@@ -74,7 +83,8 @@ private:
             addTag(Tag::Data).addText(data.bytes());
     }
 
-    void addArray(const Value::Array& array, int depth) {
+    void addArray(const Value::Array& array, int depth)
+    {
         addTag(Tag::Array);
         if (depth >= maxValueDepth)
             return addCount(0);
@@ -83,7 +93,8 @@ private:
             add(element, depth + 1);
     }
 
-    void addDictionary(const Value::Dictionary& dictionary, int depth) {
+    void addDictionary(const Value::Dictionary& dictionary, int depth)
+    {
         addTag(Tag::Dictionary);
         if (depth >= maxValueDepth)
             return addCount(0);
@@ -102,11 +113,14 @@ class Decoder {
 public:
     Decoder(std::string_view bytes, const FindData& findData)
         : _left(bytes)
-        , _findData(findData) { }
+        , _findData(findData)
+    {
+    }
 
     bool isAtEnd() const { return _left.empty(); }
 
-    std::optional<std::uint8_t> byte() {
+    std::optional<std::uint8_t> byte()
+    {
         if (_left.empty())
             return std::nullopt;
         const auto byte = static_cast<std::uint8_t>(_left.front());
@@ -114,7 +128,8 @@ public:
         return byte;
     }
 
-    std::optional<Value> value(int depth) {
+    std::optional<Value> value(int depth)
+    {
         const auto tag = byte();
         if (!tag || depth > maxValueDepth)
             return std::nullopt;
@@ -154,7 +169,8 @@ public:
     }
 
 private:
-    std::optional<std::uint64_t> count() {
+    std::optional<std::uint64_t> count()
+    {
         std::uint64_t count = 0;
         for (int shift = 0; shift < 64; shift += 7) {
             const auto next = byte();
@@ -167,14 +183,16 @@ private:
         return std::nullopt;
     }
 
-    std::optional<std::int64_t> signedNumber() {
+    std::optional<std::int64_t> signedNumber()
+    {
         const auto bits = count();
         if (!bits)
             return std::nullopt;
         return static_cast<std::int64_t>(*bits & 1 ? ~(*bits >> 1) : *bits >> 1);
     }
 
-    std::optional<std::string_view> text() {
+    std::optional<std::string_view> text()
+    {
         const auto length = count();
         if (!length || *length > _left.size())
             return std::nullopt;
@@ -183,7 +201,8 @@ private:
         return text;
     }
 
-    std::optional<double> real() {
+    std::optional<double> real()
+    {
         if (_left.size() < 8)
             return std::nullopt;
         std::uint64_t bits = 0;
@@ -193,7 +212,8 @@ private:
         return std::bit_cast<double>(bits);
     }
 
-    std::optional<Value> dataApart() {
+    std::optional<Value> dataApart()
+    {
         const auto place = signedNumber();
         const auto size = count();
         if (!place || !size || !_findData)
@@ -203,7 +223,8 @@ private:
         return std::nullopt;
     }
 
-    std::optional<Value> array(int depth) {
+    std::optional<Value> array(int depth)
+    {
         const auto size = count();
         // Every element takes a byte at least: a false count reserves no memory.
         if (!size || *size > _left.size())
@@ -219,7 +240,8 @@ private:
         return Value(std::move(array));
     }
 
-    std::optional<Value> dictionary(int depth) {
+    std::optional<Value> dictionary(int depth)
+    {
         const auto size = count();
         if (!size || *size > _left.size())
             return std::nullopt;
@@ -244,13 +266,15 @@ private:
 
 }
 
-std::string encodeValue(const Value& value, const PlaceData& placeData) {
+std::string encodeValue(const Value& value, const PlaceData& placeData)
+{
     Encoder encoder(placeData);
     encoder.add(value, 0);
     return std::move(encoder.bytes);
 }
 
-std::optional<Value> decodeValue(std::string_view bytes, const FindData& findData) {
+std::optional<Value> decodeValue(std::string_view bytes, const FindData& findData)
+{
     Decoder decoder(bytes, findData);
     if (decoder.byte() != codingVersion)
         return std::nullopt;
@@ -260,7 +284,8 @@ std::optional<Value> decodeValue(std::string_view bytes, const FindData& findDat
     return value;
 }
 
-std::uint64_t checksum(std::string_view bytes, std::uint64_t seed) {
+std::uint64_t checksum(std::string_view bytes, std::uint64_t seed)
+{
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15;
     std::uint64_t sum = (seed + bytes.size()) * factor;
     const auto mix = [&](std::uint64_t word) { sum = (std::rotl(sum, 29) ^ word) * factor; };

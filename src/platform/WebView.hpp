@@ -57,8 +57,8 @@ public:
     virtual std::uint64_t loadRequest(const Url& url) = 0;
     virtual std::uint64_t currentLoad() const = 0;
 
-    // Runs the script in the document that is shown; the reply is its result as a text. A script that fails, or does not
-    // answer in good time, gives an empty text.
+    // Runs the script in the document that is shown; the reply is its result as a text. A script that fails, or does
+    // not answer in good time, gives an empty text.
     virtual Reply<std::string> evaluateScript(const std::string& script) = 0;
 
     virtual void setTextSizeMultiplier(double multiplier) = 0;

@@ -5,9 +5,12 @@
 namespace pagora {
 
 Worker::Worker()
-    : _thread([this] { run(); }) { }
+    : _thread([this] { run(); })
+{
+}
 
-Worker::~Worker() {
+Worker::~Worker()
+{
     {
         const std::lock_guard lock(_mutex);
         _closing = true;
@@ -16,7 +19,8 @@ Worker::~Worker() {
     _thread.join();
 }
 
-void Worker::perform(std::function<void()> work) {
+void Worker::perform(std::function<void()> work)
+{
     {
         const std::lock_guard lock(_mutex);
         _queue.push_back(std::move(work));
@@ -24,12 +28,14 @@ void Worker::perform(std::function<void()> work) {
     _changed.notify_all();
 }
 
-void Worker::wait() {
+void Worker::wait()
+{
     std::unique_lock lock(_mutex);
     _changed.wait(lock, [this] { return _queue.empty() && !_busy; });
 }
 
-void Worker::run() {
+void Worker::run()
+{
     std::unique_lock lock(_mutex);
     for (;;) {
         _changed.wait(lock, [this] { return _closing || !_queue.empty(); });

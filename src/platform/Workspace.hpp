@@ -15,9 +15,11 @@ public:
 
     // Copies the named files from one folder into another. A copy is complete when it has its name, and another file is
     // never overwritten: where one of that name is there, the copy gets a free name beside it, and a file that is there
-    // already, byte for byte, is not copied again. Returns the name of each copy, missing for one that failed. Any thread.
-    virtual std::vector<std::optional<std::string>> copyFiles(const std::string& source, const std::string& destination,
-                                                              const std::vector<std::string>& names) = 0;
+    // already, byte for byte, is not copied again. Returns the name of each copy, missing for one that failed. Any
+    // thread.
+    virtual std::vector<std::optional<std::string>> copyFiles(
+        const std::string& source, const std::string& destination, const std::vector<std::string>& names)
+        = 0;
     // Moves the named files of a folder to the Trash. True when all went there. Any thread.
     virtual bool recycleFiles(const std::string& source, const std::vector<std::string>& names) = 0;
     // Shows the file or folder in the desktop's file manager. Main thread.

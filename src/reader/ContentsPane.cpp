@@ -67,7 +67,7 @@ void ContentsPane::updateTOClinkWithKey(const std::string& key, double splitView
         return;
     deactivateActiveLink();
     const auto link = std::lower_bound(_links.begin(), _links.end(), tag,
-                                       [](const auto& candidate, std::int64_t wanted) { return candidate->tag() < wanted; });
+        [](const auto& candidate, std::int64_t wanted) { return candidate->tag() < wanted; });
     if (link == _links.end() || (*link)->tag() != tag)
         return;
     (*link)->setIsActive(true);

@@ -28,7 +28,11 @@ std::string contentsKey(const Url& url);
 class ContentsPane {
 public:
     // The view and the delegate must outlive the pane.
-    ContentsPane(TocView& tocView, ContentsDelegate& delegate) : _tocView(tocView), _delegate(delegate) { }
+    ContentsPane(TocView& tocView, ContentsDelegate& delegate)
+        : _tocView(tocView)
+        , _delegate(delegate)
+    {
+    }
     ~ContentsPane();
     ContentsPane(const ContentsPane&) = delete;
     ContentsPane& operator=(const ContentsPane&) = delete;

@@ -3,7 +3,6 @@
 #include "platform/Log.hpp"
 #include "platform/Numbers.hpp"
 #include "platform/Path.hpp"
-
 #include "reader/ColorThemes.hpp"
 #include "reader/PageScripts.hpp"
 
@@ -13,10 +12,10 @@ namespace pagora {
 
 namespace {
 
-    constexpr const char* menuFonts[] = { "Arial", "Baskerville", "Georgia", "Helvetica", "Palatino", "Times New Roman" };
-    constexpr const char* defaultFont = "Georgia";
-    // How long the user's next action waits for a chapter to report itself.
-    constexpr double loadPatience = 10;
+constexpr const char* menuFonts[] = { "Arial", "Baskerville", "Georgia", "Helvetica", "Palatino", "Times New Roman" };
+constexpr const char* defaultFont = "Georgia";
+// How long the user's next action waits for a chapter to report itself.
+constexpr double loadPatience = 10;
 
 }
 
@@ -30,8 +29,7 @@ EpubController::EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& 
     , _splitRules(window.mainSplitView(), SplitRules::FollowDivider::Yes, [this] { updateColumns(); })
 {
     _window.webView().setDelegate(this);
-    _window.locSlider().setAction(
-        [this](EventType event) { changePage(_window.locSlider().floatValue(), event); });
+    _window.locSlider().setAction([this](EventType event) { changePage(_window.locSlider().floatValue(), event); });
     _window.goLeftButton().setAction([this] { changePage(0); });
     _window.goRightButton().setAction([this] { changePage(1); });
     _window.colorControl().setAction([this] { changeColor(); });
@@ -69,7 +67,8 @@ void EpubController::rebuildFontMenu()
         menu.addItem(family);
 }
 
-void EpubController::loadSplits(std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent)
+void EpubController::loadSplits(
+    std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent)
 {
     rebuildFontMenu();
     _contentsPane.removeAllLinks();

@@ -3,7 +3,6 @@
 #include "platform/RunLoop.hpp"
 #include "platform/SerialQueue.hpp"
 #include "platform/WebView.hpp"
-
 #include "reader/ContentsPane.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/LeavingLinks.hpp"
@@ -23,9 +22,9 @@
 
 namespace pagora {
 
-// The reflowable reader: shows one spine document at a time as a strip of columns and moves through it page by page. What
-// the user does and what the page reports runs one after another on its queue. Main thread; its window controller owns
-// it.
+// The reflowable reader: shows one spine document at a time as a strip of columns and moves through it page by page.
+// What the user does and what the page reports runs one after another on its queue. Main thread; its window controller
+// owns it.
 class EpubController : public WebViewDelegate, public ContentsDelegate {
 public:
     EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop);

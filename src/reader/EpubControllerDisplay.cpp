@@ -1,10 +1,8 @@
 // The reflowable reader's display options and its layout for a new size of the view.
 
-#include "reader/EpubController.hpp"
-
 #include "platform/Numbers.hpp"
-
 #include "reader/ColorThemes.hpp"
+#include "reader/EpubController.hpp"
 #include "reader/PageScripts.hpp"
 
 namespace pagora {
@@ -113,8 +111,7 @@ Task<void> EpubController::applyRelayout()
     _relayoutPending = false;
     _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
     const auto page = geometry();
-    co_await run(
-        scripts::relayout(_numberOfColumns, page.pageWidth, page.columnHeight(), page.imageHeight()));
+    co_await run(scripts::relayout(_numberOfColumns, page.pageWidth, page.columnHeight(), page.imageHeight()));
     if (_capacity != 0 && page.pageArea() != 0) {
         const auto offset = page.offsetOfPage(PageGeometry::pageIndex(_capacity, page.pageArea()));
         co_await run(scripts::scrollTo(offset));

@@ -1,10 +1,8 @@
 // The reflowable reader's movement: page turns, the location slider, the location display and the place that is kept.
 
-#include "reader/EpubController.hpp"
-
 #include "platform/Log.hpp"
 #include "platform/Numbers.hpp"
-
+#include "reader/EpubController.hpp"
 #include "reader/PageScripts.hpp"
 
 #include <cmath>
@@ -12,7 +10,7 @@
 namespace pagora {
 
 namespace {
-    enum Tag : int { Previous = 0, Next = 1 };
+enum Tag : int { Previous = 0, Next = 1 };
 }
 
 void EpubController::changePage(int tag)
@@ -218,7 +216,8 @@ Task<void> EpubController::notePlace()
     const auto W = _window.webView().frame().width;
     if (S <= 0 || W <= 0 || _bookSplits.empty() || _queue.actionsAreHeld())
         co_return;
-    // Pictures that are still awaited will lengthen the chapter: its first page is its start then, not a fraction of it.
+    // Pictures that are still awaited will lengthen the chapter: its first page is its start then, not a fraction of
+    // it.
     const bool atStart = X == 0 && !_frameIsLoaded;
     _lastPlace = atStart ? 0 : (X + W / 2) / S;
 }

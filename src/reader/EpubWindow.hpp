@@ -3,7 +3,6 @@
 #include "platform/Controls.hpp"
 #include "platform/WebView.hpp"
 #include "platform/Window.hpp"
-
 #include "reader/SplitView.hpp"
 #include "reader/TocView.hpp"
 

@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-EpubWindowController::EpubWindowController(std::unique_ptr<EpubWindow> layout, ReaderState& state, RunLoop& runLoop,
-                                           ReaderHub& hub)
+EpubWindowController::EpubWindowController(
+    std::unique_ptr<EpubWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub)
     : _window(std::move(layout))
     , _mainController(hub)
     , _controller(std::make_unique<EpubController>(*_window, hub, state, runLoop))
@@ -33,7 +33,8 @@ void EpubWindowController::connect()
     actions.changePage = withReader([](EpubController& reader, int tag) { reader.changePage(tag); });
     actions.goToFirstPage = withReader([](EpubController& reader) { reader.goToFirstPage(); });
     actions.goToLastPage = withReader([](EpubController& reader) { reader.goToLastPage(); });
-    actions.scrollWheelBegan = withReader([](EpubController& reader, double deltaX) { reader.scrollWheelBegan(deltaX); });
+    actions.scrollWheelBegan
+        = withReader([](EpubController& reader, double deltaX) { reader.scrollWheelBegan(deltaX); });
     actions.displayOptions = withReader([](EpubController& reader) { reader.displayOptions(); });
     actions.changeWidth = withReader([](EpubController& reader) { reader.changeWidth(); });
     actions.searchContent

@@ -10,7 +10,11 @@ namespace pagora {
 // Main thread.
 class LocationBar {
 public:
-    LocationBar(TextField& locLabel, Slider& locSlider) : _locLabel(locLabel), _locSlider(locSlider) { }
+    LocationBar(TextField& locLabel, Slider& locSlider)
+        : _locLabel(locLabel)
+        , _locSlider(locSlider)
+    {
+    }
 
     // Shows the text, fits the label to it and gives the slider what is left.
     void setLabelMessage(const std::string& text);

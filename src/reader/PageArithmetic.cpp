@@ -8,8 +8,8 @@
 namespace pagora {
 
 namespace {
-    constexpr int gap = 40;
-    constexpr int padding = 80;
+constexpr int gap = 40;
+constexpr int padding = 80;
 }
 
 std::int32_t PageGeometry::pageWidthFor(double W, std::int32_t columns)

@@ -4,9 +4,9 @@
 
 namespace pagora {
 
-// The arithmetic of pages. A chapter is a strip of columns S points wide, seen through a view of W × H points; a page is
-// one width of the view. The turns treat the strip as one column whose area is spread over pages of area A; seeking and
-// resizing text divide by B instead. Capacities are unsigned and wrap; every result is defined for every input.
+// The arithmetic of pages. A chapter is a strip of columns S points wide, seen through a view of W × H points; a page
+// is one width of the view. The turns treat the strip as one column whose area is spread over pages of area A; seeking
+// and resizing text divide by B instead. Capacities are unsigned and wrap; every result is defined for every input.
 struct PageGeometry {
     double W = 0;
     double H = 0;

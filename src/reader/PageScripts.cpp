@@ -6,23 +6,23 @@ namespace pagora::scripts {
 
 namespace {
 
-    constexpr const char* forEachImage
-        = "var images = document.getElementsByTagName('img');for (var i = 0; i < images.length; i++) {";
+constexpr const char* forEachImage
+    = "var images = document.getElementsByTagName('img');for (var i = 0; i < images.length; i++) {";
 
-    std::string points(std::int32_t number)
-    {
-        return std::to_string(number) + "px";
-    }
+std::string points(std::int32_t number)
+{
+    return std::to_string(number) + "px";
+}
 
-    std::string columnWidth(std::int32_t pageWidth)
-    {
-        return "document.body.style.webkitColumnWidth = '" + points(pageWidth) + "';";
-    }
+std::string columnWidth(std::int32_t pageWidth)
+{
+    return "document.body.style.webkitColumnWidth = '" + points(pageWidth) + "';";
+}
 
-    std::string bodyHeight(std::int32_t height)
-    {
-        return "document.body.style.height = '" + points(height) + "';";
-    }
+std::string bodyHeight(std::int32_t height)
+{
+    return "document.body.style.height = '" + points(height) + "';";
+}
 
 }
 

@@ -3,9 +3,9 @@
 namespace pagora {
 
 namespace {
-    constexpr int contents = 0;
-    constexpr int page = 1;
-    constexpr double least = 200;
+constexpr int contents = 0;
+constexpr int page = 1;
+constexpr double least = 200;
 }
 
 SplitRules::SplitRules(SplitView& splitView, FollowDivider followDivider, std::function<void()> didLayOut)

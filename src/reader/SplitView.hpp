@@ -6,8 +6,9 @@
 
 namespace pagora {
 
-// Two panes side by side: contents (subview 0) and page (subview 1), with a divider that the user drags. The view asks its
-// delegate where the divider may go and how the panes share a new size. Points, origin at the bottom left. Main thread.
+// Two panes side by side: contents (subview 0) and page (subview 1), with a divider that the user drags. The view asks
+// its delegate where the divider may go and how the panes share a new size. Points, origin at the bottom left. Main
+// thread.
 class SplitViewDelegate {
 public:
     virtual ~SplitViewDelegate() = default;

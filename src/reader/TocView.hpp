@@ -9,8 +9,8 @@ namespace pagora {
 
 class tocLinkTextField;
 
-// The contents pane on screen: a tall view of links inside a scrolled, smaller one. Coordinates are points with the origin
-// at the bottom left of the tall view. It draws the links as their fields say. Main thread.
+// The contents pane on screen: a tall view of links inside a scrolled, smaller one. Coordinates are points with the
+// origin at the bottom left of the tall view. It draws the links as their fields say. Main thread.
 class TocView {
 public:
     virtual ~TocView() = default;

@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-tocLinkTextField::tocLinkTextField(ContentsPane& pane, std::int64_t tag, const Rect& frame, std::string text, Url link,
-                                   std::int32_t level)
+tocLinkTextField::tocLinkTextField(
+    ContentsPane& pane, std::int64_t tag, const Rect& frame, std::string text, Url link, std::int32_t level)
     : _pane(pane)
     , _tag(tag)
     , _frame(frame)

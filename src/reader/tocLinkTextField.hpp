@@ -17,16 +17,16 @@ public:
     virtual void changeChapter(const Url& url) = 0;
 };
 
-// One line of the contents pane. The pane owns it; the view draws it and passes on what the pointer and the keyboard do.
-// Main thread.
+// One line of the contents pane. The pane owns it; the view draws it and passes on what the pointer and the keyboard
+// do. Main thread.
 class tocLinkTextField {
 public:
     static constexpr double height = 20;
     static constexpr Color activeBackground = Color::white(0.15);
     static constexpr Color hoverBackground = Color::white(0.17);
 
-    tocLinkTextField(ContentsPane& pane, std::int64_t tag, const Rect& frame, std::string text, Url link,
-                     std::int32_t level);
+    tocLinkTextField(
+        ContentsPane& pane, std::int64_t tag, const Rect& frame, std::string text, Url link, std::int32_t level);
 
     std::int64_t tag() const { return _tag; }
     const Rect& frame() const { return _frame; }

@@ -6,7 +6,6 @@
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gdkmm/pixbuf.h>
-#include <gdkmm/pixbuf.h>
 #include <gtkmm/window.h>
 
 namespace pagora::test {

@@ -40,8 +40,7 @@ TEST_P(ReadingPlaceInBook, IsKeptForEachPageThatIsTurnedTo)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Made, ReadingPlaceInBook,
-    testing::Values("Pictures", "LongChapters", "RightToLeft"),
+INSTANTIATE_TEST_SUITE_P(Made, ReadingPlaceInBook, testing::Values("Pictures", "LongChapters", "RightToLeft"),
     [](const auto& book) { return book.param; });
 
 TEST_F(ReadingPlace, StaysWhereItIsOverManyStarts)

@@ -8,7 +8,8 @@ using namespace pagora;
 
 namespace {
 
-std::vector<StoredElement> stored(const Value::Array& array) {
+std::vector<StoredElement> stored(const Value::Array& array)
+{
     std::vector<StoredElement> elements;
     for (const Value& value : array)
         elements.push_back({ value, static_cast<std::int64_t>(elements.size() + 1),
@@ -16,19 +17,22 @@ std::vector<StoredElement> stored(const Value::Array& array) {
     return elements;
 }
 
-Value::Array numbers(int count) {
+Value::Array numbers(int count)
+{
     Value::Array array;
     for (int i = 0; i < count; ++i)
         array.push_back(i);
     return array;
 }
 
-std::size_t written(const ArrayDifference& difference) {
+std::size_t written(const ArrayDifference& difference)
+{
     return static_cast<std::size_t>(std::count(difference.isKept.begin(), difference.isKept.end(), false));
 }
 
 // The array after the difference; checks that ranks ascend.
-std::vector<StoredElement> applied(std::vector<StoredElement> elements, const ArrayDifference& difference) {
+std::vector<StoredElement> applied(std::vector<StoredElement> elements, const ArrayDifference& difference)
+{
     const auto start = elements.begin() + static_cast<std::ptrdiff_t>(difference.start);
     const auto next = elements.erase(start, start + static_cast<std::ptrdiff_t>(difference.count));
     elements.insert(next, difference.elements.begin(), difference.elements.end());
@@ -37,7 +41,8 @@ std::vector<StoredElement> applied(std::vector<StoredElement> elements, const Ar
     return elements;
 }
 
-void expectArray(const std::vector<StoredElement>& elements, const Value::Array& array) {
+void expectArray(const std::vector<StoredElement>& elements, const Value::Array& array)
+{
     ASSERT_EQ(elements.size(), array.size());
     for (std::size_t i = 0; i < array.size(); ++i)
         EXPECT_TRUE(elements[i].value.isSameAs(array[i]));
@@ -45,7 +50,8 @@ void expectArray(const std::vector<StoredElement>& elements, const Value::Array&
 
 }
 
-TEST(ArrayDifference, OneChangedElementTakesOneRowOver) {
+TEST(ArrayDifference, OneChangedElementTakesOneRowOver)
+{
     auto array = numbers(1000);
     const auto before = stored(array);
     array[500] = "changed";
@@ -56,7 +62,8 @@ TEST(ArrayDifference, OneChangedElementTakesOneRowOver) {
     expectArray(applied(before, difference), array);
 }
 
-TEST(ArrayDifference, ChangesFarApartWriteOnlyThemselves) {
+TEST(ArrayDifference, ChangesFarApartWriteOnlyThemselves)
+{
     auto array = numbers(1000);
     const auto before = stored(array);
     array[10] = "a";
@@ -68,7 +75,8 @@ TEST(ArrayDifference, ChangesFarApartWriteOnlyThemselves) {
     expectArray(applied(before, difference), array);
 }
 
-TEST(ArrayDifference, AnEmptyArrayGetsFreshRows) {
+TEST(ArrayDifference, AnEmptyArrayGetsFreshRows)
+{
     const auto array = numbers(3);
     const auto difference = arrayDifference({}, array);
     EXPECT_EQ(written(difference), 3u);
@@ -76,7 +84,8 @@ TEST(ArrayDifference, AnEmptyArrayGetsFreshRows) {
     expectArray(applied({}, difference), array);
 }
 
-TEST(ArrayDifference, AMovedElementDoesNotMoveTheOthers) {
+TEST(ArrayDifference, AMovedElementDoesNotMoveTheOthers)
+{
     auto array = numbers(100);
     const auto before = stored(array);
     std::rotate(array.begin(), array.end() - 1, array.end());
@@ -85,7 +94,8 @@ TEST(ArrayDifference, AMovedElementDoesNotMoveTheOthers) {
     expectArray(applied(before, difference), array);
 }
 
-TEST(ArrayDifference, ExhaustedRanksWriteAllRowsAnew) {
+TEST(ArrayDifference, ExhaustedRanksWriteAllRowsAnew)
+{
     auto array = numbers(3);
     auto before = stored(array);
     for (std::size_t i = 0; i < before.size(); ++i)
@@ -96,7 +106,8 @@ TEST(ArrayDifference, ExhaustedRanksWriteAllRowsAnew) {
     expectArray(applied(before, difference), array);
 }
 
-TEST(ArrayDifference, AnyShufflingAddingAndRemovingComesOutRight) {
+TEST(ArrayDifference, AnyShufflingAddingAndRemovingComesOutRight)
+{
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {
         auto array = numbers(20);

@@ -22,7 +22,8 @@ namespace {
 // A folder with a flushed store of `count` entries.
 class StoredFolder {
 public:
-    explicit StoredFolder(int count = 200) {
+    explicit StoredFolder(int count = 200)
+    {
         UserDefaults defaults(folder.path());
         Value::Array array;
         for (int i = 0; i < count; ++i)
@@ -36,7 +37,8 @@ public:
     std::string backup() const { return folder.path("defaults-backup.sqlite"); }
 
     // The names of files that were set aside as `kind`.
-    std::vector<std::string> setAside(const std::string& kind) const {
+    std::vector<std::string> setAside(const std::string& kind) const
+    {
         std::vector<std::string> names;
         for (const auto& item : std::filesystem::directory_iterator(folder.path())) {
             const std::string name = item.path().filename();
@@ -50,20 +52,23 @@ public:
     Value stored = 0;
 };
 
-std::string contents(const std::string& path) {
+std::string contents(const std::string& path)
+{
     std::ostringstream text;
     text << std::ifstream(path, std::ios::binary).rdbuf();
     return text.str();
 }
 
-void overwrite(const std::string& path, std::size_t offset, const std::string& bytes) {
+void overwrite(const std::string& path, std::size_t offset, const std::string& bytes)
+{
     std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
     file.seekp(static_cast<std::streamoff>(offset));
     file << bytes;
 }
 
 // The store is opened, gives the stored values, says so in one line and has kept the damaged file as it was.
-void expectRestored(const StoredFolder& folder) {
+void expectRestored(const StoredFolder& folder)
+{
     const std::string damaged = contents(folder.file());
     std::string problem;
     const UserDefaults defaults(folder.folder.path(), &problem);
@@ -78,38 +83,44 @@ void expectRestored(const StoredFolder& folder) {
 
 }
 
-TEST(DefaultsRecovery, ATruncatedFileIsRestored) {
+TEST(DefaultsRecovery, ATruncatedFileIsRestored)
+{
     const StoredFolder folder;
     std::filesystem::resize_file(folder.file(), 0);
     expectRestored(folder);
 }
 
-TEST(DefaultsRecovery, AHalfFileIsRestored) {
+TEST(DefaultsRecovery, AHalfFileIsRestored)
+{
     const StoredFolder folder;
     std::filesystem::resize_file(folder.file(), std::filesystem::file_size(folder.file()) / 2);
     expectRestored(folder);
 }
 
-TEST(DefaultsRecovery, AGarbageHeaderIsRestored) {
+TEST(DefaultsRecovery, AGarbageHeaderIsRestored)
+{
     const StoredFolder folder;
     overwrite(folder.file(), 0, std::string(100, '?'));
     expectRestored(folder);
 }
 
-TEST(DefaultsRecovery, FlippedBytesInTheMiddleAreRestored) {
+TEST(DefaultsRecovery, FlippedBytesInTheMiddleAreRestored)
+{
     const StoredFolder folder;
     const std::string bytes = contents(folder.file());
     overwrite(folder.file(), bytes.find("tttttttt", bytes.size() / 2), "u");
     expectRestored(folder);
 }
 
-TEST(DefaultsRecovery, LostRowsAreRestored) {
+TEST(DefaultsRecovery, LostRowsAreRestored)
+{
     const StoredFolder folder;
     SQLite::Database(folder.file(), SQLite::OPEN_READWRITE).exec("DELETE FROM element WHERE id = 7");
     expectRestored(folder);
 }
 
-TEST(DefaultsRecovery, AMissingFileIsRestored) {
+TEST(DefaultsRecovery, AMissingFileIsRestored)
+{
     const StoredFolder folder;
     std::filesystem::remove(folder.file());
     std::string problem;
@@ -118,7 +129,8 @@ TEST(DefaultsRecovery, AMissingFileIsRestored) {
     EXPECT_NE(problem, "");
 }
 
-TEST(DefaultsRecovery, ARestoredStoreStoresAndIsBackedUpAgain) {
+TEST(DefaultsRecovery, ARestoredStoreStoresAndIsBackedUpAgain)
+{
     const StoredFolder folder;
     overwrite(folder.file(), 0, std::string(100, '?'));
     {
@@ -132,7 +144,8 @@ TEST(DefaultsRecovery, ARestoredStoreStoresAndIsBackedUpAgain) {
     EXPECT_EQ(folder.setAside("damaged").size(), 2u);
 }
 
-TEST(DefaultsRecovery, WithBothDamagedTheStoreStartsEmptyAndKeepsBoth) {
+TEST(DefaultsRecovery, WithBothDamagedTheStoreStartsEmptyAndKeepsBoth)
+{
     const StoredFolder folder;
     overwrite(folder.file(), 0, std::string(100, '?'));
     overwrite(folder.backup(), 0, std::string(100, '!'));
@@ -148,19 +161,23 @@ TEST(DefaultsRecovery, WithBothDamagedTheStoreStartsEmptyAndKeepsBoth) {
     EXPECT_EQ(UserDefaults(folder.folder.path()).integerForKey("a"), 1);
 }
 
-TEST(DefaultsRecovery, ADamagedBackupIsSetAsideAndMadeAnew) {
+TEST(DefaultsRecovery, ADamagedBackupIsSetAsideAndMadeAnew)
+{
     const StoredFolder folder;
     overwrite(folder.backup(), 0, std::string(100, '!'));
     const LogCapture quiet([](const std::string&) {});
     std::string problem;
-    { const UserDefaults defaults(folder.folder.path(), &problem); }
+    {
+        const UserDefaults defaults(folder.folder.path(), &problem);
+    }
     EXPECT_EQ(problem, "");
     EXPECT_EQ(folder.setAside("damaged").size(), 1u);
     std::filesystem::remove(folder.file());
     EXPECT_TRUE(UserDefaults(folder.folder.path()).objectForKey("BookData") == folder.stored);
 }
 
-TEST(DefaultsRecovery, ANewerFileIsKept) {
+TEST(DefaultsRecovery, ANewerFileIsKept)
+{
     const StoredFolder folder;
     SQLite::Database(folder.file(), SQLite::OPEN_READWRITE).exec("PRAGMA user_version = 1000");
     const std::string newer = contents(folder.file());
@@ -177,7 +194,8 @@ TEST(DefaultsRecovery, ANewerFileIsKept) {
     EXPECT_EQ(UserDefaults(folder.folder.path()).allKeys(), std::vector<std::string> { "a" });
 }
 
-TEST(DefaultsRecovery, AFirstStartIsNoProblem) {
+TEST(DefaultsRecovery, AFirstStartIsNoProblem)
+{
     const TemporaryFolder folder;
     std::string problem = "?";
     const UserDefaults defaults(folder.path("new/folder"), &problem);
@@ -185,7 +203,8 @@ TEST(DefaultsRecovery, AFirstStartIsNoProblem) {
     EXPECT_TRUE(defaults.allKeys().empty());
 }
 
-TEST(DefaultsRecovery, AFullDiskLosesNothing) {
+TEST(DefaultsRecovery, AFullDiskLosesNothing)
+{
     const StoredFolder folder;
     const pid_t child = fork();
     if (child == 0) {

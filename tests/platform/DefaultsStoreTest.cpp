@@ -15,11 +15,13 @@ namespace {
 // The row that says which flush the file is the state of.
 constexpr int stateRow = 1;
 
-Value entry(int number, const Data& cover) {
+Value entry(int number, const Data& cover)
+{
     return Value::Dictionary { { "CoverImage", cover }, { "LastInd", number } };
 }
 
-Data cover(char character = 'x') {
+Data cover(char character = 'x')
+{
     return Data(std::string(8000, character));
 }
 
@@ -27,9 +29,12 @@ Data cover(char character = 'x') {
 class Flushes {
 public:
     explicit Flushes(const std::string& folder)
-        : _store(folder, values, _problem) { }
+        : _store(folder, values, _problem)
+    {
+    }
 
-    int rows(const std::string& key, std::optional<Value> value) {
+    int rows(const std::string& key, std::optional<Value> value)
+    {
         const int before = _store.rowsChanged();
         EXPECT_TRUE(_store.write({ { key, std::move(value) } }, _found));
         _store.waitForBackup();
@@ -46,7 +51,8 @@ private:
 
 class LargeArray : public testing::Test {
 protected:
-    LargeArray() {
+    LargeArray()
+    {
         for (int i = 0; i < 50'000; ++i)
             array.push_back(Value::Dictionary { { "LastInd", i } });
         flushes.rows("BookData", array);
@@ -59,26 +65,30 @@ protected:
     Value::Array array;
 };
 
-int rowsIn(const std::string& file, const std::string& table) {
+int rowsIn(const std::string& file, const std::string& table)
+{
     SQLite::Database database(file);
     return database.execAndGet("SELECT count(*) FROM " + table).getInt();
 }
 
 }
 
-TEST_F(LargeArray, AChangedElementCostsOneRow) {
+TEST_F(LargeArray, AChangedElementCostsOneRow)
+{
     array[25'000] = Value::Dictionary { { "LastInd", -1 } };
     EXPECT_EQ(flushes.rows("BookData", array), 1);
     expectStored();
 }
 
-TEST_F(LargeArray, AnAppendedElementCostsOneRow) {
+TEST_F(LargeArray, AnAppendedElementCostsOneRow)
+{
     array.push_back("last");
     EXPECT_EQ(flushes.rows("BookData", array), 1);
     expectStored();
 }
 
-TEST_F(LargeArray, RemovedElementsCostTheirRows) {
+TEST_F(LargeArray, RemovedElementsCostTheirRows)
+{
     array.erase(array.begin() + 40'000);
     array.erase(array.begin() + 20'000);
     array.erase(array.begin());
@@ -86,11 +96,13 @@ TEST_F(LargeArray, RemovedElementsCostTheirRows) {
     expectStored();
 }
 
-TEST_F(LargeArray, AnUnchangedArrayCostsNothing) {
+TEST_F(LargeArray, AnUnchangedArrayCostsNothing)
+{
     EXPECT_EQ(flushes.rows("BookData", array), -stateRow);
 }
 
-TEST(DefaultsStore, LargeDataAreNotWrittenAgainWithTheirEntry) {
+TEST(DefaultsStore, LargeDataAreNotWrittenAgainWithTheirEntry)
+{
     const TemporaryFolder folder;
     Flushes flushes(folder.path());
     const Data picture = cover();
@@ -98,7 +110,8 @@ TEST(DefaultsStore, LargeDataAreNotWrittenAgainWithTheirEntry) {
     EXPECT_EQ(flushes.rows("BookData", Value::Array { entry(2, picture) }), 1);
 }
 
-TEST(DefaultsStore, LargeDataThatWereLoadedAreNotWrittenAgainWithTheirEntry) {
+TEST(DefaultsStore, LargeDataThatWereLoadedAreNotWrittenAgainWithTheirEntry)
+{
     const TemporaryFolder folder;
     Flushes(folder.path()).rows("BookData", Value::Array { entry(1, cover()) });
     Flushes flushes(folder.path());
@@ -107,7 +120,8 @@ TEST(DefaultsStore, LargeDataThatWereLoadedAreNotWrittenAgainWithTheirEntry) {
     EXPECT_EQ(loaded.bytes(), std::string(8000, 'x'));
 }
 
-TEST(DefaultsStore, SharedLargeDataAreStoredOnce) {
+TEST(DefaultsStore, SharedLargeDataAreStoredOnce)
+{
     const TemporaryFolder folder;
     {
         Flushes flushes(folder.path());
@@ -117,7 +131,8 @@ TEST(DefaultsStore, SharedLargeDataAreStoredOnce) {
     EXPECT_EQ(rowsIn(folder.path("defaults.sqlite"), "data"), 1);
 }
 
-TEST(DefaultsStore, UnusedLargeDataGoWithALaterFlush) {
+TEST(DefaultsStore, UnusedLargeDataGoWithALaterFlush)
+{
     const TemporaryFolder folder;
     {
         Flushes flushes(folder.path());
@@ -129,7 +144,8 @@ TEST(DefaultsStore, UnusedLargeDataGoWithALaterFlush) {
     EXPECT_EQ(rowsIn(folder.path("defaults.sqlite"), "leftData"), 0);
 }
 
-TEST(DefaultsStore, TheBackupHasTheSameRows) {
+TEST(DefaultsStore, TheBackupHasTheSameRows)
+{
     const TemporaryFolder folder;
     {
         Flushes flushes(folder.path());
@@ -145,18 +161,22 @@ TEST(DefaultsStore, TheBackupHasTheSameRows) {
     EXPECT_EQ(flushes.values.at("a"), Value("text"));
 }
 
-TEST(DefaultsStore, ABackupThatFellBehindIsMadeAnew) {
+TEST(DefaultsStore, ABackupThatFellBehindIsMadeAnew)
+{
     const TemporaryFolder folder;
     Flushes(folder.path()).rows("a", 1);
     std::filesystem::copy_file(folder.path("defaults-backup.sqlite"), folder.path("older"));
     Flushes(folder.path()).rows("a", 2);
     std::filesystem::rename(folder.path("older"), folder.path("defaults-backup.sqlite"));
-    { const Flushes flushes(folder.path()); }
+    {
+        const Flushes flushes(folder.path());
+    }
     std::filesystem::remove(folder.path("defaults.sqlite"));
     EXPECT_EQ(Flushes(folder.path()).values.at("a"), Value(2));
 }
 
-TEST(DefaultsStore, DamagedLargeDataAreReadFromTheBackup) {
+TEST(DefaultsStore, DamagedLargeDataAreReadFromTheBackup)
+{
     const TemporaryFolder folder;
     Flushes(folder.path()).rows("BookData", Value::Array { entry(1, cover()) });
     {

@@ -18,19 +18,22 @@ namespace {
 
 // Turns the main context until the condition holds.
 template <typename Condition>
-void turnUntil(Condition holds) {
+void turnUntil(Condition holds)
+{
     while (!holds())
         g_main_context_iteration(nullptr, TRUE);
 }
 
-Task<void> noteWhenDone(RunLoop& runLoop, std::function<void()> work, bool& done) {
+Task<void> noteWhenDone(RunLoop& runLoop, std::function<void()> work, bool& done)
+{
     co_await runLoop.performInBackground(std::move(work));
     done = runLoop.isMainThread();
 }
 
 }
 
-TEST(GLibRunLoop, PostedWorkRunsInOrderOnTheMainThread) {
+TEST(GLibRunLoop, PostedWorkRunsInOrderOnTheMainThread)
+{
     GLibRunLoop runLoop;
     std::vector<int> order;
     bool last = false;
@@ -44,7 +47,8 @@ TEST(GLibRunLoop, PostedWorkRunsInOrderOnTheMainThread) {
     EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
-TEST(GLibRunLoop, PostedWorkDoesNotRunAtOnce) {
+TEST(GLibRunLoop, PostedWorkDoesNotRunAtOnce)
+{
     GLibRunLoop runLoop;
     bool ran = false;
     runLoop.postToMainThread([&] { ran = true; });
@@ -52,7 +56,8 @@ TEST(GLibRunLoop, PostedWorkDoesNotRunAtOnce) {
     turnUntil([&] { return ran; });
 }
 
-TEST(GLibRunLoop, BackgroundWorkRunsElsewhereAndIsAnsweredOnTheMainThread) {
+TEST(GLibRunLoop, BackgroundWorkRunsElsewhereAndIsAnsweredOnTheMainThread)
+{
     GLibRunLoop runLoop;
     bool onMainThread = true;
     bool done = false;
@@ -63,7 +68,8 @@ TEST(GLibRunLoop, BackgroundWorkRunsElsewhereAndIsAnsweredOnTheMainThread) {
     EXPECT_FALSE(onMainThread);
 }
 
-TEST(GLibRunLoop, BackgroundWorkRunsSideBySide) {
+TEST(GLibRunLoop, BackgroundWorkRunsSideBySide)
+{
     GLibRunLoop runLoop;
     std::atomic<bool> firstStarted = false, secondStarted = false;
     bool firstDone = false, secondDone = false;
@@ -87,7 +93,8 @@ TEST(GLibRunLoop, BackgroundWorkRunsSideBySide) {
     turnUntil([&] { return firstDone && secondDone; });
 }
 
-TEST(GLibRunLoop, ADroppedReplyResumesNothing) {
+TEST(GLibRunLoop, ADroppedReplyResumesNothing)
+{
     GLibRunLoop runLoop;
     std::atomic<bool> worked = false;
     bool resumed = false;
@@ -102,7 +109,8 @@ TEST(GLibRunLoop, ADroppedReplyResumesNothing) {
     EXPECT_FALSE(resumed);
 }
 
-TEST(GLibRunLoop, ACallFromTheBackgroundWaitsForTheMainThread) {
+TEST(GLibRunLoop, ACallFromTheBackgroundWaitsForTheMainThread)
+{
     GLibRunLoop runLoop;
     bool onMainThread = false;
     bool wasSeen = false;
@@ -118,14 +126,16 @@ TEST(GLibRunLoop, ACallFromTheBackgroundWaitsForTheMainThread) {
     EXPECT_TRUE(wasSeen);
 }
 
-TEST(GLibRunLoop, ACallOnTheMainThreadRunsAtOnce) {
+TEST(GLibRunLoop, ACallOnTheMainThreadRunsAtOnce)
+{
     GLibRunLoop runLoop;
     bool ran = false;
     runLoop.performOnMainThread([&] { ran = true; });
     EXPECT_TRUE(ran);
 }
 
-TEST(GLibRunLoop, DroppingItFinishesBackgroundWorkAndServesItsCalls) {
+TEST(GLibRunLoop, DroppingItFinishesBackgroundWorkAndServesItsCalls)
+{
     int calls = 0;
     bool posted = false;
     {
@@ -142,7 +152,8 @@ TEST(GLibRunLoop, DroppingItFinishesBackgroundWorkAndServesItsCalls) {
     EXPECT_FALSE(posted);
 }
 
-TEST(GLibRunLoop, ATimerFiresOnce) {
+TEST(GLibRunLoop, ATimerFiresOnce)
+{
     GLibRunLoop runLoop;
     int fired = 0;
     const auto timer = runLoop.performAfterDelay(0, [&] { ++fired; });
@@ -153,7 +164,8 @@ TEST(GLibRunLoop, ATimerFiresOnce) {
     EXPECT_EQ(fired, 1);
 }
 
-TEST(GLibRunLoop, ADroppedTimerDoesNotFire) {
+TEST(GLibRunLoop, ADroppedTimerDoesNotFire)
+{
     GLibRunLoop runLoop;
     bool fired = false;
     auto timer = runLoop.performAfterDelay(0, [&] { fired = true; });
@@ -164,7 +176,8 @@ TEST(GLibRunLoop, ADroppedTimerDoesNotFire) {
     EXPECT_FALSE(fired);
 }
 
-TEST(GLibRunLoop, ATimerMayBeDroppedByItsOwnWork) {
+TEST(GLibRunLoop, ATimerMayBeDroppedByItsOwnWork)
+{
     GLibRunLoop runLoop;
     std::unique_ptr<RunLoop::Timer> timer;
     bool fired = false;
@@ -176,7 +189,8 @@ TEST(GLibRunLoop, ATimerMayBeDroppedByItsOwnWork) {
     EXPECT_EQ(timer, nullptr);
 }
 
-TEST(ManualRunLoop, TimersRunWhenTheTestSaysSoUnlessDropped) {
+TEST(ManualRunLoop, TimersRunWhenTheTestSaysSoUnlessDropped)
+{
     test::ManualRunLoop runLoop;
     int fired = 0;
     const auto kept = runLoop.performAfterDelay(2, [&] { ++fired; });
@@ -189,7 +203,8 @@ TEST(ManualRunLoop, TimersRunWhenTheTestSaysSoUnlessDropped) {
     EXPECT_EQ(runLoop.delays, (std::vector<double> { 2, 3 }));
 }
 
-TEST(ManualRunLoop, HeldBackgroundWorkIsAnsweredWhenTheTestSaysSo) {
+TEST(ManualRunLoop, HeldBackgroundWorkIsAnsweredWhenTheTestSaysSo)
+{
     test::ManualRunLoop runLoop;
     runLoop.holdsBackground = true;
     bool worked = false, done = false;

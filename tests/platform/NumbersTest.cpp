@@ -13,14 +13,16 @@ constexpr auto greatest = std::numeric_limits<std::int64_t>::max();
 
 }
 
-TEST(Numbers, ReadsDigitsUpToTheFirstOtherCharacter) {
+TEST(Numbers, ReadsDigitsUpToTheFirstOtherCharacter)
+{
     EXPECT_EQ(integerValue(" \t42px"), 42);
     EXPECT_EQ(integerValue("+7"), 7);
     EXPECT_EQ(integerValue("-12.9"), -12);
     EXPECT_EQ(intValue("768;"), 768);
 }
 
-TEST(Numbers, ATextWithoutDigitsIsZero) {
+TEST(Numbers, ATextWithoutDigitsIsZero)
+{
     EXPECT_EQ(integerValue(""), 0);
     EXPECT_EQ(integerValue("-"), 0);
     EXPECT_EQ(integerValue("px42"), 0);
@@ -29,7 +31,8 @@ TEST(Numbers, ATextWithoutDigitsIsZero) {
     EXPECT_EQ(doubleValue("inf"), 0);
 }
 
-TEST(Numbers, NumbersOutOfRangeAreTheNearestOnes) {
+TEST(Numbers, NumbersOutOfRangeAreTheNearestOnes)
+{
     EXPECT_EQ(integerValue("9223372036854775807"), greatest);
     EXPECT_EQ(integerValue("9223372036854775808"), greatest);
     EXPECT_EQ(integerValue("-9223372036854775808"), least);
@@ -39,7 +42,8 @@ TEST(Numbers, NumbersOutOfRangeAreTheNearestOnes) {
     EXPECT_EQ(doubleValue("-1e999"), -std::numeric_limits<double>::max());
 }
 
-TEST(Numbers, ReadsDecimalFractionsWithExponents) {
+TEST(Numbers, ReadsDecimalFractionsWithExponents)
+{
     EXPECT_EQ(doubleValue(" -1.5e2x"), -150);
     EXPECT_EQ(doubleValue(".5"), 0.5);
     EXPECT_EQ(doubleValue("2."), 2);
@@ -48,7 +52,8 @@ TEST(Numbers, ReadsDecimalFractionsWithExponents) {
     EXPECT_EQ(doubleValue("0x10"), 0);
 }
 
-TEST(Numbers, StoredKindsConvertIntoIntegers) {
+TEST(Numbers, StoredKindsConvertIntoIntegers)
+{
     const Value text("12 books"), real(-2.7), flag(true), array(Value::Array {});
     EXPECT_EQ(integerFrom(&text), 12);
     EXPECT_EQ(integerFrom(&real), -2);
@@ -57,7 +62,8 @@ TEST(Numbers, StoredKindsConvertIntoIntegers) {
     EXPECT_EQ(integerFrom(nullptr), 0);
 }
 
-TEST(Numbers, StoredKindsConvertIntoReals) {
+TEST(Numbers, StoredKindsConvertIntoReals)
+{
     const Value text("1.25"), integer(3), flag(true);
     EXPECT_EQ(realFrom(&text), 1.25);
     EXPECT_EQ(realFrom(&integer), 3);
@@ -65,7 +71,8 @@ TEST(Numbers, StoredKindsConvertIntoReals) {
     EXPECT_EQ(realFrom(nullptr), 0);
 }
 
-TEST(Numbers, StoredKindsConvertIntoBooleans) {
+TEST(Numbers, StoredKindsConvertIntoBooleans)
+{
     for (const char* text : { "YES", "true", "1", "-07", " 9" })
         EXPECT_TRUE(booleanFrom(std::make_unique<Value>(text).get())) << text;
     for (const char* text : { "", "NO", "false", "0", "00", "-" })
@@ -76,7 +83,8 @@ TEST(Numbers, StoredKindsConvertIntoBooleans) {
     EXPECT_FALSE(booleanFrom(nullptr));
 }
 
-TEST(Numbers, StoredKindsConvertIntoTexts) {
+TEST(Numbers, StoredKindsConvertIntoTexts)
+{
     const Value text("a"), integer(-3), real(0.1), whole(18.0), flag(true), array(Value::Array {});
     EXPECT_EQ(stringFrom(&text), "a");
     EXPECT_EQ(stringFrom(&integer), "-3");
@@ -87,7 +95,8 @@ TEST(Numbers, StoredKindsConvertIntoTexts) {
     EXPECT_EQ(stringFrom(nullptr), std::nullopt);
 }
 
-TEST(Numbers, TruncationIsDefinedForEveryNumber) {
+TEST(Numbers, TruncationIsDefinedForEveryNumber)
+{
     EXPECT_EQ(truncated(-1.9), -1);
     EXPECT_EQ(truncated(std::nan("")), 0);
     EXPECT_EQ(truncated(1e300), greatest);
@@ -96,7 +105,8 @@ TEST(Numbers, TruncationIsDefinedForEveryNumber) {
     EXPECT_EQ(truncated32(3e9), std::numeric_limits<std::int32_t>::max());
 }
 
-TEST(Numbers, WrappingKeepsTheBitsAndClampingStopsAtZero) {
+TEST(Numbers, WrappingKeepsTheBitsAndClampingStopsAtZero)
+{
     EXPECT_EQ(wrapped(-1.5), std::numeric_limits<std::uint64_t>::max());
     EXPECT_EQ(clampedUnsigned(-1.5), 0u);
     EXPECT_EQ(clampedUnsigned(2.9), 2u);

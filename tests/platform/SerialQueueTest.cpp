@@ -16,14 +16,16 @@ namespace {
 struct Notes {
     std::vector<std::string> order;
 
-    SerialQueue::Work work(std::string name) {
+    SerialQueue::Work work(std::string name)
+    {
         return [this, name]() -> Task<void> {
             order.push_back(name);
             co_return;
         };
     }
 
-    SerialQueue::Work waiting(std::string name, Reply<void>& reply) {
+    SerialQueue::Work waiting(std::string name, Reply<void>& reply)
+    {
         return [this, name, reply = &reply]() -> Task<void> {
             order.push_back(name);
             Reply<void> own = std::move(*reply);
@@ -37,7 +39,8 @@ using Order = std::vector<std::string>;
 
 }
 
-TEST(SerialQueue, RunsWorkAtOnceWhenNothingRuns) {
+TEST(SerialQueue, RunsWorkAtOnceWhenNothingRuns)
+{
     Notes notes;
     SerialQueue queue;
     queue.enqueueAction(notes.work("a"));
@@ -45,7 +48,8 @@ TEST(SerialQueue, RunsWorkAtOnceWhenNothingRuns) {
     EXPECT_TRUE(queue.isIdle());
 }
 
-TEST(SerialQueue, WorkNeverInterleaves) {
+TEST(SerialQueue, WorkNeverInterleaves)
+{
     Notes notes;
     Reply<void> reply;
     const auto answer = reply.resolver();
@@ -59,7 +63,8 @@ TEST(SerialQueue, WorkNeverInterleaves) {
     EXPECT_TRUE(queue.isIdle());
 }
 
-TEST(SerialQueue, ReportsGoBeforeActions) {
+TEST(SerialQueue, ReportsGoBeforeActions)
+{
     Notes notes;
     Reply<void> reply;
     const auto answer = reply.resolver();
@@ -71,7 +76,8 @@ TEST(SerialQueue, ReportsGoBeforeActions) {
     EXPECT_EQ(notes.order, (Order { "a", "a ends", "report", "action" }));
 }
 
-TEST(SerialQueue, HeldActionsWaitWhileReportsRun) {
+TEST(SerialQueue, HeldActionsWaitWhileReportsRun)
+{
     Notes notes;
     SerialQueue queue;
     queue.holdActions();
@@ -84,7 +90,8 @@ TEST(SerialQueue, HeldActionsWaitWhileReportsRun) {
     EXPECT_EQ(notes.order, (Order { "report", "action" }));
 }
 
-TEST(SerialQueue, WorkThatEnqueuesIsFollowedByIt) {
+TEST(SerialQueue, WorkThatEnqueuesIsFollowedByIt)
+{
     Notes notes;
     SerialQueue queue;
     queue.enqueueAction([&]() -> Task<void> {
@@ -95,7 +102,8 @@ TEST(SerialQueue, WorkThatEnqueuesIsFollowedByIt) {
     EXPECT_EQ(notes.order, (Order { "outer", "inner" }));
 }
 
-TEST(SerialQueue, DroppingItEndsTheWorkWhereItWaits) {
+TEST(SerialQueue, DroppingItEndsTheWorkWhereItWaits)
+{
     Notes notes;
     Reply<void> reply;
     const auto held = std::make_shared<int>(1);
@@ -113,7 +121,8 @@ TEST(SerialQueue, DroppingItEndsTheWorkWhereItWaits) {
     EXPECT_TRUE(notes.order.empty());
 }
 
-TEST(SerialQueue, AnAnswerAfterItIsDroppedResumesNothing) {
+TEST(SerialQueue, AnAnswerAfterItIsDroppedResumesNothing)
+{
     Notes notes;
     std::optional<Reply<void>::Resolver> resolver;
     {
@@ -129,14 +138,16 @@ TEST(SerialQueue, AnAnswerAfterItIsDroppedResumesNothing) {
     EXPECT_TRUE(notes.order.empty());
 }
 
-TEST(SerialQueue, FinishedWorkIsLetGo) {
+TEST(SerialQueue, FinishedWorkIsLetGo)
+{
     const auto held = std::make_shared<int>(1);
     SerialQueue queue;
     queue.enqueueAction([held]() -> Task<void> { co_return; });
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST(SerialQueue, TellsWhenItHasRunDry) {
+TEST(SerialQueue, TellsWhenItHasRunDry)
+{
     Notes notes;
     Reply<void> reply;
     const auto answer = reply.resolver();
@@ -148,7 +159,8 @@ TEST(SerialQueue, TellsWhenItHasRunDry) {
     EXPECT_EQ(notes.order, (Order { "a", "a ends", "b", "dry" }));
 }
 
-TEST(SerialQueue, WorkGivenWhileItTellsRunsAndIsFollowedByAnotherTelling) {
+TEST(SerialQueue, WorkGivenWhileItTellsRunsAndIsFollowedByAnotherTelling)
+{
     Notes notes;
     SerialQueue queue;
     queue.setWhenDry([&]() -> Task<void> {

@@ -16,7 +16,8 @@ using test::TemporaryFolder;
 
 namespace {
 
-Value everyKind() {
+Value everyKind()
+{
     return Value::Dictionary {
         { "text", "Grüße" },
         { "integer", std::int64_t { 1 } << 62 },
@@ -28,14 +29,16 @@ Value everyKind() {
     };
 }
 
-Value entry(int number) {
+Value entry(int number)
+{
     return Value::Dictionary { { "Number", number },
         { "CoverImage", Data(std::string(8000, char('a' + number % 26))) } };
 }
 
 }
 
-TEST(UserDefaults, EveryKindComesBack) {
+TEST(UserDefaults, EveryKindComesBack)
+{
     const TemporaryFolder folder;
     const Value all = everyKind();
     {
@@ -53,7 +56,8 @@ TEST(UserDefaults, EveryKindComesBack) {
     EXPECT_EQ(defaults.objectForKey("elements"), Value(Value::Array { all, all, Value::Array {} }));
 }
 
-TEST(UserDefaults, AnEmptyArrayIsNotAMissingOne) {
+TEST(UserDefaults, AnEmptyArrayIsNotAMissingOne)
+{
     const TemporaryFolder folder;
     {
         UserDefaults defaults(folder.path());
@@ -63,7 +67,8 @@ TEST(UserDefaults, AnEmptyArrayIsNotAMissingOne) {
     EXPECT_EQ(UserDefaults(folder.path()).objectForKey("BookData"), Value(Value::Array {}));
 }
 
-TEST(UserDefaults, KeysAreListedSorted) {
+TEST(UserDefaults, KeysAreListedSorted)
+{
     const TemporaryFolder folder;
     UserDefaults defaults(folder.path());
     defaults.setObject("b", 1);
@@ -73,7 +78,8 @@ TEST(UserDefaults, KeysAreListedSorted) {
     EXPECT_FALSE(defaults.hasKey("c"));
 }
 
-TEST(UserDefaults, RemovedKeysStayRemoved) {
+TEST(UserDefaults, RemovedKeysStayRemoved)
+{
     const TemporaryFolder folder;
     {
         UserDefaults defaults(folder.path());
@@ -88,7 +94,8 @@ TEST(UserDefaults, RemovedKeysStayRemoved) {
     EXPECT_EQ(UserDefaults(folder.path()).allKeys(), std::vector<std::string> { "kept" });
 }
 
-TEST(UserDefaults, AKeyMayChangeItsKind) {
+TEST(UserDefaults, AKeyMayChangeItsKind)
+{
     const TemporaryFolder folder;
     {
         UserDefaults defaults(folder.path());
@@ -104,7 +111,8 @@ TEST(UserDefaults, AKeyMayChangeItsKind) {
     EXPECT_EQ(defaults.objectForKey("toArray"), Value(Value::Array { entry(1) }));
 }
 
-TEST(UserDefaults, ValuesReadInTheKindAskedFor) {
+TEST(UserDefaults, ValuesReadInTheKindAskedFor)
+{
     const TemporaryFolder folder;
     UserDefaults defaults(folder.path());
     defaults.setObject("FontSize", 18.5);
@@ -116,7 +124,8 @@ TEST(UserDefaults, ValuesReadInTheKindAskedFor) {
     EXPECT_EQ(defaults.stringForKey("missing"), std::nullopt);
 }
 
-TEST(UserDefaults, WhatIsNotFlushedIsNotStored) {
+TEST(UserDefaults, WhatIsNotFlushedIsNotStored)
+{
     const TemporaryFolder folder;
     {
         UserDefaults defaults(folder.path());
@@ -127,7 +136,8 @@ TEST(UserDefaults, WhatIsNotFlushedIsNotStored) {
     EXPECT_EQ(UserDefaults(folder.path()).integerForKey("a"), 1);
 }
 
-TEST(UserDefaults, AKillLosesNothingThatWasFlushed) {
+TEST(UserDefaults, AKillLosesNothingThatWasFlushed)
+{
     const TemporaryFolder folder;
     const pid_t child = fork();
     if (child == 0) {
@@ -152,7 +162,8 @@ TEST(UserDefaults, AKillLosesNothingThatWasFlushed) {
     EXPECT_EQ(value->array()->back(), entry(49));
 }
 
-TEST(UserDefaults, TellsTheFirstChangeAfterAFlush) {
+TEST(UserDefaults, TellsTheFirstChangeAfterAFlush)
+{
     const TemporaryFolder folder;
     UserDefaults defaults(folder.path());
     int told = 0;
@@ -169,7 +180,8 @@ TEST(UserDefaults, TellsTheFirstChangeAfterAFlush) {
     EXPECT_EQ(told, 2);
 }
 
-TEST(UserDefaults, DataAreReadableAfterTheirElementWasRemoved) {
+TEST(UserDefaults, DataAreReadableAfterTheirElementWasRemoved)
+{
     const TemporaryFolder folder;
     {
         UserDefaults defaults(folder.path());
@@ -190,7 +202,8 @@ TEST(UserDefaults, DataAreReadableAfterTheirElementWasRemoved) {
     EXPECT_EQ(cover->bytes(), std::string(8000, 'b')) << "after the store was closed";
 }
 
-TEST(UserDefaults, RemovedDataCanBeStoredAgain) {
+TEST(UserDefaults, RemovedDataCanBeStoredAgain)
+{
     const TemporaryFolder folder;
     {
         UserDefaults defaults(folder.path());
@@ -207,7 +220,8 @@ TEST(UserDefaults, RemovedDataCanBeStoredAgain) {
     EXPECT_EQ(UserDefaults(folder.path()).objectForKey("BookData"), Value(Value::Array { entry(1) }));
 }
 
-TEST(UserDefaults, AFolderThatCannotBeMadeKeepsValuesInMemory) {
+TEST(UserDefaults, AFolderThatCannotBeMadeKeepsValuesInMemory)
+{
     const TemporaryFolder folder;
     std::ofstream(folder.path("file")) << "in the way";
     const LogCapture quiet([](const std::string&) {});
@@ -217,7 +231,8 @@ TEST(UserDefaults, AFolderThatCannotBeMadeKeepsValuesInMemory) {
     EXPECT_EQ(defaults.integerForKey("a"), 1);
 }
 
-TEST(UserDefaults, ValuesAreStoredOnceTheFolderCanBeMade) {
+TEST(UserDefaults, ValuesAreStoredOnceTheFolderCanBeMade)
+{
     const TemporaryFolder folder;
     std::ofstream(folder.path("file")) << "in the way";
     const LogCapture quiet([](const std::string&) {});
@@ -231,7 +246,8 @@ TEST(UserDefaults, ValuesAreStoredOnceTheFolderCanBeMade) {
     EXPECT_EQ(UserDefaults(folder.path("file")).integerForKey("a"), 1);
 }
 
-TEST(UserDefaults, SeveralThreadsMayUseIt) {
+TEST(UserDefaults, SeveralThreadsMayUseIt)
+{
     const TemporaryFolder folder;
     {
         UserDefaults defaults(folder.path());
@@ -253,7 +269,8 @@ TEST(UserDefaults, SeveralThreadsMayUseIt) {
         EXPECT_EQ(defaults.objectForKey(name)->array()->size(), 30u);
 }
 
-TEST(UserDefaults, TwoAtATimeKeepBothTheirKeys) {
+TEST(UserDefaults, TwoAtATimeKeepBothTheirKeys)
+{
     const TemporaryFolder folder;
     {
         UserDefaults first(folder.path()), second(folder.path());
@@ -269,7 +286,8 @@ TEST(UserDefaults, TwoAtATimeKeepBothTheirKeys) {
     EXPECT_EQ(defaults.objectForKey("second"), Value(Value::Array { entry(2) }));
 }
 
-TEST(UserDefaults, CanBeReadFromElsewhereWhileOpen) {
+TEST(UserDefaults, CanBeReadFromElsewhereWhileOpen)
+{
     const TemporaryFolder folder;
     UserDefaults defaults(folder.path());
     defaults.setObject("DragDropMode", "Copy");
@@ -282,7 +300,8 @@ TEST(UserDefaults, CanBeReadFromElsewhereWhileOpen) {
     EXPECT_NE(jsonText(*values).find("\"data\": \"YmJi"), std::string::npos);
 }
 
-TEST(UserDefaults, ReadingFromElsewhereLeavesNothingBehind) {
+TEST(UserDefaults, ReadingFromElsewhereLeavesNothingBehind)
+{
     const TemporaryFolder folder;
     {
         UserDefaults defaults(folder.path());

@@ -7,7 +7,8 @@ using namespace pagora;
 
 namespace {
 
-Value everyKind() {
+Value everyKind()
+{
     return Value::Dictionary {
         { "text", std::string("with \0 inside", 13) },
         { "least", std::numeric_limits<std::int64_t>::min() },
@@ -20,7 +21,8 @@ Value everyKind() {
     };
 }
 
-Value nested(int depth) {
+Value nested(int depth)
+{
     Value value(Value::Array {});
     for (int i = 0; i < depth; ++i)
         value = Value::Array { value };
@@ -29,44 +31,52 @@ Value nested(int depth) {
 
 }
 
-TEST(ValueCoding, EveryKindComesBack) {
+TEST(ValueCoding, EveryKindComesBack)
+{
     EXPECT_EQ(decodeValue(encodeValue(everyKind())), everyKind());
 }
 
-TEST(ValueCoding, EveryShorteningIsMalformed) {
+TEST(ValueCoding, EveryShorteningIsMalformed)
+{
     const std::string bytes = encodeValue(everyKind());
     for (std::size_t length = 0; length < bytes.size(); ++length)
         EXPECT_EQ(decodeValue(bytes.substr(0, length)), std::nullopt) << length;
 }
 
-TEST(ValueCoding, MoreThanOneValueIsMalformed) {
+TEST(ValueCoding, MoreThanOneValueIsMalformed)
+{
     EXPECT_EQ(decodeValue(encodeValue(Value(1)) + '\0'), std::nullopt);
 }
 
-TEST(ValueCoding, AnotherVersionIsMalformed) {
+TEST(ValueCoding, AnotherVersionIsMalformed)
+{
     std::string bytes = encodeValue(Value(1));
     bytes[0] = 2;
     EXPECT_EQ(decodeValue(bytes), std::nullopt);
 }
 
-TEST(ValueCoding, AFalseCountIsMalformed) {
+TEST(ValueCoding, AFalseCountIsMalformed)
+{
     // An array that claims 2^63 elements.
     EXPECT_EQ(decodeValue("\x01\x09\x80\x80\x80\x80\x80\x80\x80\x80\x80\x01"), std::nullopt);
 }
 
-TEST(ValueCoding, NestingPastTheBoundIsMalformed) {
+TEST(ValueCoding, NestingPastTheBoundIsMalformed)
+{
     std::string bytes("\x01", 1);
     for (int i = 0; i < 100'000; ++i)
         bytes += std::string("\x09\x01", 2);
     EXPECT_EQ(decodeValue(bytes), std::nullopt);
 }
 
-TEST(ValueCoding, NestingPastTheBoundIsStoredEmpty) {
+TEST(ValueCoding, NestingPastTheBoundIsStoredEmpty)
+{
     const auto value = decodeValue(encodeValue(nested(1000)));
     EXPECT_EQ(value, nested(maxValueDepth));
 }
 
-TEST(ValueCoding, PlacedDataAreFoundByTheirPlace) {
+TEST(ValueCoding, PlacedDataAreFoundByTheirPlace)
+{
     const Value value(Value::Array { Data("large"), Data("s") });
     const std::string bytes = encodeValue(
         value, [](const Data& data) { return data.size() > 1 ? std::optional<std::int64_t>(-7) : std::nullopt; });
@@ -77,12 +87,14 @@ TEST(ValueCoding, PlacedDataAreFoundByTheirPlace) {
     EXPECT_EQ(decoded, value);
 }
 
-TEST(ValueCoding, PlacedDataWithoutPlacesAreMalformed) {
+TEST(ValueCoding, PlacedDataWithoutPlacesAreMalformed)
+{
     const std::string bytes = encodeValue(Data("a"), [](const Data&) { return std::optional<std::int64_t>(1); });
     EXPECT_EQ(decodeValue(bytes), std::nullopt);
 }
 
-TEST(ValueCoding, TheChecksumSeesEveryFlippedBitAndTheSeed) {
+TEST(ValueCoding, TheChecksumSeesEveryFlippedBitAndTheSeed)
+{
     std::string bytes = "nineteen characters";
     const auto sum = checksum(bytes, 1);
     EXPECT_NE(checksum(bytes, 2), sum);

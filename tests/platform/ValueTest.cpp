@@ -4,7 +4,8 @@
 
 using namespace pagora;
 
-TEST(Value, GivesItsContentInItsOwnKindOnly) {
+TEST(Value, GivesItsContentInItsOwnKindOnly)
+{
     const Value value(3);
     ASSERT_NE(value.integer(), nullptr);
     EXPECT_EQ(*value.integer(), 3);
@@ -13,13 +14,15 @@ TEST(Value, GivesItsContentInItsOwnKindOnly) {
     EXPECT_EQ(value.boolean(), nullptr);
 }
 
-TEST(Value, KeepsATextLiteralAsAString) {
+TEST(Value, KeepsATextLiteralAsAString)
+{
     const Value value("text");
     ASSERT_NE(value.string(), nullptr);
     EXPECT_EQ(*value.string(), "text");
 }
 
-TEST(Value, FindsEntriesOfADictionary) {
+TEST(Value, FindsEntriesOfADictionary)
+{
     const Value value(Value::Dictionary { { "Title", "A book" } });
     ASSERT_NE(value.find("Title"), nullptr);
     EXPECT_EQ(*value.find("Title"), Value("A book"));
@@ -27,7 +30,8 @@ TEST(Value, FindsEntriesOfADictionary) {
     EXPECT_EQ(Value(1).find("Title"), nullptr);
 }
 
-TEST(Value, CopiesAreTheSameAndEqualOnesAreNot) {
+TEST(Value, CopiesAreTheSameAndEqualOnesAreNot)
+{
     const Value value(Value::Array { 1, 2 });
     const Value copy = value;
     EXPECT_TRUE(copy.isSameAs(value));
@@ -37,12 +41,14 @@ TEST(Value, CopiesAreTheSameAndEqualOnesAreNot) {
     EXPECT_EQ(equal, value);
 }
 
-TEST(Value, ValuesOfDifferentKindsDiffer) {
+TEST(Value, ValuesOfDifferentKindsDiffer)
+{
     EXPECT_FALSE(Value(1) == Value(true));
     EXPECT_FALSE(Value(1) == Value(1.0));
 }
 
-TEST(Data, ReadsStoredBytesAtEachCall) {
+TEST(Data, ReadsStoredBytesAtEachCall)
+{
     int reads = 0;
     const Data data(3, [&] {
         ++reads;
@@ -54,18 +60,21 @@ TEST(Data, ReadsStoredBytesAtEachCall) {
     EXPECT_EQ(reads, 2);
 }
 
-TEST(Data, UnreadableBytesAreEmpty) {
+TEST(Data, UnreadableBytesAreEmpty)
+{
     EXPECT_EQ(Data(3, [] { return std::optional<std::string>(); }).bytes(), "");
 }
 
-TEST(Data, AllCopiesReadFromWhereOneIsKept) {
+TEST(Data, AllCopiesReadFromWhereOneIsKept)
+{
     const Data data("abc");
     const Data copy = data;
     data.keepIn([] { return std::optional<std::string>("xyz"); });
     EXPECT_EQ(copy.bytes(), "xyz");
 }
 
-TEST(Data, EqualBytesAreEqualWhereverTheyAre) {
+TEST(Data, EqualBytesAreEqualWhereverTheyAre)
+{
     EXPECT_EQ(Data("abc"), Data(3, [] { return std::optional<std::string>("abc"); }));
     EXPECT_FALSE(Data("abc") == Data("abd"));
 }

@@ -17,14 +17,16 @@ namespace pagora::test {
 // and posted work wait until the test runs them.
 class ManualRunLoop : public RunLoop {
 public:
-    [[nodiscard]] std::unique_ptr<Timer> performAfterDelay(double seconds, std::function<void()> work) override {
+    [[nodiscard]] std::unique_ptr<Timer> performAfterDelay(double seconds, std::function<void()> work) override
+    {
         delays.push_back(seconds);
         auto pending = std::make_shared<std::function<void()>>(std::move(work));
         _timers.push_back(pending);
         return std::make_unique<ManualTimer>(std::move(pending));
     }
 
-    Reply<void> performInBackground(std::function<void()> work) override {
+    Reply<void> performInBackground(std::function<void()> work) override
+    {
         if (!holdsBackground) {
             work();
             return Reply<void>::of();
@@ -36,7 +38,8 @@ public:
 
     void performOnMainThread(const std::function<void()>& work) override { work(); }
 
-    void postToMainThread(std::function<void()> work) override {
+    void postToMainThread(std::function<void()> work) override
+    {
         const std::lock_guard lock(_mutex);
         _posted.push_back(std::move(work));
     }
@@ -44,13 +47,15 @@ public:
     bool isMainThread() const override { return std::this_thread::get_id() == _mainThread; }
 
     // Runs the timers that are set now and not called off, in the order in which they were set.
-    void runTimers() {
+    void runTimers()
+    {
         for (const auto& timer : std::exchange(_timers, {})) {
             if (const auto pending = timer.lock())
                 std::exchange(*pending, [] {})();
         }
     }
-    std::size_t pendingTimers() const {
+    std::size_t pendingTimers() const
+    {
         std::size_t count = 0;
         for (const auto& timer : _timers)
             count += !timer.expired();
@@ -58,7 +63,8 @@ public:
     }
 
     // Runs the background work that is held, and answers it.
-    void finishBackground() {
+    void finishBackground()
+    {
         for (auto& [work, answer] : std::exchange(_background, {})) {
             work();
             answer();
@@ -66,7 +72,8 @@ public:
     }
 
     // Runs what was posted, and what that posts.
-    void runPosted() {
+    void runPosted()
+    {
         while (const auto work = takePosted())
             (*work)();
     }
@@ -81,13 +88,16 @@ private:
     class ManualTimer : public Timer {
     public:
         explicit ManualTimer(std::shared_ptr<std::function<void()>> work)
-            : _work(std::move(work)) { }
+            : _work(std::move(work))
+        {
+        }
 
     private:
         std::shared_ptr<std::function<void()>> _work;
     };
 
-    std::optional<std::function<void()>> takePosted() {
+    std::optional<std::function<void()>> takePosted()
+    {
         const std::lock_guard lock(_mutex);
         if (_posted.empty())
             return std::nullopt;

@@ -3,7 +3,6 @@
 #include "app/MainController.hpp"
 #include "app/gtk/LibraryWindowGtk.hpp"
 #include "app/gtk/ReaderWindowFactoryGtk.hpp"
-
 #include "platform/GLibRunLoop.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
@@ -12,43 +11,46 @@
 #include "platform/UserFolders.hpp"
 #include "platform/gtk/DesktopWorkspace.hpp"
 
-#include <csignal>
 #include <glib-unix.h>
+
+#include <csignal>
 
 namespace pagora {
 
 namespace {
 
-    // How long what changed may wait for its flush, where no one asked for one.
-    constexpr double flushDelay = 1;
+// How long what changed may wait for its flush, where no one asked for one.
+constexpr double flushDelay = 1;
 
-    ProgramInfo programInfo()
+ProgramInfo programInfo()
+{
+    return { documentsFolder(), cachesFolder(), homeFolder(), PAGORA_IDENTIFIER, PAGORA_VERSION };
+}
+
+std::string temporaryFolder()
+{
+    return appendingPathComponent(cachesFolder(), PAGORA_IDENTIFIER);
+}
+
+// Keeps the store from staying unflushed: a change that nobody flushes reaches the disk a little later.
+class LateFlush {
+public:
+    LateFlush(UserDefaults& defaults, RunLoop& runLoop)
+        : _defaults(defaults)
+        , _runLoop(runLoop)
     {
-        return { documentsFolder(), cachesFolder(), homeFolder(), PAGORA_IDENTIFIER, PAGORA_VERSION };
+        defaults.setWhenChanged([this] {
+            _runLoop.postToMainThread(
+                [this] { _timer = _runLoop.performAfterDelay(flushDelay, [this] { _defaults.synchronize(); }); });
+        });
     }
+    ~LateFlush() { _defaults.setWhenChanged(nullptr); }
 
-    std::string temporaryFolder()
-    {
-        return appendingPathComponent(cachesFolder(), PAGORA_IDENTIFIER);
-    }
-
-    // Keeps the store from staying unflushed: a change that nobody flushes reaches the disk a little later.
-    class LateFlush {
-    public:
-        LateFlush(UserDefaults& defaults, RunLoop& runLoop) : _defaults(defaults), _runLoop(runLoop)
-        {
-            defaults.setWhenChanged([this] {
-                _runLoop.postToMainThread(
-                    [this] { _timer = _runLoop.performAfterDelay(flushDelay, [this] { _defaults.synchronize(); }); });
-            });
-        }
-        ~LateFlush() { _defaults.setWhenChanged(nullptr); }
-
-    private:
-        UserDefaults& _defaults;
-        RunLoop& _runLoop;
-        std::unique_ptr<RunLoop::Timer> _timer;
-    };
+private:
+    UserDefaults& _defaults;
+    RunLoop& _runLoop;
+    std::unique_ptr<RunLoop::Timer> _timer;
+};
 
 }
 
@@ -93,8 +95,8 @@ Glib::RefPtr<Application> Application::create()
 void Application::on_startup()
 {
     Gtk::Application::on_startup();
-    _parts = std::make_unique<Parts>(Glib::make_refptr_for_instance<Gtk::Application>(
-        (reference(), static_cast<Gtk::Application*>(this))));
+    _parts = std::make_unique<Parts>(
+        Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))));
     if (!_parts->storeProblem.empty())
         _parts->controller.addFaultyBook(_parts->storeProblem);
     for (const int number : { SIGTERM, SIGINT, SIGHUP })

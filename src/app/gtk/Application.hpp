@@ -8,8 +8,8 @@
 
 namespace pagora {
 
-// The program as the desktop sees it: one instance, which later starts hand their files to. It builds the hub and what the
-// hub stands on, and tells it of the launch, the files and the end. Main thread.
+// The program as the desktop sees it: one instance, which later starts hand their files to. It builds the hub and what
+// the hub stands on, and tells it of the launch, the files and the end. Main thread.
 class Application final : public Gtk::Application {
 public:
     static Glib::RefPtr<Application> create();

@@ -1,23 +1,21 @@
 #include "app/gtk/ReaderWindowFactoryGtk.hpp"
 
 #include "fixed/gtk/FixedWindowGtk.hpp"
-
 #include "platform/gtk/PageEngine.hpp"
-
 #include "reader/gtk/EpubWindowGtk.hpp"
 
 namespace pagora {
 
 namespace {
 
-    ReaderPage makePage(PageEngine& engine, PageKind kind)
-    {
-        auto view = engine.makePageView(kind);
-        auto* const page = view.get();
-        const auto setFlickHandler
-            = [page](std::function<void(double)> handler) { page->setFlickHandler(std::move(handler)); };
-        return { std::move(view), &page->widget(), setFlickHandler };
-    }
+ReaderPage makePage(PageEngine& engine, PageKind kind)
+{
+    auto view = engine.makePageView(kind);
+    auto* const page = view.get();
+    const auto setFlickHandler
+        = [page](std::function<void(double)> handler) { page->setFlickHandler(std::move(handler)); };
+    return { std::move(view), &page->widget(), setFlickHandler };
+}
 
 }
 

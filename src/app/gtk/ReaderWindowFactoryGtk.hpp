@@ -14,11 +14,12 @@ namespace pagora {
 
 class PageEngine;
 
-// Makes the desktop's reader windows, each with a page view of the rendering engine, which starts with the first of them
-// or when it is told to get ready. Main thread.
+// Makes the desktop's reader windows, each with a page view of the rendering engine, which starts with the first of
+// them or when it is told to get ready. Main thread.
 class ReaderWindowFactoryGtk : public ReaderWindowFactory {
 public:
-    // Books are unpacked below `temporaryFolder`, and the engine compiles there too. `didMake` hears of each new window.
+    // Books are unpacked below `temporaryFolder`, and the engine compiles there too. `didMake` hears of each new
+    // window.
     ReaderWindowFactoryGtk(std::string temporaryFolder, std::function<void(Gtk::Window&)> didMake);
     ~ReaderWindowFactoryGtk() override;
 

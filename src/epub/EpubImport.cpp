@@ -14,12 +14,6 @@ namespace pagora {
 namespace {
 constexpr const char* copyMode = "Copy";
 constexpr const char* moveMode = "Move";
-constexpr const char* mountedVolume = "/Volume";
-}
-
-bool isOnMountedVolume(const std::string& path)
-{
-    return path.starts_with(mountedVolume);
 }
 
 EpubImport::EpubImport(ImportHub& hub, const ImportOutlets& outlets)
@@ -140,10 +134,11 @@ BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& m
         return book;
 
     const auto name = lastPathComponent(file);
-    const auto copies = _mainController.workspace().copyFiles(folder, libPath, { name });
+    auto& workspace = _mainController.workspace();
+    const auto copies = workspace.copyFiles(folder, libPath, { name });
     const auto& copy = copies.front();
     const auto destination = archiveOf(file, copy);
-    if (mode == moveMode && copy && !isOnMountedVolume(file) && !isSameFile(file, destination))
+    if (mode == moveMode && copy && !workspace.isOnMountedVolume(file) && !isSameFile(file, destination))
         removeItem(file);
     book->setEpubPath(destination);
     return book;

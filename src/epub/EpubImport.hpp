@@ -43,9 +43,6 @@ struct ImportOutlets {
 // Whether the desktop handed the files over; such files are always copied.
 enum class HandedOver : bool { No, Yes };
 
-// Whether the path is on a mounted volume: what is there is copied into the library, also when files are to be moved.
-bool isOnMountedVolume(const std::string& path);
-
 // Brings files into the library. A batch runs on whatever thread calls; batches wait for each other, and inspections
 // too, since they share one scratch folder. The controls are only touched on the main thread.
 class EpubImport {

@@ -24,6 +24,8 @@ public:
     virtual bool recycleFiles(const std::string& source, const std::vector<std::string>& names) = 0;
     // Shows the file or folder in the desktop's file manager. Main thread.
     virtual void selectFile(const std::string& path) = 0;
+    // Whether the path is on a mounted volume: a file that is moved from there is only copied. Any thread.
+    virtual bool isOnMountedVolume(const std::string& path) = 0;
     // Opens the URL in the default program for it. Main thread.
     virtual void openURL(const Url& url) = 0;
     // Main thread.

@@ -115,12 +115,15 @@ TEST_F(Import, MovingAFileOntoItselfKeepsIt)
     EXPECT_EQ(program.book(0)->epubPath(), program.inLibrary("Sea.epub"));
 }
 
-TEST(MountedVolume, IsWhatBeginsWithItsSevenCharacters)
+TEST_F(Import, MovingFromAMountedVolumeIsCopying)
 {
-    EXPECT_TRUE(isOnMountedVolume("/Volumes/Stick/Sea.epub"));
-    EXPECT_TRUE(isOnMountedVolume("/Volume/Sea.epub"));
-    EXPECT_FALSE(isOnMountedVolume("/home/reader/Volumes/Sea.epub"));
-    EXPECT_FALSE(isOnMountedVolume("/volumes/Sea.epub"));
+    setMode("Move");
+    const auto source = program.download("Sea.epub");
+    program.workspace.volume = program.inDownloads("");
+    program.drop({ source });
+    EXPECT_TRUE(fileExists(source));
+    EXPECT_EQ(test::contentsOf(program.inLibrary("Sea.epub")), test::contentsOf(source));
+    EXPECT_EQ(program.book(0)->epubPath(), program.inLibrary("Sea.epub"));
 }
 
 TEST_F(Import, AFileInsideTheLibraryFolderIsCataloguedWhereItIs)

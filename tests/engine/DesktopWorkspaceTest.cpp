@@ -19,6 +19,15 @@ TEST(DesktopWorkspace, CopiesFilesUnderTheirNames)
     EXPECT_EQ(readFile(destination.path("a.epub")), "a");
 }
 
+TEST(DesktopWorkspace, MountedVolumeIsToldByTheFirstSevenCharacters)
+{
+    DesktopWorkspace workspace;
+    EXPECT_TRUE(workspace.isOnMountedVolume("/Volumes/Stick/Sea.epub"));
+    EXPECT_TRUE(workspace.isOnMountedVolume("/Volume/Sea.epub"));
+    EXPECT_FALSE(workspace.isOnMountedVolume("/home/reader/Volumes/Sea.epub"));
+    EXPECT_FALSE(workspace.isOnMountedVolume("/volumes/Sea.epub"));
+}
+
 TEST(DesktopWorkspace, FileThatIsNotThereDoesNotGoToTheTrash)
 {
     const TemporaryFolder folder;

@@ -33,11 +33,14 @@ public:
         return true;
     }
     void selectFile(const std::string& path) override { revealed.push_back(path); }
+    bool isOnMountedVolume(const std::string& path) override { return path.starts_with(volume); }
     void openURL(const Url& url) override { opened.push_back(url); }
     void noteNewRecentDocumentURL(const Url& url) override { recent.push_back(url); }
 
     // Names of files whose copies fail.
     std::set<std::string> failing;
+    // What paths on a mounted volume begin with.
+    std::string volume = "/Volume";
     // Paths of the files that were asked for, in order.
     std::vector<std::string> copied;
     std::vector<std::string> recycled;

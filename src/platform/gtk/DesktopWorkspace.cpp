@@ -77,6 +77,11 @@ void DesktopWorkspace::selectFile(const std::string& path)
     });
 }
 
+bool DesktopWorkspace::isOnMountedVolume(const std::string& path)
+{
+    return path.starts_with("/Volume");
+}
+
 void DesktopWorkspace::openURL(const Url& url)
 {
     const auto scheme = url.scheme();

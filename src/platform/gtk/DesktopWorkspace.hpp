@@ -13,6 +13,8 @@ public:
     bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override;
     // Opens the enclosing folder where no file manager answers.
     void selectFile(const std::string& path) override;
+    // Decided by the first seven characters, "/Volume".
+    bool isOnMountedVolume(const std::string& path) override;
     // Nothing for a URL whose scheme no program handles.
     void openURL(const Url& url) override;
     void noteNewRecentDocumentURL(const Url& url) override;

@@ -9,6 +9,7 @@
 #include "platform/Resource.hpp"
 #include "platform/UserDefaults.hpp"
 #include "platform/UserFolders.hpp"
+#include "platform/gtk/ColorScheme.hpp"
 #include "platform/gtk/DesktopWorkspace.hpp"
 
 #include <glib-unix.h>
@@ -74,6 +75,7 @@ struct Application::Parts {
     UserDefaults defaults;
     GLibRunLoop runLoop;
     DesktopWorkspace workspace;
+    ColorScheme colorScheme;
     LibraryWindowGtk libraryWindow;
     ReaderWindowFactoryGtk readerWindows;
     LateFlush lateFlush;

@@ -96,8 +96,9 @@ void ColorScheme::follow(Glib::VariantBase scheme)
         value = inner;
     }
     if (g_variant_is_of_type(value, G_VARIANT_TYPE_UINT32)) {
-        const bool dark = g_variant_get_uint32(value) == preferDark;
-        Gtk::Settings::get_default()->property_gtk_application_prefer_dark_theme() = dark || _darkByItself;
+        const bool dark = _darkByItself || g_variant_get_uint32(value) == preferDark;
+        if (dark != isDark())
+            Gtk::Settings::get_default()->property_gtk_application_prefer_dark_theme() = dark;
     }
     g_variant_unref(value);
 }

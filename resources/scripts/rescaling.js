@@ -1,0 +1,185 @@
+// Scales a page that comes with its layout: all of it is seen, in its own proportion and in the middle of the view. Runs
+// after jQuery in the reader's own script world, once a load; `init` is called before the first `scale`.
+
+// The factor from the page's own pixels to those of the view.
+var Xscale = 1;
+
+var rescaling = (function () {
+    'use strict';
+
+    // Pages beyond these lengths were not meant.
+    const shortest = 1;
+    const longest = 20000;
+    // A page that keeps changing its root is let have its way after so many corrections.
+    const mostCorrections = 200;
+
+    const pixelsPerUnit = {
+        '': 1, px: 1, pt: 4 / 3, pc: 16, in: 96, cm: 96 / 2.54, mm: 96 / 25.4, em: 16, rem: 16, ex: 8,
+    };
+
+    const root = document.documentElement;
+    const isDrawing = root instanceof SVGSVGElement;
+    const page = { width: 0, height: 0 };
+    const isUsable = (length) => length >= shortest && length <= longest;
+
+    function setImportant(element, properties) {
+        for (const name in properties)
+            element.style.setProperty(name, properties[name], 'important');
+    }
+
+    // --- The page's own size -----------------------------------------------------------------------------------------
+
+    // A length with an optional unit, in pixels; 0 when it cannot be used.
+    function pixels(text) {
+        const parts = /^\s*\+?(\d*\.?\d+(?:e[+-]?\d+)?)\s*([a-z%]*)\s*$/i.exec(text || '');
+        const length = parts ? parts[1] * pixelsPerUnit[parts[2].toLowerCase()] : 0;
+        return isUsable(length) ? length : 0;
+    }
+
+    // What the viewport says, in whatever order and with whatever between its parts.
+    function viewportSize() {
+        const size = { width: 0, height: 0 };
+        $('meta').filter(function () {
+            return $.trim(this.getAttribute('name')).toLowerCase() === 'viewport';
+        }).each(function () {
+            const part = /(?<![a-z-])(width|height)\s*[=:]\s*["']?\s*(\+?[\d.]+(?:e\+?\d+)?\s*(?:%|px|pt|pc|in|cm|mm|r?em|ex)?)/gi;
+            for (const [, side, length] of (this.getAttribute('content') || '').matchAll(part))
+                size[side.toLowerCase()] = pixels(length) || size[side.toLowerCase()];
+        });
+        return size;
+    }
+
+    function drawingSize(svg) {
+        const box = (svg.getAttribute('viewBox') || '').trim().split(/[\s,]+/).map(Number);
+        if (box.length === 4 && isUsable(box[2]) && isUsable(box[3]))
+            return { width: box[2], height: box[3] };
+        return { width: pixels(svg.getAttribute('width')), height: pixels(svg.getAttribute('height')) };
+    }
+
+    // The one picture that the page is, if it is one.
+    function onlyPicture() {
+        let element = $('body')[0];
+        while (element && !$(element).is('img, svg')) {
+            const seen = $(element).contents().filter(function () {
+                if (this.nodeType === Node.TEXT_NODE)
+                    return $.trim(this.data) !== '';
+                return this.nodeType === Node.ELEMENT_NODE && !$(this).is('script, style, link, meta, title, template');
+            });
+            element = seen.length === 1 && seen[0].nodeType === Node.ELEMENT_NODE ? seen[0] : null;
+        }
+        return element;
+    }
+
+    const pictureSize = (picture) => picture instanceof SVGSVGElement
+        ? drawingSize(picture)
+        : { width: picture.naturalWidth, height: picture.naturalHeight };
+
+    // Lets the picture be the page.
+    function spread(picture, size) {
+        if (picture instanceof SVGSVGElement && !picture.hasAttribute('viewBox'))
+            picture.setAttribute('viewBox', '0 0 ' + size.width + ' ' + size.height);
+        setImportant(picture, {
+            position: 'fixed', left: '0px', top: '0px', width: size.width + 'px', height: size.height + 'px',
+            'min-width': '0px', 'min-height': '0px', 'max-width': 'none', 'max-height': 'none', margin: '0px',
+        });
+    }
+
+    // The size as the page comes to lie in the view, with what is known of it already.
+    function laidOutSize(size) {
+        if (size.width)
+            setImportant(root, { width: size.width + 'px' });
+        if (size.height)
+            setImportant(root, { height: size.height + 'px' });
+        const body = $('body')[0];
+        const reach = (length) => Math.min(Math.max(Math.ceil(length), shortest), longest);
+        const content = body && size.width ? Math.max(root.offsetHeight, body.scrollHeight) : 0;
+        return {
+            width: size.width || reach(root.scrollWidth),
+            height: size.height || reach(content || root.scrollHeight),
+        };
+    }
+
+    function pageSize() {
+        const said = isDrawing ? drawingSize(root) : viewportSize();
+        if (said.width && said.height)
+            return said;
+        if (isDrawing) {
+            // A drawing without a size takes the usual one, or the proportion of a square.
+            const other = said.width || said.height;
+            return other ? { width: other, height: other } : { width: innerWidth, height: innerHeight };
+        }
+        const picture = said.width || said.height ? null : onlyPicture();
+        const size = picture ? pictureSize(picture) : said;
+        if (picture && isUsable(size.width) && isUsable(size.height)) {
+            spread(picture, size);
+            return size;
+        }
+        return laidOutSize(said);
+    }
+
+    // --- Its place in the view ---------------------------------------------------------------------------------------
+
+    function place() {
+        const width = page.width * Xscale;
+        const height = page.height * Xscale;
+        const left = Math.max(0, Math.floor((innerWidth - width) / 2)) + 'px';
+        const top = Math.max(0, Math.floor((innerHeight - height) / 2)) + 'px';
+        setImportant(root, {
+            position: 'absolute', right: 'auto', bottom: 'auto', margin: '0px', 'box-sizing': 'border-box',
+            'min-width': '0px', 'min-height': '0px', 'max-width': 'none', 'max-height': 'none', zoom: '1',
+            translate: 'none', rotate: 'none', scale: 'none', transition: 'none',
+        });
+        if (isDrawing) {
+            setImportant(root, { left, top, width: width + 'px', height: height + 'px', transform: 'none' });
+            return;
+        }
+        setImportant(root, {
+            left: '0px', top: '0px', width: page.width + 'px', height: page.height + 'px', 'transform-origin': '0 0',
+            transform: 'translate(' + left + ', ' + top + ') scale(' + Xscale + ')', 'clip-path': 'inset(0px)',
+            'will-change': 'auto', perspective: 'none',
+        });
+    }
+
+    const corrections = { left: mostCorrections, style: '' };
+    const observer = new MutationObserver(() => {
+        if (root.getAttribute('style') !== corrections.style && corrections.left-- > 0)
+            rescale();
+    });
+
+    function rescale() {
+        const factor = Math.min(innerWidth / page.width, innerHeight / page.height);
+        Xscale = factor > 0 && isFinite(factor) ? factor : 1;
+        place();
+        corrections.style = root.getAttribute('style');
+    }
+
+    function prepare() {
+        Object.assign(page, pageSize());
+        if (isDrawing && !root.hasAttribute('viewBox'))
+            root.setAttribute('viewBox', '0 0 ' + page.width + ' ' + page.height);
+        // Before the view is drawn in its new size.
+        window.addEventListener('resize', rescale);
+        observer.observe(root, { attributes: true, attributeFilter: ['style'] });
+    }
+
+    return { page, prepare, rescale };
+})();
+
+// Finds the page's own size and lets it follow the view.
+function init() {
+    rescaling.prepare();
+}
+
+// Fits the page to the view as it is now.
+function scale() {
+    rescaling.rescale();
+}
+
+// The page's own width in pixels, or that of the view ('win').
+function getWidth(of) {
+    return Math.round(of === 'win' ? innerWidth : rescaling.page.width);
+}
+
+function getHeight(of) {
+    return Math.round(of === 'win' ? innerHeight : rescaling.page.height);
+}

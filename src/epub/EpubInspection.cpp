@@ -173,7 +173,8 @@ void Inspection::layOutFolders(const std::string& packagePath)
     // Such a name would stand for the folder of all books, or the one above it.
     if (bookName.empty() || bookName == "." || bookName == "..")
         bookName = _archiveName;
-    _bookFolder = appendingPathComponent(_mainController.folders()._booksPath, bookName);
+    // Pages are loaded by URL, which cannot name a folder in bytes that are no text.
+    _bookFolder = appendingPathComponent(_mainController.folders()._booksPath, validUtf8(bookName));
     _contentBase = appendingPathComponent(_bookFolder, _packageFolder);
     _mainController.set_epubPath(_bookFolder);
     log("Book filePath: " + _contentBase);

@@ -370,6 +370,14 @@ TEST_F(EpubInspectionTest, ArchiveNameWithAnEscapeIsKept)
     EXPECT_EQ(src(book, 0), _folder.path("cache/_books/50%20off/OEBPS/chapter1.xhtml"));
 }
 
+TEST_F(EpubInspectionTest, ArchiveNameThatIsNotUtf8GivesAFolderThatIs)
+{
+    const auto book = inspectFile(EpubBuilder().write(_folder.path("caf\xE9.epub")));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->epubPath(), _folder.path("caf\xE9.epub"));
+    EXPECT_EQ(book->bookPath(), _folder.path("cache/_books/caf\uFFFD"));
+}
+
 TEST_F(EpubInspectionTest, LineOfANameThatIsNotUtf8IsText)
 {
     inspectFile(makeFile(_folder.path("caf\xE9.epub"), ""));

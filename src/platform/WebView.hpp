@@ -38,6 +38,9 @@ public:
     virtual void didChangeLocationWithinPage(const Url& url) = 0;
     // The frame of the page view took another size.
     virtual void didResize() = 0;
+    // The engine stopped, by itself or because the page did not answer. Scripts that are under way read as empty; the
+    // page follows as a load of its own, or fails.
+    virtual void webProcessDidTerminate() { }
 };
 
 // The page view: one document at a time, shown by the rendering engine. A page cannot be scrolled by the user, only by

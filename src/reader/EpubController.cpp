@@ -135,9 +135,14 @@ void EpubController::loadSplit(std::uint64_t index)
 void EpubController::load(const Url& url, std::optional<std::uint64_t> split)
 {
     _requestedSplit = split;
+    holdActions();
+    _window.webView().loadRequest(url);
+}
+
+void EpubController::holdActions()
+{
     _queue.holdActions();
     _loadTimeout = _runLoop.performAfterDelay(loadPatience, [this] { releaseActions(); });
-    _window.webView().loadRequest(url);
 }
 
 void EpubController::releaseActions()
@@ -189,6 +194,18 @@ void EpubController::resourceDidFailLoading(const DataSource& source)
     releaseActions();
 }
 
+void EpubController::webProcessDidTerminate()
+{
+    ++_lostPages;
+    // A chapter that was still being loaded is placed as it would have been.
+    if (_pageIsShown && !_queue.actionsAreHeld()) {
+        _state.restorePositionPending = true;
+        _placeToKeep = lastPlace();
+        _lastAnchor = std::nullopt;
+    }
+    holdActions();
+}
+
 void EpubController::resourceWillSendRequest(const Url& url)
 {
     if (_leavingLinks.take(url))
@@ -203,6 +220,7 @@ void EpubController::decidePolicyForMIMEType(const std::string& type)
 Task<void> EpubController::preparePage(DataSource source)
 {
     auto& webView = _window.webView();
+    const auto lost = _lostPages;
     if (source.load != webView.currentLoad())
         co_return;
     if (source.isMainResource)
@@ -235,10 +253,12 @@ Task<void> EpubController::preparePage(DataSource source)
         _contentsPane.updateTOClinkWithKey(contentsKey(url), _window.mainSplitView().frame().height);
 
     // The page may have gone elsewhere by itself.
-    if (source.load != webView.currentLoad())
+    if (source.load != webView.currentLoad() || lost != _lostPages)
         co_return;
     co_await placeReader(url);
     co_await keepPlace();
+    if (lost != _lostPages)
+        co_return;
     _pageIsShown = true;
     if (source.isMainResource && source.load == webView.currentLoad())
         releaseActions();
@@ -246,7 +266,10 @@ Task<void> EpubController::preparePage(DataSource source)
 
 Task<void> EpubController::placeReader(Url url)
 {
+    const auto lost = _lostPages;
     const std::int64_t S = co_await integer(scripts::scrollWidth);
+    if (lost != _lostPages)
+        co_return;
     const auto page = geometry();
     const auto A = page.pageArea();
     std::int64_t shown = 0;

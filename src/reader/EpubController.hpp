@@ -102,6 +102,7 @@ public:
     void decidePolicyForMIMEType(const std::string& type) override;
     void didChangeLocationWithinPage(const Url& url) override;
     void didResize() override;
+    void webProcessDidTerminate() override;
 
 private:
     enum class Direction : int { Back = -1, On = 1 };
@@ -110,6 +111,7 @@ private:
     PageGeometry geometry() const;
     // `split` is the index of the URL when it is loaded as that spine document.
     void load(const Url& url, std::optional<std::uint64_t> split = std::nullopt);
+    void holdActions();
     void loadSplit(std::uint64_t index);
     // The chapter becomes the active one; the place in another is forgotten.
     void activateSplit(std::uint64_t index);
@@ -163,6 +165,8 @@ private:
     std::int32_t _numberOfColumns = 0;
     std::int32_t _pageWidth = 0;
 
+    // Counts the pages that were lost with the engine, so that nothing goes by what a lost page did not answer.
+    std::uint64_t _lostPages = 0;
     // Whether a chapter has ever been laid out.
     bool _pageIsShown = false;
     std::optional<double> _lastPlace;

@@ -57,8 +57,11 @@ Task<void> EpubController::turn(int tag)
 
 Task<void> EpubController::turnOn()
 {
+    const auto lost = _lostPages;
     const std::int64_t X = co_await integer(scripts::pageXOffset);
     const std::int64_t S = co_await integer(scripts::scrollWidth);
+    if (lost != _lostPages)
+        co_return;
     const auto page = geometry();
     if (lastChapterIsShown() && X + page.W >= S)
         co_return;
@@ -77,8 +80,11 @@ Task<void> EpubController::turnOn()
 
 Task<void> EpubController::turnBack()
 {
+    const auto lost = _lostPages;
     const std::int64_t X = co_await integer(scripts::pageXOffset);
     const std::int64_t S = co_await integer(scripts::scrollWidth);
+    if (lost != _lostPages)
+        co_return;
     const auto page = geometry();
     if (_activeSplitIndex == 0 && X == 0)
         co_return;

@@ -55,6 +55,9 @@ TEST_F(PageScriptsTest, ABooksOverridesDoNotReachTheReader)
         "<script>window.scrollTo = document.getElementById = Document.prototype.getElementById = function () { return "
         "null; };"
         "Object.defineProperty(document, 'all', { value: 1 });"
+        "Object.prototype.value = Object.prototype.length = Object.prototype.left = 77; Object.prototype.toString = "
+        "Function.prototype.call = Array.prototype[Symbol.iterator] = String = Number = parseFloat = null;"
+        "Object.defineProperty(Object.prototype, 'configurable', { get() { throw 1; } });"
         "Object.defineProperty(HTMLElement.prototype, 'offsetTop', { get() { return 1; } });"
         "Object.defineProperty(window, 'pageXOffset', { get() { return 1; } });</script>");
     layOut(2);
@@ -62,6 +65,17 @@ TEST_F(PageScriptsTest, ABooksOverridesDoNotReachTheReader)
     EXPECT_EQ(evaluate("window.pageXOffset"), "800");
     EXPECT_GT(number("document.getElementById('p40').offsetTop;"), 600);
     EXPECT_GT(number("document.all.length"), 60);
+    EXPECT_EQ(evaluate("({}).value"), "");
+}
+
+TEST_F(PageScriptsTest, ScriptsThatThrowLeaveThePageAsItIs)
+{
+    loadDocument(paragraphs(60),
+        "<script>addEventListener('scroll', () => { throw 1; }, true); onresize = onload = () => { throw 2; };"
+        "setInterval(() => { throw 3; }, 1); throw 4;</script>");
+    layOut(2);
+    evaluate("window.scrollTo(800, 0);");
+    EXPECT_EQ(evaluate("window.pageXOffset"), "800");
 }
 
 TEST_F(PageScriptsTest, NamedElementsDoNotStandForTheDocumentsOwn)
@@ -92,10 +106,44 @@ TEST_F(PageScriptsTest, ABookThatNeverEndsItsScriptLeavesTheViewUsable)
     show(PageKind::Columns, 2);
     const auto good = write("good.xhtml", document("<p>Good</p>"));
     _view->loadRequest(write("endless.xhtml", document("<p>Bad</p><script>for (;;) { }</script>")));
-    EXPECT_TRUE(waitUntil([&] { return evaluate("1").empty(); }));
+    EXPECT_TRUE(waitUntil([&] { return _delegate.terminations > 0; }));
     _view->loadRequest(good);
     EXPECT_TRUE(waitUntil([&] { return _delegate.documentIsThere(_view->currentLoad()); }));
     EXPECT_EQ(evaluate("document.body.textContent"), "Good");
+}
+
+TEST_F(PageScriptsTest, AChapterThatNeverEndsItsScriptIsShownWithoutIt)
+{
+    show(PageKind::Columns, 2);
+    for (const std::string name : { "chapter.xhtml", "chapter.html" }) {
+        load(
+            write(name, document("<p id='p'>Text</p><script>document.title = 'ran'; for (;;) { }</script><p>End</p>")));
+        EXPECT_EQ(
+            evaluate("document.body.textContent.startsWith('Text') && document.body.lastChild.textContent"), "End");
+        EXPECT_EQ(evaluate("document.title"), "A chapter");
+    }
+}
+
+TEST_F(PageScriptsTest, AnotherBookHasItsScriptsAgain)
+{
+    show(PageKind::Columns, 2);
+    auto* settings = webkit_web_view_get_settings(_view->engineView());
+    load(write("endless.xhtml", document("<p>Text</p><script>for (;;) { }</script>")));
+    EXPECT_FALSE(webkit_settings_get_enable_javascript_markup(settings));
+    _view->setBookFolder(_book);
+    EXPECT_TRUE(webkit_settings_get_enable_javascript_markup(settings));
+}
+
+TEST_F(PageScriptsTest, AScriptThatHangsLaterIsTakenOut)
+{
+    show(PageKind::Columns, 2);
+    const auto first
+        = loadDocument("<p>Text</p><script>document.onclick = () => { for (;;) { } }; document.title = 'ran'</script>");
+    EXPECT_EQ(evaluate("document.body.click(); 1"), "");
+    ASSERT_TRUE(
+        waitUntil([&] { return _view->currentLoad() > first && _delegate.documentIsThere(_view->currentLoad()); }));
+    EXPECT_EQ(evaluate("document.title"), "A chapter");
+    EXPECT_EQ(evaluate("document.body.click(); 1"), "1");
 }
 
 TEST_F(PageScriptsTest, EveryPendingScriptIsAnsweredWhenTheEngineDies)

@@ -39,6 +39,8 @@ public:
             onResize();
     }
 
+    void webProcessDidTerminate() override { ++terminations; }
+
     // How many reports of a load were of that kind.
     int count(Report::Kind kind, std::uint64_t load) const;
     bool documentIsThere(std::uint64_t load) const;
@@ -48,6 +50,7 @@ public:
     std::vector<std::string> types;
     std::vector<std::string> locations;
     int resizes = 0;
+    int terminations = 0;
     std::function<void(const DataSource&)> onFinished;
     std::function<void()> onResize;
 

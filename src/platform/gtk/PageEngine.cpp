@@ -69,7 +69,6 @@ PageEngine::PageEngine(Options options)
     : _options(std::move(options))
     , _context(makeContext())
     , _session(GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral()))
-    , _settings(makeSettings())
     , _filter(_options.cachesFolder + "/page-filters")
 {
     std::error_code ignored;
@@ -86,9 +85,10 @@ GObjectPtr<WebKitWebView> PageEngine::makeEngineView() const
     webkit_user_content_manager_register_script_message_handler(content, "pagora", pageWorld);
     addScript(content, "page-start.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START);
     addScript(content, "page-end.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END);
+    const auto settings = makeSettings();
     auto view = GObjectPtr<WebKitWebView>::adopt(
         WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", _context.get(), "network-session",
-            _session.get(), "settings", _settings.get(), "user-content-manager", content, nullptr)));
+            _session.get(), "settings", settings.get(), "user-content-manager", content, nullptr)));
     g_object_unref(content);
     refusePrivileges(view.get());
     return view;

@@ -35,7 +35,6 @@ private:
     Options _options;
     GObjectPtr<WebKitWebContext> _context;
     GObjectPtr<WebKitNetworkSession> _session;
-    GObjectPtr<WebKitSettings> _settings;
     BookFilter _filter;
     GObjectPtr<WebKitWebView> _warmView;
 };

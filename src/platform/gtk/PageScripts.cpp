@@ -36,11 +36,16 @@ Reply<std::string> PageScripts::evaluate(const std::string& script)
 {
     Reply<std::string> reply;
     const unsigned long number = ++_lastNumber;
-    const auto giveUp = [this, number] {
-        const std::weak_ptr<PageScripts*> self = _self;
-        answer(number, {});
-        if (!self.expired())
-            _onTimeout();
+    // What is called may end the timer that holds this, or the page view.
+    const auto giveUp = [owner = std::weak_ptr<PageScripts*>(_self), number] {
+        const auto late = number;
+        const auto self = owner;
+        if (const auto scripts = self.lock()) {
+            const auto onTimeout = (*scripts)->_onTimeout;
+            onTimeout();
+        }
+        if (const auto scripts = self.lock())
+            (*scripts)->answer(late, {});
         return false;
     };
     auto timer = Glib::signal_timeout().connect(giveUp, static_cast<unsigned>(_timeout * 1000));

@@ -18,13 +18,16 @@ inline constexpr const char* pageWorld = "pagora";
 // Evaluates scripts in a page view and keeps count of those that have not answered yet. Main thread.
 class PageScripts {
 public:
-    // A script that takes more than `timeout` seconds is given up with an empty text, then `onTimeout` is called.
+    // When a script takes more than `timeout` seconds, `onTimeout` is called and the script is given up with an empty
+    // text.
     PageScripts(WebKitWebView* view, double timeout, std::function<void()> onTimeout);
     // The coroutines that still wait are not resumed.
     ~PageScripts();
     PageScripts(const PageScripts&) = delete;
     PageScripts& operator=(const PageScripts&) = delete;
 
+    // For the scripts from now on.
+    void setTimeout(double timeout) { _timeout = timeout; }
     Reply<std::string> evaluate(const std::string& script);
     // Answers all that are pending with an empty text.
     void giveUpAll();

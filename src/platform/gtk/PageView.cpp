@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <system_error>
 
 namespace pagora {
 
@@ -14,6 +16,8 @@ namespace {
 
 // How often a page that brings down the engine is loaded again.
 constexpr int recoveriesPerLoad = 1;
+// Seconds that each megabyte of a page may take more.
+constexpr double secondsPerMegabyte = 1.5;
 // How long the page may take to hear of its new size before it is reported regardless, in milliseconds.
 constexpr unsigned resizePatience = 200;
 
@@ -50,6 +54,7 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     , _kind(kind)
     , _filterMaker(filter)
     , _timeout(scriptTimeout)
+    , _patience(scriptTimeout)
     , _reports(kind == PageKind::Fixed ? LoadReports::ClosingReport::Yes : LoadReports::ClosingReport::No)
     , _scripts(_view.get(), scriptTimeout, [this] { restartEngine(); })
     , _frame(GTK_WIDGET(_view.get()))
@@ -86,6 +91,7 @@ void PageView::setBookFolder(const std::string& path)
 {
     auto* content = webkit_web_view_get_user_content_manager(_view.get());
     webkit_user_content_manager_remove_all_filters(content);
+    allowPageScripts(true);
     _bookFolder = path;
     _filterFailed = false;
     _filterRequest = _filterMaker.compile(path, [this, content](WebKitUserContentFilter* filter) {
@@ -122,6 +128,10 @@ void PageView::begin(const Url& url)
     if (!target || (isFile && !_bookFolder.empty() && !isFileInFolder(target->path(), _bookFolder)))
         return failSoon();
     _target = asTheEngineSpells(target->text());
+    std::error_code unknown;
+    const auto bytes = isFile ? std::filesystem::file_size(target->path(), unknown) : 0;
+    _patience = _timeout + (unknown ? 0 : secondsPerMegabyte * static_cast<double>(bytes) / 1e6);
+    _scripts.setTimeout(_patience);
     _stage = Stage::Waiting;
     startWhenReady();
 }
@@ -197,15 +207,39 @@ void PageView::numberScripts()
         webkit_user_content_manager_remove_script(content, _numberScript);
         webkit_user_script_unref(_numberScript);
     }
-    const std::string source = "var pagoraLoad = " + std::to_string(currentLoad()) + ";";
+    const std::string source = "var pagoraLoad = " + std::to_string(currentLoad())
+        + ", pagoraLaysOut = " + (_kind == PageKind::Columns ? "true" : "false") + ";";
     _numberScript = webkit_user_script_new_for_world(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
         WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageWorld, nullptr, nullptr);
     webkit_user_content_manager_add_script(content, _numberScript);
 }
 
+// The page has begun. One whose scripts never end, or never come, would not be completed.
+void PageView::expectDocument()
+{
+    _loadTimer.disconnect();
+    if (!_allowsPageScripts)
+        return;
+    _loadTimer = Glib::signal_timeout().connect(
+        [this] {
+            restartEngine();
+            return false;
+        },
+        static_cast<unsigned>(_patience * 1000));
+}
+
 void PageView::restartEngine()
 {
+    // Without a page there is none that could be to blame.
+    if (!_shown.empty())
+        allowPageScripts(false);
     webkit_web_view_terminate_web_process(_view.get());
+}
+
+void PageView::allowPageScripts(bool allowed)
+{
+    _allowsPageScripts = allowed;
+    webkit_settings_set_enable_javascript_markup(webkit_web_view_get_settings(_view.get()), allowed);
 }
 
 void PageView::recover()
@@ -214,9 +248,15 @@ void PageView::recover()
     _shown.clear();
     _isWarmingUp = false;
     _loadTimer.disconnect();
-    _scripts.giveUpAll();
-    // Answers may have started another load by then.
+    const std::weak_ptr<PageView*> self = _self;
     const std::uint64_t lost = currentLoad();
+    if (auto* delegate = _reports.delegate())
+        delegate->webProcessDidTerminate();
+    if (!self.expired())
+        _scripts.giveUpAll();
+    // Answers may have started another load by then.
+    if (self.expired() || lost != currentLoad())
+        return;
     _recovery.disconnect();
     _recovery = Glib::signal_idle().connect([this, lost] {
         if (lost != currentLoad() || !_reports.url())

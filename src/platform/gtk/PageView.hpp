@@ -21,7 +21,8 @@ enum class PageKind { Columns, Fixed };
 // Main thread.
 class PageView final : public WebView {
 public:
-    // `scriptTimeout`, in seconds, is how long a script may take, a page to begin, and a fixed page's images to come.
+    // `scriptTimeout`, in seconds, is how long a script may take, a page to begin, and a fixed page's images to come;
+    // longer for large pages.
     PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout);
     ~PageView() override;
 
@@ -55,7 +56,9 @@ private:
     void loadFresh();
     void numberScripts();
     void failSoon();
+    void expectDocument();
     void restartEngine();
+    void allowPageScripts(bool allowed);
     void recover();
     void reportSize();
     bool isPageOfTarget() const;
@@ -76,6 +79,10 @@ private:
     PageKind _kind;
     BookFilter& _filterMaker;
     double _timeout;
+    // The same for the page that is asked for, by its size.
+    double _patience;
+    // A book whose scripts have once held up the engine is read without them.
+    bool _allowsPageScripts = true;
     LoadReports _reports;
     PageScripts _scripts;
     PageFrame _frame;

@@ -117,7 +117,7 @@ void PageView::loadChanged(WebKitLoadEvent event)
         if (!isPageOfTarget())
             return;
         _stage = Stage::Shown;
-        _loadTimer.disconnect();
+        expectDocument();
         _frame.setPageTakesKeys(false);
         _shown = webkit_web_view_get_uri(_view.get());
     } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown) {
@@ -232,9 +232,9 @@ void PageView::messageReceived(const std::string& text)
     if (load != currentLoad())
         return;
     if (what == "complete") {
+        _loadTimer.disconnect();
         // A fixed page is shown once nothing is loading, which a server that never answers must not put off for ever.
         if (_kind == PageKind::Fixed) {
-            _loadTimer.disconnect();
             _loadTimer = Glib::signal_timeout().connect(
                 [this, load] {
                     _reports.everythingFinished(load);

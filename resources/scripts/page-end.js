@@ -13,5 +13,10 @@
         }
     }
 
+    // With a column width alone, the reader leaves the count to the book.
+    const body = document.body;
+    if (pagoraLaysOut && body && body.style)
+        body.style.setProperty('column-count', 'auto', 'important');
+
     window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' complete');
 })();

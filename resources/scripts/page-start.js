@@ -9,6 +9,7 @@
     const getterOf = (owner, name) => Object.getOwnPropertyDescriptor(owner, name).get;
     const bodyOf = getterOf(Document.prototype, 'body');
     const rootOf = getterOf(Document.prototype, 'documentElement');
+    const compatModeOf = getterOf(Document.prototype, 'compatMode');
     const nativeOffsetTop = getterOf(HTMLElement.prototype, 'offsetTop');
     const nativeScrollWidth = getterOf(Element.prototype, 'scrollWidth');
     const nativeScrollX = getterOf(window, 'scrollX');
@@ -18,6 +19,55 @@
 
     const post = (text) => port.postMessage(pagoraLoad + ' ' + text);
     const pixels = (length) => parseFloat(length) || 0;
+
+    // --- Styles ------------------------------------------------------------------------------------------------------
+
+    // What the reader sets on a text page holds against what the book calls important.
+    const readersStyles = {
+        background: 'background',
+        backgroundColor: 'background-color',
+        color: 'color',
+        float: 'float',
+        fontFamily: 'font-family',
+        height: 'height',
+        margin: 'margin',
+        maxHeight: 'max-height',
+        maxWidth: 'max-width',
+        overflow: 'overflow',
+        padding: 'padding',
+        webkitColumnCount: 'column-count',
+        webkitColumnGap: 'column-gap',
+        webkitColumnWidth: 'column-width',
+    };
+    const setProperty = CSSStyleDeclaration.prototype.setProperty;
+    let styles = Object.getPrototypeOf(Document.prototype.createElement.call(document, 'p').style);
+    while (!Object.getOwnPropertyDescriptor(styles, 'webkitColumnWidth'))
+        styles = Object.getPrototypeOf(styles);
+    for (const [property, name] of Object.entries(readersStyles)) {
+        Object.defineProperty(styles, property, {
+            configurable: true,
+            get: getterOf(styles, property),
+            set(value) {
+                setProperty.call(this, name, value, pagoraLaysOut ? 'important' : '');
+            },
+        });
+    }
+
+    // How far the body's content reaches. In pages of the old kind the body tells the view's own reach instead, to which
+    // the strip's end belongs.
+    function reachOf(body) {
+        if (compatModeOf.call(document) !== 'BackCompat')
+            return nativeScrollWidth.call(body);
+        const style = rootOf.call(document).style;
+        const left = style.getPropertyValue('left');
+        const right = style.getPropertyValue('right');
+        style.setProperty('left', 'auto', 'important');
+        style.setProperty('right', 'auto', 'important');
+        const reach = nativeScrollWidth.call(body);
+        style.setProperty('left', left, 'important');
+        style.setProperty('right', right, 'important');
+        return reach;
+    }
 
     // The strip of columns in which the body is laid out; null when the body has no columns.
     function columnStrip() {
@@ -36,18 +86,22 @@
         const gap = pixels(style.columnGap);
         const fitting = width ? Math.max(1, Math.floor((content + gap) / (width + gap))) : Infinity;
         const rightToLeft = style.direction === 'rtl';
-        const length = nativeScrollWidth.call(body);
+        const step = (content + gap) / Math.min(count || Infinity, fitting);
+        // Up to the end of the column into which something sticks out, with the margin after it: the engine leaves that
+        // out of what overflows the body.
+        const reach = reachOf(body);
+        const columns = Math.ceil((reach - (rightToLeft ? paddingRight : paddingLeft) + gap - 2) / step);
         return {
             body,
             gap,
-            step: (content + gap) / Math.min(count || Infinity, fitting),
+            step,
             height: pixels(style.height),
             paddingLeft,
             paddingRight,
             paddingTop: pixels(style.paddingTop),
             rightToLeft,
-            // With the margin after the last column, which the engine leaves out of what overflows the body.
-            length: length > body.clientWidth ? length + (rightToLeft ? paddingLeft : paddingRight) : length,
+            length: reach > body.clientWidth
+                ? Math.round(columns * step - gap + paddingLeft + paddingRight) : body.clientWidth,
         };
     }
 
@@ -82,6 +136,9 @@
 
     function place(x, y) {
         extendStrip();
+        // Something that sticks out would let the view scroll beyond the strip.
+        if (stripLength)
+            x = Math.max(0, Math.min(x, stripLength - innerWidth));
         nativeScrollTo.call(window, { left: isRightToLeft() ? -x : x, top: y, behavior: 'instant' });
         positionX = currentX();
         positionY = nativeScrollY.call(window);

@@ -85,7 +85,8 @@ Task<void> BookOpening::run(BookInfoPtr book)
     auto tableOfContent = tableOfContentFrom(book->content().value_or(Value::Array {}));
     if (!isUnpacked(book))
         co_await unpack(book);
-    _platform.workspace.noteNewRecentDocumentURL(Url::file(*book->epubPath()));
+    if (!isPathInside(*book->epubPath(), _state.folders.tempPath))
+        _platform.workspace.noteNewRecentDocumentURL(Url::file(*book->epubPath()));
 
     auto* window = readerWindow();
     if (!window)
@@ -161,8 +162,10 @@ void BookOpening::showFixedReader(BookInfo& book)
 
 bool BookOpening::isUnpacked(const BookInfoPtr& book) const
 {
+    if (!book->unPacked() || !isFolder(book->bookPath().value_or("")))
+        return false;
     const auto owner = _unpackedInto.find(book->bookPath().value_or(""));
-    return book->unPacked() && owner != _unpackedInto.end() && owner->second.lock() == book;
+    return owner != _unpackedInto.end() && owner->second.lock() == book;
 }
 
 Task<void> BookOpening::unpack(BookInfoPtr book)

@@ -33,7 +33,7 @@ bool LibraryEventMonitor::handle(const LibraryEvent& event)
     if (event.kind == LibraryEvent::Kind::LeftMouseDown) {
         auto* list = _views.tableController();
         if (list && _views.activeViewController() == list)
-            list->setMultiSelection(event.command);
+            list->bookTable().setMultiSelection(event.command);
         return false;
     }
     if (!event.command)

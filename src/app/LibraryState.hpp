@@ -54,6 +54,8 @@ struct LibraryState {
     std::optional<std::vector<std::string>> _filesToOpenByApp;
     bool _PagoraLaunched = false;
     bool _initProcessing = false;
+    // The catalogue is being built anew.
+    bool isResetting = false;
 
     BookInfoPtr currentBook;
     // The book that is read was opened from outside the library, and its archive is a copy made for this reading.

@@ -21,6 +21,10 @@ struct LibraryWindowActions {
     std::function<void()> cancelProcess;
     std::function<void()> openSettings;
     std::function<void()> saveSettings;
+    std::function<void()> showLibFolderInFinder;
+    std::function<void()> resetAppSettings;
+    std::function<void()> openGuide;
+    std::function<void()> testAction;
 };
 
 // A key press or a press of the left button that goes to one of the program's windows, before any control sees it.
@@ -57,8 +61,6 @@ public:
     // The toolbar's context menu; null when the toolbar has none.
     virtual Menu* toolBarMenu() = 0;
 
-    // Brings the program to the front.
-    virtual void activateIgnoringOtherApps() = 0;
     // Ends the program.
     virtual void terminate() = 0;
 

@@ -1,5 +1,6 @@
 #include "app/MainController.hpp"
 
+#include "app/Guide.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
 
@@ -13,6 +14,9 @@ namespace {
 constexpr double launchDelay = 0.05;
 
 constexpr const char* importMessage = "Choose epub file(s) for import to Pagora Library";
+
+constexpr const char* resetText = "Reset the library? All settings and the places where you stopped reading are "
+                                  "forgotten, and every book in the library folder is added anew.";
 
 ImportOutlets importOutlets(LibraryWindow& window)
 {
@@ -28,9 +32,11 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     , _import(*this, importOutlets(platform.libraryWindow))
     , _opening(platform, _state, *this, std::move(scripts))
     , _closing(platform, _state, _import)
+    , _removal(platform, _state, _views)
+    , _maintenance(platform, _state, _views, _import)
     , _monitor(platform.libraryWindow, _views, [this] {
         if (auto* active = _views.activeViewController())
-            active->removeBooks();
+            active->bookView().removeBooks();
     })
 {
     LibraryWindowActions actions;
@@ -41,6 +47,10 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     actions.cancelProcess = [this] { cancelProcess(); };
     actions.openSettings = [this] { openSettings(); };
     actions.saveSettings = [this] { saveSettings(); };
+    actions.showLibFolderInFinder = [this] { showLibFolderInFinder(); };
+    actions.resetAppSettings = [this] { askToReset(); };
+    actions.openGuide = [this] { openGuide(); };
+    actions.testAction = [this] { testAction(); };
     platform.libraryWindow.setActions(std::move(actions));
 }
 
@@ -75,6 +85,11 @@ Task<void> MainController::finishPagoraInit()
         _import.showFaultyBooks();
     }
     _platform.readerWindows.prepareNextWindow();
+    takeUpWaitingFiles();
+}
+
+void MainController::takeUpWaitingFiles()
+{
     for (auto& request : std::exchange(_importRequests, {}))
         draggedEpubs(std::move(request));
     for (auto& request : std::exchange(_openRequests, {}))
@@ -118,7 +133,7 @@ void MainController::keep(Task<void> task)
 
 void MainController::openFiles(std::vector<std::string> paths)
 {
-    if (_state._PagoraLaunched && _state._initProcessing) {
+    if (_state._PagoraLaunched && filesHaveToWait()) {
         _openRequests.push_back(std::move(paths));
         return;
     }
@@ -202,7 +217,7 @@ void MainController::filesLoadingWithMessage(const std::string& message)
 
 void MainController::draggedEpubs(std::vector<std::string> files)
 {
-    if (_state._initProcessing)
+    if (filesHaveToWait())
         _importRequests.push_back(std::move(files));
     else
         _import.draggedEpubs(std::move(files));
@@ -257,30 +272,64 @@ void MainController::refreshBookView()
 
 void MainController::deleteItemFromCollection(const BookInfoPtr& book, ByRemovingFromDisk remove)
 {
-    if (book->isbn() && _state.catalogue.removeFirstWithISBN(*book->isbn())) {
-        _state.catalogue.save(_platform.defaults);
-        if (_state.currentBook == book)
-            _state.currentBook = nullptr;
-        refreshBookView();
-    }
-    if (remove == ByRemovingFromDisk::Yes)
-        recycle(*book);
+    _removal.remove({ book }, remove);
 }
 
 void MainController::deleteItemsFromLibrary(const std::vector<BookInfoPtr>& books)
 {
-    for (const auto& book : books)
-        deleteItemFromCollection(book, ByRemovingFromDisk::Yes);
+    _removal.remove(books, ByRemovingFromDisk::Yes);
 }
 
-// The Trash may be on another disk: the move does not hold up the window.
-void MainController::recycle(const BookInfo& book)
+void MainController::askToReset()
 {
-    if (!book.epubPath())
-        return;
-    _platform.runLoop.performInBackground([&workspace = _platform.workspace, path = *book.epubPath()] {
-        workspace.recycleFiles(deletingLastPathComponent(path), { lastPathComponent(path) });
+    constexpr int secondButton = 1001;
+    _platform.libraryWindow.runAlert(resetText, "Cancel", "Reset", [this](int code) {
+        if (code == secondButton)
+            resetAppSettings();
     });
+}
+
+void MainController::resetAppSettings()
+{
+    if (!filesHaveToWait())
+        keep(resetAndGoOn());
+}
+
+Task<void> MainController::resetAndGoOn()
+{
+    co_await _maintenance.resetAppSettings();
+    takeUpWaitingFiles();
+}
+
+void MainController::resetEpubLibrary(std::string folder, std::string mode)
+{
+    keep(_maintenance.resetEpubLibrary(std::move(folder), std::move(mode)));
+}
+
+void MainController::killTempItems()
+{
+    keep(_maintenance.killTempItems());
+}
+
+void MainController::openGuide()
+{
+    if (!aBookIsOpen() && !filesHaveToWait())
+        keep(openGuideBook());
+}
+
+Task<void> MainController::openGuideBook()
+{
+    const auto guide = std::make_shared<BookInfoPtr>();
+    auto inspected = _platform.runLoop.performInBackground([this, guide, folder = _state.folders.tempPath] {
+        if (const auto path = writeGuide(folder))
+            *guide = _import.bookFromOwnFile(*path);
+    });
+    co_await inspected;
+    if (!*guide)
+        co_return;
+    makeWay();
+    _state._singleEpub = true;
+    _opening.open(*guide);
 }
 
 void MainController::sendDoubleClick(const BookInfoPtr& book)

@@ -2,7 +2,9 @@
 
 #include "app/BookClosing.hpp"
 #include "app/BookOpening.hpp"
+#include "app/BookRemoval.hpp"
 #include "app/LibraryEventMonitor.hpp"
+#include "app/LibraryMaintenance.hpp"
 #include "app/LibraryState.hpp"
 #include "app/StartUp.hpp"
 #include "epub/EpubImport.hpp"
@@ -18,8 +20,6 @@
 #include <vector>
 
 namespace pagora {
-
-enum class ByRemovingFromDisk : bool { No, Yes };
 
 // The hub: the program's delegate and owner of the catalogue, the library views and the reader windows, which reach it
 // through the narrow interfaces that they declare. Main thread, save for what the import calls.
@@ -48,8 +48,8 @@ public:
     // Lets the user choose files; with a message about import, those chosen are imported, otherwise nothing is done
     // with them.
     void filesLoadingWithMessage(const std::string& message);
-    // Imports dropped files in the background; during the launch they wait for its end.
-    void draggedEpubs(std::vector<std::string> files);
+    // During the launch, and while the library is reset, the files wait for its end.
+    void draggedEpubs(std::vector<std::string> files) override;
     void cancelProcess() { _import.cancelProcess(); }
     BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
     // Shows an alert with a message and more on it; nothing in the program calls it.
@@ -57,6 +57,15 @@ public:
 
     void openSettings();
     void saveSettings();
+
+    void resetAppSettings();
+    void resetEpubLibrary(std::string folder, std::string mode);
+    void showLibFolderInFinder() { _maintenance.showLibFolderInFinder(); }
+    void killTempItems();
+    void testAction() { _maintenance.testAction(); }
+
+    // Reads the guide to the program, which stays out of the library.
+    void openGuide();
 
     // Hides the progress window.
     void timerFinish();
@@ -67,9 +76,7 @@ public:
     void bookListMode() { _views.bookListMode(); }
     void refreshBookView() override;
 
-    // Takes the first book with the record's identifier out of the library; with `remove`, the record's archive goes to
-    // the Trash, also when no book matched.
-    void deleteItemFromCollection(const BookInfoPtr& book, ByRemovingFromDisk remove);
+    void deleteItemFromCollection(const BookInfoPtr& book, ByRemovingFromDisk remove) override;
     void deleteItemsFromLibrary(const std::vector<BookInfoPtr>& books) override;
 
     // Opens the record, or the first selected one of the library view that is shown.
@@ -89,6 +96,7 @@ public:
     bool inCloseEpubMethod() const override { return _state.inCloseEpubMethod; }
     void setInCloseEpubMethod(bool closing) override { _state.inCloseEpubMethod = closing; }
     void windowDidExitFullScreen() override;
+    void selectFile(const std::string& path) override { _platform.workspace.selectFile(path); }
     void openURL(const Url& url) override { _platform.workspace.openURL(url); }
 
     const LibraryFolders& folders() const override { return _state.folders; }
@@ -103,7 +111,13 @@ public:
 
 private:
     Task<void> finishPagoraInit();
-    void recycle(const BookInfo& book);
+    // The launch or a reset is at work: files have to wait.
+    bool filesHaveToWait() const { return _state._initProcessing || _state.isResetting; }
+    void takeUpWaitingFiles();
+    Task<void> resetAndGoOn();
+    // Asks first: a reset forgets every place in every book.
+    void askToReset();
+    Task<void> openGuideBook();
     Task<void> openHandedOver(std::vector<std::string> paths);
     Task<void> openSingle(std::string path);
     // Keeps a task until it is done.
@@ -118,9 +132,11 @@ private:
     EpubImport _import;
     BookOpening _opening;
     BookClosing _closing;
+    BookRemoval _removal;
+    LibraryMaintenance _maintenance;
     LibraryEventMonitor _monitor;
     std::unique_ptr<RunLoop::Timer> _launchDelay;
-    // Files handed over while the launch is still at work; they are taken up when it is done.
+    // Files handed over while the launch or a reset is at work; they are taken up when it is done.
     std::vector<std::vector<std::string>> _openRequests;
     // Files dropped or chosen meanwhile.
     std::vector<std::vector<std::string>> _importRequests;

@@ -1,5 +1,6 @@
 #include "app/StartUp.hpp"
 
+#include "app/LibraryFiles.hpp"
 #include "platform/Files.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
@@ -21,7 +22,7 @@ Task<void> StartUp::initPagoraData()
     auto& window = _platform.libraryWindow;
     const auto& program = _platform.program;
     layOutLibraryFolder();
-    const auto files = libraryFiles();
+    const auto files = booksIn(_state.folders.libPath);
     window.activateIgnoringOtherApps();
     if (!files.empty()) {
         window.indicatorWindow().center();
@@ -65,17 +66,6 @@ void StartUp::layOutLibraryFolder()
     std::string error;
     if (!createFolder(libPath, &error))
         log("ERROR: " + error);
-}
-
-std::vector<std::string> StartUp::libraryFiles() const
-{
-    const auto& libPath = _state.folders.libPath;
-    std::vector<std::string> files;
-    for (const auto& name : folderEntries(libPath).value_or(std::vector<std::string> {})) {
-        if (pathExtension(name) == "epub")
-            files.push_back(appendingPathComponent(libPath, name));
-    }
-    return files;
 }
 
 void StartUp::checkVersion()

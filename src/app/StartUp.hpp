@@ -21,7 +21,6 @@ public:
 
 private:
     void layOutLibraryFolder();
-    std::vector<std::string> libraryFiles() const;
     void checkVersion();
     void loadCatalogue();
     Task<void> renewTemporaryFolder();

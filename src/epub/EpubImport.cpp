@@ -106,9 +106,7 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
     for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
         showProgress(i, files.size());
         std::scoped_lock inspecting(_inspecting);
-        const auto& scratch = _mainController.folders()._dataPath;
-        removeItem(scratch);
-        createFolder(scratch);
+        emptyScratch();
         if (knownNames.find(lastPathComponent(files[i])) != std::string::npos)
             continue;
         const auto book = importFile(files[i], mode);
@@ -121,6 +119,20 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
     if (!imported.empty())
         catalogue.save(_mainController.defaults());
     return imported;
+}
+
+void EpubImport::emptyScratch()
+{
+    const auto& scratch = _mainController.folders()._dataPath;
+    removeItem(scratch);
+    createFolder(scratch);
+}
+
+BookInfoPtr EpubImport::bookFromOwnFile(const std::string& path)
+{
+    std::scoped_lock inspecting(_inspecting);
+    emptyScratch();
+    return _inspection.getBookInfo(path, StopOnErrors::Yes);
 }
 
 BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& mode)

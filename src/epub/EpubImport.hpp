@@ -70,6 +70,9 @@ public:
     // null when it was rejected. `copied` tells whether a copy was made that is not another book's archive. Any thread.
     BookInfoPtr bookFromSingleFile(const std::string& path, bool& copied);
 
+    // Inspects a file of the program's own, which is neither catalogued nor copied. Any thread.
+    BookInfoPtr bookFromOwnFile(const std::string& path);
+
     // Removes such a copy when its reading has ended, unless a book of the library has come to use it. Main thread; the
     // removal follows in the background.
     void removeSingleCopy(const std::string& path);
@@ -82,6 +85,8 @@ private:
     void beginProgress(std::size_t count);
     void showProgress(std::size_t index, std::size_t count);
     void endProgress();
+    // Call it with `_inspecting` held.
+    void emptyScratch();
     // Null when the file is rejected.
     BookInfoPtr importFile(const std::string& file, const std::string& mode);
     // The path that a file has in the library folder once it was copied there under the name `copy`.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library_views/LibraryViewController.hpp"
+#include "library_views/MyCollectionView.hpp"
 
 namespace pagora {
 
@@ -8,26 +9,22 @@ namespace pagora {
 class ImageViewController : public LibraryViewController {
 public:
     ImageViewController(LibraryViewHost& host, LibrarySelection& selection)
-        : LibraryViewController("ImageView", host, selection)
+        : LibraryViewController("ImageView", host)
+        , _bookCollectionView(host, selection, books(), view())
     {
+        listenWith(_bookCollectionView);
     }
 
     ArrayController& bookController() { return books(); }
     const std::vector<BookInfoPtr>& eBooks() const { return books().content(); }
+    MyCollectionView& bookCollectionView() { return _bookCollectionView; }
+    LibraryBookView& bookView() override { return _bookCollectionView; }
 
     // Shows the books, none of them selected.
-    void putBookImages(BookArray books);
-
-    // Whether two or more books were selected at the last click or key.
-    bool multiSelection() const { return _multiSelection; }
-    void setMultiSelection(bool multiSelection) { _multiSelection = multiSelection; }
-
-    void removeBooks() override;
-    void userDidSelect() override;
-    void userDidClick(int clickCount) override;
+    void putBookImages(BookArray array) { books().setContent(std::move(array)); }
 
 private:
-    bool _multiSelection = false;
+    MyCollectionView _bookCollectionView;
 };
 
 }

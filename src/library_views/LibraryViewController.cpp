@@ -1,45 +1,46 @@
 #include "library_views/LibraryViewController.hpp"
 
-#include <utility>
+#include "platform/Path.hpp"
+
+#include <algorithm>
 
 namespace pagora {
 
-LibraryViewController::LibraryViewController(const char* layout, LibraryViewHost& host, LibrarySelection& selection)
+LibraryViewController::LibraryViewController(const char* layout, LibraryViewHost& host)
     : _host(host)
-    , _selection(selection)
     , _view(host.loadView(layout, _books))
 {
-    _view->setHandler(this);
+    _view->setDropDelegate(this);
 }
 
 LibraryViewController::~LibraryViewController()
 {
     _view->setHandler(nullptr);
+    _view->setDropDelegate(nullptr);
     _books.setObserver(nullptr);
 }
 
-void LibraryViewController::processAlert(const std::string& text, std::function<void()> proceed)
+void LibraryViewController::set_mainController(LibraryHub& hub)
 {
-    constexpr int secondButton = 1001;
-    const char* agree = text.find("Trash") == std::string::npos ? "Remove from library" : "Move to Trash";
-    _host.runAlert(text, "Cancel", agree, [proceed = std::move(proceed)](int code) {
-        if (code == secondButton)
-            proceed();
-    });
+    _mainController = &hub;
+    bookView().set_mainController(hub);
 }
 
-void LibraryViewController::remove(const std::vector<BookInfoPtr>& books)
+DragOperation::Mask LibraryViewController::validateDrop(const DraggingInfo& drag)
 {
-    _host.readerButton().setEnabled(false);
-    if (_mainController)
-        _mainController->deleteItemsFromLibrary(books);
+    if (!_host.isActive())
+        _host.activateIgnoringOtherApps();
+    const auto isBook = [](const std::string& name) { return pathExtension(name) == "epub"; };
+    if (drag.fileNames && std::none_of(drag.fileNames->begin(), drag.fileNames->end(), isBook))
+        return DragOperation::None;
+    return drag.sourceOperations & DragOperation::Generic;
 }
 
-void LibraryViewController::setToolbarReadButton(std::size_t selectedBooks, const BookInfoPtr& book)
+bool LibraryViewController::acceptDrop(const DraggingInfo& drag)
 {
-    const bool exactlyOne = selectedBooks == 1;
-    _selection.selectedBook = exactlyOne ? book : nullptr;
-    _host.readerButton().setEnabled(exactlyOne);
+    if (drag.fileNames && _mainController)
+        _mainController->draggedEpubs(*drag.fileNames);
+    return true;
 }
 
 }

@@ -1,50 +1,42 @@
 #pragma once
 
 #include "library_views/ArrayController.hpp"
+#include "library_views/LibraryBookView.hpp"
 #include "library_views/LibraryHub.hpp"
 #include "library_views/LibrarySelection.hpp"
 #include "library_views/LibraryViewSurface.hpp"
 
-#include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace pagora {
 
-// The question before books leave the library.
-inline constexpr const char* removeBooksText = "Are You sure to remove epub(s) from library?";
-
-// What the grid's and the list's controllers have in common: books, their selection, and the view that shows them.
-// Built by LibraryViews, which owns it. Main thread.
-class LibraryViewController : public LibraryViewSurface::Handler {
+// What the grid's and the list's controllers have in common: books, their selection, the view that shows them, and the
+// files that are dropped on it. Built by LibraryViews, which owns it. Main thread.
+class LibraryViewController : public DropDelegate {
 public:
-    LibraryViewController(const char* layout, LibraryViewHost& host, LibrarySelection& selection);
+    LibraryViewController(const char* layout, LibraryViewHost& host);
     ~LibraryViewController() override;
 
-    void set_mainController(LibraryHub& hub) { _mainController = &hub; }
+    void set_mainController(LibraryHub& hub);
 
-    // Asks whether to go on, with the texts that belong to the question; `proceed` runs when the user agrees.
-    void processAlert(const std::string& text, std::function<void()> proceed);
-    // Takes the selected books out of the library, when the user agrees.
-    virtual void removeBooks() = 0;
+    // Refuses files of which none has the extension "epub", and sources that leave the destination no choice.
+    DragOperation::Mask validateDrop(const DraggingInfo& drag) override;
+    bool acceptDrop(const DraggingInfo& drag) override;
 
     ArrayController& books() { return _books; }
     const ArrayController& books() const { return _books; }
     LibraryViewSurface& view() { return *_view; }
+    // The view as the user acts on it.
+    virtual LibraryBookView& bookView() = 0;
 
 protected:
+    // The derived class's view hears what the user does from now on.
+    void listenWith(LibraryBookView& view) { _view->setHandler(&view); }
+
     LibraryHub* _mainController = nullptr;
-    LibraryViewHost& _host;
-    LibrarySelection& _selection;
-
-    // Disables the read button and hands the books over.
-    void remove(const std::vector<BookInfoPtr>& books);
-
-    // Enables the read button and keeps `book`, when there is exactly one selected.
-    void setToolbarReadButton(std::size_t selectedBooks, const BookInfoPtr& book);
 
 private:
+    LibraryViewHost& _host;
     ArrayController _books;
     std::unique_ptr<LibraryViewSurface> _view;
 };

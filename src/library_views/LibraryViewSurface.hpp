@@ -1,10 +1,14 @@
 #pragma once
 
 #include "library_views/ArrayController.hpp"
+#include "library_views/BookMenu.hpp"
+#include "library_views/DraggingInfo.hpp"
 #include "platform/Controls.hpp"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace pagora {
@@ -17,15 +21,24 @@ public:
 
     // Gives it the keyboard focus.
     virtual void makeFirstResponder() = 0;
+    // Shows the menu where the right button was last released, or at the focused item for a key that opens menus.
+    virtual void popUpContextMenu(const BookMenu& menu) = 0;
 
-    // Called after the user changed the selection, and after each click on the view or key that opens (Return counts as
-    // a double click), when the selection has followed it.
     struct Handler {
         virtual ~Handler() = default;
+        // The user changed the selection.
         virtual void userDidSelect() = 0;
-        virtual void userDidClick(int clickCount) = 0;
+        // A click of the left button on an item is about to change the selection.
+        virtual void userWillClick() = 0;
+        // After each click on the view, and each key that opens (Return counts as a double click), when the selection
+        // has followed it.
+        virtual void mouseDown(int clickCount) = 0;
+        // The right button was released over the item, or a key asked for its menu; none for the empty part.
+        virtual void rightMouseUp(std::optional<std::size_t> item) = 0;
     };
     virtual void setHandler(Handler* handler) = 0;
+    // Registers the view for dropped file names.
+    virtual void setDropDelegate(DropDelegate* delegate) = 0;
 };
 
 // The library window as the views see it: the place where one of them is shown, and the controls that follow them.
@@ -46,6 +59,11 @@ public:
     virtual void runAlert(const std::string& informativeText, const std::string& firstButton,
         const std::string& secondButton, std::function<void(int code)> answered)
         = 0;
+
+    // Whether one of the program's windows has the keyboard.
+    virtual bool isActive() const = 0;
+    // Brings the program to the front.
+    virtual void activateIgnoringOtherApps() = 0;
 
     virtual Button& readerButton() = 0;
     virtual SegmentedControl& bListControl() = 0;

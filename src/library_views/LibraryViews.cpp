@@ -82,9 +82,9 @@ void LibraryViews::selectAll()
         return;
     _activeViewController->view().makeFirstResponder();
     _activeViewController->books().selectAll();
-    _activeViewController->userDidSelect();
+    _activeViewController->bookView().userDidSelect();
     if (_activeViewController == _imageController.get())
-        _imageController->setMultiSelection(true);
+        _imageController->bookCollectionView().setMultiSelection(true);
 }
 
 }

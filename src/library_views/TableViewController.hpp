@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library_views/LibraryViewController.hpp"
+#include "library_views/MyTableView.hpp"
 
 namespace pagora {
 
@@ -8,27 +9,24 @@ namespace pagora {
 class TableViewController : public LibraryViewController {
 public:
     TableViewController(LibraryViewHost& host, LibrarySelection& selection)
-        : LibraryViewController("TableView", host, selection)
+        : LibraryViewController("TableView", host)
+        , _bookTable(host, selection, books(), view())
     {
+        _bookTable.set_tableController(*this);
+        listenWith(_bookTable);
     }
 
     ArrayController& bookArray() { return books(); }
+    MyTableView& bookTable() { return _bookTable; }
+    LibraryBookView& bookView() override { return _bookTable; }
 
     // Shows the books, none of them selected.
-    void putBookList(BookArray books);
+    void putBookList(BookArray array) { books().setContent(std::move(array)); }
     // Opens the first selected book, if there is one.
     void mouseDoubleClick();
 
-    // Whether the Control key was held at the last press of the left button.
-    bool multiSelection() const { return _multiSelection; }
-    void setMultiSelection(bool multiSelection) { _multiSelection = multiSelection; }
-
-    void removeBooks() override;
-    void userDidSelect() override;
-    void userDidClick(int clickCount) override;
-
 private:
-    bool _multiSelection = false;
+    MyTableView _bookTable;
 };
 
 }

@@ -20,6 +20,8 @@ public:
     virtual std::vector<std::optional<std::string>> copyFiles(
         const std::string& source, const std::string& destination, const std::vector<std::string>& names)
         = 0;
+    // Whether there is a Trash for the file, and it may be moved there. Any thread.
+    virtual bool canRecycleFile(const std::string& path) const = 0;
     // Moves the named files of a folder to the Trash. True when all went there. Any thread.
     virtual bool recycleFiles(const std::string& source, const std::vector<std::string>& names) = 0;
     // Shows the file or folder in the desktop's file manager. Main thread.

@@ -1,6 +1,7 @@
 #include "app/LibraryEventMonitor.hpp"
 
 #include "tests/app/Program.hpp"
+#include "tests/support/FakeLibraryHub.hpp"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,7 @@ namespace {
 constexpr auto KeyDown = LibraryEvent::Kind::KeyDown;
 constexpr auto LeftMouseDown = LibraryEvent::Kind::LeftMouseDown;
 
-class LibraryEventMonitorTest : public testing::Test, public LibraryHub {
+class LibraryEventMonitorTest : public testing::Test {
 protected:
     LibraryEventMonitorTest()
     {
@@ -19,14 +20,13 @@ protected:
         views.refreshBookView(books);
         monitor.install();
     }
-    void sendDoubleClick() override { }
-    void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
     bool send(const LibraryEvent& event) { return window.monitor(event); }
 
     test::FakeLibraryWindow window;
+    test::FakeLibraryHub hub;
     BookArray books = std::make_shared<const std::vector<BookInfoPtr>>(
         std::vector<BookInfoPtr> { std::make_shared<BookInfo>(), std::make_shared<BookInfo>() });
-    LibraryViews views { window, *this, [this] { return books; } };
+    LibraryViews views { window, hub, [this] { return books; } };
     int timesRemoved = 0;
     LibraryEventMonitor monitor { window, views, [this] { ++timesRemoved; } };
 };
@@ -44,7 +44,7 @@ TEST_F(LibraryEventMonitorTest, ControlASelectsEveryBookOfTheGrid)
 {
     EXPECT_TRUE(send({ KeyDown, LibraryEvent::keyA, true }));
     EXPECT_EQ(window.shown->books.selectedObjects(), *books);
-    EXPECT_TRUE(views.imageController()->multiSelection());
+    EXPECT_TRUE(views.imageController()->bookCollectionView().multiSelection());
 }
 
 TEST_F(LibraryEventMonitorTest, ControlDeleteRemovesBooks)
@@ -72,16 +72,16 @@ TEST_F(LibraryEventMonitorTest, APressTellsTheListWhetherControlIsHeld)
 {
     views.takeTableView();
     EXPECT_FALSE(send({ LeftMouseDown, -1, true }));
-    EXPECT_TRUE(views.tableController()->multiSelection());
+    EXPECT_TRUE(views.tableController()->bookTable().multiSelection());
     EXPECT_FALSE(send({ LeftMouseDown, -1, false }));
-    EXPECT_FALSE(views.tableController()->multiSelection());
+    EXPECT_FALSE(views.tableController()->bookTable().multiSelection());
 }
 
 TEST_F(LibraryEventMonitorTest, APressDoesNotChangeTheGrid)
 {
-    views.imageController()->setMultiSelection(true);
+    views.imageController()->bookCollectionView().setMultiSelection(true);
     EXPECT_FALSE(send({ LeftMouseDown, -1, false }));
-    EXPECT_TRUE(views.imageController()->multiSelection());
+    EXPECT_TRUE(views.imageController()->bookCollectionView().multiSelection());
 }
 
 TEST_F(LibraryEventMonitorTest, TheFirstEventBeginsToWatchForFullScreen)

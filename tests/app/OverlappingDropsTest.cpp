@@ -98,4 +98,21 @@ TEST_F(OverlappingDrops, LeaveTheMainThreadFreeToReadABook)
     EXPECT_EQ(program.storedCount(), 5u);
 }
 
+TEST_F(OverlappingDrops, StoppedByTheEndOfTheProgramKeepEveryBookThatCameIn)
+{
+    const auto files = downloads("Sea", 6);
+    program.window.procTextFake.whenSet = [this](const std::string& text) {
+        if (text == "3 of 6")
+            program.controller->applicationWillTerminate();
+    };
+    program.drop(files);
+    program.drop(downloads("Land", 2));
+    runUntil([this] { return shownBooks() > 0; });
+    program.runLoop.finishBackgroundWork();
+    EXPECT_EQ(program.storedCount(), program.catalogue().count());
+    EXPECT_EQ(folderEntries(program.home.path("Documents/ePubLibrary"))->size(), program.storedCount());
+    for (const auto& file : files)
+        EXPECT_TRUE(fileExists(file));
+}
+
 }

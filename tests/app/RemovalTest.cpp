@@ -106,4 +106,63 @@ TEST_F(Removal, OfTheBookThatIsReadForgetsIt)
     EXPECT_EQ(program.controller->currentBook(), nullptr);
 }
 
+TEST_F(Removal, OfABookWhoseIdentifierIsUnknownStillTrashesItsArchive)
+{
+    const auto stranger = std::make_shared<BookInfo>();
+    stranger->setIsbn("Stranger");
+    stranger->setEpubPath(program.inLibrary("Stranger.epub"));
+    program.controller->deleteItemFromCollection(stranger, ByRemovingFromDisk::Yes);
+    EXPECT_EQ(program.storedCount(), 3U);
+    EXPECT_EQ(program.workspace.recycled, (Names { program.inLibrary("Stranger.epub") }));
+}
+
+TEST_F(Removal, OfABookWhoseArchiveIsMissingSaysNothing)
+{
+    removeItem(program.inLibrary("Plan.epub"));
+    program.workspace.trashFails = true;
+    program.controller->deleteItemFromCollection(program.book(1), ByRemovingFromDisk::Yes);
+    program.runLoop.runPosted();
+    EXPECT_EQ(program.titles(), (Names { "Sea", "Tale" }));
+    EXPECT_TRUE(program.window.alerts.empty());
+}
+
+TEST_F(Removal, WhereThereIsNoTrashDeletesNothingAndSaysSo)
+{
+    program.workspace.withoutTrash.insert(program.inLibrary("Plan.epub"));
+    program.controller->deleteItemFromCollection(program.book(1), ByRemovingFromDisk::Yes);
+    program.runLoop.runPosted();
+    EXPECT_EQ(program.storedCount(), 3U);
+    EXPECT_TRUE(program.workspace.recycled.empty());
+    ASSERT_EQ(program.window.alerts.size(), 1U);
+    EXPECT_EQ(program.window.alerts[0].title, "There is no Trash for this");
+    EXPECT_NE(program.window.alerts[0].message.find("“Plan.epub”"), std::string::npos);
+}
+
+TEST_F(Removal, ThatTheTrashRefusesSaysThatTheFileIsStillThere)
+{
+    program.workspace.trashFails = true;
+    program.controller->deleteItemFromCollection(program.book(1), ByRemovingFromDisk::Yes);
+    program.runLoop.runPosted();
+    ASSERT_EQ(program.window.alerts.size(), 1U);
+    EXPECT_EQ(program.window.alerts[0].title, "Not moved to the Trash");
+    EXPECT_TRUE(fileExists(program.inLibrary("Plan.epub")));
+}
+
+TEST_F(Removal, WithoutRemovingFromDiskLeavesTheArchive)
+{
+    program.controller->deleteItemFromCollection(program.book(1), ByRemovingFromDisk::No);
+    EXPECT_EQ(program.titles(), (Names { "Sea", "Tale" }));
+    EXPECT_TRUE(program.workspace.recycled.empty());
+}
+
+TEST_F(Removal, FromTheContextMenuOfTheListRemovesTheSelectedBook)
+{
+    program.controller->takeTableView();
+    program.window.shown->rightClick(2);
+    program.window.shown->choose("Move to Trash");
+    question().answered(goOn);
+    EXPECT_EQ(program.titles(), (Names { "Sea", "Plan" }));
+    EXPECT_EQ(program.window.shown->books.content().size(), 2U);
+}
+
 }

@@ -35,4 +35,12 @@ TEST(DesktopWorkspace, FileThatIsNotThereDoesNotGoToTheTrash)
     EXPECT_FALSE(workspace.recycleFiles(folder.path(), { "missing.epub" }));
 }
 
+TEST(DesktopWorkspace, FileSystemWithoutTrashKeepsItsFiles)
+{
+    DesktopWorkspace workspace;
+    EXPECT_FALSE(workspace.canRecycleFile("/proc/version"));
+    EXPECT_FALSE(workspace.recycleFiles("/proc", { "version" }));
+    EXPECT_TRUE(fileExists("/proc/version"));
+}
+
 }

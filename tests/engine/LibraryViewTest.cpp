@@ -6,6 +6,8 @@
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gdkmm/pixbuf.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/gestureclick.h>
 #include <gtkmm/window.h>
 
 namespace pagora::test {
@@ -14,9 +16,12 @@ namespace {
 
 struct RecordingHandler : LibraryViewSurface::Handler {
     void userDidSelect() override { ++selections; }
-    void userDidClick(int clickCount) override { clicks.push_back(clickCount); }
+    void userWillClick() override { }
+    void mouseDown(int clickCount) override { clicks.push_back(clickCount); }
+    void rightMouseUp(std::optional<std::size_t> item) override { rightClicks.push_back(item); }
     int selections = 0;
     std::vector<int> clicks;
+    std::vector<std::optional<std::size_t>> rightClicks;
 };
 
 // A window, 800 by 600 points, with one of the two views.
@@ -64,6 +69,29 @@ std::vector<BookCell*> cellsOf(Gtk::Widget& widget)
 Data defaultCoverData()
 {
     return Data(resourceBytes("/org/pagora/Pagora/pagora_default_cover.jpg").value_or(""));
+}
+
+// The key as a view gets it. Whether the view took it.
+bool pressOn(Gtk::Widget& view, guint keyval, Gdk::ModifierType state = {})
+{
+    gboolean taken = FALSE;
+    const auto controllers = view.observe_controllers();
+    for (guint i = 0; i < controllers->get_n_items() && !taken; ++i) {
+        if (const auto keys = std::dynamic_pointer_cast<Gtk::EventControllerKey>(controllers->get_object(i)))
+            g_signal_emit_by_name(keys->gobj(), "key-pressed", keyval, 0U, static_cast<guint>(state), &taken);
+    }
+    return taken;
+}
+
+// The right button is released at a point of the view.
+void rightClick(Gtk::Widget& view, double x, double y)
+{
+    const auto controllers = view.observe_controllers();
+    for (guint i = 0; i < controllers->get_n_items(); ++i) {
+        const auto click = std::dynamic_pointer_cast<Gtk::GestureClick>(controllers->get_object(i));
+        if (click && click->get_button() == GDK_BUTTON_SECONDARY)
+            g_signal_emit_by_name(click->gobj(), "released", 1, x, y);
+    }
 }
 
 using Grid = LibraryView<GridSurface>;
@@ -157,6 +185,72 @@ TEST_F(Grid, CoverThatDoesNotDecodeIsTheDefaultCover)
 TEST_F(Grid, TitleOnSeveralLinesIsShownAsOne)
 {
     EXPECT_EQ(cellText("One\nTwo"), "One Two");
+}
+
+TEST_F(Grid, RightClickKnowsTheItemBelowThePointer)
+{
+    _books.setContent(makeBooks(3));
+    ASSERT_TRUE(waitUntil([&] { return cellsOf(_surface.widget()).size() >= 3; }));
+    auto* const third = cellsOf(_surface.widget())[2];
+    double x = 0;
+    double y = 0;
+    ASSERT_TRUE(waitUntil([&] {
+        return third->get_width() > 0
+            && third->translate_coordinates(_surface.bookCollectionView(), third->get_width() / 2.0, 20, x, y) && x > 0;
+    }));
+    rightClick(_surface.bookCollectionView(), x, y);
+    rightClick(_surface.bookCollectionView(), 780, 580);
+    EXPECT_EQ(_handler.rightClicks, (std::vector<std::optional<std::size_t>> { 2, std::nullopt }));
+}
+
+TEST_F(Grid, MenuKeyAsksForTheMenuOfTheSelectedItem)
+{
+    _books.setContent(makeBooks(3));
+    _books.setSelectionIndexes({ 1 });
+    EXPECT_TRUE(pressOn(_surface.bookCollectionView(), GDK_KEY_Menu));
+    EXPECT_TRUE(pressOn(_surface.bookCollectionView(), GDK_KEY_F10, Gdk::ModifierType::SHIFT_MASK));
+    EXPECT_FALSE(pressOn(_surface.bookCollectionView(), GDK_KEY_F10));
+    EXPECT_EQ(_handler.rightClicks, (std::vector<std::optional<std::size_t>> { 1, 1 }));
+}
+
+TEST_F(Grid, ContextMenuPerformsTheItemThatIsChosen)
+{
+    std::vector<std::string> chosen;
+    _surface.popUpContextMenu(
+        { { "One", [&] { chosen.push_back("One"); } }, {}, { "Two", [&] { chosen.push_back("Two"); } } });
+    ASSERT_TRUE(_surface.contextMenu());
+    EXPECT_EQ(_surface.contextMenu()->popover().get_menu_model()->get_n_items(), 2);
+    _surface.widget().activate_action("book.item2");
+    EXPECT_EQ(chosen, (std::vector<std::string> { "Two" }));
+}
+
+TEST(FileDropTarget, OnlyASourceThatAllowsMoreThanACopyLeavesTheChoice)
+{
+    using Gdk::DragAction;
+    EXPECT_EQ(FileDropTarget::operationsOf(DragAction::COPY), DragOperation::Copy);
+    EXPECT_EQ(FileDropTarget::operationsOf(DragAction::MOVE), DragOperation::Move);
+    EXPECT_EQ(FileDropTarget::operationsOf(DragAction::COPY | DragAction::MOVE),
+        DragOperation::Copy | DragOperation::Move | DragOperation::Generic);
+    EXPECT_EQ(FileDropTarget::operationsOf(DragAction::COPY | DragAction::LINK),
+        DragOperation::Copy | DragOperation::Link | DragOperation::Generic);
+}
+
+TEST_F(List, RightClickKnowsTheRowBelowThePointer)
+{
+    _books.setContent(makeBooks(3));
+    auto& rows = *_surface.bookTable().get_last_child();
+    ASSERT_TRUE(waitUntil([&] {
+        auto* const row = rows.get_first_child();
+        return row && row->get_height() > 0;
+    }));
+    const int height = rows.get_first_child()->get_height();
+    double x = 0;
+    double y = 0;
+    ASSERT_TRUE(rows.translate_coordinates(_surface.bookTable(), 300, height * 1.5, x, y));
+    rightClick(_surface.bookTable(), x, y);
+    rightClick(_surface.bookTable(), x, 580);
+    rightClick(_surface.bookTable(), x, 4);
+    EXPECT_EQ(_handler.rightClicks, (std::vector<std::optional<std::size_t>> { 1, std::nullopt, std::nullopt }));
 }
 
 TEST_F(List, UserSelectionReachesTheController)

@@ -1,6 +1,7 @@
 #include "app/gtk/LibraryWindowGtk.hpp"
 #include "library_views/LibraryViews.hpp"
 #include "tests/engine/ToolkitTest.hpp"
+#include "tests/support/FakeLibraryHub.hpp"
 
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/entry.h>
@@ -11,7 +12,7 @@ namespace pagora::test {
 
 namespace {
 
-class LibraryWindowGtkTest : public ToolkitTest, public LibraryHub {
+class LibraryWindowGtkTest : public ToolkitTest, public FakeLibraryHub {
 protected:
     LibraryWindowGtkTest()
     {
@@ -31,7 +32,6 @@ protected:
         _window.setActions(std::move(actions));
         _views->showFirstView();
     }
-    void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
     void sendDoubleClick() override { _heard.emplace_back("sendDoubleClick"); }
 
     bool isShown(const char* name) { return _window.outlet<Gtk::Widget>(name)->get_visible(); }

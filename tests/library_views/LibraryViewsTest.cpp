@@ -1,5 +1,6 @@
 #include "library_views/LibraryViews.hpp"
 
+#include "tests/support/FakeLibraryHub.hpp"
 #include "tests/support/FakeLibraryWindow.hpp"
 
 #include <gtest/gtest.h>
@@ -10,15 +11,13 @@ namespace {
 
 using Indexes = std::vector<std::size_t>;
 
-class LibraryViewsTest : public testing::Test, public LibraryHub {
+class LibraryViewsTest : public testing::Test {
 protected:
     static constexpr int grid = 0;
     static constexpr int list = 1;
 
     LibraryViewsTest() { views.showFirstView(); }
 
-    void sendDoubleClick() override { ++timesOpened; }
-    void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
     void showSegment(int segment)
     {
         host.bListControlFake.selected = segment;
@@ -28,10 +27,10 @@ protected:
     std::vector<BookInfoPtr> shownBooks() { return host.shown->books.content(); }
 
     test::FakeLibraryViewHost host;
+    test::FakeLibraryHub hub;
     BookArray books = std::make_shared<const std::vector<BookInfoPtr>>(std::vector<BookInfoPtr> {
         std::make_shared<BookInfo>(), std::make_shared<BookInfo>(), std::make_shared<BookInfo>() });
-    LibraryViews views { host, *this, [this] { return books; } };
-    int timesOpened = 0;
+    LibraryViews views { host, hub, [this] { return books; } };
 };
 
 }
@@ -151,7 +150,7 @@ TEST_F(LibraryViewsTest, ADoubleClickWithNothingSelectedOpensNothing)
         fill();
         host.shown->click(2);
     }
-    EXPECT_EQ(timesOpened, 0);
+    EXPECT_EQ(hub.timesOpened, 0);
 }
 
 TEST_F(LibraryViewsTest, ADoubleClickOnASelectedBookOpensIt)
@@ -161,9 +160,9 @@ TEST_F(LibraryViewsTest, ADoubleClickOnASelectedBookOpensIt)
         fill();
         host.shown->select({ 1 });
         host.shown->click(1);
-        EXPECT_EQ(timesOpened, segment);
+        EXPECT_EQ(hub.timesOpened, segment);
         host.shown->click(2);
-        EXPECT_EQ(timesOpened, segment + 1);
+        EXPECT_EQ(hub.timesOpened, segment + 1);
     }
 }
 
@@ -196,15 +195,12 @@ TEST_F(LibraryViewsTest, SelectingAllTakesEveryBookAndTheFocus)
 TEST_F(LibraryViewsTest, SelectingAllInTheGridCountsAsManyBooks)
 {
     views.selectAll();
-    EXPECT_TRUE(views.imageController()->multiSelection());
+    EXPECT_TRUE(views.imageController()->bookCollectionView().multiSelection());
 }
 
 TEST(LibraryViews, ALibraryWithoutViewTakesBooksAndSelectionsQuietly)
 {
-    struct : LibraryHub {
-        void sendDoubleClick() override { }
-        void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
-    } hub;
+    test::FakeLibraryHub hub;
     test::FakeLibraryViewHost host;
     const auto none = std::make_shared<const std::vector<BookInfoPtr>>();
     LibraryViews views(host, hub, [none] { return none; });
@@ -216,10 +212,7 @@ TEST(LibraryViews, ALibraryWithoutViewTakesBooksAndSelectionsQuietly)
 
 TEST(LibraryViews, TheViewIsTakenOutOfTheWindowBeforeItGoes)
 {
-    struct : LibraryHub {
-        void sendDoubleClick() override { }
-        void deleteItemsFromLibrary(const std::vector<BookInfoPtr>&) override { }
-    } hub;
+    test::FakeLibraryHub hub;
     test::FakeLibraryViewHost host;
     {
         LibraryViews views(host, hub, [] { return BookArray(); });

@@ -24,6 +24,8 @@ public:
 
     void makeFirstResponder() override { ++timesFocused; }
     void setHandler(Handler* value) override { handler = value; }
+    void setDropDelegate(DropDelegate* value) override { dropDelegate = value; }
+    void popUpContextMenu(const BookMenu& menu) override { menus.push_back(menu); }
 
     void select(std::vector<std::size_t> indexes)
     {
@@ -35,12 +37,45 @@ public:
     void click(int clickCount = 1)
     {
         if (handler)
-            handler->userDidClick(clickCount);
+            handler->mouseDown(clickCount);
+    }
+    // A click of the left button on one item, as the view would take it.
+    void clickItem(std::size_t index)
+    {
+        if (handler)
+            handler->userWillClick();
+        books.setSelectionIndexes({ index });
+        click();
+    }
+    // On an item, or the empty part.
+    void rightClick(std::optional<std::size_t> item)
+    {
+        if (handler)
+            handler->rightMouseUp(item);
+    }
+    // Chooses the item of the menu that was shown last.
+    void choose(const std::string& title)
+    {
+        const auto menu = menus.back();
+        for (const auto& item : menu) {
+            if (item.title == title && item.action)
+                item.action();
+        }
+    }
+    // The titles of the menu that was shown last, separators as "-"; none when there was no menu.
+    std::vector<std::string> menuTitles() const
+    {
+        std::vector<std::string> titles;
+        for (const auto& item : menus.empty() ? BookMenu {} : menus.back())
+            titles.push_back(item.isSeparator() ? "-" : item.title);
+        return titles;
     }
 
     const std::string layout;
     ArrayController& books;
     Handler* handler = nullptr;
+    DropDelegate* dropDelegate = nullptr;
+    std::vector<BookMenu> menus;
     int timesFocused = 0;
 };
 
@@ -69,6 +104,13 @@ public:
     {
         questions.push_back({ informativeText, firstButton, secondButton, std::move(answered) });
     }
+    bool isActive() const override { return active; }
+    void activateIgnoringOtherApps() override
+    {
+        active = true;
+        if (journal)
+            journal->push_back("activate");
+    }
     Button& readerButton() override { return readerButtonFake; }
     SegmentedControl& bListControl() override { return bListControlFake; }
 
@@ -84,6 +126,8 @@ public:
     std::vector<std::string> loadedLayouts;
     // The view in the window.
     FakeLibraryViewSurface* shown = nullptr;
+    // The program is at the front.
+    bool active = true;
     FakeButton readerButtonFake;
     FakeSegmentedControl bListControlFake;
     Journal* journal = nullptr;
@@ -123,11 +167,6 @@ public:
         if (journal)
             journal->push_back("toolBarMenu");
         return menu ? &*menu : nullptr;
-    }
-    void activateIgnoringOtherApps() override
-    {
-        if (journal)
-            journal->push_back("activate");
     }
     void terminate() override { ++timesTerminated; }
     void runAlertPanel(const std::string& title, const std::string& message, const std::string& button) override

@@ -25,12 +25,13 @@ public:
         }
         return copies;
     }
+    bool canRecycleFile(const std::string& path) const override { return !withoutTrash.contains(path); }
     bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override
     {
         const std::lock_guard lock(_mutex);
         for (const auto& name : names)
             recycled.push_back(appendingPathComponent(source, name));
-        return true;
+        return !trashFails;
     }
     void selectFile(const std::string& path) override { revealed.push_back(path); }
     bool isOnMountedVolume(const std::string& path) override { return path.starts_with(volume); }
@@ -41,6 +42,10 @@ public:
     std::set<std::string> failing;
     // What paths on a mounted volume begin with.
     std::string volume = "/Volume";
+    // Paths of files for which there is no Trash.
+    std::set<std::string> withoutTrash;
+    // The Trash takes nothing, although it is there.
+    bool trashFails = false;
     // Paths of the files that were asked for, in order.
     std::vector<std::string> copied;
     std::vector<std::string> recycled;

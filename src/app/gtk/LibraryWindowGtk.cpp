@@ -79,6 +79,9 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
     addProgramActions();
     wireControls();
     followProgress();
+    _emptyPageTarget = std::make_unique<FileDropTarget>(
+        find<Gtk::Widget>(_layout, "emptyPage"), [this] { return _shown ? _shown->dropDelegate() : nullptr; },
+        [this](bool isOver) { showDropTarget(isOver); });
     for (auto* const window : { static_cast<Gtk::Window*>(_windows.main.get()), _windows.error.get(),
              _windows.settings.get(), _windows.indicator.get() })
         _monitor.watch(*window);
@@ -86,30 +89,39 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
 
 LibraryWindowGtk::~LibraryWindowGtk()
 {
+    _emptyPageTarget = nullptr;
     for (auto& connection : _connections)
         connection.disconnect();
 }
 
 void LibraryWindowGtk::addProgramActions()
 {
+    const std::pair<const char*, std::function<void()>> actions[] = {
+        { "import", [this] { perform(_actions.importDialog); } },
+        { "settings", [this] { perform(_actions.openSettings); } },
+        { "show-folder", [this] { perform(_actions.showLibFolderInFinder); } },
+        { "reset", [this] { perform(_actions.resetAppSettings); } },
+        { "help", [this] { perform(_actions.openGuide); } },
+        { "about", [this] { _dialogs.showAbout(); } },
+        { "test", [this] { perform(_actions.testAction); } },
+        { "quit", [this] { _windows.main->close(); } },
+    };
+    const std::pair<const char*, const char*> shortcuts[]
+        = { { "<Control>o", "app.import" }, { "<Control>comma", "app.settings" }, { "F1", "app.help" },
+              { "<Control><Shift>F12", "app.test" }, { "<Control>q", "app.quit" } };
     const auto group = Gio::SimpleActionGroup::create();
-    group->add_action("import", [this] { perform(_actions.importDialog); });
-    group->add_action("settings", [this] { perform(_actions.openSettings); });
-    group->add_action("about", [this] { _dialogs.showAbout(); });
-    group->add_action("quit", [this] { _windows.main->close(); });
+    for (const auto& [name, action] : actions)
+        group->add_action(name, action);
     if (_application) {
-        for (const auto* const name : { "import", "settings", "about", "quit" })
+        for (const auto& [name, action] : actions)
             _application->add_action(group->lookup_action(name));
-        _application->set_accels_for_action("app.import", { "<Control>o" });
-        _application->set_accels_for_action("app.settings", { "<Control>comma" });
-        _application->set_accels_for_action("app.quit", { "<Control>q" });
+        for (const auto& [trigger, action] : shortcuts)
+            _application->set_accels_for_action(action, { trigger });
         return;
     }
     _windows.main->insert_action_group("app", group);
     const auto keys = Gtk::ShortcutController::create();
     keys->set_scope(Gtk::ShortcutScope::MANAGED);
-    const std::pair<const char*, const char*> shortcuts[]
-        = { { "<Control>o", "app.import" }, { "<Control>comma", "app.settings" }, { "<Control>q", "app.quit" } };
     for (const auto& [trigger, action] : shortcuts)
         keys->add_shortcut(
             Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(trigger), Gtk::NamedAction::create(action)));
@@ -161,7 +173,19 @@ std::unique_ptr<LibraryViewSurface> LibraryWindowGtk::loadView(const char* layou
         if (made == _shown)
             updateEmptyPage();
     });
+    view->setDragAction([this](bool isOver) { showDropTarget(isOver); });
     return view;
+}
+
+void LibraryWindowGtk::showDropTarget(bool isOver)
+{
+    find<Gtk::Revealer>(_layout, "dropTarget").set_reveal_child(isOver);
+}
+
+bool LibraryWindowGtk::isActive() const
+{
+    return _mainWindow.isKeyWindow() || _errorWin.isKeyWindow() || _indicatorWindow.isKeyWindow()
+        || _settingsWin.isKeyWindow();
 }
 
 void LibraryWindowGtk::setContentView(LibraryViewSurface& view)

@@ -6,6 +6,7 @@
 #include "app/gtk/WindowEventMonitor.hpp"
 #include "library_views/gtk/BooksSurface.hpp"
 #include "library_views/gtk/CoverLoader.hpp"
+#include "library_views/gtk/FileDropTarget.hpp"
 #include "platform/gtk/ButtonControl.hpp"
 #include "platform/gtk/DesktopWindow.hpp"
 #include "platform/gtk/LabelField.hpp"
@@ -47,6 +48,7 @@ public:
     SegmentedControl& dragDropMatrix() override { return _dragDropMatrix; }
     Menu* toolBarMenu() override { return &_toolBarMenu; }
 
+    bool isActive() const override;
     void activateIgnoringOtherApps() override { _mainWindow.makeKeyAndOrderFront(); }
     void terminate() override;
     void runAlertPanel(const std::string& title, const std::string& message, const std::string& button) override;
@@ -77,6 +79,7 @@ private:
     void addProgramActions();
     void wireControls();
     void followProgress();
+    void showDropTarget(bool isOver);
     bool isImporting() const;
     void updateEmptyPage();
 
@@ -103,6 +106,8 @@ private:
     LibraryDialogs _dialogs;
     // The view that is in the window; null for none.
     BooksSurface* _shown = nullptr;
+    // The page of the empty library lies over the view and takes files for it.
+    std::unique_ptr<FileDropTarget> _emptyPageTarget;
     std::vector<sigc::connection> _connections;
 };
 

@@ -24,7 +24,7 @@ GridSurface::GridSurface(ArrayController& books, CoverLoader& loader)
     _bookCollectionView->set_factory(makeFactory<BookCell>([&loader] { return Gtk::make_managed<BookCell>(loader); }));
     _bookCollectionView->set_model(sharedSelection());
     _bookCollectionView->signal_activate().connect([this](guint position) { activate(position); });
-    watchClicks(*_bookCollectionView);
+    watchInput(*_bookCollectionView, *_bookCollectionView);
 
     // The view keeps cells for thirty rows of as many columns as it may have, so it may have only those that fit.
     _widthChanged = _scroller->get_hadjustment()->property_page_size().signal_changed().connect([this] {
@@ -42,6 +42,7 @@ GridSurface::~GridSurface()
 {
     _widthChanged.disconnect();
     _fitting.disconnect();
+    stopWatching();
     _bookCollectionView->set_model({});
 }
 

@@ -49,11 +49,12 @@ ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
     column("identifierColumn")->set_factory(texts(&BookInfo::isbn, "identifier"));
     _bookTable->set_model(sharedSelection());
     _bookTable->signal_activate().connect([this](guint position) { activate(position); });
-    watchClicks(*_bookTable);
+    watchInput(*_bookTable, *_bookTable->get_last_child());
 }
 
 ListSurface::~ListSurface()
 {
+    stopWatching();
     _bookTable->set_model({});
 }
 

@@ -53,6 +53,17 @@ std::vector<std::optional<std::string>> DesktopWorkspace::copyFiles(
     return copies;
 }
 
+bool DesktopWorkspace::canRecycleFile(const std::string& path) const
+{
+    try {
+        const auto info = Gio::File::create_for_path(path)->query_info(
+            G_FILE_ATTRIBUTE_ACCESS_CAN_TRASH, Gio::FileQueryInfoFlags::NOFOLLOW_SYMLINKS);
+        return info->get_attribute_boolean(G_FILE_ATTRIBUTE_ACCESS_CAN_TRASH);
+    } catch (const Glib::Error&) {
+        return false;
+    }
+}
+
 bool DesktopWorkspace::recycleFiles(const std::string& source, const std::vector<std::string>& names)
 {
     bool allWent = true;

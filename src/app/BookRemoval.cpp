@@ -1,0 +1,114 @@
+#include "app/BookRemoval.hpp"
+
+#include "platform/Files.hpp"
+#include "platform/Path.hpp"
+
+#include <map>
+
+namespace pagora {
+
+namespace {
+
+// An alert names no more files than this.
+constexpr std::size_t mostNames = 5;
+
+std::string listed(const std::vector<std::string>& paths)
+{
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < paths.size() && i < mostNames; ++i)
+        names.push_back("“" + lastPathComponent(paths[i]) + "”");
+    if (paths.size() > mostNames)
+        names.push_back("and " + std::to_string(paths.size() - mostNames) + " more");
+    return joined(names, "\n");
+}
+
+// Whether the files of a folder can go to the Trash is asked once a folder.
+class TrashQuestions {
+public:
+    explicit TrashQuestions(const Workspace& workspace)
+        : _workspace(workspace)
+    {
+    }
+
+    bool takes(const std::string& path)
+    {
+        const auto folder = deletingLastPathComponent(path);
+        const auto known = _answers.find(folder);
+        if (known != _answers.end())
+            return known->second;
+        // A file that is missing says nothing about its folder.
+        if (!fileExists(path))
+            return true;
+        return _answers[folder] = _workspace.canRecycleFile(path);
+    }
+
+private:
+    const Workspace& _workspace;
+    std::map<std::string, bool> _answers;
+};
+
+}
+
+BookRemoval::BookRemoval(const Platform& platform, LibraryState& state, LibraryViews& views)
+    : _platform(platform)
+    , _state(state)
+    , _views(views)
+{
+}
+
+void BookRemoval::remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDisk remove)
+{
+    TrashQuestions trash(_platform.workspace);
+    std::vector<std::string> archives;
+    std::vector<std::string> withoutTrash;
+    bool changed = false;
+    for (const auto& book : books) {
+        const bool goesToTrash = remove == ByRemovingFromDisk::Yes && book->epubPath();
+        if (goesToTrash && !trash.takes(*book->epubPath())) {
+            withoutTrash.push_back(*book->epubPath());
+            continue;
+        }
+        changed = takeOut(book) || changed;
+        if (goesToTrash)
+            archives.push_back(*book->epubPath());
+    }
+    if (changed) {
+        _state.catalogue.save(_platform.defaults);
+        _views.refreshBookView(_state.catalogue.bookList());
+    }
+    tell("There is no Trash for this", withoutTrash, "Nothing was deleted: file and book stay in the library.");
+    if (!archives.empty())
+        recycle(std::move(archives));
+}
+
+bool BookRemoval::takeOut(const BookInfoPtr& book)
+{
+    if (!book->isbn() || !_state.catalogue.removeFirstWithISBN(*book->isbn()))
+        return false;
+    if (_state.currentBook == book)
+        _state.currentBook = nullptr;
+    return true;
+}
+
+void BookRemoval::recycle(std::vector<std::string> archives)
+{
+    _platform.runLoop.performInBackground([this, archives = std::move(archives)] {
+        std::vector<std::string> notMoved;
+        for (const auto& archive : archives) {
+            const auto folder = deletingLastPathComponent(archive);
+            if (!_platform.workspace.recycleFiles(folder, { lastPathComponent(archive) }) && fileExists(archive))
+                notMoved.push_back(archive);
+        }
+        _platform.runLoop.postToMainThread([this, notMoved = std::move(notMoved)] {
+            tell("Not moved to the Trash", notMoved, "Nothing was deleted: the file is still in its folder.");
+        });
+    });
+}
+
+void BookRemoval::tell(const std::string& title, const std::vector<std::string>& archives, const std::string& outcome)
+{
+    if (!archives.empty())
+        _platform.libraryWindow.runAlertPanel(title, listed(archives) + "\n\n" + outcome, "OK");
+}
+
+}

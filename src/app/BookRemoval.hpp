@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/LibraryState.hpp"
+#include "library_views/LibraryHub.hpp"
+#include "library_views/LibraryViews.hpp"
+
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// Takes books out of the catalogue and moves their archives to the Trash. Main thread; the move follows in the
+// background, for the Trash may be on another disk.
+class BookRemoval {
+public:
+    BookRemoval(const Platform& platform, LibraryState& state, LibraryViews& views);
+
+    // For each record, in order, the first book with its identifier leaves the library, and the record's archive goes
+    // with `remove`, also when no book matched. An archive that no Trash takes stays, and its book too, with an alert
+    // about all of them.
+    void remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDisk remove);
+
+private:
+    bool takeOut(const BookInfoPtr& book);
+    void recycle(std::vector<std::string> archives);
+    // An alert about files that stay; none when there are none.
+    void tell(const std::string& title, const std::vector<std::string>& archives, const std::string& outcome);
+
+    Platform _platform;
+    LibraryState& _state;
+    LibraryViews& _views;
+};
+
+}

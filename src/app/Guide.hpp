@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace pagora {
+
+// Writes the guide to Pagora, a book that comes with the program, into the folder and returns its path; missing when
+// that fails. Any thread.
+std::optional<std::string> writeGuide(const std::string& folder);
+
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/LibraryState.hpp"
+#include "epub/EpubImport.hpp"
+#include "library_views/LibraryViews.hpp"
+#include "platform/Task.hpp"
+
+#include <string>
+
+namespace pagora {
+
+// What is done to the library as a whole. Long work runs in the background; the operations are over when their tasks
+// are. Main thread.
+class LibraryMaintenance {
+public:
+    LibraryMaintenance(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);
+
+    // Forgets all that is stored and builds the catalogue anew from the library folder. A catalogue whose folder holds
+    // no book is kept.
+    Task<void> resetAppSettings();
+    // Brings the books of a folder into the library folder, by "move", or by any other mode but "empty" as copies, and
+    // imports what is in the library folder.
+    Task<void> resetEpubLibrary(std::string folder, std::string mode);
+    // Removes the temporary folder and stores the catalogue.
+    Task<void> killTempItems();
+    void showLibFolderInFinder();
+    // Writes a line to the log.
+    void testAction();
+
+private:
+    std::vector<std::string> bringIn(const std::string& folder, const std::string& mode);
+
+    Platform _platform;
+    LibraryState& _state;
+    LibraryViews& _views;
+    EpubImport& _import;
+};
+
+}

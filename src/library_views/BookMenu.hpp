@@ -1,0 +1,20 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// An item of a context menu; one without a title is a separator.
+struct BookMenuItem {
+    std::string title;
+    std::function<void()> action;
+
+    bool isSeparator() const { return title.empty(); }
+};
+
+// A context menu of a library view, from the top down.
+using BookMenu = std::vector<BookMenuItem>;
+
+}

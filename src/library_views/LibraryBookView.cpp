@@ -1,0 +1,89 @@
+#include "library_views/LibraryBookView.hpp"
+
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+constexpr int secondButton = 1001;
+
+constexpr const char* moveToTrashText = "Are You sure to move epub to Trash?";
+constexpr const char* removeItemText = "Are You sure to remove epub from library?";
+constexpr const char* removeBooksText = "Are You sure to remove epub(s) from library?";
+
+}
+
+LibraryBookView::LibraryBookView(
+    LibraryViewHost& host, LibrarySelection& selection, ArrayController& books, LibraryViewSurface& surface)
+    : _selection(selection)
+    , _books(books)
+    , _host(host)
+    , _surface(surface)
+    , _popupMenu({ { "Read this book", [this] { sendBookForReading(); } },
+          { "Show in Finder", [this] { showFileInFinder(); } }, {}, { "Move to Trash", [this] { moveToTrash(); } } })
+    , _removeMenu({ { "Remove epubs from library", [this] { removeBooks(); } } })
+{
+}
+
+void LibraryBookView::processAlert(const std::string& text, const BookInfoPtr&, std::function<void()> proceed)
+{
+    const char* agree = text.find("Trash") == std::string::npos ? "Remove from library" : "Move to Trash";
+    _host.runAlert(text, "Cancel", agree, [proceed = std::move(proceed)](int code) {
+        if (code == secondButton)
+            proceed();
+    });
+}
+
+void LibraryBookView::sendBookForReading()
+{
+    if (_mainController)
+        _mainController->sendDoubleClick();
+}
+
+void LibraryBookView::showFileInFinder()
+{
+    const auto& book = _selection.selectedBook;
+    if (_mainController && book && book->epubPath())
+        _mainController->selectFile(*book->epubPath());
+}
+
+void LibraryBookView::moveToTrash()
+{
+    askAndTrash(moveToTrashText);
+}
+
+void LibraryBookView::removeItem()
+{
+    askAndTrash(removeItemText);
+}
+
+// The alert may outlive the view, but not the window and the hub.
+void LibraryBookView::askAndTrash(const std::string& text)
+{
+    const auto book = _selection.selectedBook;
+    if (!book)
+        return;
+    processAlert(text, book, [&host = _host, hub = _mainController, book] {
+        host.readerButton().setEnabled(false);
+        if (hub)
+            hub->deleteItemFromCollection(book, ByRemovingFromDisk::Yes);
+    });
+}
+
+void LibraryBookView::askToRemove(std::vector<BookInfoPtr> books)
+{
+    processAlert(removeBooksText, nullptr, [&host = _host, hub = _mainController, books = std::move(books)] {
+        host.readerButton().setEnabled(false);
+        if (hub)
+            hub->deleteItemsFromLibrary(books);
+    });
+}
+
+void LibraryBookView::setToolbarReadButton(const BookInfoPtr& onlyBook)
+{
+    _selection.selectedBook = onlyBook;
+    _host.readerButton().setEnabled(onlyBook != nullptr);
+}
+
+}

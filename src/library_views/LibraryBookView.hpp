@@ -1,0 +1,63 @@
+#pragma once
+
+#include "library_views/ArrayController.hpp"
+#include "library_views/BookMenu.hpp"
+#include "library_views/LibraryHub.hpp"
+#include "library_views/LibrarySelection.hpp"
+#include "library_views/LibraryViewSurface.hpp"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// What the grid (MyCollectionView) and the list (MyTableView) do alike with the selected books: context menus, the
+// questions before books leave, and the read button. Its controller owns it. Main thread.
+class LibraryBookView : public LibraryViewSurface::Handler {
+public:
+    LibraryBookView(
+        LibraryViewHost& host, LibrarySelection& selection, ArrayController& books, LibraryViewSurface& surface);
+
+    void set_mainController(LibraryHub& hub) { _mainController = &hub; }
+
+    // For one book, and for several.
+    const BookMenu& popupMenu() const { return _popupMenu; }
+    const BookMenu& removeMenu() const { return _removeMenu; }
+
+    // Asks whether to go on, with the button that belongs to the question; `proceed` runs when the user agrees. The
+    // book is the one that the question is about, and is not shown.
+    void processAlert(const std::string& text, const BookInfoPtr& forBook, std::function<void()> proceed);
+
+    void sendBookForReading();
+    void showFileInFinder();
+    void moveToTrash();
+    void removeItem();
+    // Takes the selected books out of the library, when the user agrees.
+    virtual void removeBooks() = 0;
+    // Enables the read button, and keeps the book, when exactly one is selected.
+    virtual void setToolbarReadButton() = 0;
+
+    bool multiSelection() const { return _multiSelection; }
+    void setMultiSelection(bool multiSelection) { _multiSelection = multiSelection; }
+
+protected:
+    void setToolbarReadButton(const BookInfoPtr& onlyBook);
+    void askToRemove(std::vector<BookInfoPtr> books);
+    void popUp(const BookMenu& menu) { _surface.popUpContextMenu(menu); }
+
+    LibraryHub* _mainController = nullptr;
+    LibrarySelection& _selection;
+    ArrayController& _books;
+
+private:
+    void askAndTrash(const std::string& text);
+
+    LibraryViewHost& _host;
+    LibraryViewSurface& _surface;
+    BookMenu _popupMenu;
+    BookMenu _removeMenu;
+    bool _multiSelection = false;
+};
+
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "library_views/LibraryBookView.hpp"
+
+namespace pagora {
+
+// The grid of covers, as the user acts on it. `multiSelection` says whether two or more books were selected at the last
+// click or key. Main thread.
+class MyCollectionView : public LibraryBookView {
+public:
+    using LibraryBookView::LibraryBookView;
+
+    void userDidSelect() override;
+    void userWillClick() override { }
+    void mouseDown(int clickCount) override;
+    // An item is selected alone, unless several books are selected: then the selection stays, also for an item outside
+    // it.
+    void rightMouseUp(std::optional<std::size_t> item) override;
+    void removeBooks() override;
+    void setToolbarReadButton() override;
+};
+
+}

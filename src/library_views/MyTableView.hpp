@@ -1,0 +1,29 @@
+#pragma once
+
+#include "library_views/LibraryBookView.hpp"
+
+namespace pagora {
+
+class TableViewController;
+
+// The list of books, as the user acts on it. `multiSelection` says whether Control was held at the last press of the
+// left button. Main thread.
+class MyTableView : public LibraryBookView {
+public:
+    using LibraryBookView::LibraryBookView;
+    void set_tableController(TableViewController& controller) { _tableController = &controller; }
+
+    void userDidSelect() override;
+    // Without Control, a click starts a new selection.
+    void userWillClick() override;
+    void mouseDown(int clickCount) override;
+    // An item that is not selected is selected alone; a selection that holds it stays.
+    void rightMouseUp(std::optional<std::size_t> item) override;
+    void removeBooks() override;
+    void setToolbarReadButton() override;
+
+private:
+    TableViewController* _tableController = nullptr;
+};
+
+}

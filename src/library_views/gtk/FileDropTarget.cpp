@@ -1,0 +1,111 @@
+#include "library_views/gtk/FileDropTarget.hpp"
+
+#include <gdkmm/drop.h>
+#include <glib.h>
+
+namespace pagora {
+
+namespace {
+
+bool holds(Gdk::DragAction actions, Gdk::DragAction action)
+{
+    return (actions & action) != Gdk::DragAction();
+}
+
+// Files that are not on this computer, nor mounted, have no path and are left out.
+std::vector<std::string> pathsOf(const GValue& value)
+{
+    std::vector<std::string> paths;
+    GSList* const files = gdk_file_list_get_files(static_cast<GdkFileList*>(g_value_get_boxed(&value)));
+    for (const auto* each = files; each; each = each->next) {
+        if (const auto* const path = g_file_peek_path(G_FILE(each->data)))
+            paths.emplace_back(path);
+    }
+    g_slist_free(files);
+    return paths;
+}
+
+}
+
+FileDropTarget::FileDropTarget(Gtk::Widget& widget, Delegate delegate, std::function<void(bool)> isOver)
+    : _widget(widget)
+    , _delegate(std::move(delegate))
+    , _isOver(std::move(isOver))
+    , _target(Gtk::DropTarget::create(GDK_TYPE_FILE_LIST, Gdk::DragAction::COPY))
+{
+    // The names are read once, while the files are still held: the desktop may hand them out only once.
+    _target->set_preload(true);
+    _target->signal_enter().connect([this](double, double) { return judge(); }, false);
+    _target->signal_motion().connect([this](double, double) { return judgeAgain(); }, false);
+    _target->signal_leave().connect([this] { setOver(false); });
+    _target->signal_drop().connect([this](const Glib::ValueBase&, double, double) { return drop(); }, false);
+    _target->connect_property_changed("value", [this] {
+        if (gtk_drop_target_get_value(_target->gobj()) && judge() == Gdk::DragAction())
+            _target->reject();
+    });
+    widget.add_controller(_target);
+}
+
+FileDropTarget::~FileDropTarget()
+{
+    _isOver = nullptr;
+    _delegate = [] { return nullptr; };
+    _widget.remove_controller(_target);
+}
+
+DragOperation::Mask FileDropTarget::operationsOf(Gdk::DragAction actions)
+{
+    DragOperation::Mask operations = DragOperation::None;
+    const bool copies = holds(actions, Gdk::DragAction::COPY);
+    if (copies)
+        operations |= DragOperation::Copy;
+    if (holds(actions, Gdk::DragAction::MOVE))
+        operations |= DragOperation::Move;
+    if (holds(actions, Gdk::DragAction::LINK))
+        operations |= DragOperation::Link;
+    if (copies && actions != Gdk::DragAction::COPY)
+        operations |= DragOperation::Generic;
+    return operations;
+}
+
+DraggingInfo FileDropTarget::drag() const
+{
+    DraggingInfo info;
+    if (const auto* const value = gtk_drop_target_get_value(_target->gobj()))
+        info.fileNames = pathsOf(*value);
+    info.sourceOperations = operationsOf(_judged);
+    return info;
+}
+
+Gdk::DragAction FileDropTarget::judge()
+{
+    auto* const delegate = _delegate();
+    const auto drop = _target->get_current_drop();
+    _judged = drop ? drop->get_actions() : Gdk::DragAction();
+    _answer
+        = delegate && delegate->validateDrop(drag()) != DragOperation::None ? Gdk::DragAction::COPY : Gdk::DragAction();
+    setOver(_answer != Gdk::DragAction());
+    return _answer;
+}
+
+// What the source allows changes with the keys that are held.
+Gdk::DragAction FileDropTarget::judgeAgain()
+{
+    const auto drop = _target->get_current_drop();
+    return drop && drop->get_actions() != _judged ? judge() : _answer;
+}
+
+bool FileDropTarget::drop()
+{
+    setOver(false);
+    auto* const delegate = _delegate();
+    return delegate && delegate->prepareForDragOperation() && delegate->acceptDrop(drag());
+}
+
+void FileDropTarget::setOver(bool isOver)
+{
+    if (std::exchange(_over, isOver) != isOver && _isOver)
+        _isOver(isOver);
+}
+
+}

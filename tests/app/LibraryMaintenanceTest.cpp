@@ -1,0 +1,207 @@
+#include "tests/app/Program.hpp"
+
+#include <gtest/gtest.h>
+
+namespace pagora {
+
+using test::EpubBuilder;
+using Names = std::vector<std::string>;
+
+namespace {
+
+constexpr int cancel = 1000;
+constexpr int goOn = 1001;
+
+// A library of three books whose archives are in the library folder.
+struct Maintenance : testing::Test {
+    Maintenance()
+    {
+        for (const char* name : { "Sea", "Plan", "Tale" })
+            program.drop({ program.download(std::string(name) + ".epub", EpubBuilder().identifier(name)) });
+    }
+    void reset()
+    {
+        program.controller->resetAppSettings();
+        program.runLoop.runPosted();
+    }
+    Names sortedTitles()
+    {
+        auto titles = program.titles();
+        std::sort(titles.begin(), titles.end());
+        return titles;
+    }
+    std::string elsewhere(const std::string& name) { return program.home.path("Elsewhere/" + name); }
+
+    test::LaunchedProgram program;
+};
+
+}
+
+TEST_F(Maintenance, ResetBuildsTheCatalogueAnewWithEveryBookAtItsStart)
+{
+    program.book(1)->setLastIndex(3);
+    const auto before = program.book(0);
+    reset();
+    EXPECT_EQ(sortedTitles(), (Names { "Plan", "Sea", "Tale" }));
+    EXPECT_NE(program.book(0), before);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(program.book(i)->lastIndex(), 0U);
+        EXPECT_EQ(program.book(i)->lastCap(), 0U);
+    }
+    EXPECT_EQ(program.storedCount(), 3U);
+}
+
+TEST_F(Maintenance, ResetShowsAnEmptyLibraryAndItsProgressMeanwhile)
+{
+    program.runLoop.holdsBackground = true;
+    program.controller->resetAppSettings();
+    EXPECT_TRUE(program.window.shown->books.content().empty());
+    EXPECT_EQ(program.window.processLabelFake.text, "Resetting ePub data!");
+    EXPECT_TRUE(program.window.indicatorWindowFake.visible);
+    program.runLoop.finishBackground();
+    EXPECT_FALSE(program.window.indicatorWindowFake.visible);
+    EXPECT_TRUE(program.window.mainWindowFake.key);
+    EXPECT_EQ(program.window.shown->books.content().size(), 3U);
+}
+
+TEST_F(Maintenance, ResetRestoresTheSettings)
+{
+    program.defaults.setObject("DragDropMode", "Move");
+    program.defaults.setObject("Default", false);
+    program.defaults.setObject("FontName", "Serif");
+    reset();
+    EXPECT_EQ(program.defaults.stringForKey("DragDropMode"), "Copy");
+    EXPECT_TRUE(program.defaults.boolForKey("Default"));
+    EXPECT_EQ(program.defaults.stringForKey("BundleVersion"), test::Program::version);
+    EXPECT_FALSE(program.defaults.hasKey("FontName"));
+    EXPECT_FALSE(program.defaults.hasKey("PreviousSuccessfulLaunch"));
+}
+
+TEST_F(Maintenance, ResetWithAnEmptyLibraryFolderKeepsTheBooksAndResetsTheSettings)
+{
+    for (const char* name : { "Sea.epub", "Plan.epub", "Tale.epub" })
+        removeItem(program.inLibrary(name));
+    program.defaults.setObject("DragDropMode", "Move");
+    const auto stored = program.defaults.objectForKey("BookData");
+    const auto list = program.catalogue().bookList();
+    reset();
+    EXPECT_EQ(*program.catalogue().bookList(), *list);
+    EXPECT_EQ(program.defaults.objectForKey("BookData"), stored);
+    EXPECT_EQ(program.defaults.stringForKey("DragDropMode"), "Copy");
+    EXPECT_FALSE(program.window.indicatorWindowFake.visible);
+}
+
+TEST_F(Maintenance, ResetKeepsTheReaderSettingsOfThisRun)
+{
+    program.controller->state().settings.curFontName = "Serif";
+    reset();
+    EXPECT_EQ(program.controller->state().settings.curFontName, "Serif");
+}
+
+TEST_F(Maintenance, ResetFromTheMenuAsksFirst)
+{
+    program.defaults.setObject("DragDropMode", "Move");
+    program.window.actions.resetAppSettings();
+    EXPECT_EQ(program.window.questions.back().firstButton, "Cancel");
+    EXPECT_EQ(program.window.questions.back().secondButton, "Reset");
+    program.window.questions.back().answered(cancel);
+    EXPECT_EQ(program.defaults.stringForKey("DragDropMode"), "Move");
+    program.window.questions.back().answered(goOn);
+    EXPECT_EQ(program.defaults.stringForKey("DragDropMode"), "Copy");
+}
+
+TEST_F(Maintenance, FilesDroppedDuringAResetAreImportedAfterIt)
+{
+    program.runLoop.holdsBackground = true;
+    program.controller->resetAppSettings();
+    program.drop({ program.download("Song.epub") });
+    program.runLoop.holdsBackground = false;
+    program.runLoop.finishBackground();
+    EXPECT_EQ(program.catalogue().count(), 4U);
+    EXPECT_TRUE(fileExists(program.inLibrary("Song.epub")));
+}
+
+TEST_F(Maintenance, ResetSaysWhichArchivesAreRejected)
+{
+    test::makeFile(program.inLibrary("Sea.epub"), "no archive");
+    reset();
+    EXPECT_EQ(sortedTitles(), (Names { "Plan", "Tale" }));
+    EXPECT_NE(program.window.errorListFake.text.find("Sea.epub --> "), std::string::npos);
+}
+
+TEST_F(Maintenance, EmptyModeOnlyImportsWhatIsInTheLibraryFolder)
+{
+    program.writeBook(program.inLibrary("Song.epub"));
+    program.writeBook(elsewhere("Tune.epub"));
+    program.controller->resetEpubLibrary(program.home.path("Elsewhere"), "empty");
+    EXPECT_EQ(program.titles().back(), "Song");
+    EXPECT_EQ(program.catalogue().count(), 4U);
+    EXPECT_TRUE(fileExists(elsewhere("Tune.epub")));
+    EXPECT_FALSE(fileExists(program.inLibrary("Tune.epub")));
+    EXPECT_EQ(program.window.shown->books.content().size(), 4U);
+}
+
+TEST_F(Maintenance, MoveModeLeavesNoBookInTheSourceFolder)
+{
+    program.writeBook(elsewhere("Tune.epub"));
+    test::makeFile(elsewhere("notes.txt"), "notes");
+    program.controller->resetEpubLibrary(program.home.path("Elsewhere"), "move");
+    EXPECT_FALSE(fileExists(elsewhere("Tune.epub")));
+    EXPECT_TRUE(fileExists(elsewhere("notes.txt")));
+    EXPECT_TRUE(fileExists(program.inLibrary("Tune.epub")));
+    EXPECT_EQ(program.titles().back(), "Tune");
+}
+
+TEST_F(Maintenance, MoveModeKeepsABookThatCouldNotBeCopied)
+{
+    program.writeBook(elsewhere("Tune.epub"));
+    program.workspace.failing.insert("Tune.epub");
+    program.controller->resetEpubLibrary(program.home.path("Elsewhere"), "move");
+    EXPECT_TRUE(fileExists(elsewhere("Tune.epub")));
+    EXPECT_EQ(program.catalogue().count(), 3U);
+}
+
+TEST_F(Maintenance, AnyOtherModeLeavesTheBooksInTheSourceFolder)
+{
+    program.writeBook(elsewhere("Tune.epub"));
+    program.controller->resetEpubLibrary(program.home.path("Elsewhere"), "copy");
+    EXPECT_TRUE(fileExists(elsewhere("Tune.epub")));
+    EXPECT_TRUE(fileExists(program.inLibrary("Tune.epub")));
+    EXPECT_EQ(program.titles().back(), "Tune");
+}
+
+TEST_F(Maintenance, KillingTemporaryItemsLeavesNoTemporaryFolderAndStoresTheCatalogue)
+{
+    program.defaults.removeObject("BookData");
+    program.controller->killTempItems();
+    EXPECT_FALSE(fileExists(program.inTemporary("")));
+    EXPECT_EQ(program.storedCount(), 3U);
+}
+
+TEST_F(Maintenance, ABookIsUnpackedAgainAfterItsTemporaryFolderWasRemoved)
+{
+    program.doubleClick(0);
+    program.closeReader();
+    program.controller->killTempItems();
+    const auto folder = *program.book(0)->bookPath();
+    ASSERT_FALSE(fileExists(folder));
+    program.doubleClick(0);
+    EXPECT_TRUE(isFolder(folder));
+}
+
+TEST_F(Maintenance, ShowLibraryFolderRevealsIt)
+{
+    program.window.actions.showLibFolderInFinder();
+    EXPECT_EQ(program.workspace.revealed, (Names { program.home.path("Documents/ePubLibrary") }));
+}
+
+TEST_F(Maintenance, TestActionChangesNothing)
+{
+    const auto stored = program.defaults.objectForKey("BookData");
+    testing::internal::CaptureStderr();
+    program.window.actions.testAction();
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("Tester Action ******************"), std::string::npos);
+    EXPECT_EQ(program.defaults.objectForKey("BookData"), stored);
+}
+
+}

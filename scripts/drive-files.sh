@@ -1,0 +1,54 @@
+# shellcheck shell=bash
+# Drags files onto the running program, for scripts that have sourced drive.sh. The library window takes the left part of the
+# screen, the source of the drag stands on the right.
+
+library_width=960
+source_window=
+dragging=
+
+# The library window without what the desktop might have given it.
+place_library() {
+    local height
+    height=$(xdotool getdisplaygeometry | cut -d' ' -f2)
+    xdotool getactivewindow windowsize "$library_width" "$height" windowmove 0 0
+    settle
+}
+
+# offer_files FILE...: what the next drag carries; see tests/application/drag-source.cpp.
+offer_files() {
+    [ -z "$source_window" ] || kill "$source_window"
+    "$programs/drag-source" "$@" &
+    source_window=$!
+    within 20 xdotool search --onlyvisible --name '^Drag Source$'
+    xdotool search --onlyvisible --name '^Drag Source$' windowmove 1020 60
+    settle
+}
+
+# The part of the library where the drop target says what it is.
+drop_label() { import -window root -crop 400x70+280+760 -depth 8 rgb:- | sha1sum; }
+drop_label_changed() { [ "$(drop_label)" != "$dragging" ]; }
+
+# Takes the files up and holds them over the library.
+hold_files() {
+    dragging=$(drop_label)
+    xdotool mousemove --sync 1120 120 mousedown 1
+    local step
+    for step in $(seq 16); do
+        xdotool mousemove --sync $((1120 - step * 42)) $((120 + step * 20))
+        sleep 0.03
+    done
+}
+
+release_files() { xdotool mouseup 1; }
+
+# Drops the files that are offered, once the library shows that it takes them.
+drop_files() {
+    hold_files
+    within 20 drop_label_changed
+    release_files
+}
+
+end_files() {
+    [ -z "$source_window" ] || kill "$source_window" 2>/dev/null || true
+    source_window=
+}

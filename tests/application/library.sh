@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# Books are dropped on the library with a real pointer, selected, and removed to the Trash; an import of ten is stopped at
+# its third book.
+set -euo pipefail
+programs=$(realpath "$1")
+mkdir -p "$2"
+pictures=$(realpath "$2")
+here=$(cd "$(dirname "$0")/../../scripts" && pwd)
+. "$here/drive.sh"
+. "$here/drive-files.sh"
+
+library=$HOME/Documents/ePubLibrary
+trash=$HOME/.local/share/Trash
+books=$HOME/books
+
+# A book whose cover takes a while to draw: slow_book FILE
+slow_book() {
+    python3 - "$books/08 "*.epub "$1" <<'END'
+import sys, zipfile
+turbulence = "".join(f'<feTurbulence baseFrequency="0.{i}3" numOctaves="60" seed="{i}"/>' for i in range(1, 9))
+cover = f"""<svg xmlns="http://www.w3.org/2000/svg" width="600" height="880"><filter id="f" x="0" y="0" width="1"
+height="1">{turbulence}</filter><rect width="600" height="880" filter="url(#f)"/></svg>"""
+with zipfile.ZipFile(sys.argv[1]) as old, zipfile.ZipFile(sys.argv[2], "w") as new:
+    for name in old.namelist():
+        new.writestr(name, cover if name.endswith("cover.svg") else old.read(name))
+END
+}
+copies_are() { [ "$(ls "$library" | wc -l)" = "$1" ]; }
+is_in_trash() { [ -f "$trash/files/$1" ] && grep -q '^Path=.*ePubLibrary' "$trash/info/$1.trashinfo"; }
+
+"$here/make-sample-books" "$books" >/dev/null
+start
+within 20 window_is Pagora
+place_library
+
+# A source that allows nothing but a copy is refused, and so are other files.
+offer_files --copy-only "$books/04 The Copper Bridge.epub"
+hold_files
+settle
+release_files
+cp "$books/05 Winter Mathematics.epub" "$books/Winter.EPUB"
+offer_files "$books/Winter.EPUB"
+hold_files
+settle
+release_files
+
+offer_files "$books/01 The Lantern Keeper.epub" "$books/02 A Quiet Harbour.epub" "$books/03 Letters from the Orchard.epub"
+drop_files
+within 30 catalogue 'len(books) == 3'
+catalogue '[book["Author"] for book in books] == ["Ada Marlow", "Bruno Castell", "Celia Wren"]' ||
+    fail "other books came in than were dropped"
+[ -f "$books/01 The Lantern Keeper.epub" ] || fail "a book that was to be copied is gone"
+settle
+
+# The first two of them go to the Trash.
+click 100 200
+xdotool keydown ctrl
+click 260 200
+xdotool keyup ctrl
+settle
+xdotool key ctrl+Delete
+picture alert
+xdotool key Tab Return
+within 30 catalogue 'len(books) == 1'
+within 30 is_in_trash "01 The Lantern Keeper.epub"
+within 30 is_in_trash "02 A Quiet Harbour.epub"
+copies_are 1 || fail "an archive is still in the library folder"
+catalogue 'books[0]["Author"] == "Celia Wren"' || fail "the wrong book is gone"
+within 20 window_is Pagora
+
+# Ten books, of which the third takes a while; the import stops when it is done.
+mkdir "$HOME/ten"
+for number in 01 02 04 05 06 07 08 09 10; do
+    cp "$books/06 Marginalia.epub" "$HOME/ten/Ten $number.epub"
+done
+slow_book "$HOME/ten/Ten 03.epub"
+offer_files "$HOME/ten/Ten "*.epub
+drop_files
+within 60 copies_are 3
+xdotool mousemove --sync $((library_width - 40)) 838 click 1
+within 120 catalogue 'len(books) == 4'
+copies_are 4 || fail "the import went on"
+picture stopped
+end_files
+xdotool search --onlyvisible --name '^Pagora$' windowactivate --sync
+xdotool key ctrl+q
+within 20 ended
+program=

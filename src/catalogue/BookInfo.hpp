@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace pagora {
@@ -43,13 +44,16 @@ public:
     void setImgData(std::optional<Data> data) { _imgData = std::move(data); }
 
     // The content documents in reading order, as file URLs below `bookPath`.
-    const std::vector<Url>& files() const { return _files; }
+    std::vector<Url> files() const;
     void setFiles(std::vector<Url> files) { _files = std::move(files); }
+    // The same as an array of paths, which is read when the files are asked for.
+    void setStoredFiles(Value paths) { _files = std::move(paths); }
 
     // The table of contents: dictionaries with "src" (absolute path, fragment kept), "text" and "level". Missing when a
     // stored entry had none.
-    const std::optional<Value::Array>& content() const { return _content; }
-    void setContent(std::optional<Value::Array> content) { _content = std::move(content); }
+    std::optional<Value::Array> content() const;
+    // An array.
+    void setContent(std::optional<Value> content) { _content = std::move(content); }
 
     // Reading position: index of the content document last shown, and the position in it, truncated.
     std::uint64_t lastIndex() const { return _lastIndex; }
@@ -86,8 +90,8 @@ private:
     std::optional<std::string> _author;
     std::optional<std::string> _isbn;
     std::optional<Data> _imgData;
-    std::vector<Url> _files;
-    std::optional<Value::Array> _content = Value::Array {};
+    std::variant<std::vector<Url>, Value> _files;
+    std::optional<Value> _content = Value::Array {};
     std::uint64_t _lastIndex = 0;
     std::uint64_t _lastCap = 0;
     std::optional<double> _lastPlace;

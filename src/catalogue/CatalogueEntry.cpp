@@ -80,18 +80,9 @@ BookInfoPtr bookFromEntry(const Value& entry)
     if (place)
         book->setLastPlace(realFrom(place));
     const auto* content = entry.find(Content);
-    if (content && content->array())
-        book->setContent(*content->array());
-    else
-        book->setContent(std::nullopt);
-    std::vector<Url> urls;
-    if (const auto* files = entry.find(Files); files && files->array()) {
-        for (const auto& path : *files->array()) {
-            if (const auto* text = path.string())
-                urls.push_back(Url::file(*text));
-        }
-    }
-    book->setFiles(std::move(urls));
+    book->setContent(content && content->isArray() ? std::optional(*content) : std::nullopt);
+    if (const auto* files = entry.find(Files))
+        book->setStoredFiles(*files);
     book->setBookPath(stringFrom(entry.find(BookLoc)));
     book->setFixedWidth(storedNumber(entry, fixedWidth));
     book->setFixedHeight(storedNumber(entry, fixedHeight));

@@ -2,15 +2,13 @@
 
 #include "platform/ArrayDifference.hpp"
 #include "platform/DefaultsFile.hpp"
-#include "platform/StoredData.hpp"
+#include "platform/StoredParts.hpp"
 #include "platform/Value.hpp"
 
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace pagora {
@@ -19,9 +17,6 @@ namespace pagora {
 // element counts as unchanged when it is a copy of the stored one. One thread at a time.
 class DefaultsIndex {
 public:
-    // Data of more bytes than this inside an array's elements are stored apart.
-    static constexpr std::size_t largestInlineData = 512;
-
     // By key: the value to store, or none to remove the key.
     using Changes = std::map<std::string, std::optional<Value>>;
 
@@ -35,9 +30,7 @@ public:
         RowChanges rows;
         std::map<std::string, ArrayDifference> arrays;
         Changes others;
-        // How many uses more or less each data row has, and the ids of data that get a row.
-        std::unordered_map<std::int64_t, int> dataUses;
-        std::unordered_map<const void*, std::int64_t> newData;
+        StoredParts::Plan parts;
         bool isEmpty() const { return arrays.empty() && others.empty(); }
     };
 
@@ -52,29 +45,15 @@ private:
         bool isArray = false;
         std::vector<StoredElement> elements;
     };
-    // A data row: how many times elements name it, and whether something in memory may read it.
-    struct DataUse {
-        int uses = 0;
-        std::weak_ptr<const StoredDataRow> inMemory;
-    };
 
-    Data dataAt(std::int64_t id, std::size_t size);
-    std::optional<std::int64_t> placeOf(const Data& data, const Plan& plan) const;
-    std::string encodeElement(const Value& value, Plan& plan);
-    void countUses(const Value& value, int step, Plan& plan) const;
     void planArray(const std::string& key, const Value::Array& array, Plan& plan);
     void planOther(const std::string& key, const std::optional<Value>& value, Plan& plan);
-    void planDataRows(Plan& plan) const;
-    void commitDataRows(const Plan& plan);
 
     std::shared_ptr<StoredDataSource> _source;
+    StoredParts _parts;
     StoreState _state;
     std::map<std::string, Entry> _entries;
-    std::unordered_map<std::int64_t, DataUse> _data;
-    // The data rows without uses.
-    std::set<std::int64_t> _left;
     std::int64_t _nextElement = 1;
-    std::int64_t _nextData = 1;
 };
 
 }

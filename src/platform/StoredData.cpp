@@ -2,6 +2,7 @@
 
 #include "platform/DefaultsFile.hpp"
 #include "platform/Log.hpp"
+#include "platform/ValueCoding.hpp"
 
 #include <utility>
 
@@ -28,6 +29,18 @@ std::optional<std::string> StoredDataSource::read(std::int64_t id)
     log("Stored data " + std::to_string(id) + " cannot be read from " + _path + "; trying the backup.");
     const auto backup = DefaultsFile::openToRead(_backupPath, condition);
     return backup ? backup->readData(id) : std::nullopt;
+}
+
+StoredDataRow::StoredDataRow(std::shared_ptr<StoredDataSource> source, std::int64_t id)
+    : source(std::move(source))
+    , id(id)
+{
+}
+
+std::optional<Value> StoredDataRow::read() const
+{
+    const auto bytes = source->read(id);
+    return bytes ? decodeValue(*bytes) : std::nullopt;
 }
 
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Value.hpp"
+
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -26,10 +28,13 @@ private:
     std::unique_ptr<DefaultsFile> _file;
 };
 
-// One row of large data, for as long as something in memory may read it.
-struct StoredDataRow {
-    std::shared_ptr<StoredDataSource> source;
-    std::int64_t id;
+// One row of large data or of a container's stored form, for as long as something in memory may read it.
+struct StoredDataRow : Value::Source {
+    StoredDataRow(std::shared_ptr<StoredDataSource> source, std::int64_t id);
+    std::optional<Value> read() const override;
+
+    const std::shared_ptr<StoredDataSource> source;
+    const std::int64_t id;
 };
 
 // The reader of such data.

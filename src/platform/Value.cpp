@@ -1,8 +1,16 @@
 #include "platform/Value.hpp"
 
+#include <mutex>
 #include <utility>
 
 namespace pagora {
+
+namespace {
+
+// Guards what is kept elsewhere while it is read: seldom, and never two for long.
+std::mutex reading;
+
+}
 
 Value::Value(std::string text)
     : _content(std::make_shared<const Content>(std::move(text)))
@@ -45,6 +53,27 @@ Value::Value(Dictionary dictionary)
 {
 }
 
+Value::Value(Container kind, std::shared_ptr<const Source> source)
+    : _content(std::make_shared<const Content>(Kept { kind, std::move(source), nullptr }))
+{
+}
+
+const Value::Content& Value::content() const
+{
+    const auto* kept = std::get_if<Kept>(_content.get());
+    if (!kept)
+        return *_content;
+    const std::lock_guard lock(reading);
+    if (!kept->value) {
+        auto value = kept->source->read();
+        const bool isArray = kept->kind == Container::Array;
+        if (!value || !(isArray ? value->array() != nullptr : value->dictionary() != nullptr))
+            value = isArray ? Value(Array()) : Value(Dictionary());
+        kept->value = std::make_shared<const Value>(std::move(*value));
+    }
+    return *kept->value->_content;
+}
+
 const std::string* Value::string() const
 {
     return std::get_if<std::string>(_content.get());
@@ -77,12 +106,29 @@ const Data* Value::data() const
 
 const Value::Array* Value::array() const
 {
-    return std::get_if<Array>(_content.get());
+    return std::get_if<Array>(&content());
 }
 
 const Value::Dictionary* Value::dictionary() const
 {
-    return std::get_if<Dictionary>(_content.get());
+    return std::get_if<Dictionary>(&content());
+}
+
+bool Value::isArray() const
+{
+    const auto* kept = std::get_if<Kept>(_content.get());
+    return kept ? kept->kind == Container::Array : std::holds_alternative<Array>(*_content);
+}
+
+bool Value::isContainer() const
+{
+    return isArray() || source() || std::holds_alternative<Dictionary>(*_content);
+}
+
+const Value::Source* Value::source() const
+{
+    const auto* kept = std::get_if<Kept>(_content.get());
+    return kept ? kept->source.get() : nullptr;
 }
 
 const Value* Value::find(const std::string& key) const
@@ -96,7 +142,7 @@ const Value* Value::find(const std::string& key) const
 
 bool Value::operator==(const Value& other) const
 {
-    return isSameAs(other) || *_content == *other._content;
+    return isSameAs(other) || content() == other.content();
 }
 
 }

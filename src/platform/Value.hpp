@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -24,6 +25,15 @@ public:
     using Array = std::vector<Value>;
     using Dictionary = std::map<std::string, Value>;
 
+    // Where an array or a dictionary lies until somebody asks for its elements.
+    class Source {
+    public:
+        virtual ~Source() = default;
+        // Missing when it cannot be read. Any thread.
+        virtual std::optional<Value> read() const = 0;
+    };
+    enum class Container : bool { Array, Dictionary };
+
     Value(std::string text);
     Value(const char* text);
     Value(int number);
@@ -34,6 +44,8 @@ public:
     Value(Data data);
     Value(Array array);
     Value(Dictionary dictionary);
+    // A container that is read when its elements are first asked for; empty when that fails.
+    Value(Container kind, std::shared_ptr<const Source> source);
 
     // The content, or null when the value is of another kind.
     const std::string* string() const;
@@ -44,6 +56,12 @@ public:
     const Data* data() const;
     const Array* array() const;
     const Dictionary* dictionary() const;
+
+    // The same without reading the elements.
+    bool isArray() const;
+    bool isContainer() const;
+    // Where the elements are read from; null for a value that was made in memory.
+    const Source* source() const;
 
     // The entry of a dictionary; null when there is none or the value is no dictionary.
     const Value* find(const std::string& key) const;
@@ -56,7 +74,18 @@ public:
     const void* identity() const { return _content.get(); }
 
 private:
-    using Content = std::variant<std::string, std::int64_t, double, bool, Date, Data, Array, Dictionary>;
+    struct Kept {
+        bool operator==(const Kept& other) const { return source == other.source; }
+        Container kind;
+        std::shared_ptr<const Source> source;
+        // Null until it is read.
+        mutable std::shared_ptr<const Value> value;
+    };
+    using Content = std::variant<std::string, std::int64_t, double, bool, Date, Data, Array, Dictionary, Kept>;
+
+    // The content with its elements read.
+    const Content& content() const;
+
     std::shared_ptr<const Content> _content;
 };
 

@@ -9,12 +9,25 @@ namespace {
 
 constexpr char codingVersion = 1;
 
-enum class Tag : std::uint8_t { String = 1, Integer, Real, False, True, Date, Data, DataApart, Array, Dictionary };
+enum class Tag : std::uint8_t {
+    String = 1,
+    Integer,
+    Real,
+    False,
+    True,
+    Date,
+    Data,
+    DataApart,
+    Array,
+    Dictionary,
+    ArrayApart,
+    DictionaryApart
+};
 
 class Encoder {
 public:
-    explicit Encoder(const PlaceData& placeData)
-        : _placeData(placeData)
+    explicit Encoder(const PlaceParts& place)
+        : _place(place)
     {
     }
 
@@ -32,6 +45,8 @@ public:
             addTag(Tag::Date).addReal(date->secondsSince1970);
         else if (auto* data = value.data())
             addData(*data);
+        else if (const auto place = depth > 0 && _place.container ? _place.container(value) : std::nullopt)
+            addTag(value.isArray() ? Tag::ArrayApart : Tag::DictionaryApart).addSigned(*place);
         else if (auto* array = value.array())
             addArray(*array, depth);
         else if (auto* dictionary = value.dictionary())
@@ -75,7 +90,7 @@ private:
 
     void addData(const Data& data)
     {
-        const auto place = _placeData ? _placeData(data) : std::nullopt;
+        const auto place = _place.data ? _place.data(data) : std::nullopt;
         if (place) {
             addTag(Tag::DataApart).addSigned(*place);
             addCount(data.size());
@@ -105,15 +120,15 @@ private:
         }
     }
 
-    const PlaceData& _placeData;
+    const PlaceParts& _place;
 };
 
 // Each operation gives a missing result at the end of the bytes or at anything malformed.
 class Decoder {
 public:
-    Decoder(std::string_view bytes, const FindData& findData)
+    Decoder(std::string_view bytes, const FindParts& find)
         : _left(bytes)
-        , _findData(findData)
+        , _find(find)
     {
     }
 
@@ -164,6 +179,10 @@ public:
             return array(depth);
         case Tag::Dictionary:
             return dictionary(depth);
+        case Tag::ArrayApart:
+            return containerApart(Value::Container::Array);
+        case Tag::DictionaryApart:
+            return containerApart(Value::Container::Dictionary);
         }
         return std::nullopt;
     }
@@ -216,11 +235,17 @@ private:
     {
         const auto place = signedNumber();
         const auto size = count();
-        if (!place || !size || !_findData)
+        if (!place || !size || !_find.data)
             return std::nullopt;
-        if (auto data = _findData(*place, *size))
+        if (auto data = _find.data(*place, *size))
             return Value(std::move(*data));
         return std::nullopt;
+    }
+
+    std::optional<Value> containerApart(Value::Container kind)
+    {
+        const auto place = signedNumber();
+        return place && _find.container ? _find.container(*place, kind) : std::nullopt;
     }
 
     std::optional<Value> array(int depth)
@@ -261,21 +286,21 @@ private:
     }
 
     std::string_view _left;
-    const FindData& _findData;
+    const FindParts& _find;
 };
 
 }
 
-std::string encodeValue(const Value& value, const PlaceData& placeData)
+std::string encodeValue(const Value& value, const PlaceParts& place)
 {
-    Encoder encoder(placeData);
+    Encoder encoder(place);
     encoder.add(value, 0);
     return std::move(encoder.bytes);
 }
 
-std::optional<Value> decodeValue(std::string_view bytes, const FindData& findData)
+std::optional<Value> decodeValue(std::string_view bytes, const FindParts& find)
 {
-    Decoder decoder(bytes, findData);
+    Decoder decoder(bytes, find);
     if (decoder.byte() != codingVersion)
         return std::nullopt;
     auto value = decoder.value(0);

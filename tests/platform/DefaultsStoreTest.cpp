@@ -20,6 +20,25 @@ Value entry(int number, const Data& cover)
     return Value::Dictionary { { "CoverImage", cover }, { "LastInd", number } };
 }
 
+// The paths of a book's files.
+Value paths(const std::string& folder = "/books/Sea")
+{
+    Value::Array paths;
+    for (int i = 0; i < 100; ++i)
+        paths.emplace_back(folder + "/chapter" + std::to_string(i) + ".xhtml");
+    return paths;
+}
+
+Value entryWithFiles(int number, const Value& files)
+{
+    return Value::Dictionary { { "Files", files }, { "LastInd", number } };
+}
+
+const Value* filesOf(const Value& books)
+{
+    return books.array()->front().find("Files");
+}
+
 Data cover(char character = 'x')
 {
     return Data(std::string(8000, character));
@@ -142,6 +161,88 @@ TEST(DefaultsStore, UnusedLargeDataGoWithALaterFlush)
     }
     EXPECT_EQ(rowsIn(folder.path("defaults.sqlite"), "data"), 0);
     EXPECT_EQ(rowsIn(folder.path("defaults.sqlite"), "leftData"), 0);
+}
+
+TEST(DefaultsStore, ALongListInAnEntryStaysOnTheDiskUntilItIsAskedFor)
+{
+    const TemporaryFolder folder;
+    Flushes(folder.path()).rows("BookData", Value::Array { entryWithFiles(1, paths()) });
+    const Flushes flushes(folder.path());
+    const Value* files = filesOf(flushes.values.at("BookData"));
+    ASSERT_NE(files->source(), nullptr);
+    EXPECT_EQ(*files, paths());
+}
+
+TEST(DefaultsStore, AListThatHoldsLargeDataStaysWithItsEntry)
+{
+    const TemporaryFolder folder;
+    const Value pictures(Value::Array { cover('a'), cover('b') });
+    Flushes(folder.path()).rows("BookData", Value::Array { entryWithFiles(1, pictures) });
+    const Flushes flushes(folder.path());
+    EXPECT_EQ(filesOf(flushes.values.at("BookData"))->source(), nullptr);
+    EXPECT_EQ(*filesOf(flushes.values.at("BookData")), pictures);
+}
+
+TEST(DefaultsStore, ALongListIsNotWrittenAgainWithItsEntry)
+{
+    const TemporaryFolder folder;
+    const Value files = paths();
+    Flushes flushes(folder.path());
+    EXPECT_EQ(flushes.rows("BookData", Value::Array { entryWithFiles(1, files) }), 3);
+    EXPECT_EQ(flushes.rows("BookData", Value::Array { entryWithFiles(2, files) }), 1);
+    EXPECT_EQ(flushes.rows("BookData", Value::Array { entryWithFiles(2, paths("/books/Land")) }), 3);
+}
+
+TEST(DefaultsStore, ALongListThatWasLoadedIsNotWrittenAgainWithItsEntry)
+{
+    const TemporaryFolder folder;
+    Flushes(folder.path()).rows("BookData", Value::Array { entryWithFiles(1, paths()) });
+    Flushes flushes(folder.path());
+    const Value loaded = *filesOf(flushes.values.at("BookData"));
+    EXPECT_EQ(flushes.rows("BookData", Value::Array { entryWithFiles(2, loaded) }), 1);
+    EXPECT_EQ(loaded, paths());
+}
+
+TEST(DefaultsStore, AnUnusedLongListGoesWithALaterFlush)
+{
+    const TemporaryFolder folder;
+    {
+        const Value files = paths();
+        Flushes flushes(folder.path());
+        flushes.rows("BookData", Value::Array { entryWithFiles(1, files), entryWithFiles(2, files) });
+        flushes.rows("BookData", Value::Array { entryWithFiles(1, files) });
+        flushes.rows("BookData", Value::Array {});
+        flushes.rows("later", 1);
+    }
+    EXPECT_EQ(rowsIn(folder.path("defaults.sqlite"), "data"), 0);
+    EXPECT_EQ(rowsIn(folder.path("defaults.sqlite"), "leftData"), 0);
+}
+
+TEST(DefaultsStore, AListThatLeftTheStoreAndComesBackIsStoredAnew)
+{
+    const TemporaryFolder folder;
+    const Value files = paths();
+    {
+        Flushes flushes(folder.path());
+        flushes.rows("BookData", Value::Array { entryWithFiles(1, files) });
+        flushes.rows("BookData", Value::Array {});
+        flushes.rows("later", 1);
+        flushes.rows("BookData", Value::Array { entryWithFiles(2, files) });
+    }
+    EXPECT_EQ(*filesOf(Flushes(folder.path()).values.at("BookData")), files);
+}
+
+TEST(DefaultsStore, ADamagedLongListIsReadFromTheBackup)
+{
+    const TemporaryFolder folder;
+    Flushes(folder.path()).rows("BookData", Value::Array { entryWithFiles(1, paths()) });
+    {
+        SQLite::Database file(folder.path("defaults.sqlite"), SQLite::OPEN_READWRITE);
+        file.exec("UPDATE data SET bytes = zeroblob(1000)");
+    }
+    const LogCapture quiet([](const std::string&) {});
+    const Flushes flushes(folder.path());
+    EXPECT_EQ(*filesOf(flushes.values.at("BookData")), paths());
 }
 
 TEST(DefaultsStore, TheBackupHasTheSameRows)

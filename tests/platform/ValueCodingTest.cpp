@@ -78,18 +78,39 @@ TEST(ValueCoding, NestingPastTheBoundIsStoredEmpty)
 TEST(ValueCoding, PlacedDataAreFoundByTheirPlace)
 {
     const Value value(Value::Array { Data("large"), Data("s") });
-    const std::string bytes = encodeValue(
-        value, [](const Data& data) { return data.size() > 1 ? std::optional<std::int64_t>(-7) : std::nullopt; });
+    const std::string bytes = encodeValue(value,
+        { [](const Data& data) { return data.size() > 1 ? std::optional<std::int64_t>(-7) : std::nullopt; }, {} });
     EXPECT_EQ(bytes.find("large"), std::string::npos);
-    const auto decoded = decodeValue(bytes, [](std::int64_t place, std::size_t size) {
-        return place == -7 && size == 5 ? std::optional(Data("large")) : std::nullopt;
-    });
+    const auto decoded = decodeValue(bytes,
+        { [](std::int64_t place, std::size_t size) {
+             return place == -7 && size == 5 ? std::optional(Data("large")) : std::nullopt;
+         },
+            {} });
     EXPECT_EQ(decoded, value);
 }
 
 TEST(ValueCoding, PlacedDataWithoutPlacesAreMalformed)
 {
-    const std::string bytes = encodeValue(Data("a"), [](const Data&) { return std::optional<std::int64_t>(1); });
+    const std::string bytes
+        = encodeValue(Data("a"), { [](const Data&) { return std::optional<std::int64_t>(1); }, {} });
+    EXPECT_EQ(decodeValue(bytes), std::nullopt);
+}
+
+TEST(ValueCoding, PlacedContainersAreFoundByTheirPlaceAndKind)
+{
+    const Value list(Value::Array { 1, 2 });
+    const Value value(Value::Dictionary { { "files", list }, { "title", "Sea" } });
+    const std::string bytes
+        = encodeValue(value, { {}, [&](const Value& container) -> std::optional<std::int64_t> {
+                                  return container.isSameAs(list) ? std::optional<std::int64_t>(12) : std::nullopt;
+                              } });
+    std::vector<Value::Container> kinds;
+    const auto decoded = decodeValue(bytes, { {}, [&](std::int64_t place, Value::Container kind) {
+                                                 kinds.push_back(kind);
+                                                 return place == 12 ? std::optional(list) : std::nullopt;
+                                             } });
+    EXPECT_EQ(decoded, value);
+    EXPECT_EQ(kinds, std::vector { Value::Container::Array });
     EXPECT_EQ(decodeValue(bytes), std::nullopt);
 }
 

@@ -47,6 +47,52 @@ TEST(Value, ValuesOfDifferentKindsDiffer)
     EXPECT_FALSE(Value(1) == Value(1.0));
 }
 
+namespace {
+
+// Gives a value, or nothing, and counts how often it is asked.
+struct CountingSource : Value::Source {
+    explicit CountingSource(std::optional<Value> value)
+        : value(std::move(value))
+    {
+    }
+    std::optional<Value> read() const override
+    {
+        ++reads;
+        return value;
+    }
+    std::optional<Value> value;
+    mutable int reads = 0;
+};
+
+}
+
+TEST(Value, KeptContainerIsReadOnceWhenItIsAskedFor)
+{
+    const auto source = std::make_shared<CountingSource>(Value(Value::Array { 1, 2 }));
+    const Value value(Value::Container::Array, source);
+    EXPECT_TRUE(value.isArray());
+    EXPECT_EQ(value.string(), nullptr);
+    EXPECT_EQ(source->reads, 0);
+    EXPECT_EQ(*value.array(), (Value::Array { 1, 2 }));
+    EXPECT_EQ(value.dictionary(), nullptr);
+    EXPECT_EQ(source->reads, 1);
+}
+
+TEST(Value, KeptContainerEqualsTheSameInMemory)
+{
+    const Value::Dictionary entries { { "title", "Sea" } };
+    const Value value(Value::Container::Dictionary, std::make_shared<CountingSource>(Value(entries)));
+    EXPECT_EQ(value, Value(entries));
+    EXPECT_EQ(*value.find("title"), Value("Sea"));
+}
+
+TEST(Value, KeptContainerThatCannotBeReadIsEmpty)
+{
+    using enum Value::Container;
+    EXPECT_EQ(Value(Array, std::make_shared<CountingSource>(std::nullopt)), Value(Value::Array {}));
+    EXPECT_EQ(Value(Dictionary, std::make_shared<CountingSource>(Value("a text"))), Value(Value::Dictionary {}));
+}
+
 TEST(Data, ReadsStoredBytesAtEachCall)
 {
     int reads = 0;

@@ -64,6 +64,34 @@ protected:
         }
     }
 
+    // A key as the list gets it. Whether it took the key.
+    bool type(guint keyval)
+    {
+        gboolean taken = FALSE;
+        g_autoptr(GListModel) controllers = gtk_widget_observe_controllers(GTK_WIDGET(list.gobj()));
+        for (guint i = 0; i < g_list_model_get_n_items(controllers) && !taken; ++i) {
+            g_autoptr(GtkEventController) each = GTK_EVENT_CONTROLLER(g_list_model_get_item(controllers, i));
+            if (GTK_IS_EVENT_CONTROLLER_KEY(each)
+                && gtk_event_controller_get_propagation_phase(each) == GTK_PHASE_CAPTURE)
+                g_signal_emit_by_name(each, "key-pressed", keyval, 0u, GdkModifierType(0), &taken);
+        }
+        return taken;
+    }
+    // Opens what has the keyboard focus and says what that was.
+    std::string openedByEnter()
+    {
+        const auto before = chapters.urls.size();
+        type(GDK_KEY_Return);
+        return waitUntil([&] { return chapters.urls.size() > before; }) ? chapters.urls.back() : "";
+    }
+    void loadTitles(const std::vector<std::string>& titles)
+    {
+        std::vector<ContentsEntry> entries;
+        for (const auto& title : titles)
+            entries.push_back({ title, Url::file("/b/" + title), 1 });
+        pane.loadTOC(entries);
+    }
+
     Gtk::Window window;
     Gtk::ScrolledWindow clip;
     Gtk::ListView list;
@@ -175,6 +203,61 @@ TEST_F(TocViewTest, PressOnAListThatIsGoneOpensNothing)
     load(50);
     settle();
     EXPECT_TRUE(chapters.urls.empty());
+}
+
+TEST_F(TocViewTest, EnterOpensTheLinkThatHasTheFocus)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    list.grab_focus();
+    settle();
+    EXPECT_EQ(openedByEnter(), "file:///b/0");
+}
+
+TEST_F(TocViewTest, TheKeyboardComesInAtTheChapterThatIsRead)
+{
+    load(5000);
+    ASSERT_TRUE(isLaidOut());
+    pane.updateTOClinkWithKey("4000", 300);
+    list.grab_focus();
+    settle();
+    EXPECT_EQ(openedByEnter(), "file:///b/4000");
+}
+
+TEST_F(TocViewTest, TypingLeadsToTheNextLinkThatBeginsSo)
+{
+    loadTitles({ "Preface", "The Lamp", "The lantern", "Élan", "The Sea" });
+    ASSERT_TRUE(isLaidOut());
+    list.grab_focus();
+    settle();
+    for (const char character : std::string("the l"))
+        EXPECT_TRUE(type(gdk_unicode_to_keyval(static_cast<guint32>(character))));
+    EXPECT_EQ(openedByEnter(), Url::file("/b/The Lamp").text());
+    for (const char character : std::string("an"))
+        type(gdk_unicode_to_keyval(static_cast<guint32>(character)));
+    EXPECT_EQ(openedByEnter(), Url::file("/b/The lantern").text());
+}
+
+TEST_F(TocViewTest, TypingReachesLinksFarBelow)
+{
+    std::vector<std::string> titles(5000, "Chapter");
+    titles[4321] = "Wanted";
+    loadTitles(titles);
+    ASSERT_TRUE(isLaidOut());
+    list.grab_focus();
+    settle();
+    type(GDK_KEY_w);
+    EXPECT_EQ(openedByEnter(), Url::file("/b/Wanted").text());
+}
+
+TEST_F(TocViewTest, KeysThatMoveTheFocusAreLeftToTheList)
+{
+    load(50);
+    ASSERT_TRUE(isLaidOut());
+    list.grab_focus();
+    settle();
+    for (const guint key : { GDK_KEY_Up, GDK_KEY_Down, GDK_KEY_Home, GDK_KEY_End, GDK_KEY_Page_Down, GDK_KEY_Tab })
+        EXPECT_FALSE(type(key)) << gdk_keyval_name(key);
 }
 
 TEST_F(TocViewTest, RowsShowTheLinksOfTheNewList)

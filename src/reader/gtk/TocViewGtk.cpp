@@ -4,6 +4,7 @@
 #include "reader/gtk/TocRow.hpp"
 #include "reader/tocLinkTextField.hpp"
 
+#include <gtkmm/eventcontrollerfocus.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/gestureclick.h>
@@ -16,6 +17,14 @@
 #include <cmath>
 
 namespace pagora {
+
+namespace {
+
+// How long after a letter the next one belongs to it, in microseconds.
+constexpr gint64 typingPause = 1'000'000;
+constexpr std::size_t longestLabel = 1'000;
+
+}
 
 TocViewGtk::TocViewGtk(Gtk::ListView& list, Gtk::ScrolledWindow& clip, ActionQueue& queue)
     : _list(list)
@@ -81,18 +90,81 @@ void TocViewGtk::connectKeys()
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _connections.push_back(keys->signal_key_pressed().connect(
-        [this](guint keyval, guint, Gdk::ModifierType) {
-            if (keyval != GDK_KEY_Return && keyval != GDK_KEY_KP_Enter && keyval != GDK_KEY_space)
-                return false;
-            auto* const focus = _list.get_root() ? _list.get_root()->get_focus() : nullptr;
-            const auto* const row = focus ? dynamic_cast<TocRow*>(focus->get_first_child()) : nullptr;
-            if (row && row->link())
-                open(row->link()->tag());
-            return row != nullptr;
-        },
-        false));
+        [this](guint keyval, guint, Gdk::ModifierType state) { return keyPressed(keyval, state); }, false));
     _list.add_controller(keys);
     _controllers.push_back(keys);
+
+    // The keyboard comes in at the chapter that is read.
+    const auto focusing = Gtk::EventControllerFocus::create();
+    _connections.push_back(focusing->signal_enter().connect([this] {
+        _queue.post([this] {
+            const auto isActive = [](const auto* link) { return link && link->isActive(); };
+            const auto active = std::find_if(_links.begin(), _links.end(), isActive);
+            if (active != _links.end() && (focused() || _list.has_focus()))
+                focus((*active)->tag());
+            else if (_list.has_focus() && !_links.empty())
+                focus(0);
+        });
+    }));
+    _list.add_controller(focusing);
+    _controllers.push_back(focusing);
+}
+
+bool TocViewGtk::keyPressed(guint keyval, Gdk::ModifierType state)
+{
+    const auto tag = focused();
+    const auto other = Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::ALT_MASK | Gdk::ModifierType::SUPER_MASK;
+    if (!tag || (state & other) != Gdk::ModifierType())
+        return false;
+    const bool isTyping = !_typed.empty() && g_get_monotonic_time() < _typingEnds;
+    const bool opens = keyval == GDK_KEY_Return || keyval == GDK_KEY_KP_Enter || keyval == GDK_KEY_ISO_Enter;
+    if (opens || (keyval == GDK_KEY_space && !isTyping)) {
+        if (linkWithTag(*tag))
+            open(*tag);
+        return true;
+    }
+    const gunichar character = gdk_keyval_to_unicode(keyval);
+    if (!g_unichar_isprint(character))
+        return false;
+    type(character);
+    return true;
+}
+
+void TocViewGtk::type(gunichar character)
+{
+    const gint64 now = g_get_monotonic_time();
+    if (now >= _typingEnds)
+        _typed.clear();
+    _typed = (_typed + Glib::ustring(1, character)).casefold();
+    _typingEnds = now + typingPause;
+
+    // A first letter leads on, further ones may leave the focus where it is.
+    const auto count = static_cast<std::int64_t>(_links.size());
+    const auto first = focused().value_or(0) + (_typed.size() == 1 ? 1 : 0);
+    for (std::int64_t i = 0; i < count; ++i) {
+        const auto tag = (first + i) % count;
+        const auto* const link = linkWithTag(tag);
+        if (link && displayText(link->text(), longestLabel).casefold().compare(0, _typed.size(), _typed) == 0)
+            return focus(tag);
+    }
+}
+
+void TocViewGtk::focus(std::int64_t tag)
+{
+    _list.activate_action("list.scroll-to-item", Glib::Variant<guint32>::create(static_cast<guint32>(tag)));
+    if (const auto row = _rows.find(tag); row != _rows.end())
+        row->second->get_parent()->grab_focus();
+}
+
+std::optional<std::int64_t> TocViewGtk::focused() const
+{
+    const auto* const root = _list.get_root();
+    auto* const focus = root ? root->get_focus() : nullptr;
+    if (!focus || focus->get_parent() != &_list)
+        return std::nullopt;
+    const auto row = std::find_if(
+        _rows.begin(), _rows.end(), [focus](const auto& entry) { return entry.second->get_parent() == focus; });
+    return row == _rows.end() ? std::nullopt : std::optional(row->first);
 }
 
 Rect TocViewGtk::frame() const
@@ -174,7 +246,7 @@ void TocViewGtk::describe(TocRow& row)
         return;
     auto* const accessible = GTK_ACCESSIBLE(item->gobj());
     gtk_accessible_update_property(
-        accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, displayText(row.link()->text(), 1'000).c_str(), -1);
+        accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, displayText(row.link()->text(), longestLabel).c_str(), -1);
     gtk_accessible_update_state(accessible, GTK_ACCESSIBLE_STATE_SELECTED, row.link()->isActive(), -1);
 }
 

@@ -38,6 +38,12 @@ private:
     void connectRows();
     void connectPointer();
     void connectKeys();
+    bool keyPressed(guint keyval, Gdk::ModifierType state);
+    // Moves the keyboard focus to the next link whose text begins with what was typed in quick succession.
+    void type(gunichar character);
+    void focus(std::int64_t tag);
+    // The tag of the link that has the keyboard focus.
+    std::optional<std::int64_t> focused() const;
     void bind(const Glib::RefPtr<Gtk::ListItem>& item);
     void unbind(const Glib::RefPtr<Gtk::ListItem>& item);
     void describe(TocRow& row);
@@ -57,6 +63,9 @@ private:
     std::optional<double> _pendingBottom;
     std::optional<double> _pointerY;
     std::optional<std::int64_t> _hovered;
+    // What was typed so far, without case, and when that ends, on the monotonic clock.
+    Glib::ustring _typed;
+    gint64 _typingEnds = 0;
     // Counts the lists, so that a click on an earlier one opens nothing.
     std::uint64_t _generation = 0;
     std::vector<Glib::RefPtr<Gtk::EventController>> _controllers;

@@ -135,7 +135,9 @@ void EpubController::loadSplit(std::uint64_t index)
 void EpubController::load(const Url& url, std::optional<std::uint64_t> split)
 {
     _requestedSplit = split;
-    holdActions();
+    // What leaves the book may never come.
+    if (url.isFile() || url.scheme().empty())
+        holdActions();
     _window.webView().loadRequest(url);
 }
 

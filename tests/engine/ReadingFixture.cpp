@@ -110,10 +110,16 @@ void ReadingTest::open(std::size_t index)
         settle();
 }
 
-bool ReadingTest::pageIsLoading() const
+WebKitWebView* ReadingTest::engineView() const
 {
     auto* const page = engineBelow(GTK_WIDGET(_program->readerWindows.last->parts().window.window().gobj()));
-    return page && webkit_web_view_is_loading(WEBKIT_WEB_VIEW(page));
+    return page ? WEBKIT_WEB_VIEW(page) : nullptr;
+}
+
+bool ReadingTest::pageIsLoading() const
+{
+    auto* const page = engineView();
+    return page && webkit_web_view_is_loading(page);
 }
 
 void ReadingTest::settle()

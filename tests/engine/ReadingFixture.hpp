@@ -11,6 +11,8 @@
 #include "tests/support/FakeWorkspace.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
+#include <webkit/webkit.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -74,6 +76,7 @@ protected:
     void settleFixed();
     // The page of the book that is read, of either kind.
     WebView& webView();
+    WebKitWebView* engineView() const;
     void turn(int tag);
     void moveSlider(double value);
     void goToChapter(std::size_t index);

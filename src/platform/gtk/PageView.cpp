@@ -14,8 +14,9 @@ namespace pagora {
 
 namespace {
 
-// How often a page that brings down the engine is loaded again.
-constexpr int recoveriesPerLoad = 1;
+// How often a page that brings down the engine is loaded again, unless it has been shown for so many microseconds.
+constexpr int recoveriesPerLoad = 3;
+constexpr gint64 steadyTime = 20'000'000;
 // Seconds that each megabyte of a page may take more.
 constexpr double secondsPerMegabyte = 1.5;
 // How long the page may take to hear of its new size before it is reported regardless, in milliseconds.
@@ -103,6 +104,12 @@ void PageView::setBookFolder(const std::string& path)
     });
 }
 
+bool PageView::isWithinPage(const Url& url)
+{
+    const std::string scheme = url.scheme();
+    return scheme == "data" || scheme == "blob" || scheme == "about" || scheme == "javascript";
+}
+
 bool PageView::isInBook(const Url& url) const
 {
     return isUrlInFolder(url, _bookFolder);
@@ -125,6 +132,9 @@ void PageView::begin(const Url& url)
 
     const bool isFile = url.isFile() || url.scheme().empty();
     const auto target = isFile ? existingFile(url) : std::optional(url);
+    // What is no place but text or a script of its own.
+    if (isWithinPage(url))
+        return failSoon();
     if (!target || (isFile && !_bookFolder.empty() && !isFileInFolder(target->path(), _bookFolder)))
         return failSoon();
     _target = asTheEngineSpells(target->text());
@@ -262,6 +272,11 @@ void PageView::recover()
         if (lost != currentLoad() || !_reports.url())
             return false;
         const Url url = *_reports.url();
+        const gint64 now = g_get_monotonic_time();
+        if (now - std::exchange(_lastRecovery, now) > steadyTime)
+            _recoveriesLeft = recoveriesPerLoad;
+        else if (_recoveriesLeft < recoveriesPerLoad)
+            allowPageScripts(false);
         if (_recoveriesLeft-- > 0)
             begin(url);
         else {

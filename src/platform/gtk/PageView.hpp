@@ -63,6 +63,7 @@ private:
     void reportSize();
     bool isPageOfTarget() const;
     bool isInBook(const Url& url) const;
+    static bool isWithinPage(const Url& url);
 
     // The engine's events.
     void loadChanged(WebKitLoadEvent event);
@@ -98,6 +99,8 @@ private:
     std::string _shown;
     WebKitUserScript* _numberScript = nullptr;
     int _recoveriesLeft = 0;
+    // On the monotonic clock, in microseconds.
+    std::int64_t _lastRecovery = 0;
     bool _isHidden = false;
     sigc::connection _startTimer;
     sigc::connection _loadTimer;

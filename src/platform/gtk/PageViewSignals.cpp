@@ -16,12 +16,6 @@ Url urlOf(const char* text)
     return url ? *url : *Url::fromString(addingPercentEscapes(uri));
 }
 
-bool isWithinPage(const Url& url)
-{
-    const std::string scheme = url.scheme();
-    return scheme == "data" || scheme == "blob" || scheme == "about" || scheme == "javascript";
-}
-
 Url requestUrl(WebKitURIRequest* request)
 {
     return urlOf(webkit_uri_request_get_uri(request));
@@ -213,7 +207,9 @@ bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
 void PageView::locationChanged()
 {
     const char* uri = webkit_web_view_get_uri(_view.get());
-    if (_stage != Stage::Shown || !uri || _shown == uri)
+    // The page stays when the load of another one has failed.
+    const bool isShown = _stage == Stage::Shown || _stage == Stage::Idle;
+    if (!isShown || !uri || _shown == uri)
         return;
     const Url url = urlOf(uri);
     if (url.withoutFragment() != urlOf(_shown.c_str()).withoutFragment())

@@ -4,7 +4,7 @@
 // The factor from the page's own pixels to those of the view.
 var Xscale = 1;
 
-var rescaling = (function () {
+var rescaling = rescaling || (function () {
     'use strict';
 
     // Pages beyond these lengths were not meant.
@@ -154,6 +154,8 @@ var rescaling = (function () {
     }
 
     function prepare() {
+        if (page.width)
+            return;
         Object.assign(page, pageSize());
         if (isDrawing && !root.hasAttribute('viewBox'))
             root.setAttribute('viewBox', '0 0 ' + page.width + ' ' + page.height);

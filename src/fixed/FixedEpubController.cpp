@@ -84,6 +84,7 @@ void FixedEpubController::showLocation()
 
 void FixedEpubController::load(const Url& url)
 {
+    _window.setPageIsMissing(false);
     _queue.holdActions();
     _patience = _runLoop.performAfterDelay(patienceForPage, [this] { _queue.releaseActions(); });
     _window.webView().loadRequest(url);
@@ -102,6 +103,7 @@ void FixedEpubController::loadPage(std::uint64_t index)
 {
     _window.webView().setHidden(true);
     load(_bookSplits[index]);
+    _turnsBack = index < _activeSplitIndex;
     _activeSplitIndex = index;
 }
 
@@ -194,11 +196,33 @@ Task<void> FixedEpubController::preparePage(DataSource source)
     co_await rescale();
     if (!_fixedWindowFitted)
         co_await fitWindow();
-    if (webView.isHidden())
-        webView.setHidden(false);
+    co_await webView.drawn();
+    if (source.load != webView.currentLoad())
+        co_return;
+    showPage(false);
     _contentsPane.updateTOClinkWithKey(contentsKey(source.url), _window.mainSplitView().frame().height);
     showLocation();
     _queue.releaseActions();
+    prepareNextPage();
+}
+
+void FixedEpubController::showPage(bool isMissing)
+{
+    _window.setPageIsMissing(isMissing);
+    if (_window.webView().isHidden() != isMissing)
+        _window.webView().setHidden(isMissing);
+}
+
+void FixedEpubController::prepareNextPage()
+{
+    const auto next = _turnsBack && _activeSplitIndex > 0 ? _activeSplitIndex - 1 : _activeSplitIndex + 1;
+    if (next >= _bookSplits.size())
+        return;
+    std::vector<std::string> scripts;
+    for (const char* name : pageScripts)
+        scripts.push_back(_scripts(name));
+    scripts.insert(scripts.end(), { "init()", "scale()" });
+    _window.webView().prepareRequest(_bookSplits[next], scripts);
 }
 
 Task<void> FixedEpubController::rescale()
@@ -230,8 +254,25 @@ Task<void> FixedEpubController::fitWindow()
 void FixedEpubController::resourceDidFailLoading(const DataSource& source)
 {
     log("fail");
-    if (source.isMainResource && source.load == _window.webView().currentLoad())
-        _queue.releaseActions();
+    if (source.isMainResource)
+        _queue.enqueueReport([this, source] { return showMissingPage(source); });
+}
+
+Task<void> FixedEpubController::showMissingPage(DataSource source)
+{
+    if (source.load != _window.webView().currentLoad())
+        co_return;
+    _patience.reset();
+    // A page that is still seen stays, for the book goes no further.
+    if (_window.webView().isHidden() || _preparedLoad == 0) {
+        const auto index = _splitIndexDict.find(source.url.lastPathComponent());
+        if (index != _splitIndexDict.end())
+            _activeSplitIndex = index->second;
+        showPage(true);
+        showLocation();
+        prepareNextPage();
+    }
+    _queue.releaseActions();
 }
 
 void FixedEpubController::resourceWillSendRequest(const Url& url)
@@ -248,6 +289,16 @@ void FixedEpubController::decidePolicyForMIMEType(const std::string& type)
 void FixedEpubController::didChangeLocationWithinPage(const Url& url)
 {
     log("didChangeLocationWithinPageForFrame--> URL: " + url.text());
+}
+
+void FixedEpubController::didCommitLoad(const DataSource& source)
+{
+    // Also a page that a link in the page leads to, and the first one, are seen only when they are scaled.
+    if (source.load == _preparedLoad)
+        return;
+    if (!_window.webView().isHidden())
+        _window.webView().setHidden(true);
+    _patience = _runLoop.performAfterDelay(patienceForPage, [this, source] { prepare(source); });
 }
 
 void FixedEpubController::didResize()

@@ -59,6 +59,7 @@ public:
     void resourceWillSendRequest(const Url& url) override;
     void decidePolicyForMIMEType(const std::string& type) override;
     void didChangeLocationWithinPage(const Url& url) override;
+    void didCommitLoad(const DataSource& source) override;
     void didResize() override;
 
 private:
@@ -71,6 +72,10 @@ private:
     Task<void> preparePage(DataSource source);
     Task<void> fitWindow();
     Task<void> rescale();
+    Task<void> showMissingPage(DataSource source);
+    void showPage(bool isMissing);
+    // Gets the page ready that the reader is likely to turn to.
+    void prepareNextPage();
 
     ReaderWindow& _window;
     ReaderHub& _hub;
@@ -82,6 +87,8 @@ private:
     std::vector<Url> _bookSplits;
     std::map<std::string, std::uint64_t> _splitIndexDict;
     std::uint64_t _activeSplitIndex = 0;
+    // Whether the last page turn went back.
+    bool _turnsBack = false;
     std::int32_t _numberOfColumns = 0;
     // The window has been fitted to the first page shown since the book was opened.
     bool _fixedWindowFitted = false;

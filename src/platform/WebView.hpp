@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace pagora {
 
@@ -34,6 +35,8 @@ public:
     // A request that is about to be sent; it goes on unchanged.
     virtual void resourceWillSendRequest(const Url& url) = 0;
     virtual void decidePolicyForMIMEType(const std::string& type) = 0;
+    // The load's page takes the place of the one that was shown. Nothing of it has been drawn yet.
+    virtual void didCommitLoad(const DataSource& source) { }
     // The location's fragment changed within the page that is shown.
     virtual void didChangeLocationWithinPage(const Url& url) = 0;
     // The frame of the page view took another size.
@@ -63,6 +66,12 @@ public:
     // Runs the script in the document that is shown; the reply is its result as a text. A script that fails, or does
     // not answer in good time, gives an empty text.
     virtual Reply<std::string> evaluateScript(const std::string& script) = 0;
+
+    // Answers when what the scripts have done to the page so far has been drawn, or after a moment where nothing is.
+    virtual Reply<std::string> drawn() { return Reply<std::string>::of(); }
+
+    // A hint that this page is likely to be loaded next: it may be got ready out of sight, with the scripts run in it.
+    virtual void prepareRequest(const Url& url, const std::vector<std::string>& scripts) { }
 
     virtual void setTextSizeMultiplier(double multiplier) = 0;
     // In points; the size is the page's visible area.

@@ -46,6 +46,8 @@ public:
     virtual Button& goRightButton() = 0;
     virtual ColorView& bgView() = 0;
     virtual WebView& webView() = 0;
+    // Says in the place of the page that there is none. A window may leave that out.
+    virtual void setPageIsMissing(bool isMissing) { }
     virtual TextField& locLabel() = 0;
     virtual Slider& locSlider() = 0;
 };

@@ -148,6 +148,49 @@ TEST_F(FixedNavigation, AMissingPageIsPassedByTheNextTurn)
     EXPECT_EQ(newLoads(), (std::vector<Url> { file(4), file(5) }));
 }
 
+TEST_F(FixedNavigation, AMissingPageSaysSo)
+{
+    openAt(3, 9);
+    reader->changePage(on);
+    page().failDocument();
+    EXPECT_TRUE(parts->pageIsMissing);
+    EXPECT_TRUE(page().hidden);
+    EXPECT_EQ(label(), "4 of 9");
+    reader->changePage(on);
+    EXPECT_FALSE(parts->pageIsMissing);
+    page().finishDocument();
+    EXPECT_FALSE(page().hidden);
+    EXPECT_EQ(label(), "5 of 9");
+}
+
+TEST_F(FixedNavigation, ALinkToAMissingFileLeavesThePageThere)
+{
+    openAt(3, 9);
+    page().loads.push_back(Url::file("/book/none.xhtml"));
+    page().failDocument();
+    EXPECT_FALSE(parts->pageIsMissing);
+    EXPECT_FALSE(page().hidden);
+    EXPECT_EQ(label(), "3 of 9");
+}
+
+TEST_F(FixedNavigation, TheNextPageIsPreparedInTheDirectionOfReading)
+{
+    openAt(3, 9);
+    EXPECT_EQ(page().prepared.back(), file(4));
+    reader->changePage(back);
+    page().finishDocument();
+    EXPECT_EQ(page().prepared.back(), file(1));
+    reader->changePage(back);
+    page().finishDocument();
+    EXPECT_EQ(page().prepared.back(), file(2));
+}
+
+TEST_F(FixedNavigation, NothingIsPreparedAfterTheLastPage)
+{
+    openAt(3, 3);
+    EXPECT_EQ(page().prepared, std::vector<Url> { file(2) });
+}
+
 TEST_F(FixedNavigation, ActionsDoNotWaitForeverForAPage)
 {
     openAt(3, 9);

@@ -105,6 +105,30 @@ TEST_F(FixedPageLoading, APictureThatNeverAnswersDoesNotKeepThePageAway)
     EXPECT_EQ(label(), "1 of 2");
 }
 
+TEST_F(FixedPageLoading, APageThatBeginsIsHiddenUntilItIsScaled)
+{
+    reader->loadSplits(files(5), std::nullopt);
+    page().commit();
+    EXPECT_TRUE(page().hidden);
+    page().finishDocument();
+    EXPECT_FALSE(page().hidden);
+    page().loads.push_back(file(4));
+    page().commit();
+    EXPECT_TRUE(page().hidden);
+    page().finishDocument();
+    EXPECT_FALSE(page().hidden);
+}
+
+TEST_F(FixedPageLoading, APageThatNeverEndsIsShownAfterAWhile)
+{
+    open(2);
+    page().loads.push_back(Url::file("/book/endless.xhtml"));
+    page().commit();
+    EXPECT_TRUE(page().hidden);
+    loop.runTimers();
+    EXPECT_FALSE(page().hidden);
+}
+
 TEST_F(FixedPageLoading, APageIsScaledOncePerLoad)
 {
     open(1);

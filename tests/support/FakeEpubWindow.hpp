@@ -71,6 +71,7 @@ struct ReaderWindowParts {
     FakeWindow displayOptions;
     std::vector<std::string> fontFamilies { "Cantarell", "Georgia", "Noto Sans" };
     ReaderWindowActions actions;
+    bool pageIsMissing = false;
     // Whether the window still exists.
     bool open = true;
 
@@ -101,6 +102,7 @@ public:
     Button& goRightButton() override { return parts->goRightButton; }
     ColorView& bgView() override { return parts->bgView; }
     WebView& webView() override { return parts->webView; }
+    void setPageIsMissing(bool isMissing) override { parts->pageIsMissing = isMissing; }
     TextField& locLabel() override { return parts->locLabel; }
     Slider& locSlider() override { return parts->locSlider; }
 

@@ -71,6 +71,7 @@ public:
         return reply;
     }
 
+    void prepareRequest(const Url& url, const std::vector<std::string>&) override { prepared.push_back(url); }
     void setTextSizeMultiplier(double multiplier) override { textSizeMultiplier = multiplier; }
     Rect frame() const override { return rect; }
     void setHidden(bool value) override { hidden = value; }
@@ -93,6 +94,7 @@ public:
     {
         report(&WebViewDelegate::resourceDidFinishLoading, source(false, isLoading));
     }
+    void commit() { report(&WebViewDelegate::didCommitLoad, source(true, true)); }
     void finishFrame() { report(&WebViewDelegate::didFinishLoadForFrame, source()); }
     void failDocument() { report(&WebViewDelegate::resourceDidFailLoading, source()); }
     void failSubresource() { report(&WebViewDelegate::resourceDidFailLoading, source(false)); }
@@ -134,6 +136,7 @@ public:
     std::string bookFolder;
     // Every URL loaded, in order; the load's number is its place, from 1.
     std::vector<Url> loads;
+    std::vector<Url> prepared;
     // Every script evaluated, in order.
     std::vector<std::string> scripts;
     double textSizeMultiplier = 1;

@@ -1,6 +1,7 @@
 #include "app/gtk/ReaderWindowFactoryGtk.hpp"
 
 #include "fixed/gtk/FixedWindowGtk.hpp"
+#include "fixed/gtk/PreparedPagesGtk.hpp"
 #include "platform/gtk/PageEngine.hpp"
 #include "reader/gtk/EpubWindowGtk.hpp"
 
@@ -49,7 +50,9 @@ std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
 
 std::unique_ptr<ReaderWindow> ReaderWindowFactoryGtk::makeFixedWindow()
 {
-    auto window = std::make_unique<FixedWindowGtk>(makePage(engine(), PageKind::Fixed));
+    auto shown = makePage(engine(), PageKind::Fixed);
+    auto spare = makePage(engine(), PageKind::Fixed);
+    auto window = std::make_unique<FixedWindowGtk>(PreparedPagesGtk::make(std::move(shown), std::move(spare)));
     _didMake(window->parts().window.window());
     return window;
 }

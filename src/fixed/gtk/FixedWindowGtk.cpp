@@ -7,4 +7,9 @@ FixedWindowGtk::FixedWindowGtk(ReaderPage page)
 {
 }
 
+void FixedWindowGtk::setPageIsMissing(bool isMissing)
+{
+    _parts.widget<Gtk::Widget>("missingPage").set_visible(isMissing);
+}
+
 }

@@ -8,6 +8,8 @@ namespace pagora {
 class FixedWindowGtk : public ReaderWindowRole<ReaderWindow> {
 public:
     explicit FixedWindowGtk(ReaderPage page);
+
+    void setPageIsMissing(bool isMissing) override;
 };
 
 }

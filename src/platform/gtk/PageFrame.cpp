@@ -4,6 +4,7 @@
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollerlegacy.h>
 #include <gtkmm/eventcontrollerscroll.h>
+#include <gtkmm/snapshot.h>
 
 namespace pagora {
 
@@ -94,6 +95,23 @@ void PageFrame::measure_vfunc(Gtk::Orientation orientation, int forSize, int& mi
 {
     gtk_widget_measure(_child, static_cast<GtkOrientation>(orientation), forSize, &minimum, &natural, nullptr, nullptr);
     minimumBaseline = naturalBaseline = -1;
+}
+
+void PageFrame::setConcealed(bool isConcealed)
+{
+    _isConcealed = isConcealed;
+    queue_draw();
+}
+
+void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
+{
+    // The engine sends a page's next drawing only after the last one was taken up.
+    const graphene_rect_t nothing = GRAPHENE_RECT_INIT(0, 0, 0, 0);
+    if (_isConcealed)
+        gtk_snapshot_push_clip(snapshot->gobj(), &nothing);
+    gtk_widget_snapshot_child(gobj(), _child, snapshot->gobj());
+    if (_isConcealed)
+        gtk_snapshot_pop(snapshot->gobj());
 }
 
 void PageFrame::size_allocate_vfunc(int width, int height, int baseline)

@@ -18,6 +18,8 @@ public:
     void setResizeHandler(std::function<void()> handler) { _onResize = std::move(handler); }
     // Called once a flick with a horizontal part: positive when the fingers move the page to the right.
     void setFlickHandler(std::function<void(double)> handler) { _onFlick = std::move(handler); }
+    // Whether nothing of the child is seen. It is drawn all the same, so that what it shows later is up to date.
+    void setConcealed(bool isConcealed);
     // Whether a control in the page needs the keys that would otherwise scroll.
     void setPageTakesKeys(bool takes) { _pageTakesKeys = takes; }
 
@@ -25,6 +27,7 @@ protected:
     Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }
     void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline,
         int& naturalBaseline) const override;
+    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
     void size_allocate_vfunc(int width, int height, int baseline) override;
 
 private:
@@ -34,6 +37,7 @@ private:
     GtkWidget* _child;
     int _width = 0;
     int _height = 0;
+    bool _isConcealed = false;
     bool _pageTakesKeys = false;
     std::function<void()> _onResize;
     std::function<void(double)> _onFlick;

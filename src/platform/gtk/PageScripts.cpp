@@ -6,6 +6,10 @@ namespace pagora {
 
 namespace {
 
+// Two frames: the second begins when the first has been handed over. A page that nobody sees has none.
+constexpr const char* waitForDrawing = "await new Promise((done) => { requestAnimationFrame(() => "
+                                       "requestAnimationFrame(done)); setTimeout(done, 250); })";
+
 std::string textOf(JSCValue* value)
 {
     if (jsc_value_is_undefined(value) || jsc_value_is_null(value))
@@ -32,7 +36,7 @@ PageScripts::~PageScripts()
         pending.timer.disconnect();
 }
 
-Reply<std::string> PageScripts::evaluate(const std::string& script)
+std::pair<Reply<std::string>, std::unique_ptr<PageScripts::Call>> PageScripts::expect()
 {
     Reply<std::string> reply;
     const unsigned long number = ++_lastNumber;
@@ -50,10 +54,23 @@ Reply<std::string> PageScripts::evaluate(const std::string& script)
     };
     auto timer = Glib::signal_timeout().connect(giveUp, static_cast<unsigned>(_timeout * 1000));
     _pending.emplace(number, Pending { reply.resolver(), timer });
-    auto call = std::make_unique<Call>(Call { _self, number });
+    return { std::move(reply), std::make_unique<Call>(Call { _self, number }) };
+}
+
+Reply<std::string> PageScripts::evaluate(const std::string& script)
+{
+    auto [reply, call] = expect();
     webkit_web_view_evaluate_javascript(_view, script.data(), static_cast<gssize>(script.size()), pageWorld, nullptr,
         nullptr, &PageScripts::finished, call.release());
-    return reply;
+    return std::move(reply);
+}
+
+Reply<std::string> PageScripts::drawn()
+{
+    auto [reply, call] = expect();
+    webkit_web_view_call_async_javascript_function(
+        _view, waitForDrawing, -1, nullptr, pageWorld, nullptr, nullptr, &PageScripts::wasDrawn, call.release());
+    return std::move(reply);
 }
 
 void PageScripts::giveUpAll()
@@ -75,10 +92,22 @@ void PageScripts::answer(unsigned long number, std::string text)
 
 void PageScripts::finished(GObject* view, GAsyncResult* result, gpointer data)
 {
-    const std::unique_ptr<Call> call(static_cast<Call*>(data));
     GError* error = nullptr;
-    JSCValue* value
-        = webkit_web_view_evaluate_javascript_finish(reinterpret_cast<WebKitWebView*>(view), result, &error);
+    auto* value = webkit_web_view_evaluate_javascript_finish(reinterpret_cast<WebKitWebView*>(view), result, &error);
+    complete(data, value, error);
+}
+
+void PageScripts::wasDrawn(GObject* view, GAsyncResult* result, gpointer data)
+{
+    GError* error = nullptr;
+    auto* value
+        = webkit_web_view_call_async_javascript_function_finish(reinterpret_cast<WebKitWebView*>(view), result, &error);
+    complete(data, value, error);
+}
+
+void PageScripts::complete(gpointer data, JSCValue* value, GError* error)
+{
+    const std::unique_ptr<Call> call(static_cast<Call*>(data));
     g_clear_error(&error);
     std::string text = value ? textOf(value) : std::string();
     if (value)

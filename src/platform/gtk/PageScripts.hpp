@@ -9,6 +9,7 @@
 #include <memory>
 #include <sigc++/sigc++.h>
 #include <string>
+#include <utility>
 
 namespace pagora {
 
@@ -29,6 +30,8 @@ public:
     // For the scripts from now on.
     void setTimeout(double timeout) { _timeout = timeout; }
     Reply<std::string> evaluate(const std::string& script);
+    // Answers when the page has been drawn as it is now, or soon where it is not drawn at all.
+    Reply<std::string> drawn();
     // Answers all that are pending with an empty text.
     void giveUpAll();
 
@@ -43,8 +46,12 @@ private:
         unsigned long number;
     };
 
+    // The reply to a call that is about to be made, and what the engine hands back with its result.
+    std::pair<Reply<std::string>, std::unique_ptr<Call>> expect();
     void answer(unsigned long number, std::string text);
     static void finished(GObject* view, GAsyncResult* result, gpointer call);
+    static void wasDrawn(GObject* view, GAsyncResult* result, gpointer call);
+    static void complete(gpointer call, JSCValue* value, GError* error);
 
     WebKitWebView* _view;
     double _timeout;

@@ -306,9 +306,9 @@ Rect PageView::frame() const
 
 void PageView::setHidden(bool hidden)
 {
-    // It stays laid out at its size, so that the page in it can be prepared.
+    // It stays laid out at its size and goes on drawing, so that the page in it can be prepared.
     _isHidden = hidden;
-    _frame.set_opacity(hidden ? 0 : 1);
+    _frame.setConcealed(hidden);
     _frame.set_can_target(!hidden);
 }
 

@@ -38,6 +38,7 @@ public:
     std::uint64_t loadRequest(const Url& url) override;
     std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
     Reply<std::string> evaluateScript(const std::string& script) override { return _scripts.evaluate(script); }
+    Reply<std::string> drawn() override { return _scripts.drawn(); }
     void setTextSizeMultiplier(double multiplier) override;
     Rect frame() const override;
     void setHidden(bool hidden) override;

@@ -114,6 +114,8 @@ void PageView::loadChanged(WebKitLoadEvent event)
         expectDocument();
         _frame.setPageTakesKeys(false);
         _shown = webkit_web_view_get_uri(_view.get());
+        if (auto* delegate = _reports.delegate())
+            delegate->didCommitLoad({ *_reports.url(), currentLoad(), true, true });
     } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown) {
         _loadTimer.disconnect();
         _reports.everythingFinished(currentLoad());

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/Task.hpp"
+#include "platform/WebView.hpp"
+
+#include <array>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// A page view made of two: one is shown, the other gets the page ready that is likely to be asked for next. When that
+// page is asked for, the two change places; what was reported of it until then is reported then, and the scripts that
+// have been run in it answer at once. Main thread.
+class PreparedPages : public WebView {
+public:
+    PreparedPages(std::unique_ptr<WebView> shown, std::unique_ptr<WebView> spare);
+    ~PreparedPages() override;
+
+    void setDelegate(WebViewDelegate* delegate) override { _delegate = delegate; }
+    void setBookFolder(const std::string& path) override;
+    std::uint64_t loadRequest(const Url& url) override;
+    std::uint64_t currentLoad() const override;
+    Reply<std::string> evaluateScript(const std::string& script) override;
+    Reply<std::string> drawn() override;
+    void prepareRequest(const Url& url, const std::vector<std::string>& scripts) override;
+    void setTextSizeMultiplier(double multiplier) override;
+    // Whether a page is ready to be shown at once.
+    bool isReady() const { return _ahead && _ahead->isDrawn; }
+    Rect frame() const override { return shown().frame(); }
+    void setHidden(bool hidden) override { shown().setHidden(hidden); }
+    bool isHidden() const override { return shown().isHidden(); }
+    void makeFirstResponder() override { shown().makeFirstResponder(); }
+
+protected:
+    // The views have changed places, and the one that was shown is still seen. `shown` is 0 or 1, in the order given.
+    virtual void didExchange(std::size_t shown) { }
+
+private:
+    using Report = std::function<void(WebViewDelegate& delegate)>;
+    class Side;
+    // The page that is got ready: what it reported so far and the scripts that have been run, with their results.
+    struct Ahead {
+        Url url;
+        std::uint64_t load = 0;
+        std::vector<std::string> scripts;
+        std::vector<Report> reports;
+        std::map<std::string, std::string> answers;
+        bool isBegun = false;
+        bool isDrawn = false;
+    };
+
+    WebView& shown() const;
+    WebView& spare() const;
+    void report(const Side& side, std::uint64_t load, const Report& report);
+    DataSource inOrder(DataSource source) const;
+    void sideIsLoaded(const Side& side, std::uint64_t load);
+    bool isAhead(const Url& url) const;
+    Task<void> runAhead();
+    void exchange();
+
+    WebViewDelegate* _delegate = nullptr;
+    std::array<std::unique_ptr<Side>, 2> _sides;
+    std::size_t _shown = 0;
+    // From the shown view's number of a load to the one that is told: each exchange counts as a load.
+    std::uint64_t _loadOffset = 0;
+    std::optional<Ahead> _ahead;
+    // What was done ahead to the page of this load, which is or was shown.
+    std::uint64_t _answeredLoad = 0;
+    std::map<std::string, std::string> _answers;
+    bool _isDrawn = false;
+    Task<void> _preparation;
+};
+
+}

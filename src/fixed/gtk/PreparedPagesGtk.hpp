@@ -1,0 +1,26 @@
+#pragma once
+
+#include "fixed/PreparedPages.hpp"
+#include "reader/gtk/ReaderPage.hpp"
+
+#include <gtkmm/overlay.h>
+
+namespace pagora {
+
+// Two page views in one place, for the window of the layout "FixedLayout". Main thread.
+class PreparedPagesGtk final : public PreparedPages {
+public:
+    PreparedPagesGtk(ReaderPage shown, ReaderPage spare);
+    ~PreparedPagesGtk() override;
+
+    // What a reader window takes in, made of two pages.
+    static ReaderPage make(ReaderPage shown, ReaderPage spare);
+
+private:
+    void didExchange(std::size_t shown) override;
+
+    Gtk::Overlay _place;
+    Gtk::Widget* _widgets[2];
+};
+
+}

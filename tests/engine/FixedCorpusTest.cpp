@@ -1,0 +1,94 @@
+// Fixed-layout books read page by page in the running program.
+
+#include "tests/engine/PageFaults.hpp"
+#include "tests/engine/ReadingFixture.hpp"
+#include "tests/support/EpubBuilder.hpp"
+
+namespace pagora::test {
+
+namespace {
+
+constexpr auto madeBook = "Made";
+
+class ReadingAnyFixedBook : public ReadingTest, public testing::WithParamInterface<std::string> {
+protected:
+    // Whether it is a fixed-layout book; then it is open.
+    bool read()
+    {
+        const auto made = GetParam() == madeBook;
+        import(made ? EpubBuilder().chapters(6).fixedLayout(480, 700).write(_home.path("Made.epub")) : GetParam());
+        if (bookCount() == 0 || book()->type() != "fixed")
+            return false;
+        open();
+        return true;
+    }
+    Window& window() { return state()._fixedWindowController->window(); }
+    std::size_t pageCount() { return fixedReader().bookSplits().size(); }
+    void resizeTo(double width, double height)
+    {
+        const auto before = webView().frame();
+        window().setFrame({ 0, 0, width, height });
+        EXPECT_TRUE(waitUntil([&] { return !(webView().frame() == before) && faults().empty(); })) << faults();
+    }
+    std::string faults() { return evaluate(pageFaults); }
+    // The page of this index is shown as it should be: the right file, whole and in proportion.
+    void expectPage(std::size_t index)
+    {
+        ASSERT_EQ(fixedReader().activeSplitIndex(), index);
+        EXPECT_EQ(evaluate("decodeURIComponent(location.pathname.split('/').pop())"),
+            fixedReader().bookSplits().at(index).lastPathComponent());
+        EXPECT_EQ(faults(), "") << "page " << index + 1;
+    }
+    void turn(int tag)
+    {
+        fixedReader().changePage(tag);
+        settleFixed();
+    }
+    void turnToTheEnd()
+    {
+        for (std::size_t index = 1; index < pageCount(); ++index) {
+            turn(1);
+            expectPage(index);
+        }
+    }
+    void turnToTheStart()
+    {
+        for (std::size_t index = pageCount() - 1; index-- > 0;) {
+            turn(0);
+            expectPage(index);
+        }
+    }
+};
+
+}
+
+TEST_P(ReadingAnyFixedBook, EveryPageIsWholeAndInProportionInThreeWindowSizes)
+{
+    if (!read())
+        return;
+    expectPage(0);
+    turnToTheEnd();
+    resizeTo(1200, 520);
+    turnToTheStart();
+    resizeTo(520, 800);
+    turnToTheEnd();
+    turnToTheStart();
+    EXPECT_FALSE(isLogged("fail"));
+}
+
+namespace {
+
+std::vector<std::string> fixedBooks()
+{
+    auto books = corpusBooks();
+    std::erase_if(books, [](const std::string& path) { return path.find("fixed") == std::string::npos; });
+    books.insert(books.begin(), madeBook);
+    return books;
+}
+
+INSTANTIATE_TEST_SUITE_P(Books, ReadingAnyFixedBook, testing::ValuesIn(fixedBooks()),
+    [](const testing::TestParamInfo<std::string>& book) { return readingTestName(book.param); });
+
+}
+
+}

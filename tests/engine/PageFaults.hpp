@@ -1,0 +1,28 @@
+#pragma once
+
+namespace pagora::test {
+
+// A script that says what is wrong with how a scaled page lies in its view; nothing when all four corners are inside,
+// it is in the middle, as large as it can be, and its proportion is right to 1 %.
+inline constexpr const char* pageFaults = R"((function () {
+    const box = document.documentElement.getBoundingClientRect();
+    const own = rescaling.page;
+    const right = innerWidth - box.right;
+    const bottom = innerHeight - box.bottom;
+    const faults = [];
+    if (Math.min(box.left, box.top, right, bottom) < -0.01)
+        faults.push('a corner is outside');
+    if (Math.abs(box.left - right) > 2 || Math.abs(box.top - bottom) > 2)
+        faults.push('not in the middle');
+    if (Math.min(box.left + right, box.top + bottom) > 1)
+        faults.push('too small');
+    if (Math.abs(box.width / box.height * own.height / own.width - 1) > 0.01)
+        faults.push('wrong proportion');
+    if (Math.abs(box.width - own.width * Xscale) > 0.05)
+        faults.push('wrong factor');
+    if (scrollX || scrollY)
+        faults.push('scrolled');
+    return faults.length ? faults.join() + ': ' + JSON.stringify(box) + ' in ' + innerWidth + ' x ' + innerHeight : '';
+})())";
+
+}

@@ -29,6 +29,14 @@ TEST_F(PageConfinementTest, ABookHasItsOwnStylesImagesAndScripts)
     EXPECT_EQ(evaluate("document.querySelector('img').naturalWidth"), "77");
 }
 
+// A complaint of the engine ends the tests.
+TEST_F(PageConfinementTest, AFolderForBooksThatCannotBeMadeIsLeftOut)
+{
+    const auto file = writeOutside("file", "x").path();
+    PageEngine engine({ file + "/books", _folder.path("other-caches") });
+    EXPECT_TRUE(engine.makePageView(PageKind::Columns));
+}
+
 TEST_F(PageConfinementTest, NoImageFromOutside)
 {
     const auto url = writeOutside("canary.svg", image()).text();

@@ -73,7 +73,9 @@ PageEngine::PageEngine(Options options)
 {
     std::error_code ignored;
     std::filesystem::create_directories(_options.booksFolder, ignored);
-    webkit_web_context_add_path_to_sandbox(_context.get(), _options.booksFolder.c_str(), TRUE);
+    // The engine takes no folder that could not be made.
+    if (std::filesystem::is_directory(_options.booksFolder, ignored))
+        webkit_web_context_add_path_to_sandbox(_context.get(), _options.booksFolder.c_str(), TRUE);
     g_signal_connect(_session.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
 }
 

@@ -126,7 +126,7 @@ private:
         _values.clear();
         if (condition == DefaultsCondition::Damaged)
             _problem += ", like its backup (" + setAside(_paths.backup, condition) + ")";
-        _problem += "; there is no usable backup, so the library starts empty.";
+        _problem += "; there is no usable backup, so the library is read from its folder again.";
         return makeEmpty();
     }
 

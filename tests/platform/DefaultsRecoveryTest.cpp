@@ -157,7 +157,7 @@ TEST(DefaultsRecovery, WithBothDamagedTheStoreStartsEmptyAndKeepsBoth)
         EXPECT_TRUE(defaults.synchronize());
     }
     EXPECT_EQ(folder.setAside("damaged").size(), 2u);
-    EXPECT_NE(problem.find("starts empty"), std::string::npos);
+    EXPECT_NE(problem.find("read from its folder again"), std::string::npos);
     EXPECT_EQ(UserDefaults(folder.folder.path()).integerForKey("a"), 1);
 }
 

@@ -32,7 +32,8 @@ std::vector<ContentsEntry> tableOfContentFrom(const Value::Array& content)
         const auto path = src->substr(0, hash);
         const auto fragment = hash == std::string::npos ? "" : src->substr(hash);
         const auto folder = addingPercentEscapes(deletingLastPathComponent(path));
-        const auto joinedPath = folder + "/" + lastPathComponent(path) + fragment;
+        auto joinedPath = folder;
+        joinedPath.append("/").append(lastPathComponent(path)).append(fragment);
         if (const auto url = Url::fromString(addingPercentEscapes(joinedPath)))
             entries.push_back({ text, *url, low32(static_cast<std::uint64_t>(integerFrom(point.find("level")))) });
     }

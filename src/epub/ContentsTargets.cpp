@@ -25,7 +25,7 @@ bool ContentsTargets::isMember(const std::string& path) const
 std::string ContentsTargets::path(const std::string& target) const
 {
     const auto file = target.substr(0, target.find('#'));
-    const auto asStated = appendingPathComponent(_packageFolder, target);
+    auto asStated = appendingPathComponent(_packageFolder, target);
     if (_members.empty() || file.empty() || isMember(appendingPathComponent(_packageFolder, file))
         || !isMember(appendingPathComponent(_contentsFolder, file)))
         return asStated;

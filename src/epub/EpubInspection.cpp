@@ -43,8 +43,8 @@ std::string valueOr(const OPFParser& package, const std::string& key, const std:
 // A reference without its escapes; one that is no text, or would end early as a path, stays as it is.
 std::string decodedReference(const std::string& reference)
 {
-    auto decoded = replacingPercentEscapes(reference);
-    return decoded && decoded->find('\0') == std::string::npos ? std::move(*decoded) : reference;
+    const auto decoded = replacingPercentEscapes(reference);
+    return decoded && decoded->find('\0') == std::string::npos ? *decoded : reference;
 }
 
 // The inspection of one archive.

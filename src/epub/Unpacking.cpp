@@ -14,7 +14,7 @@ void unpackFromBook(
         archive->extract(contentFiles, toPath);
 }
 
-void unZipBook(const BookInfo& book, std::stop_token stop)
+void unZipBook(const BookInfo& book, const std::stop_token& stop)
 {
     if (!book.epubPath() || !book.bookPath())
         return;

@@ -16,6 +16,6 @@ void unpackFromBook(
     const std::string& archivePath, const std::vector<std::string>& contentFiles, const std::string& toPath);
 
 // Extracts the whole archive of a book into its `bookPath`, until `stop` asks to end.
-void unZipBook(const BookInfo& book, std::stop_token stop = {});
+void unZipBook(const BookInfo& book, const std::stop_token& stop = {});
 
 }

@@ -15,7 +15,7 @@ namespace pagora {
 
 namespace {
 
-constexpr std::size_t bufferBytes = 256 * 1024;
+constexpr std::size_t bufferBytes = std::size_t { 256 } * 1024;
 
 struct Member {
     zip_uint64_t index;
@@ -64,7 +64,8 @@ struct Archive::Handle {
 
     bool readDirectory(const ArchiveLimits& limits, std::uint64_t archiveBytes);
     Member read(zip_uint64_t index) const;
-    bool extract(const Member& member, ContainedFolder& destination, std::vector<char>& buffer, std::stop_token stop);
+    bool extract(
+        const Member& member, ContainedFolder& destination, std::vector<char>& buffer, const std::stop_token& stop);
 };
 
 Member Archive::Handle::read(zip_uint64_t index) const
@@ -110,7 +111,7 @@ bool Archive::Handle::readDirectory(const ArchiveLimits& limits, std::uint64_t a
 }
 
 bool Archive::Handle::extract(
-    const Member& member, ContainedFolder& destination, std::vector<char>& buffer, std::stop_token stop)
+    const Member& member, ContainedFolder& destination, std::vector<char>& buffer, const std::stop_token& stop)
 {
     const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(
         zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
@@ -175,7 +176,8 @@ std::vector<std::string> Archive::filePaths() const
     return paths;
 }
 
-void Archive::extract(const std::vector<std::string>& members, const std::string& destination, std::stop_token stop)
+void Archive::extract(
+    const std::vector<std::string>& members, const std::string& destination, const std::stop_token& stop)
 {
     const Selection selection(members);
     ContainedFolder folder(destination);

@@ -45,7 +45,8 @@ public:
 
     // Extracts the members that match one of `members`, or all when it is empty. Members that fail, or hold more than
     // the directory says, are left out. Returns early when `stop` asks for it.
-    void extract(const std::vector<std::string>& members, const std::string& destination, std::stop_token stop = {});
+    void extract(
+        const std::vector<std::string>& members, const std::string& destination, const std::stop_token& stop = {});
 
 private:
     struct Handle;

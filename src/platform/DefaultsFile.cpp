@@ -101,7 +101,7 @@ constexpr auto bindFirst = [](SQLite::Statement& statement, const auto& value) {
 std::string readOnlyUri(const std::string& path, bool unchanging)
 {
     char* uri = g_filename_to_uri(path.c_str(), nullptr, nullptr);
-    const std::string result = uri ? std::string(uri) + (unchanging ? "?immutable=1" : "?mode=ro") : path;
+    std::string result = uri ? std::string(uri) + (unchanging ? "?immutable=1" : "?mode=ro") : path;
     g_free(uri);
     return result;
 }

@@ -51,7 +51,7 @@ public:
         std::function<void(const StoreState& state)> state;
         std::function<bool(ValueRow row)> value;
         // The row with an empty payload, and its payload, which is valid for the call.
-        std::function<bool(ElementRow row, std::string_view payload)> element;
+        std::function<bool(const ElementRow& row, std::string_view payload)> element;
         std::function<void(std::int64_t id)> leftData;
     };
     // Tells every row but data, elements in no order. Anything but Good when a row is wrong, or `reader` refuses it.

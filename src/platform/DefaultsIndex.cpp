@@ -43,7 +43,7 @@ DefaultsCondition DefaultsIndex::load(DefaultsFile& file, std::map<std::string, 
         return value && values.emplace(std::move(row.key), std::move(*value)).second;
     };
     const auto find = _parts.finder();
-    reader.element = [&](ElementRow row, std::string_view payload) {
+    reader.element = [&](const ElementRow& row, std::string_view payload) {
         const auto entry = _entries.find(row.key);
         auto value = decodeValue(payload, find);
         if (entry == _entries.end() || !entry->second.isArray || !value)

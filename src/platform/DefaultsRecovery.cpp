@@ -1,5 +1,7 @@
 #include "platform/DefaultsRecovery.hpp"
 
+#include "platform/Path.hpp"
+
 #include <glib.h>
 
 #include <cstdio>
@@ -99,7 +101,7 @@ private:
 
     std::string setFileAside(DefaultsCondition condition)
     {
-        const std::string name = setAside(_paths.file, condition);
+        std::string name = setAside(_paths.file, condition);
         if (!name.empty())
             _problem = std::string(condition == DefaultsCondition::Newer
                                ? "The stored library was written by a later version of the program"
@@ -152,8 +154,8 @@ std::string setAside(const std::string& path, DefaultsCondition condition)
         = std::string(condition == DefaultsCondition::Newer ? "defaults-newer-" : "defaults-damaged-")
         + universalTime();
     std::string name = stem + ".sqlite";
-    for (int number = 2; exists(folder + "/" + name); ++number)
-        name = stem + "-" + std::to_string(number) + ".sqlite";
+    for (int number = 2; exists(appendingPathComponent(folder, name)); ++number)
+        name.assign(stem).append("-").append(std::to_string(number)).append(".sqlite");
     const std::string target = folder + "/" + name;
     if (std::rename(path.c_str(), target.c_str()) != 0)
         return {};

@@ -101,7 +101,7 @@ bool copyBytes(int source, int destination)
     if (any)
         return false;
     // Not every pair of file systems can copy by itself, and some report an empty file instead.
-    const auto buffer = std::make_unique<std::array<char, 256 * 1024>>();
+    const auto buffer = std::make_unique<std::array<char, 1 << 18>>();
     ssize_t got = 0;
     while ((got = ::read(source, buffer->data(), buffer->size())) > 0) {
         if (!writeAll(destination, { buffer->data(), static_cast<std::size_t>(got) }))

@@ -5,6 +5,7 @@
 #include <glib-unix.h>
 
 #include <algorithm>
+#include <cmath>
 #include <sys/eventfd.h>
 #include <unistd.h>
 #include <utility>
@@ -19,7 +20,7 @@ public:
         : _work(std::move(work))
     {
         constexpr double longest = 24 * 60 * 60;
-        _source = g_timeout_source_new(static_cast<guint>(std::clamp(seconds, 0.0, longest) * 1000 + 0.5));
+        _source = g_timeout_source_new(static_cast<guint>(std::lround(std::clamp(seconds, 0.0, longest) * 1000)));
         g_source_set_callback(_source, &GLibTimer::fire, this, nullptr);
         g_source_attach(_source, nullptr);
     }
@@ -87,7 +88,8 @@ std::unique_ptr<RunLoop::Timer> GLibRunLoop::performAfterDelay(double seconds, s
 Reply<void> GLibRunLoop::performInBackground(std::function<void()> work)
 {
     Reply<void> reply;
-    const auto job = _jobs.insert(_jobs.end(), Job { std::make_unique<Worker>(), reply.resolver() });
+    _jobs.push_back({ std::make_unique<Worker>(), reply.resolver() });
+    const auto job = std::prev(_jobs.end());
     job->worker->perform([this, job, work = std::move(work)]() mutable {
         work();
         // What the work holds goes before it counts as done.

@@ -27,7 +27,7 @@ constexpr std::array<Signature, 9> signatures { {
 
 bool isSvg(std::string_view bytes)
 {
-    bytes = bytes.substr(0, 64 * 1024);
+    bytes = bytes.substr(0, 1 << 16);
     const auto start = bytes.find_first_not_of("\xEF\xBB\xBF \t\r\n");
     return start != std::string_view::npos && bytes[start] == '<'
         && (bytes.find("<svg") != std::string_view::npos

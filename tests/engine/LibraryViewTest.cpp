@@ -219,7 +219,7 @@ TEST_F(Grid, ContextMenuPerformsTheItemThatIsChosen)
     _surface.popUpContextMenu(
         { { "One", [&] { chosen.push_back("One"); } }, {}, { "Two", [&] { chosen.push_back("Two"); } } });
     ASSERT_TRUE(_surface.contextMenu());
-    EXPECT_EQ(_surface.contextMenu()->popover().get_menu_model()->get_n_items(), 2);
+    EXPECT_EQ(_surface.contextMenu()->popover()->get_menu_model()->get_n_items(), 2);
     _surface.widget().activate_action("book.item2");
     EXPECT_EQ(chosen, (std::vector<std::string> { "Two" }));
 }

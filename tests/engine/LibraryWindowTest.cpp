@@ -7,6 +7,7 @@
 #include <gtkmm/entry.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/revealer.h>
+#include <gtkmm/textview.h>
 
 namespace pagora::test {
 
@@ -218,6 +219,71 @@ TEST_F(LibraryWindowGtkTest, StopButtonCancels)
     EXPECT_EQ(_heard, (std::vector<std::string> { "cancelProcess" }));
 }
 
+TEST_F(LibraryWindowGtkTest, AlertAnswersWithTheCodeOfItsButton)
+{
+    std::vector<int> codes;
+    const auto ask = [&] { _window.runAlert("Sure?", "Cancel", "Remove", [&](int code) { codes.push_back(code); }); };
+    ask();
+    EXPECT_EQ(_window.dialogs().alert()->button(0).get_label(), "Cancel");
+    g_signal_emit_by_name(_window.dialogs().alert()->button(0).gobj(), "clicked");
+    ask();
+    EXPECT_EQ(_window.dialogs().alert()->button(1).get_label(), "Remove");
+    g_signal_emit_by_name(_window.dialogs().alert()->button(1).gobj(), "clicked");
+    EXPECT_EQ(codes, (std::vector<int> { 1000, 1001 }));
+}
+
+TEST_F(LibraryWindowGtkTest, AlertThatIsPutAwayCountsAsItsFirstButton)
+{
+    std::vector<int> codes;
+    _window.runAlert("Sure?", "Cancel", "Remove", [&](int code) { codes.push_back(code); });
+    _window.dialogs().alert()->window().close();
+    EXPECT_TRUE(waitUntil([&] { return !codes.empty(); }));
+    EXPECT_EQ(codes, (std::vector<int> { 1000 }));
+    EXPECT_FALSE(_window.dialogs().alert()->window().get_visible());
+}
+
+TEST_F(LibraryWindowGtkTest, AlertMayFollowTheAnswerToAnother)
+{
+    _window.runAlert("Sure?", "Cancel", "Remove", [&](int) { _window.runAlertPanel("Gone", "All of it.", "OK"); });
+    g_signal_emit_by_name(_window.dialogs().alert()->button(1).gobj(), "clicked");
+    EXPECT_EQ(_window.dialogs().alert()->button(0).get_label(), "OK");
+    EXPECT_TRUE(_window.dialogs().alert()->window().get_visible());
+}
+
+TEST_F(LibraryWindowGtkTest, LinesOfTheErrorWindowCanBeSelectedButNotChanged)
+{
+    _window.errorList().setStringValue("One.epub --> not an ePub\nTwo.epub --> locked");
+    auto* const lines = _window.outlet<Gtk::TextView>("errorList");
+    ASSERT_TRUE(waitUntil([&] { return lines->get_buffer()->get_line_count() == 2; }));
+    EXPECT_FALSE(lines->get_editable());
+    EXPECT_TRUE(lines->get_focusable());
+    g_signal_emit_by_name(lines->gobj(), "select-all", TRUE);
+    Gtk::TextBuffer::iterator from;
+    Gtk::TextBuffer::iterator to;
+    EXPECT_TRUE(lines->get_buffer()->get_selection_bounds(from, to));
+    EXPECT_EQ(from.get_text(to), "One.epub --> not an ePub\nTwo.epub --> locked");
+}
+
+TEST_F(LibraryWindowGtkTest, ErrorWindowDoesNotBlockTheLibrary)
+{
+    auto* const errors = _window.outlet<Gtk::Window>("errorWin");
+    EXPECT_FALSE(errors->get_modal());
+}
+
+TEST_F(LibraryWindowGtkTest, MenuActionsReachTheHub)
+{
+    LibraryWindowActions actions;
+    std::vector<std::string> heard;
+    actions.showLibFolderInFinder = [&] { heard.emplace_back("folder"); };
+    actions.resetAppSettings = [&] { heard.emplace_back("reset"); };
+    actions.openGuide = [&] { heard.emplace_back("help"); };
+    actions.testAction = [&] { heard.emplace_back("test"); };
+    _window.setActions(std::move(actions));
+    for (const auto* const name : { "app.show-folder", "app.reset", "app.help", "app.test" })
+        _window.window().activate_action(name);
+    EXPECT_EQ(heard, (std::vector<std::string> { "folder", "reset", "help", "test" }));
+}
+
 TEST_F(LibraryWindowGtkTest, ErrorWindowIsHiddenWhenItCloses)
 {
     _window.errorWin().makeKeyAndOrderFront();
@@ -238,7 +304,7 @@ TEST_F(LibraryWindowGtkTest, ActivatedBookIsOpened)
     _views->refreshBookView(_bookList);
     _window.mainWindow().orderFront();
     settle();
-    auto* const grid = dynamic_cast<BooksSurface*>(_views->currentContentView())->widget().get_first_child();
+    auto* const grid = dynamic_cast<BooksSurface*>(_views->currentContentView())->widget().get_first_child()->get_first_child();
     grid->activate_action("list.activate-item", Glib::Variant<guint>::create(1));
     EXPECT_EQ(_heard, (std::vector<std::string> { "sendDoubleClick" }));
     EXPECT_EQ(_views->selection().selectedBook, _bookList->at(1));

@@ -30,31 +30,23 @@ std::vector<std::string> pathsOfFiles(const Gio::ListModel& files)
 
 void LibraryDialogs::runAlertPanel(const std::string& title, const std::string& message, const std::string& button)
 {
-    _alert = std::make_unique<Gtk::MessageDialog>(
-        _parent, displayText(title), false, Gtk::MessageType::INFO, Gtk::ButtonsType::NONE, true);
-    _alert->set_secondary_text(displayText(message));
-    _alert->add_button(displayText(button), Gtk::ResponseType::OK);
-    _alert->set_default_response(Gtk::ResponseType::OK);
-    _alert->signal_response().connect([this](int) { _alert->set_visible(false); });
-    _alert->present();
+    show(std::make_unique<AlertWindow>(
+        _parent, title, message, std::vector<AlertWindow::Button> { { button } }, nullptr));
 }
 
 void LibraryDialogs::runAlert(const std::string& informativeText, const std::string& firstButton,
     const std::string& secondButton, std::function<void(int code)> answered)
 {
-    constexpr int first = 1000;
-    constexpr int second = 1001;
-    _alert = std::make_unique<Gtk::MessageDialog>(
-        _parent, displayText(informativeText), false, Gtk::MessageType::INFO, Gtk::ButtonsType::NONE, true);
-    _alert->add_button(displayText(firstButton), first);
-    _alert->add_button(displayText(secondButton), second);
-    _alert->set_default_response(first);
-    if (auto* const goesOn = _alert->get_widget_for_response(second))
-        goesOn->add_css_class("destructive-action");
-    _alert->signal_response().connect([this, answered = std::move(answered)](int response) {
-        _alert->set_visible(false);
-        answered(response == second ? second : first);
-    });
+    constexpr int firstCode = 1000;
+    const std::vector<AlertWindow::Button> buttons { { firstButton }, { secondButton, true } };
+    show(std::make_unique<AlertWindow>(_parent, "", informativeText, buttons,
+        [answered = std::move(answered)](std::size_t button) { answered(firstCode + static_cast<int>(button)); }));
+}
+
+// The alert before may be the one whose answer shows this one.
+void LibraryDialogs::show(std::unique_ptr<AlertWindow> alert)
+{
+    _alertBefore = std::exchange(_alert, std::move(alert));
     _alert->present();
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "app/gtk/AlertWindow.hpp"
+
 #include <giomm/file.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/filechoosernative.h>
-#include <gtkmm/messagedialog.h>
 
 #include <functional>
 #include <memory>
@@ -30,13 +31,17 @@ public:
     // One at a time: a panel that is open already comes to the front, and `chosen` receives nothing.
     void runOpenPanel(const std::string& message, bool multiple, Chosen chosen);
     void showAbout();
+    // The alert that was shown last; null before the first.
+    AlertWindow* alert() { return _alert.get(); }
 
 private:
+    void show(std::unique_ptr<AlertWindow> alert);
     // Where files were last chosen, and before that the program's current folder; null if there is none any more.
     Glib::RefPtr<Gio::File> startFolder() const;
 
     Gtk::Window& _parent;
-    std::unique_ptr<Gtk::MessageDialog> _alert;
+    std::unique_ptr<AlertWindow> _alert;
+    std::unique_ptr<AlertWindow> _alertBefore;
     std::unique_ptr<Gtk::AboutDialog> _about;
     Glib::RefPtr<Gtk::FileChooserNative> _openPanel;
     Glib::RefPtr<Gio::File> _lastFolder;

@@ -59,6 +59,7 @@ public:
 
     // Lets the event monitor see another window of the program.
     void watch(Gtk::Window& window) { _monitor.watch(window); }
+    LibraryDialogs& dialogs() { return _dialogs; }
     Gtk::ApplicationWindow& window() { return *_windows.main; }
     // The widget that has the outlet's name in the layout; null when there is none.
     template <typename Widget>

@@ -60,7 +60,8 @@ xdotool keyup ctrl
 settle
 xdotool key ctrl+Delete
 picture alert
-xdotool key Tab Return
+xdotool key Tab
+xdotool key Return
 within 30 catalogue 'len(books) == 1'
 within 30 is_in_trash "01 The Lantern Keeper.epub"
 within 30 is_in_trash "02 A Quiet Harbour.epub"

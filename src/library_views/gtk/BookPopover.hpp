@@ -6,25 +6,32 @@
 #include <gtkmm/popovermenu.h>
 #include <gtkmm/widget.h>
 
+#include <memory>
+
 namespace pagora {
 
 // Shows context menus over a widget, one at a time. Main thread.
 class BookPopover {
 public:
-    explicit BookPopover(Gtk::Widget& parent);
+    // A scrolled parent would cut the menus.
+    explicit BookPopover(Gtk::Widget& parent)
+        : _parent(parent)
+    {
+    }
     ~BookPopover();
 
     // `place` is in the parent's points.
     void popUp(const BookMenu& menu, const Gdk::Rectangle& place);
 
-    Gtk::PopoverMenu& popover() { return _popover; }
-    // What was shown last.
-    const BookMenu& menu() const { return _menu; }
+    // Null as long as no menu was shown.
+    Gtk::PopoverMenu* popover() { return _popover.get(); }
 
 private:
+    void dropPopover();
+
     Gtk::Widget& _parent;
-    BookMenu _menu;
-    Gtk::PopoverMenu _popover;
+    // A new one for each menu.
+    std::unique_ptr<Gtk::PopoverMenu> _popover;
 };
 
 }

@@ -18,7 +18,8 @@ constexpr int columnWidth = BookCell::width + 24;
 GridSurface::GridSurface(ArrayController& books, CoverLoader& loader)
     : BooksSurface(books)
     , _layout(Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/ImageView.ui"))
-    , _scroller(_layout->get_widget<Gtk::ScrolledWindow>("imageView"))
+    , _imageView(_layout->get_widget<Gtk::Widget>("imageView"))
+    , _scroller(_layout->get_widget<Gtk::ScrolledWindow>("scroller"))
     , _bookCollectionView(_layout->get_widget<Gtk::GridView>("bookCollectionView"))
 {
     _bookCollectionView->set_factory(makeFactory<BookCell>([&loader] { return Gtk::make_managed<BookCell>(loader); }));

@@ -16,13 +16,14 @@ public:
     ~GridSurface() override;
 
     void makeFirstResponder() override { bookCollectionView().grab_focus(); }
-    Gtk::Widget& widget() override { return *_scroller; }
+    Gtk::Widget& widget() override { return *_imageView; }
     Gtk::GridView& bookCollectionView() { return *_bookCollectionView; }
 
 private:
     void fitColumns();
 
     Glib::RefPtr<Gtk::Builder> _layout;
+    Gtk::Widget* _imageView;
     Gtk::ScrolledWindow* _scroller;
     Gtk::GridView* _bookCollectionView;
     sigc::connection _widthChanged;

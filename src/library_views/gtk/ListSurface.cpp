@@ -34,7 +34,7 @@ private:
 ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
     : BooksSurface(books)
     , _layout(Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/TableView.ui"))
-    , _scroller(_layout->get_widget<Gtk::ScrolledWindow>("tableView"))
+    , _tableView(_layout->get_widget<Gtk::Widget>("tableView"))
     , _bookTable(_layout->get_widget<Gtk::ColumnView>("bookTable"))
 {
     const auto column = [this](const char* id) { return _layout->get_object<Gtk::ColumnViewColumn>(id); };

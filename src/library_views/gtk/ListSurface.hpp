@@ -5,7 +5,6 @@
 
 #include <gtkmm/builder.h>
 #include <gtkmm/columnview.h>
-#include <gtkmm/scrolledwindow.h>
 
 namespace pagora {
 
@@ -16,12 +15,12 @@ public:
     ~ListSurface() override;
 
     void makeFirstResponder() override { bookTable().grab_focus(); }
-    Gtk::Widget& widget() override { return *_scroller; }
+    Gtk::Widget& widget() override { return *_tableView; }
     Gtk::ColumnView& bookTable() { return *_bookTable; }
 
 private:
     Glib::RefPtr<Gtk::Builder> _layout;
-    Gtk::ScrolledWindow* _scroller;
+    Gtk::Widget* _tableView;
     Gtk::ColumnView* _bookTable;
 };
 

@@ -3,6 +3,7 @@
 # screen, the source of the drag stands on the right.
 
 library_width=960
+library_window=
 source_window=
 dragging=
 
@@ -10,17 +11,33 @@ dragging=
 place_library() {
     local height
     height=$(xdotool getdisplaygeometry | cut -d' ' -f2)
-    xdotool getactivewindow windowsize "$library_width" "$height" windowmove 0 0
+    library_window=$(xdotool getactivewindow)
+    xdotool windowsize "$library_window" "$library_width" "$height" windowmove "$library_window" 0 0
     settle
+}
+
+# An alert or another window of the program has the keyboard.
+library_has_a_window_over_it() { [ "$(xdotool getactivewindow)" != "$library_window" ]; }
+
+# with_window TITLE COMMAND...: fails also when a window goes while it is looked for; call it with `within`.
+with_window() {
+    local title=$1
+    shift
+    xdotool search --onlyvisible --name "^$title\$" "$@"
+}
+
+# bring_forward TITLE: the window gets the keyboard.
+bring_forward() {
+    within 20 with_window "$1" windowactivate
+    within 20 window_is "$1"
 }
 
 # offer_files FILE...: what the next drag carries; see tests/application/drag-source.cpp.
 offer_files() {
-    [ -z "$source_window" ] || kill "$source_window"
+    end_files
     "$programs/drag-source" "$@" &
     source_window=$!
-    within 20 xdotool search --onlyvisible --name '^Drag Source$'
-    xdotool search --onlyvisible --name '^Drag Source$' windowmove 1020 60
+    within 20 with_window "Drag Source" windowmove 1020 60
     settle
 }
 
@@ -49,6 +66,9 @@ drop_files() {
 }
 
 end_files() {
-    [ -z "$source_window" ] || kill "$source_window" 2>/dev/null || true
+    if [ -n "$source_window" ]; then
+        kill "$source_window" 2>/dev/null || true
+        wait "$source_window" 2>/dev/null || true
+    fi
     source_window=
 }

@@ -59,6 +59,7 @@ click 260 200
 xdotool keyup ctrl
 settle
 xdotool key ctrl+Delete
+within 20 library_has_a_window_over_it
 picture alert
 xdotool key Tab
 xdotool key Return
@@ -77,13 +78,13 @@ done
 slow_book "$HOME/ten/Ten 03.epub"
 offer_files "$HOME/ten/Ten "*.epub
 drop_files
-within 60 copies_are 3
+within 60 grep -q feTurbulence "$HOME/.cache/org.pagora.Pagora/_data/OEBPS/images/cover.svg"
 xdotool mousemove --sync $((library_width - 40)) 838 click 1
 within 120 catalogue 'len(books) == 4'
 copies_are 4 || fail "the import went on"
 picture stopped
 end_files
-xdotool search --onlyvisible --name '^Pagora$' windowactivate --sync
+bring_forward Pagora
 xdotool key ctrl+q
 within 20 ended
 program=

@@ -41,7 +41,7 @@
     };
     const setProperty = CSSStyleDeclaration.prototype.setProperty;
     let styles = Object.getPrototypeOf(Document.prototype.createElement.call(document, 'p').style);
-    while (!Object.getOwnPropertyDescriptor(styles, 'webkitColumnWidth'))
+    while (!Object.prototype.hasOwnProperty.call(styles, 'webkitColumnWidth'))
         styles = Object.getPrototypeOf(styles);
     for (const [property, name] of Object.entries(readersStyles)) {
         Object.defineProperty(styles, property, {
@@ -174,6 +174,9 @@
         if (event.target === document)
             restorePosition();
     }, { capture: true, passive: true });
+
+    // Elements of other languages have no styles, where the reader expects each to have some.
+    Object.defineProperty(Element.prototype, 'style', { configurable: true, get: () => ({}) });
 
     // --- Distances down the text -------------------------------------------------------------------------------------
 

@@ -52,6 +52,7 @@ const Hostile hostiles[] = {
         "<div>x</div><section style='position:relative'><div>y</div></section>" },
     { "wide content", "pre{width:7777px!important}",
         longWord + "<pre>wide</pre><table width='6666'><tr><td>x</td></tr></table>" },
+    { "elements of other languages", "y{display:block}", "<x:y xmlns:x='urn:x'>z<x:z/></x:y>" },
     { "snapping",
         "html{scroll-snap-type:x mandatory!important;scroll-behavior:smooth!important;scroll-padding:99px}"
         "p{scroll-snap-align:center}" },

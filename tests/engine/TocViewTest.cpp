@@ -205,6 +205,30 @@ TEST_F(TocViewTest, PressOnAListThatIsGoneOpensNothing)
     EXPECT_TRUE(chapters.urls.empty());
 }
 
+TEST_F(TocViewTest, OnlyThePrimaryButtonOpensLinks)
+{
+    g_autoptr(GListModel) controllers = gtk_widget_observe_controllers(GTK_WIDGET(list.gobj()));
+    int clicks = 0;
+    for (guint i = 0; i < g_list_model_get_n_items(controllers); ++i) {
+        g_autoptr(GObject) each = G_OBJECT(g_list_model_get_item(controllers, i));
+        if (!GTK_IS_GESTURE_CLICK(each))
+            continue;
+        ++clicks;
+        EXPECT_EQ(gtk_gesture_single_get_button(GTK_GESTURE_SINGLE(each)), guint(GDK_BUTTON_PRIMARY));
+    }
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(TocViewTest, RowsAreListItemsAndWhatTheyHoldIsNot)
+{
+    load(3);
+    ASSERT_TRUE(isLaidOut());
+    auto* const item = gtk_widget_get_first_child(GTK_WIDGET(list.gobj()));
+    EXPECT_EQ(gtk_accessible_get_accessible_role(GTK_ACCESSIBLE(item)), GTK_ACCESSIBLE_ROLE_LIST_ITEM);
+    auto* const row = gtk_widget_get_first_child(item);
+    EXPECT_EQ(gtk_accessible_get_accessible_role(GTK_ACCESSIBLE(row)), GTK_ACCESSIBLE_ROLE_PRESENTATION);
+}
+
 TEST_F(TocViewTest, EnterOpensTheLinkThatHasTheFocus)
 {
     load(50);

@@ -29,6 +29,8 @@ TocRow::TocRow()
 {
     add_css_class("contents-row");
     set_hexpand(true);
+    // The list's item around it has the role and the name.
+    g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
 }
 
 void TocRow::setLink(const tocLinkTextField* link)

@@ -204,6 +204,8 @@ void TocViewGtk::addSubviews(const std::vector<tocLinkTextField*>& links)
             texts[i] = displayText(_links[i]->text(), 200);
     }
     _list.set_model(Gtk::NoSelection::create(Gtk::StringList::create(texts)));
+    // The pointer may have been there before the links.
+    pointerIsAt(_pointerY);
 }
 
 tocLinkTextField* TocViewGtk::linkWithTag(std::int64_t tag) const

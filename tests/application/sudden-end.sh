@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The program is killed while a book is read: the library and every place that was saved are there at the next start.
+# The program is killed or told to end while a book is read: the library and every place that was saved are there at the
+# next start.
 set -euo pipefail
 programs=$(realpath "$1")
 mkdir -p "$2"
@@ -31,4 +32,15 @@ catalogue 'len(books) == 8 and books[7]["LastPlace"] > 0' || fail "something of 
 stored BundleVersion >/dev/null || fail "the settings are lost"
 xdotool key ctrl+q
 within 20 ended
+
+# Ending the program while a book is read keeps the place in it.
+start "$HOME/books/04 The Copper Bridge.epub"
+within 20 window_is "Pagora - The Cartographer's Daughter, or Seven Ways across the Mountains"
+settle
+before=$(stored BookData)
+xdotool key Right
+settle
+xdotool key ctrl+q
+within 20 ended
+[ "$(stored BookData)" != "$before" ] || fail "the place is lost"
 program=

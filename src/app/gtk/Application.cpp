@@ -13,6 +13,10 @@
 #include "platform/gtk/DesktopWorkspace.hpp"
 
 #include <glib-unix.h>
+#include <gtkmm/shortcut.h>
+#include <gtkmm/shortcutaction.h>
+#include <gtkmm/shortcutcontroller.h>
+#include <gtkmm/shortcuttrigger.h>
 
 #include <csignal>
 
@@ -31,6 +35,19 @@ ProgramInfo programInfo()
 std::string temporaryFolder()
 {
     return appendingPathComponent(cachesFolder(), PAGORA_IDENTIFIER);
+}
+
+// A book that is read is closed with its place when the program is told to end.
+void endByKey(Gtk::Window& window)
+{
+    const auto keys = Gtk::ShortcutController::create();
+    keys->set_scope(Gtk::ShortcutScope::MANAGED);
+    keys->add_shortcut(Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string("<Control>q"),
+        Gtk::CallbackAction::create([](Gtk::Widget&, const Glib::VariantBase&) {
+            Gio::Application::get_default()->quit();
+            return true;
+        })));
+    window.add_controller(keys);
 }
 
 // Keeps the store from staying unflushed: a change that nobody flushes reaches the disk a little later.
@@ -60,7 +77,11 @@ struct Application::Parts {
     explicit Parts(const Glib::RefPtr<Gtk::Application>& application)
         : defaults(defaultsFolder(), &storeProblem)
         , libraryWindow(application)
-        , readerWindows(temporaryFolder(), [this](Gtk::Window& window) { libraryWindow.watch(window); })
+        , readerWindows(temporaryFolder(),
+              [this](Gtk::Window& window) {
+                  libraryWindow.watch(window);
+                  endByKey(window);
+              })
         , lateFlush(defaults, runLoop)
         , controller({ programInfo(), defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
     {

@@ -67,7 +67,8 @@ public:
     // not answer in good time, gives an empty text.
     virtual Reply<std::string> evaluateScript(const std::string& script) = 0;
 
-    // Answers when what the scripts have done to the page so far has been drawn, or after a moment where nothing is.
+    // Lets a page that comes with its layout be seen, which it is not before, and answers when it has been drawn, or
+    // after a moment where nothing is.
     virtual Reply<std::string> drawn() { return Reply<std::string>::of(); }
 
     // A hint that this page is likely to be loaded next: it may be got ready out of sight, with the scripts run in it.

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 namespace pagora::test {
 
@@ -42,12 +43,58 @@ std::string page(const std::string& body, const std::string& viewport = "width=6
         + viewport + "'/><style>body{margin:0}</style></head><body>" + body + "</body></html>";
 }
 
+// The colours that are seen, in the middle of the right half of a widget, with each frame that is drawn.
+class SeenColors {
+public:
+    explicit SeenColors(GtkWidget* widget)
+        : _widget(widget)
+        , _clock(gtk_widget_get_frame_clock(widget))
+        , _handler(g_signal_connect(_clock, "after-paint", G_CALLBACK(&SeenColors::frameDrawn), this))
+    {
+    }
+    ~SeenColors() { g_signal_handler_disconnect(_clock, _handler); }
+    SeenColors(const SeenColors&) = delete;
+    SeenColors& operator=(const SeenColors&) = delete;
+
+    const std::set<std::uint32_t>& colors() const { return _colors; }
+
+private:
+    static void frameDrawn(GdkFrameClock*, gpointer self)
+    {
+        auto& seen = *static_cast<SeenColors*>(self);
+        g_autoptr(GdkPaintable) paintable = gtk_widget_paintable_new(seen._widget);
+        const int width = gdk_paintable_get_intrinsic_width(paintable);
+        const int height = gdk_paintable_get_intrinsic_height(paintable);
+        GtkSnapshot* snapshot = gtk_snapshot_new();
+        gdk_paintable_snapshot(paintable, snapshot, width, height);
+        GskRenderNode* node = gtk_snapshot_free_to_node(snapshot);
+        if (!node)
+            return;
+        std::uint32_t pixel = 0;
+        cairo_surface_t* surface = cairo_image_surface_create_for_data(
+            reinterpret_cast<unsigned char*>(&pixel), CAIRO_FORMAT_ARGB32, 1, 1, sizeof pixel);
+        cairo_t* context = cairo_create(surface);
+        cairo_translate(context, -0.75 * width, -0.5 * height);
+        gsk_render_node_draw(node, context);
+        cairo_destroy(context);
+        cairo_surface_destroy(surface);
+        gsk_render_node_unref(node);
+        seen._colors.insert(pixel & 0xFFFFFF);
+    }
+
+    GtkWidget* _widget;
+    GdkFrameClock* _clock;
+    gulong _handler;
+    std::set<std::uint32_t> _colors;
+};
+
 // Reads pages that the test writes.
 class FixedReadingTest : public ToolkitTest {
 protected:
     FixedReadingTest() { std::filesystem::create_directories(_book); }
     ~FixedReadingTest() override
     {
+        _seen.reset();
         _controller.reset();
         settle();
     }
@@ -77,6 +124,8 @@ protected:
         window().makeKeyAndOrderFront();
         ASSERT_TRUE(waitUntil([&] { return webView().frame().width > 1; }));
         webView().setBookFolder(_book);
+        if (_watchesColors)
+            _seen = std::make_unique<SeenColors>(_window->parts().widget<Gtk::Widget>("pagePlace").gobj());
         reader().loadSplits(pages, contents);
         settlePage();
     }
@@ -129,6 +178,8 @@ protected:
     FakeReaderHub _hub;
     ReaderState _state;
     ReaderWindowFactoryGtk _windows { _home.path("cache"), [](Gtk::Window&) {} };
+    bool _watchesColors = false;
+    std::unique_ptr<SeenColors> _seen;
     FixedWindowGtk* _window = nullptr;
     std::unique_ptr<FixedLayoutWindowController> _controller;
 };
@@ -183,6 +234,45 @@ TEST_F(FixedReadingTest, APageThatIsReadyIsShownAtOnce)
     }
     turn(0);
     EXPECT_EQ(evaluate("$('h1').text()"), "3");
+}
+
+TEST_F(FixedReadingTest, APageIsNeverSeenUnscaled)
+{
+    // A page that is several times larger than its view: only its left half is seen where it is not scaled.
+    constexpr std::uint32_t red = 0xFF0000;
+    constexpr std::uint32_t blue = 0x0000FF;
+    const auto halves
+        = page("<a id='link' href='page5.xhtml'>Five</a><div style='position:absolute;width:1500px;"
+               "height:4000px;background:#f00'></div><div style='position:absolute;left:1500px;width:1500px;"
+               "height:4000px;background:#00f'></div>",
+            "width=3000, height=4000");
+    std::vector<Url> pages;
+    for (int i = 1; i <= 6; ++i)
+        pages.push_back(write("page" + std::to_string(i) + ".xhtml", halves));
+    _watchesColors = true;
+    open(pages);
+    const auto blueIsSeenOnly = [&](const char* when) {
+        SCOPED_TRACE(when);
+        EXPECT_TRUE(waitUntil([&] { return _seen->colors().contains(blue); }));
+        EXPECT_FALSE(_seen->colors().contains(red));
+        _seen = std::make_unique<SeenColors>(_window->parts().widget<Gtk::Widget>("pagePlace").gobj());
+        _window->parts().widget<Gtk::Widget>("pagePlace").queue_draw();
+    };
+    blueIsSeenOnly("at the first page");
+    waitForNextPage();
+    turn(1);
+    blueIsSeenOnly("after a turn");
+    turn(1);
+    blueIsSeenOnly("after another turn");
+    reader().goToLastPage();
+    settlePage();
+    blueIsSeenOnly("at the last page");
+    turn(0);
+    blueIsSeenOnly("after a turn back");
+    evaluate("document.getElementById('link').click()");
+    EXPECT_TRUE(waitUntil([&] { return webView().isHidden(); }));
+    settlePage();
+    blueIsSeenOnly("after a link");
 }
 
 TEST_F(FixedReadingTest, FastTurnsEndOnTheirPage)

@@ -7,8 +7,10 @@ namespace pagora {
 namespace {
 
 // Two frames: the second begins when the first has been handed over. A page that nobody sees has none.
-constexpr const char* waitForDrawing = "await new Promise((done) => { requestAnimationFrame(() => "
-                                       "requestAnimationFrame(done)); setTimeout(done, 250); })";
+constexpr const char* waitForDrawing
+    = "if (document.documentElement?.style) document.documentElement.style.setProperty('opacity', '1', 'important');"
+      "await new Promise((done) => {"
+      "requestAnimationFrame(() => requestAnimationFrame(done)); setTimeout(done, 250); })";
 
 std::string textOf(JSCValue* value)
 {

@@ -30,7 +30,7 @@ public:
     // For the scripts from now on.
     void setTimeout(double timeout) { _timeout = timeout; }
     Reply<std::string> evaluate(const std::string& script);
-    // Answers when the page has been drawn as it is now, or soon where it is not drawn at all.
+    // Lets the page be seen and answers when it has been drawn as it is now, or soon where it is not drawn at all.
     Reply<std::string> drawn();
     // Answers all that are pending with an empty text.
     void giveUpAll();

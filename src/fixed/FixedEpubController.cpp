@@ -194,8 +194,11 @@ Task<void> FixedEpubController::preparePage(DataSource source)
     for (const char* name : pageScripts)
         co_await evaluate(webView, _scripts(name));
     co_await rescale();
-    if (!_fixedWindowFitted)
+    if (!_fixedWindowFitted) {
         co_await fitWindow();
+        // The page is seen in the window's new size.
+        co_await _window.window().laidOut();
+    }
     co_await webView.drawn();
     if (source.load != webView.currentLoad())
         co_return;

@@ -3,6 +3,7 @@
 #include "app/MainController.hpp"
 #include "app/gtk/LibraryWindowGtk.hpp"
 #include "app/gtk/ReaderWindowFactoryGtk.hpp"
+#include "app/gtk/ShortcutsHelp.hpp"
 #include "platform/GLibRunLoop.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
@@ -77,10 +78,12 @@ struct Application::Parts {
     explicit Parts(const Glib::RefPtr<Gtk::Application>& application)
         : defaults(defaultsFolder(), &storeProblem)
         , libraryWindow(application)
+        , shortcuts(*application)
         , readerWindows(temporaryFolder(),
               [this](Gtk::Window& window) {
                   libraryWindow.watch(window);
                   endByKey(window);
+                  shortcuts.addKeyTo(window);
               })
         , lateFlush(defaults, runLoop)
         , controller({ programInfo(), defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
@@ -98,6 +101,7 @@ struct Application::Parts {
     DesktopWorkspace workspace;
     ColorScheme colorScheme;
     LibraryWindowGtk libraryWindow;
+    ShortcutsHelp shortcuts;
     ReaderWindowFactoryGtk readerWindows;
     LateFlush lateFlush;
     MainController controller;

@@ -54,5 +54,10 @@ picture() {
 
 click() { xdotool mousemove --sync "$1" "$2" click --delay 60 "${3:-1}"; }
 # The program's window fills the screen, so that places in it are known.
-fill() { xdotool getactivewindow windowmove 0 0 windowsize --sync "$(xdotool getdisplaygeometry | cut -d' ' -f1)" \
-    "$(xdotool getdisplaygeometry | cut -d' ' -f2)" || true; }
+fills() {
+    local width height
+    read -r width height < <(xdotool getdisplaygeometry)
+    xdotool getactivewindow windowmove 0 0 windowsize "$width" "$height" || true
+    xdotool getactivewindow getwindowgeometry --shell | grep -qx "WIDTH=$width"
+}
+fill() { within 20 fills; }

@@ -241,6 +241,96 @@
         },
     });
 
+    // --- The text that is seen ---------------------------------------------------------------------------------------
+
+    const longestText = 20000;
+    const longestLine = 200;
+    const probeStep = 6;
+
+    // The first of these points that has text, as a range without length.
+    function textAt(points) {
+        for (const [x, y] of points) {
+            const place = Document.prototype.caretRangeFromPoint.call(document, x, y);
+            if (place && place.startContainer.nodeType === Node.TEXT_NODE)
+                return place;
+        }
+        return null;
+    }
+
+    // From the first text at the page's beginning to the last one at its end; a page without columns is taken whole.
+    function shownText() {
+        const strip = columnStrip();
+        const body = bodyOf.call(document);
+        if (!strip)
+            return body ? body.innerText : '';
+        const [near, far] = [strip.paddingLeft + 1, innerWidth - strip.paddingRight - 2];
+        const [start, end] = strip.rightToLeft ? [far, near] : [near, far];
+        const heights = [];
+        for (let y = strip.paddingTop + 2; y < strip.paddingTop + strip.height; y += probeStep)
+            heights.push(y);
+        const first = textAt(heights.map((y) => [start, y]));
+        const last = textAt(heights.reverse().map((y) => [end, y]));
+        if (!first || !last)
+            return '';
+        return textBetween(first.startContainer, endOfLine(first, -1), last.startContainer, endOfLine(last, 1));
+    }
+
+    // How far the line at that place goes on in the same node, backwards or on: where text of both directions meets, the
+    // edge of the line is in the middle of its text.
+    function endOfLine(place, step) {
+        const range = new Range();
+        const { startContainer: node, startOffset: offset } = place;
+        const boxAt = (index) => {
+            range.setStart(node, index);
+            range.setEnd(node, index + 1);
+            return range.getClientRects()[0];
+        };
+        const before = step < 0 ? 1 : 0;
+        const start = boxAt(Math.min(offset, node.length - 1));
+        let end = offset;
+        for (let i = 0; start && i < longestLine; ++i, end += step) {
+            const box = end - before >= 0 && end - before < node.length ? boxAt(end - before) : null;
+            if (!box || Math.abs(box.top - start.top) > box.height / 2 || box.right < 0 || box.left > innerWidth)
+                break;
+        }
+        return end;
+    }
+
+    const isInline = (element) => getComputedStyle(element).display.startsWith('inline');
+
+    function blockAround(node) {
+        let element = node.parentElement;
+        while (element && isInline(element))
+            element = element.parentElement;
+        return element;
+    }
+
+    // The text from one place to another, a line for each block.
+    function textBetween(first, firstOffset, last, lastOffset) {
+        const nodes = Document.prototype.createTreeWalker.call(
+            document, bodyOf.call(document), NodeFilter.SHOW_TEXT);
+        nodes.currentNode = first;
+        let text = '';
+        let block = null;
+        for (let node = first; node && text.length < longestText; node = nodes.nextNode()) {
+            const around = blockAround(node);
+            if (block && around !== block)
+                text += '\n';
+            block = around;
+            text += node.data.slice(node === first ? firstOffset : 0, node === last ? lastOffset : undefined)
+                .replace(/\s+/g, ' ');
+            if (node === last)
+                break;
+        }
+        return text;
+    }
+
+    // The document's title in one line, then the text, each paragraph on a line.
+    window.pagoraShownText = () => {
+        const plain = (text) => text.replace(/[^\S\n]+/g, ' ').replace(/ ?\n[\n ]*/g, '\n').trim();
+        return document.title.replace(/\s+/g, ' ').trim() + '\n' + plain(shownText().slice(0, longestText));
+    };
+
     // --- What the program wants to know ------------------------------------------------------------------------------
 
     const takesKeys = (node) => node instanceof Element
@@ -248,5 +338,9 @@
 
     window.addEventListener('focusin', (event) => post('keys ' + (takesKeys(event.target) ? 1 : 0)), true);
     window.addEventListener('focusout', () => post('keys 0'), true);
+    // Once what is laid out now has been drawn: the second frame begins after the first one is on its way.
+    window.pagoraReportPaint = (number) => {
+        requestAnimationFrame(() => requestAnimationFrame(() => post('painted ' + number)));
+    };
     window.addEventListener('resize', () => post('size ' + innerWidth + ' ' + innerHeight), true);
 })();

@@ -74,6 +74,10 @@ public:
     // A hint that this page is likely to be loaded next: it may be got ready out of sight, with the scripts run in it.
     virtual void prepareRequest(const Url& url, const std::vector<std::string>& scripts) { }
 
+    // The page that is loaded is laid out and may be seen. Until then, and until the load fails, the page before it
+    // stays in view.
+    virtual void pageIsPrepared() = 0;
+
     virtual void setTextSizeMultiplier(double multiplier) = 0;
     // In points; the size is the page's visible area.
     virtual Rect frame() const = 0;

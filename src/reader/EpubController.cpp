@@ -92,6 +92,7 @@ void EpubController::loadSplits(
     colors.setSelectedSegment(_currentColorOption - 1);
     if (_numberOfColumns == 0)
         _numberOfColumns = 2;
+    _window.setColumnCount(_numberOfColumns);
     _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
 
     _bookSplits = std::move(splits);
@@ -262,7 +263,10 @@ Task<void> EpubController::preparePage(DataSource source)
     if (lost != _lostPages)
         co_return;
     _pageIsShown = true;
-    if (source.isMainResource && source.load == webView.currentLoad())
+    if (source.load != webView.currentLoad())
+        co_return;
+    webView.pageIsPrepared();
+    if (source.isMainResource)
         releaseActions();
 }
 

@@ -88,6 +88,7 @@ Task<void> EpubController::applyColumns()
 {
     _numberOfColumns = _numberOfColumns >= 3 ? 1 : _numberOfColumns + 1;
     _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
+    _window.setColumnCount(_numberOfColumns);
     co_await run(scripts::columns(_numberOfColumns, _pageWidth));
     co_await run(scripts::imageWidth(_pageWidth));
 }

@@ -6,6 +6,7 @@
 #include "reader/SplitView.hpp"
 #include "reader/TocView.hpp"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -61,6 +62,8 @@ public:
     virtual SegmentedControl& colorControl() = 0;
     virtual PopUpButton& fontMenu() = 0;
     virtual TextField& searchField() = 0;
+    // Shows how many columns the page has.
+    virtual void setColumnCount(std::int32_t columns) = 0;
     // The panel with the display options.
     virtual Window& displayOptions() = 0;
     // Every font family installed, as the system lists them.

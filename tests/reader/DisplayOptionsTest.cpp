@@ -41,6 +41,18 @@ TEST_F(DisplayOptions, TheBooksOwnThemeReloadsTheChapterAtItsPage)
     EXPECT_EQ(parts->bgView.fill, Color::white(1));
 }
 
+TEST_F(DisplayOptions, AChapterIsSeenOnceItIsLaidOut)
+{
+    reader->setActiveSplitIndex(0);
+    reader->loadSplits(chapters(2), std::nullopt);
+    EXPECT_EQ(page().timesPrepared, 0);
+    page().holdsReplies = true;
+    page().finishDocument();
+    EXPECT_EQ(page().timesPrepared, 0);
+    page().replyToAll();
+    EXPECT_EQ(page().timesPrepared, 1);
+}
+
 TEST_F(DisplayOptions, AnotherThemeColorsThePageWithoutAReload)
 {
     openInTheme(1);
@@ -78,9 +90,11 @@ TEST_F(DisplayOptions, TheThreeThemesHaveTheirColors)
 TEST_F(DisplayOptions, ThreeColumnsIn800PointsAre146PointsWide)
 {
     open(1);
+    EXPECT_EQ(parts->columnCount, 2);
     reader->changeWidth();
     EXPECT_EQ(reader->numberOfColumns(), 3);
     EXPECT_EQ(reader->pageWidth(), 146);
+    EXPECT_EQ(parts->columnCount, 3);
 }
 
 TEST_F(DisplayOptions, AfterThreeColumnsComesOneWithAnExplicitWidth)

@@ -69,6 +69,7 @@ struct ReaderWindowParts {
     FakePopUpButton fontMenu;
     FakeTextField searchField;
     FakeWindow displayOptions;
+    int columnCount = 0;
     std::vector<std::string> fontFamilies { "Cantarell", "Georgia", "Noto Sans" };
     ReaderWindowActions actions;
     bool pageIsMissing = false;
@@ -118,6 +119,7 @@ public:
     SegmentedControl& colorControl() override { return parts->colorControl; }
     PopUpButton& fontMenu() override { return parts->fontMenu; }
     TextField& searchField() override { return parts->searchField; }
+    void setColumnCount(std::int32_t columns) override { parts->columnCount = columns; }
     Window& displayOptions() override { return parts->displayOptions; }
     std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }
 };

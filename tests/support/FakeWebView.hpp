@@ -72,6 +72,7 @@ public:
     }
 
     void prepareRequest(const Url& url, const std::vector<std::string>&) override { prepared.push_back(url); }
+    void pageIsPrepared() override { ++timesPrepared; }
     void setTextSizeMultiplier(double multiplier) override { textSizeMultiplier = multiplier; }
     Rect frame() const override { return rect; }
     void setHidden(bool value) override { hidden = value; }
@@ -143,6 +144,7 @@ public:
     Rect rect { 0, 0, 800, 600 };
     bool hidden = false;
     int timesFocused = 0;
+    int timesPrepared = 0;
     bool holdsReplies = false;
     Journal* journal = nullptr;
 

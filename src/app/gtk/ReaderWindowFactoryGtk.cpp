@@ -15,7 +15,13 @@ ReaderPage makePage(PageEngine& engine, PageKind kind)
     auto* const page = view.get();
     const auto setFlickHandler
         = [page](std::function<void(double)> handler) { page->setFlickHandler(std::move(handler)); };
-    return { std::move(view), &page->widget(), setFlickHandler };
+    ReaderPage parts { std::move(view), &page->widget(), setFlickHandler };
+    parts.takesKeys = [page] { return page->pageTakesKeys(); };
+    parts.setNamer = [page](std::function<std::string(const std::string&)> namer) { page->setNamer(std::move(namer)); };
+    // A fixed page brings its own paper.
+    if (kind == PageKind::Columns)
+        parts.setBackground = [page](const Color& color) { page->setBackground(color); };
+    return parts;
 }
 
 }

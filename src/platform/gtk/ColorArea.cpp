@@ -24,6 +24,8 @@ void ColorArea::setFillColor(const Color& color)
     fill.set_rgba(static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue),
         static_cast<float>(color.alpha));
     _style->load_from_data("* { background-image: none; background-color: " + fill.to_string().raw() + "; }");
+    if (_filled)
+        _filled(color);
 }
 
 }

@@ -1,5 +1,7 @@
 #include "platform/gtk/PageFrame.hpp"
 
+#include "platform/Log.hpp"
+
 #include <glibmm/main.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollerlegacy.h>
@@ -74,8 +76,14 @@ void PageFrame::swallowScrolling()
     pinching->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     pinching->signal_event().connect(
         [](const Glib::RefPtr<const Gdk::Event>& event) {
-            return event->get_event_type() == Gdk::Event::Type::TOUCHPAD_PINCH
-                || event->get_event_type() == Gdk::Event::Type::TOUCHPAD_SWIPE;
+            if (event->get_event_type() == Gdk::Event::Type::TOUCHPAD_PINCH)
+                return true;
+            if (event->get_event_type() != Gdk::Event::Type::TOUCHPAD_SWIPE)
+                return false;
+            auto* const swipe = const_cast<GdkEvent*>(event->gobj());
+            if (gdk_touchpad_event_get_gesture_phase(swipe) == GDK_TOUCHPAD_GESTURE_PHASE_BEGIN)
+                log("Pagora -> swipeEvent: " + std::to_string(gdk_touchpad_event_get_n_fingers(swipe)) + " fingers");
+            return true;
         },
         false);
     add_controller(pinching);
@@ -88,6 +96,18 @@ void PageFrame::swallowKeys()
     keys->signal_key_pressed().connect(
         [this](guint key, guint, Gdk::ModifierType) { return !_pageTakesKeys && scrollsPages(key); }, false);
     add_controller(keys);
+}
+
+void PageFrame::cover(PageCover::Show show)
+{
+    _cover.put(_child, show);
+    queue_draw();
+}
+
+void PageFrame::uncover()
+{
+    _cover.remove();
+    queue_draw();
 }
 
 void PageFrame::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
@@ -109,7 +129,7 @@ void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
     const graphene_rect_t nothing = GRAPHENE_RECT_INIT(0, 0, 0, 0);
     if (_isConcealed)
         gtk_snapshot_push_clip(snapshot->gobj(), &nothing);
-    gtk_widget_snapshot_child(gobj(), _child, snapshot->gobj());
+    _cover.draw(Gtk::Widget::gobj(), _child, snapshot->gobj());
     if (_isConcealed)
         gtk_snapshot_pop(snapshot->gobj());
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/gtk/PageCover.hpp"
+
 #include <gtkmm/widget.h>
 
 #include <functional>
@@ -22,6 +24,11 @@ public:
     void setConcealed(bool isConcealed);
     // Whether a control in the page needs the keys that would otherwise scroll.
     void setPageTakesKeys(bool takes) { _pageTakesKeys = takes; }
+    bool pageTakesKeys() const { return _pageTakesKeys; }
+    // Draws the page as it was drawn last, or nothing, until it is uncovered.
+    void cover(PageCover::Show show);
+    void uncover();
+    bool isCovered() const { return _cover.isOn(); }
 
 protected:
     Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }
@@ -39,6 +46,7 @@ private:
     int _height = 0;
     bool _isConcealed = false;
     bool _pageTakesKeys = false;
+    PageCover _cover;
     std::function<void()> _onResize;
     std::function<void(double)> _onFlick;
     sigc::connection _sizeReport;

@@ -21,6 +21,8 @@ constexpr gint64 steadyTime = 20'000'000;
 constexpr double secondsPerMegabyte = 1.5;
 // How long the page may take to hear of its new size before it is reported regardless, in milliseconds.
 constexpr unsigned resizePatience = 200;
+// How long a page that is laid out may take to be painted, in milliseconds: one that nobody sees is not painted at all.
+constexpr unsigned paintPatience = 2000;
 
 std::string withoutFragment(const std::string& uri)
 {
@@ -59,9 +61,12 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     , _reports(kind == PageKind::Fixed ? LoadReports::ClosingReport::Yes : LoadReports::ClosingReport::No)
     , _scripts(_view.get(), scriptTimeout, [this] { restartEngine(); })
     , _frame(GTK_WIDGET(_view.get()))
+    , _spoken(_view.get())
     , _isWarmingUp(webkit_web_view_is_loading(_view.get()))
     , _self(std::make_shared<PageView*>(this))
 {
+    // The blank page with which the engine is warmed up is not for anybody's eyes.
+    coverUnprepared();
     addStyleSheet(_view.get(), kind == PageKind::Columns ? "page.css" : "fixed-page.css");
     _frame.setResizeHandler([this] {
         if (_stage != Stage::Shown)
@@ -80,7 +85,7 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
 
 PageView::~PageView()
 {
-    for (auto* timer : { &_startTimer, &_loadTimer, &_resizeTimer, &_recovery })
+    for (auto* timer : { &_startTimer, &_loadTimer, &_resizeTimer, &_recovery, &_paintTimer })
         timer->disconnect();
     g_signal_handlers_disconnect_by_data(_view.get(), this);
     g_signal_handlers_disconnect_by_data(webkit_web_view_get_user_content_manager(_view.get()), this);
@@ -142,6 +147,7 @@ void PageView::begin(const Url& url)
     const auto bytes = isFile ? std::filesystem::file_size(target->path(), unknown) : 0;
     _patience = _timeout + (unknown ? 0 : secondsPerMegabyte * static_cast<double>(bytes) / 1e6);
     _scripts.setTimeout(_patience);
+    coverUntilPrepared();
     _stage = Stage::Waiting;
     startWhenReady();
 }
@@ -155,9 +161,15 @@ void PageView::startWhenReady()
 void PageView::failSoon()
 {
     _startTimer = Glib::signal_idle().connect([this] {
-        _reports.documentFailed(currentLoad());
+        reportFailure();
         return false;
     });
+}
+
+void PageView::reportFailure()
+{
+    pageIsPrepared();
+    _reports.documentFailed(currentLoad());
 }
 
 void PageView::start()
@@ -238,6 +250,13 @@ void PageView::expectDocument()
         static_cast<unsigned>(_patience * 1000));
 }
 
+Reply<std::string> PageView::evaluateScript(const std::string& script)
+{
+    // All that the reader does to a page, it does by scripts.
+    _spoken.pageMayHaveChanged();
+    return _scripts.evaluate(script);
+}
+
 void PageView::restartEngine()
 {
     // Without a page there is none that could be to blame.
@@ -281,7 +300,7 @@ void PageView::recover()
             begin(url);
         else {
             _reports.begin(url);
-            _reports.documentFailed(currentLoad());
+            reportFailure();
         }
         return false;
     });
@@ -297,6 +316,7 @@ void PageView::reportSize()
 void PageView::setTextSizeMultiplier(double multiplier)
 {
     webkit_web_view_set_zoom_level(_view.get(), multiplier);
+    _spoken.pageMayHaveChanged();
 }
 
 Rect PageView::frame() const
@@ -310,6 +330,67 @@ void PageView::setHidden(bool hidden)
     _isHidden = hidden;
     _frame.setConcealed(hidden);
     _frame.set_can_target(!hidden);
+}
+
+// Not for ever: a page that never comes to an end is shown as it is.
+void PageView::coverUntilPrepared()
+{
+    coverUnprepared();
+    if (!_isUnprepared)
+        return;
+    _paintTimer = Glib::signal_timeout().connect(
+        [this] {
+            pageIsPrepared();
+            return false;
+        },
+        static_cast<unsigned>(_patience * 1000));
+}
+
+void PageView::coverUnprepared()
+{
+    if (_kind != PageKind::Columns)
+        return;
+    _isUnprepared = true;
+    _paintTimer.disconnect();
+    ++_lastPaint;
+    _frame.cover(_shown.empty() ? PageCover::Show::Nothing : PageCover::Show::LastPicture);
+}
+
+void PageView::pageIsPrepared()
+{
+    _isUnprepared = false;
+    uncoverWhenPainted();
+}
+
+void PageView::uncoverWhenPainted()
+{
+    if (_isUnprepared || !_frame.isCovered())
+        return;
+    // The engine draws the page a moment after it has laid it out.
+    const auto request = "pagoraReportPaint(" + std::to_string(++_lastPaint) + ")";
+    webkit_web_view_evaluate_javascript(
+        _view.get(), request.c_str(), -1, pageWorld, nullptr, nullptr, nullptr, nullptr);
+    _paintTimer.disconnect();
+    _paintTimer = Glib::signal_timeout().connect(
+        [this] {
+            uncover();
+            return false;
+        },
+        paintPatience);
+}
+
+void PageView::uncover()
+{
+    _paintTimer.disconnect();
+    if (!_isUnprepared)
+        _frame.uncover();
+}
+
+void PageView::setBackground(const Color& color)
+{
+    const GdkRGBA background { static_cast<float>(color.red), static_cast<float>(color.green),
+        static_cast<float>(color.blue), static_cast<float>(color.alpha) };
+    webkit_web_view_set_background_color(_view.get(), &background);
 }
 
 void PageView::makeFirstResponder()

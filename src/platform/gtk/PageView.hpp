@@ -6,6 +6,7 @@
 #include "platform/gtk/LoadReports.hpp"
 #include "platform/gtk/PageFrame.hpp"
 #include "platform/gtk/PageScripts.hpp"
+#include "platform/gtk/SpokenPage.hpp"
 
 #include <functional>
 #include <memory>
@@ -37,8 +38,18 @@ public:
     void setBookFolder(const std::string& path) override;
     std::uint64_t loadRequest(const Url& url) override;
     std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
-    Reply<std::string> evaluateScript(const std::string& script) override { return _scripts.evaluate(script); }
     Reply<std::string> drawn() override { return _scripts.drawn(); }
+    Reply<std::string> evaluateScript(const std::string& script) override;
+    void pageIsPrepared() override;
+    // What is seen where the page paints nothing.
+    void setBackground(const Color& color);
+    // Names the page for assistive technology, by the title of its document.
+    void setNamer(std::function<std::string(const std::string& title)> namer) { _spoken.setNamer(std::move(namer)); }
+    // What assistive technology is told of the page.
+    const SpokenPage& spoken() const { return _spoken; }
+    // Whether the keyboard is at work in a control of the page.
+    bool pageTakesKeys() const { return _frame.pageTakesKeys(); }
+
     void setTextSizeMultiplier(double multiplier) override;
     Rect frame() const override;
     void setHidden(bool hidden) override;
@@ -62,6 +73,11 @@ private:
     void allowPageScripts(bool allowed);
     void recover();
     void reportSize();
+    void reportFailure();
+    void coverUnprepared();
+    void coverUntilPrepared();
+    void uncoverWhenPainted();
+    void uncover();
     bool isPageOfTarget() const;
     bool isInBook(const Url& url) const;
     static bool isWithinPage(const Url& url);
@@ -88,6 +104,7 @@ private:
     LoadReports _reports;
     PageScripts _scripts;
     PageFrame _frame;
+    SpokenPage _spoken;
 
     std::string _bookFolder;
     std::shared_ptr<void> _filterRequest;
@@ -103,6 +120,11 @@ private:
     // On the monotonic clock, in microseconds.
     std::int64_t _lastRecovery = 0;
     bool _isHidden = false;
+    // Whether the page that is loaded is not laid out yet.
+    bool _isUnprepared = false;
+    // Counts what asked for the page to be painted.
+    std::uint64_t _lastPaint = 0;
+    sigc::connection _paintTimer;
     sigc::connection _startTimer;
     sigc::connection _loadTimer;
     sigc::connection _resizeTimer;

@@ -139,7 +139,7 @@ void PageView::loadFailed(const char* uri, const GError* error)
     if (_stage == Stage::Starting) {
         _stage = Stage::Idle;
         _loadTimer.disconnect();
-        _reports.documentFailed(currentLoad());
+        reportFailure();
     } else if (auto* delegate = _reports.delegate())
         delegate->resourceDidFailLoading({ urlOf(uri), currentLoad(), true, !_reports.isFinished() });
 }
@@ -199,6 +199,7 @@ bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
     if (isPage && _stage != Stage::Starting) {
         // The page went on by itself.
         _reports.begin(requestUrl(webkit_response_policy_decision_get_request(decision)));
+        coverUntilPrepared();
         _target = _reports.url()->text();
         _stage = Stage::Starting;
         numberScripts();
@@ -245,6 +246,11 @@ void PageView::messageReceived(const std::string& text)
         int takes = 0;
         words >> takes;
         _frame.setPageTakesKeys(takes != 0);
+    } else if (what == "painted") {
+        std::uint64_t request = 0;
+        words >> request;
+        if (request == _lastPaint)
+            uncover();
     } else if (what == "size") {
         Rect size;
         words >> size.width >> size.height;

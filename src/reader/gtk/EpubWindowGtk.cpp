@@ -53,6 +53,14 @@ std::vector<std::string> EpubWindowGtk::availableFontFamilies() const
     return names;
 }
 
+void EpubWindowGtk::setColumnCount(std::int32_t columns)
+{
+    const char* const text = columns <= 1 ? "One column" : columns == 2 ? "Two columns" : "Three columns";
+    _parts.widget<Gtk::Label>("columnsLabel").set_text(text);
+    gtk_accessible_update_property(
+        GTK_ACCESSIBLE(_parts.widget<Gtk::Button>("columnsButton").gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, text, -1);
+}
+
 bool EpubWindowGtk::perform(ReaderCommand command)
 {
     switch (command) {

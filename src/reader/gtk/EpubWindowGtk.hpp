@@ -18,6 +18,7 @@ public:
     SegmentedControl& colorControl() override { return _colorControl; }
     PopUpButton& fontMenu() override { return _fontMenu; }
     TextField& searchField() override { return _searchField; }
+    void setColumnCount(std::int32_t columns) override;
     Window& displayOptions() override { return _displayOptions; }
     std::vector<std::string> availableFontFamilies() const override;
 

@@ -6,15 +6,21 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace pagora {
 
-// The page view that a reader window takes in, with what the window needs of it besides: its widget, and how to hear of
-// flicks.
+// The page view that a reader window takes in, with what the window needs of it besides: its widget, how to hear of
+// flicks, and, where they are set, whether a control of the page needs the keys, the colour behind the page, and the
+// name under which assistive technology finds it.
 struct ReaderPage {
     std::unique_ptr<WebView> webView;
     Gtk::Widget* widget = nullptr;
     std::function<void(std::function<void(double deltaX)> handler)> setFlickHandler;
+    std::function<bool()> takesKeys = {};
+    std::function<void(const Color& color)> setBackground = {};
+    // The name is asked for whenever the text that is shown changes; it gets the title of the page's document.
+    std::function<void(std::function<std::string(const std::string& title)> namer)> setNamer = {};
 };
 
 }

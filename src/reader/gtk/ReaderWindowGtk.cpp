@@ -53,6 +53,10 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
     widget<Gtk::Overlay>("pagePlace").set_child(*page.widget);
     if (page.setFlickHandler)
         page.setFlickHandler([this](double deltaX) { send(&ReaderWindowActions::scrollWheelBegan, deltaX); });
+    if (page.setBackground)
+        bgView.setFillHandler([this](const Color& color) { page.setBackground(color); });
+    if (page.setNamer)
+        page.setNamer([this](const std::string& title) { return nameOfPage(title); });
     connectHeader();
     connectKeys();
     connectWindow();
@@ -64,6 +68,8 @@ ReaderWindowGtk::~ReaderWindowGtk()
         connection.disconnect();
     if (page.setFlickHandler)
         page.setFlickHandler({});
+    if (page.setNamer)
+        page.setNamer({});
     // The panels that hang from the header bar are dropped by its widgets; the page is dropped by its view.
     widget<Gtk::Overlay>("pagePlace").unset_child();
 }
@@ -98,6 +104,18 @@ void ReaderWindowGtk::connectWindow()
     window.setFullScreenAction([this](bool isFullScreen) { fullScreenDidChange(isFullScreen); });
 }
 
+// The book, then the chapter by its entry in the contents or by its own title.
+std::string ReaderWindowGtk::nameOfPage(const std::string& title) const
+{
+    constexpr std::string_view program = "Pagora - ";
+    std::string name = _window->get_title();
+    if (name.starts_with(program))
+        name.erase(0, program.size());
+    const auto entry = tocView.activeTitle();
+    const auto& chapter = entry.empty() ? title : entry;
+    return chapter.empty() || chapter == name ? name : name + ", " + chapter;
+}
+
 void ReaderWindowGtk::focusPage()
 {
     queue.post([this] { page.webView->makeFirstResponder(); });
@@ -129,7 +147,7 @@ ReaderFocus ReaderWindowGtk::focusKind() const
 {
     const auto* const focus = _window->get_focus();
     if (!focus || focus == page.widget || focus->is_ancestor(*page.widget))
-        return ReaderFocus::Page;
+        return focus && page.takesKeys && page.takesKeys() ? ReaderFocus::Text : ReaderFocus::Page;
     if (isWithin<Gtk::Editable>(focus) || dynamic_cast<const Gtk::TextView*>(focus))
         return ReaderFocus::Text;
     if (isWithin<Gtk::Popover>(focus) || isWithin<Gtk::Range>(focus) || isWithin<Gtk::DropDown>(focus)

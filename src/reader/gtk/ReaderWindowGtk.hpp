@@ -72,6 +72,7 @@ private:
     void connectWindow();
     bool perform(ReaderCommand command);
     ReaderFocus focusKind() const;
+    std::string nameOfPage(const std::string& title) const;
     void fullScreenDidChange(bool isFullScreen);
 
     ExtraCommands _extraCommands;

@@ -167,6 +167,15 @@ std::optional<std::int64_t> TocViewGtk::focused() const
     return row == _rows.end() ? std::nullopt : std::optional(row->first);
 }
 
+std::string TocViewGtk::activeTitle() const
+{
+    for (const auto* link : _links) {
+        if (link && link->isActive())
+            return link->text();
+    }
+    return {};
+}
+
 Rect TocViewGtk::frame() const
 {
     return { 0, 0, static_cast<double>(_clip.get_width()), _height.value_or(clipHeight()) };

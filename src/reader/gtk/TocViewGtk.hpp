@@ -32,6 +32,8 @@ public:
 
     // The link under that distance from the top of the visible area; null where there is none.
     tocLinkTextField* linkAt(double y) const;
+    // The text of the active link; empty without one.
+    std::string activeTitle() const;
     std::size_t numberOfRows() const { return _rows.size(); }
 
 private:

@@ -1,0 +1,83 @@
+#include "platform/gtk/SpokenPage.hpp"
+
+#include "platform/gtk/PageScripts.hpp"
+
+#include <glibmm/main.h>
+
+namespace pagora {
+
+namespace {
+
+// How long nothing must have happened to the page, in milliseconds.
+constexpr unsigned rest = 250;
+
+void setProperty(WebKitWebView* view, GtkAccessibleProperty property, const std::string& text)
+{
+    gtk_accessible_update_property(GTK_ACCESSIBLE(view), property, text.c_str(), -1);
+}
+
+}
+
+SpokenPage::SpokenPage(WebKitWebView* view)
+    : _view(view)
+    , _self(std::make_shared<SpokenPage*>(this))
+{
+}
+
+SpokenPage::~SpokenPage()
+{
+    _rest.disconnect();
+}
+
+void SpokenPage::pageMayHaveChanged()
+{
+    _rest.disconnect();
+    _rest = Glib::signal_timeout().connect(
+        [this] {
+            collect();
+            return false;
+        },
+        rest);
+}
+
+void SpokenPage::collect()
+{
+    // A page that is busy answers once for all that it was asked.
+    if (std::exchange(_isCollecting, true))
+        return;
+    auto owner = std::make_unique<std::weak_ptr<SpokenPage*>>(_self);
+    const auto collected = [](GObject* view, GAsyncResult* result, gpointer data) {
+        const std::unique_ptr<std::weak_ptr<SpokenPage*>> owner(static_cast<std::weak_ptr<SpokenPage*>*>(data));
+        JSCValue* value
+            = webkit_web_view_evaluate_javascript_finish(reinterpret_cast<WebKitWebView*>(view), result, nullptr);
+        char* text = value && jsc_value_is_string(value) ? jsc_value_to_string(value) : nullptr;
+        if (const auto self = owner->lock()) {
+            (*self)->_isCollecting = false;
+            (*self)->offer(text ? text : "");
+        }
+        g_free(text);
+        if (value)
+            g_object_unref(value);
+    };
+    webkit_web_view_evaluate_javascript(
+        _view, "pagoraShownText()", -1, pageWorld, nullptr, nullptr, collected, owner.release());
+}
+
+// The first line is the document's title.
+void SpokenPage::offer(const std::string& answer)
+{
+    const auto end = answer.find('\n');
+    const auto title = answer.substr(0, end);
+    const auto name = _namer ? _namer(title) : title;
+    auto text = end == std::string::npos ? std::string() : answer.substr(end + 1);
+    if (name != _name) {
+        _name = name;
+        setProperty(_view, GTK_ACCESSIBLE_PROPERTY_LABEL, _name);
+    }
+    if (text != _text) {
+        _text = std::move(text);
+        setProperty(_view, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, _text);
+    }
+}
+
+}

@@ -1,0 +1,279 @@
+#include "platform/gtk/PageView.hpp"
+#include "tests/engine/FramesSeen.hpp"
+#include "tests/engine/MadeBooks.hpp"
+#include "tests/engine/ReadingFixture.hpp"
+
+#include <gtkmm/dropdown.h>
+#include <gtkmm/togglebutton.h>
+
+#include <algorithm>
+
+namespace pagora::test {
+
+namespace {
+
+class ReadingDisplay : public ReadingTest {
+protected:
+    void read(const std::string& madeBook)
+    {
+        import(writeMadeBook(madeBook, _home.path()));
+        ASSERT_EQ(bookCount(), 1u);
+        open();
+    }
+    // Opens the book and watches the page from the first frame on.
+    std::unique_ptr<FramesSeen> openWatched(int theme)
+    {
+        import(writeMadeBook("LongChapters", _home.path()));
+        state().settings.curColorOption = theme;
+        _program->controller.sendDoubleClick(book());
+        auto frames = std::make_unique<FramesSeen>(window().parts().widget<Gtk::Widget>("bgView"));
+        settle();
+        untilDrawn(*frames);
+        return frames;
+    }
+    // Waits until what is laid out is on screen.
+    void untilDrawn(FramesSeen& frames)
+    {
+        evaluate("var drawn = false; requestAnimationFrame(() => requestAnimationFrame(() => "
+                 "requestAnimationFrame(() => drawn = true))); 0");
+        EXPECT_TRUE(waitUntil([&] { return evaluate("drawn") == "true"; }));
+        const auto before = frames.count();
+        window().parts().widget<Gtk::Widget>("bgView").queue_draw();
+        EXPECT_TRUE(waitUntil([&] { return frames.count() > before; }));
+    }
+    void chooseTheme(const char* button)
+    {
+        window().parts().widget<Gtk::ToggleButton>(button).set_active(true);
+        settle();
+    }
+    // A whole number of pages from the start of the strip, or its very end.
+    void expectOnGrid(const std::string& when)
+    {
+        const auto offset = number("window.pageXOffset");
+        const auto width = number("window.innerWidth");
+        const auto end = number("document.body.scrollWidth") - width;
+        ASSERT_EQ(width, static_cast<long long>(webView().frame().width)) << when;
+        EXPECT_TRUE(offset % width == 0 || offset == end)
+            << when << ": at " << offset << " of " << end << " + " << width;
+        EXPECT_EQ(number("Math.round(document.body.getBoundingClientRect().top)"), 0) << when;
+    }
+    void resizeTo(int width, int height)
+    {
+        window().parts().window.setFrame({ 0, 0, static_cast<double>(width), static_cast<double>(height) });
+        ToolkitTest::settle();
+    }
+    const SpokenPage& spoken() { return dynamic_cast<PageView&>(webView()).spoken(); }
+    std::string visibleEdge() { return evaluate("Math.round(document.body.getBoundingClientRect().right)"); }
+};
+
+// Long books, made and given.
+class ReadingDisplayOf : public ReadingDisplay, public testing::WithParamInterface<std::string> {
+protected:
+    void readIt()
+    {
+        if (GetParam().front() != '/')
+            return read(GetParam());
+        import(GetParam());
+        ASSERT_EQ(bookCount(), 1u);
+        open();
+    }
+};
+
+}
+
+TEST_F(ReadingDisplay, DarkThemeShowsNoWhiteFrameFromOpeningOn)
+{
+    const auto frames = openWatched(2);
+    for (const std::size_t chapter : { 1, 2, 0 }) {
+        goToChapter(chapter);
+        untilDrawn(*frames);
+    }
+    turn(1);
+    untilDrawn(*frames);
+    EXPECT_GT(frames->count(), 10);
+    EXPECT_LT(frames->mostWhite(), 0.1);
+}
+
+TEST_F(ReadingDisplay, WhiteFramesAreSeenWhereThePageIsWhite)
+{
+    const auto frames = openWatched(1);
+    EXPECT_GT(frames->mostWhite(), 0.9);
+}
+
+TEST_F(ReadingDisplay, ThemesChangeWithoutAFlash)
+{
+    const auto frames = openWatched(2);
+    chooseTheme("sepiaTheme");
+    untilDrawn(*frames);
+    goToChapter(1);
+    untilDrawn(*frames);
+    chooseTheme("blackTheme");
+    untilDrawn(*frames);
+    EXPECT_LT(frames->mostWhite(), 0.1);
+    chooseTheme("whiteTheme");
+    untilDrawn(*frames);
+    EXPECT_GT(frames->mostWhite(), 0.9);
+}
+
+TEST_F(ReadingDisplay, FontSizeAndColumnsChangeWithoutAFlash)
+{
+    const auto frames = openWatched(2);
+    window().parts().widget<Gtk::DropDown>("fontMenu").set_selected(0);
+    settle();
+    window().fontSizeSlider().setFloatValue(1);
+    reader().changeFontSize(1);
+    settle();
+    for (int i = 0; i < 3; ++i) {
+        reader().changeWidth();
+        settle();
+        untilDrawn(*frames);
+    }
+    resizeTo(900, 600);
+    settle();
+    untilDrawn(*frames);
+    EXPECT_LT(frames->mostWhite(), 0.1);
+}
+
+TEST_P(ReadingDisplayOf, StaysOnItsPagesThroughAHundredSizes)
+{
+    readIt();
+    turn(1);
+    turn(1);
+    for (int i = 0; i < 100; ++i)
+        resizeTo(560 + i * 37 % 700, 420 + i * 53 % 380);
+    settle();
+    ASSERT_TRUE(waitUntil([&] { return number("innerWidth") == static_cast<long long>(webView().frame().width); }));
+    settle();
+    expectOnGrid("after the sizes");
+    turn(1);
+    expectOnGrid("a page on");
+    turn(0);
+    expectOnGrid("a page back");
+    EXPECT_FALSE(isLogged("fail"));
+}
+
+TEST_P(ReadingDisplayOf, StaysOnItsPagesThroughFiftyOptions)
+{
+    readIt();
+    turn(1);
+    turn(1);
+    constexpr const char* themes[] = { "blackTheme", "sepiaTheme", "whiteTheme" };
+    for (int i = 0; i < 50; ++i) {
+        if (i % 4 == 0)
+            chooseTheme(themes[i / 4 % 3]);
+        else if (i % 4 == 1)
+            window().parts().widget<Gtk::DropDown>("fontMenu").set_selected(i / 4 % 6);
+        else if (i % 4 == 2)
+            reader().changeFontSize(0.75F + static_cast<float>(i % 7) / 4);
+        else
+            reader().changeWidth();
+        settle();
+        expectOnGrid("after change " + std::to_string(i));
+    }
+    turn(1);
+    expectOnGrid("a page on");
+    turn(0);
+    expectOnGrid("a page back");
+    EXPECT_FALSE(isLogged("fail"));
+}
+
+TEST_F(ReadingDisplay, RightToLeftPagesRunToTheLeft)
+{
+    read("RightToLeft");
+    const auto width = number("window.innerWidth");
+    EXPECT_EQ(visibleEdge(), std::to_string(width));
+    const auto first = place().text;
+    turn(1);
+    EXPECT_EQ(number("window.pageXOffset"), width);
+    EXPECT_EQ(visibleEdge(), std::to_string(2 * width));
+    EXPECT_NE(place().text, first);
+    turn(0);
+    EXPECT_EQ(place().text, first);
+}
+
+TEST_F(ReadingDisplay, SliderSeeksInARightToLeftChapter)
+{
+    read("RightToLeft");
+    const auto width = number("window.innerWidth");
+    moveSlider(0.01);
+    EXPECT_EQ(number("window.pageXOffset"), width);
+    EXPECT_EQ(visibleEdge(), std::to_string(2 * width));
+}
+
+TEST_F(ReadingDisplay, TextOfThePageIsOfferedAndFollowsTheTurns)
+{
+    read("LongChapters");
+    ASSERT_TRUE(waitUntil([&] { return spoken().text().starts_with("Top\nParagraph 0. All happy"); }))
+        << spoken().text();
+    EXPECT_EQ(spoken().name(), "Made, a.xhtml");
+    EXPECT_EQ(spoken().text().find("Paragraph 60."), std::string::npos);
+    const auto first = spoken().text();
+    turn(1);
+    ASSERT_TRUE(waitUntil([&] { return spoken().text() != first; }));
+    const auto shown = place().text.substr(0, 20);
+    EXPECT_NE(spoken().text().find(shown), std::string::npos) << spoken().text();
+    goToChapter(1);
+    EXPECT_TRUE(
+        waitUntil([&] { return spoken().name() == "Made, b.xhtml" && spoken().text().starts_with("A column."); }));
+}
+
+TEST_F(ReadingDisplay, TextOfARightToLeftPageIsOffered)
+{
+    read("RightToLeft");
+    EXPECT_TRUE(waitUntil([&] { return spoken().text().starts_with("Paragraph 0."); })) << spoken().text();
+}
+
+TEST_F(ReadingDisplay, SelectedTextIsCopied)
+{
+    read("LongChapters");
+    turn(1);
+    const auto before = place();
+    webView().makeFirstResponder();
+    evaluate("getSelection().selectAllChildren(document.getElementById('last')); 0");
+    auto* const view = dynamic_cast<PageView&>(webView()).engineView();
+    webkit_web_view_execute_editing_command(view, WEBKIT_EDITING_COMMAND_COPY);
+    auto* const clipboard = gtk_widget_get_clipboard(GTK_WIDGET(view));
+    std::string text;
+    const auto isCopied = [&] {
+        bool isRead = false;
+        struct Answer {
+            std::string& text;
+            bool& isRead;
+        } answer { text, isRead };
+        gdk_clipboard_read_text_async(
+            clipboard, nullptr,
+            [](GObject* source, GAsyncResult* result, gpointer data) {
+                auto& answer = *static_cast<Answer*>(data);
+                char* copied = gdk_clipboard_read_text_finish(GDK_CLIPBOARD(source), result, nullptr);
+                answer.text = copied ? copied : "";
+                answer.isRead = true;
+                g_free(copied);
+            },
+            &answer);
+        waitUntil([&] { return isRead; });
+        return text == "The last line.";
+    };
+    EXPECT_TRUE(waitUntil(isCopied)) << text;
+    EXPECT_EQ(place(), before);
+}
+
+namespace {
+
+std::string nameOf(const testing::TestParamInfo<std::string>& book)
+{
+    return readingTestName(book.param);
+}
+
+std::vector<std::string> longCorpusBooks()
+{
+    auto books = corpusBooks();
+    std::erase_if(books, [](const auto& path) { return path.find("childrens-literature") == std::string::npos; });
+    return books;
+}
+
+INSTANTIATE_TEST_SUITE_P(Made, ReadingDisplayOf, testing::Values("LongChapters", "RightToLeft"), nameOf);
+INSTANTIATE_TEST_SUITE_P(Corpus, ReadingDisplayOf, testing::ValuesIn(longCorpusBooks()), nameOf);
+
+}
+
+}

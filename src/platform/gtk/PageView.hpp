@@ -119,6 +119,8 @@ private:
     int _recoveriesLeft = 0;
     // On the monotonic clock, in microseconds.
     std::int64_t _lastRecovery = 0;
+    // The last size that the page told of.
+    Rect _pageSize;
     bool _isHidden = false;
     // Whether the page that is loaded is not laid out yet.
     bool _isUnprepared = false;

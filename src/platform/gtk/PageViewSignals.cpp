@@ -254,6 +254,7 @@ void PageView::messageReceived(const std::string& text)
     } else if (what == "size") {
         Rect size;
         words >> size.width >> size.height;
+        _pageSize = size;
         if (_resizeTimer.connected() && size == frame())
             reportSize();
     }

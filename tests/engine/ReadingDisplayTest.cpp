@@ -56,13 +56,16 @@ protected:
     void expectOnGrid(const std::string& when)
     {
         ASSERT_EQ(number("window.innerWidth"), static_cast<long long>(webView().frame().width)) << when;
-        EXPECT_TRUE(isOnGrid()) << when << ": at " << number("window.pageXOffset");
+        EXPECT_TRUE(isOnGrid()) << when << ": at " << number("window.pageXOffset") << ", columns of "
+                                << reader().pageWidth();
         EXPECT_EQ(number("Math.round(document.body.getBoundingClientRect().top)"), 0) << when;
     }
+    // Waits until the page has another size.
     void resizeTo(int width, int height)
     {
+        const auto before = webView().frame();
         window().parts().window.setFrame({ 0, 0, static_cast<double>(width), static_cast<double>(height) });
-        ToolkitTest::settle();
+        EXPECT_TRUE(waitUntil([&] { return webView().frame() != before; }));
     }
     const SpokenPage& spoken() { return dynamic_cast<PageView&>(webView()).spoken(); }
     std::string visibleEdge() { return evaluate("Math.round(document.body.getBoundingClientRect().right)"); }
@@ -142,12 +145,10 @@ TEST_P(ReadingDisplayOf, StaysOnItsPagesThroughAHundredSizes)
     turn(1);
     turn(1);
     for (int i = 0; i < 100; ++i)
-        resizeTo(560 + i * 37 % 700, 420 + i * 53 % 380);
-    // The last size reaches the page, and then the layout for it.
-    EXPECT_TRUE(waitUntil([&] {
-        settle();
-        return number("innerWidth") == static_cast<long long>(webView().frame().width) && isOnGrid();
-    }));
+        resizeTo(700 + i * 37 % 500, 420 + i * 53 % 380);
+    const auto laidOutFor = [this] { return PageGeometry::pageWidthFor(webView().frame().width, 2); };
+    ASSERT_TRUE(waitUntil([&] { return reader().pageWidth() == laidOutFor(); }));
+    settle();
     expectOnGrid("after the sizes");
     turn(1);
     expectOnGrid("a page on");

@@ -76,7 +76,7 @@ public:
 
     // The page that is loaded is laid out and may be seen. Until then, and until the load fails, the page before it
     // stays in view.
-    virtual void pageIsPrepared() = 0;
+    virtual void pageIsPrepared() { }
 
     virtual void setTextSizeMultiplier(double multiplier) = 0;
     // In points; the size is the page's visible area.

@@ -83,7 +83,7 @@ struct Application::Parts {
               [this](Gtk::Window& window) {
                   libraryWindow.watch(window);
                   endByKey(window);
-                  shortcuts.addKeyTo(window);
+                  shortcuts.addKeyToReader(window);
               })
         , lateFlush(defaults, runLoop)
         , controller({ programInfo(), defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)

@@ -16,7 +16,7 @@ constexpr const char* key = "<Control>question";
 ShortcutsHelp::ShortcutsHelp(Gtk::Application& application)
     : _application(application)
 {
-    _application.add_action(action, [this] { showOver(_application.get_active_window()); });
+    _application.add_action(action, [this] { showOver(_application.get_active_window(), "library"); });
     _application.set_accels_for_action(std::string("app.") + action, { key });
 }
 
@@ -25,19 +25,19 @@ ShortcutsHelp::~ShortcutsHelp()
     _application.remove_action(action);
 }
 
-void ShortcutsHelp::addKeyTo(Gtk::Window& window)
+void ShortcutsHelp::addKeyToReader(Gtk::Window& window)
 {
     const auto keys = Gtk::ShortcutController::create();
     keys->set_scope(Gtk::ShortcutScope::GLOBAL);
     keys->add_shortcut(Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(key),
         Gtk::CallbackAction::create([this, &window](Gtk::Widget&, const Glib::VariantBase&) {
-            showOver(&window);
+            showOver(&window, "reader");
             return true;
         })));
     window.add_controller(keys);
 }
 
-void ShortcutsHelp::showOver(Gtk::Window* parent)
+void ShortcutsHelp::showOver(Gtk::Window* parent, const char* section)
 {
     if (!_window) {
         const auto layout = Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/Shortcuts.ui");
@@ -48,6 +48,7 @@ void ShortcutsHelp::showOver(Gtk::Window* parent)
         _window->set_transient_for(*parent);
     else
         _window->unset_transient_for();
+    _window->property_section_name() = section;
     _window->present();
 }
 

@@ -17,10 +17,10 @@ public:
     ShortcutsHelp(const ShortcutsHelp&) = delete;
     ShortcutsHelp& operator=(const ShortcutsHelp&) = delete;
 
-    // Gives a window that is not the application's own the key.
-    void addKeyTo(Gtk::Window& window);
-    // Shows the list over that window, or by itself without one.
-    void showOver(Gtk::Window* parent);
+    // Gives a reader window, which is not the application's own, the key. It shows the keys for reading first.
+    void addKeyToReader(Gtk::Window& window);
+    // Shows the list, with that section of the layout first, over that window, or by itself without one.
+    void showOver(Gtk::Window* parent, const char* section);
     // Null until it is asked for.
     Gtk::Window* window() const { return _window.get(); }
 

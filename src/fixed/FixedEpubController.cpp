@@ -150,12 +150,23 @@ void FixedEpubController::pageTurnTo(std::int32_t page)
 
 void FixedEpubController::goToFirstPage()
 {
-    changePageTo(1);
+    goToPage(0);
 }
 
 void FixedEpubController::goToLastPage()
 {
-    changePageTo(static_cast<float>(_bookSplits.size()));
+    if (!_bookSplits.empty())
+        goToPage(_bookSplits.size() - 1);
+}
+
+void FixedEpubController::goToPage(std::uint64_t index)
+{
+    _queue.enqueueAction([this, index]() -> Task<void> {
+        if (index != _activeSplitIndex && index < _bookSplits.size())
+            loadPage(index);
+        _state.lastSliderValue = static_cast<float>(index + 1);
+        co_return;
+    });
 }
 
 void FixedEpubController::scrollWheelBegan(double deltaX)
@@ -278,9 +289,9 @@ Task<void> FixedEpubController::showMissingPage(DataSource source)
     _queue.releaseActions();
 }
 
-void FixedEpubController::resourceWillSendRequest(const Url& url)
+void FixedEpubController::resourceWillSendRequest(const Url& url, RequestedBy requestedBy)
 {
-    if (_leavingLinks.take(url))
+    if (_leavingLinks.take(url, requestedBy))
         _hub.openURL(url);
 }
 

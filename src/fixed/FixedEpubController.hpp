@@ -56,13 +56,14 @@ public:
     void resourceDidFinishLoading(const DataSource& source) override;
     void didFinishLoadForFrame(const DataSource& source) override;
     void resourceDidFailLoading(const DataSource& source) override;
-    void resourceWillSendRequest(const Url& url) override;
+    void resourceWillSendRequest(const Url& url, RequestedBy requestedBy) override;
     void decidePolicyForMIMEType(const std::string& type) override;
     void didChangeLocationWithinPage(const Url& url) override;
     void didCommitLoad(const DataSource& source) override;
     void didResize() override;
 
 private:
+    void goToPage(std::uint64_t index);
     void load(const Url& url);
     void loadPage(std::uint64_t index);
     void prepare(const DataSource& source);

@@ -29,9 +29,9 @@ public:
         tell(&WebViewDelegate::resourceDidFailLoading, source);
     }
     void didCommitLoad(const DataSource& source) override { tell(&WebViewDelegate::didCommitLoad, source); }
-    void resourceWillSendRequest(const Url& url) override
+    void resourceWillSendRequest(const Url& url, RequestedBy requestedBy) override
     {
-        note([url](WebViewDelegate& delegate) { delegate.resourceWillSendRequest(url); });
+        note([url, requestedBy](WebViewDelegate& delegate) { delegate.resourceWillSendRequest(url, requestedBy); });
     }
     void decidePolicyForMIMEType(const std::string& type) override
     {

@@ -219,6 +219,14 @@ TEST_F(FixedNavigation, TheFirstAndTheLastPageAreAKeyAway)
     EXPECT_EQ(newLoads(), (std::vector<Url> { file(9), file(1) }));
 }
 
+TEST_F(FixedNavigation, AKeyGoesToAPageThatTheSliderHadBefore)
+{
+    openAt(3, 9);
+    state.lastSliderValue = 9;
+    reader->goToLastPage();
+    EXPECT_EQ(newLoads(), std::vector<Url> { file(9) });
+}
+
 TEST_F(FixedNavigation, TheContentsPaneCanBeHidden)
 {
     open(1);

@@ -46,10 +46,10 @@ TEST_F(FixedPageLoading, ALinkToAWebAddressOpensInTheBrowserOnce)
 {
     open(1);
     const auto site = *Url::fromString("https://example.org/");
-    page().delegate->resourceWillSendRequest(file(1));
-    page().delegate->resourceWillSendRequest(*Url::fromString("data:image/png,x"));
-    page().delegate->resourceWillSendRequest(site);
-    page().delegate->resourceWillSendRequest(site);
+    page().delegate->resourceWillSendRequest(file(1), RequestedBy::Page);
+    page().delegate->resourceWillSendRequest(*Url::fromString("data:image/png,x"), RequestedBy::Page);
+    page().delegate->resourceWillSendRequest(site, RequestedBy::Page);
+    page().delegate->resourceWillSendRequest(site, RequestedBy::Page);
     EXPECT_EQ(hub.opened, std::vector<Url> { site });
 }
 

@@ -18,7 +18,7 @@ public:
     void didFinishLoadForFrame(const DataSource& source) override { note("frame", source); }
     void resourceDidFailLoading(const DataSource& source) override { note("failed", source); }
     void didCommitLoad(const DataSource& source) override { note("committed", source); }
-    void resourceWillSendRequest(const Url& url) override { heard.push_back("request " + url.text()); }
+    void resourceWillSendRequest(const Url& url, RequestedBy) override { heard.push_back("request " + url.text()); }
     void decidePolicyForMIMEType(const std::string& type) override { heard.push_back("type " + type); }
     void didChangeLocationWithinPage(const Url& url) override { heard.push_back("location"); }
     void didResize() override { heard.push_back("size"); }
@@ -146,7 +146,7 @@ TEST_F(PreparedPagesTest, APageThatIsAskedForWhileItLoadsGoesOnLoading)
 TEST_F(PreparedPagesTest, WhatAPreparedPageAsksForIsToldWhenItIsShown)
 {
     pages.prepareRequest(two, {});
-    second->delegate->resourceWillSendRequest(*Url::fromString("https://example.org/"));
+    second->delegate->resourceWillSendRequest(*Url::fromString("https://example.org/"), RequestedBy::Page);
     second->delegate->decidePolicyForMIMEType("text/html");
     EXPECT_TRUE(listener.heard.empty());
     pages.loadRequest(two);

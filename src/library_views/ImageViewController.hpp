@@ -21,7 +21,12 @@ public:
     LibraryBookView& bookView() override { return _bookCollectionView; }
 
     // Shows the books, none of them selected.
-    void putBookImages(BookArray array) { books().setContent(std::move(array)); }
+    void putBookImages(BookArray array)
+    {
+        books().setContent(std::move(array));
+        _bookCollectionView.setMultiSelection(false);
+        _bookCollectionView.setNoBookSelected();
+    }
 
 private:
     MyCollectionView _bookCollectionView;

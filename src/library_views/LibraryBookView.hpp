@@ -38,6 +38,9 @@ public:
     // Enables the read button, and keeps the book, when exactly one is selected.
     virtual void setToolbarReadButton() = 0;
 
+    // The view was refilled, which leaves nothing selected.
+    void setNoBookSelected() { setToolbarReadButton(nullptr); }
+
     bool multiSelection() const { return _multiSelection; }
     void setMultiSelection(bool multiSelection) { _multiSelection = multiSelection; }
 

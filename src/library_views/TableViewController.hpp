@@ -21,7 +21,11 @@ public:
     LibraryBookView& bookView() override { return _bookTable; }
 
     // Shows the books, none of them selected.
-    void putBookList(BookArray array) { books().setContent(std::move(array)); }
+    void putBookList(BookArray array)
+    {
+        books().setContent(std::move(array));
+        _bookTable.setNoBookSelected();
+    }
     // Opens the first selected book, if there is one.
     void mouseDoubleClick();
 

@@ -136,6 +136,26 @@ TEST_F(LibraryViewsTest, ARefillClearsTheSelection)
     }
 }
 
+TEST_F(LibraryViewsTest, ARefillLeavesNoBookToRead)
+{
+    for (const int segment : { grid, list }) {
+        showSegment(segment);
+        fill();
+        host.shown->select({ 2 });
+        fill();
+        EXPECT_FALSE(host.readerButtonFake.enabled);
+        EXPECT_EQ(views.selection().selectedBook, nullptr);
+    }
+}
+
+TEST_F(LibraryViewsTest, ARefillOfTheGridEndsTheSelectionOfMany)
+{
+    fill();
+    host.shown->select({ 0, 2 });
+    fill();
+    EXPECT_FALSE(views.imageController()->bookCollectionView().multiSelection());
+}
+
 TEST_F(LibraryViewsTest, ARefillWithoutBooksLeavesAnEmptyList)
 {
     showSegment(list);

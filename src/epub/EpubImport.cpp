@@ -93,14 +93,15 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
 {
     if (files.empty())
         return {};
+    // A batch that waits for another keeps the mode of its own time.
+    const auto mode = handedOver == HandedOver::Yes
+        ? copyMode
+        : _mainController.defaults().stringForKey(defaults_keys::DragDropMode).value_or("");
     std::scoped_lock batch(_batch);
     auto& catalogue = _mainController.catalogue();
     const auto knownNames = catalogue.knownNames();
     beginProgress(files.size());
     _cancelled = false;
-    const auto mode = handedOver == HandedOver::Yes
-        ? copyMode
-        : _mainController.defaults().stringForKey(defaults_keys::DragDropMode).value_or("");
 
     std::vector<std::string> imported;
     for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {

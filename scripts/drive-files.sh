@@ -17,7 +17,10 @@ place_library() {
 }
 
 # An alert or another window of the program has the keyboard.
-library_has_a_window_over_it() { [ "$(xdotool getactivewindow)" != "$library_window" ]; }
+library_has_a_window_over_it() {
+    local active
+    active=$(xdotool getactivewindow) && [ -n "$active" ] && [ "$active" != "$library_window" ]
+}
 
 # with_window TITLE COMMAND...: fails also when a window goes while it is looked for; call it with `within`.
 with_window() {

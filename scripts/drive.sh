@@ -36,10 +36,11 @@ window_is() { [ "$(xdotool getactivewindow getwindowname)" = "$1" ]; }
 
 # Waits until the screen has stopped changing.
 settle() {
-    local before="" after
+    local before="" after still=0
     for _ in $(seq 60); do
         after=$(import -window root -depth 8 rgb:- | sha1sum)
-        [ "$after" = "$before" ] && return
+        [ "$after" = "$before" ] && still=$((still + 1)) || still=0
+        [ "$still" -ge 2 ] && return
         before=$after
         sleep 0.25
     done

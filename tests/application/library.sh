@@ -79,8 +79,11 @@ slow_book "$HOME/ten/Ten 03.epub"
 offer_files "$HOME/ten/Ten "*.epub
 drop_files
 within 60 grep -q feTurbulence "$HOME/.cache/org.pagora.Pagora/_data/OEBPS/images/cover.svg"
-xdotool mousemove --sync $((library_width - 40)) 838 click 1
-within 120 catalogue 'len(books) == 4'
+stopped() {
+    xdotool mousemove --sync $((library_width - 40)) 838 click 1
+    catalogue 'len(books) == 4'
+}
+within 120 stopped
 copies_are 4 || fail "the import went on"
 picture stopped
 end_files

@@ -22,6 +22,9 @@ struct DataSource {
     bool isLoading = false;
 };
 
+// Whether a request comes from the page, or from a key or a button that the person pressed in it.
+enum class RequestedBy : bool { Page, User };
+
 // Hears what becomes of a load. Main thread.
 class WebViewDelegate {
 public:
@@ -33,7 +36,7 @@ public:
     virtual void didFinishLoadForFrame(const DataSource& source) = 0;
     virtual void resourceDidFailLoading(const DataSource& source) = 0;
     // A request that is about to be sent; it goes on unchanged.
-    virtual void resourceWillSendRequest(const Url& url) = 0;
+    virtual void resourceWillSendRequest(const Url& url, RequestedBy requestedBy) = 0;
     virtual void decidePolicyForMIMEType(const std::string& type) = 0;
     // The load's page takes the place of the one that was shown. Nothing of it has been drawn yet.
     virtual void didCommitLoad(const DataSource& source) { }

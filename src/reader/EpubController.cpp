@@ -209,9 +209,9 @@ void EpubController::webProcessDidTerminate()
     holdActions();
 }
 
-void EpubController::resourceWillSendRequest(const Url& url)
+void EpubController::resourceWillSendRequest(const Url& url, RequestedBy requestedBy)
 {
-    if (_leavingLinks.take(url))
+    if (_leavingLinks.take(url, requestedBy))
         _hub.openURL(url);
 }
 

@@ -98,7 +98,7 @@ public:
     void resourceDidFinishLoading(const DataSource& source) override;
     void didFinishLoadForFrame(const DataSource& source) override;
     void resourceDidFailLoading(const DataSource& source) override;
-    void resourceWillSendRequest(const Url& url) override;
+    void resourceWillSendRequest(const Url& url, RequestedBy requestedBy) override;
     void decidePolicyForMIMEType(const std::string& type) override;
     void didChangeLocationWithinPage(const Url& url) override;
     void didResize() override;

@@ -14,11 +14,17 @@ constexpr std::array<std::string_view, 6> schemesOfTheBook { "", "file", "data",
 
 }
 
-bool LeavingLinks::take(const Url& url)
+bool LeavingLinks::take(const Url& url, RequestedBy requestedBy)
 {
     const auto scheme = url.scheme();
     const bool stays = std::find(schemesOfTheBook.begin(), schemesOfTheBook.end(), scheme) != schemesOfTheBook.end();
-    return !stays && _taken.size() < most && _taken.insert(url.text()).second;
+    if (stays)
+        return false;
+    if (requestedBy == RequestedBy::User) {
+        _taken.insert(url.text());
+        return true;
+    }
+    return _taken.size() < most && _taken.insert(url.text()).second;
 }
 
 }

@@ -1,19 +1,19 @@
 #pragma once
 
-#include "platform/Url.hpp"
+#include "platform/WebView.hpp"
 
 #include <set>
 #include <string>
 
 namespace pagora {
 
-// Which of a page's requests are handed to the desktop: those that leave the book for a server or another program, each
-// address once a book and only so many of them, so that a page cannot flood the desktop. Both readers use it. Main
-// thread.
+// Which requests are handed to the desktop: those that leave the book for a server or another program. What the page
+// asks for by itself is handed over once a book and only so many times, so that it cannot flood the desktop. Both
+// readers use it. Main thread.
 class LeavingLinks {
 public:
     // Whether this request is to be handed over; it then counts as handed over.
-    bool take(const Url& url);
+    bool take(const Url& url, RequestedBy requestedBy);
     // Starts anew for another book.
     void clear() { _taken.clear(); }
 

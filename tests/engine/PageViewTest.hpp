@@ -29,7 +29,7 @@ public:
     }
     void didFinishLoadForFrame(const DataSource& source) override { add({ Report::Kind::FrameFinished, source }); }
     void resourceDidFailLoading(const DataSource& source) override { add({ Report::Kind::Failed, source }); }
-    void resourceWillSendRequest(const Url& url) override { requests.push_back(url.text()); }
+    void resourceWillSendRequest(const Url& url, RequestedBy) override { requests.push_back(url.text()); }
     void decidePolicyForMIMEType(const std::string& type) override { types.push_back(type); }
     void didChangeLocationWithinPage(const Url& url) override { locations.push_back(url.text()); }
     void didResize() override

@@ -419,9 +419,9 @@ TEST_F(ChapterLoading, AnAddressThatLeavesTheBookIsHandedOverOnce)
 {
     open(1);
     const auto site = *Url::fromString("https://example.org/");
-    page().delegate->resourceWillSendRequest(site);
-    page().delegate->resourceWillSendRequest(site);
-    page().delegate->resourceWillSendRequest(chapter(0));
+    page().delegate->resourceWillSendRequest(site, RequestedBy::Page);
+    page().delegate->resourceWillSendRequest(site, RequestedBy::Page);
+    page().delegate->resourceWillSendRequest(chapter(0), RequestedBy::Page);
     EXPECT_EQ(hub.opened, std::vector<Url> { site });
 }
 

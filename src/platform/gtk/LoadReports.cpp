@@ -70,10 +70,11 @@ void LoadReports::documentFailed(std::uint64_t load)
     _delegate->resourceDidFailLoading(source(true));
 }
 
-void LoadReports::willSendRequest(const Url& url)
+void LoadReports::willSendRequest(const Url& url, RequestedBy requestedBy)
 {
-    if (_requests.insert(url.text()).second && _delegate)
-        _delegate->resourceWillSendRequest(url);
+    const bool isNew = _requests.insert(url.text()).second;
+    if ((isNew || requestedBy == RequestedBy::User) && _delegate)
+        _delegate->resourceWillSendRequest(url, requestedBy);
 }
 
 }

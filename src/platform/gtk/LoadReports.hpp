@@ -37,8 +37,8 @@ public:
     void everythingFinished(std::uint64_t load);
     // The document cannot be had.
     void documentFailed(std::uint64_t load);
-    // Says once a load that the page asks for something outside the book's files.
-    void willSendRequest(const Url& url);
+    // Says that something outside the book's files is asked for; of the page's own requests each once a load.
+    void willSendRequest(const Url& url, RequestedBy requestedBy);
 
 private:
     bool isCurrent(std::uint64_t load) const { return load == _load && !_finished && _delegate; }

@@ -148,7 +148,7 @@ void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* re
 {
     const Url url = requestUrl(request);
     if (!url.isFile() && !isWithinPage(url))
-        _reports.willSendRequest(url);
+        _reports.willSendRequest(url, RequestedBy::Page);
     auto watched = std::make_unique<WatchedResource>(WatchedResource { _self, currentLoad() });
     g_signal_connect(resource, "finished", G_CALLBACK(PageViewSignals::resourceFinished), watched.get());
     g_signal_connect(resource, "failed", G_CALLBACK(PageViewSignals::resourceFailed), watched.get());
@@ -176,8 +176,10 @@ bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDeci
         const bool isOurs = _stage == Stage::Starting && url.text() == _target;
         if (!isOurs && !isInBook(url))
             return false;
-    } else if (!isWithinPage(url))
-        _reports.willSendRequest(url);
+    } else if (!isWithinPage(url)) {
+        const bool byUser = webkit_navigation_action_is_user_gesture(navigation);
+        _reports.willSendRequest(url, byUser ? RequestedBy::User : RequestedBy::Page);
+    }
 
     if (type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION)
         return true;

@@ -88,9 +88,9 @@ GObjectPtr<WebKitWebView> PageEngine::makeEngineView() const
     addScript(content, "page-start.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START);
     addScript(content, "page-end.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END);
     const auto settings = makeSettings();
-    auto view = GObjectPtr<WebKitWebView>::adopt(
-        WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", _context.get(), "network-session",
-            _session.get(), "settings", settings.get(), "user-content-manager", content, nullptr)));
+    auto view = GObjectPtr<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "accessible-role",
+        GTK_ACCESSIBLE_ROLE_DOCUMENT, "web-context", _context.get(), "network-session", _session.get(), "settings",
+        settings.get(), "user-content-manager", content, nullptr)));
     g_object_unref(content);
     refusePrivileges(view.get());
     return view;

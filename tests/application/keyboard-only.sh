@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# From the launch to a chapter that is read and back, by the keyboard alone.
+set -euo pipefail
+programs=$(realpath "$1")
+mkdir -p "$2"
+pictures=$(realpath "$2")
+here=$(cd "$(dirname "$0")/../../scripts" && pwd)
+. "$here/drive.sh"
+
+"$here/make-sample-books" "$HOME/books" >/dev/null
+start "$HOME/books/01 "*.epub "$HOME/books/02 "*.epub
+within 60 catalogue 'len(books) == 2'
+within 20 window_is Pagora
+settle
+
+# The first arrow key goes to the books, and further ones stop at the last.
+xdotool key Right
+settle
+xdotool key Right
+settle
+picture selected
+xdotool key Return
+within 20 window_is "Pagora - A Quiet Harbour"
+settle
+# From the end of the first chapter on into the second.
+xdotool key End
+settle
+xdotool key Right
+settle
+xdotool key space
+picture read
+xdotool key F9
+picture contents
+xdotool key ctrl+w
+within 20 window_is Pagora
+within 20 catalogue 'any(book["Title"] == "A Quiet Harbour" and book["LastInd"] == 1 and book.get("LastPlace", 0) > 0 for book in books)'
+xdotool key ctrl+q
+within 20 ended
+program=

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Assistive technology finds the book, the chapter and the text of the page, also after the page is turned.
+set -euo pipefail
+programs=$(realpath "$1")
+mkdir -p "$2"
+pictures=$(realpath "$2")
+tests=$(cd "$(dirname "$0")" && pwd)
+here=$(cd "$tests/../../scripts" && pwd)
+. "$here/drive.sh"
+
+# told NAME TEXT: whether the page has that name, and text that begins so.
+told() { timeout 20 /usr/bin/python3 "$tests/page-text.py" | grep -A1 -xF "$1" | tail -1 | grep -q "^$2"; }
+
+"$here/make-sample-books" "$HOME/books" >/dev/null
+start "$HOME/books/01 "*.epub "$HOME/books/02 "*.epub
+within 60 catalogue 'len(books) == 2'
+within 20 window_is Pagora
+settle
+xdotool key Right
+settle
+xdotool key Return
+within 20 window_is "Pagora - A Quiet Harbour"
+within 60 told "document text | A Quiet Harbour, 1. Temple and zephyr" "Temple and zephyr 1.1 Candle Ada measured"
+xdotool key Right
+within 60 told "document text | A Quiet Harbour, 1. Temple and zephyr" "copper magnet market"
+picture read-aloud
+xdotool key ctrl+w
+within 20 window_is Pagora
+xdotool key ctrl+q
+within 20 ended
+program=

@@ -212,11 +212,11 @@ TEST_F(ReadingDisplay, TextOfThePageIsOfferedAndFollowsTheTurns)
         << spoken().text();
     EXPECT_EQ(spoken().name(), "Made, a.xhtml");
     EXPECT_EQ(spoken().text().find("Paragraph 60."), std::string::npos);
-    const auto first = spoken().text();
     turn(1);
-    ASSERT_TRUE(waitUntil([&] { return spoken().text() != first; }));
     const auto shown = place().text.substr(0, 20);
-    EXPECT_NE(spoken().text().find(shown), std::string::npos) << spoken().text();
+    const auto isSpoken
+        = [&] { return spoken().text().find(shown) != std::string::npos && !spoken().text().starts_with("Top"); };
+    EXPECT_TRUE(waitUntil(isSpoken)) << spoken().text();
     goToChapter(1);
     EXPECT_TRUE(
         waitUntil([&] { return spoken().name() == "Made, b.xhtml" && spoken().text().starts_with("A column."); }));

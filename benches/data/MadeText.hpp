@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <string>
+
+namespace pagora::bench {
+
+// Words, sentences and pages out of thin air: the same ones for the same seed, on every machine. One thread an object.
+class MadeText {
+public:
+    explicit MadeText(std::uint64_t seed)
+        : _random(seed)
+    {
+    }
+
+    // A number from 0 up to below `end`.
+    std::size_t number(std::size_t end) { return static_cast<std::size_t>(_random() % end); }
+    std::string word();
+    // A few words, each with a capital.
+    std::string title();
+    // Two words, each with a capital.
+    std::string name();
+    std::string sentence();
+    // Bytes that do not compress.
+    std::string noise(std::size_t size);
+
+    // A page of paragraphs below a heading, of about this many bytes.
+    std::string chapter(const std::string& heading, std::size_t size);
+
+private:
+    std::mt19937_64 _random;
+};
+
+}

@@ -22,12 +22,19 @@ endif()
 if(PAGORA_SANITIZE)
   add_compile_options(-fsanitize=${PAGORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${PAGORA_SANITIZE})
-  # GCC's warnings about the flow of data misfire on instrumented code.
-  add_compile_options(-Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread -Wno-maybe-uninitialized
-                      -Wno-restrict)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Its warnings about the flow of data misfire on instrumented code.
+    add_compile_options(-Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread -Wno-maybe-uninitialized
+                        -Wno-restrict)
+  endif()
   if(PAGORA_SANITIZE MATCHES "undefined")
     # libstdc++'s and sigc++'s casts between unrelated empty bases are theirs to check.
     add_compile_options(-fno-sanitize=vptr)
     add_link_options(-fno-sanitize=vptr)
   endif()
+endif()
+
+if(PAGORA_FUZZ)
+  # Counts which branches an input takes.
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -283,7 +283,7 @@ bool Reader::feed(xmlParserCtxtPtr context, std::string_view bytes, bool last)
 
 bool Reader::readInto(int file, xmlParserCtxtPtr context)
 {
-    const auto buffer = std::make_unique<std::array<char, 1 << 16>>();
+    const auto buffer = std::make_unique_for_overwrite<std::array<char, 1 << 14>>();
     for (;;) {
         const auto got = ::read(file, buffer->data(), buffer->size());
         if (got < 0)

@@ -1,0 +1,82 @@
+#include "tests/fuzz/FuzzRun.hpp"
+
+#include "platform/Files.hpp"
+#include "platform/Log.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace pagora::test {
+
+namespace {
+
+// Lives as long as the program.
+struct Record {
+    Record()
+        : silence([](const std::string&) {})
+    {
+    }
+    ~Record()
+    {
+        if (const char* path = std::getenv("PAGORA_FUZZ_REPORT"))
+            std::ofstream(path) << executions << ' ' << slowest.count() << '\n';
+    }
+    std::uint64_t executions = 0;
+    std::chrono::duration<double, std::milli> slowest {};
+    LogCapture silence;
+};
+
+Record& record()
+{
+    static Record record;
+    return record;
+}
+
+}
+
+FuzzRun::FuzzRun()
+{
+    record();
+    _start = std::chrono::steady_clock::now();
+}
+
+FuzzRun::~FuzzRun()
+{
+    const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - _start;
+    ++record().executions;
+    record().slowest = std::max(record().slowest, time);
+}
+
+void require(bool holds, const char* file, int line)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "%s:%d: does not hold\n", file, line);
+    std::abort();
+}
+
+MemoryFile::MemoryFile()
+    : _file(memfd_create("input", MFD_CLOEXEC))
+    , _path("/proc/self/fd/" + std::to_string(_file))
+{
+    require(_file >= 0);
+}
+
+MemoryFile::~MemoryFile()
+{
+    ::close(_file);
+}
+
+const std::string& MemoryFile::write(std::string_view bytes)
+{
+    // Its pages stay, which is faster than getting new ones.
+    require(::lseek(_file, 0, SEEK_SET) == 0 && writeAll(_file, bytes)
+        && ::ftruncate(_file, static_cast<off_t>(bytes.size())) == 0);
+    return _path;
+}
+
+}

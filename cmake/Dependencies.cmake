@@ -13,3 +13,4 @@ pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-4.0>=4.8)
 pkg_check_modules(WEBKIT REQUIRED IMPORTED_TARGET webkitgtk-6.0)
 
 find_program(GLIB_COMPILE_RESOURCES glib-compile-resources REQUIRED)
+find_program(MSGFMT msgfmt REQUIRED)

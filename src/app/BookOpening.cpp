@@ -4,6 +4,7 @@
 #include "platform/Files.hpp"
 #include "platform/Numbers.hpp"
 #include "platform/Path.hpp"
+#include "platform/Translation.hpp"
 
 namespace pagora {
 
@@ -74,7 +75,7 @@ Task<void> BookOpening::run(BookInfoPtr book)
 {
     _state.currentBook = book;
     if (!book->epubPath() || !fileExists(*book->epubPath())) {
-        _platform.libraryWindow.runAlertPanel("ERROR", "ePub does not exists!", "OK");
+        _platform.libraryWindow.runAlertPanel(_("ERROR"), _("ePub does not exists!"), _("OK"));
         co_return;
     }
     const auto type = book->type();

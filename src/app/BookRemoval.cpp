@@ -2,6 +2,7 @@
 
 #include "platform/Files.hpp"
 #include "platform/Path.hpp"
+#include "platform/Translation.hpp"
 
 #include <map>
 
@@ -12,13 +13,18 @@ namespace {
 // An alert names no more files than this.
 constexpr std::size_t mostNames = 5;
 
+std::string moreNames(std::size_t count)
+{
+    return formatted(plural("and %lu more", "and %lu more", count), static_cast<unsigned long>(count));
+}
+
 std::string listed(const std::vector<std::string>& paths)
 {
     std::vector<std::string> names;
     for (std::size_t i = 0; i < paths.size() && i < mostNames; ++i)
-        names.push_back("“" + lastPathComponent(paths[i]) + "”");
+        names.push_back(formatted(_("“%s”"), lastPathComponent(paths[i]).c_str()));
     if (paths.size() > mostNames)
-        names.push_back("and " + std::to_string(paths.size() - mostNames) + " more");
+        names.push_back(moreNames(paths.size() - mostNames));
     return joined(names, "\n");
 }
 
@@ -76,7 +82,7 @@ void BookRemoval::remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDi
         _state.catalogue.save(_platform.defaults);
         _views.refreshBookView(_state.catalogue.bookList());
     }
-    tell("There is no Trash for this", withoutTrash, "Nothing was deleted: file and book stay in the library.");
+    tell(_("There is no Trash for this"), withoutTrash, _("Nothing was deleted: file and book stay in the library."));
     if (!archives.empty())
         recycle(std::move(archives));
 }
@@ -100,7 +106,7 @@ void BookRemoval::recycle(std::vector<std::string> archives)
                 notMoved.push_back(archive);
         }
         _platform.runLoop.postToMainThread([this, notMoved = std::move(notMoved)] {
-            tell("Not moved to the Trash", notMoved, "Nothing was deleted: the file is still in its folder.");
+            tell(_("Not moved to the Trash"), notMoved, _("Nothing was deleted: the file is still in its folder."));
         });
     });
 }
@@ -108,7 +114,7 @@ void BookRemoval::recycle(std::vector<std::string> archives)
 void BookRemoval::tell(const std::string& title, const std::vector<std::string>& archives, const std::string& outcome)
 {
     if (!archives.empty())
-        _platform.libraryWindow.runAlertPanel(title, listed(archives) + "\n\n" + outcome, "OK");
+        _platform.libraryWindow.runAlertPanel(title, listed(archives) + "\n\n" + outcome, _("OK"));
 }
 
 }

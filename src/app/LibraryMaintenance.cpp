@@ -5,6 +5,7 @@
 #include "platform/Files.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
+#include "platform/Translation.hpp"
 
 namespace pagora {
 
@@ -35,7 +36,7 @@ Task<void> LibraryMaintenance::resetAppSettings()
     if (!files.empty()) {
         _state.catalogue.clear();
         _views.refreshBookView(_state.catalogue.bookList());
-        window.processLabel().setStringValue("Resetting ePub data!");
+        window.processLabel().setStringValue(_("Resetting ePub data!"));
         window.indicatorWindow().center();
         window.indicatorWindow().orderFront();
         auto imported = _platform.runLoop.performInBackground([this, files] { _import.booksFromFilesArray(files); });

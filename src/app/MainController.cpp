@@ -3,6 +3,7 @@
 #include "app/Guide.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
+#include "platform/Translation.hpp"
 
 #include <unistd.h>
 
@@ -13,10 +14,10 @@ namespace {
 // Lets the window and the files that the desktop hands over settle first.
 constexpr double launchDelay = 0.05;
 
-constexpr const char* importMessage = "Choose epub file(s) for import to Pagora Library";
+constexpr const char* importMessage = N_("Choose epub file(s) for import to Pagora Library");
 
-constexpr const char* resetText = "Reset the library? All settings and the places where you stopped reading are "
-                                  "forgotten, and every book in the library folder is added anew.";
+constexpr const char* resetText = N_("Reset the library? All settings and the places where you stopped reading are "
+                                     "forgotten, and every book in the library folder is added anew.");
 
 ImportOutlets importOutlets(LibraryWindow& window)
 {
@@ -205,7 +206,7 @@ void MainController::filesLoadingWithMessage(const std::string& message)
         defaults.synchronize();
     }
     _platform.libraryWindow.runOpenPanel(
-        message, multiple, [this, multiple](const std::optional<std::vector<std::string>>& chosen) {
+        _(message.c_str()), multiple, [this, multiple](const std::optional<std::vector<std::string>>& chosen) {
             if (!chosen)
                 return;
             if (chosen->empty())
@@ -230,7 +231,7 @@ BookInfoPtr MainController::getBookInfo(const std::string& archivePath, StopOnEr
 
 void MainController::showAlert(const std::string& message, const std::string& description)
 {
-    _platform.libraryWindow.runAlertPanel(message, description, "OK");
+    _platform.libraryWindow.runAlertPanel(message, description, _("OK"));
 }
 
 void MainController::openSettings()
@@ -283,7 +284,7 @@ void MainController::deleteItemsFromLibrary(const std::vector<BookInfoPtr>& book
 void MainController::askToReset()
 {
     constexpr int secondButton = 1001;
-    _platform.libraryWindow.runAlert(resetText, "Cancel", "Reset", [this](int code) {
+    _platform.libraryWindow.runAlert(_(resetText), _("Cancel"), _("Reset"), [this](int code) {
         if (code == secondButton)
             resetAppSettings();
     });

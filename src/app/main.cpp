@@ -1,9 +1,11 @@
 #include "app/gtk/Application.hpp"
+#include "platform/Translation.hpp"
 
 #include <glib.h>
 
 int main(int argc, char** argv)
 {
+    pagora::startTranslation();
     g_set_prgname(PAGORA_IDENTIFIER);
     g_set_application_name("Pagora");
     return pagora::Application::create()->run(argc, argv);

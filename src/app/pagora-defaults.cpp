@@ -1,9 +1,9 @@
 #include "platform/DefaultsIndex.hpp"
 #include "platform/DefaultsRecovery.hpp"
 #include "platform/Json.hpp"
+#include "platform/Translation.hpp"
 #include "platform/UserFolders.hpp"
 
-#include <clocale>
 #include <cstdio>
 
 // pagora-defaults [KEY]: prints what Pagora has stored, as JSON: one object of all keys, or the value under KEY. It
@@ -11,9 +11,9 @@
 int main(int argc, char** argv)
 {
     using namespace pagora;
-    std::setlocale(LC_ALL, "");
+    startTranslation();
     if (argc > 2) {
-        std::fputs("Usage: pagora-defaults [KEY]\n", stderr);
+        std::fprintf(stderr, "%s\n", _("Usage: pagora-defaults [KEY]"));
         return 2;
     }
     std::string problem;
@@ -28,7 +28,7 @@ int main(int argc, char** argv)
     else if (const Value* value = values->find(argv[1]))
         text = jsonText(*value);
     else {
-        std::fprintf(stderr, "pagora-defaults: nothing is stored under %s\n", argv[1]);
+        std::fprintf(stderr, _("pagora-defaults: nothing is stored under %s\n"), argv[1]);
         return 1;
     }
     std::puts(text.c_str());

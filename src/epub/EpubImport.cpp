@@ -5,6 +5,7 @@
 #include "platform/CopyIntoFolder.hpp"
 #include "platform/Files.hpp"
 #include "platform/Path.hpp"
+#include "platform/Translation.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -51,7 +52,8 @@ void EpubImport::showProgress(std::size_t index, std::size_t count)
     onMainThread([outlets = _outlets, index, count] {
         outlets.processIndicator.setDoubleValue(static_cast<double>(index + 1));
         outlets.progressBar.setDoubleValue(static_cast<double>(index + 1));
-        outlets.procText.setStringValue(std::to_string(index + 1) + " of " + std::to_string(count));
+        outlets.procText.setStringValue(
+            formatted(_("%d of %lu"), static_cast<int>(index + 1), static_cast<unsigned long>(count)));
     });
 }
 

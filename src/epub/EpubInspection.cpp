@@ -11,6 +11,7 @@
 #include "platform/Files.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
+#include "platform/Translation.hpp"
 #include "platform/Unicode.hpp"
 
 #include <algorithm>
@@ -106,7 +107,7 @@ bool Inspection::openArchive()
     _archive = Archive::open(_archivePath, {}, &problem);
     // A file that is no archive has no members, and is rejected as such.
     if (!_archive && problem == ArchiveProblem::PastBounds) {
-        report("epub is too large to be opened safely");
+        report(_("epub is too large to be opened safely"));
         return false;
     }
     if (_archive)
@@ -117,10 +118,10 @@ bool Inspection::openArchive()
 bool Inspection::checkMimetype()
 {
     const auto path = dataFile(mimetypeMember);
-    if (!fileExists(path) && !reject("epub is corrupted (mimetype not identified)"))
+    if (!fileExists(path) && !reject(_("epub is corrupted (mimetype not identified)")))
         return false;
     const auto mimetype = readFile(path);
-    constexpr auto notAnEpub = "file is not a ePub ( see the mimetype )";
+    const auto* const notAnEpub = _("file is not a ePub ( see the mimetype )");
     // One that cannot be read as ASCII counts as the other format.
     if (!mimetype || !isAscii(*mimetype) || contains(*mimetype, "x-ibooks")) {
         _type = "x-ibook";
@@ -131,7 +132,7 @@ bool Inspection::checkMimetype()
 
 bool Inspection::checkEncryption()
 {
-    if (fileExists(dataFile(encryptionMember)) && !reject("epub is crypted by DRM"))
+    if (fileExists(dataFile(encryptionMember)) && !reject(_("epub is crypted by DRM")))
         return false;
     if (_type == "default") {
         const auto options = readFile(dataFile(displayOptionsMember)).value_or("");
@@ -145,21 +146,21 @@ bool Inspection::findPackage()
 {
     const auto container = dataFile(containerMember);
     if (!fileExists(container)) {
-        if (!reject("epub is corrupted (can't open container.xml)"))
+        if (!reject(_("epub is corrupted (can't open container.xml)")))
             return false;
-    } else if (!isReadable(container) && !reject("epub can not be read (permissions denied)")) {
+    } else if (!isReadable(container) && !reject(_("epub can not be read (permissions denied)"))) {
         return false;
     }
     ContainerParser parser(Url::file(container));
     parser.parse();
     if (!parser.opfFile()) {
         // Nothing below makes sense without it.
-        report("epub is corrupted (content opf-file not found)");
+        report(_("epub is corrupted (content opf-file not found)"));
         return false;
     }
     auto file = extractedMember(_archive ? &*_archive : nullptr, *parser.opfFile(), _dataPath, MemberName::Exact);
     layOutFolders(*parser.opfFile());
-    if (!file && !reject("epub is corrupted (can't open content opf-file)"))
+    if (!file && !reject(_("epub is corrupted (can't open content opf-file)")))
         return false;
     _packageFile = file.value_or("");
     return true;
@@ -201,7 +202,8 @@ bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
     const auto href = package.fileList().empty() ? std::string() : package.fileList().back();
     const auto page = href.empty() ? std::nullopt : extracted(href);
     if (!page) {
-        report("can't open first content file '" + appendingPathComponent(_packageFolder, href) + "'");
+        report(
+            formatted(_("can't open first content file '%s'"), appendingPathComponent(_packageFolder, href).c_str()));
         return false;
     }
     HTMLParser parser(Url::file(*page));

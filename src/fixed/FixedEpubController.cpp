@@ -2,6 +2,7 @@
 
 #include "platform/Log.hpp"
 #include "platform/Numbers.hpp"
+#include "platform/Translation.hpp"
 
 #include <utility>
 
@@ -79,7 +80,8 @@ void FixedEpubController::loadSplits(
 void FixedEpubController::showLocation()
 {
     _location.slider().setFloatValue(static_cast<float>(_activeSplitIndex + 1));
-    _location.setLabelMessage(std::to_string(_activeSplitIndex + 1) + " of " + std::to_string(_bookSplits.size()));
+    _location.setLabelMessage(
+        formatted(_("%d of %d"), static_cast<int>(_activeSplitIndex + 1), static_cast<int>(_bookSplits.size())));
 }
 
 void FixedEpubController::load(const Url& url)

@@ -1,5 +1,7 @@
 #include "library_views/LibraryBookView.hpp"
 
+#include "platform/Translation.hpp"
+
 #include <utility>
 
 namespace pagora {
@@ -8,9 +10,9 @@ namespace {
 
 constexpr int secondButton = 1001;
 
-constexpr const char* moveToTrashText = "Are You sure to move epub to Trash?";
-constexpr const char* removeItemText = "Are You sure to remove epub from library?";
-constexpr const char* removeBooksText = "Are You sure to remove epub(s) from library?";
+constexpr const char* moveToTrashText = N_("Are You sure to move epub to Trash?");
+constexpr const char* removeItemText = N_("Are You sure to remove epub from library?");
+constexpr const char* removeBooksText = N_("Are You sure to remove epub(s) from library?");
 
 }
 
@@ -20,16 +22,17 @@ LibraryBookView::LibraryBookView(
     , _books(books)
     , _host(host)
     , _surface(surface)
-    , _popupMenu({ { "Read this book", [this] { sendBookForReading(); } },
-          { "Show in Finder", [this] { showFileInFinder(); } }, {}, { "Move to Trash", [this] { moveToTrash(); } } })
-    , _removeMenu({ { "Remove epubs from library", [this] { removeBooks(); } } })
+    , _popupMenu({ { _("Read this book"), [this] { sendBookForReading(); } },
+          { _("Show in Finder"), [this] { showFileInFinder(); } }, {},
+          { _("Move to Trash"), [this] { moveToTrash(); } } })
+    , _removeMenu({ { _("Remove epubs from library"), [this] { removeBooks(); } } })
 {
 }
 
 void LibraryBookView::processAlert(const std::string& text, const BookInfoPtr&, std::function<void()> proceed)
 {
-    const char* agree = text.find("Trash") == std::string::npos ? "Remove from library" : "Move to Trash";
-    _host.runAlert(text, "Cancel", agree, [proceed = std::move(proceed)](int code) {
+    const char* agree = text.find("Trash") == std::string::npos ? _("Remove from library") : _("Move to Trash");
+    _host.runAlert(_(text.c_str()), _("Cancel"), agree, [proceed = std::move(proceed)](int code) {
         if (code == secondButton)
             proceed();
     });

@@ -1,6 +1,7 @@
 #include "platform/DefaultsRecovery.hpp"
 
 #include "platform/Path.hpp"
+#include "platform/Translation.hpp"
 
 #include <glib.h>
 
@@ -51,20 +52,21 @@ public:
         case DefaultsCondition::Missing:
             if (!exists(_paths.backup))
                 return makeEmpty();
-            _problem = "The stored library was missing";
+            _problem = _("The stored library was missing");
             if (exists(_paths.file) && setFileAside(DefaultsCondition::Damaged).empty())
                 return openToRead();
             return restore();
         case DefaultsCondition::Damaged:
-            _problem = "The stored library was damaged and could not be set aside.";
+            _problem = _("The stored library was damaged and could not be set aside.");
             if (setFileAside(condition).empty())
                 return nullptr;
             return restore();
         case DefaultsCondition::Newer: {
-            _problem = "The stored library was written by a later version of the program and could not be set aside.";
+            _problem
+                = _("The stored library was written by a later version of the program and could not be set aside.");
             if (setFileAside(condition).empty())
                 return nullptr;
-            _problem += "; the library starts empty.";
+            _problem = formatted(_("%s; the library starts empty."), _problem.c_str());
             return makeEmpty();
         }
         default:
@@ -103,10 +105,10 @@ private:
     {
         std::string name = setAside(_paths.file, condition);
         if (!name.empty())
-            _problem = std::string(condition == DefaultsCondition::Newer
-                               ? "The stored library was written by a later version of the program"
-                               : "The stored library was damaged")
-                + " and is kept as " + name;
+            _problem = formatted(condition == DefaultsCondition::Newer
+                    ? _("The stored library was written by a later version of the program and is kept as %s")
+                    : _("The stored library was damaged and is kept as %s"),
+                name.c_str());
         return name;
     }
 
@@ -117,7 +119,7 @@ private:
         if (backup)
             condition = _index.load(*backup, _values);
         if (condition == DefaultsCondition::Good) {
-            _problem += "; the last backup is used.";
+            _problem = formatted(_("%s; the last backup is used."), _problem.c_str());
             // Without room for the copy the values are in memory; the next flush tries again.
             if (!backup->copyTo(_paths.file))
                 return nullptr;
@@ -127,8 +129,10 @@ private:
         backup.reset();
         _values.clear();
         if (condition == DefaultsCondition::Damaged)
-            _problem += ", like its backup (" + setAside(_paths.backup, condition) + ")";
-        _problem += "; there is no usable backup, so the library is read from its folder again.";
+            _problem = formatted(
+                _("%s, like its backup (%s)"), _problem.c_str(), setAside(_paths.backup, condition).c_str());
+        _problem = formatted(
+            _("%s; there is no usable backup, so the library is read from its folder again."), _problem.c_str());
         return makeEmpty();
     }
 
@@ -181,10 +185,10 @@ std::optional<Value> readDefaults(const std::string& folder, std::string& proble
         condition = index.load(*file, values);
     if (condition == DefaultsCondition::Good || condition == DefaultsCondition::Missing)
         return Value(Value::Dictionary(values.begin(), values.end()));
-    problem = paths.file
-        + (condition == DefaultsCondition::Newer          ? " was written by a later version of Pagora"
-                : condition == DefaultsCondition::Damaged ? " is damaged"
-                                                          : " cannot be read");
+    problem = formatted(condition == DefaultsCondition::Newer ? _("%s was written by a later version of Pagora")
+            : condition == DefaultsCondition::Damaged         ? _("%s is damaged")
+                                                              : _("%s cannot be read"),
+        paths.file.c_str());
     return std::nullopt;
 }
 

@@ -116,7 +116,7 @@ void EpubController::loadSplits(
     slider.setMaxValue(static_cast<double>(_bookSplits.size()));
     slider.setFloatValue(0);
     slider.setHidden(false);
-    _location.setLabelMessage("0 %");
+    _location.setPercentage(0);
 }
 
 void EpubController::activateSplit(std::uint64_t index)

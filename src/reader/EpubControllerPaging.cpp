@@ -153,7 +153,7 @@ Task<void> EpubController::seek(float value, EventType event)
         _state.lastSliderValue = value;
     } else {
         co_await run(scripts::scrollToEnd);
-        _location.setLabelMessage("100 %");
+        _location.setPercentage(100);
     }
 }
 
@@ -178,7 +178,7 @@ Task<void> EpubController::scrollToAmount()
 
 void EpubController::showPercentage(double fractionOfBook)
 {
-    _location.setLabelMessage(std::to_string(truncated32(fractionOfBook * 100)) + " %");
+    _location.setPercentage(truncated32(fractionOfBook * 100));
 }
 
 Task<void> EpubController::updateLocationWithOffset(std::int64_t offset)

@@ -1,5 +1,7 @@
 #include "reader/LocationBar.hpp"
 
+#include "platform/Translation.hpp"
+
 namespace pagora {
 
 void LocationBar::setLabelMessage(const std::string& text)
@@ -16,6 +18,11 @@ void LocationBar::setLabelMessage(const std::string& text)
     Rect slider = _locSlider.frame();
     slider.width -= grown;
     _locSlider.setFrame(slider);
+}
+
+void LocationBar::setPercentage(std::int32_t percent)
+{
+    setLabelMessage(formatted(_("%d %%"), percent));
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include "platform/Controls.hpp"
 
+#include <cstdint>
 #include <string>
 
 namespace pagora {
@@ -18,6 +19,8 @@ public:
 
     // Shows the text, fits the label to it and gives the slider what is left.
     void setLabelMessage(const std::string& text);
+    // Shows how much of the book lies before the page.
+    void setPercentage(std::int32_t percent);
 
     Slider& slider() { return _locSlider; }
     TextField& label() { return _locLabel; }

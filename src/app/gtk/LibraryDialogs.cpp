@@ -1,9 +1,9 @@
 #include "app/gtk/LibraryDialogs.hpp"
 
+#include "platform/Translation.hpp"
 #include "platform/gtk/DisplayText.hpp"
 
 #include <gtkmm/filefilter.h>
-#include <gtkmm/icontheme.h>
 
 #include <filesystem>
 #include <utility>
@@ -67,11 +67,11 @@ void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Cho
         return;
     }
     _openPanel = Gtk::FileChooserNative::create(
-        displayText(message), _parent, Gtk::FileChooser::Action::OPEN, "_Open", "_Cancel");
+        displayText(message), _parent, Gtk::FileChooser::Action::OPEN, _("_Open"), _("_Cancel"));
     _openPanel->set_modal(true);
     _openPanel->set_select_multiple(multiple);
     const auto books = Gtk::FileFilter::create();
-    books->set_name("EPUB books");
+    books->set_name(_("EPUB books"));
     books->add_pattern("*.epub");
     _openPanel->add_filter(books);
     try {
@@ -101,10 +101,11 @@ void LibraryDialogs::showAbout()
         _about->set_hide_on_close(true);
         _about->set_program_name("Pagora");
         _about->set_version(PAGORA_VERSION);
-        _about->set_comments("A library and reader for books in the EPUB format");
+        _about->set_comments(_("A library and reader for books in the EPUB format"));
         _about->add_css_class("pagora");
-        const auto icons = Gtk::IconTheme::get_for_display(_parent.get_display());
-        _about->set_logo_icon_name(icons->has_icon(PAGORA_IDENTIFIER) ? PAGORA_IDENTIFIER : "pagora-library-symbolic");
+        _about->set_logo_icon_name(PAGORA_IDENTIFIER);
+        _about->set_license_type(Gtk::License::GPL_3_0);
+        _about->set_copyright("© 2026 Pagora contributors");
     }
     _about->present();
 }

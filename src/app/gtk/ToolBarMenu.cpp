@@ -1,5 +1,7 @@
 #include "app/gtk/ToolBarMenu.hpp"
 
+#include "platform/Translation.hpp"
+
 #include <gtkmm/button.h>
 #include <gtkmm/gestureclick.h>
 #include <gtkmm/image.h>
@@ -25,9 +27,9 @@ void visitFaces(Gtk::Widget& widget, const Visit& visit)
 
 ToolBarMenu::ToolBarMenu(Gtk::Widget& toolBar)
     : _toolBar(toolBar)
-    , _items({ { "Icon and Text", "toolbar.display-mode::icon-and-text" },
-          { "Icon Only", "toolbar.display-mode::icon-only" }, { "Text Only", "toolbar.display-mode::text-only" },
-          { "Use Small Size", "toolbar.small-size" }, { "Customize Toolbar…", "toolbar.customize" } })
+    , _items({ { _("Icon and Text"), "toolbar.display-mode::icon-and-text" },
+          { _("Icon Only"), "toolbar.display-mode::icon-only" }, { _("Text Only"), "toolbar.display-mode::text-only" },
+          { _("Use Small Size"), "toolbar.small-size" }, { _("Customize Toolbar…"), "toolbar.customize" } })
     , _model(Gio::Menu::create())
     , _actions(Gio::SimpleActionGroup::create())
     , _popover(_model)

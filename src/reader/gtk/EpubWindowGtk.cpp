@@ -1,5 +1,7 @@
 #include "reader/gtk/EpubWindowGtk.hpp"
 
+#include "platform/Translation.hpp"
+
 #include <algorithm>
 #include <pangomm/fontfamily.h>
 
@@ -55,7 +57,7 @@ std::vector<std::string> EpubWindowGtk::availableFontFamilies() const
 
 void EpubWindowGtk::setColumnCount(std::int32_t columns)
 {
-    const char* const text = columns <= 1 ? "One column" : columns == 2 ? "Two columns" : "Three columns";
+    const char* const text = columns <= 1 ? _("One column") : columns == 2 ? _("Two columns") : _("Three columns");
     _parts.widget<Gtk::Label>("columnsLabel").set_text(text);
     gtk_accessible_update_property(
         GTK_ACCESSIBLE(_parts.widget<Gtk::Button>("columnsButton").gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, text, -1);

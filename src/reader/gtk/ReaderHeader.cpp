@@ -1,5 +1,7 @@
 #include "reader/gtk/ReaderHeader.hpp"
 
+#include "platform/Translation.hpp"
+
 #include <gtkmm/eventcontrollermotion.h>
 
 namespace pagora {
@@ -58,7 +60,7 @@ void ReaderHeader::setFullScreen(bool isFullScreen)
     }
     _revealer.set_visible(isFullScreen);
     _fullScreen.set_icon_name(isFullScreen ? "view-restore-symbolic" : "view-fullscreen-symbolic");
-    _fullScreen.set_tooltip_text(isFullScreen ? "Leave full screen (F11)" : "Full screen (F11)");
+    _fullScreen.set_tooltip_text(isFullScreen ? _("Leave full screen (F11)") : _("Full screen (F11)"));
 }
 
 void ReaderHeader::pointerIsAt(double y)

@@ -1,5 +1,6 @@
 #include "reader/gtk/ReaderWindowGtk.hpp"
 
+#include "platform/Translation.hpp"
 #include "reader/gtk/ReaderStyle.hpp"
 
 #include <gtkmm/dropdown.h>
@@ -113,7 +114,7 @@ std::string ReaderWindowGtk::nameOfPage(const std::string& title) const
         name.erase(0, program.size());
     const auto entry = tocView.activeTitle();
     const auto& chapter = entry.empty() ? title : entry;
-    return chapter.empty() || chapter == name ? name : name + ", " + chapter;
+    return chapter.empty() || chapter == name ? name : formatted(_("%s, %s"), name.c_str(), chapter.c_str());
 }
 
 void ReaderWindowGtk::focusPage()

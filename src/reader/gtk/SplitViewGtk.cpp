@@ -1,5 +1,7 @@
 #include "reader/gtk/SplitViewGtk.hpp"
 
+#include "platform/Translation.hpp"
+
 #include <gtkmm/eventcontrollerkey.h>
 
 #include <algorithm>
@@ -96,7 +98,7 @@ void SplitViewGtk::addDivider()
     _divider->set_focusable(true);
     _divider->property_accessible_role() = Gtk::Accessible::Role::SEPARATOR;
     gtk_accessible_update_property(
-        GTK_ACCESSIBLE(_divider->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, "Width of the contents", -1);
+        GTK_ACCESSIBLE(_divider->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, _("Width of the contents"), -1);
     const auto keys = Gtk::EventControllerKey::create();
     keys->signal_key_pressed().connect(
         [this](guint keyval, guint, Gdk::ModifierType) { return dividerKeyPressed(keyval); }, false);

@@ -1,0 +1,49 @@
+# The Debian package; scripts/package builds it. What the program links is found out from the program.
+
+set(PAGORA_MAINTAINER "Pagora maintainers <maintainers@pagora.invalid>" CACHE STRING
+    "Who answers for the package, as Name <address>; the default names no host")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME pagora)
+set(CPACK_PACKAGE_VENDOR "Pagora")
+set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "library and reader for e-books in the EPUB format")
+set(CPACK_PACKAGING_INSTALL_PREFIX "${CMAKE_INSTALL_PREFIX}")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+    WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${PAGORA_MAINTAINER}")
+set(CPACK_DEBIAN_PACKAGE_SECTION text)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Covers and icons in SVG; the list of what opens which file.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "librsvg2-common, default-dbus-session-bus | dbus-session-bus, desktop-file-utils")
+# Fonts with the measures of those in the font menu, covers in WebP, moving books to the Trash, reading aloud.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+    "fonts-liberation2 | fonts-liberation, fonts-dejavu-core, webp-pixbuf-loader, xdg-desktop-portal, at-spi2-core")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+    "Give Pagora your books in the EPUB format: it checks each one, files it in
+your library with its cover, title and author, and opens it as pages that you
+turn. It remembers where you were, to the very page.
+.
+Reflowable books are set in one to three columns, in your font, text size and
+colours; fixed-layout books keep their design and fit the window. Everything
+can be reached by keyboard, and what is on the page can be read aloud.
+.
+Books are hostile until proven otherwise: they cannot read your files, keep
+anything about you, or run the reader.")
+
+set(documents "${CMAKE_INSTALL_DATADIR}/doc/pagora")
+set(make_changelog "${PROJECT_SOURCE_DIR}/scripts/make-debian-changelog")
+set(changelog "${CMAKE_CURRENT_BINARY_DIR}/changelog")
+add_custom_command(
+  OUTPUT "${changelog}"
+  COMMAND "${make_changelog}" "${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PAGORA_MAINTAINER}" > "${changelog}"
+  DEPENDS "${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${make_changelog}"
+  VERBATIM)
+pagora_install_compressed("${changelog}" changelog "${documents}")
+install(FILES debian/copyright DESTINATION "${documents}")
+
+include(CPack)

@@ -1,5 +1,6 @@
 #include "app/gtk/AlertWindow.hpp"
 
+#include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/DisplayText.hpp"
 
 #include <gtkmm/box.h>
@@ -18,6 +19,7 @@ AlertWindow::AlertWindow(Gtk::Window& parent, const std::string& message, const 
     _window->set_transient_for(parent);
     setText("message", message);
     setText("informativeText", informativeText);
+    setAccessibleName(*_window, displayText(message.empty() ? informativeText : message));
     for (const auto& button : buttons)
         addButton(button);
     _window->set_default_widget(*_buttons.front());

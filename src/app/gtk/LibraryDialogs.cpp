@@ -1,6 +1,7 @@
 #include "app/gtk/LibraryDialogs.hpp"
 
 #include "platform/Translation.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/DisplayText.hpp"
 
 #include <gtkmm/filefilter.h>
@@ -106,6 +107,7 @@ void LibraryDialogs::showAbout()
         _about->set_logo_icon_name(PAGORA_IDENTIFIER);
         _about->set_license_type(Gtk::License::GPL_3_0);
         _about->set_copyright("© 2026 Pagora contributors");
+        nameToolkitControls(*_about, _about->get_title());
     }
     _about->present();
 }

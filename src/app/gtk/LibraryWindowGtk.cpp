@@ -2,6 +2,7 @@
 
 #include "library_views/gtk/GridSurface.hpp"
 #include "library_views/gtk/ListSurface.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/StyleSheet.hpp"
 
 #include <giomm/simpleactiongroup.h>
@@ -83,8 +84,10 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
         find<Gtk::Widget>(_layout, "emptyPage"), [this] { return _shown ? _shown->dropDelegate() : nullptr; },
         [this](bool isOver) { showDropTarget(isOver); });
     for (auto* const window : { static_cast<Gtk::Window*>(_windows.main.get()), _windows.error.get(),
-             _windows.settings.get(), _windows.indicator.get() })
+             _windows.settings.get(), _windows.indicator.get() }) {
         _monitor.watch(*window);
+        correctAccessibleNames(*window);
+    }
 }
 
 LibraryWindowGtk::~LibraryWindowGtk()

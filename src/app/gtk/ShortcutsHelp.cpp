@@ -1,5 +1,8 @@
 #include "app/gtk/ShortcutsHelp.hpp"
 
+#include "platform/Translation.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
+
 #include <gtkmm/builder.h>
 #include <gtkmm/shortcut.h>
 #include <gtkmm/shortcutaction.h>
@@ -43,6 +46,7 @@ void ShortcutsHelp::showOver(Gtk::Window* parent, const char* section)
         const auto layout = Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/Shortcuts.ui");
         _window.reset(layout->get_widget<Gtk::ShortcutsWindow>("shortcuts"));
         _window->set_hide_on_close(true);
+        nameToolkitControls(*_window, _("Keyboard Shortcuts"));
     }
     if (parent)
         _window->set_transient_for(*parent);

@@ -1,6 +1,7 @@
 #include "app/gtk/ToolBarMenu.hpp"
 
 #include "platform/Translation.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
 
 #include <gtkmm/button.h>
 #include <gtkmm/gestureclick.h>
@@ -36,6 +37,7 @@ ToolBarMenu::ToolBarMenu(Gtk::Widget& toolBar)
 {
     addActions();
     rebuild();
+    setAccessibleName(_popover, _("View"));
     _popover.set_parent(toolBar);
     _popover.set_has_arrow(false);
     _popover.set_halign(Gtk::Align::START);

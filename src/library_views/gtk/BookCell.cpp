@@ -1,5 +1,6 @@
 #include "library_views/gtk/BookCell.hpp"
 
+#include "platform/Translation.hpp"
 #include "platform/gtk/DisplayText.hpp"
 
 #include <gtkmm/tooltip.h>
@@ -7,6 +8,15 @@
 #include <algorithm>
 
 namespace pagora {
+
+namespace {
+
+Glib::ustring spoken(const Glib::ustring& title, const Glib::ustring& author)
+{
+    return author.empty() ? title : Glib::ustring(formatted(_("%s, %s"), title.c_str(), author.c_str()));
+}
+
+}
 
 Glib::ustring cellText(const std::optional<std::string>& text)
 {
@@ -17,6 +27,11 @@ Glib::ustring cellText(const std::optional<std::string>& text)
     std::replace_if(
         line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
     return displayText(text->size() > longest ? line + "…" : line, longest + 8);
+}
+
+Glib::ustring spokenBook(const BookInfo& book)
+{
+    return spoken(cellText(book.title()), cellText(book.author()));
 }
 
 void showWholeTextOnHover(Gtk::Label& label)
@@ -44,6 +59,11 @@ void CoverCell::setBook(const BookInfoPtr& book)
     setCover({});
     if (book)
         _ticket = _loader.load(book, [this](const auto& cover) { setCover(cover); });
+}
+
+Glib::ustring CoverCell::spokenName()
+{
+    return _("Cover");
 }
 
 BookCell::BookCell(CoverLoader& loader)
@@ -81,6 +101,11 @@ void BookCell::setBook(const BookInfoPtr& book)
     _cover.setBook(book);
     _title.set_text(book ? cellText(book->title()) : Glib::ustring());
     _author.set_text(book ? cellText(book->author()) : Glib::ustring());
+}
+
+Glib::ustring BookCell::spokenName() const
+{
+    return spoken(title(), author());
 }
 
 }

@@ -13,6 +13,9 @@ namespace pagora {
 // A book's text on one line of a cell; empty when there is none. Long texts are cut.
 Glib::ustring cellText(const std::optional<std::string>& text);
 
+// A book as it is called aloud: its title and its author.
+Glib::ustring spokenBook(const BookInfo& book);
+
 // Shows the text as a tooltip where the label had to cut it.
 void showWholeTextOnHover(Gtk::Label& label);
 
@@ -22,6 +25,7 @@ public:
     CoverCell(CoverLoader& loader, Size box);
     // Null for no book.
     void setBook(const BookInfoPtr& book);
+    static Glib::ustring spokenName();
 
 private:
     CoverLoader& _loader;
@@ -40,6 +44,7 @@ public:
     const CoverView& cover() const { return _cover; }
     Glib::ustring title() const { return _title.get_text(); }
     Glib::ustring author() const { return _author.get_text(); }
+    Glib::ustring spokenName() const;
 
 private:
     CoverCell _cover;

@@ -1,5 +1,8 @@
 #include "library_views/gtk/BookPopover.hpp"
 
+#include "platform/Translation.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
+
 #include <giomm/menu.h>
 
 namespace pagora {
@@ -35,6 +38,7 @@ void BookPopover::popUp(const BookMenu& menu, const Gdk::Rectangle& place)
     _parent.insert_action_group("book", actions);
     dropPopover();
     _popover = std::make_unique<Gtk::PopoverMenu>(model);
+    setAccessibleName(*_popover, _("Books"));
     _popover->set_parent(_parent);
     _popover->set_has_arrow(false);
     _popover->set_halign(Gtk::Align::START);

@@ -1,6 +1,8 @@
 #include "library_views/gtk/BooksSurface.hpp"
 
+#include "library_views/gtk/BookCell.hpp"
 #include "library_views/gtk/BookItem.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
 
 #include <glibmm/main.h>
 #include <gtkmm/bitset.h>
@@ -227,6 +229,17 @@ void BooksSurface::popUpContextMenu(const BookMenu& menu)
     if (!_contextMenu)
         _contextMenu = std::make_unique<BookPopover>(widget());
     _contextMenu->popUp(menu, _menuPlace);
+}
+
+void BooksSurface::nameItem(Gtk::Widget& cell, const Glib::ustring& name, const BookInfoPtr& book)
+{
+    auto* const item = cell.get_parent();
+    if (!item || !book)
+        return;
+    setAccessibleName(*item, name);
+    // A row of the list is called by the book, its cells by what is in them.
+    if (item->get_css_name() == "cell" && item->get_parent())
+        setAccessibleName(*item->get_parent(), spokenBook(*book));
 }
 
 void BooksSurface::rememberItem(Gtk::Widget& cell, GtkListItem* item)

@@ -54,7 +54,8 @@ protected:
 
     Glib::RefPtr<Gtk::MultiSelection> sharedSelection() { return _selection; }
 
-    // Cells of the type `Cell`, which has `setBook`, made by `make` and used again for one book after another.
+    // Cells of the type `Cell`, which has `setBook` and `spokenName`, made by `make` and used again for one book after
+    // another.
     template <typename Cell, typename Make>
     static Glib::RefPtr<Gtk::SignalListItemFactory> makeFactory(Make make)
     {
@@ -69,8 +70,10 @@ protected:
                 rememberItem(*cell, nullptr);
         });
         factory->signal_bind().connect([](const auto& item) {
-            if (auto* const cell = dynamic_cast<Cell*>(item->get_child()))
+            if (auto* const cell = dynamic_cast<Cell*>(item->get_child())) {
                 cell->setBook(bookOf(*item));
+                nameItem(*cell, cell->spokenName(), bookOf(*item));
+            }
         });
         factory->signal_unbind().connect([](const auto& item) {
             if (auto* const cell = dynamic_cast<Cell*>(item->get_child()))
@@ -81,6 +84,8 @@ protected:
 
 private:
     static BookInfoPtr bookOf(const Gtk::ListItem& item);
+    // Tells assistive technology what the list's own widgets around the cell are called.
+    static void nameItem(Gtk::Widget& cell, const Glib::ustring& name, const BookInfoPtr& book);
     static void rememberItem(Gtk::Widget& cell, GtkListItem* item);
     void userDidChangeSelection();
     void watchLeftButton(Gtk::Widget& view);

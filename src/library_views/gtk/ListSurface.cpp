@@ -1,6 +1,8 @@
 #include "library_views/gtk/ListSurface.hpp"
 
 #include "library_views/gtk/BookCell.hpp"
+#include "platform/Translation.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
 
 #include <gtkmm/columnviewcolumn.h>
 
@@ -24,6 +26,7 @@ public:
         showWholeTextOnHover(*this);
     }
     void setBook(const BookInfoPtr& book) { set_text(book ? cellText((*book.*_text)()) : Glib::ustring()); }
+    Glib::ustring spokenName() const { return get_text(); }
 
 private:
     Text _text;
@@ -49,6 +52,7 @@ ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
     column("identifierColumn")->set_factory(texts(&BookInfo::isbn, "identifier"));
     _bookTable->set_model(sharedSelection());
     _bookTable->signal_activate().connect([this](guint position) { activate(position); });
+    setAccessibleName(*_bookTable->get_last_child(), _("Books"));
     watchInput(*_bookTable, *_bookTable->get_last_child());
 }
 

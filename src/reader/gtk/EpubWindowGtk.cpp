@@ -1,6 +1,7 @@
 #include "reader/gtk/EpubWindowGtk.hpp"
 
 #include "platform/Translation.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
 
 #include <algorithm>
 #include <pangomm/fontfamily.h>
@@ -21,6 +22,8 @@ EpubWindowGtk::EpubWindowGtk(ReaderPage page)
     , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
+    correctAccessibleNames(_parts.widget<Gtk::Popover>("displayOptions"));
+    setAccessibleName(_parts.widget<Gtk::Popover>("displayOptions"), _("Display options"));
     auto& search = _parts.widget<Gtk::SearchEntry>("searchField");
     _connections = {
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_clicked().connect([this] {

@@ -1,0 +1,72 @@
+#include "platform/gtk/AccessibleNames.hpp"
+
+#include "platform/Translation.hpp"
+
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/dropdown.h>
+#include <gtkmm/image.h>
+#include <gtkmm/menubutton.h>
+#include <gtkmm/popover.h>
+#include <gtkmm/searchentry.h>
+#include <gtkmm/textview.h>
+#include <gtkmm/togglebutton.h>
+
+namespace pagora {
+
+namespace {
+
+Glib::ustring withoutAccessKey(const Glib::ustring& label)
+{
+    Glib::ustring name;
+    for (auto character = label.begin(); character != label.end(); ++character) {
+        if (*character == '_' && std::next(character) != label.end())
+            ++character;
+        name += *character;
+    }
+    return name;
+}
+
+}
+
+void setAccessibleName(Gtk::Widget& widget, const Glib::ustring& name)
+{
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
+}
+
+void correctAccessibleNames(Gtk::Widget& root)
+{
+    if (auto* const button = dynamic_cast<Gtk::Button*>(&root)) {
+        // It is labelled by the text in it already, which is without the mark.
+        if (button->get_use_underline() && !button->get_label().empty())
+            gtk_accessible_reset_property(GTK_ACCESSIBLE(button->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL);
+    } else if (auto* const check = dynamic_cast<Gtk::CheckButton*>(&root)) {
+        if (check->get_use_underline())
+            setAccessibleName(*check, withoutAccessKey(check->get_label()));
+    } else if (auto* const menu = dynamic_cast<Gtk::MenuButton*>(&root)) {
+        setAccessibleName(*menu, menu->get_tooltip_text());
+        if (auto* const popover = menu->get_popover())
+            setAccessibleName(*popover, menu->get_tooltip_text());
+    } else if (auto* const dropDown = dynamic_cast<Gtk::DropDown*>(&root)) {
+        setAccessibleName(*dropDown->get_first_child(), dropDown->get_tooltip_text());
+    }
+    for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
+        correctAccessibleNames(*child);
+}
+
+void nameToolkitControls(Gtk::Widget& root, const Glib::ustring& name)
+{
+    if (auto* const image = dynamic_cast<Gtk::Image*>(&root)) {
+        g_object_set(image->gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
+    } else if (dynamic_cast<Gtk::SearchEntry*>(&root)) {
+        setAccessibleName(root, _("Search"));
+    } else if (auto* const toggle = dynamic_cast<Gtk::ToggleButton*>(&root)) {
+        if (toggle->get_icon_name() == "edit-find-symbolic")
+            setAccessibleName(root, _("Search"));
+    } else if (dynamic_cast<Gtk::MenuButton*>(&root) || dynamic_cast<Gtk::TextView*>(&root)) {
+        setAccessibleName(root, name);
+    }
+    for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
+        nameToolkitControls(*child, name);
+}
+
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <gtkmm/widget.h>
+
+namespace pagora {
+
+// The name by which assistive technology calls the widget.
+void setAccessibleName(Gtk::Widget& widget, const Glib::ustring& name);
+
+// Gives the controls in a window or view the names that the toolkit gets wrong: the marks of access keys are no part of
+// a name, and a menu and the button in a drop-down are called by the tooltip of what they belong to.
+void correctAccessibleNames(Gtk::Widget& root);
+
+// Names what the toolkit's own windows leave unnamed: searches as such, menus and texts by `name`. Pictures there say
+// nothing. Before the window is shown.
+void nameToolkitControls(Gtk::Widget& root, const Glib::ustring& name);
+
+}

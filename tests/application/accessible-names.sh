@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# Assistive technology finds no control without a name, in any window of the program.
+set -euo pipefail
+programs=$(realpath "$1")
+mkdir -p "$2"
+pictures=$(realpath "$2")
+tests=$(cd "$(dirname "$0")" && pwd)
+here=$(cd "$tests/../../scripts" && pwd)
+. "$here/drive.sh"
+
+# look WINDOW: every control that can be seen from here has a name.
+look() {
+    settle
+    timeout 60 /usr/bin/python3 "$tests/accessible-names.py" --all >"$pictures/$1.txt"
+    grep -q "^frame | " "$pictures/$1.txt" || fail "nothing is to be seen of $1"
+    local unnamed
+    unnamed=$(timeout 60 /usr/bin/python3 "$tests/accessible-names.py")
+    [ -z "$unnamed" ] || fail "$1: without a name: $unnamed"
+}
+# has WINDOW LINE: what assistive technology saw there.
+has() { grep -q "^ *$2" "$pictures/$1.txt" || fail "$1 has no $2"; }
+key() { xdotool key "$@"; }
+
+start
+within 60 window_is Pagora
+look empty
+has empty "push button | Import…"
+key ctrl+comma
+within 20 window_is Settings
+look settings
+has settings "check box | Copy the files into the library folder | checked"
+key Escape
+within 20 window_is Pagora
+key ctrl+question
+within 20 window_is "Keyboard Shortcuts"
+look shortcuts
+key Escape
+within 20 window_is Pagora
+key F10
+look menu
+has menu "menu item | Settings"
+key Up Return
+within 20 window_is "About Pagora"
+look about
+key Escape
+within 20 window_is Pagora
+key ctrl+q
+within 20 ended
+
+"$here/make-sample-books" "$HOME/books" >/dev/null
+echo "no book" >"$HOME/books/broken.epub"
+start "$HOME/books/01 "*.epub "$HOME/books/02 "*.epub "$HOME/books/broken.epub"
+within 60 window_is "Books Not Added"
+look errors
+has errors "text | Files that could not be added"
+key Escape
+within 20 window_is Pagora
+fill
+key Right
+look grid
+has grid "table cell | A Quiet Harbour, Bruno Castell"
+key ctrl+Delete
+look alert
+has alert "dialog | Are You sure to remove epub(s) from library?"
+key Escape
+settle
+key Menu
+look book-menu
+has book-menu "menu item | Read this book"
+key Escape
+settle
+click 65 27
+look list
+has list "table row | A Quiet Harbour, Bruno Castell"
+click 30 27
+settle
+key Right Return
+within 20 window_is "Pagora - A Quiet Harbour"
+fill
+look reader
+has reader "slider | Location in the book"
+click 1088 27
+look options
+has options "slider | Text size"
+key Escape
+settle
+key ctrl+w
+within 20 window_is Pagora
+key ctrl+q
+within 20 ended
+program=

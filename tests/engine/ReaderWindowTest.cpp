@@ -255,6 +255,21 @@ TEST_F(ReaderWindowTest, TextSizeSliderSendsWhileThePointerMoves)
     EXPECT_EQ(events, (std::vector { EventType::LeftMouseDragged, EventType::LeftMouseDragged }));
 }
 
+TEST_F(ReaderWindowTest, PageButtonsKeepTheirSidesInAnInterfaceFromRightToLeft)
+{
+    Gtk::Widget::set_default_direction(Gtk::TextDirection::RTL);
+    makeEpubWindow();
+    epub->parts().window.makeKeyAndOrderFront();
+    const auto left = [this](const char* name) {
+        graphene_rect_t bounds {};
+        const bool isThere = gtk_widget_compute_bounds(
+            widget<Gtk::Widget>(name).gobj(), widget<Gtk::Widget>("pagePlace").gobj(), &bounds);
+        return isThere && bounds.size.width > 0 ? bounds.origin.x : -1;
+    };
+    EXPECT_TRUE(waitUntil([&] { return left("goLeftButton") == 0 && left("goRightButton") > 0; }));
+    Gtk::Widget::set_default_direction(Gtk::TextDirection::LTR);
+}
+
 TEST_F(ReaderWindowTest, TextSizeStartsInTheMiddleOfItsRange)
 {
     makeEpubWindow();

@@ -25,6 +25,10 @@ NaviButton::NaviButton(Gtk::Button& button, ActionQueue& queue)
     _button.add_controller(pointer);
     _pointer = pointer;
     setHandCursor();
+    // Left is left of the page, in interfaces that run from right to left too.
+    _button.set_direction(Gtk::TextDirection::LTR);
+    if (auto* const icon = _button.get_child())
+        icon->set_direction(Gtk::TextDirection::LTR);
 }
 
 NaviButton::~NaviButton()

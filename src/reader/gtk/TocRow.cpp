@@ -29,6 +29,8 @@ TocRow::TocRow()
 {
     add_css_class("contents-row");
     set_hexpand(true);
+    // Titles are indented from the left, in interfaces that run from right to left too.
+    set_direction(Gtk::TextDirection::LTR);
     // The list's item around it has the role and the name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
 }

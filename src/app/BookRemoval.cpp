@@ -1,5 +1,6 @@
 #include "app/BookRemoval.hpp"
 
+#include "app/PendingRemovals.hpp"
 #include "platform/Files.hpp"
 #include "platform/Path.hpp"
 #include "platform/Translation.hpp"
@@ -78,6 +79,8 @@ void BookRemoval::remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDi
         if (goesToTrash)
             archives.push_back(*book->epubPath());
     }
+    if (!archives.empty())
+        PendingRemovals(_platform.defaults).add(archives);
     if (changed) {
         _state.catalogue.save(_platform.defaults);
         _views.refreshBookView(_state.catalogue.bookList());
@@ -105,7 +108,8 @@ void BookRemoval::recycle(std::vector<std::string> archives)
             if (!_platform.workspace.recycleFiles(folder, { lastPathComponent(archive) }) && fileExists(archive))
                 notMoved.push_back(archive);
         }
-        _platform.runLoop.postToMainThread([this, notMoved = std::move(notMoved)] {
+        _platform.runLoop.postToMainThread([this, archives, notMoved = std::move(notMoved)] {
+            PendingRemovals(_platform.defaults).remove(archives);
             tell(_("Not moved to the Trash"), notMoved, _("Nothing was deleted: the file is still in its folder."));
         });
     });

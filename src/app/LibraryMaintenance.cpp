@@ -1,6 +1,7 @@
 #include "app/LibraryMaintenance.hpp"
 
 #include "app/LibraryFiles.hpp"
+#include "app/PendingRemovals.hpp"
 #include "platform/CopyIntoFolder.hpp"
 #include "platform/Files.hpp"
 #include "platform/Log.hpp"
@@ -30,7 +31,7 @@ Task<void> LibraryMaintenance::resetAppSettings()
     auto& defaults = _platform.defaults;
     auto& window = _platform.libraryWindow;
     _state.isResetting = true;
-    const auto files = booksIn(_state.folders.libPath);
+    const auto files = PendingRemovals(defaults).without(booksIn(_state.folders.libPath));
     for (const auto& key : defaults.allKeys())
         defaults.removeObject(key);
     if (!files.empty()) {

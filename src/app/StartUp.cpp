@@ -1,6 +1,7 @@
 #include "app/StartUp.hpp"
 
 #include "app/LibraryFiles.hpp"
+#include "app/PendingRemovals.hpp"
 #include "platform/Files.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
@@ -22,7 +23,9 @@ Task<void> StartUp::initPagoraData()
     auto& window = _platform.libraryWindow;
     const auto& program = _platform.program;
     layOutLibraryFolder();
-    const auto files = booksIn(_state.folders.libPath);
+    const PendingRemovals pending(_platform.defaults);
+    const auto removals = pending.paths();
+    const auto files = pending.without(booksIn(_state.folders.libPath));
     window.activateIgnoringOtherApps();
     if (!files.empty()) {
         window.indicatorWindow().center();
@@ -33,7 +36,9 @@ Task<void> StartUp::initPagoraData()
     _state.folders.tempPath = appendingPathComponent(program.cachesFolder, program.bundleIdentifier);
     checkVersion();
     loadCatalogue();
-    co_await renewTemporaryFolder();
+    co_await clearFolders();
+    if (!removals.empty())
+        co_await finishRemovals(removals);
     storeStartUpDefaults(_platform.defaults);
     _platform.defaults.setObject(BundleVersion, program.bundleVersion);
     _platform.defaults.synchronize();
@@ -91,14 +96,28 @@ void StartUp::loadCatalogue()
     _state.catalogue.bookDataToList();
 }
 
-Task<void> StartUp::renewTemporaryFolder()
+Task<void> StartUp::clearFolders()
 {
-    auto renewed = _platform.runLoop.performInBackground([tempPath = _state.folders.tempPath] {
+    auto renewed = _platform.runLoop.performInBackground([folders = _state.folders] {
+        const auto& tempPath = folders.tempPath;
         if (fileExists(tempPath))
             removeItem(tempPath);
         createFolder(tempPath);
+        removeUnfinishedFiles(folders.libPath);
     });
     co_await renewed;
+}
+
+Task<void> StartUp::finishRemovals(std::vector<std::string> archives)
+{
+    auto finished = _platform.runLoop.performInBackground([this, archives] {
+        for (const auto& archive : archives) {
+            if (fileExists(archive) && !_state.catalogue.holdsArchive(archive))
+                _platform.workspace.recycleFiles(deletingLastPathComponent(archive), { lastPathComponent(archive) });
+        }
+    });
+    co_await finished;
+    PendingRemovals(_platform.defaults).remove(archives);
 }
 
 void trimToolbarMenu(Menu& menu)

@@ -23,7 +23,10 @@ private:
     void layOutLibraryFolder();
     void checkVersion();
     void loadCatalogue();
-    Task<void> renewTemporaryFolder();
+    // Empties the temporary folder, and clears the library folder of copies that a sudden end has left unfinished.
+    Task<void> clearFolders();
+    // Moves the archives to the Trash that a sudden end has left in the library folder.
+    Task<void> finishRemovals(std::vector<std::string> archives);
 
     Platform _platform;
     LibraryState& _state;

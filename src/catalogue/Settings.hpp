@@ -19,6 +19,8 @@ inline constexpr const char* FontName = "FontName";
 inline constexpr const char* FontSize = "FontSize";
 inline constexpr const char* Columns = "Columns";
 inline constexpr const char* Background = "Background";
+// Archives that are on their way to the Trash; only there meanwhile.
+inline constexpr const char* Removals = "Removals";
 }
 
 // The reader's display settings as last used. Unset numbers are -1, an unset font is missing. Main thread.

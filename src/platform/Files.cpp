@@ -12,6 +12,7 @@
 #include <linux/fs.h>
 #include <memory>
 #include <random>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 
@@ -27,7 +28,18 @@ bool isUsable(const std::string& path)
     return !path.empty() && path.find('\0') == std::string::npos;
 }
 
-// A new hidden file in the folder of the path that it is meant for. It goes again unless it is given that name.
+// Comes between the name that a part file is meant for and a number.
+constexpr std::string_view partMark = ".part-";
+
+bool isPartName(std::string_view name)
+{
+    const auto mark = name.rfind(partMark);
+    return name.starts_with('.') && mark != std::string_view::npos && mark + partMark.size() < name.size()
+        && name.find_first_not_of("0123456789", mark + partMark.size()) == std::string_view::npos;
+}
+
+// A new hidden file in the folder of the path that it is meant for. It goes again unless it is given that name. It is
+// locked while it is there, so that one that a sudden end has left can be told from one that is being written.
 class PartFile {
 public:
     explicit PartFile(const std::string& destination)
@@ -35,12 +47,14 @@ public:
         , _folder(deletingLastPathComponent(destination))
     {
         std::random_device random;
-        const auto prefix = _folder + "/." + lastPathComponent(destination).substr(0, 200) + ".part-";
+        const auto prefix = _folder + "/." + lastPathComponent(destination).substr(0, 200) + std::string(partMark);
         for (int attempt = 0; attempt < 100 && !_file; ++attempt) {
             _path = prefix + std::to_string(random());
             _file = FileDescriptor(::open(_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
             if (!_file && errno != EEXIST)
                 break;
+            if (_file && !isMine())
+                _file = FileDescriptor();
         }
     }
     ~PartFile()
@@ -73,6 +87,13 @@ public:
     }
 
 private:
+    // Whether nobody has taken it for a file that was left, and will not.
+    bool isMine() const
+    {
+        struct stat info { };
+        return (::flock(get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) && ::fstat(get(), &info) == 0
+            && info.st_nlink > 0;
+    }
     bool flushFolder()
     {
         const FileDescriptor folder(::open(_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -226,6 +247,18 @@ bool writeFile(const std::string& path, const std::string& bytes)
         return false;
     PartFile part(path);
     return part && writeAll(part.get(), bytes) && part.replaceDestination();
+}
+
+void removeUnfinishedFiles(const std::string& folder)
+{
+    for (const auto& name : folderEntries(folder).value_or(std::vector<std::string> {})) {
+        if (!isPartName(name))
+            continue;
+        const auto path = appendingPathComponent(folder, name);
+        const FileDescriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+            ::unlink(path.c_str());
+    }
 }
 
 bool copyFile(const std::string& source, const std::string& destination)

@@ -36,5 +36,8 @@ bool writeAll(int file, std::string_view bytes);
 // A copy of the file at `source` under the name `destination`, made the same way. An existing destination that is not
 // the same file is never overwritten: the copy fails and leaves it as it was.
 bool copyFile(const std::string& source, const std::string& destination);
+// Removes what copies and writes that never came to their end have left in a folder, and nothing that is still being
+// written, in this process or another.
+void removeUnfinishedFiles(const std::string& folder);
 
 }

@@ -23,6 +23,12 @@ class ProgramOn {
 public:
     static constexpr const char* version = "7";
 
+    ProgramOn() = default;
+    // In a home folder that is there already, and stays.
+    explicit ProgramOn(const std::string& homeFolder)
+        : home(homeFolder)
+    {
+    }
     ~ProgramOn() { controller = nullptr; }
 
     // The launch until the library is shown.

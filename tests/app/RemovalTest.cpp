@@ -165,4 +165,55 @@ TEST_F(Removal, FromTheContextMenuOfTheListRemovesTheSelectedBook)
     EXPECT_EQ(program.window.shown->books.content().size(), 2U);
 }
 
+TEST_F(Removal, IsNotedUntilTheArchiveIsInTheTrash)
+{
+    program.runLoop.holdsBackground = true;
+    program.controller->deleteItemsFromLibrary({ program.book(0), program.book(2) });
+    EXPECT_EQ(program.defaults.objectForKey("Removals"),
+        Value(Value::Array { program.inLibrary("Sea.epub"), program.inLibrary("Tale.epub") }));
+    program.runLoop.finishBackground();
+    program.runLoop.runPosted();
+    EXPECT_FALSE(program.defaults.hasKey("Removals"));
+}
+
+TEST_F(Removal, UnderWayIsNotUndoneByAReset)
+{
+    program.runLoop.holdsBackground = true;
+    program.controller->deleteItemsFromLibrary({ program.book(0) });
+    program.controller->resetAppSettings();
+    program.runLoop.finishBackground();
+    program.runLoop.runPosted();
+    EXPECT_EQ(program.catalogue().count(), 2u);
+}
+
+TEST(RemovalAtLaunch, FinishesWhatASuddenEndLeft)
+{
+    test::Program program;
+    program.keepStoredValues();
+    program.writeBook(program.inLibrary("Sea.epub"));
+    program.writeBook(program.inLibrary("Plan.epub"));
+    program.defaults.setObject("Removals", Value::Array { program.inLibrary("Sea.epub"), "/gone/Tale.epub" });
+    program.workspace.trash = program.home.path("Trash");
+    createFolder(program.workspace.trash);
+    program.launch();
+    EXPECT_EQ(program.titles(), Names { "Plan" });
+    EXPECT_EQ(program.workspace.recycled, Names { program.inLibrary("Sea.epub") });
+    EXPECT_TRUE(fileExists(program.home.path("Trash/Sea.epub")));
+    EXPECT_FALSE(program.defaults.hasKey("Removals"));
+    EXPECT_FALSE(program.window.errorWinFake.visible);
+}
+
+TEST(RemovalAtLaunch, LeavesTheArchiveOfABookThatIsInTheLibrary)
+{
+    test::Program program;
+    program.keepStoredValues();
+    const auto archive = program.writeBook(program.inLibrary("Sea.epub"));
+    program.defaults.setObject(
+        "BookData", Value::Array { Value::Dictionary { { "Title", "Sea" }, { "ePubPath", archive } } });
+    program.defaults.setObject("Removals", Value::Array { archive });
+    program.launch();
+    EXPECT_EQ(program.titles(), Names { "Sea" });
+    EXPECT_TRUE(program.workspace.recycled.empty());
+}
+
 }

@@ -53,6 +53,15 @@ TEST(StartUp, LoadsTheCatalogueBeforeItEmptiesTheTemporaryFolder)
     EXPECT_TRUE(program.defaults.hasKey("DragDropMode"));
 }
 
+TEST(StartUp, ClearsTheLibraryFolderOfUnfinishedCopies)
+{
+    Program program;
+    test::makeFile(program.inLibrary(".Sea.epub.part-123"), "half");
+    program.writeBook(program.inLibrary("Land.epub"));
+    program.launch();
+    EXPECT_EQ(folderEntries(program.inLibrary("")), Names { "Land.epub" });
+}
+
 TEST(StartUp, LaysOutTheFolders)
 {
     Program program;

@@ -4,9 +4,11 @@
 #include "tests/support/TemporaryFolder.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <thread>
 
 namespace pagora {
 
@@ -114,6 +116,33 @@ TEST(Files, FailedWriteLeavesNoPartBehind)
     makeFile(folder.path("a/b"), "");
     EXPECT_FALSE(writeFile(folder.path("a"), "x"));
     EXPECT_EQ(folderEntries(folder.path())->size(), 1u);
+}
+
+TEST(Files, WhatASuddenEndLeftUnfinishedIsRemoved)
+{
+    TemporaryFolder folder;
+    makeFile(folder.path(".Sea.epub.part-123"), "half");
+    for (const char* name : { ".Sea.epub.part-", ".Sea.epub.part-1a", "Sea.epub.part-123", ".part", "Sea.epub" })
+        makeFile(folder.path(name), "whole");
+    removeUnfinishedFiles(folder.path());
+    EXPECT_FALSE(fileExists(folder.path(".Sea.epub.part-123")));
+    EXPECT_EQ(folderEntries(folder.path())->size(), 5u);
+}
+
+TEST(Files, WhatIsBeingWrittenIsNotTakenForUnfinished)
+{
+    TemporaryFolder folder;
+    makeFile(folder.path("source"), std::string(1 << 20, 's'));
+    for (int i = 0; i < 20; ++i) {
+        std::atomic<bool> done = false;
+        std::jthread remover([&] {
+            while (!done)
+                removeUnfinishedFiles(folder.path());
+        });
+        EXPECT_TRUE(copyFile(folder.path("source"), folder.path("copy" + std::to_string(i))));
+        done = true;
+    }
+    EXPECT_EQ(folderEntries(folder.path())->size(), 21u);
 }
 
 TEST(Files, CopyHasTheBytesAndLeavesNothingElse)

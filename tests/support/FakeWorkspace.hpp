@@ -4,6 +4,7 @@
 #include "platform/Path.hpp"
 #include "platform/Workspace.hpp"
 
+#include <cstdio>
 #include <mutex>
 #include <set>
 #include <string>
@@ -29,9 +30,13 @@ public:
     bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override
     {
         const std::lock_guard lock(_mutex);
-        for (const auto& name : names)
+        bool moved = !trashFails;
+        for (const auto& name : names) {
             recycled.push_back(appendingPathComponent(source, name));
-        return !trashFails;
+            if (!trash.empty())
+                moved = std::rename(recycled.back().c_str(), appendingPathComponent(trash, name).c_str()) == 0 && moved;
+        }
+        return moved;
     }
     void selectFile(const std::string& path) override { revealed.push_back(path); }
     bool isOnMountedVolume(const std::string& path) override { return path.starts_with(volume); }
@@ -44,6 +49,8 @@ public:
     std::string volume = "/Volume";
     // Paths of files for which there is no Trash.
     std::set<std::string> withoutTrash;
+    // The folder that recycled files are moved to; without one they stay where they are.
+    std::string trash;
     // The Trash takes nothing, although it is there.
     bool trashFails = false;
     // Paths of the files that were asked for, in order.

@@ -3,10 +3,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace pagora::test {
 
-// A fresh folder that goes, with all in it, when the test ends.
+// A fresh folder that goes, with all in it, when the test ends; or a folder that is there already, and stays.
 class TemporaryFolder {
 public:
     TemporaryFolder()
@@ -16,10 +17,16 @@ public:
             std::abort();
         _path = pattern;
     }
+    explicit TemporaryFolder(std::string existing)
+        : _path(std::move(existing))
+        , _stays(true)
+    {
+    }
     ~TemporaryFolder()
     {
         std::error_code ignored;
-        std::filesystem::remove_all(_path, ignored);
+        if (!_stays)
+            std::filesystem::remove_all(_path, ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -29,6 +36,7 @@ public:
 
 private:
     std::string _path;
+    bool _stays = false;
 };
 
 }

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/UserDefaults.hpp"
+
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// The archives that are on their way to the Trash: noted in the same flush that takes their books out of the catalogue,
+// so that the start after a sudden end finishes the removal. Main thread.
+class PendingRemovals {
+public:
+    explicit PendingRemovals(UserDefaults& defaults)
+        : _defaults(defaults)
+    {
+    }
+
+    std::vector<std::string> paths() const;
+    // Both reach the disk with the next flush.
+    void add(const std::vector<std::string>& paths);
+    void remove(const std::vector<std::string>& paths);
+    // The paths that are not on their way to the Trash, in their order.
+    std::vector<std::string> without(std::vector<std::string> paths) const;
+
+private:
+    void store(const std::vector<std::string>& paths);
+
+    UserDefaults& _defaults;
+};
+
+}

@@ -266,12 +266,12 @@ DefaultsCondition DefaultsFile::read(const RowReader& reader)
     }
 }
 
-std::int64_t DefaultsFile::largestDataId()
+std::optional<std::int64_t> DefaultsFile::largestDataId()
 {
     try {
         return _database->execAndGet("SELECT coalesce(max(id), 0) FROM data").getInt64();
     } catch (const SQLite::Exception&) {
-        return 0;
+        return std::nullopt;
     }
 }
 
@@ -337,7 +337,7 @@ DefaultsFile::Outcome DefaultsFile::apply(const RowChanges& changes, std::string
         return Outcome::Done;
     } catch (const SQLite::Exception& exception) {
         error = exception.what();
-        return Outcome::Failed;
+        return conditionFrom(exception) == DefaultsCondition::Damaged ? Outcome::Damaged : Outcome::Failed;
     }
 }
 

@@ -56,7 +56,8 @@ public:
     };
     // Tells every row but data, elements in no order. Anything but Good when a row is wrong, or `reader` refuses it.
     DefaultsCondition read(const RowReader& reader);
-    std::int64_t largestDataId();
+    // Missing when the data cannot be reached.
+    std::optional<std::int64_t> largestDataId();
     // Missing when there is no such row or its bytes are damaged.
     std::optional<std::string> readData(std::int64_t id);
 
@@ -64,6 +65,8 @@ public:
         Done,
         // The file is not in the state that the changes start from.
         OtherState,
+        // The file is not what was written to it.
+        Damaged,
         Failed,
     };
     // `error` receives the system's description of a failure.

@@ -56,7 +56,10 @@ DefaultsCondition DefaultsIndex::load(DefaultsFile& file, std::map<std::string, 
     const auto condition = file.read(reader);
     if (condition != DefaultsCondition::Good)
         return condition;
-    _parts.setLargestId(file.largestDataId());
+    const auto largestId = file.largestDataId();
+    if (!largestId)
+        return DefaultsCondition::Damaged;
+    _parts.setLargestId(*largestId);
     for (auto& [key, entry] : _entries) {
         if (!entry.isArray)
             continue;

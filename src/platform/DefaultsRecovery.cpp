@@ -44,6 +44,22 @@ public:
 
     std::unique_ptr<DefaultsFile> open()
     {
+        auto file = openOrRestore();
+        if ((!file || file->isReadOnly()) && _problem.empty())
+            _problem = formatted(
+                _("The library cannot be saved in %s; what changes is lost when Pagora ends."), _paths.folder.c_str());
+        return file;
+    }
+
+    std::unique_ptr<DefaultsFile> setAsideAndRestore()
+    {
+        _problem = _("The stored library was damaged and could not be set aside.");
+        return setFileAside(DefaultsCondition::Damaged).empty() ? nullptr : restore();
+    }
+
+private:
+    std::unique_ptr<DefaultsFile> openOrRestore()
+    {
         g_mkdir_with_parents(_paths.folder.c_str(), 0700);
         DefaultsCondition condition = DefaultsCondition::Good;
         if (auto file = openAndLoad(condition))
@@ -57,24 +73,19 @@ public:
                 return openToRead();
             return restore();
         case DefaultsCondition::Damaged:
-            _problem = _("The stored library was damaged and could not be set aside.");
-            if (setFileAside(condition).empty())
-                return nullptr;
-            return restore();
-        case DefaultsCondition::Newer: {
+            return setAsideAndRestore();
+        case DefaultsCondition::Newer:
             _problem
                 = _("The stored library was written by a later version of the program and could not be set aside.");
             if (setFileAside(condition).empty())
                 return nullptr;
-            _problem = formatted(_("%s; the library starts empty."), _problem.c_str());
+            _problem = formatted(_("%s; the library is read from its folder again."), _problem.c_str());
             return makeEmpty();
-        }
         default:
             return openToRead();
         }
     }
 
-private:
     std::unique_ptr<DefaultsFile> openAndLoad(DefaultsCondition& condition)
     {
         auto file = DefaultsFile::open(_paths.file, Journal::Log, condition);
@@ -83,12 +94,15 @@ private:
         return condition == DefaultsCondition::Good ? std::move(file) : nullptr;
     }
 
+    // A log that cannot be read may have left the file half emptied into; the backup is whole without one.
     std::unique_ptr<DefaultsFile> openToRead()
     {
-        DefaultsCondition condition;
-        auto file = DefaultsFile::openToRead(_paths.file, condition);
-        if (file && _index.load(*file, _values) == DefaultsCondition::Good)
-            return file;
+        for (const auto& path : { _paths.file, _paths.backup }) {
+            DefaultsCondition condition;
+            auto file = DefaultsFile::openToRead(path, condition);
+            if (file && _index.load(*file, _values) == DefaultsCondition::Good)
+                return file;
+        }
         _values.clear();
         return nullptr;
     }
@@ -172,6 +186,12 @@ std::unique_ptr<DefaultsFile> openDefaults(
     const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem)
 {
     return Opening(paths, index, values, problem).open();
+}
+
+std::unique_ptr<DefaultsFile> restoreDefaults(
+    const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem)
+{
+    return Opening(paths, index, values, problem).setAsideAndRestore();
 }
 
 std::optional<Value> readDefaults(const std::string& folder, std::string& problem)

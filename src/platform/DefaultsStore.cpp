@@ -1,60 +1,81 @@
 #include "platform/DefaultsStore.hpp"
 
-#include "platform/Log.hpp"
-
 #include <utility>
 
 namespace pagora {
 
 DefaultsStore::DefaultsStore(const std::string& folder, Values& values, std::string& problem)
     : _paths(folder)
-    , _index(std::make_shared<StoredDataSource>(_paths.file, _paths.backup))
+    , _source(std::make_shared<StoredDataSource>(_paths.file, _paths.backup))
+    , _index(_source)
 {
     open(values, problem);
 }
 
 void DefaultsStore::open(Values& values, std::string& problem)
 {
-    _file = openDefaults(_paths, _index, values, problem);
-    if (!_file || _file->isReadOnly())
+    use(openDefaults(_paths, _index, values, problem));
+}
+
+void DefaultsStore::use(std::unique_ptr<DefaultsFile> file)
+{
+    _file = std::move(file);
+    _source->reopen();
+    if (!isWritable())
         return;
     _backup = std::make_unique<DefaultsBackup>(_paths.file, _paths.backup);
     _backup->catchUp();
 }
 
-bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found)
+bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found, std::string& problem)
 {
-    std::string error;
-    if (!_file || _file->isReadOnly()) {
+    if (!isWritable()) {
         _file.reset();
-        open(found, error);
-        if (!error.empty())
-            log(error);
-        if (!_file || _file->isReadOnly())
-            return fail("the file cannot be written");
+        open(found, problem);
+        if (!isWritable())
+            return fail("the file cannot be written", problem);
     }
-    auto plan = _index.plan(changes);
-    if (plan.isEmpty())
-        return true;
-    auto outcome = _file->apply(plan.rows, error);
+    std::string error;
+    auto outcome = apply(changes, error);
     if (outcome == DefaultsFile::Outcome::OtherState) {
         // Another process has written meanwhile: what the file holds is found out anew.
         Values ignored;
         if (_index.load(*_file, ignored) != DefaultsCondition::Good)
-            return fail("another program has changed the file");
-        plan = _index.plan(changes);
-        outcome = _file->apply(plan.rows, error);
+            return fail("another program has changed the file", problem);
+        outcome = apply(changes, error);
     }
-    if (outcome != DefaultsFile::Outcome::Done)
-        return fail(error);
-    _index.commit(plan);
-    _backup->follow(std::move(plan.rows));
-    return true;
+    if (outcome == DefaultsFile::Outcome::Damaged && restore(problem))
+        outcome = apply(changes, error);
+    return outcome == DefaultsFile::Outcome::Done || fail(error, problem);
 }
 
-bool DefaultsStore::fail(const std::string& reason)
+DefaultsFile::Outcome DefaultsStore::apply(const DefaultsIndex::Changes& changes, std::string& error)
 {
-    log("The library's data cannot be stored in " + _paths.file + ": " + reason);
+    auto plan = _index.plan(changes);
+    if (plan.isEmpty())
+        return DefaultsFile::Outcome::Done;
+    const auto outcome = _file->apply(plan.rows, error);
+    if (outcome == DefaultsFile::Outcome::Done) {
+        _index.commit(plan);
+        _backup->follow(std::move(plan.rows));
+    }
+    return outcome;
+}
+
+bool DefaultsStore::restore(std::string& problem)
+{
+    // The backup is brought up to date first.
+    _backup.reset();
+    _file.reset();
+    Values ignored;
+    use(restoreDefaults(_paths, _index, ignored, problem));
+    return _file != nullptr;
+}
+
+bool DefaultsStore::fail(const std::string& reason, std::string& problem) const
+{
+    problem = "The library cannot be saved in " + _paths.folder + " (" + reason
+        + "); it is tried again with the next change.";
     return false;
 }
 

@@ -19,16 +19,22 @@ public:
     DefaultsStore(const std::string& folder, Values& values, std::string& problem);
 
     // Stores the changes, whole or not at all. When the file could only be opened now, `found` receives what is in it.
-    bool write(const DefaultsIndex::Changes& changes, Values& found);
+    // `problem` receives one plain line when that failed, or the file had to be set aside.
+    bool write(const DefaultsIndex::Changes& changes, Values& found, std::string& problem);
+    bool isWritable() const { return _file && !_file->isReadOnly(); }
     void waitForBackup();
     // How many rows were written or removed since the start.
     int rowsChanged() const;
 
 private:
     void open(Values& values, std::string& problem);
-    bool fail(const std::string& reason);
+    void use(std::unique_ptr<DefaultsFile> file);
+    DefaultsFile::Outcome apply(const DefaultsIndex::Changes& changes, std::string& error);
+    bool restore(std::string& problem);
+    bool fail(const std::string& reason, std::string& problem) const;
 
     const DefaultsPaths _paths;
+    const std::shared_ptr<StoredDataSource> _source;
     DefaultsIndex _index;
     std::unique_ptr<DefaultsFile> _file;
     std::unique_ptr<DefaultsBackup> _backup;

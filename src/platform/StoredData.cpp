@@ -31,6 +31,12 @@ std::optional<std::string> StoredDataSource::read(std::int64_t id)
     return backup ? backup->readData(id) : std::nullopt;
 }
 
+void StoredDataSource::reopen()
+{
+    const std::lock_guard lock(_mutex);
+    _file.reset();
+}
+
 StoredDataRow::StoredDataRow(std::shared_ptr<StoredDataSource> source, std::int64_t id)
     : source(std::move(source))
     , id(id)

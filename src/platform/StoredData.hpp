@@ -20,6 +20,8 @@ public:
     ~StoredDataSource();
 
     std::optional<std::string> read(std::int64_t id);
+    // Another file has come to the store's place.
+    void reopen();
 
 private:
     const std::string _path;

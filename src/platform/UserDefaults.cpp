@@ -1,6 +1,7 @@
 #include "platform/UserDefaults.hpp"
 
 #include "platform/DefaultsStore.hpp"
+#include "platform/Log.hpp"
 #include "platform/Numbers.hpp"
 
 #include <utility>
@@ -23,6 +24,7 @@ UserDefaults::UserDefaults(const std::string& folder, std::string* problem)
 {
     std::string line;
     _store = std::make_unique<DefaultsStore>(folder, _values, line);
+    _failing = !line.empty() && !_store->isWritable();
     if (problem)
         *problem = line;
 }
@@ -114,7 +116,9 @@ bool UserDefaults::synchronize()
     if (changes.empty())
         return true;
     std::map<std::string, Value> found;
-    const bool written = _store->write(changes, found);
+    std::string problem;
+    const bool written = _store->write(changes, found, problem);
+    tell(problem, !written);
     if (written && found.empty())
         return true;
     const std::lock_guard lock(_mutex);
@@ -126,6 +130,28 @@ bool UserDefaults::synchronize()
     if (!written)
         _changes.merge(changes);
     return written;
+}
+
+void UserDefaults::tell(const std::string& problem, bool isFailure)
+{
+    std::function<void(const std::string&)> tell;
+    {
+        const std::lock_guard lock(_mutex);
+        if (!isFailure || !_failing)
+            tell = _whenInTrouble;
+        _failing = isFailure;
+    }
+    if (problem.empty())
+        return;
+    log(problem);
+    if (tell)
+        tell(problem);
+}
+
+void UserDefaults::setWhenInTrouble(std::function<void(const std::string& problem)> whenInTrouble)
+{
+    const std::lock_guard lock(_mutex);
+    _whenInTrouble = std::move(whenInTrouble);
 }
 
 void UserDefaults::setWhenChanged(std::function<void()> whenChanged)

@@ -27,7 +27,8 @@ class DefaultsStore;
 class UserDefaults {
 public:
     // Opens or makes the store in `folder`. When nothing can be stored there, values live in memory and each flush
-    // tries again. `problem`, when given, receives one plain line about a store that was damaged and set aside.
+    // tries again. `problem`, when given, receives one plain line about a store that was set aside, or cannot be
+    // written.
     explicit UserDefaults(const std::string& folder, std::string* problem = nullptr);
     ~UserDefaults();
 
@@ -50,6 +51,10 @@ public:
     // Called, on the thread that made the change, when there is something to flush and there was nothing before.
     void setWhenChanged(std::function<void()> whenChanged);
 
+    // Called with one plain line, on the thread that flushes, when a flush is the first to fail, and when the store
+    // turns out to be damaged and is set aside. The line is in the log as well.
+    void setWhenInTrouble(std::function<void(const std::string& problem)> whenInTrouble);
+
     // Returns when the backup is in the state of the last flush, or that has failed.
     void waitForBackup();
 
@@ -58,11 +63,15 @@ private:
     using Changes = std::map<std::string, std::optional<Value>>;
 
     void change(const std::string& key, std::optional<Value> value);
+    void tell(const std::string& problem, bool isFailure);
 
     mutable std::mutex _mutex;
     std::map<std::string, Value> _values;
     Changes _changes;
     std::function<void()> _whenChanged;
+    std::function<void(const std::string&)> _whenInTrouble;
+    // Somebody has been told that flushes fail.
+    bool _failing = false;
     // Serialises flushes, so that they reach the disk in order.
     std::mutex _flushing;
     std::unique_ptr<DefaultsStore> _store;

@@ -55,7 +55,7 @@ public:
     int rows(const std::string& key, std::optional<Value> value)
     {
         const int before = _store.rowsChanged();
-        EXPECT_TRUE(_store.write({ { key, std::move(value) } }, _found));
+        EXPECT_TRUE(_store.write({ { key, std::move(value) } }, _found, _problem));
         _store.waitForBackup();
         return _store.rowsChanged() - before - stateRow;
     }

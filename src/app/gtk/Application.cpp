@@ -88,7 +88,15 @@ struct Application::Parts {
         , lateFlush(defaults, runLoop)
         , controller({ programInfo(), defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
     {
+        defaults.setWhenInTrouble([this](const std::string& problem) {
+            runLoop.postToMainThread([this, problem] { tellOfStore(problem); });
+        });
     }
+
+    ~Parts() { defaults.setWhenInTrouble(nullptr); }
+
+    // In an alert over the window that is shown.
+    void tellOfStore(const std::string& problem) { libraryWindow.runAlertPanel("The library’s data", problem, "OK"); }
 
     static std::string scriptResource(const std::string& name)
     {
@@ -124,8 +132,6 @@ void Application::on_startup()
     Gtk::Application::on_startup();
     _parts = std::make_unique<Parts>(
         Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))));
-    if (!_parts->storeProblem.empty())
-        _parts->controller.addFaultyBook(_parts->storeProblem);
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
     // The library window is hidden while a book is read; the program ends when it is told to.
@@ -152,6 +158,8 @@ void Application::finishLaunching()
     _launched = true;
     _parts->libraryWindow.mainWindow().makeKeyAndOrderFront();
     _parts->controller.applicationDidFinishLaunching();
+    if (!_parts->storeProblem.empty())
+        _parts->tellOfStore(_parts->storeProblem);
 }
 
 void Application::on_activate()

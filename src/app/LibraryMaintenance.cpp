@@ -31,6 +31,10 @@ Task<void> LibraryMaintenance::resetAppSettings()
     auto& defaults = _platform.defaults;
     auto& window = _platform.libraryWindow;
     _state.isResetting = true;
+    if (_import.isUnderWay()) {
+        auto idle = _platform.runLoop.performInBackground([this] { _import.waitForImports(); });
+        co_await idle;
+    }
     const auto files = PendingRemovals(defaults).without(booksIn(_state.folders.libPath));
     for (const auto& key : defaults.allKeys())
         defaults.removeObject(key);

@@ -16,7 +16,7 @@ public:
     LibraryMaintenance(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);
 
     // Forgets all that is stored and builds the catalogue anew from the library folder. A catalogue whose folder holds
-    // no book is kept.
+    // no book is kept. Imports that are under way come to their end first.
     Task<void> resetAppSettings();
     // Brings the books of a folder into the library folder, by "move", or by any other mode but "empty" as copies, and
     // imports what is in the library folder.

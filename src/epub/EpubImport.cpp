@@ -17,6 +17,27 @@ constexpr const char* copyMode = "Copy";
 constexpr const char* moveMode = "Move";
 }
 
+class EpubImport::UnderWay {
+public:
+    explicit UnderWay(EpubImport& import)
+        : _import(import)
+    {
+        const std::scoped_lock lock(_import._counting);
+        ++_import._countUnderWay;
+    }
+    ~UnderWay()
+    {
+        const std::scoped_lock lock(_import._counting);
+        --_import._countUnderWay;
+        _import._oneLess.notify_all();
+    }
+    UnderWay(const UnderWay&) = delete;
+    UnderWay& operator=(const UnderWay&) = delete;
+
+private:
+    EpubImport& _import;
+};
+
 EpubImport::EpubImport(ImportHub& hub, const ImportOutlets& outlets)
     : _mainController(hub)
     , _outlets(outlets)
@@ -70,7 +91,20 @@ void EpubImport::draggedEpubs(std::vector<std::string> files)
 {
     if (files.empty())
         return;
-    _mainController.runLoop().performInBackground([this, files = std::move(files)] { process_Epubs(files); });
+    _mainController.runLoop().performInBackground(
+        [this, files = std::move(files), underWay = std::make_shared<UnderWay>(*this)] { process_Epubs(files); });
+}
+
+bool EpubImport::isUnderWay() const
+{
+    const std::scoped_lock lock(_counting);
+    return _countUnderWay > 0;
+}
+
+void EpubImport::waitForImports()
+{
+    std::unique_lock lock(_counting);
+    _oneLess.wait(lock, [this] { return _countUnderWay == 0; });
 }
 
 void EpubImport::process_Epubs(const std::vector<std::string>& files)
@@ -99,6 +133,7 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
     const auto mode = handedOver == HandedOver::Yes
         ? copyMode
         : _mainController.defaults().stringForKey(defaults_keys::DragDropMode).value_or("");
+    const UnderWay underWay(*this);
     std::scoped_lock batch(_batch);
     auto& catalogue = _mainController.catalogue();
     const auto knownNames = catalogue.knownNames();

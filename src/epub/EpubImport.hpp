@@ -10,6 +10,7 @@
 #include "platform/Workspace.hpp"
 
 #include <atomic>
+#include <condition_variable>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -63,6 +64,11 @@ public:
     // Stops the batch that runs before its next file. Any thread.
     void cancelProcess() { _cancelled = true; }
 
+    // Whether an import is under way or waits for another.
+    bool isUnderWay() const;
+    // Returns when none is. Not from the main thread, which imports wait for.
+    void waitForImports();
+
     // The program ends: stops the batch that runs, and those that wait. Any thread.
     void end() { _ended = true; }
 
@@ -81,6 +87,9 @@ public:
     void showFaultyBooks();
 
 private:
+    // One import for as long as it lives.
+    class UnderWay;
+
     void onMainThread(std::function<void()> work);
     void beginProgress(std::size_t count);
     void showProgress(std::size_t index, std::size_t count);
@@ -102,6 +111,9 @@ private:
     // A batch holds the first for its whole length, and the second while it inspects a file.
     std::mutex _batch;
     std::mutex _inspecting;
+    mutable std::mutex _counting;
+    std::condition_variable _oneLess;
+    int _countUnderWay = 0;
     // Copies whose reading has ended and that are still to be removed.
     std::mutex _leaving;
     std::vector<std::string> _leftCopies;

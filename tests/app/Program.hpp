@@ -98,7 +98,8 @@ public:
     void closeReader() { reader().actions.closeEPUB(); }
 
     TemporaryFolder home;
-    UserDefaults defaults { home.path("defaults") };
+    std::string storeProblem;
+    UserDefaults defaults { home.path("defaults"), &storeProblem };
     FakeWorkspace workspace;
     Loop runLoop;
     FakeLibraryWindow window;

@@ -72,17 +72,18 @@ void makeReadOnly(const std::string& folder)
 TEST_F(BrokenDisk, ACopyThatFailsMidwayLeavesNoHalfArchiveAndItsSource)
 {
     test::inForkedProcess([this] {
-        createFolder(home.path("Documents"));
-        test::SmallDisk disk(home.path("Documents"), 200'000);
         Program program(home.path());
-        program.launch();
-        program.defaults.setObject("DragDropMode", "Move");
         const auto large = program.download("Large.epub", EpubBuilder().member("OEBPS/noise", noise(400'000)));
         const auto bytes = test::contentsOf(large);
-        program.drop({ large, program.download("Small.epub") });
+        const auto small = program.download("Small.epub");
+        createFolder(home.path("Documents"));
+        test::SmallDisk disk(home.path("Documents"), 200'000);
+        program.launch();
+        program.defaults.setObject("DragDropMode", "Move");
+        program.drop({ large, small });
         EXPECT_EQ(folderEntries(program.inLibrary("")), Names { "Small.epub" });
         EXPECT_EQ(test::contentsOf(large), bytes);
-        EXPECT_FALSE(fileExists(program.inDownloads("Small.epub")));
+        EXPECT_FALSE(fileExists(small));
         EXPECT_EQ(program.titles(), (Names { "Large", "Small" }));
 
         // With room again, it is removed and added anew.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdio>
+#include <exception>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,7 +15,11 @@ void inForkedProcess(Body body)
 {
     const pid_t child = fork();
     if (child == 0) {
-        body();
+        try {
+            body();
+        } catch (const std::exception& exception) {
+            ADD_FAILURE() << exception.what();
+        }
         std::fflush(nullptr);
         _exit(testing::Test::HasFailure() ? 1 : 0);
     }

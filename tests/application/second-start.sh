@@ -31,6 +31,10 @@ settle
 xdotool key ctrl+w
 within 20 window_is Pagora
 [ -f "$library/01 The Lantern Keeper.epub" ] || fail "a book of the library is gone"
+
+# One that cannot reach the first does not share its home folder.
+DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere timeout 60 "$programs/pagora" 2>"$HOME/said" || fail "it did not end"
+grep -q "already running with this home folder" "$HOME/said" || fail "the second start said nothing"
 xdotool key ctrl+q
 within 20 ended
 program=

@@ -28,6 +28,9 @@ namespace {
 // How long what changed may wait for its flush, where no one asked for one.
 constexpr double flushDelay = 1;
 
+// How long a start waits for an instance that is ending.
+constexpr double patienceForHome = 5;
+
 ProgramInfo programInfo()
 {
     return { documentsFolder(), cachesFolder(), homeFolder(), PAGORA_IDENTIFIER, PAGORA_VERSION };
@@ -117,6 +120,7 @@ struct Application::Parts {
 
 Application::Application()
     : Gtk::Application(PAGORA_IDENTIFIER, Gio::Application::Flags::HANDLES_OPEN)
+    , _home(defaultsFolder())
 {
 }
 
@@ -130,6 +134,10 @@ Glib::RefPtr<Application> Application::create()
 void Application::on_startup()
 {
     Gtk::Application::on_startup();
+    if (!_home.take(patienceForHome)) {
+        log("Pagora is already running with this home folder, out of reach; it is not started a second time.");
+        return;
+    }
     _parts = std::make_unique<Parts>(
         Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))));
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
@@ -153,13 +161,15 @@ void Application::endOnSignal(int number)
 
 void Application::finishLaunching()
 {
-    if (_launched)
+    if (_launched || !_parts)
         return;
     _launched = true;
     _parts->libraryWindow.mainWindow().makeKeyAndOrderFront();
     _parts->controller.applicationDidFinishLaunching();
-    if (!_parts->storeProblem.empty())
+    if (!_parts->storeProblem.empty()) {
+        log(_parts->storeProblem);
         _parts->tellOfStore(_parts->storeProblem);
+    }
 }
 
 void Application::on_activate()
@@ -171,6 +181,8 @@ void Application::on_activate()
 
 void Application::on_open(const type_vec_files& files, const Glib::ustring&)
 {
+    if (!_parts)
+        return;
     std::vector<std::string> paths;
     for (const auto& file : files) {
         if (const auto path = file->get_path(); !path.empty())

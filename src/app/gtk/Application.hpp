@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/HomeLock.hpp"
+
 #include <gtkmm/application.h>
 
 #include <memory>
@@ -8,7 +10,8 @@
 
 namespace pagora {
 
-// The program as the desktop sees it: one instance, which later starts hand their files to. It builds the hub and what
+// The program as the desktop sees it: one instance, which later starts hand their files to; one that cannot reach the
+// first, for want of a bus, ends at once. It builds the hub and what
 // the hub stands on, and tells it of the launch, the files and the end. Main thread.
 class Application final : public Gtk::Application {
 public:
@@ -29,6 +32,8 @@ private:
     void finishLaunching();
     void endOnSignal(int number);
 
+    HomeLock _home;
+    // None when another instance has the home folder.
     std::unique_ptr<Parts> _parts;
     bool _launched = false;
 };

@@ -1,5 +1,7 @@
 #include "platform/DefaultsStore.hpp"
 
+#include "platform/Translation.hpp"
+
 #include <utility>
 
 namespace pagora {
@@ -33,7 +35,7 @@ bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found, 
         _file.reset();
         open(found, problem);
         if (!isWritable())
-            return fail("the file cannot be written", problem);
+            return fail(_("the file cannot be written"), problem);
     }
     std::string error;
     auto outcome = apply(changes, error);
@@ -41,7 +43,7 @@ bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found, 
         // Another process has written meanwhile: what the file holds is found out anew.
         Values ignored;
         if (_index.load(*_file, ignored) != DefaultsCondition::Good)
-            return fail("another program has changed the file", problem);
+            return fail(_("another program has changed the file"), problem);
         outcome = apply(changes, error);
     }
     if (outcome == DefaultsFile::Outcome::Damaged && restore(problem))
@@ -74,8 +76,8 @@ bool DefaultsStore::restore(std::string& problem)
 
 bool DefaultsStore::fail(const std::string& reason, std::string& problem) const
 {
-    problem = "The library cannot be saved in " + _paths.folder + " (" + reason
-        + "); it is tried again with the next change.";
+    problem = formatted(_("The library cannot be saved in %s (%s); it is tried again with the next change."),
+        _paths.folder.c_str(), reason.c_str());
     return false;
 }
 

@@ -8,6 +8,7 @@
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
 #include "platform/Resource.hpp"
+#include "platform/Translation.hpp"
 #include "platform/UserDefaults.hpp"
 #include "platform/UserFolders.hpp"
 #include "platform/gtk/ColorScheme.hpp"
@@ -99,7 +100,10 @@ struct Application::Parts {
     ~Parts() { defaults.setWhenInTrouble(nullptr); }
 
     // In an alert over the window that is shown.
-    void tellOfStore(const std::string& problem) { libraryWindow.runAlertPanel("The library’s data", problem, "OK"); }
+    void tellOfStore(const std::string& problem)
+    {
+        libraryWindow.runAlertPanel(_("The library’s data"), problem, _("OK"));
+    }
 
     static std::string scriptResource(const std::string& name)
     {

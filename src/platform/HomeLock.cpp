@@ -1,11 +1,11 @@
 #include "platform/HomeLock.hpp"
 
-#include "platform/Files.hpp"
 #include "platform/Path.hpp"
 
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
+#include <glib.h>
 #include <sys/file.h>
 #include <thread>
 
@@ -13,7 +13,8 @@ namespace pagora {
 
 HomeLock::HomeLock(const std::string& folder)
 {
-    createFolder(folder);
+    // Nobody else's business, as the stored values in it.
+    g_mkdir_with_parents(folder.c_str(), 0700);
     _file = FileDescriptor(
         ::open(appendingPathComponent(folder, "in-use").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
 }

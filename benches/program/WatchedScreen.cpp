@@ -1,0 +1,243 @@
+#include "WatchedScreen.hpp"
+
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+#include <X11/extensions/Xdamage.h>
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+#include <poll.h>
+#include <set>
+#include <string_view>
+#include <thread>
+
+namespace pagora::bench {
+
+namespace {
+
+// Where fewer are there, nothing is shown yet.
+constexpr std::size_t fewestColors = 8;
+
+void pause(double seconds)
+{
+    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+}
+
+}
+
+void fail(const std::string& what)
+{
+    std::cerr << "bench: " << what << '\n';
+    std::exit(1);
+}
+
+double now()
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+WatchedScreen::WatchedScreen()
+    : _display(XOpenDisplay(nullptr), XCloseDisplay)
+{
+    int errors = 0;
+    if (!_display)
+        fail("there is no display");
+    if (!XDamageQueryExtension(_display.get(), &_damageEvent, &errors))
+        fail("the display does not tell what is drawn");
+    // Windows come and go while they are looked at.
+    XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
+    _root = DefaultRootWindow(_display.get());
+    XDamageCreate(_display.get(), _root, XDamageReportRawRectangles);
+    XSync(_display.get(), False);
+}
+
+void WatchedScreen::pointAt(int x, int y)
+{
+    XTestFakeMotionEvent(_display.get(), -1, x, y, 0);
+    XSync(_display.get(), False);
+}
+
+double WatchedScreen::click(int count)
+{
+    double pressed = 0;
+    for (int i = 0; i < count; ++i) {
+        if (i > 0)
+            pause(0.06);
+        pressed = now();
+        XTestFakeButtonEvent(_display.get(), 1, True, 0);
+        XTestFakeButtonEvent(_display.get(), 1, False, 0);
+        XFlush(_display.get());
+    }
+    return pressed;
+}
+
+double WatchedScreen::press(KeySym key, KeySym modifier)
+{
+    const auto code = XKeysymToKeycode(_display.get(), key);
+    const auto held = modifier ? XKeysymToKeycode(_display.get(), modifier) : 0;
+    if (held)
+        XTestFakeKeyEvent(_display.get(), held, True, 0);
+    const double pressed = now();
+    XTestFakeKeyEvent(_display.get(), code, True, 0);
+    XTestFakeKeyEvent(_display.get(), code, False, 0);
+    if (held)
+        XTestFakeKeyEvent(_display.get(), held, False, 0);
+    XFlush(_display.get());
+    return pressed;
+}
+
+Window WatchedScreen::activeWindow()
+{
+    const Atom name = XInternAtom(_display.get(), "_NET_ACTIVE_WINDOW", False);
+    Atom type = 0;
+    int format = 0;
+    unsigned long count = 0, rest = 0;
+    unsigned char* data = nullptr;
+    Window window = 0;
+    if (XGetWindowProperty(
+            _display.get(), _root, name, 0, 1, False, AnyPropertyType, &type, &format, &count, &rest, &data)
+            == Success
+        && data) {
+        if (count == 1 && format == 32)
+            window = *reinterpret_cast<Window*>(data);
+        XFree(data);
+    }
+    return window;
+}
+
+std::string WatchedScreen::activeTitle()
+{
+    const Window window = activeWindow();
+    XTextProperty text {};
+    std::string title;
+    const Atom name = XInternAtom(_display.get(), "_NET_WM_NAME", False);
+    if (window && XGetTextProperty(_display.get(), window, &text, name) && text.value) {
+        title = reinterpret_cast<const char*>(text.value);
+        XFree(text.value);
+    }
+    return title;
+}
+
+void WatchedScreen::waitForWindow(const std::string& title, double seconds)
+{
+    for (const double deadline = now() + seconds; now() < deadline; pause(0.01)) {
+        if (activeTitle() == title)
+            return;
+    }
+    fail("no window \"" + title + "\" but \"" + activeTitle() + '"');
+}
+
+void WatchedScreen::activate(Window window)
+{
+    XEvent event {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(_display.get(), "_NET_ACTIVE_WINDOW", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = 2;
+    XSendEvent(_display.get(), _root, False, SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    XSync(_display.get(), False);
+    for (const double deadline = now() + 5; activeWindow() != window && now() < deadline;)
+        pause(0.01);
+}
+
+void WatchedScreen::placeWindow(const Area& area)
+{
+    XMoveResizeWindow(_display.get(), activeWindow(), area.x, area.y, static_cast<unsigned>(area.width),
+        static_cast<unsigned>(area.height));
+    XSync(_display.get(), False);
+}
+
+void WatchedScreen::forget()
+{
+    XSync(_display.get(), True);
+}
+
+std::optional<Area> WatchedScreen::nextDrawing(double deadline)
+{
+    for (;;) {
+        while (XPending(_display.get()) > 0) {
+            XEvent event;
+            XNextEvent(_display.get(), &event);
+            if (event.type != _damageEvent + XDamageNotify)
+                continue;
+            const auto& area = reinterpret_cast<XDamageNotifyEvent&>(event).area;
+            return Area { area.x, area.y, area.width, area.height };
+        }
+        const double left = deadline - now();
+        if (left <= 0)
+            return std::nullopt;
+        pollfd waiting { ConnectionNumber(_display.get()), POLLIN, 0 };
+        poll(&waiting, 1, static_cast<int>(left * 1000) + 1);
+    }
+}
+
+std::optional<double> WatchedScreen::shown(const Area& area, double quiet, double patience)
+{
+    const double start = now();
+    std::optional<double> since, last;
+    std::size_t picture = 0;
+    for (;;) {
+        // What is blank is not what is waited for.
+        const auto drawn = nextDrawing(since ? *last + quiet : start + patience);
+        if (!drawn)
+            return since;
+        if (!drawn->meets(area))
+            continue;
+        last = now();
+        const auto seen = look(area);
+        if (!seen)
+            since = std::nullopt;
+        else if (!since || *seen != picture)
+            since = last;
+        picture = seen.value_or(0);
+        if (now() > start + patience)
+            fail("the screen does not come to rest");
+    }
+}
+
+void WatchedScreen::settle(double quiet)
+{
+    while (nextDrawing(now() + quiet))
+        ;
+}
+
+std::optional<std::size_t> WatchedScreen::look(const Area& area)
+{
+    XImage* image = XGetImage(_display.get(), _root, area.x, area.y, static_cast<unsigned>(area.width),
+        static_cast<unsigned>(area.height), AllPlanes, ZPixmap);
+    if (!image)
+        fail("the screen cannot be read");
+    const std::string_view bytes(image->data, static_cast<std::size_t>(image->bytes_per_line * image->height));
+    const auto picture = std::hash<std::string_view>()(bytes);
+    std::set<std::uint32_t> colors;
+    const auto* pixels = reinterpret_cast<const std::uint32_t*>(image->data);
+    for (std::size_t i = 0; i < bytes.size() / 4 && colors.size() < fewestColors; ++i)
+        colors.insert(pixels[i]);
+    XDestroyImage(image);
+    if (colors.size() < fewestColors)
+        return std::nullopt;
+    return picture;
+}
+
+std::vector<std::uint32_t> WatchedScreen::pixels(const Area& area)
+{
+    std::vector<std::uint32_t> found;
+    XImage* image = XGetImage(_display.get(), _root, area.x, area.y, static_cast<unsigned>(area.width),
+        static_cast<unsigned>(area.height), AllPlanes, ZPixmap);
+    if (!image)
+        fail("the screen cannot be read");
+    for (int y = 0; y < area.height; ++y)
+        for (int x = 0; x < area.width; ++x)
+            found.push_back(static_cast<std::uint32_t>(XGetPixel(image, x, y)));
+    XDestroyImage(image);
+    return found;
+}
+
+std::size_t WatchedScreen::colors(const Area& area)
+{
+    const auto all = pixels(area);
+    return std::set<std::uint32_t>(all.begin(), all.end()).size();
+}
+
+}

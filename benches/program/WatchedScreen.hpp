@@ -1,0 +1,68 @@
+#pragma once
+
+#include <X11/Xlib.h>
+#include <X11/keysym.h>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora::bench {
+
+// In pixels of the screen.
+struct Area {
+    int x = 0, y = 0, width = 0, height = 0;
+    bool meets(const Area& other) const
+    {
+        return x < other.x + other.width && other.x < x + width && y < other.y + other.height && other.y < y + height;
+    }
+};
+
+[[noreturn]] void fail(const std::string& what);
+// Seconds on the monotonic clock.
+double now();
+
+// The display as a person has it: moves the pointer, presses keys, and sees what is drawn and when. Failures end the
+// program with a line.
+class WatchedScreen {
+public:
+    WatchedScreen();
+
+    void pointAt(int x, int y);
+    // Each returns the time just before the last press.
+    double click(int count = 1);
+    double press(KeySym key, KeySym modifier = 0);
+
+    // Waits until the active window has this title.
+    void waitForWindow(const std::string& title, double seconds = 20);
+    // Brings that window forward and gives it the keyboard.
+    void activate(Window window);
+    Window activeWindow();
+    // Gives the active window this place and size.
+    void placeWindow(const Area& area);
+
+    // Forgets what was drawn up to now.
+    void forget();
+    // When the area came to look as it does once nothing was drawn for `quiet` seconds; missing when it was
+    // blank for `patience`.
+    std::optional<double> shown(const Area& area, double quiet = 0.15, double patience = 20);
+    // Waits until nothing is drawn any more.
+    void settle(double quiet = 0.4);
+
+    // The pixels, row by row.
+    std::vector<std::uint32_t> pixels(const Area& area);
+    // How many colours there are on a grid of points: few where nothing is shown.
+    std::size_t colors(const Area& area);
+
+private:
+    std::optional<Area> nextDrawing(double deadline);
+    std::string activeTitle();
+    std::optional<std::size_t> look(const Area& area);
+
+    std::unique_ptr<Display, int (*)(Display*)> _display;
+    Window _root;
+    int _damageEvent = 0;
+};
+
+}

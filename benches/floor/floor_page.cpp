@@ -32,6 +32,8 @@ int main(int argc, char** argv)
     Page page;
     page.url = g_filename_to_uri(argv[1], nullptr, nullptr);
     page.view = WEBKIT_WEB_VIEW(webkit_web_view_new());
+    webkit_settings_set_hardware_acceleration_policy(
+        webkit_web_view_get_settings(page.view), WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
     auto* window = gtk_window_new();
     gtk_window_set_title(GTK_WINDOW(window), "floor");
     gtk_window_set_decorated(GTK_WINDOW(window), FALSE);

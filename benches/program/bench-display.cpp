@@ -135,50 +135,34 @@ std::string preparedChapter(const std::string& kind, int number)
     return path;
 }
 
-// A bare page in a window of its own, over the place where the program has its page.
-struct Floor {
-    Floor(WatchedScreen& screen, const std::string& file)
-        : program(
-            programFolder() + "/floor_page", { file, std::to_string(pageView.width), std::to_string(pageView.height) })
-    {
-        screen.waitForWindow("floor");
-        screen.placeWindow(pageView);
-        screen.settle(1);
-        window = screen.activeWindow();
-    }
-
-    double load(WatchedScreen& screen)
-    {
-        screen.press(XK_Escape);
-        screen.settle();
-        screen.forget();
-        const double asked = screen.press(XK_space);
-        return (shownOrFail(screen, pageArea, 0.5, "the bare page") - asked) * 1000;
-    }
-
-    Program program;
-    Window window = 0;
-};
+// How long a bare page takes to appear, in milliseconds, in a window of its own over the place where the program has
+// its page.
+double bareLoad(WatchedScreen& screen, const std::string& file)
+{
+    const Program program(
+        programFolder() + "/floor_page", { file, std::to_string(pageView.width), std::to_string(pageView.height) });
+    screen.waitForWindow("floor");
+    screen.placeWindow(pageView);
+    screen.settle(1);
+    screen.forget();
+    const double asked = screen.press(XK_space);
+    return (shownOrFail(screen, pageArea, 0.5, "the bare page") - asked) * 1000;
+}
 
 // The median of the ratios of what is measured to what the floor takes, in turns after a warm-up of both.
-double ratio(
-    WatchedScreen& screen, Floor& floor, Window window, const std::function<double()>& measured, std::string name = "")
+double ratioToFloor(
+    WatchedScreen& screen, const std::string& file, Window window, const std::function<double()>& measured)
 {
-    std::vector<double> ratios, ours, floors;
+    std::vector<double> ratios;
     for (int i = 0; i <= runs; ++i) {
         screen.activate(window);
         screen.settle();
-        const double one = measured();
-        screen.activate(floor.window);
-        screen.settle();
-        const double other = floor.load(screen);
-        if (i == 0)
-            continue;
-        ratios.push_back(one / other);
-        ours.push_back(one);
-        floors.push_back(other);
+        const double ours = measured();
+        const double bare = bareLoad(screen, file);
+        std::cerr << ours << " ms against " << bare << " ms\n";
+        ratios.push_back(ours / bare);
     }
-    std::cerr << name << ": " << median(ours) << " ms against " << median(floors) << " ms\n";
+    ratios.erase(ratios.begin());
     return median(ratios);
 }
 
@@ -186,16 +170,12 @@ double openRatioToFloor(WatchedScreen& screen)
 {
     Library library(screen, "chapter-500k", "A Chapter of 500 kB");
     const auto window = screen.activeWindow();
-    Floor floor(screen, preparedChapter("chapter-500k", 1));
-    return ratio(
-        screen, floor, window,
-        [&] {
-            library.forgetUnpacked();
-            const double time = library.open(screen);
-            library.close(screen);
-            return time;
-        },
-        "open");
+    return ratioToFloor(screen, preparedChapter("chapter-500k", 1), window, [&] {
+        library.forgetUnpacked();
+        const double time = library.open(screen);
+        library.close(screen);
+        return time;
+    });
 }
 
 double openWarm(WatchedScreen& screen)
@@ -243,16 +223,12 @@ double chapterRatioToFloor(WatchedScreen& screen)
     Library library(screen, "chapter-50k", "Chapters of 50 kB");
     const auto window = screen.activeWindow();
     library.open(screen);
-    Floor floor(screen, preparedChapter("chapter-50k", 2));
-    return ratio(
-        screen, floor, window,
-        [&] {
-            screen.press(XK_End);
-            screen.settle(1);
-            const double asked = screen.press(XK_Right);
-            return (shownOrFail(screen, pageArea, 0.5, "the chapter") - asked) * 1000;
-        },
-        "chapter");
+    return ratioToFloor(screen, preparedChapter("chapter-50k", 2), window, [&] {
+        screen.press(XK_End);
+        screen.settle(1);
+        const double asked = screen.press(XK_Right);
+        return (shownOrFail(screen, pageArea, 0.5, "the chapter") - asked) * 1000;
+    });
 }
 
 struct Launch {

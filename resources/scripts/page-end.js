@@ -18,5 +18,15 @@
     if (pagoraLaysOut && body && body.style)
         body.style.setProperty('column-count', 'auto', 'important');
 
-    window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' complete');
+    // Laid out before its style sheets are there, the page would be laid out twice; one that never comes is not waited
+    // for.
+    const complete = () => window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' complete');
+    const longestWait = 500;
+    const start = performance.now();
+    (function wait() {
+        if (!pagoraAwaitedStyles().length || performance.now() - start > longestWait)
+            complete();
+        else
+            setTimeout(wait, 2);
+    })();
 })();

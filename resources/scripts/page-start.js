@@ -331,6 +331,20 @@
         return document.title.replace(/\s+/g, ' ').trim() + '\n' + plain(shownText().slice(0, longestText));
     };
 
+    // --- What the page waits for -------------------------------------------------------------------------------------
+
+    // Style sheets that have come or failed.
+    const settledLinks = new WeakSet();
+    for (const name of ['load', 'error'])
+        window.addEventListener(name, (event) => event.target instanceof Element && settledLinks.add(event.target), true);
+
+    // Those on which the page's layout still depends.
+    window.pagoraAwaitedStyles = () => {
+        const links = Document.prototype.querySelectorAll.call(document, 'link[rel~="stylesheet" i][href]');
+        return Array.from(links).filter((link) => !link.sheet && !settledLinks.has(link) && !link.disabled
+            && !link.relList.contains('alternate') && (!link.media || matchMedia(link.media).matches));
+    };
+
     // --- What the program wants to know ------------------------------------------------------------------------------
 
     const takesKeys = (node) => node instanceof Element
@@ -338,9 +352,14 @@
 
     window.addEventListener('focusin', (event) => post('keys ' + (takesKeys(event.target) ? 1 : 0)), true);
     window.addEventListener('focusout', () => post('keys 0'), true);
-    // Once what is laid out now has been drawn: the second frame begins after the first one is on its way.
+    // Once what is laid out now has been drawn: a message goes out after the frame in which it was sent.
+    const paintings = new MessageChannel();
+    paintings.port1.onmessage = (event) => post('painted ' + event.data);
     window.pagoraReportPaint = (number) => {
-        requestAnimationFrame(() => requestAnimationFrame(() => post('painted ' + number)));
+        requestAnimationFrame(() => paintings.port2.postMessage(number));
     };
+    // When the page's beginning has been drawn.
+    if (pagoraLaysOut)
+        new PerformanceObserver(() => post('begun')).observe({ type: 'paint', buffered: true });
     window.addEventListener('resize', () => post('size ' + innerWidth + ' ' + innerHeight), true);
 })();

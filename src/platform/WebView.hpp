@@ -25,6 +25,14 @@ struct DataSource {
 // Whether a request comes from the page, or from a key or a button that the person pressed in it.
 enum class RequestedBy : bool { Page, User };
 
+// How a page begins.
+struct PageStart {
+    // In CSS: what the page is styled with from its first line on, besides all that scripts do to it once it is there.
+    std::string styleSheet;
+    // Whether the page is seen as soon as its beginning is drawn, because that is what is to be seen of it.
+    bool isShownAtOnce = false;
+};
+
 // Hears what becomes of a load. Main thread.
 class WebViewDelegate {
 public:
@@ -60,6 +68,9 @@ public:
     // The folder of the book that is shown: pages read no other file. Before the first load.
     virtual void setBookFolder(const std::string& path) = 0;
 
+    // For the next load.
+    virtual void setPageStart(PageStart start) { }
+
     // Loads the document into the main frame. A URL without a scheme that is an absolute path is a file; a file that is
     // not there is tried with its escapes replaced once more, then in the other Unicode normal form. Returns the number
     // of the load; a load that cannot start is reported as failed.
@@ -77,8 +88,8 @@ public:
     // A hint that this page is likely to be loaded next: it may be got ready out of sight, with the scripts run in it.
     virtual void prepareRequest(const Url& url, const std::vector<std::string>& scripts) { }
 
-    // The page that is loaded is laid out and may be seen. Until then, and until the load fails, the page before it
-    // stays in view.
+    // The page that is loaded is laid out and may be seen. Until then, unless it is shown at once, and until the
+    // load fails, the page before it stays in view.
     virtual void pageIsPrepared() { }
 
     virtual void setTextSizeMultiplier(double multiplier) = 0;

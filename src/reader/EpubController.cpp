@@ -4,7 +4,6 @@
 #include "platform/Numbers.hpp"
 #include "platform/Path.hpp"
 #include "reader/ColorThemes.hpp"
-#include "reader/PageScripts.hpp"
 
 #include <utility>
 
@@ -136,10 +135,36 @@ void EpubController::loadSplit(std::uint64_t index)
 void EpubController::load(const Url& url, std::optional<std::uint64_t> split)
 {
     _requestedSplit = split;
+    _window.webView().setPageStart(pageStart(url));
     // What leaves the book may never come.
     if (url.isFile() || url.scheme().empty())
         holdActions();
     _window.webView().loadRequest(url);
+}
+
+PageStart EpubController::pageStart(const Url& url) const
+{
+    const auto look = layout();
+    if (look.columnHeight <= 0 || look.pageWidth <= 0)
+        return {};
+    const bool opensElsewhere = _state.restorePositionPending || _state.openAtChapterEnd
+        || _state.pendingChapterFraction != 0 || url.fragment() || _lastAnchor || _placeToKeep;
+    return { scripts::styleSheet(look, _numberOfColumns), !opensElsewhere };
+}
+
+scripts::Layout EpubController::layout() const
+{
+    const auto page = geometry();
+    scripts::Layout layout;
+    if (_currentColorOption != 1) {
+        layout.text = getCSSColorFor(_currentColorOption);
+        layout.background = getCSSBackgroundColorFor(_currentColorOption);
+    }
+    layout.font = _currentFont.value_or(defaultFont);
+    layout.pageWidth = page.pageWidth;
+    layout.columnHeight = page.columnHeight();
+    layout.imageHeight = page.imageHeight();
+    return layout;
 }
 
 void EpubController::holdActions()
@@ -239,17 +264,7 @@ Task<void> EpubController::preparePage(DataSource source)
     _missingSplits.erase(_activeSplitIndex);
 
     co_await run(scripts::columns(_numberOfColumns, _pageWidth));
-    const auto page = geometry();
-    scripts::Layout layout;
-    if (_currentColorOption != 1) {
-        layout.text = getCSSColorFor(_currentColorOption);
-        layout.background = getCSSBackgroundColorFor(_currentColorOption);
-    }
-    layout.font = _currentFont.value_or(defaultFont);
-    layout.pageWidth = page.pageWidth;
-    layout.columnHeight = page.columnHeight();
-    layout.imageHeight = page.imageHeight();
-    co_await run(scripts::layout(layout));
+    co_await run(scripts::layout(layout()));
     if (webView.isHidden())
         webView.setHidden(false);
     if (!_lastAnchor)

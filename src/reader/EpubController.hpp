@@ -8,6 +8,7 @@
 #include "reader/LeavingLinks.hpp"
 #include "reader/LocationBar.hpp"
 #include "reader/PageArithmetic.hpp"
+#include "reader/PageScripts.hpp"
 #include "reader/ReaderHub.hpp"
 #include "reader/ReaderState.hpp"
 #include "reader/SplitRules.hpp"
@@ -111,6 +112,9 @@ private:
     PageGeometry geometry() const;
     // `split` is the index of the URL when it is loaded as that spine document.
     void load(const Url& url, std::optional<std::uint64_t> split = std::nullopt);
+    // How the page at that URL is to begin.
+    PageStart pageStart(const Url& url) const;
+    scripts::Layout layout() const;
     void holdActions();
     void loadSplit(std::uint64_t index);
     // The chapter becomes the active one; the place in another is forgotten.

@@ -2,6 +2,9 @@
 
 #include "platform/WebView.hpp"
 
+#include <algorithm>
+#include <cctype>
+
 namespace pagora::scripts {
 
 namespace {
@@ -22,6 +25,14 @@ std::string columnWidth(std::int32_t pageWidth)
 std::string bodyHeight(std::int32_t height)
 {
     return "document.body.style.height = '" + points(height) + "';";
+}
+
+// Whether the name of a font family stands for itself in a style sheet.
+bool isPlainName(const std::string& family)
+{
+    return !family.empty() && std::isalpha(static_cast<unsigned char>(family.front()))
+        && std::all_of(
+            family.begin(), family.end(), [](unsigned char c) { return std::isalnum(c) || c == ' ' || c == '-'; });
 }
 
 }
@@ -81,6 +92,29 @@ std::string layout(const Layout& layout)
     script += "images[i].style.float = 'left';images[i].style.height = 'auto';images[i].style.maxWidth = '"
         + points(layout.pageWidth) + "';images[i].style.maxHeight = '" + points(layout.imageHeight) + "'; }";
     return script;
+}
+
+std::string styleSheet(const Layout& layout, std::int32_t columns)
+{
+    std::string sheet;
+    std::string body
+        = "column-gap:40px!important;margin:0!important;padding:40px 20px!important;overflow:hidden!important;";
+    if (columns < 2)
+        body += "column-width:" + points(layout.pageWidth) + "!important;column-count:auto!important;";
+    else
+        body += "column-width:auto!important;column-count:" + std::to_string(columns) + "!important;";
+    body += "height:" + points(layout.columnHeight) + "!important;";
+    if (isPlainName(layout.font))
+        body += "font-family:" + layout.font + "!important;";
+    if (layout.text) {
+        const auto text = std::string("color:") + layout.text + "!important;";
+        sheet += "*{background:none!important;" + text + "}";
+        body += text + "background-color:" + layout.background + "!important;";
+    }
+    sheet += "body{" + body + "}";
+    sheet += "img{float:left!important;height:auto!important;max-width:" + points(layout.pageWidth)
+        + "!important;max-height:" + points(layout.imageHeight) + "!important}";
+    return sheet;
 }
 
 std::string imageWidth(std::int32_t pageWidth)

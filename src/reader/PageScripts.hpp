@@ -36,6 +36,9 @@ struct Layout {
 // Everything a chapter gets once it is loaded, but for the columns.
 std::string layout(const Layout& layout);
 
+// The same and the columns as a style sheet, for a chapter that is not loaded yet.
+std::string styleSheet(const Layout& layout, std::int32_t columns);
+
 // The image widths after a change of the column count.
 std::string imageWidth(std::int32_t pageWidth);
 // What a new size of the view changes; the column width only for one column.

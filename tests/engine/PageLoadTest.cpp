@@ -57,6 +57,45 @@ TEST_F(PageLoadTest, TheDocumentIsCompleteWhenItReports)
     EXPECT_EQ(last, "p1999");
 }
 
+TEST_F(PageLoadTest, TheDocumentReportsOnceItsStyleSheetsAreThere)
+{
+    std::string rules;
+    for (int i = 0; i < 60000; ++i)
+        rules += ".x" + std::to_string(i) + "{color:red}\n";
+    write("style.css", rules + "#p0{margin-left:123px}");
+    Task<void> reading;
+    std::string margin;
+    _delegate.onFinished = [&](const DataSource& source) {
+        const auto read = [](WebView& view, std::string* margin) -> Task<void> {
+            *margin = co_await view.evaluateScript("getComputedStyle(document.getElementById('p0')).marginLeft");
+        };
+        if (source.isMainResource)
+            reading = read(*_view, &margin);
+    };
+    loadDocument(paragraphs(2), "<link rel='stylesheet' href='style.css'/>");
+    _delegate.onFinished = {};
+    EXPECT_TRUE(waitUntil([&] { return reading.done(); }));
+    EXPECT_EQ(margin, "123px");
+}
+
+TEST_F(PageLoadTest, AStyleSheetThatIsMissingDoesNotKeepTheDocumentFromReporting)
+{
+    const auto number = loadDocument(paragraphs(2), "<link rel='stylesheet' href='missing.css'/>");
+    EXPECT_EQ(_delegate.count(Kind::Finished, number), 1);
+    EXPECT_EQ(evaluate("pagoraAwaitedStyles().length"), "0");
+}
+
+TEST_F(PageLoadTest, StylesOfThePagesStartAreThereWhenItIsFirstDrawn)
+{
+    _view->setPageStart({ "body{padding-left:77px!important}", false });
+    loadDocument("<script>requestAnimationFrame(() => {"
+                 "document.title = getComputedStyle(document.body).paddingLeft; });</script>");
+    EXPECT_TRUE(waitUntil([&] { return !evaluate("document.title").empty(); }));
+    EXPECT_EQ(evaluate("document.title"), "77px");
+    evaluate("document.body.style.setProperty('padding-left', '5px', 'important')");
+    EXPECT_EQ(evaluate("getComputedStyle(document.body).paddingLeft"), "5px");
+}
+
 TEST_F(PageLoadTest, ReportsCarryThePagesUrlWithItsFragment)
 {
     write("1.svg", svg);

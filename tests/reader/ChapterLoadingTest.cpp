@@ -466,3 +466,42 @@ TEST_F(ChapterLoading, APageThatWentElsewhereByItselfIsNotPlaced)
     EXPECT_TRUE(state.restorePositionPending);
     EXPECT_TRUE(scrolls().empty());
 }
+
+TEST_F(ChapterLoading, AChapterIsStyledFromItsBeginningOn)
+{
+    reader->setCurrentColorOption(2);
+    reader->loadSplits(chapters(1), std::nullopt);
+    ASSERT_EQ(page().starts.size(), 1U);
+    const auto& sheet = page().starts.front().styleSheet;
+    const std::vector<std::string> rules { "column-count:2!important", "height:620px!important",
+        "max-width:320px!important", "font-family:Georgia!important",
+        std::string("color:") + reader->getCSSColorFor(2) + "!important" };
+    for (const auto& rule : rules)
+        EXPECT_NE(sheet.find(rule), std::string::npos) << rule << " in " << sheet;
+}
+
+TEST_F(ChapterLoading, AChapterThatOpensAtItsStartIsShownAtOnce)
+{
+    reader->loadSplits(chapters(2), std::nullopt);
+    EXPECT_TRUE(page().starts.back().isShownAtOnce);
+    page().finishDocument();
+    reader->goToLastPage();
+    reader->changePage(1);
+    EXPECT_EQ(page().starts.size(), 2U);
+    EXPECT_TRUE(page().starts.back().isShownAtOnce);
+}
+
+TEST_F(ChapterLoading, AChapterThatOpensElsewhereIsShownOnceItIsThere)
+{
+    reader->setReadAmount(0.5F);
+    reader->setActiveSplitIndex(1);
+    reader->loadSplits(chapters(2), std::nullopt);
+    EXPECT_FALSE(page().starts.back().isShownAtOnce) << "a restored place";
+    page().finishDocument();
+    reader->goToFirstPage();
+    reader->changePage(0);
+    EXPECT_EQ(page().starts.size(), 2U);
+    EXPECT_FALSE(page().starts.back().isShownAtOnce) << "the end of the chapter before";
+    reader->changeChapter(*Url::fromString("file:///book/chapter0.xhtml#part"));
+    EXPECT_FALSE(page().starts.back().isShownAtOnce) << "a fragment";
+}

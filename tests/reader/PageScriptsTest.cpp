@@ -130,3 +130,31 @@ TEST(PageScripts, NothingInAnAnchorEndsTheString)
     EXPECT_EQ(scripts::setHash("a\"; evil(); \"").find('"', 26), scripts::setHash("a\"; evil(); \"").size() - 2);
     EXPECT_EQ(scripts::setHash("a\\\n"), "window.location.hash = \"#a\\x5C\\x0A\";");
 }
+
+TEST(PageScripts, StyleSheetSaysWhatTheScriptsSet)
+{
+    scripts::Layout layout;
+    layout.font = "Times New Roman";
+    layout.pageWidth = 320;
+    layout.columnHeight = 620;
+    layout.imageHeight = 496;
+    EXPECT_EQ(scripts::styleSheet(layout, 2),
+        "body{column-gap:40px!important;margin:0!important;padding:40px 20px!important;overflow:hidden!important;"
+        "column-width:auto!important;column-count:2!important;height:620px!important;"
+        "font-family:Times New Roman!important;}"
+        "img{float:left!important;height:auto!important;max-width:320px!important;max-height:496px!important}");
+    EXPECT_NE(scripts::styleSheet(layout, 1).find("column-width:320px!important;column-count:auto!important"),
+        std::string::npos);
+    layout.text = "#111";
+    layout.background = "#eee";
+    EXPECT_TRUE(scripts::styleSheet(layout, 2).starts_with("*{background:none!important;color:#111!important;}"));
+}
+
+TEST(PageScripts, FontNameThatIsMoreThanANameStaysOutOfTheStyleSheet)
+{
+    scripts::Layout layout;
+    layout.font = "x}*{display:none";
+    EXPECT_EQ(scripts::styleSheet(layout, 2).find("display"), std::string::npos);
+    layout.font = "";
+    EXPECT_EQ(scripts::styleSheet(layout, 2).find("font-family"), std::string::npos);
+}

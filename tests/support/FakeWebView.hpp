@@ -52,6 +52,7 @@ class FakeWebView : public WebView {
 public:
     void setDelegate(WebViewDelegate* value) override { delegate = value; }
     void setBookFolder(const std::string& path) override { bookFolder = path; }
+    void setPageStart(PageStart start) override { starts.push_back(std::move(start)); }
     std::uint64_t loadRequest(const Url& url) override
     {
         loads.push_back(url);
@@ -136,6 +137,7 @@ public:
     WebViewDelegate* delegate = nullptr;
     std::string bookFolder;
     // Every URL loaded, in order; the load's number is its place, from 1.
+    std::vector<PageStart> starts;
     std::vector<Url> loads;
     std::vector<Url> prepared;
     // Every script evaluated, in order.

@@ -91,6 +91,8 @@ PageView::~PageView()
     g_signal_handlers_disconnect_by_data(webkit_web_view_get_user_content_manager(_view.get()), this);
     if (_numberScript)
         webkit_user_script_unref(_numberScript);
+    if (_pageStyles)
+        webkit_user_style_sheet_unref(_pageStyles);
 }
 
 void PageView::setBookFolder(const std::string& path)
@@ -178,6 +180,7 @@ void PageView::start()
         return failSoon();
     _stage = Stage::Starting;
     numberScripts();
+    stylePages();
     // A page whose scripts never end would keep the engine from even beginning with another one.
     _loadTimer.disconnect();
     if (_target.rfind("file:", 0) == 0) {
@@ -234,6 +237,23 @@ void PageView::numberScripts()
     _numberScript = webkit_user_script_new_for_world(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
         WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageWorld, nullptr, nullptr);
     webkit_user_content_manager_add_script(content, _numberScript);
+}
+
+void PageView::stylePages()
+{
+    // Putting one in place has the page that is still shown styled anew.
+    if (_pageStart.styleSheet == _pageStylesText)
+        return;
+    _pageStylesText = _pageStart.styleSheet;
+    auto* content = webkit_web_view_get_user_content_manager(_view.get());
+    if (_pageStyles) {
+        webkit_user_content_manager_remove_style_sheet(content, _pageStyles);
+        webkit_user_style_sheet_unref(_pageStyles);
+    }
+    // Of the author's level, so that what scripts set in the elements themselves goes before it.
+    _pageStyles = webkit_user_style_sheet_new(_pageStylesText.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+        WEBKIT_USER_STYLE_LEVEL_AUTHOR, nullptr, nullptr);
+    webkit_user_content_manager_add_style_sheet(content, _pageStyles);
 }
 
 // The page has begun. One whose scripts never end, or never come, would not be completed.
@@ -296,6 +316,7 @@ void PageView::recover()
             _recoveriesLeft = recoveriesPerLoad;
         else if (_recoveriesLeft < recoveriesPerLoad)
             allowPageScripts(false);
+        _pageStart.isShownAtOnce = false;
         if (_recoveriesLeft-- > 0)
             begin(url);
         else {

@@ -36,6 +36,7 @@ public:
 
     void setDelegate(WebViewDelegate* delegate) override { _reports.setDelegate(delegate); }
     void setBookFolder(const std::string& path) override;
+    void setPageStart(PageStart start) override { _pageStart = std::move(start); }
     std::uint64_t loadRequest(const Url& url) override;
     std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
     Reply<std::string> drawn() override { return _scripts.drawn(); }
@@ -67,6 +68,7 @@ private:
     void start();
     void loadFresh();
     void numberScripts();
+    void stylePages();
     void failSoon();
     void expectDocument();
     void restartEngine();
@@ -116,6 +118,10 @@ private:
     std::string _target;
     std::string _shown;
     WebKitUserScript* _numberScript = nullptr;
+    PageStart _pageStart;
+    // What pages get from their beginning on.
+    WebKitUserStyleSheet* _pageStyles = nullptr;
+    std::string _pageStylesText;
     int _recoveriesLeft = 0;
     // On the monotonic clock, in microseconds.
     std::int64_t _lastRecovery = 0;

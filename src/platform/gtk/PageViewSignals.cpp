@@ -201,6 +201,7 @@ bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
     if (isPage && _stage != Stage::Starting) {
         // The page went on by itself.
         _reports.begin(requestUrl(webkit_response_policy_decision_get_request(decision)));
+        _pageStart.isShownAtOnce = false;
         coverUntilPrepared();
         _target = _reports.url()->text();
         _stage = Stage::Starting;
@@ -244,6 +245,11 @@ void PageView::messageReceived(const std::string& text)
                 static_cast<unsigned>(_timeout * 1000));
         }
         _reports.documentComplete(load);
+    } else if (what == "begun") {
+        if (std::exchange(_pageStart.isShownAtOnce, false) && _isUnprepared) {
+            _isUnprepared = false;
+            uncover();
+        }
     } else if (what == "keys") {
         int takes = 0;
         words >> takes;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/MainController.hpp"
+#include "platform/GLibRunLoop.hpp"
+#include "platform/gtk/DesktopWorkspace.hpp"
+#include "tests/support/FakeEpubWindow.hpp"
+#include "tests/support/FakeLibraryWindow.hpp"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace pagora::bench {
+
+// The program without a display, in a home folder. What it shows is faked; store, files, threads and Trash are real.
+// Main thread.
+class BenchLibrary {
+public:
+    // Launches it; returns when the launch is over.
+    explicit BenchLibrary(const std::string& home);
+    ~BenchLibrary();
+
+    MainController& controller() { return *_controller; }
+    // Runs `work` as the program runs long work, and serves the main thread meanwhile.
+    void performInBackground(const std::function<void()>& work);
+    // Serves the main thread until the condition holds.
+    void waitFor(const std::function<bool()>& condition);
+
+private:
+    UserDefaults _defaults;
+    DesktopWorkspace _workspace;
+    GLibRunLoop _runLoop;
+    test::FakeLibraryWindow _window;
+    test::FakeReaderWindowFactory _readerWindows;
+    std::unique_ptr<MainController> _controller;
+};
+
+}

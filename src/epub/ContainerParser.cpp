@@ -9,6 +9,11 @@ void ContainerParser::parse()
     parseXml(_xmlFile.path(), *this);
 }
 
+void ContainerParser::parseBytes(std::string_view bytes)
+{
+    parseXmlBytes(bytes, *this);
+}
+
 void ContainerParser::didStartElement(const std::string& name, const XmlAttributes& attributes)
 {
     if (lowercased(name) != "rootfile")

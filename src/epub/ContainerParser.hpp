@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace pagora {
 
@@ -18,6 +19,8 @@ public:
 
     // Reads the whole file. A document that is not well-formed ends early; what was found until then stands.
     void parse();
+    // The same with the document's bytes instead of the file.
+    void parseBytes(std::string_view bytes);
 
     // The package document's path inside the archive, as the last rootfile gives it; missing when there is none.
     const std::optional<std::string>& opfFile() const { return _opfFile; }

@@ -1,7 +1,16 @@
 #include "epub/CoverPicture.hpp"
 
+#include "epub/ContainerParser.hpp"
+#include "epub/ExtractedMember.hpp"
+#include "epub/OPFParser.hpp"
+#include "platform/Archive.hpp"
+#include "platform/Files.hpp"
 #include "platform/Image.hpp"
+#include "platform/Path.hpp"
 #include "platform/Resource.hpp"
+
+#include <cstdint>
+#include <utility>
 
 namespace pagora {
 
@@ -9,6 +18,8 @@ namespace {
 
 constexpr Size coverBox { 106, 156 };
 constexpr double jpegQuality = 0.8;
+// No more bytes of one file are held in memory ahead of time.
+constexpr std::uint64_t largestAhead = 4u << 20;
 constexpr auto defaultCover = "/org/pagora/Pagora/pagora_default_cover.jpg";
 
 std::optional<Data> encoded(const std::optional<Image>& image)
@@ -17,12 +28,47 @@ std::optional<Data> encoded(const std::optional<Image>& image)
     return bytes ? std::optional(Data(std::move(*bytes))) : std::nullopt;
 }
 
+std::optional<Data> scaled(const std::string& file)
+{
+    const auto image = Image::fromBytes(file, coverBox);
+    return image ? encoded(image->imageByScalingProportionallyToSize(coverBox)) : std::nullopt;
 }
 
-std::optional<Data> coverPicture(const std::string& coverFile)
+}
+
+std::optional<Data> coverPicture(const std::string& coverFile, const ScaledCover* ahead)
 {
-    const auto image = Image::fromFile(coverFile, coverBox);
-    return image ? encoded(image->imageByScalingProportionallyToSize(coverBox)) : std::nullopt;
+    const auto bytes = readFile(coverFile);
+    if (!bytes)
+        return std::nullopt;
+    return ahead && ahead->file == *bytes ? ahead->picture : scaled(*bytes);
+}
+
+std::optional<ScaledCover> coverAhead(const std::string& archivePath)
+{
+    const auto archive = Archive::open(archivePath);
+    const auto container = archive ? archive->read("META-INF/container.xml", largestAhead) : std::nullopt;
+    if (!container)
+        return std::nullopt;
+    ContainerParser containerParser(Url::file(archivePath));
+    containerParser.parseBytes(*container);
+    const auto packagePath = containerParser.opfFile().value_or("");
+    const auto package = archive->read(packagePath, largestAhead);
+    if (!package)
+        return std::nullopt;
+    OPFParser packageParser(Url::file(archivePath));
+    packageParser.parseBytes(*package);
+    const auto cover = packageParser.metaDict().find("cover");
+    const auto href = cover == packageParser.metaDict().end() ? "cover.jpg" : cover->second;
+    const auto slash = packagePath.rfind('/');
+    const auto folder = slash == std::string::npos ? std::string() : packagePath.substr(0, slash);
+    for (const auto& name : memberCandidates(appendingPathComponent(folder, href), MemberName::Reference)) {
+        if (auto bytes = archive->read(name, largestAhead)) {
+            auto picture = scaled(*bytes);
+            return ScaledCover { std::move(*bytes), std::move(picture) };
+        }
+    }
+    return std::nullopt;
 }
 
 std::optional<Data> defaultCoverPicture()

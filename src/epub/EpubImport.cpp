@@ -2,6 +2,7 @@
 
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
+#include "epub/KnownNames.hpp"
 #include "platform/CopyIntoFolder.hpp"
 #include "platform/Files.hpp"
 #include "platform/Path.hpp"
@@ -15,6 +16,16 @@ namespace pagora {
 namespace {
 constexpr const char* copyMode = "Copy";
 constexpr const char* moveMode = "Move";
+
+std::vector<std::string> chosen(const std::vector<std::string>& files, const std::vector<bool>& isChosen)
+{
+    std::vector<std::string> chosen;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        if (isChosen[i])
+            chosen.push_back(files[i]);
+    }
+    return chosen;
+}
 }
 
 class EpubImport::UnderWay {
@@ -136,27 +147,41 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
     const UnderWay underWay(*this);
     std::scoped_lock batch(_batch);
     auto& catalogue = _mainController.catalogue();
-    const auto knownNames = catalogue.knownNames();
+    const auto isNew = newOnes(files);
     beginProgress(files.size());
     _cancelled = false;
 
     std::vector<std::string> imported;
-    for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
-        showProgress(i, files.size());
-        std::scoped_lock inspecting(_inspecting);
-        emptyScratch();
-        if (knownNames.find(lastPathComponent(files[i])) != std::string::npos)
-            continue;
-        const auto book = importFile(files[i], mode);
-        if (!book)
-            continue;
-        imported.push_back(*book->epubPath());
-        catalogue.append(book, entryFromBook(*book), lastPathComponent(*book->epubPath()));
+    {
+        ImportAhead ahead(_mainController.workspace(), chosen(files, isNew),
+            mode == copyMode || mode == moveMode ? _mainController.folders().libPath : "");
+        for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
+            showProgress(i, files.size());
+            std::scoped_lock inspecting(_inspecting);
+            emptyScratch();
+            const auto book = isNew[i] ? importFile(files[i], mode, ahead.take(files[i])) : nullptr;
+            if (!book)
+                continue;
+            imported.push_back(*book->epubPath());
+            catalogue.append(book, entryFromBook(*book), lastPathComponent(*book->epubPath()));
+        }
     }
     endProgress();
-    if (!imported.empty())
+    if (!imported.empty()) {
+        flushFolder(_mainController.folders().libPath);
         catalogue.save(_mainController.defaults());
+    }
     return imported;
+}
+
+std::vector<bool> EpubImport::newOnes(const std::vector<std::string>& files)
+{
+    const KnownNames knownNames(_mainController.catalogue().knownNames());
+    std::vector<bool> isNew;
+    isNew.reserve(files.size());
+    for (const auto& file : files)
+        isNew.push_back(!knownNames.hold(lastPathComponent(file)));
+    return isNew;
 }
 
 void EpubImport::emptyScratch()
@@ -173,9 +198,9 @@ BookInfoPtr EpubImport::bookFromOwnFile(const std::string& path)
     return _inspection.getBookInfo(path, StopOnErrors::Yes);
 }
 
-BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& mode)
+BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& mode, const ImportAhead::Results& ahead)
 {
-    auto book = _inspection.getBookInfo(file, StopOnErrors::Yes);
+    auto book = _inspection.getBookInfo(file, StopOnErrors::Yes, ahead.cover ? &*ahead.cover : nullptr);
     if (!book)
         return nullptr;
     const auto& libPath = _mainController.folders().libPath;
@@ -185,10 +210,10 @@ BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& m
 
     const auto name = lastPathComponent(file);
     auto& workspace = _mainController.workspace();
-    const auto copies = workspace.copyFiles(folder, libPath, { name });
-    const auto& copy = copies.front();
+    const auto copy = ahead.copy ? ahead.copy->takeName() : workspace.copyFiles(folder, libPath, { name }).front();
     const auto destination = archiveOf(file, copy);
-    if (mode == moveMode && copy && !workspace.isOnMountedVolume(file) && !isSameFile(file, destination))
+    if (mode == moveMode && copy && !workspace.isOnMountedVolume(file) && !isSameFile(file, destination)
+        && (!ahead.copy || flushFolder(libPath)))
         removeItem(file);
     book->setEpubPath(destination);
     return book;

@@ -3,6 +3,7 @@
 #include "catalogue/Catalogue.hpp"
 #include "epub/EpubInspection.hpp"
 #include "epub/FaultyBooks.hpp"
+#include "epub/ImportAhead.hpp"
 #include "platform/Controls.hpp"
 #include "platform/RunLoop.hpp"
 #include "platform/UserDefaults.hpp"
@@ -96,8 +97,10 @@ private:
     void endProgress();
     // Call it with `_inspecting` held.
     void emptyScratch();
+    // Which of the files are not in the library yet.
+    std::vector<bool> newOnes(const std::vector<std::string>& files);
     // Null when the file is rejected.
-    BookInfoPtr importFile(const std::string& file, const std::string& mode);
+    BookInfoPtr importFile(const std::string& file, const std::string& mode, const ImportAhead::Results& ahead);
     // The path that a file has in the library folder once it was copied there under the name `copy`.
     std::string archiveOf(const std::string& file, const std::optional<std::string>& copy) const;
     // Call it with `_inspecting` held.

@@ -3,7 +3,6 @@
 #include "epub/ContainerParser.hpp"
 #include "epub/ContentParser.hpp"
 #include "epub/ContentsTargets.hpp"
-#include "epub/CoverPicture.hpp"
 #include "epub/ExtractedMember.hpp"
 #include "epub/HTMLParser.hpp"
 #include "epub/OPFParser.hpp"
@@ -51,12 +50,13 @@ std::string decodedReference(const std::string& reference)
 // The inspection of one archive.
 class Inspection {
 public:
-    Inspection(InspectionHub& hub, const std::string& archivePath, StopOnErrors stopOnErrors)
+    Inspection(InspectionHub& hub, const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* cover)
         : _mainController(hub)
         , _dataPath(hub.folders()._dataPath)
         , _archivePath(archivePath)
         , _archiveName(lastPathComponent(archivePath))
         , _stopOnErrors(stopOnErrors)
+        , _coverAhead(cover)
     {
     }
 
@@ -93,6 +93,7 @@ private:
     const std::string _archivePath;
     const std::string _archiveName;
     const StopOnErrors _stopOnErrors;
+    const ScaledCover* _coverAhead;
     std::optional<Archive> _archive;
     std::string _type = "default";
     std::string _packageFile;
@@ -193,7 +194,7 @@ std::optional<Data> Inspection::readCover(const OPFParser& package)
     log("subfolder - " + _packageFolder);
     log("cover file - " + appendingPathComponent(_packageFolder, href));
     const auto file = extracted(href);
-    return file ? coverPicture(*file) : defaultCoverPicture();
+    return file ? coverPicture(*file, _coverAhead) : defaultCoverPicture();
 }
 
 bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
@@ -273,9 +274,10 @@ BookInfoPtr Inspection::run()
 
 }
 
-BookInfoPtr EpubInspection::getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors)
+BookInfoPtr EpubInspection::getBookInfo(
+    const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead)
 {
-    return Inspection(_mainController, archivePath, stopOnErrors).run();
+    return Inspection(_mainController, archivePath, stopOnErrors, coverAhead).run();
 }
 
 }

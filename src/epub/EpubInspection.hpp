@@ -2,6 +2,7 @@
 
 #include "catalogue/BookInfo.hpp"
 #include "catalogue/LibraryFolders.hpp"
+#include "epub/CoverPicture.hpp"
 
 #include <string>
 #include <vector>
@@ -33,7 +34,9 @@ public:
 
     // The new record; null when the archive was rejected. With `StopOnErrors::No` the first problems are all reported
     // and the inspection goes on where it can.
-    BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
+    // `coverAhead` may hold the archive's cover, scaled already.
+    BookInfoPtr getBookInfo(
+        const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead = nullptr);
 
 private:
     InspectionHub& _mainController;

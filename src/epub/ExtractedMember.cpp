@@ -6,13 +6,10 @@
 #include "platform/Url.hpp"
 
 #include <algorithm>
-#include <vector>
 
 namespace pagora {
 
-namespace {
-
-std::vector<std::string> candidates(const std::string& member, MemberName kind)
+std::vector<std::string> memberCandidates(const std::string& member, MemberName kind)
 {
     std::vector<std::string> names { member };
     if (kind == MemberName::Exact)
@@ -29,12 +26,10 @@ std::vector<std::string> candidates(const std::string& member, MemberName kind)
     return names;
 }
 
-}
-
 std::optional<std::string> extractedMember(
     Archive* archive, const std::string& member, const std::string& folder, MemberName kind)
 {
-    for (const auto& name : candidates(member, kind)) {
+    for (const auto& name : memberCandidates(member, kind)) {
         const auto path = appendingPathComponent(folder, name);
         // An empty name would mean every member, and one that leads out is nobody's.
         if (name.empty() || !isPathInside(path, folder))

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace pagora {
 
@@ -15,5 +16,8 @@ namespace pagora {
 enum class MemberName : bool { Exact, Reference };
 std::optional<std::string> extractedMember(
     Archive* archive, const std::string& member, const std::string& folder, MemberName kind);
+
+// The names that are tried for a member, in order.
+std::vector<std::string> memberCandidates(const std::string& member, MemberName kind);
 
 }

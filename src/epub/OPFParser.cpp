@@ -30,6 +30,13 @@ void OPFParser::parse()
     _state = {};
 }
 
+void OPFParser::parseBytes(std::string_view bytes)
+{
+    _state = {};
+    parseXmlBytes(bytes, *this);
+    _state = {};
+}
+
 void OPFParser::didStartElement(const std::string& elementName, const XmlAttributes& attributes)
 {
     const auto name = normalized(elementName);

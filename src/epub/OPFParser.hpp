@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -23,6 +24,8 @@ public:
     // Reads the whole document. The results are made where the package element ends, so a document that is not
     // well-formed before that gives none.
     void parse();
+    // The same with the document's bytes instead of the file.
+    void parseBytes(std::string_view bytes);
 
     // "title", "creator", "isbn", "cover" (the image's path) and "tocfile" (the table of contents' path), each only
     // when found. Paths here and below are as written: relative to the package document's folder, percent escapes kept.

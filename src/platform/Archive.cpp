@@ -63,12 +63,13 @@ struct Archive::Handle {
     std::vector<Member> members;
 
     bool readDirectory(const ArchiveLimits& limits, std::uint64_t archiveBytes);
-    Member read(zip_uint64_t index) const;
+    Member describe(zip_uint64_t index) const;
+    std::optional<std::string> read(const Member& member) const;
     bool extract(
         const Member& member, ContainedFolder& destination, std::vector<char>& buffer, const std::stop_token& stop);
 };
 
-Member Archive::Handle::read(zip_uint64_t index) const
+Member Archive::Handle::describe(zip_uint64_t index) const
 {
     zip_stat_t info {};
     if (zip_stat_index(zip.get(), index, 0, &info) != 0 || !(info.valid & ZIP_STAT_NAME))
@@ -98,7 +99,7 @@ bool Archive::Handle::readDirectory(const ArchiveLimits& limits, std::uint64_t a
     members.reserve(count);
     std::uint64_t total = 0;
     for (zip_uint64_t i = 0; i < count; ++i) {
-        auto member = read(i);
+        auto member = describe(i);
         if (member.size > limits.memberBytes || member.name.size() > limits.pathBytes
             || member.components.size() > limits.depth)
             return false;
@@ -108,6 +109,29 @@ bool Archive::Handle::readDirectory(const ArchiveLimits& limits, std::uint64_t a
         members.push_back(std::move(member));
     }
     return total <= limits.freeBytes || total / limits.ratio <= archiveBytes;
+}
+
+std::optional<std::string> Archive::Handle::read(const Member& member) const
+{
+    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(
+        zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
+    if (!source)
+        return std::nullopt;
+    // One byte more shows a member that holds more than the directory says, and makes the library check the sum.
+    std::string bytes(member.size + 1, '\0');
+    std::size_t size = 0;
+    while (size < bytes.size()) {
+        const auto got = zip_fread(source.get(), bytes.data() + size, bytes.size() - size);
+        if (got < 0)
+            return std::nullopt;
+        if (got == 0)
+            break;
+        size += static_cast<std::size_t>(got);
+    }
+    if (size > member.size)
+        return std::nullopt;
+    bytes.resize(size);
+    return bytes;
 }
 
 bool Archive::Handle::extract(
@@ -174,6 +198,15 @@ std::vector<std::string> Archive::filePaths() const
             paths.push_back(joined(member.components, "/"));
     }
     return paths;
+}
+
+std::optional<std::string> Archive::read(const std::string& member, std::uint64_t limit) const
+{
+    for (const auto& each : _handle->members) {
+        if (each.name == member && !each.isFolder && !each.components.empty())
+            return each.size <= limit ? _handle->read(each) : std::nullopt;
+    }
+    return std::nullopt;
 }
 
 void Archive::extract(

@@ -48,6 +48,9 @@ public:
     void extract(
         const std::vector<std::string>& members, const std::string& destination, const std::stop_token& stop = {});
 
+    // The bytes of the member of that very name; missing when there is none, it fails, or it holds more than `limit`.
+    std::optional<std::string> read(const std::string& member, std::uint64_t limit) const;
+
 private:
     struct Handle;
     explicit Archive(std::unique_ptr<Handle> handle);

@@ -109,28 +109,6 @@ private:
     bool _named = false;
 };
 
-bool copyBytes(int source, int destination)
-{
-    if (::ioctl(destination, FICLONE, source) == 0)
-        return true;
-    ssize_t copied = 0;
-    bool any = false;
-    while ((copied = ::copy_file_range(source, nullptr, destination, nullptr, 1u << 30, 0)) > 0)
-        any = true;
-    if (copied == 0 && any)
-        return true;
-    if (any)
-        return false;
-    // Not every pair of file systems can copy by itself, and some report an empty file instead.
-    const auto buffer = std::make_unique<std::array<char, 1 << 18>>();
-    ssize_t got = 0;
-    while ((got = ::read(source, buffer->data(), buffer->size())) > 0) {
-        if (!writeAll(destination, { buffer->data(), static_cast<std::size_t>(got) }))
-            return false;
-    }
-    return got == 0;
-}
-
 }
 
 bool fileExists(const std::string& path)
@@ -259,6 +237,34 @@ void removeUnfinishedFiles(const std::string& folder)
         if (file && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
             ::unlink(path.c_str());
     }
+}
+
+bool copyBytes(int source, int destination)
+{
+    if (::ioctl(destination, FICLONE, source) == 0)
+        return true;
+    ssize_t copied = 0;
+    bool any = false;
+    while ((copied = ::copy_file_range(source, nullptr, destination, nullptr, 1u << 30, 0)) > 0)
+        any = true;
+    if (copied == 0 && any)
+        return true;
+    if (any)
+        return false;
+    // Not every pair of file systems can copy by itself, and some report an empty file instead.
+    const auto buffer = std::make_unique<std::array<char, 1 << 18>>();
+    ssize_t got = 0;
+    while ((got = ::read(source, buffer->data(), buffer->size())) > 0) {
+        if (!writeAll(destination, { buffer->data(), static_cast<std::size_t>(got) }))
+            return false;
+    }
+    return got == 0;
+}
+
+bool flushFolder(const std::string& path)
+{
+    const FileDescriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return folder && ::fsync(folder.get()) == 0;
 }
 
 bool copyFile(const std::string& source, const std::string& destination)

@@ -33,6 +33,10 @@ std::optional<std::string> readFile(const std::string& path, std::size_t limit =
 bool writeFile(const std::string& path, const std::string& bytes);
 // Writes all of the bytes to an open file.
 bool writeAll(int file, std::string_view bytes);
+// Writes all that is still to be read of one open file to another one.
+bool copyBytes(int source, int destination);
+// Brings the names in a folder to the disk.
+bool flushFolder(const std::string& path);
 // A copy of the file at `source` under the name `destination`, made the same way. An existing destination that is not
 // the same file is never overwritten: the copy fails and leaves it as it was.
 bool copyFile(const std::string& source, const std::string& destination);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/CopyAhead.hpp"
 #include "platform/Url.hpp"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,6 +22,9 @@ public:
     virtual std::vector<std::optional<std::string>> copyFiles(
         const std::string& source, const std::string& destination, const std::vector<std::string>& names)
         = 0;
+    // Does what takes long of copying one file into a folder, for `copyFiles` to be spared when its time comes; null
+    // when that is not possible. Any thread.
+    virtual std::unique_ptr<CopyAhead> copyAhead(const std::string& file, const std::string& destination) = 0;
     // Whether there is a Trash for the file, and it may be moved there. Any thread.
     virtual bool canRecycleFile(const std::string& path) const = 0;
     // Moves the named files of a folder to the Trash. True when all went there. Any thread.

@@ -7,9 +7,11 @@
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -64,6 +66,7 @@ public:
     }
 
     bool parse(const std::string& path);
+    bool parseBytes(std::string_view bytes);
 
 private:
     struct ContextDeleter {
@@ -77,6 +80,11 @@ private:
     };
     using Context = std::unique_ptr<xmlParserCtxt, ContextDeleter>;
 
+    // The first bytes tell the encoding.
+    static constexpr std::size_t startBytes = 4;
+
+    // `feedRest` hands over what follows the start.
+    bool parse(std::string_view start, const std::function<bool(xmlParserCtxtPtr)>& feedRest);
     static xmlSAXHandler handler();
     static Context makeContext(std::string_view start);
     bool readInto(int file, xmlParserCtxtPtr context);
@@ -252,7 +260,6 @@ Reader::Context Reader::makeContext(std::string_view start)
     static std::once_flag initialized;
     std::call_once(initialized, xmlInitParser);
     auto sax = handler();
-    // The first four bytes tell the encoding.
     Context context(xmlCreatePushParserCtxt(&sax, nullptr, start.data(), static_cast<int>(start.size()), nullptr));
     if (!context)
         throw std::bad_alloc();
@@ -302,17 +309,35 @@ bool Reader::parse(const std::string& path)
         fail("the file cannot be read");
         return false;
     }
-    std::array<char, 4> start {};
+    std::array<char, startBytes> start {};
     const auto got = ::read(file.get(), start.data(), start.size());
-    if (got < static_cast<ssize_t>(start.size())) {
+    return parse({ start.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)) },
+        [&](xmlParserCtxtPtr context) { return readInto(file.get(), context); });
+}
+
+bool Reader::parseBytes(std::string_view bytes)
+{
+    return parse(bytes.substr(0, startBytes), [&](xmlParserCtxtPtr context) {
+        constexpr std::size_t piece = 1 << 16;
+        for (auto at = startBytes; at < bytes.size(); at += piece) {
+            if (!feed(context, bytes.substr(at, piece), false))
+                return false;
+        }
+        return true;
+    });
+}
+
+bool Reader::parse(std::string_view start, const std::function<bool(xmlParserCtxtPtr)>& feedRest)
+{
+    if (start.size() < startBytes) {
         fail("the document is empty");
         return false;
     }
     _bytesRead = start.size();
-    const auto context = makeContext({ start.data(), start.size() });
+    const auto context = makeContext(start);
     context->_private = this;
     _document = context.get();
-    if (!readInto(file.get(), context.get()) || !feed(context.get(), {}, true))
+    if (!feedRest(context.get()) || !feed(context.get(), {}, true))
         return false;
     flush();
     _delegate.didEndDocument();
@@ -333,6 +358,11 @@ const std::string* XmlAttributes::find(const std::string& name) const
 bool parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits)
 {
     return Reader(delegate, limits).parse(path);
+}
+
+bool parseXmlBytes(std::string_view bytes, XmlDelegate& delegate, const XmlLimits& limits)
+{
+    return Reader(delegate, limits).parseBytes(bytes);
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -54,5 +55,8 @@ struct XmlLimits {
 // network, no external entity, no external DTD; the expansion of entities is bounded. True when the whole document was
 // well-formed.
 bool parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits = {});
+
+// The same for a document that is in memory.
+bool parseXmlBytes(std::string_view bytes, XmlDelegate& delegate, const XmlLimits& limits = {});
 
 }

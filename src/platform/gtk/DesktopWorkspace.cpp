@@ -53,6 +53,11 @@ std::vector<std::optional<std::string>> DesktopWorkspace::copyFiles(
     return copies;
 }
 
+std::unique_ptr<CopyAhead> DesktopWorkspace::copyAhead(const std::string& file, const std::string& destination)
+{
+    return CopyAhead::of(file, destination);
+}
+
 bool DesktopWorkspace::canRecycleFile(const std::string& path) const
 {
     try {

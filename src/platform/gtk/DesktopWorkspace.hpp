@@ -10,6 +10,7 @@ class DesktopWorkspace : public Workspace {
 public:
     std::vector<std::optional<std::string>> copyFiles(
         const std::string& source, const std::string& destination, const std::vector<std::string>& names) override;
+    std::unique_ptr<CopyAhead> copyAhead(const std::string& file, const std::string& destination) override;
     bool canRecycleFile(const std::string& path) const override;
     bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override;
     // Opens the enclosing folder where no file manager answers.

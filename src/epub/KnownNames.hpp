@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace pagora {
+
+// The archive locations of a library in one text, and the question whether a file's name occurs in it anywhere. Asking
+// takes no longer for a large library than for a small one, save for names that are put together from pieces of known
+// ones. One thread at a time.
+class KnownNames {
+public:
+    // Locations joined with " ## ".
+    explicit KnownNames(std::string text);
+    KnownNames(const KnownNames&) = delete;
+    KnownNames& operator=(const KnownNames&) = delete;
+
+    bool hold(std::string_view name) const;
+
+private:
+    void readPieces();
+    std::size_t bitOf(const char* piece) const;
+
+    const std::string _text;
+    // The file names of the locations.
+    std::unordered_set<std::string_view> _names;
+    // A bit for each run of a few characters in the text; several runs may share one.
+    std::vector<std::uint64_t> _pieces;
+};
+
+}

@@ -69,6 +69,42 @@ TEST_F(Import, FilesOfOneNameInABatchKeepBothArchives)
     EXPECT_EQ(program.catalogue().epubLocations()[1], lastPathComponent(*program.book(1)->epubPath()));
 }
 
+TEST_F(Import, ABatchIsCataloguedInItsOrder)
+{
+    Names files;
+    Names titles;
+    for (int i = 0; i < 40; ++i) {
+        titles.push_back("Book " + std::to_string(i * 7 % 40));
+        files.push_back(program.download(titles.back() + ".epub"));
+    }
+    program.drop(files);
+    EXPECT_EQ(program.titles(), titles);
+    EXPECT_EQ(folderEntries(program.inLibrary(""))->size(), files.size());
+}
+
+TEST_F(Import, EachBookOfABatchHasItsOwnCover)
+{
+    const auto small = program.download("Small.epub", EpubBuilder().cover(20, 80));
+    const auto large = program.download("Large.epub", EpubBuilder().cover(900, 1400));
+    const auto none = program.download("None.epub", EpubBuilder().without("OEBPS/images/cover.jpg"));
+    program.drop({ small, large, none });
+    ASSERT_EQ(program.catalogue().count(), 3u);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const auto alone = program.controller->getBookInfo(*program.book(i)->epubPath(), StopOnErrors::Yes);
+        EXPECT_EQ(program.book(i)->imgData()->bytes(), alone->imgData()->bytes());
+    }
+    EXPECT_EQ(program.book(0)->cover()->size().width, 39);
+}
+
+TEST_F(Import, RejectedFilesOfABatchLeaveNothingInTheLibrary)
+{
+    setMode("Move");
+    const auto bad = program.download("Locked.epub", EpubBuilder().member("META-INF/encryption.xml", "<x/>"));
+    program.drop({ program.download("Sea.epub"), bad, program.download("Sky.epub") });
+    EXPECT_EQ(folderEntries(program.inLibrary(""))->size(), 2u);
+    EXPECT_EQ(folderEntries(program.inDownloads("")), (Names { "Locked.epub" }));
+}
+
 TEST_F(Import, CopyingLeavesTheSource)
 {
     setMode("Copy");

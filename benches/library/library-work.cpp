@@ -11,6 +11,8 @@
 #include "catalogue/CatalogueEntry.hpp"
 #include "epub/Unpacking.hpp"
 
+#include <giomm/init.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -91,6 +93,7 @@ double unpackBook(const std::string& archive, const std::string& folder)
 
 int main(int count, char** arguments)
 {
+    Gio::init();
     const std::string kind = count > 2 ? arguments[1] : "";
     if (kind == "import" && count == 4)
         std::cout << importBooks(arguments[2], arguments[3]) << "\n";

@@ -5,6 +5,7 @@
 #include "platform/Path.hpp"
 #include "platform/Translation.hpp"
 
+#include <algorithm>
 #include <map>
 
 namespace pagora {
@@ -68,17 +69,18 @@ void BookRemoval::remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDi
     TrashQuestions trash(_platform.workspace);
     std::vector<std::string> archives;
     std::vector<std::string> withoutTrash;
-    bool changed = false;
+    std::vector<BookInfoPtr> leaving;
     for (const auto& book : books) {
         const bool goesToTrash = remove == ByRemovingFromDisk::Yes && book->epubPath();
         if (goesToTrash && !trash.takes(*book->epubPath())) {
             withoutTrash.push_back(*book->epubPath());
             continue;
         }
-        changed = takeOut(book) || changed;
+        leaving.push_back(book);
         if (goesToTrash)
             archives.push_back(*book->epubPath());
     }
+    const bool changed = takeOut(leaving);
     if (!archives.empty())
         PendingRemovals(_platform.defaults).add(archives);
     if (changed) {
@@ -90,13 +92,18 @@ void BookRemoval::remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDi
         recycle(std::move(archives));
 }
 
-bool BookRemoval::takeOut(const BookInfoPtr& book)
+bool BookRemoval::takeOut(std::vector<BookInfoPtr> books)
 {
-    if (!book->isbn() || !_state.catalogue.removeFirstWithISBN(*book->isbn()))
-        return false;
-    if (_state.currentBook == book)
-        _state.currentBook = nullptr;
-    return true;
+    std::erase_if(books, [](const auto& book) { return !book->isbn(); });
+    std::vector<std::string> isbns;
+    for (const auto& book : books)
+        isbns.push_back(*book->isbn());
+    const auto removed = _state.catalogue.removeFirstWithISBNs(isbns);
+    for (std::size_t i = 0; i < books.size(); ++i) {
+        if (removed[i] && _state.currentBook == books[i])
+            _state.currentBook = nullptr;
+    }
+    return std::find(removed.begin(), removed.end(), true) != removed.end();
 }
 
 void BookRemoval::recycle(std::vector<std::string> archives)

@@ -21,7 +21,8 @@ public:
     void remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDisk remove);
 
 private:
-    bool takeOut(const BookInfoPtr& book);
+    // False when no book of the library was among them.
+    bool takeOut(std::vector<BookInfoPtr> books);
     void recycle(std::vector<std::string> archives);
     // An alert about files that stay; none when there are none.
     void tell(const std::string& title, const std::vector<std::string>& archives, const std::string& outcome);

@@ -6,6 +6,7 @@
 #include "platform/Path.hpp"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace pagora {
 
@@ -67,19 +68,38 @@ void Catalogue::removeAt(std::size_t index)
     _sharedBookList = nullptr;
 }
 
-bool Catalogue::removeFirstWithISBN(const std::string& isbn)
+std::vector<bool> Catalogue::removeFirstWithISBNs(const std::vector<std::string>& isbns)
 {
-    std::size_t index = 0;
-    {
-        std::scoped_lock lock(_mutex);
-        const auto found = std::find_if(_bookData.begin(), _bookData.end(),
-            [&isbn](const Value& entry) { return stringFrom(entry.find(entry_keys::ISBN)) == isbn; });
-        if (found == _bookData.end())
-            return false;
-        index = static_cast<std::size_t>(found - _bookData.begin());
+    // The requests for each identifier, the earliest last.
+    std::unordered_map<std::string, std::vector<std::size_t>> requests;
+    for (std::size_t i = isbns.size(); i-- > 0;)
+        requests[isbns[i]].push_back(i);
+    std::vector<bool> removed(isbns.size());
+    std::scoped_lock lock(_mutex);
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < _bookData.size(); ++i) {
+        const auto isbn = requests.empty() ? std::nullopt : stringFrom(_bookData[i].find(entry_keys::ISBN));
+        const auto request = isbn ? requests.find(*isbn) : requests.end();
+        if (request != requests.end()) {
+            removed[request->second.back()] = true;
+            request->second.pop_back();
+            if (request->second.empty())
+                requests.erase(request);
+            continue;
+        }
+        if (kept != i) {
+            _bookData[kept] = std::move(_bookData[i]);
+            _bookList[kept] = std::move(_bookList[i]);
+            _epubLocations[kept] = std::move(_epubLocations[i]);
+        }
+        ++kept;
     }
-    removeAt(index);
-    return true;
+    const auto end = static_cast<std::ptrdiff_t>(kept);
+    _bookData.erase(_bookData.begin() + end, _bookData.end());
+    _bookList.erase(_bookList.begin() + end, _bookList.end());
+    _epubLocations.erase(_epubLocations.begin() + end, _epubLocations.end());
+    _sharedBookList = nullptr;
+    return removed;
 }
 
 std::optional<std::size_t> Catalogue::indexOf(const BookInfoPtr& book) const

@@ -33,8 +33,9 @@ public:
     // Appends a book at the end of all three arrays. `location` is its archive's file name.
     void append(const BookInfoPtr& book, Value entry, std::string location);
     void removeAt(std::size_t index);
-    // Removes the first book whose stored entry has the identifier; false when there is none.
-    bool removeFirstWithISBN(const std::string& isbn);
+    // For each identifier, in order, removes the first book whose stored entry has it; tells of each whether there was
+    // one.
+    std::vector<bool> removeFirstWithISBNs(const std::vector<std::string>& isbns);
     // Puts the record and its stored entry back at the record's index; false when the record is not in the catalogue.
     bool replaceEntry(const BookInfoPtr& book, Value entry);
 

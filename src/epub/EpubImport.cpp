@@ -186,9 +186,7 @@ std::vector<bool> EpubImport::newOnes(const std::vector<std::string>& files)
 
 void EpubImport::emptyScratch()
 {
-    const auto& scratch = _mainController.folders()._dataPath;
-    removeItem(scratch);
-    createFolder(scratch);
+    makeEmptyFolder(_mainController.folders()._dataPath);
 }
 
 BookInfoPtr EpubImport::bookFromOwnFile(const std::string& path)

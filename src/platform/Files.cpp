@@ -168,6 +168,21 @@ bool removeItem(const std::string& path)
     return isUsable(path) && fs::remove_all(path, code) > 0 && !code;
 }
 
+void makeEmptyFolder(const std::string& path)
+{
+    std::error_code code;
+    const bool isThere = isUsable(path) && fs::symlink_status(path, code).type() == fs::file_type::directory;
+    const auto entries = isThere ? folderEntries(path) : std::nullopt;
+    if (!entries) {
+        removeItem(path);
+        createFolder(path);
+        return;
+    }
+    // Making a folder anew, many times a second, gets slower each time on some file systems.
+    for (const auto& name : *entries)
+        removeItem(path + "/" + name);
+}
+
 FileDescriptor openFile(const std::string& path)
 {
     if (!isUsable(path))

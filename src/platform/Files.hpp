@@ -22,6 +22,8 @@ bool isReadable(const std::string& path);
 std::optional<std::vector<std::string>> folderEntries(const std::string& path);
 // With the folders above it. `error` receives the system's description of a failure.
 bool createFolder(const std::string& path, std::string* error = nullptr);
+// Makes sure that there is an empty folder, with those above it; whatever was there is gone.
+void makeEmptyFolder(const std::string& path);
 // A file, or a folder with all that is in it. Links are removed, not followed. False when there was nothing.
 bool removeItem(const std::string& path);
 // An open file to read from, that is a file and not a pipe or a device; none when it cannot be opened.

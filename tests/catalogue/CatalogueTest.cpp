@@ -85,6 +85,24 @@ TEST_F(CatalogueOfThree, RemovalBeyondTheEndChangesNothing)
     EXPECT_EQ(catalogue.count(), 3u);
 }
 
+TEST(Catalogue, EachIdentifierTakesTheFirstBookThatIsLeftWithIt)
+{
+    Catalogue catalogue;
+    Value::Array stored;
+    for (const auto& [name, isbn] : std::vector<std::pair<std::string, std::string>> {
+             { "a", "1" }, { "b", "2" }, { "c", "1" }, { "d", "3" }, { "e", "1" } })
+        stored.push_back(Value::Dictionary { { "Title", name }, { "ISBN", isbn }, { "ePubPath", name + ".epub" } });
+    stored.push_back(storedBook("without"));
+    catalogue.setBookData(std::move(stored));
+    catalogue.bookDataToList();
+    EXPECT_EQ(catalogue.removeFirstWithISBNs({ "1", "2", "1", "2", "4" }),
+        (std::vector<bool> { true, true, true, false, false }));
+    const std::vector<std::string> left { "d", "e", "without" };
+    EXPECT_EQ(titlesOf(catalogue), left);
+    EXPECT_EQ(storedTitlesOf(catalogue), left);
+    EXPECT_EQ(catalogue.epubLocations(), (std::vector<std::string> { "d.epub", "e.epub", "/library/without.epub" }));
+}
+
 TEST_F(CatalogueOfThree, AnEntryIsReplacedAtItsRecordsIndex)
 {
     const auto second = (*catalogue.bookList())[1];

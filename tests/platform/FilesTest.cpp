@@ -145,6 +145,21 @@ TEST(Files, WhatIsBeingWrittenIsNotTakenForUnfinished)
     EXPECT_EQ(folderEntries(folder.path())->size(), 21u);
 }
 
+TEST(Files, EmptyFolderIsMadeOfNothingAFileALinkAndAFullFolder)
+{
+    TemporaryFolder folder;
+    makeFile(folder.path("full/in/here"), "x");
+    makeFile(folder.path("file"), "x");
+    createFolder(folder.path("target"));
+    makeFile(folder.path("target/kept"), "x");
+    std::filesystem::create_directory_symlink(folder.path("target"), folder.path("link"));
+    for (const auto* name : { "new/below", "full", "file", "link" }) {
+        makeEmptyFolder(folder.path(name));
+        EXPECT_EQ(folderEntries(folder.path(name)), (std::vector<std::string> {})) << name;
+    }
+    EXPECT_TRUE(fileExists(folder.path("target/kept")));
+}
+
 TEST(Files, CopyHasTheBytesAndLeavesNothingElse)
 {
     TemporaryFolder folder;

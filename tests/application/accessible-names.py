@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Walks everything that assistive technology sees of the program and says which controls have no name, one a line:
-accessible-names.py. With --all it prints the whole tree, each with its role, name and states."""
+accessible-names.py FILE. The whole tree, each with its role, name and states, is written to the file."""
 
 import re
 import sys
@@ -20,7 +20,7 @@ CONTROLS = {
 }
 # What the toolkit calls a thing that nobody has named.
 TYPE_NAME = re.compile(r"(gtkmm__)?(Gtk|Pagora)[A-Z]\w*|_\d+")
-everything = "--all" in sys.argv
+tree = open(sys.argv[1], "w", encoding="utf-8")
 
 
 def walk(parent, trail):
@@ -29,10 +29,9 @@ def walk(parent, trail):
         if child is None:
             continue
         role, name = child.get_role_name(), (child.get_name() or "").strip()
-        if everything:
-            states = " ".join(state.value_nick for state in child.get_state_set().get_states())
-            print("  " * len(trail) + f"{role} | {name} | {states}")
-        elif role in CONTROLS and (not name or TYPE_NAME.fullmatch(name)):
+        states = " ".join(state.value_nick for state in child.get_state_set().get_states())
+        tree.write("  " * len(trail) + f"{role} | {name} | {states}\n")
+        if role in CONTROLS and (not name or TYPE_NAME.fullmatch(name)):
             print(" > ".join(trail + [role]))
         walk(child, trail + [f"{role} “{name}”" if name else role])
 

@@ -11,10 +11,9 @@ here=$(cd "$tests/../../scripts" && pwd)
 # look WINDOW: every control that can be seen from here has a name.
 look() {
     settle
-    timeout 60 /usr/bin/python3 "$tests/accessible-names.py" --all >"$pictures/$1.txt"
-    grep -q "^frame | " "$pictures/$1.txt" || fail "nothing is to be seen of $1"
     local unnamed
-    unnamed=$(timeout 60 /usr/bin/python3 "$tests/accessible-names.py")
+    unnamed=$(timeout 120 /usr/bin/python3 "$tests/accessible-names.py" "$pictures/$1.txt")
+    grep -q "^frame | " "$pictures/$1.txt" || fail "nothing is to be seen of $1"
     [ -z "$unnamed" ] || fail "$1: without a name: $unnamed"
 }
 # has WINDOW LINE: what assistive technology saw there.

@@ -3,12 +3,16 @@
 #include "platform/Files.hpp"
 #include "platform/Path.hpp"
 #include "platform/Resource.hpp"
+#include "platform/Translation.hpp"
 
 namespace pagora {
 
 std::optional<std::string> writeGuide(const std::string& folder)
 {
-    const auto guide = resourceBytes("/org/pagora/Pagora/guide.epub");
+    // Translators: the guide in your language, which is a file of resources/CMakeLists.txt; where there is none, this
+    // one.
+    const std::string name = _("guide.epub");
+    const auto guide = resourceBytes("/org/pagora/Pagora/" + name);
     auto path = appendingPathComponent(folder, "Pagora-Guide.epub");
     if (!guide || !createFolder(folder) || !writeFile(path, *guide))
         return std::nullopt;

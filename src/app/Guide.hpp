@@ -5,8 +5,8 @@
 
 namespace pagora {
 
-// Writes the guide to Pagora, a book that comes with the program, into the folder and returns its path; missing when
-// that fails. Any thread.
+// Writes the guide to Pagora, a book that comes with the program in the person's language, into the folder and returns
+// its path; missing when that fails. Any thread.
 std::optional<std::string> writeGuide(const std::string& folder);
 
 }

@@ -30,6 +30,11 @@ within 20 window_is "Pagora - The Lantern Keeper"
 picture page
 xdotool key ctrl+w
 within 20 window_is Pagora
+xdotool key F1
+within 20 window_is "Pagora - Anleitung zu Pagora"
+picture guide
+xdotool key ctrl+w
+within 20 window_is Pagora
 xdotool key ctrl+q
 within 20 ended
 program=

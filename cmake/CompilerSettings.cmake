@@ -38,3 +38,13 @@ if(PAGORA_FUZZ)
   # Counts which branches an input takes.
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
+
+# What is handed out is hardened: scripts/check-hardening says how. Fortified functions need the optimizer, and sanitizers
+# have checks of their own.
+if(NOT PAGORA_SANITIZE)
+  set(released "$<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>>")
+  add_compile_options(
+    "$<${released}:-fPIE;-fstack-protector-strong;-fstack-clash-protection;-fcf-protection=full;-U_FORTIFY_SOURCE>"
+    "$<${released}:-D_FORTIFY_SOURCE=3;-D_GLIBCXX_ASSERTIONS>")
+  add_link_options("$<${released}:-pie;-Wl,-z,relro;-Wl,-z,now;-Wl,-z,noexecstack>")
+endif()

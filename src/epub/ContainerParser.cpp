@@ -6,12 +6,12 @@ namespace pagora {
 
 void ContainerParser::parse()
 {
-    parseXml(_xmlFile.path(), *this);
+    _outcome = parseXml(_xmlFile.path(), *this);
 }
 
 void ContainerParser::parseBytes(std::string_view bytes)
 {
-    parseXmlBytes(bytes, *this);
+    _outcome = parseXmlBytes(bytes, *this);
 }
 
 void ContainerParser::didStartElement(const std::string& name, const XmlAttributes& attributes)

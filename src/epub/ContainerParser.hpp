@@ -21,6 +21,8 @@ public:
     void parse();
     // The same with the document's bytes instead of the file.
     void parseBytes(std::string_view bytes);
+    // Whether the last parse ended because the document is past a bound.
+    bool isPastBounds() const { return _outcome == XmlOutcome::PastBounds; }
 
     // The package document's path inside the archive, as the last rootfile gives it; missing when there is none.
     const std::optional<std::string>& opfFile() const { return _opfFile; }
@@ -30,6 +32,7 @@ private:
     void didStartElement(const std::string& name, const XmlAttributes& attributes) override;
 
     Url _xmlFile;
+    XmlOutcome _outcome = XmlOutcome::Whole;
     std::optional<std::string> _opfFile;
 };
 

@@ -21,7 +21,7 @@ void ContentParser::parse()
     _navLevel = 0;
     _currentSrc.reset();
     _currentLabel.clear();
-    parseXml(_xmlFile.path(), *this);
+    _outcome = parseXml(_xmlFile.path(), *this);
 }
 
 void ContentParser::didStartElement(const std::string& elementName, const XmlAttributes& attributes)
@@ -33,6 +33,12 @@ void ContentParser::didStartElement(const std::string& elementName, const XmlAtt
         const auto* src = attributes.find("src");
         _currentSrc = src ? std::optional(*src) : std::nullopt;
     }
+}
+
+bool ContentParser::isFull() const
+{
+    constexpr BookLimits limits;
+    return _contentList.size() > limits.contentsEntries || _currentLabel.size() > limits.textBytes;
 }
 
 void ContentParser::foundCharacters(const std::string& text)

@@ -20,6 +20,8 @@ public:
 
     // Reads the whole file. A document that is not well-formed ends early; the entries made until then stand.
     void parse();
+    // Whether the last parse ended because the document is past a bound.
+    bool isPastBounds() const { return _outcome == XmlOutcome::PastBounds; }
 
     // The entries in document order, each a dictionary: "src" (the target as written, relative to the file's folder),
     // "text" (the label) and "level" (1 for the outermost). An entry without a target is an empty dictionary.
@@ -30,8 +32,10 @@ private:
     void didStartElement(const std::string& name, const XmlAttributes& attributes) override;
     void didEndElement(const std::string& name) override;
     void foundCharacters(const std::string& text) override;
+    bool isFull() const override;
 
     Url _xmlFile;
+    XmlOutcome _outcome = XmlOutcome::Whole;
     Value::Array _contentList;
     std::int32_t _navLevel = 0;
     std::optional<std::string> _currentSrc;

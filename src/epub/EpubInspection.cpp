@@ -72,13 +72,20 @@ private:
 
     void layOutFolders(const std::string& packagePath);
     std::optional<Data> readCover(const OPFParser& package);
-    std::vector<Url> contentFiles(const OPFParser& package) const;
-    Value::Array readContents(const OPFParser& package);
+    std::optional<std::vector<Url>> contentFiles(const OPFParser& package) const;
+    // Missing when they are past a bound.
+    std::optional<Value::Array> readContents(const OPFParser& package);
     std::optional<std::string> extracted(const std::string& href);
 
     void report(const std::string& reason) const
     {
         _mainController.addFaultyBook(validUtf8(_archiveName) + " --> " + validUtf8(reason));
+    }
+    // What was read is past a bound, and nothing of it is used.
+    bool rejectTooLarge() const
+    {
+        report(_("epub is too large to be opened safely"));
+        return false;
     }
     // False when the inspection is to end with this problem.
     bool reject(const std::string& reason) const
@@ -107,10 +114,8 @@ bool Inspection::openArchive()
     auto problem = ArchiveProblem::Unreadable;
     _archive = Archive::open(_archivePath, {}, &problem);
     // A file that is no archive has no members, and is rejected as such.
-    if (!_archive && problem == ArchiveProblem::PastBounds) {
-        report(_("epub is too large to be opened safely"));
-        return false;
-    }
+    if (!_archive && problem == ArchiveProblem::PastBounds)
+        return rejectTooLarge();
     if (_archive)
         _archive->extract({ mimetypeMember, displayOptionsMember, encryptionMember, containerMember }, _dataPath);
     return true;
@@ -154,6 +159,8 @@ bool Inspection::findPackage()
     }
     ContainerParser parser(Url::file(container));
     parser.parse();
+    if (parser.isPastBounds())
+        return rejectTooLarge();
     if (!parser.opfFile()) {
         // Nothing below makes sense without it.
         report(_("epub is corrupted (content opf-file not found)"));
@@ -209,16 +216,22 @@ bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
     }
     HTMLParser parser(Url::file(*page));
     parser.parse();
+    if (parser.isPastBounds())
+        return rejectTooLarge();
     book.setFixedWidth(parser.viewportWidth());
     book.setFixedHeight(parser.viewportHeight());
     return true;
 }
 
-std::vector<Url> Inspection::contentFiles(const OPFParser& package) const
+std::optional<std::vector<Url>> Inspection::contentFiles(const OPFParser& package) const
 {
     std::vector<Url> files;
+    std::size_t bytes = 0;
     for (const auto& href : package.fileList()) {
         const auto path = appendingPathComponent(_contentBase, decodedReference(href));
+        bytes += path.size();
+        if (bytes > BookLimits().pathBytes)
+            return std::nullopt;
         // ".." may lead to another folder of the book, but not to other books or the person's own files.
         if (isPathInside(path, _bookFolder))
             files.push_back(Url::file(path));
@@ -226,23 +239,29 @@ std::vector<Url> Inspection::contentFiles(const OPFParser& package) const
     return files;
 }
 
-Value::Array Inspection::readContents(const OPFParser& package)
+std::optional<Value::Array> Inspection::readContents(const OPFParser& package)
 {
     const auto file = extracted(valueOr(package, "tocfile", "toc.ncx"));
     if (!file)
-        return {};
+        return Value::Array {};
     ContentParser parser(Url::file(*file));
     parser.parse();
+    if (parser.isPastBounds())
+        return std::nullopt;
     const auto contentsFolder = deletingLastPathComponent(file->substr(_dataPath.size() + 1));
     const ContentsTargets targets(_archive ? &*_archive : nullptr, _packageFolder, contentsFolder);
     Value::Array content;
+    std::size_t bytes = 0;
     for (const auto& entry : parser.contentList()) {
         const auto* src = entry.find("src");
         if (!src || !src->string())
             continue;
+        auto target = appendingPathComponent(_bookFolder, targets.path(decodedReference(*src->string())));
+        bytes += target.size();
+        if (bytes > BookLimits().pathBytes)
+            return std::nullopt;
         auto resolved = *entry.dictionary();
-        resolved.insert_or_assign(
-            "src", appendingPathComponent(_bookFolder, targets.path(decodedReference(*src->string()))));
+        resolved.insert_or_assign("src", std::move(target));
         content.emplace_back(std::move(resolved));
     }
     return content;
@@ -254,6 +273,10 @@ BookInfoPtr Inspection::run()
         return nullptr;
     OPFParser package(Url::file(_packageFile));
     package.parse();
+    if (package.isPastBounds()) {
+        rejectTooLarge();
+        return nullptr;
+    }
     const auto cover = readCover(package);
 
     auto book = std::make_shared<BookInfo>();
@@ -267,8 +290,14 @@ BookInfoPtr Inspection::run()
     book->setBookPath(_bookFolder);
     if (_type != "default" && !readPageSize(package, *book))
         return nullptr;
-    book->setFiles(contentFiles(package));
-    book->setContent(readContents(package));
+    auto files = contentFiles(package);
+    auto content = files ? readContents(package) : std::nullopt;
+    if (!content) {
+        rejectTooLarge();
+        return nullptr;
+    }
+    book->setFiles(std::move(*files));
+    book->setContent(std::move(*content));
     return book;
 }
 

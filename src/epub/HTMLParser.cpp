@@ -28,7 +28,7 @@ std::optional<Measure> measureIn(const std::string& piece)
 
 void HTMLParser::parse()
 {
-    parseXml(_htmlFile.path(), *this);
+    _outcome = parseXml(_htmlFile.path(), *this);
 }
 
 void HTMLParser::didStartElement(const std::string& name, const XmlAttributes& attributes)

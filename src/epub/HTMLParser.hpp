@@ -18,6 +18,8 @@ public:
 
     // Reads the whole page. A page that is not well-formed ends early and is logged; what was found until then stands.
     void parse();
+    // Whether the last parse ended because the document is past a bound.
+    bool isPastBounds() const { return _outcome == XmlOutcome::PastBounds; }
 
     // In CSS pixels.
     std::uint64_t viewportWidth() const { return _viewportWidth; }
@@ -30,6 +32,7 @@ private:
     void parseErrorOccurred(const std::string& description) override;
 
     Url _htmlFile;
+    XmlOutcome _outcome = XmlOutcome::Whole;
     std::uint64_t _viewportWidth = 600;
     std::uint64_t _viewportHeight = 800;
 };

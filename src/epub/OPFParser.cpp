@@ -2,6 +2,8 @@
 
 #include "platform/Path.hpp"
 
+#include <initializer_list>
+
 namespace pagora {
 
 namespace {
@@ -21,19 +23,30 @@ bool isImage(const XmlAttributes& item)
     return type && type->size() > image.size() && type->starts_with(image);
 }
 
+// The attributes of those names, and no others: there may be thousands.
+XmlAttributes only(const XmlAttributes& attributes, std::initializer_list<const char*> names)
+{
+    XmlAttributes kept;
+    for (const auto* name : names) {
+        if (const auto* value = attributes.find(name))
+            kept.add(name, *value);
+    }
+    return kept;
+}
+
 }
 
 void OPFParser::parse()
 {
     _state = {};
-    parseXml(_xmlFile.path(), *this);
+    _outcome = parseXml(_xmlFile.path(), *this);
     _state = {};
 }
 
 void OPFParser::parseBytes(std::string_view bytes)
 {
     _state = {};
-    parseXmlBytes(bytes, *this);
+    _outcome = parseXmlBytes(bytes, *this);
     _state = {};
 }
 
@@ -57,9 +70,9 @@ void OPFParser::didStartElement(const std::string& elementName, const XmlAttribu
         if (!_state.inMetadata && attributes.empty())
             return;
         if (_state.inManifest)
-            _state.manifest.push_back(attributes);
+            _state.manifest.push_back(only(attributes, { "id", "href", "media-type" }));
         else if (_state.inSpine)
-            _state.spine.push_back(attributes);
+            _state.spine.push_back(only(attributes, { "idref" }));
     }
 }
 
@@ -76,7 +89,7 @@ void OPFParser::startMetadataElement(const std::string& name, const XmlAttribute
         const auto* meta = attributes.find("name");
         const auto* content = attributes.find("content");
         if (meta && content && lowercased(*meta) == "cover")
-            _state.metadata.emplace_back("cover", *content);
+            _state.metadata["cover"] = *content;
     }
     if (element != "creator" && element != "title" && element != "identifier")
         element.clear();
@@ -86,6 +99,13 @@ void OPFParser::foundCharacters(const std::string& text)
 {
     if (_state.inMetadata && !_state.currentElement.empty())
         _state.currentText += text;
+}
+
+bool OPFParser::isFull() const
+{
+    constexpr BookLimits limits;
+    return _state.manifest.size() > limits.manifestItems || _state.spine.size() > limits.spineEntries
+        || _state.currentText.size() > limits.textBytes || _state.pathBytes > limits.pathBytes;
 }
 
 void OPFParser::didEndElement(const std::string& elementName)
@@ -100,8 +120,7 @@ void OPFParser::didEndElement(const std::string& elementName)
     } else if (name == "spine") {
         _state.inSpine = false;
     } else if (_state.inMetadata && !_state.currentElement.empty()) {
-        _state.metadata.emplace_back(
-            _state.currentElement == "identifier" ? "isbn" : _state.currentElement, _state.currentText);
+        _state.metadata[_state.currentElement == "identifier" ? "isbn" : _state.currentElement] = _state.currentText;
         _state.currentText.clear();
         _state.currentElement.clear();
     }
@@ -115,8 +134,12 @@ void OPFParser::buildResults()
     for (const auto& reference : _state.spine) {
         const auto* id = reference.find("idref");
         const auto file = id ? files.find(*id) : files.end();
-        if (file != files.end())
-            _fileList.push_back(file->second);
+        if (file == files.end())
+            continue;
+        _state.pathBytes += file->second.size();
+        if (isFull())
+            return;
+        _fileList.push_back(file->second);
     }
     std::erase_if(_metaDict, [](const auto& entry) { return entry.second.empty() && entry.first != "tocfile"; });
 }

@@ -26,6 +26,8 @@ public:
     void parse();
     // The same with the document's bytes instead of the file.
     void parseBytes(std::string_view bytes);
+    // Whether the last parse ended because the document is past a bound.
+    bool isPastBounds() const { return _outcome == XmlOutcome::PastBounds; }
 
     // "title", "creator", "isbn", "cover" (the image's path) and "tocfile" (the table of contents' path), each only
     // when found. Paths here and below are as written: relative to the package document's folder, percent escapes kept.
@@ -52,15 +54,18 @@ private:
         // The metadata element whose text is being gathered, without "dc:"; empty when none is.
         std::string currentElement;
         std::string currentText;
-        // Findings in document order: "title", "creator" and "isbn" with their texts, "cover" with an item's id.
-        std::vector<std::pair<std::string, std::string>> metadata;
+        // The last finding of each kind: "title", "creator" and "isbn" with their texts, "cover" with an item's id.
+        std::map<std::string, std::string> metadata;
         std::vector<XmlAttributes> manifest;
         std::vector<XmlAttributes> spine;
+        // The bytes of all paths of the reading order.
+        std::size_t pathBytes = 0;
     };
 
     void didStartElement(const std::string& name, const XmlAttributes& attributes) override;
     void didEndElement(const std::string& name) override;
     void foundCharacters(const std::string& text) override;
+    bool isFull() const override;
 
     void startMetadataElement(const std::string& name, const XmlAttributes& attributes);
     void buildResults();
@@ -70,6 +75,7 @@ private:
     std::map<std::string, std::string> buildManifest(const std::string& coverID, const std::string& tocID);
 
     Url _xmlFile;
+    XmlOutcome _outcome = XmlOutcome::Whole;
     std::map<std::string, std::string> _metaDict;
     std::vector<std::string> _fileList;
     std::vector<std::string> _imageList;

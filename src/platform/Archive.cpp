@@ -1,5 +1,6 @@
 #include "platform/Archive.hpp"
 
+#include "platform/ArchiveDirectory.hpp"
 #include "platform/ContainedFolder.hpp"
 #include "platform/Files.hpp"
 #include "platform/Path.hpp"
@@ -15,6 +16,9 @@ namespace pagora {
 
 namespace {
 
+// Comparing a name with wildcards may take a step for each of its bytes and each byte of the members' names. Where that
+// would be more steps than these, its wildcards are plain characters.
+constexpr std::size_t mostComparisons = std::size_t { 64 } << 20;
 constexpr std::size_t bufferBytes = std::size_t { 256 } * 1024;
 
 struct Member {
@@ -22,7 +26,7 @@ struct Member {
     std::string name;
     std::uint64_t size;
     // Where it goes: without empty, "." and ".." components. Empty for what is not extracted.
-    std::vector<std::string> components;
+    std::string path;
     bool isFolder;
 };
 
@@ -36,11 +40,15 @@ std::vector<std::string> safeComponents(std::string_view name)
 // Which members are asked for; all when no name is given.
 class Selection {
 public:
-    explicit Selection(const std::vector<std::string>& names)
+    Selection(const std::vector<std::string>& names, const std::vector<Member>& members)
         : _names(names.begin(), names.end())
     {
-        std::copy_if(
-            names.begin(), names.end(), std::back_inserter(_patterns), [](const auto& n) { return hasWildcards(n); });
+        std::size_t bytes = 0;
+        for (const auto& member : members)
+            bytes += member.name.size();
+        std::copy_if(names.begin(), names.end(), std::back_inserter(_patterns), [&](const auto& n) {
+            return hasWildcards(n) && n.size() <= mostComparisons / std::max<std::size_t>(bytes, 1);
+        });
     }
 
     // A name that holds a wildcard character and is a member's very name asks for that member too.
@@ -86,7 +94,7 @@ Member Archive::Handle::describe(zip_uint64_t index) const
     const bool isPlain = type == 0 || type == S_IFREG || type == S_IFDIR;
     const bool isEncrypted = (info.valid & ZIP_STAT_ENCRYPTION_METHOD) && info.encryption_method != ZIP_EM_NONE;
     if (!S_ISLNK(type) && (isPlain || system == ZIP_OPSYS_DOS) && !isEncrypted)
-        member.components = safeComponents(member.name);
+        member.path = joined(safeComponents(member.name), "/");
     return member;
 }
 
@@ -101,7 +109,7 @@ bool Archive::Handle::readDirectory(const ArchiveLimits& limits, std::uint64_t a
     for (zip_uint64_t i = 0; i < count; ++i) {
         auto member = describe(i);
         if (member.size > limits.memberBytes || member.name.size() > limits.pathBytes
-            || member.components.size() > limits.depth)
+            || (!member.path.empty() && split(member.path, '/').size() > limits.depth))
             return false;
         total += member.size;
         if (total > limits.totalBytes)
@@ -141,8 +149,10 @@ bool Archive::Handle::extract(
         zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
     if (!source)
         return true;
-    const std::vector<std::string> folders(member.components.begin(), member.components.end() - 1);
-    const auto file = destination.makeFile(folders, member.components.back());
+    auto folders = split(member.path, '/');
+    const auto name = std::move(folders.back());
+    folders.pop_back();
+    const auto file = destination.makeFile(folders, name);
     if (!file)
         return true;
     std::uint64_t written = 0;
@@ -176,17 +186,22 @@ std::optional<Archive> Archive::open(const std::string& path, const ArchiveLimit
     struct stat info { };
     if (!file || ::fstat(file.get(), &info) != 0)
         return std::nullopt;
+    const auto bytes = static_cast<std::uint64_t>(info.st_size);
+    const auto pastBounds = [&] {
+        if (problem)
+            *problem = ArchiveProblem::PastBounds;
+        return std::nullopt;
+    };
+    if (!isDirectoryWithin(file.get(), bytes, limits))
+        return pastBounds();
     auto handle = std::make_unique<Handle>();
     handle->zip.reset(zip_fdopen(file.get(), 0, nullptr));
     if (!handle->zip)
         return std::nullopt;
     // The library works on a duplicate, and closes the original itself.
     file.release();
-    if (!handle->readDirectory(limits, static_cast<std::uint64_t>(info.st_size))) {
-        if (problem)
-            *problem = ArchiveProblem::PastBounds;
-        return std::nullopt;
-    }
+    if (!handle->readDirectory(limits, bytes))
+        return pastBounds();
     return Archive(std::move(handle));
 }
 
@@ -194,8 +209,8 @@ std::vector<std::string> Archive::filePaths() const
 {
     std::vector<std::string> paths;
     for (const auto& member : _handle->members) {
-        if (!member.isFolder && !member.components.empty())
-            paths.push_back(joined(member.components, "/"));
+        if (!member.isFolder && !member.path.empty())
+            paths.push_back(member.path);
     }
     return paths;
 }
@@ -203,7 +218,7 @@ std::vector<std::string> Archive::filePaths() const
 std::optional<std::string> Archive::read(const std::string& member, std::uint64_t limit) const
 {
     for (const auto& each : _handle->members) {
-        if (each.name == member && !each.isFolder && !each.components.empty())
+        if (each.name == member && !each.isFolder && !each.path.empty())
             return each.size <= limit ? _handle->read(each) : std::nullopt;
     }
     return std::nullopt;
@@ -212,17 +227,17 @@ std::optional<std::string> Archive::read(const std::string& member, std::uint64_
 void Archive::extract(
     const std::vector<std::string>& members, const std::string& destination, const std::stop_token& stop)
 {
-    const Selection selection(members);
+    const Selection selection(members, _handle->members);
     ContainedFolder folder(destination);
     std::vector<char> buffer;
     for (const auto& member : _handle->members) {
         if (stop.stop_requested())
             return;
-        if (member.components.empty() || !selection.holds(member.name))
+        if (member.path.empty() || !selection.holds(member.name))
             continue;
         buffer.resize(bufferBytes);
         if (member.isFolder)
-            folder.makeFolders(member.components);
+            folder.makeFolders(split(member.path, '/'));
         else if (!_handle->extract(member, folder, buffer, stop))
             return;
     }

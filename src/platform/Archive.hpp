@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
+#include "platform/Bounds.hpp"
+
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -9,18 +9,6 @@
 #include <vector>
 
 namespace pagora {
-
-// Bounds on what an archive may ask of the disk. An archive past one of them is not extracted.
-struct ArchiveLimits {
-    std::uint64_t members = 100'000;
-    std::uint64_t memberBytes = 2ull << 30;
-    std::uint64_t totalBytes = 8ull << 30;
-    // Expanded bytes for each byte of the archive; archives that expand to less than `freeBytes` are not asked.
-    std::uint64_t ratio = 200;
-    std::uint64_t freeBytes = 64u << 20;
-    std::size_t pathBytes = 4'096;
-    std::size_t depth = 100;
-};
 
 // Why there is no archive to extract from.
 enum class ArchiveProblem { Unreadable, PastBounds };

@@ -1,5 +1,6 @@
 #include "platform/Image.hpp"
 
+#include "platform/Bounds.hpp"
 #include "platform/Files.hpp"
 #include "platform/ImageFormat.hpp"
 
@@ -14,10 +15,8 @@ namespace {
 
 using PixbufPtr = std::shared_ptr<GdkPixbuf>;
 
-// Files of covers are far smaller.
-constexpr std::size_t maxFileBytes = 64u << 20;
-// Decoding takes time for every pixel, also for those that a reduced size leaves out.
-constexpr std::int64_t maxDecodedPixels = 600'000'000;
+constexpr PictureLimits limits;
+static_assert(limits.pixels == Image::maxPixels);
 // One pass of the scaler looks at no more pixels than this on a side for each new one: its tables grow with the square.
 constexpr int largestStep = 8;
 
@@ -58,7 +57,7 @@ struct Decoding {
             return 0;
         if (!format.decodesReduced)
             return 1;
-        if (!isSvg && pixels > maxDecodedPixels)
+        if (!isSvg && pixels > limits.decodedPixels)
             return 0;
         int divisor = 1;
         const auto covers = [&](int d) {
@@ -118,7 +117,7 @@ PixbufPtr reducedFor(PixbufPtr pixbuf, int width, int height)
 
 std::optional<Image> Image::fromFile(const std::string& path, Size enough)
 {
-    const auto bytes = readFile(path, maxFileBytes);
+    const auto bytes = readFile(path, limits.fileBytes);
     return bytes ? fromBytes(*bytes, enough) : std::nullopt;
 }
 

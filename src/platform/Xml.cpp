@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <sys/stat.h>
 
 namespace pagora {
 
@@ -25,10 +26,6 @@ const char* chars(const xmlChar* text)
 }
 
 void ignoreMessage(void*, const char*, ...) { }
-
-// Told characters for each byte read, beyond a free amount. Only entities can make more than one.
-constexpr std::size_t expansionRatio = 10;
-constexpr std::size_t freeExpansion = 8u << 20;
 
 // Counts attributes within one tag before the library sees them, because its search for duplicates takes the square of
 // their number.
@@ -65,8 +62,8 @@ public:
     {
     }
 
-    bool parse(const std::string& path);
-    bool parseBytes(std::string_view bytes);
+    XmlOutcome parse(const std::string& path);
+    XmlOutcome parseBytes(std::string_view bytes);
 
 private:
     struct ContextDeleter {
@@ -84,13 +81,15 @@ private:
     static constexpr std::size_t startBytes = 4;
 
     // `feedRest` hands over what follows the start.
-    bool parse(std::string_view start, const std::function<bool(xmlParserCtxtPtr)>& feedRest);
+    XmlOutcome parse(std::string_view start, const std::function<bool(xmlParserCtxtPtr)>& feedRest);
     static xmlSAXHandler handler();
     static Context makeContext(std::string_view start);
     bool readInto(int file, xmlParserCtxtPtr context);
     // Hands the bytes to the library; false when the document ends here.
     bool feed(xmlParserCtxtPtr context, std::string_view bytes, bool last);
-    void fail(const std::string& description);
+    void fail(const std::string& description, XmlOutcome outcome = XmlOutcome::NotWellFormed);
+    void failPastBounds(const std::string& description) { fail(description, XmlOutcome::PastBounds); }
+    void checkFull();
     void flush();
     void count(std::size_t bytes);
 
@@ -103,6 +102,7 @@ private:
         if (!reader._failed) {
             try {
                 body(reader);
+                reader.checkFull();
             } catch (const std::exception& error) {
                 reader.fail(error.what());
             }
@@ -133,14 +133,22 @@ private:
     std::size_t _elements = 0;
     int _depth = 0;
     bool _failed = false;
+    XmlOutcome _outcome = XmlOutcome::Whole;
 };
 
-void Reader::fail(const std::string& description)
+void Reader::fail(const std::string& description, XmlOutcome outcome)
 {
     if (!_failed) {
         _failed = true;
+        _outcome = outcome;
         _delegate.parseErrorOccurred(description);
     }
+}
+
+void Reader::checkFull()
+{
+    if (!_failed && _delegate.isFull())
+        failPastBounds("the document holds too much");
 }
 
 void Reader::flush()
@@ -150,23 +158,26 @@ void Reader::flush()
     std::string piece;
     piece.swap(_text);
     _delegate.foundCharacters(piece);
+    checkFull();
 }
 
 void Reader::count(std::size_t bytes)
 {
     _bytesTold += bytes;
-    if (_bytesTold > freeExpansion && _bytesTold / expansionRatio > _bytesRead)
-        fail("entities expand to too much text");
+    if (_bytesTold > _limits.freeExpansion && _bytesTold / _limits.expansionRatio > _bytesRead)
+        failPastBounds("entities expand to too much text");
 }
 
 void Reader::startElement(void* context, const xmlChar* name, const xmlChar** attributes)
 {
     guarded(context, [&](Reader& reader) {
         reader.flush();
+        if (reader._failed)
+            return;
         if (++reader._depth > reader._limits.depth)
-            return reader.fail("elements are nested too deep");
+            return reader.failPastBounds("elements are nested too deep");
         if (++reader._elements > reader._limits.elements)
-            return reader.fail("too many elements");
+            return reader.failPastBounds("too many elements");
         XmlAttributes list;
         for (auto at = attributes; at && at[0]; at += 2) {
             const auto* value = at[1] ? chars(at[1]) : "";
@@ -183,7 +194,8 @@ void Reader::endElement(void* context, const xmlChar* name)
     guarded(context, [&](Reader& reader) {
         reader.flush();
         --reader._depth;
-        reader._delegate.didEndElement(chars(name));
+        if (!reader._failed)
+            reader._delegate.didEndElement(chars(name));
     });
 }
 
@@ -271,9 +283,9 @@ bool Reader::feed(xmlParserCtxtPtr context, std::string_view bytes, bool last)
 {
     _bytesRead += bytes.size();
     if (_bytesRead > _limits.bytes)
-        fail("the document is too large");
+        failPastBounds("the document is too large");
     else if (!_attributes.count(bytes, _limits.attributes))
-        fail("an element has too many attributes");
+        failPastBounds("an element has too many attributes");
     else
         xmlParseChunk(context, bytes.data(), static_cast<int>(bytes.size()), last);
     if (!_failed && !context->wellFormed) {
@@ -283,7 +295,9 @@ bool Reader::feed(xmlParserCtxtPtr context, std::string_view bytes, bool last)
             description.pop_back();
         if (error && error->line > 0)
             description = "line " + std::to_string(error->line) + ": " + description;
-        fail(description);
+        // The library has its own eye on entities.
+        fail(description,
+            error && error->code == XML_ERR_ENTITY_LOOP ? XmlOutcome::PastBounds : XmlOutcome::NotWellFormed);
     }
     return !_failed;
 }
@@ -302,12 +316,17 @@ bool Reader::readInto(int file, xmlParserCtxtPtr context)
     }
 }
 
-bool Reader::parse(const std::string& path)
+XmlOutcome Reader::parse(const std::string& path)
 {
     const auto file = openFile(path);
     if (!file) {
         fail("the file cannot be read");
-        return false;
+        return _outcome;
+    }
+    struct stat info { };
+    if (::fstat(file.get(), &info) == 0 && static_cast<std::uint64_t>(info.st_size) > _limits.bytes) {
+        failPastBounds("the document is too large");
+        return _outcome;
     }
     std::array<char, startBytes> start {};
     const auto got = ::read(file.get(), start.data(), start.size());
@@ -315,7 +334,7 @@ bool Reader::parse(const std::string& path)
         [&](xmlParserCtxtPtr context) { return readInto(file.get(), context); });
 }
 
-bool Reader::parseBytes(std::string_view bytes)
+XmlOutcome Reader::parseBytes(std::string_view bytes)
 {
     return parse(bytes.substr(0, startBytes), [&](xmlParserCtxtPtr context) {
         constexpr std::size_t piece = 1 << 16;
@@ -327,21 +346,22 @@ bool Reader::parseBytes(std::string_view bytes)
     });
 }
 
-bool Reader::parse(std::string_view start, const std::function<bool(xmlParserCtxtPtr)>& feedRest)
+XmlOutcome Reader::parse(std::string_view start, const std::function<bool(xmlParserCtxtPtr)>& feedRest)
 {
     if (start.size() < startBytes) {
         fail("the document is empty");
-        return false;
+        return _outcome;
     }
     _bytesRead = start.size();
     const auto context = makeContext(start);
     context->_private = this;
     _document = context.get();
     if (!feedRest(context.get()) || !feed(context.get(), {}, true))
-        return false;
+        return _outcome;
     flush();
-    _delegate.didEndDocument();
-    return true;
+    if (!_failed)
+        _delegate.didEndDocument();
+    return _outcome;
 }
 
 }
@@ -355,12 +375,12 @@ const std::string* XmlAttributes::find(const std::string& name) const
     return nullptr;
 }
 
-bool parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits)
+XmlOutcome parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits)
 {
     return Reader(delegate, limits).parse(path);
 }
 
-bool parseXmlBytes(std::string_view bytes, XmlDelegate& delegate, const XmlLimits& limits)
+XmlOutcome parseXmlBytes(std::string_view bytes, XmlDelegate& delegate, const XmlLimits& limits)
 {
     return Reader(delegate, limits).parseBytes(bytes);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Bounds.hpp"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -38,25 +40,26 @@ public:
     virtual void foundCharacters(const std::string& text) { }
     virtual void foundCDATA(const std::string& text) { }
     virtual void didEndDocument() { }
+    // Whether the document holds more than the delegate takes: it ends there, as one past a bound. Asked after each
+    // report.
+    virtual bool isFull() const { return false; }
     // The document is not well-formed, breaks a bound or cannot be read. Nothing is told after it.
     virtual void parseErrorOccurred(const std::string& description) { }
 };
 
-// Bounds on what a document may ask of the machine; one that breaks a bound counts as not well-formed.
-struct XmlLimits {
-    std::size_t bytes = 64u << 20;
-    int depth = 20'000;
-    std::size_t elements = 2'000'000;
-    // Of one element.
-    std::size_t attributes = 10'000;
+enum class XmlOutcome {
+    // Well-formed to its end.
+    Whole,
+    // It is not, or it cannot be read.
+    NotWellFormed,
+    PastBounds,
 };
 
 // Reads the file at `path` and tells `delegate` of it, on the calling thread. Nothing but the file itself is read: no
-// network, no external entity, no external DTD; the expansion of entities is bounded. True when the whole document was
-// well-formed.
-bool parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits = {});
+// network, no external entity, no external DTD; the expansion of entities is bounded.
+XmlOutcome parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits = {});
 
 // The same for a document that is in memory.
-bool parseXmlBytes(std::string_view bytes, XmlDelegate& delegate, const XmlLimits& limits = {});
+XmlOutcome parseXmlBytes(std::string_view bytes, XmlDelegate& delegate, const XmlLimits& limits = {});
 
 }

@@ -4,6 +4,7 @@
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
 #include "tests/support/EpubBuilder.hpp"
+#include "tests/support/FakeInspectionHub.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 #include <filesystem>
@@ -22,27 +23,9 @@ using Lines = std::vector<std::string>;
 
 constexpr auto packageMember = "OEBPS/content.opf";
 
-class Hub : public InspectionHub {
-public:
-    LibraryFolders layout;
-    Lines faultyBooks;
-    BookInfoPtr _bookInfo;
-    std::string _epubPath;
-
-    const LibraryFolders& folders() const override { return layout; }
-    void addFaultyBook(const std::string& line) override { faultyBooks.push_back(line); }
-    void set_bookInfo(BookInfoPtr book) override { _bookInfo = std::move(book); }
-    void set_epubPath(const std::string& path) override { _epubPath = path; }
-};
-
 class EpubInspectionTest : public testing::Test {
 protected:
-    EpubInspectionTest()
-    {
-        _hub.layout = { _folder.path("library"), _folder.path("cache"), _folder.path("cache/_books"),
-            _folder.path("cache/_data") };
-        createFolder(_hub.layout._dataPath);
-    }
+    EpubInspectionTest() { createFolder(_hub.layout._dataPath); }
 
     BookInfoPtr inspectFile(const std::string& path, StopOnErrors stopOnErrors = StopOnErrors::Yes)
     {
@@ -66,7 +49,7 @@ protected:
     }
 
     test::TemporaryFolder _folder;
-    Hub _hub;
+    test::FakeInspectionHub _hub { _folder.path() };
 };
 
 // A book whose package document is at `path` and holds this.

@@ -8,9 +8,11 @@
 
 namespace pagora::test {
 
-// One input's way through a target: it takes the time. The number of inputs, and the milliseconds of the slowest one,
-// are written to the file PAGORA_FUZZ_REPORT when the program ends. Nothing that the input makes the program log is
-// shown.
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+// One input's way through a target: it takes the time. The number of inputs, and the milliseconds of processor time of
+// the slowest one, are written to the file PAGORA_FUZZ_REPORT when the program ends. Nothing that the input makes the
+// program log is shown.
 class FuzzRun {
 public:
     FuzzRun();
@@ -19,7 +21,7 @@ public:
     FuzzRun& operator=(const FuzzRun&) = delete;
 
 private:
-    std::chrono::steady_clock::time_point _start;
+    Milliseconds _start;
 };
 
 // Ends the program, as a finding, when something that must hold does not.

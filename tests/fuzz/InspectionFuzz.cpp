@@ -4,36 +4,13 @@
 #include "platform/Path.hpp"
 #include "tests/fuzz/FuzzArchive.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
+#include "tests/support/FakeInspectionHub.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 using namespace pagora;
 using test::require;
 
 namespace {
-
-// Counts the lines on rejected files.
-class Hub : public InspectionHub {
-public:
-    Hub()
-        : layout { _folder.path("library"), _folder.path("temp"), _folder.path("books"), _folder.path("data") }
-    {
-    }
-    const LibraryFolders& folders() const override { return layout; }
-    void addFaultyBook(const std::string& line) override
-    {
-        require(line.find(" --> ") != std::string::npos);
-        ++lines;
-    }
-    void set_bookInfo(BookInfoPtr) override { }
-    void set_epubPath(const std::string&) override { }
-
-private:
-    test::TemporaryFolder _folder;
-
-public:
-    const LibraryFolders layout;
-    int lines = 0;
-};
 
 void checkBook(const BookInfo& book)
 {
@@ -50,13 +27,16 @@ void checkBook(const BookInfo& book)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static Hub hub;
+    static const test::TemporaryFolder root;
+    static test::FakeInspectionHub hub(root.path());
     static test::MemoryFile file;
     const auto bytes = test::archiveFrom(test::inputBytes(data, size));
     const test::FuzzRun run;
-    hub.lines = 0;
+    hub.faultyBooks.clear();
     const auto book = EpubInspection(hub).getBookInfo(file.write(bytes), StopOnErrors::Yes);
-    require(hub.lines == (book ? 0 : 1));
+    require(hub.faultyBooks.size() == (book ? 0 : 1));
+    for (const auto& line : hub.faultyBooks)
+        require(line.find(" --> ") != std::string::npos);
     if (book)
         checkBook(*book);
     removeItem(hub.layout._dataPath);

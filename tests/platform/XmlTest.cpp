@@ -46,7 +46,7 @@ Recorder parsed(const std::string& document, const XmlLimits& limits = {})
 {
     TemporaryFolder folder;
     Recorder recorder;
-    const bool whole = parseXml(makeFile(folder.path("x.xml"), document), recorder, limits);
+    const bool whole = parseXml(makeFile(folder.path("x.xml"), document), recorder, limits) == XmlOutcome::Whole;
     EXPECT_EQ(whole, recorder.errors == 0);
     EXPECT_EQ(recorder.ends, whole ? 1 : 0);
     EXPECT_LE(recorder.errors, 1);
@@ -115,10 +115,10 @@ TEST(Xml, MissingFileAndFolderAreErrors)
 {
     TemporaryFolder folder;
     Recorder missing;
-    EXPECT_FALSE(parseXml(folder.path("nothing.xml"), missing));
+    EXPECT_EQ(parseXml(folder.path("nothing.xml"), missing), XmlOutcome::NotWellFormed);
     EXPECT_EQ(missing.errors, 1);
     Recorder asFolder;
-    EXPECT_FALSE(parseXml(folder.path(), asFolder));
+    EXPECT_EQ(parseXml(folder.path(), asFolder), XmlOutcome::NotWellFormed);
     EXPECT_EQ(asFolder.errors, 1);
 }
 
@@ -231,7 +231,7 @@ TEST(Xml, ExceptionOfADelegateEndsTheParse)
         void didEndElement(const std::string&) override { throw std::runtime_error("no"); }
     } thrower;
     TemporaryFolder folder;
-    EXPECT_FALSE(parseXml(makeFile(folder.path("x.xml"), "<a><b/><c/></a>"), thrower));
+    EXPECT_EQ(parseXml(makeFile(folder.path("x.xml"), "<a><b/><c/></a>"), thrower), XmlOutcome::NotWellFormed);
     EXPECT_EQ(thrower.lines, (Lines { "<a", "<b", "error" }));
 }
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "epub/EpubInspection.hpp"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace pagora::test {
+
+// Writes down what an inspection tells the library.
+class FakeInspectionHub : public InspectionHub {
+public:
+    // The library's folders all lie in `root`, each where it belongs.
+    explicit FakeInspectionHub(const std::string& root)
+        : layout { root + "/library", root + "/cache", root + "/cache/_books", root + "/cache/_data" }
+    {
+    }
+
+    LibraryFolders layout;
+    std::vector<std::string> faultyBooks;
+    BookInfoPtr _bookInfo;
+    std::string _epubPath;
+
+    const LibraryFolders& folders() const override { return layout; }
+    void addFaultyBook(const std::string& line) override { faultyBooks.push_back(line); }
+    void set_bookInfo(BookInfoPtr book) override { _bookInfo = std::move(book); }
+    void set_epubPath(const std::string& path) override { _epubPath = path; }
+};
+
+}

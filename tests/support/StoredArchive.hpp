@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace pagora::test {
+
+// Makes ZIP archives byte by byte, also such as no library would write. Members are stored as they are, under names in
+// UTF-8, and count as plain files unless another mode is given.
+class StoredArchive {
+public:
+    struct Header {
+        // What the directory says of the size, where that is not the truth.
+        std::optional<std::uint32_t> size;
+        std::uint32_t mode = 0100644;
+    };
+    StoredArchive& add(std::string_view name, std::string_view content = {}) { return add(name, content, {}); }
+    StoredArchive& add(std::string_view name, std::string_view content, const Header& header);
+
+    std::uint64_t count() const { return _count; }
+    // Of all members, as the directory says.
+    std::uint64_t memberBytes() const { return _memberBytes; }
+    std::uint64_t directoryBytes() const { return _directory.size(); }
+    std::string bytes() const;
+    // Writes the archive and returns its path.
+    std::string write(const std::string& path) const;
+
+private:
+    std::string _members;
+    std::string _directory;
+    std::uint64_t _count = 0;
+    std::uint64_t _memberBytes = 0;
+};
+
+}

@@ -34,6 +34,16 @@ bool isSvg(std::string_view bytes)
             || bytes.find("http://www.w3.org/2000/svg") != std::string_view::npos);
 }
 
+// The file's own header, and the picture's, whose first number is its length.
+std::uint64_t bitmapHeaderBytes(std::string_view bytes)
+{
+    constexpr std::size_t fileHeaderBytes = 14;
+    std::uint64_t length = 0;
+    for (std::size_t i = fileHeaderBytes + 4; i-- > fileHeaderBytes;)
+        length = length << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0xFFu);
+    return fileHeaderBytes + length;
+}
+
 }
 
 ImageFormat imageFormatOf(std::string_view bytes)
@@ -47,7 +57,12 @@ ImageFormat imageFormatOf(std::string_view bytes)
 
 bool isComplete(const ImageFormat& format, std::string_view bytes)
 {
-    return format.name != std::string_view("png") || bytes.find("IEND") != std::string_view::npos;
+    const auto is = [&](std::string_view name) { return format.name == name; };
+    if (is("png"))
+        return bytes.find("IEND") != std::string_view::npos;
+    if (is("bmp"))
+        return bitmapHeaderBytes(bytes) <= bytes.size();
+    return true;
 }
 
 bool isProgressiveJpeg(std::string_view bytes)

@@ -15,7 +15,8 @@ struct ImageFormat {
 
 ImageFormat imageFormatOf(std::string_view bytes);
 
-// Whether the bytes do not break off. Only asked of the formats whose decoder would make up what is missing.
+// Whether the bytes do not break off. Only asked of the formats whose decoder would make up what is missing, or make
+// room for all that it is told of.
 bool isComplete(const ImageFormat& format, std::string_view bytes);
 
 // Whether a JPEG file keeps all its pixels until it is complete, whatever size is asked for.

@@ -1,5 +1,6 @@
 #include "platform/Image.hpp"
 
+#include "platform/ImageFormat.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
@@ -153,6 +154,17 @@ TEST(Image, BytesThatAreNoPictureAreNone)
     EXPECT_FALSE(Image::fromBytes(picture(400, 300, "png").substr(0, 60)));
     EXPECT_FALSE(Image::fromBytes("\xFF\xD8\xFF"));
     EXPECT_FALSE(Image::fromFile("/nothing/cover.jpg"));
+}
+
+TEST(Image, BitmapWhoseHeaderIsLargerThanTheFileIsNone)
+{
+    auto bytes = picture(4, 3, "bmp");
+    ASSERT_TRUE(isComplete(imageFormatOf(bytes), bytes));
+    // A decoder would get itself the gigabyte that the header is said to take.
+    bytes.replace(14, 4, "\x01\x0D\x49\x48");
+    EXPECT_FALSE(isComplete(imageFormatOf(bytes), bytes));
+    EXPECT_FALSE(Image::fromBytes(bytes));
+    EXPECT_FALSE(Image::fromBytes("BM"));
 }
 
 TEST(Image, FormatIsToldByBytesNotByName)

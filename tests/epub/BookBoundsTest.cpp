@@ -39,12 +39,12 @@ std::string expanding(std::size_t size)
 
 // A book in the smallest number of bytes, with what the test puts into its documents.
 struct Book {
-    std::string items;
-    std::string references;
-    std::string metadata;
+    std::string items = {};
+    std::string references = {};
+    std::string metadata = {};
     std::string contents = "<ncx/>";
     std::string page = "<html/>";
-    std::string cover;
+    std::string cover = {};
     bool fixed = false;
 
     StoredArchive archive() const

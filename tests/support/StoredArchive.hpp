@@ -13,7 +13,7 @@ class StoredArchive {
 public:
     struct Header {
         // What the directory says of the size, where that is not the truth.
-        std::optional<std::uint32_t> size;
+        std::optional<std::uint32_t> size = std::nullopt;
         std::uint32_t mode = 0100644;
     };
     StoredArchive& add(std::string_view name, std::string_view content = {}) { return add(name, content, {}); }

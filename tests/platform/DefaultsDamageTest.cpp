@@ -122,7 +122,7 @@ TEST_F(DefaultsDamage, RandomBytesAnywhereLoseNothing)
 {
     const auto whole = bytesOf("defaults.sqlite");
     std::mt19937 random(7);
-    for (int round = 0; round < 25; ++round) {
+    for (int round = 0; round < 15; ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
         auto damaged = whole;
         const auto start = random() % damaged.size();

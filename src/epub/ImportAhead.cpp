@@ -11,8 +11,11 @@ namespace pagora {
 
 namespace {
 
-constexpr std::size_t mostAhead = 16;
-constexpr std::size_t copiesAtOnce = 8;
+// A cover that waits takes memory; a copy that waits does not.
+constexpr std::size_t coversAhead = 16;
+constexpr std::size_t copiesAhead = 48;
+// Each waits for the disk most of the time, and the disk takes them together.
+constexpr std::size_t copiesAtOnce = 24;
 // A large file is copied when its time comes: it might be rejected.
 constexpr std::uintmax_t largestCopy = 64u << 20;
 
@@ -53,26 +56,37 @@ ImportAhead::Results ImportAhead::take(const std::string& file)
 {
     if (_scaling.empty())
         return {};
-    while (_begun < _files.size() && _ahead.size() < mostAhead)
-        begin(_files[_begun]);
-    if (_ahead.empty() || _ahead.front().file != file)
+    const auto number = _taken++;
+    if (number >= _files.size() || _files[number] != file)
         return {};
-    auto next = std::move(_ahead.front());
-    _ahead.pop_front();
-    return { next.cover.get(), next.copy.valid() ? next.copy.get() : nullptr };
+    while (_covers.size() < coversAhead && number + _covers.size() < _files.size())
+        beginCover(number + _covers.size());
+    while (!_copying.empty() && _copies.size() < copiesAhead && number + _copies.size() < _files.size())
+        beginCopy(number + _copies.size());
+    Results results { _covers.front().get(), nullptr };
+    _covers.pop_front();
+    if (!_copies.empty()) {
+        results.copy = _copies.front().get();
+        _copies.pop_front();
+    }
+    return results;
 }
 
-void ImportAhead::begin(const std::string& file)
+void ImportAhead::beginCover(std::size_t number)
 {
-    const auto number = _begun++;
-    Ahead ahead { file, {}, {} };
-    ahead.cover = performed<std::optional<ScaledCover>>(
-        *_scaling[number % _scaling.size()], [file] { return coverAhead(file); });
-    if (!_copying.empty() && deletingLastPathComponent(file) != _copiesInto) {
-        ahead.copy = performed<std::unique_ptr<CopyAhead>>(*_copying[number % _copying.size()],
-            [this, file] { return isSmall(file) ? _workspace.copyAhead(file, _copiesInto) : nullptr; });
-    }
-    _ahead.push_back(std::move(ahead));
+    const auto& file = _files[number];
+    auto& worker = *_scaling[number % _scaling.size()];
+    _covers.push_back(performed<std::optional<ScaledCover>>(worker, [file] { return coverAhead(file); }));
+}
+
+void ImportAhead::beginCopy(std::size_t number)
+{
+    const auto& file = _files[number];
+    auto& worker = *_copying[number % _copying.size()];
+    _copies.push_back(performed<std::unique_ptr<CopyAhead>>(worker, [this, file] {
+        const bool isThere = deletingLastPathComponent(file) == _copiesInto;
+        return !isThere && isSmall(file) ? _workspace.copyAhead(file, _copiesInto) : nullptr;
+    }));
 }
 
 template <typename Result>

@@ -34,22 +34,18 @@ public:
     Results take(const std::string& file);
 
 private:
-    // The work on one file, done or not.
-    struct Ahead {
-        std::string file;
-        std::future<std::optional<ScaledCover>> cover;
-        std::future<std::unique_ptr<CopyAhead>> copy;
-    };
-
-    void begin(const std::string& file);
+    void beginCover(std::size_t number);
+    void beginCopy(std::size_t number);
     template <typename Result>
     std::future<Result> performed(Worker& worker, std::function<Result()> work);
 
     Workspace& _workspace;
     const std::vector<std::string> _files;
     const std::string _copiesInto;
-    std::size_t _begun = 0;
-    std::deque<Ahead> _ahead;
+    std::size_t _taken = 0;
+    // The work on the next files, done or not.
+    std::deque<std::future<std::optional<ScaledCover>>> _covers;
+    std::deque<std::future<std::unique_ptr<CopyAhead>>> _copies;
     std::atomic<bool> _stopping = false;
     // Scaling takes the processor; copying waits for the disk, which takes several files at once better than one by
     // one.

@@ -18,6 +18,8 @@ CONTROLS = {
     "icon", "image", "alert", "dialog", "frame", "window", "document text", "document frame", "document web",
     "tool bar", "menu", "grouping",
 }
+# Nothing that a person acts on is within these.
+LEAVES = {"label", "image", "separator", "scroll bar", "slider", "menu item"}
 # What the toolkit calls a thing that nobody has named.
 TYPE_NAME = re.compile(r"(gtkmm__)?(Gtk|Pagora)[A-Z]\w*|_\d+")
 tree = open(sys.argv[1], "w", encoding="utf-8")
@@ -29,11 +31,13 @@ def walk(parent, trail):
         if child is None:
             continue
         role, name = child.get_role_name(), (child.get_name() or "").strip()
-        states = " ".join(state.value_nick for state in child.get_state_set().get_states())
-        tree.write("  " * len(trail) + f"{role} | {name} | {states}\n")
+        # Each question is a message to the program and back: only controls are asked for their states.
+        states = child.get_state_set().get_states() if role in CONTROLS else []
+        tree.write("  " * len(trail) + f"{role} | {name} | {' '.join(state.value_nick for state in states)}\n")
         if role in CONTROLS and (not name or TYPE_NAME.fullmatch(name)):
             print(" > ".join(trail + [role]))
-        walk(child, trail + [f"{role} “{name}”" if name else role])
+        if role not in LEAVES:
+            walk(child, trail + [f"{role} “{name}”" if name else role])
 
 
 Atspi.init()

@@ -12,7 +12,7 @@ here=$(cd "$tests/../../scripts" && pwd)
 look() {
     settle
     local unnamed
-    unnamed=$(timeout 120 /usr/bin/python3 "$tests/accessible-names.py" "$pictures/$1.txt")
+    unnamed=$(timeout 300 /usr/bin/python3 "$tests/accessible-names.py" "$pictures/$1.txt")
     grep -q "^frame | " "$pictures/$1.txt" || fail "nothing is to be seen of $1"
     [ -z "$unnamed" ] || fail "$1: without a name: $unnamed"
 }

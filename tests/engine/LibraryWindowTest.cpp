@@ -304,7 +304,8 @@ TEST_F(LibraryWindowGtkTest, ActivatedBookIsOpened)
     _views->refreshBookView(_bookList);
     _window.mainWindow().orderFront();
     settle();
-    auto* const grid = dynamic_cast<BooksSurface*>(_views->currentContentView())->widget().get_first_child()->get_first_child();
+    auto* const grid
+        = dynamic_cast<BooksSurface*>(_views->currentContentView())->widget().get_first_child()->get_first_child();
     grid->activate_action("list.activate-item", Glib::Variant<guint>::create(1));
     EXPECT_EQ(_heard, (std::vector<std::string> { "sendDoubleClick" }));
     EXPECT_EQ(_views->selection().selectedBook, _bookList->at(1));

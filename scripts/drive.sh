@@ -1,6 +1,13 @@
 # shellcheck shell=bash
-# Drives the running program with real input, for scripts that source this with `programs` (the folder of the binaries) and
-# `pictures` (where screenshots go) set. Needs a display; see scripts/headless.
+# Drives the running program with real input, for scripts that source this with their own arguments: `programs`, the folder
+# of the binaries, and `pictures`, the one where screenshots go. Needs a display; see scripts/headless.
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+if [ -z "${programs:-}" ]; then
+    programs=$(realpath "$1")
+    mkdir -p "$2"
+    pictures=$(realpath "$2")
+fi
 
 openbox --sm-disable 2>/dev/null &
 window_manager=$!
@@ -26,6 +33,16 @@ within() {
 start() {
     "$programs/pagora" "$@" &
     program=$!
+}
+
+# start_with BOOK...: starts with these of the sample books, each given by the beginning of its name, in the library.
+start_with() {
+    local books=() book
+    "$here/make-sample-books" "$HOME/books" >/dev/null
+    for book; do books+=("$HOME/books/$book"*.epub); done
+    start "${books[@]}"
+    within 60 catalogue "len(books) == ${#books[@]}"
+    within 20 window_is Pagora
 }
 
 stored() { "$programs/pagora-defaults" "$1"; }

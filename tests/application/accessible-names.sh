@@ -1,12 +1,8 @@
 #!/usr/bin/env bash
 # Assistive technology finds no control without a name, in any window of the program.
 set -euo pipefail
-programs=$(realpath "$1")
-mkdir -p "$2"
-pictures=$(realpath "$2")
 tests=$(cd "$(dirname "$0")" && pwd)
-here=$(cd "$tests/../../scripts" && pwd)
-. "$here/drive.sh"
+. "$(dirname "$0")/../../scripts/drive.sh"
 
 # look WINDOW: every control that can be seen from here has a name.
 look() {

@@ -1,11 +1,7 @@
 #!/usr/bin/env bash
 # Where German is asked for, the program speaks it; what it stores stays the same.
 set -euo pipefail
-programs=$(realpath "$1")
-mkdir -p "$2"
-pictures=$(realpath "$2")
-here=$(cd "$(dirname "$0")/../../scripts" && pwd)
-. "$here/drive.sh"
+. "$(dirname "$0")/../../scripts/drive.sh"
 
 export LANGUAGE=de
 "$here/make-sample-books" "$HOME/books" >/dev/null

@@ -2,11 +2,7 @@
 # Books are dropped on the library with a real pointer, selected, and removed to the Trash; an import of ten is stopped at
 # its third book.
 set -euo pipefail
-programs=$(realpath "$1")
-mkdir -p "$2"
-pictures=$(realpath "$2")
-here=$(cd "$(dirname "$0")/../../scripts" && pwd)
-. "$here/drive.sh"
+. "$(dirname "$0")/../../scripts/drive.sh"
 . "$here/drive-files.sh"
 
 library=$HOME/Documents/ePubLibrary

@@ -1,11 +1,7 @@
 #!/usr/bin/env bash
 # A second start is the same program: it hands its file to the first, which reads it without filing it in the library.
 set -euo pipefail
-programs=$(realpath "$1")
-mkdir -p "$2"
-pictures=$(realpath "$2")
-here=$(cd "$(dirname "$0")/../../scripts" && pwd)
-. "$here/drive.sh"
+. "$(dirname "$0")/../../scripts/drive.sh"
 
 library=$HOME/Documents/ePubLibrary
 "$here/make-sample-books" "$HOME/books" >/dev/null

@@ -47,6 +47,7 @@ public:
     // Names the page for assistive technology, by the title of its document.
     void setNamer(std::function<std::string(const std::string& title)> namer) { _spoken.setNamer(std::move(namer)); }
     // What assistive technology is told of the page.
+    void nameMayHaveChanged() { _spoken.pageMayHaveChanged(); }
     const SpokenPage& spoken() const { return _spoken; }
     // Whether the keyboard is at work in a control of the page.
     bool pageTakesKeys() const { return _frame.pageTakesKeys(); }

@@ -42,9 +42,12 @@ void SpokenPage::pageMayHaveChanged()
 
 void SpokenPage::collect()
 {
-    // A page that is busy answers once for all that it was asked.
-    if (std::exchange(_isCollecting, true))
+    // A page that is busy is asked once more when it has answered, whatever happened meanwhile.
+    if (_isCollecting) {
+        _isOutdated = true;
         return;
+    }
+    _isCollecting = true;
     auto owner = std::make_unique<std::weak_ptr<SpokenPage*>>(_self);
     const auto collected = [](GObject* view, GAsyncResult* result, gpointer data) {
         const std::unique_ptr<std::weak_ptr<SpokenPage*>> owner(static_cast<std::weak_ptr<SpokenPage*>*>(data));
@@ -54,6 +57,8 @@ void SpokenPage::collect()
         if (const auto self = owner->lock()) {
             (*self)->_isCollecting = false;
             (*self)->offer(text ? text : "");
+            if (std::exchange((*self)->_isOutdated, false))
+                (*self)->collect();
         }
         g_free(text);
         if (value)

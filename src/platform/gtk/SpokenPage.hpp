@@ -38,6 +38,8 @@ private:
     std::string _name;
     std::string _text;
     bool _isCollecting = false;
+    // Something happened since the page was asked.
+    bool _isOutdated = false;
     sigc::connection _rest;
     // Forgotten when the page goes, for what comes back later.
     std::shared_ptr<SpokenPage*> _self;

@@ -58,6 +58,8 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
         bgView.setFillHandler([this](const Color& color) { page.setBackground(color); });
     if (page.setNamer)
         page.setNamer([this](const std::string& title) { return nameOfPage(title); });
+    if (page.nameMayHaveChanged)
+        tocView.setLinksChanged(page.nameMayHaveChanged);
     connectHeader();
     connectKeys();
     connectWindow();
@@ -71,6 +73,7 @@ ReaderWindowGtk::~ReaderWindowGtk()
         page.setFlickHandler({});
     if (page.setNamer)
         page.setNamer({});
+    tocView.setLinksChanged({});
     // The panels that hang from the header bar are dropped by its widgets; the page is dropped by its view.
     widget<Gtk::Overlay>("pagePlace").unset_child();
 }

@@ -196,6 +196,7 @@ void TocViewGtk::removeAllSubviews()
         row->setLink(nullptr);
     _links.clear();
     _list.set_model({});
+    tellLinksChanged();
 }
 
 void TocViewGtk::addSubviews(const std::vector<tocLinkTextField*>& links)
@@ -215,6 +216,7 @@ void TocViewGtk::addSubviews(const std::vector<tocLinkTextField*>& links)
     _list.set_model(Gtk::NoSelection::create(Gtk::StringList::create(texts)));
     // The pointer may have been there before the links.
     pointerIsAt(_pointerY);
+    tellLinksChanged();
 }
 
 tocLinkTextField* TocViewGtk::linkWithTag(std::int64_t tag) const
@@ -267,6 +269,13 @@ void TocViewGtk::setNeedsDisplay(std::int64_t tag)
         describe(*row->second);
         row->second->queue_draw();
     }
+    tellLinksChanged();
+}
+
+void TocViewGtk::tellLinksChanged()
+{
+    if (_linksChanged)
+        _linksChanged();
 }
 
 void TocViewGtk::scrollToPoint(double, double y)

@@ -7,6 +7,7 @@
 #include <gtkmm/listview.h>
 #include <gtkmm/scrolledwindow.h>
 
+#include <functional>
 #include <optional>
 #include <unordered_map>
 
@@ -34,6 +35,8 @@ public:
     tocLinkTextField* linkAt(double y) const;
     // The text of the active link; empty without one.
     std::string activeTitle() const;
+    // Is told after the links, or which of them is active, may have changed.
+    void setLinksChanged(std::function<void()> handler) { _linksChanged = std::move(handler); }
     std::size_t numberOfRows() const { return _rows.size(); }
 
 private:
@@ -49,6 +52,7 @@ private:
     void bind(const Glib::RefPtr<Gtk::ListItem>& item);
     void unbind(const Glib::RefPtr<Gtk::ListItem>& item);
     void describe(TocRow& row);
+    void tellLinksChanged();
     void scrollWherePending();
     void pointerIsAt(std::optional<double> y);
     void open(std::int64_t tag);
@@ -68,6 +72,7 @@ private:
     // What was typed so far, without case, and when that ends, on the monotonic clock.
     Glib::ustring _typed;
     gint64 _typingEnds = 0;
+    std::function<void()> _linksChanged;
     // Counts the lists, so that a click on an earlier one opens nothing.
     std::uint64_t _generation = 0;
     std::vector<Glib::RefPtr<Gtk::EventController>> _controllers;

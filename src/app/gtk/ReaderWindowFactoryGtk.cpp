@@ -9,9 +9,9 @@ namespace pagora {
 
 namespace {
 
-ReaderPage makePage(PageEngine& engine, PageKind kind)
+ReaderPage makePage(PageEngine& engine, PageKind kind, const PageView* beside = nullptr)
 {
-    auto view = engine.makePageView(kind);
+    auto view = engine.makePageView(kind, beside);
     auto* const page = view.get();
     const auto setFlickHandler
         = [page](std::function<void(double)> handler) { page->setFlickHandler(std::move(handler)); };
@@ -58,7 +58,7 @@ std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
 std::unique_ptr<ReaderWindow> ReaderWindowFactoryGtk::makeFixedWindow()
 {
     auto shown = makePage(engine(), PageKind::Fixed);
-    auto spare = makePage(engine(), PageKind::Fixed);
+    auto spare = makePage(engine(), PageKind::Fixed, static_cast<const PageView*>(shown.webView.get()));
     auto window = std::make_unique<FixedWindowGtk>(PreparedPagesGtk::make(std::move(shown), std::move(spare)));
     _didMake(window->parts().window.window());
     return window;

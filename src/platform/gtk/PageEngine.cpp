@@ -1,5 +1,6 @@
 #include "platform/gtk/PageEngine.hpp"
 
+#include "platform/gtk/PageMemoryWatch.hpp"
 #include "platform/gtk/PageRefusals.hpp"
 
 #include <filesystem>
@@ -9,17 +10,25 @@ namespace pagora {
 
 namespace {
 
-// Megabytes that a page may take before the engine frees what it can, then gives up the page.
-constexpr guint pageMemoryLimit = 2048;
+// Megabytes that a page may take before it is given up, the shares of them from which on the engine frees what it can,
+// and how often it looks, in seconds.
+constexpr guint pageMemoryLimit = 1536;
+constexpr double carefulFrom = 0.5;
+constexpr double strictFrom = 0.75;
+constexpr double memoryInterval = 2;
 
 GObjectPtr<WebKitWebContext> makeContext()
 {
     auto* memory = webkit_memory_pressure_settings_new();
     webkit_memory_pressure_settings_set_memory_limit(memory, pageMemoryLimit);
     webkit_memory_pressure_settings_set_kill_threshold(memory, 1.0);
+    webkit_memory_pressure_settings_set_strict_threshold(memory, strictFrom);
+    webkit_memory_pressure_settings_set_conservative_threshold(memory, carefulFrom);
+    webkit_memory_pressure_settings_set_poll_interval(memory, memoryInterval);
     auto* context
         = WEBKIT_WEB_CONTEXT(g_object_new(WEBKIT_TYPE_WEB_CONTEXT, "memory-pressure-settings", memory, nullptr));
     webkit_memory_pressure_settings_free(memory);
+    PageMemoryWatch::attach(context, std::uint64_t(pageMemoryLimit) << 20);
     webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
     webkit_web_context_set_spell_checking_enabled(context, FALSE);
     return GObjectPtr<WebKitWebContext>::adopt(context);
@@ -65,12 +74,19 @@ void cancelDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer)
     webkit_download_cancel(download);
 }
 
+// Kept in memory, and forgotten with the last view that has it.
+GObjectPtr<WebKitNetworkSession> makeSession()
+{
+    auto session = GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral());
+    g_signal_connect(session.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
+    return session;
+}
+
 }
 
 PageEngine::PageEngine(Options options)
     : _options(std::move(options))
     , _context(makeContext())
-    , _session(GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral()))
     , _filter(_options.cachesFolder + "/page-filters")
 {
     std::error_code ignored;
@@ -78,12 +94,11 @@ PageEngine::PageEngine(Options options)
     // The engine takes no folder that could not be made.
     if (std::filesystem::is_directory(_options.booksFolder, ignored))
         webkit_web_context_add_path_to_sandbox(_context.get(), _options.booksFolder.c_str(), TRUE);
-    g_signal_connect(_session.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
 }
 
 PageEngine::~PageEngine() = default;
 
-GObjectPtr<WebKitWebView> PageEngine::makeEngineView() const
+GObjectPtr<WebKitWebView> PageEngine::makeEngineView(WebKitNetworkSession* session) const
 {
     auto* content = webkit_user_content_manager_new();
     webkit_user_content_manager_register_script_message_handler(content, "pagora", pageWorld);
@@ -91,16 +106,20 @@ GObjectPtr<WebKitWebView> PageEngine::makeEngineView() const
     addScript(content, "page-end.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END);
     const auto settings = makeSettings();
     auto view = GObjectPtr<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "accessible-role",
-        GTK_ACCESSIBLE_ROLE_DOCUMENT, "web-context", _context.get(), "network-session", _session.get(), "settings",
+        GTK_ACCESSIBLE_ROLE_DOCUMENT, "web-context", _context.get(), "network-session", session, "settings",
         settings.get(), "user-content-manager", content, nullptr)));
     g_object_unref(content);
     refusePrivileges(view.get());
     return view;
 }
 
-std::unique_ptr<PageView> PageEngine::makePageView(PageKind kind)
+std::unique_ptr<PageView> PageEngine::makePageView(PageKind kind, const PageView* beside)
 {
-    auto view = _warmView ? std::move(_warmView) : makeEngineView();
+    if (beside) {
+        auto view = makeEngineView(webkit_web_view_get_network_session(beside->engineView()));
+        return std::make_unique<PageView>(std::move(view), kind, _filter, _options.scriptTimeout);
+    }
+    auto view = _warmView ? std::move(_warmView) : makeEngineView(makeSession().get());
     return std::make_unique<PageView>(std::move(view), kind, _filter, _options.scriptTimeout);
 }
 
@@ -108,7 +127,7 @@ void PageEngine::prepareWarmView()
 {
     if (_warmView)
         return;
-    _warmView = makeEngineView();
+    _warmView = makeEngineView(makeSession().get());
     // The engine's process starts with the first page, not with the view.
     webkit_web_view_load_uri(_warmView.get(), "about:blank");
 }

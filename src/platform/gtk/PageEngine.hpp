@@ -24,17 +24,18 @@ public:
     PageEngine(const PageEngine&) = delete;
     PageEngine& operator=(const PageEngine&) = delete;
 
-    std::unique_ptr<PageView> makePageView(PageKind kind);
+    // A view that keeps nothing of what other views load. One that is made beside another one, for the same book, has
+    // what that one has: cookies, storage, caches.
+    std::unique_ptr<PageView> makePageView(PageKind kind, const PageView* beside = nullptr);
     // Starts the engine's processes ahead of the next page view, which then shows its first page several times sooner.
     // Does nothing while one is ready.
     void prepareWarmView();
 
 private:
-    GObjectPtr<WebKitWebView> makeEngineView() const;
+    GObjectPtr<WebKitWebView> makeEngineView(WebKitNetworkSession* session) const;
 
     Options _options;
     GObjectPtr<WebKitWebContext> _context;
-    GObjectPtr<WebKitNetworkSession> _session;
     BookFilter _filter;
     GObjectPtr<WebKitWebView> _warmView;
 };

@@ -1,4 +1,5 @@
 #include "platform/gtk/PageFile.hpp"
+#include "platform/gtk/PageMemoryWatch.hpp"
 #include "platform/gtk/PageView.hpp"
 
 #include <glibmm/main.h>
@@ -62,7 +63,14 @@ struct PageViewSignals {
 
     static void locationChanged(WebKitWebView*, GParamSpec*, gpointer data) { view(data).locationChanged(); }
 
-    static void terminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer data) { view(data).recover(); }
+    static void terminated(WebKitWebView* engineView, WebKitWebProcessTerminationReason reason, gpointer data)
+    {
+        // A page that took too much memory would take it again.
+        if (PageMemoryWatch::takeEnded(webkit_web_view_get_context(engineView))
+            || reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT)
+            view(data).allowPageScripts(false);
+        view(data).recover();
+    }
 
     static void messageReceived(WebKitUserContentManager*, JSCValue* value, gpointer data)
     {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <webkit/webkit.h>
+
+#include <cstdint>
+#include <sigc++/sigc++.h>
+#include <sys/types.h>
+
+namespace pagora {
+
+// Ends the page processes that hold too much memory. The engine measures a page only between its scripts, so that one
+// whose script never ends would take all there is. Belongs to the engine's context. Main thread.
+class PageMemoryWatch {
+public:
+    // Watches the program's page processes for as long as the context lives, in the place of the watch that it had.
+    // `limit` counts the bytes that a process does not share with others.
+    static void attach(WebKitWebContext* context, std::uint64_t limit);
+    // Whether a page process was ended since the last time that it was asked.
+    static bool takeEnded(WebKitWebContext* context);
+
+    explicit PageMemoryWatch(std::uint64_t limit);
+    ~PageMemoryWatch();
+    PageMemoryWatch(const PageMemoryWatch&) = delete;
+    PageMemoryWatch& operator=(const PageMemoryWatch&) = delete;
+
+private:
+    // The processes below this one.
+    void look(pid_t parent, int depth);
+
+    std::uint64_t _limit;
+    bool _hasEnded = false;
+    sigc::connection _timer;
+};
+
+}

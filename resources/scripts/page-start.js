@@ -350,8 +350,11 @@
     const takesKeys = (node) => node instanceof Element
         && (/^(?:audio|button|input|select|summary|textarea|video)$/i.test(node.localName) || node.isContentEditable);
 
-    window.addEventListener('focusin', (event) => post('keys ' + (takesKeys(event.target) ? 1 : 0)), true);
-    window.addEventListener('focusout', () => post('keys 0'), true);
+    // Only what the engine itself tells: the page can send as many events as it likes.
+    const listen = (type, act) => window.addEventListener(type, (event) => event.isTrusted && act(event), true);
+
+    listen('focusin', (event) => post('keys ' + (takesKeys(event.target) ? 1 : 0)));
+    listen('focusout', () => post('keys 0'));
     // Once what is laid out now has been drawn: a message goes out after the frame in which it was sent.
     const paintings = new MessageChannel();
     paintings.port1.onmessage = (event) => post('painted ' + event.data);
@@ -361,5 +364,5 @@
     // When the page's beginning has been drawn.
     if (pagoraLaysOut)
         new PerformanceObserver(() => post('begun')).observe({ type: 'paint', buffered: true });
-    window.addEventListener('resize', () => post('size ' + innerWidth + ' ' + innerHeight), true);
+    listen('resize', () => post('size ' + innerWidth + ' ' + innerHeight));
 })();

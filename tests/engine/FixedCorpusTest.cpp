@@ -1,5 +1,6 @@
 // Fixed-layout books read page by page in the running program.
 
+#include "platform/gtk/DesktopWindow.hpp"
 #include "tests/engine/PageFaults.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/support/EpubBuilder.hpp"
@@ -26,9 +27,14 @@ protected:
     std::size_t pageCount() { return fixedReader().bookSplits().size(); }
     void resizeTo(double width, double height)
     {
-        const auto before = webView().frame();
         window().setFrame({ 0, 0, width, height });
-        EXPECT_TRUE(waitUntil([&] { return !(webView().frame() == before) && faults().empty(); })) << faults();
+        auto* const shown = GTK_WIDGET(dynamic_cast<DesktopWindow&>(window()).window().gobj());
+        EXPECT_TRUE(waitUntil([&] {
+            return hasSize(shown, width, height)
+                && evaluate("innerWidth + 'x' + innerHeight")
+                == std::to_string(int(webView().frame().width)) + "x" + std::to_string(int(webView().frame().height))
+                && faults().empty();
+        })) << faults();
     }
     std::string faults() { return evaluate(pageFaults); }
     // The page of this index is shown as it should be: the right file, whole and in proportion.

@@ -165,9 +165,14 @@ protected:
     // Resizes the window and waits until the page has followed.
     void resizeTo(double width, double height)
     {
-        const auto before = webView().frame();
         window().setFrame({ 30, 40, width, height });
-        EXPECT_TRUE(waitUntil([&] { return !(webView().frame() == before) && faults().empty(); })) << faults();
+        auto* const shown = GTK_WIDGET(_window->parts().window.window().gobj());
+        EXPECT_TRUE(waitUntil([&] {
+            return hasSize(shown, width, height)
+                && evaluate("innerWidth + 'x' + innerHeight")
+                == std::to_string(int(webView().frame().width)) + "x" + std::to_string(int(webView().frame().height))
+                && faults().empty();
+        })) << faults();
     }
 
     TemporaryFolder _home;

@@ -274,6 +274,7 @@ TEST_F(List, ActivatedRowCountsAsADoubleClick)
 TEST_F(List, TenThousandBooksMakeOnlyTheRowsNearTheScreen)
 {
     _books.setContent(makeBooks(10'000));
+    ASSERT_TRUE(waitUntil([&] { return _surface.model().itemsMade() > 0; }));
     settle();
     EXPECT_LT(_surface.model().itemsMade(), 1'000U);
 }

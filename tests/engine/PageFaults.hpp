@@ -1,5 +1,9 @@
 #pragma once
 
+#include <gtk/gtk.h>
+
+#include <cmath>
+
 namespace pagora::test {
 
 // A script that says what is wrong with how a scaled page lies in its view; nothing when all four corners are inside,
@@ -24,5 +28,13 @@ inline constexpr const char* pageFaults = R"((function () {
         faults.push('scrolled');
     return faults.length ? faults.join() + ': ' + JSON.stringify(box) + ' in ' + innerWidth + ' x ' + innerHeight : '';
 })())";
+
+// Whether the window has the size that it was given, but for what the toolkit draws around it.
+inline bool hasSize(GtkWidget* window, double width, double height)
+{
+    constexpr double around = 60;
+    return std::abs(gtk_widget_get_width(window) - width) < around
+        && std::abs(gtk_widget_get_height(window) - height) < around;
+}
 
 }

@@ -6,6 +6,7 @@ library_width=960
 library_window=
 source_window=
 dragging=
+nudge=1
 
 # The library window without what the desktop might have given it.
 place_library() {
@@ -46,7 +47,11 @@ offer_files() {
 
 # The part of the library where the drop target says what it is.
 drop_label() { import -window root -crop 400x70+280+760 -depth 8 rgb:- | sha1sum; }
-drop_label_changed() { [ "$(drop_label)" != "$dragging" ]; }
+# Looks again with the pointer at another point: the toolkit may have merged all that came before into one movement.
+drop_label_changed() {
+    xdotool mousemove_relative --sync -- $((nudge = -nudge)) 0
+    [ "$(drop_label)" != "$dragging" ]
+}
 
 # Takes the files up and holds them over the library.
 hold_files() {

@@ -30,6 +30,8 @@ within() {
     done
 }
 
+within 20 xdotool get_num_desktops
+
 start() {
     "$programs/pagora" "$@" &
     program=$!
@@ -42,7 +44,7 @@ start_with() {
     for book; do books+=("$HOME/books/$book"*.epub); done
     start "${books[@]}"
     within 60 catalogue "len(books) == ${#books[@]}"
-    within 20 window_is Pagora
+    within 60 window_is Pagora
 }
 
 stored() { "$programs/pagora-defaults" "$1"; }
@@ -50,6 +52,24 @@ stored() { "$programs/pagora-defaults" "$1"; }
 catalogue() { stored BookData | python3 -c "import json, sys; books = json.load(sys.stdin); sys.exit(not ($1))"; }
 ended() { ! kill -0 "$program" 2>/dev/null; }
 window_is() { [ "$(xdotool getactivewindow getwindowname)" = "$1" ]; }
+
+# The middle of the screen, where a reader has its page and nothing else is ever drawn.
+page_now() { import -window root -crop 500x400+330+120 -depth 8 rgb:- | sha1sum; }
+page_is_drawn() { [ "$(import -window root -crop 500x400+330+120 -format %k info:)" -gt 20 ]; }
+page_is_another() { [ "$(page_now)" != "$page_before" ]; }
+# reads TITLE: the book with this title is read, and its page is there.
+reads() {
+    within 60 window_is "Pagora - $1"
+    within 60 page_is_drawn
+    settle
+}
+# turn KEY...: turns from a page that is at rest to one that is not the same.
+turn() {
+    page_before=$(page_now)
+    xdotool key "$@"
+    within 60 page_is_another
+    settle
+}
 
 # Waits until the screen has stopped changing.
 settle() {

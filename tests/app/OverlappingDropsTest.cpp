@@ -51,7 +51,7 @@ TEST_F(OverlappingDrops, ImportEveryBookOfBoth)
     const auto second = downloads("Land", 4);
     program.drop(first);
     program.drop(second);
-    runUntil([this] { return shownBooks() == 8; });
+    runUntil([this] { return shownBooks() == 8 && !program.controller->import().isUnderWay(); });
     auto titles = program.titles();
     EXPECT_TRUE(titles.front() == "Sea0" ? titles[3] == "Sea3" : titles[3] == "Land3");
     std::sort(titles.begin(), titles.end());

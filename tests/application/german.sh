@@ -22,12 +22,12 @@ within 20 window_is Pagora
 xdotool key Right
 settle
 xdotool key Return
-within 20 window_is "Pagora - The Lantern Keeper"
+reads "The Lantern Keeper"
 picture page
 xdotool key ctrl+w
 within 20 window_is Pagora
 xdotool key F1
-within 20 window_is "Pagora - Anleitung zu Pagora"
+reads "Anleitung zu Pagora"
 picture guide
 xdotool key ctrl+w
 within 20 window_is Pagora

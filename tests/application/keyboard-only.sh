@@ -13,14 +13,11 @@ xdotool key Right
 settle
 picture selected
 xdotool key Return
-within 20 window_is "Pagora - A Quiet Harbour"
-settle
+reads "A Quiet Harbour"
 # From the end of the first chapter on into the second.
-xdotool key End
-settle
-xdotool key Right
-settle
-xdotool key space
+turn End
+turn Right
+turn space
 picture read
 xdotool key F9
 picture contents

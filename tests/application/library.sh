@@ -26,7 +26,7 @@ is_in_trash() { [ -f "$trash/files/$1" ] && grep -q '^Path=.*ePubLibrary' "$tras
 
 "$here/make-sample-books" "$books" >/dev/null
 start
-within 20 window_is Pagora
+within 60 window_is Pagora
 place_library
 
 # A source that allows nothing but a copy is refused, and so are other files.
@@ -81,7 +81,7 @@ stopped() {
     xdotool mousemove --sync $((library_width - 40)) 838 click 1
     catalogue 'len(books) == 4'
 }
-within 120 stopped
+within 300 stopped
 copies_are 4 || fail "the import went on"
 picture stopped
 end_files

@@ -5,17 +5,17 @@ tests=$(cd "$(dirname "$0")" && pwd)
 . "$(dirname "$0")/../../scripts/drive.sh"
 
 # told NAME TEXT: whether the page has that name, and text that begins so.
-told() { timeout 20 /usr/bin/python3 "$tests/page-text.py" | grep -A1 -xF "$1" | tail -1 | grep -q "^$2"; }
+told() { timeout 60 /usr/bin/python3 "$tests/page-text.py" | grep -A1 -xF "$1" | tail -1 | grep -q "^$2"; }
 
 start_with 01 02
 settle
 xdotool key Right
 settle
 xdotool key Return
-within 20 window_is "Pagora - A Quiet Harbour"
-within 60 told "document text | A Quiet Harbour, 1. Temple and zephyr" "Temple and zephyr 1.1 Candle Ada measured"
+within 60 window_is "Pagora - A Quiet Harbour"
+within 300 told "document text | A Quiet Harbour, 1. Temple and zephyr" "Temple and zephyr 1.1 Candle Ada measured"
 xdotool key Right
-within 60 told "document text | A Quiet Harbour, 1. Temple and zephyr" "copper magnet market"
+within 300 told "document text | A Quiet Harbour, 1. Temple and zephyr" "copper magnet market"
 picture read-aloud
 xdotool key ctrl+w
 within 20 window_is Pagora

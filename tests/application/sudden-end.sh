@@ -9,10 +9,8 @@ kill -9 "$program"
 wait "$program" 2>/dev/null || true
 
 start "$HOME/books/04 The Copper Bridge.epub"
-within 20 window_is "Pagora - The Cartographer's Daughter, or Seven Ways across the Mountains"
-settle
-xdotool key Right
-settle
+reads "The Cartographer's Daughter, or Seven Ways across the Mountains"
+turn Right
 xdotool key ctrl+w
 within 20 window_is Pagora
 within 20 catalogue 'books[7].get("LastPlace", 0) > 0'
@@ -20,7 +18,7 @@ kill -9 "$program"
 wait "$program" 2>/dev/null || true
 
 start
-within 20 window_is Pagora
+within 60 window_is Pagora
 catalogue 'len(books) == 8 and books[7]["LastPlace"] > 0' || fail "something of the library is lost"
 stored BundleVersion >/dev/null || fail "the settings are lost"
 xdotool key ctrl+q
@@ -28,11 +26,9 @@ within 20 ended
 
 # Ending the program while a book is read keeps the place in it.
 start "$HOME/books/04 The Copper Bridge.epub"
-within 20 window_is "Pagora - The Cartographer's Daughter, or Seven Ways across the Mountains"
-settle
+reads "The Cartographer's Daughter, or Seven Ways across the Mountains"
 before=$(stored BookData)
-xdotool key Right
-settle
+turn Right
 xdotool key ctrl+q
 within 20 ended
 [ "$(stored BookData)" != "$before" ] || fail "the place is lost"

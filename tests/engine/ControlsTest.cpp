@@ -181,6 +181,10 @@ TEST_F(Controls, WindowThatIsOrderedFrontElsewhereIsVisible)
 
 TEST_F(Controls, WindowIsLaidOutOnceItsContentHasItsSize)
 {
+    // With the first window the toolkit loads what it draws with, which may take longer than a layout is waited for.
+    Gtk::Window first;
+    first.present();
+    ASSERT_TRUE(waitUntil([&] { return first.get_width() > 0; }));
     Gtk::Window widget;
     Gtk::Box content;
     widget.set_child(content);

@@ -43,7 +43,7 @@ protected:
         ASSERT_EQ(fixedReader().activeSplitIndex(), index);
         EXPECT_EQ(evaluate("decodeURIComponent(location.pathname.split('/').pop())"),
             fixedReader().bookSplits().at(index).lastPathComponent());
-        EXPECT_EQ(faults(), "") << "page " << index + 1;
+        EXPECT_TRUE(waitUntil([&] { return faults().empty(); })) << "page " << index + 1 << ": " << faults();
     }
     void turn(int tag)
     {

@@ -162,6 +162,10 @@ protected:
     }
     // What is wrong with how the page lies in its view.
     std::string faults() { return evaluate(pageFaults); }
+    void expectNoFaults()
+    {
+        EXPECT_TRUE(waitUntil([&] { return faults().empty(); })) << faults();
+    }
     // Resizes the window and waits until the page has followed.
     void resizeTo(double width, double height)
     {
@@ -211,7 +215,7 @@ TEST_F(FixedReadingTest, TheWindowIsFittedSoThatThePageFillsItsView)
             && evaluate("innerWidth") == std::to_string(int(view.width));
     })) << webView().frame().width
         << " x " << webView().frame().height;
-    EXPECT_EQ(faults(), "");
+    expectNoFaults();
     EXPECT_LT(window().frame().width, 900);
 }
 
@@ -221,7 +225,7 @@ TEST_F(FixedReadingTest, ThePageFollowsTheWindow)
     resizeTo(1100, 500);
     resizeTo(500, 800);
     turn(1);
-    EXPECT_EQ(faults(), "");
+    expectNoFaults();
 }
 
 TEST_F(FixedReadingTest, APageThatIsReadyIsShownAtOnce)
@@ -290,7 +294,7 @@ TEST_F(FixedReadingTest, FastTurnsEndOnTheirPage)
     settlePage();
     EXPECT_EQ(label(), "6 of 12");
     EXPECT_EQ(evaluate("$('h1').text()"), "6");
-    EXPECT_EQ(faults(), "");
+    expectNoFaults();
 }
 
 TEST_F(FixedReadingTest, ALastPageThatIsMissingSaysSo)
@@ -322,7 +326,7 @@ TEST_F(FixedReadingTest, AMissingFirstPageSaysSoAndTheNextOneIsShown)
     EXPECT_TRUE(waitUntil([&] { return missingPageIsShown(); }));
     turn(1);
     EXPECT_EQ(evaluate("$('h1').text()"), "1");
-    EXPECT_EQ(faults(), "");
+    expectNoFaults();
 }
 
 TEST_F(FixedReadingTest, ABookOfTwoThousandPagesIsReadToItsEnd)
@@ -335,7 +339,7 @@ TEST_F(FixedReadingTest, ABookOfTwoThousandPagesIsReadToItsEnd)
     turn(1);
     turn(0);
     EXPECT_EQ(label(), "1999 of 2000");
-    EXPECT_EQ(faults(), "");
+    expectNoFaults();
 }
 
 TEST_F(FixedReadingTest, ALinkInThePageShowsItsPageScaled)
@@ -346,7 +350,7 @@ TEST_F(FixedReadingTest, ALinkInThePageShowsItsPageScaled)
     evaluate("document.getElementById('link').click()");
     EXPECT_TRUE(waitUntil([&] { return label() == "3 of 3"; }));
     settlePage();
-    EXPECT_EQ(faults(), "");
+    expectNoFaults();
     turn(0);
     EXPECT_EQ(evaluate("$('h1').text()"), "2");
 }
@@ -396,7 +400,7 @@ TEST_F(FixedReadingTest, DrawingsAndImagesArePages)
     for (int number = 2; number <= 4; ++number) {
         turn(1);
         EXPECT_EQ(label(), std::to_string(number) + " of 4");
-        EXPECT_EQ(faults(), "");
+        expectNoFaults();
     }
 }
 

@@ -34,7 +34,7 @@ protected:
     {
         _server.forget();
         open(bookCount() - 1);
-        EXPECT_TRUE(waitUntil([&] { return _server.heard("POST /over"); }, 60));
+        EXPECT_TRUE(waitUntil([&] { return _server.heard("POST /over"); }));
     }
     void placeCanaries(const std::string& folder)
     {
@@ -157,7 +157,7 @@ TEST_F(HostilePages, KeepNothingFromOneOpeningToTheNext)
     // Within an opening, it is all there.
     _server.forget();
     evaluate("location.reload(); 0");
-    ASSERT_TRUE(waitUntil([&] { return _server.heard("POST /over"); }, 60));
+    ASSERT_TRUE(waitUntil([&] { return _server.heard("POST /over"); }));
     EXPECT_TRUE(_server.heard("[cookie,local,"));
     settle();
     close();
@@ -196,7 +196,7 @@ TEST_F(HostilePages, HaveNoPowersOverTheDesktop)
     _server.forget();
     // Once more by the user's hand.
     evaluate("document.getElementById('grab').click(); 0");
-    ASSERT_TRUE(waitUntil([&] { return _server.heard("POST /over"); }, 60));
+    ASSERT_TRUE(waitUntil([&] { return _server.heard("POST /over"); }));
     expectNothingReached();
     EXPECT_EQ(windows(), before + 1);
     for (const auto& folder : { std::string(g_get_home_dir()), std::filesystem::current_path().string() }) {

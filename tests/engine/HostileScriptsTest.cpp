@@ -35,7 +35,7 @@ protected:
 
 TEST_F(HostileScriptsTest, LeaveTheViewUsable)
 {
-    show(PageKind::Columns, 3);
+    showImpatient(PageKind::Columns);
     const auto good = write("good.xhtml", document("<p>Good</p>"));
     for (const auto& hanging : hangings) {
         SCOPED_TRACE(hanging.name);
@@ -56,7 +56,7 @@ TEST_F(HostileScriptsTest, ThatTakeTooMuchMemoryAreTakenOutAndThePageComesBack)
     for (const std::string take : { "setInterval(() => kept.push(new Uint8Array(8388608).fill(1)), 1)",
              "onload = () => { for (;;) kept.push(new Uint8Array(8388608).fill(1)); }" }) {
         SCOPED_TRACE(take);
-        show(PageKind::Columns, 30);
+        show(PageKind::Columns);
         limitMemory(400);
         const auto number = _view->loadRequest(
             write("chapter.xhtml", document("<p id='p'>Text</p><script>const kept = []; " + take + "</script>")));

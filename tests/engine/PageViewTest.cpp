@@ -5,6 +5,7 @@
 #include <glibmm/main.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 
@@ -56,6 +57,15 @@ void PageViewTest::show(PageKind kind, double scriptTimeout)
     _engine = std::make_unique<PageEngine>(
         PageEngine::Options { _folder.path("books"), _folder.path("caches"), scriptTimeout });
     embed(_engine->makePageView(kind));
+}
+
+void PageViewTest::showImpatient(PageKind kind)
+{
+    const auto start = std::chrono::steady_clock::now();
+    show(kind);
+    loadDocument("<p>Plain</p>");
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    show(kind, std::max(2.0, 4 * taken.count()));
 }
 
 void PageViewTest::embed(std::unique_ptr<PageView> view)

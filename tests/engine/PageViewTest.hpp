@@ -71,12 +71,14 @@ protected:
     ~PageViewTest() override;
 
     // Replaces the page view by one of another kind, or with other options.
-    void show(PageKind kind, double scriptTimeout = 10);
+    void show(PageKind kind, double scriptTimeout = 60);
+    // The same with one that gives a script up as soon as this machine allows: several times what a plain page takes.
+    void showImpatient(PageKind kind);
     // Puts the view into the window instead of the one that is there.
     void embed(std::unique_ptr<PageView> view);
 
     // Runs the main loop until the condition holds; false when it never does.
-    bool waitUntil(const std::function<bool()>& condition, double seconds = 30);
+    bool waitUntil(const std::function<bool()>& condition, double seconds = 120);
     // The script's result.
     std::string evaluate(const std::string& script);
     long long number(const std::string& script) { return std::atoll(evaluate(script).c_str()); }

@@ -28,7 +28,7 @@ protected:
     // Waits until the panes are on screen with these widths.
     bool areShown(int contentsWidth, int pageWidth)
     {
-        return waitUntil([&] { return contents.get_width() == contentsWidth && page.get_width() == pageWidth; }, 10);
+        return waitUntil([&] { return contents.get_width() == contentsWidth && page.get_width() == pageWidth; });
     }
 
     Gtk::Window window;

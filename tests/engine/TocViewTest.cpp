@@ -259,7 +259,15 @@ TEST_F(TocViewTest, TypingLeadsToTheNextLinkThatBeginsSo)
     for (const char character : std::string("the l"))
         EXPECT_TRUE(type(gdk_unicode_to_keyval(static_cast<guint32>(character))));
     EXPECT_EQ(openedByEnter(), Url::file("/b/The Lamp").text());
-    for (const char character : std::string("an"))
+}
+
+TEST_F(TocViewTest, TypingOnLeavesTheFocusWhereItFits)
+{
+    loadTitles({ "Preface", "The Lamp", "The lantern", "Élan", "The Sea" });
+    ASSERT_TRUE(isLaidOut());
+    list.grab_focus();
+    settle();
+    for (const char character : std::string("the lan"))
         type(gdk_unicode_to_keyval(static_cast<guint32>(character)));
     EXPECT_EQ(openedByEnter(), Url::file("/b/The lantern").text());
 }

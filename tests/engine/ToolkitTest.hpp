@@ -16,7 +16,7 @@ namespace pagora::test {
 class ToolkitTest : public testing::Test {
 protected:
     // Runs the main loop until the condition holds; false when it never does.
-    static bool waitUntil(const std::function<bool()>& condition, unsigned seconds = 30)
+    static bool waitUntil(const std::function<bool()>& condition, unsigned seconds = 120)
     {
         bool isLate = false;
         const auto patience = g_timeout_add_seconds(

@@ -10,7 +10,7 @@ namespace {
 constexpr const char* waitForDrawing
     = "if (document.documentElement?.style) document.documentElement.style.setProperty('opacity', '1', 'important');"
       "await new Promise((done) => {"
-      "requestAnimationFrame(() => requestAnimationFrame(done)); setTimeout(done, 250); })";
+      "requestAnimationFrame(() => requestAnimationFrame(done)); setTimeout(done, 2000); })";
 
 std::string textOf(JSCValue* value)
 {

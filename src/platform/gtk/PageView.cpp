@@ -69,7 +69,8 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     coverUnprepared();
     addStyleSheet(_view.get(), kind == PageKind::Columns ? "page.css" : "fixed-page.css");
     _frame.setResizeHandler([this] {
-        if (_stage != Stage::Shown || _pageSize == frame())
+        _awaitsPageSize = _stage == Stage::Shown && _pageSize != frame();
+        if (!_awaitsPageSize)
             return reportSize();
         // The page script tells when the page has the new size too; only then do its measures fit the frame.
         _resizeTimer.disconnect();

@@ -128,6 +128,8 @@ private:
     std::int64_t _lastRecovery = 0;
     // The last size that the page told of.
     Rect _pageSize;
+    // The page has still to hear of its new size.
+    bool _awaitsPageSize = false;
     bool _isHidden = false;
     // Whether the page that is loaded is not laid out yet.
     bool _isUnprepared = false;

@@ -271,7 +271,8 @@ void PageView::messageReceived(const std::string& text)
         Rect size;
         words >> size.width >> size.height;
         _pageSize = size;
-        if (_resizeTimer.connected() && size == frame())
+        // Also when the page was too late for the first report.
+        if (size == frame() && std::exchange(_awaitsPageSize, false))
             reportSize();
     }
 }

@@ -132,7 +132,8 @@ TEST(Threads, QuittingDuringAnImportWhileABookIsReadKeepsBooksAndPlace)
         program.reader().webView.finishDocument();
         program.epubReader().setActiveSplitIndex(2);
         bool isTime = false;
-        program.window.procTextFake.whenSet = [&isTime](const std::string& text) { isTime = isTime || text == "2 of 6"; };
+        program.window.procTextFake.whenSet
+            = [&isTime](const std::string& text) { isTime = isTime || text == "2 of 6"; };
         program.drop(downloads(program, "Land", 6));
         runUntil([&isTime] { return isTime; });
         program.window.procTextFake.whenSet = nullptr;

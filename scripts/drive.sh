@@ -39,11 +39,11 @@ start() {
 
 # start_with BOOK...: starts with these of the sample books, each given by the beginning of its name, in the library.
 start_with() {
-    local books=() book
+    local files=() book
     "$here/make-sample-books" "$HOME/books" >/dev/null
-    for book; do books+=("$HOME/books/$book"*.epub); done
-    start "${books[@]}"
-    within 60 catalogue "len(books) == ${#books[@]}"
+    for book; do files+=("$HOME/books/$book"*.epub); done
+    start "${files[@]}"
+    within 60 catalogue "len(books) == ${#files[@]}"
     within 60 window_is Pagora
 }
 

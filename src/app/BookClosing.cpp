@@ -59,6 +59,7 @@ void BookClosing::closeReflowable()
 
 void BookClosing::savePosition(EpubController& reader)
 {
+    reader.adoptPendingOptions();
     _state.curStorageIndex = reader.activeSplitIndex();
     _state.curStorageCap = reader.readAmount();
     _state.settings.curFontName = reader.currentFont();

@@ -14,6 +14,8 @@
 #include "reader/SplitRules.hpp"
 
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -52,6 +54,8 @@ public:
     void fontChange();
     void changeFontSize(float multiplier);
     void changeWidth();
+    // Takes up, before the reader is closed, the options that were chosen while a page was on its way.
+    void adoptPendingOptions();
     // Lays the page out for a new size of the view.
     void updateColumns();
     const char* getCSSColorFor(std::int32_t theme) const;
@@ -146,6 +150,9 @@ private:
     Task<void> keepPlace();
     Task<void> notePlace();
 
+    // `adopt` takes up an option of the display, `show` does it and shows it on the page.
+    void enqueueOption(std::function<void()> adopt, SerialQueue::Work show);
+    std::int32_t nextNumberOfColumns() const;
     void rebuildFontMenu();
     void showPercentage(double fractionOfBook);
 
@@ -187,6 +194,8 @@ private:
     std::uint64_t _pageLocationLoad = 0;
     LeavingLinks _leavingLinks;
     bool _relayoutPending = false;
+    // Options that are chosen and not yet shown.
+    std::deque<std::function<void()>> _pendingOptions;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 
     SplitRules _splitRules;

@@ -22,11 +22,31 @@ Color EpubController::getBackgroundColorFor(std::int32_t theme) const
     return backgroundColorForTheme(theme == 0 ? _currentColorOption : theme);
 }
 
+void EpubController::enqueueOption(std::function<void()> adopt, SerialQueue::Work show)
+{
+    _pendingOptions.push_back(std::move(adopt));
+    _queue.enqueueAction([this, show = std::move(show)]() -> Task<void> {
+        _pendingOptions.pop_front();
+        co_await show();
+    });
+}
+
+void EpubController::adoptPendingOptions()
+{
+    for (const auto& adopt : std::exchange(_pendingOptions, {}))
+        adopt();
+}
+
+std::int32_t EpubController::nextNumberOfColumns() const
+{
+    return _numberOfColumns >= 3 ? 1 : _numberOfColumns + 1;
+}
+
 void EpubController::changeColor()
 {
     auto& control = _window.colorControl();
     const auto theme = control.tag(control.selectedSegment());
-    _queue.enqueueAction([this, theme]() -> Task<void> {
+    const auto show = [this, theme]() -> Task<void> {
         if (theme == _currentColorOption)
             co_return;
         _window.bgView().setFillColor(getBackgroundColorFor(theme));
@@ -38,23 +58,26 @@ void EpubController::changeColor()
             loadSplit(_activeSplitIndex);
         } else
             co_await run(scripts::colors(getCSSColorFor(theme), getCSSBackgroundColorFor(theme)));
-    });
+    };
+    enqueueOption([this, theme] { _currentColorOption = theme; }, show);
 }
 
 void EpubController::fontChange()
 {
     const auto family = _window.fontMenu().titleOfSelectedItem();
-    _queue.enqueueAction([this, family]() -> Task<void> {
+    const auto show = [this, family]() -> Task<void> {
         if (family == _currentFont)
             co_return;
         _currentFont = family;
         co_await run(scripts::textFont(family));
-    });
+    };
+    enqueueOption([this, family] { _currentFont = family; }, show);
 }
 
 void EpubController::changeFontSize(float multiplier)
 {
-    _queue.enqueueAction([this, multiplier] { return applyFontSize(multiplier); });
+    const auto show = [this, multiplier] { return applyFontSize(multiplier); };
+    enqueueOption([this, multiplier] { _currentFontSize = multiplier; }, show);
 }
 
 Task<void> EpubController::applyFontSize(float multiplier)
@@ -81,12 +104,13 @@ Task<void> EpubController::applyFontSize(float multiplier)
 
 void EpubController::changeWidth()
 {
-    _queue.enqueueAction([this] { return applyColumns(); });
+    const auto show = [this] { return applyColumns(); };
+    enqueueOption([this] { _numberOfColumns = nextNumberOfColumns(); }, show);
 }
 
 Task<void> EpubController::applyColumns()
 {
-    _numberOfColumns = _numberOfColumns >= 3 ? 1 : _numberOfColumns + 1;
+    _numberOfColumns = nextNumberOfColumns();
     _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
     _window.setColumnCount(_numberOfColumns);
     co_await run(scripts::columns(_numberOfColumns, _pageWidth));

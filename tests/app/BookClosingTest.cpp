@@ -178,6 +178,23 @@ TEST_F(Closing, TheUnpackedFolderStays)
     EXPECT_TRUE(fileExists(program.inTemporary("_books/Sea/OEBPS/chapter1.xhtml")));
 }
 
+TEST_F(Closing, OptionsThatWereChosenWhileAChapterIsOnItsWayAreKept)
+{
+    program.closeReader();
+    program.doubleClick(0);
+    auto& reader = program.reader();
+    reader.colorControl.choose(1);
+    reader.fontMenu.choose("Palatino");
+    program.epubReader().changeFontSize(1.25F);
+    const auto columns = program.epubReader().numberOfColumns();
+    reader.actions.changeWidth();
+    program.closeReader();
+    EXPECT_EQ(program.defaults.integerForKey("Background"), 2);
+    EXPECT_EQ(program.defaults.stringForKey("FontName"), "Palatino");
+    EXPECT_EQ(program.defaults.realForKey("FontSize"), 1.25);
+    EXPECT_EQ(program.defaults.integerForKey("Columns"), columns + 1);
+}
+
 TEST_F(Closing, AFixedLayoutBookStoresNothing)
 {
     auto& fixed = openFixed();

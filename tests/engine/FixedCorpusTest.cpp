@@ -29,12 +29,11 @@ protected:
     {
         window().setFrame({ 0, 0, width, height });
         auto* const shown = GTK_WIDGET(dynamic_cast<DesktopWindow&>(window()).window().gobj());
-        EXPECT_TRUE(waitUntil([&] {
-            return hasSize(shown, width, height)
-                && evaluate("innerWidth + 'x' + innerHeight")
-                == std::to_string(int(webView().frame().width)) + "x" + std::to_string(int(webView().frame().height))
+        const auto hasFollowed = [&] {
+            return hasSize(shown, width, height) && evaluate(innerSize) == sizeText(webView().frame())
                 && faults().empty();
-        })) << faults();
+        };
+        EXPECT_TRUE(waitUntil(hasFollowed)) << faults();
     }
     std::string faults() { return evaluate(pageFaults); }
     // The page of this index is shown as it should be: the right file, whole and in proportion.

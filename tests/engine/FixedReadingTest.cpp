@@ -171,12 +171,11 @@ protected:
     {
         window().setFrame({ 30, 40, width, height });
         auto* const shown = GTK_WIDGET(_window->parts().window.window().gobj());
-        EXPECT_TRUE(waitUntil([&] {
-            return hasSize(shown, width, height)
-                && evaluate("innerWidth + 'x' + innerHeight")
-                == std::to_string(int(webView().frame().width)) + "x" + std::to_string(int(webView().frame().height))
+        const auto hasFollowed = [&] {
+            return hasSize(shown, width, height) && evaluate(innerSize) == sizeText(webView().frame())
                 && faults().empty();
-        })) << faults();
+        };
+        EXPECT_TRUE(waitUntil(hasFollowed)) << faults();
     }
 
     TemporaryFolder _home;

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/Geometry.hpp"
+
 #include <gtk/gtk.h>
 
 #include <cmath>
+#include <string>
 
 namespace pagora::test {
 
@@ -28,6 +31,13 @@ inline constexpr const char* pageFaults = R"((function () {
         faults.push('scrolled');
     return faults.length ? faults.join() + ': ' + JSON.stringify(box) + ' in ' + innerWidth + ' x ' + innerHeight : '';
 })())";
+
+// A script that tells the size of the page's view as `sizeText` does.
+inline constexpr const char* innerSize = "innerWidth + 'x' + innerHeight";
+inline std::string sizeText(const Rect& frame)
+{
+    return std::to_string(static_cast<int>(frame.width)) + "x" + std::to_string(static_cast<int>(frame.height));
+}
 
 // Whether the window has the size that it was given, but for what the toolkit draws around it.
 inline bool hasSize(GtkWidget* window, double width, double height)

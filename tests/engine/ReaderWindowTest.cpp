@@ -94,6 +94,16 @@ TEST_F(ReaderWindowTest, NothingIsDoneAfterTheWindowClosed)
     EXPECT_FALSE(epub);
 }
 
+TEST_F(ReaderWindowTest, KeysCountWhileTheDisplayOptionsAreOpen)
+{
+    makeEpubWindow();
+    auto& panel = widget<Gtk::Popover>("displayOptions");
+    EXPECT_TRUE(ToolkitTest::press(panel.gobj(), GDK_KEY_F11));
+    EXPECT_TRUE(ToolkitTest::press(panel.gobj(), GDK_KEY_w, GDK_CONTROL_MASK));
+    ASSERT_TRUE(waitForDone(2));
+    EXPECT_EQ(done, (Lines { "full screen", "close" }));
+}
+
 TEST_F(ReaderWindowTest, ActionsOfAWindowThatIsDroppedAreDropped)
 {
     makeEpubWindow();

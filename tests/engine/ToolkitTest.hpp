@@ -38,8 +38,8 @@ protected:
         while (g_main_context_iteration(nullptr, FALSE)) { }
     }
 
-    // The key as the window gets it before the focus does. Whether it took the key.
-    static bool press(GtkWindow* window, guint keyval, GdkModifierType state = GdkModifierType(0))
+    // The key as the window, or a panel, gets it before the focus does. Whether it took the key.
+    static bool press(gpointer window, guint keyval, GdkModifierType state = GdkModifierType(0))
     {
         gboolean taken = FALSE;
         g_autoptr(GListModel) controllers = gtk_widget_observe_controllers(GTK_WIDGET(window));

@@ -22,8 +22,10 @@ EpubWindowGtk::EpubWindowGtk(ReaderPage page)
     , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
-    correctAccessibleNames(_parts.widget<Gtk::Popover>("displayOptions"));
-    setAccessibleName(_parts.widget<Gtk::Popover>("displayOptions"), _("Display options"));
+    auto& panel = _parts.widget<Gtk::Popover>("displayOptions");
+    correctAccessibleNames(panel);
+    setAccessibleName(panel, _("Display options"));
+    _parts.watchKeys(panel);
     auto& search = _parts.widget<Gtk::SearchEntry>("searchField");
     _connections = {
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_clicked().connect([this] {
@@ -35,7 +37,7 @@ EpubWindowGtk::EpubWindowGtk(ReaderPage page)
         search.signal_activate().connect(
             [this] { _parts.send(&ReaderWindowActions::searchContent, _searchField.stringValue()); }),
         search.signal_stop_search().connect([this] { _parts.focusPage(); }),
-        _parts.widget<Gtk::Popover>("displayOptions").signal_closed().connect([this] { _parts.focusPage(); }),
+        panel.signal_closed().connect([this] { _parts.focusPage(); }),
     };
 }
 

@@ -61,7 +61,7 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
     if (page.nameMayHaveChanged)
         tocView.setLinksChanged(page.nameMayHaveChanged);
     connectHeader();
-    connectKeys();
+    watchKeys(*_window);
     connectWindow();
 }
 
@@ -134,7 +134,7 @@ void ReaderWindowGtk::fullScreenDidChange(bool isFullScreen)
         send(&ReaderWindowActions::windowDidExitFullScreen);
 }
 
-void ReaderWindowGtk::connectKeys()
+void ReaderWindowGtk::watchKeys(Gtk::Widget& area)
 {
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
@@ -144,7 +144,7 @@ void ReaderWindowGtk::connectKeys()
             return command && perform(*command);
         },
         false));
-    _window->add_controller(keys);
+    area.add_controller(keys);
 }
 
 ReaderFocus ReaderWindowGtk::focusKind() const

@@ -41,6 +41,8 @@ public:
         });
     }
 
+    // The window's keys count in this part of it too, which keeps them to itself while it is open.
+    void watchKeys(Gtk::Widget& area);
     // Gives the keyboard back to the page, from the main loop.
     void focusPage();
 
@@ -68,7 +70,6 @@ public:
 
 private:
     void connectHeader();
-    void connectKeys();
     void connectWindow();
     bool perform(ReaderCommand command);
     ReaderFocus focusKind() const;

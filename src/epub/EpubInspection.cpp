@@ -50,8 +50,10 @@ std::string decodedReference(const std::string& reference)
 // The inspection of one archive.
 class Inspection {
 public:
-    Inspection(InspectionHub& hub, const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* cover)
+    Inspection(InspectionHub& hub, SpareFiles* spare, const std::string& archivePath, StopOnErrors stopOnErrors,
+        const ScaledCover* cover)
         : _mainController(hub)
+        , _spare(spare)
         , _dataPath(hub.folders()._dataPath)
         , _archivePath(archivePath)
         , _archiveName(lastPathComponent(archivePath))
@@ -96,6 +98,7 @@ private:
     std::string dataFile(const std::string& member) const { return appendingPathComponent(_dataPath, member); }
 
     InspectionHub& _mainController;
+    SpareFiles* _spare;
     const std::string _dataPath;
     const std::string _archivePath;
     const std::string _archiveName;
@@ -117,7 +120,8 @@ bool Inspection::openArchive()
     if (!_archive && problem == ArchiveProblem::PastBounds)
         return rejectTooLarge();
     if (_archive)
-        _archive->extract({ mimetypeMember, displayOptionsMember, encryptionMember, containerMember }, _dataPath);
+        _archive->extract(
+            { mimetypeMember, displayOptionsMember, encryptionMember, containerMember }, _dataPath, {}, _spare);
     return true;
 }
 
@@ -166,7 +170,8 @@ bool Inspection::findPackage()
         report(_("epub is corrupted (content opf-file not found)"));
         return false;
     }
-    auto file = extractedMember(_archive ? &*_archive : nullptr, *parser.opfFile(), _dataPath, MemberName::Exact);
+    auto file
+        = extractedMember(_archive ? &*_archive : nullptr, *parser.opfFile(), _dataPath, MemberName::Exact, _spare);
     layOutFolders(*parser.opfFile());
     if (!file && !reject(_("epub is corrupted (can't open content opf-file)")))
         return false;
@@ -192,7 +197,7 @@ void Inspection::layOutFolders(const std::string& packagePath)
 std::optional<std::string> Inspection::extracted(const std::string& href)
 {
     return extractedMember(_archive ? &*_archive : nullptr, appendingPathComponent(_packageFolder, href), _dataPath,
-        MemberName::Reference);
+        MemberName::Reference, _spare);
 }
 
 std::optional<Data> Inspection::readCover(const OPFParser& package)
@@ -306,7 +311,16 @@ BookInfoPtr Inspection::run()
 BookInfoPtr EpubInspection::getBookInfo(
     const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead)
 {
-    return Inspection(_mainController, archivePath, stopOnErrors, coverAhead).run();
+    return Inspection(_mainController, _spare ? &*_spare : nullptr, archivePath, stopOnErrors, coverAhead).run();
+}
+
+void EpubInspection::emptyScratch()
+{
+    const auto& scratch = _mainController.folders()._dataPath;
+    const auto spareFolder = appendingPathComponent(deletingLastPathComponent(scratch), "_spare");
+    if (!_spare || _spare->path() != spareFolder)
+        _spare.emplace(spareFolder);
+    _spare->makeEmptyFolder(scratch);
 }
 
 }

@@ -3,7 +3,9 @@
 #include "catalogue/BookInfo.hpp"
 #include "catalogue/LibraryFolders.hpp"
 #include "epub/CoverPicture.hpp"
+#include "platform/SpareFiles.hpp"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,8 +40,12 @@ public:
     BookInfoPtr getBookInfo(
         const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead = nullptr);
 
+    // Removes what the last inspection has left in the scratch folder, and keeps its files aside for the next.
+    void emptyScratch();
+
 private:
     InspectionHub& _mainController;
+    std::optional<SpareFiles> _spare;
 };
 
 }

@@ -27,7 +27,7 @@ std::vector<std::string> memberCandidates(const std::string& member, MemberName 
 }
 
 std::optional<std::string> extractedMember(
-    Archive* archive, const std::string& member, const std::string& folder, MemberName kind)
+    Archive* archive, const std::string& member, const std::string& folder, MemberName kind, SpareFiles* spare)
 {
     for (const auto& name : memberCandidates(member, kind)) {
         const auto path = appendingPathComponent(folder, name);
@@ -35,7 +35,7 @@ std::optional<std::string> extractedMember(
         if (name.empty() || !isPathInside(path, folder))
             continue;
         if (archive)
-            archive->extract({ name }, folder);
+            archive->extract({ name }, folder, {}, spare);
         if (isPlainFile(path))
             return path;
     }

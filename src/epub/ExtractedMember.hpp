@@ -15,7 +15,7 @@ namespace pagora {
 // is: escapes replaced, ".." followed, in either Unicode normal form.
 enum class MemberName : bool { Exact, Reference };
 std::optional<std::string> extractedMember(
-    Archive* archive, const std::string& member, const std::string& folder, MemberName kind);
+    Archive* archive, const std::string& member, const std::string& folder, MemberName kind, SpareFiles* spare);
 
 // The names that are tried for a member, in order.
 std::vector<std::string> memberCandidates(const std::string& member, MemberName kind);

@@ -159,10 +159,10 @@ bool Archive::Handle::extract(
     for (;;) {
         const bool stopped = stop.stop_requested();
         const auto got = stopped ? -1 : zip_fread(source.get(), buffer.data(), buffer.size());
-        if (got == 0)
+        if (got == 0 && destination.endFile(file, written))
             return true;
         written += got > 0 ? static_cast<std::uint64_t>(got) : 0;
-        if (got < 0 || written > member.size
+        if (got <= 0 || written > member.size
             || !writeAll(file.get(), { buffer.data(), static_cast<std::size_t>(got) })) {
             destination.removeLastFile();
             return !stopped;
@@ -224,11 +224,11 @@ std::optional<std::string> Archive::read(const std::string& member, std::uint64_
     return std::nullopt;
 }
 
-void Archive::extract(
-    const std::vector<std::string>& members, const std::string& destination, const std::stop_token& stop)
+void Archive::extract(const std::vector<std::string>& members, const std::string& destination,
+    const std::stop_token& stop, SpareFiles* spare)
 {
     const Selection selection(members, _handle->members);
-    ContainedFolder folder(destination);
+    ContainedFolder folder(destination, spare);
     std::vector<char> buffer;
     for (const auto& member : _handle->members) {
         if (stop.stop_requested())

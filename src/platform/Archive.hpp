@@ -10,6 +10,8 @@
 
 namespace pagora {
 
+class SpareFiles;
+
 // Why there is no archive to extract from.
 enum class ArchiveProblem { Unreadable, PastBounds };
 
@@ -32,9 +34,10 @@ public:
     std::vector<std::string> filePaths() const;
 
     // Extracts the members that match one of `members`, or all when it is empty. Members that fail, or hold more than
-    // the directory says, are left out. Returns early when `stop` asks for it.
-    void extract(
-        const std::vector<std::string>& members, const std::string& destination, const std::stop_token& stop = {});
+    // the directory says, are left out. Returns early when `stop` asks for it. Files are taken from `spare`, as far as
+    // it goes.
+    void extract(const std::vector<std::string>& members, const std::string& destination,
+        const std::stop_token& stop = {}, SpareFiles* spare = nullptr);
 
     // The bytes of the member of that very name; missing when there is none, it fails, or it holds more than `limit`.
     std::optional<std::string> read(const std::string& member, std::uint64_t limit) const;

@@ -26,13 +26,18 @@ bool ContainedFolder::makeFolders(const std::vector<std::string>& names)
     if (_folder && names == _folders)
         return true;
     FileDescriptor folder(::fcntl(_root.get(), F_DUPFD_CLOEXEC, 0));
+    constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
     for (const auto& name : names) {
-        if (!folder || (::mkdirat(folder.get(), name.c_str(), folderMode) != 0 && errno != EEXIST))
+        FileDescriptor next(::openat(folder.get(), name.c_str(), flags));
+        if (!next && errno == ENOENT) {
+            if (!(_spare && _spare->takeFolder(folder.get(), name.c_str())))
+                ::mkdirat(folder.get(), name.c_str(), folderMode);
+            next = FileDescriptor(::openat(folder.get(), name.c_str(), flags));
+        }
+        if (!next)
             return false;
-        folder = FileDescriptor(::openat(folder.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        folder = std::move(next);
     }
-    if (!folder)
-        return false;
     _folder = std::move(folder);
     _folders = names;
     return true;
@@ -43,12 +48,19 @@ FileDescriptor ContainedFolder::makeFile(const std::vector<std::string>& folders
     if (!makeFolders(folders))
         return FileDescriptor();
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    FileDescriptor file(::openat(_folder.get(), name.c_str(), flags, fileMode));
+    FileDescriptor file = _spare ? _spare->takeFile(_folder.get(), name.c_str()) : FileDescriptor();
+    if (!file)
+        file = FileDescriptor(::openat(_folder.get(), name.c_str(), flags, fileMode));
     // Removing the name first also gets rid of a link, and leaves other names of the same file alone.
     if (!file && errno == EEXIST && ::unlinkat(_folder.get(), name.c_str(), 0) == 0)
         file = FileDescriptor(::openat(_folder.get(), name.c_str(), flags, fileMode));
     _lastFile = file ? name : std::string();
     return file;
+}
+
+bool ContainedFolder::endFile(const FileDescriptor& file, std::uint64_t size) const
+{
+    return !_spare || ::ftruncate(file.get(), static_cast<off_t>(size)) == 0;
 }
 
 void ContainedFolder::removeLastFile()

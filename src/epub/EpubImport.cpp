@@ -67,6 +67,7 @@ void EpubImport::onMainThread(std::function<void()> work)
 
 void EpubImport::beginProgress(std::size_t count)
 {
+    _newestProgress = std::make_shared<std::atomic<std::size_t>>(0);
     onMainThread([outlets = _outlets, count] {
         outlets.processIndicator.setMaxValue(static_cast<double>(count));
         if (outlets.indicatorWindow.isVisible())
@@ -81,11 +82,15 @@ void EpubImport::beginProgress(std::size_t count)
 
 void EpubImport::showProgress(std::size_t index, std::size_t count)
 {
-    onMainThread([outlets = _outlets, index, count] {
-        outlets.processIndicator.setDoubleValue(static_cast<double>(index + 1));
-        outlets.progressBar.setDoubleValue(static_cast<double>(index + 1));
+    // Files that are known pass by faster than the main thread can show them.
+    if (_newestProgress->exchange(index + 1) != 0)
+        return;
+    onMainThread([outlets = _outlets, newest = _newestProgress, count] {
+        const auto number = newest->exchange(0);
+        outlets.processIndicator.setDoubleValue(static_cast<double>(number));
+        outlets.progressBar.setDoubleValue(static_cast<double>(number));
         outlets.procText.setStringValue(
-            formatted(_("%d of %lu"), static_cast<int>(index + 1), static_cast<unsigned long>(count)));
+            formatted(_("%d of %lu"), static_cast<int>(number), static_cast<unsigned long>(count)));
     });
 }
 
@@ -158,7 +163,9 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
         for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
             showProgress(i, files.size());
             std::scoped_lock inspecting(_inspecting);
-            emptyScratch();
+            // Files that are passed over leave it as it is.
+            if (isNew[i] || i == 0 || !_scratchIsEmpty)
+                emptyScratch();
             const auto book = isNew[i] ? importFile(files[i], mode, ahead.take(files[i])) : nullptr;
             if (!book)
                 continue;
@@ -186,19 +193,26 @@ std::vector<bool> EpubImport::newOnes(const std::vector<std::string>& files)
 
 void EpubImport::emptyScratch()
 {
-    makeEmptyFolder(_mainController.folders()._dataPath);
+    _inspection.emptyScratch();
+    _scratchIsEmpty = true;
+}
+
+BookInfoPtr EpubImport::inspect(const std::string& file, const ScaledCover* cover)
+{
+    _scratchIsEmpty = false;
+    return _inspection.getBookInfo(file, StopOnErrors::Yes, cover);
 }
 
 BookInfoPtr EpubImport::bookFromOwnFile(const std::string& path)
 {
     std::scoped_lock inspecting(_inspecting);
     emptyScratch();
-    return _inspection.getBookInfo(path, StopOnErrors::Yes);
+    return inspect(path);
 }
 
 BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& mode, const ImportAhead::Results& ahead)
 {
-    auto book = _inspection.getBookInfo(file, StopOnErrors::Yes, ahead.cover ? &*ahead.cover : nullptr);
+    auto book = inspect(file, ahead.cover ? &*ahead.cover : nullptr);
     if (!book)
         return nullptr;
     const auto& libPath = _mainController.folders().libPath;
@@ -232,7 +246,7 @@ BookInfoPtr EpubImport::bookFromSingleFile(const std::string& path, bool& copied
     copied = false;
     std::scoped_lock inspecting(_inspecting);
     removeLeftCopies();
-    auto book = _inspection.getBookInfo(path, StopOnErrors::Yes);
+    auto book = inspect(path);
     if (!book)
         return nullptr;
     const auto& libPath = _mainController.folders().libPath;

@@ -93,10 +93,12 @@ private:
 
     void onMainThread(std::function<void()> work);
     void beginProgress(std::size_t count);
+    // Numbers that the main thread has not come to show yet give way to the newest.
     void showProgress(std::size_t index, std::size_t count);
     void endProgress();
-    // Call it with `_inspecting` held.
+    // Call these two with `_inspecting` held.
     void emptyScratch();
+    BookInfoPtr inspect(const std::string& file, const ScaledCover* cover = nullptr);
     // Which of the files are not in the library yet.
     std::vector<bool> newOnes(const std::vector<std::string>& files);
     // Null when the file is rejected.
@@ -114,6 +116,10 @@ private:
     // A batch holds the first for its whole length, and the second while it inspects a file.
     std::mutex _batch;
     std::mutex _inspecting;
+    // Since it was emptied, no file was inspected.
+    bool _scratchIsEmpty = false;
+    // The number of the file that the batch has come to and that is still to be shown; 0 for none. One a batch.
+    std::shared_ptr<std::atomic<std::size_t>> _newestProgress;
     mutable std::mutex _counting;
     std::condition_variable _oneLess;
     int _countUnderWay = 0;

@@ -1,3 +1,4 @@
+#include "platform/Worker.hpp"
 #include "tests/app/Program.hpp"
 
 #include <filesystem>
@@ -246,6 +247,32 @@ TEST_F(Import, ShowsHowFarItIs)
     EXPECT_TRUE(program.window.progressBarFake.hidden);
     EXPECT_TRUE(program.window.procTextFake.hidden);
     EXPECT_TRUE(program.window.stopButtonFake.hidden);
+}
+
+TEST_F(Import, NumbersThatCouldNotBeShownYetGiveWayToTheNewest)
+{
+    const Names files { program.download("One.epub"), program.download("Two.epub"), program.download("Three.epub") };
+    Worker().perform([&] { program.controller->import().booksFromFilesArray(files); });
+    program.runLoop.runPosted();
+    EXPECT_EQ(program.window.procTextFake.texts, Names { "3 of 3" });
+    EXPECT_EQ(program.window.progressBarFake.values, std::vector<double> { 3 });
+    EXPECT_TRUE(program.window.procTextFake.hidden);
+}
+
+TEST_F(Import, KnownFilesLeaveTheScratchFolderEmptyToo)
+{
+    program.import({ "Sea.epub" });
+    program.drop({ program.inDownloads("Sea.epub"), program.inDownloads("Sea.epub") });
+    EXPECT_EQ(folderEntries(program.inTemporary("_data")), Names {});
+}
+
+TEST_F(Import, KnownFilesMakeTheScratchFolderAnew)
+{
+    program.import({ "Sea.epub" });
+    program.drop({ program.inDownloads("Sea.epub") });
+    removeItem(program.inTemporary("_data"));
+    program.drop({ program.inDownloads("Sea.epub") });
+    EXPECT_EQ(folderEntries(program.inTemporary("_data")), Names {});
 }
 
 TEST_F(Import, UnderTheProgressWindowTheLibrarysOwnBarStaysHidden)

@@ -3,17 +3,51 @@
 #include "platform/Translation.hpp"
 #include "platform/gtk/DisplayText.hpp"
 
+#include <gtkmm/stylecontext.h>
 #include <gtkmm/tooltip.h>
 
 #include <algorithm>
+#include <pango/pangocairo.h>
+#include <vector>
 
 namespace pagora {
 
 namespace {
 
+constexpr int titleLines = 2;
+
 Glib::ustring spoken(const Glib::ustring& title, const Glib::ustring& author)
 {
     return author.empty() ? title : Glib::ustring(formatted(_("%s, %s"), title.c_str(), author.c_str()));
+}
+
+// The height of a line in the label's font, in points. Asking a font takes long, and all cells have the same ones.
+int lineHeight(const Gtk::Label& label)
+{
+    struct Line {
+        Pango::FontDescription font;
+        double resolution;
+        int height;
+    };
+    static std::vector<Line> lines;
+    const auto context = const_cast<Gtk::Label&>(label).get_pango_context();
+    const auto font = context->get_font_description();
+    const double resolution = pango_cairo_context_get_resolution(context->gobj());
+    for (const auto& line : lines) {
+        if (line.font == font && line.resolution == resolution)
+            return line.height;
+    }
+    const auto metrics = context->get_metrics(font);
+    const int height = PANGO_PIXELS_CEIL(metrics.get_ascent() + metrics.get_descent());
+    lines.push_back({ font, resolution, height });
+    return height;
+}
+
+// With its margins.
+int heightOf(const Gtk::Label& label, int lines)
+{
+    const auto margin = label.get_style_context()->get_margin();
+    return lines * lineHeight(label) + margin.get_top() + margin.get_bottom();
 }
 
 }
@@ -67,33 +101,57 @@ Glib::ustring CoverCell::spokenName()
 }
 
 BookCell::BookCell(CoverLoader& loader)
-    : Gtk::Box(Gtk::Orientation::VERTICAL)
-    , _cover(loader, CoverLoader::coverSize)
+    : _cover(loader, CoverLoader::coverSize)
 {
     add_css_class("book");
-    set_size_request(width, -1);
     set_halign(Gtk::Align::CENTER);
 
     _title.add_css_class("title");
     _title.set_wrap(true);
     _title.set_wrap_mode(Pango::WrapMode::WORD_CHAR);
-    _title.set_lines(2);
+    _title.set_lines(titleLines);
     _title.set_justify(Gtk::Justification::CENTER);
     _title.set_yalign(0);
     _author.add_css_class("author");
     for (auto* const label : { &_title, &_author }) {
         label->set_ellipsize(Pango::EllipsizeMode::END);
         label->set_max_width_chars(1);
-        label->set_hexpand(true);
         showWholeTextOnHover(*label);
     }
-    // What is left of the height goes below the texts.
-    _cover.set_valign(Gtk::Align::START);
-    _author.set_valign(Gtk::Align::START);
-    _author.set_vexpand(true);
-    append(_cover);
-    append(_title);
-    append(_author);
+    for (Gtk::Widget* const part :
+        { static_cast<Gtk::Widget*>(&_cover), static_cast<Gtk::Widget*>(&_title), static_cast<Gtk::Widget*>(&_author) })
+        part->set_parent(*this);
+}
+
+BookCell::~BookCell()
+{
+    for (Gtk::Widget* const part :
+        { static_cast<Gtk::Widget*>(&_cover), static_cast<Gtk::Widget*>(&_title), static_cast<Gtk::Widget*>(&_author) })
+        part->unparent();
+}
+
+void BookCell::measure_vfunc(
+    Gtk::Orientation orientation, int, int& minimum, int& natural, int& minimumBaseline, int& naturalBaseline) const
+{
+    constexpr int coverHeight = static_cast<int>(CoverLoader::coverSize.height);
+    minimum = natural = orientation == Gtk::Orientation::HORIZONTAL
+        ? width
+        : coverHeight + heightOf(_title, titleLines) + heightOf(_author, 1);
+    minimumBaseline = naturalBaseline = -1;
+}
+
+// What is left of the height goes below the texts.
+void BookCell::size_allocate_vfunc(int width, int, int)
+{
+    int top = 0;
+    for (Gtk::Widget* const part : { static_cast<Gtk::Widget*>(&_cover), static_cast<Gtk::Widget*>(&_title),
+             static_cast<Gtk::Widget*>(&_author) }) {
+        int height = 0;
+        int ignored = 0;
+        part->measure(Gtk::Orientation::VERTICAL, width, ignored, height, ignored, ignored);
+        part->size_allocate({ 0, top, width, height }, -1);
+        top += height;
+    }
 }
 
 void BookCell::setBook(const BookInfoPtr& book)

@@ -3,7 +3,6 @@
 #include "library_views/gtk/CoverLoader.hpp"
 #include "library_views/gtk/CoverView.hpp"
 
-#include <gtkmm/box.h>
 #include <gtkmm/label.h>
 
 #include <optional>
@@ -32,19 +31,27 @@ private:
     CoverLoader::Ticket _ticket;
 };
 
-// An item of the grid: a cover, and title and author below it. It is used again for one book after another.
-class BookCell : public Gtk::Box {
+// An item of the grid: a cover, and title and author below it. It is used again for one book after another. Its size
+// follows from the fonts alone, so that a book that comes into it costs each text one layout. Main thread.
+class BookCell : public Gtk::Widget {
 public:
     // The width of a cell without its margins, in points.
     static constexpr int width = 138;
 
     explicit BookCell(CoverLoader& loader);
+    ~BookCell() override;
     void setBook(const BookInfoPtr& book);
 
     const CoverView& cover() const { return _cover; }
     Glib::ustring title() const { return _title.get_text(); }
     Glib::ustring author() const { return _author.get_text(); }
     Glib::ustring spokenName() const;
+
+protected:
+    Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }
+    void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline,
+        int& naturalBaseline) const override;
+    void size_allocate_vfunc(int width, int height, int baseline) override;
 
 private:
     CoverCell _cover;

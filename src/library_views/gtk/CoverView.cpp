@@ -1,5 +1,7 @@
 #include "library_views/gtk/CoverView.hpp"
 
+#include "library_views/gtk/CoverFrame.hpp"
+
 #include <gtkmm/snapshot.h>
 #include <gtkmm/stylecontext.h>
 
@@ -65,21 +67,12 @@ void CoverView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
         gtk_snapshot_pop(target);
         return;
     }
-    // A near shadow that draws the edge and a far one that lifts the cover, in proportion to its size.
-    const auto lift = static_cast<float>(_box.height / 156);
-    constexpr GdkRGBA edge { 0, 0, 0, 0.22F };
-    constexpr GdkRGBA shadow { 0, 0, 0, 0.24F };
-    gtk_snapshot_append_outset_shadow(target, &outline, &edge, 0, lift, 0, 2 * lift);
-    gtk_snapshot_append_outset_shadow(target, &outline, &shadow, 0, 3 * lift, 0, 9 * lift);
     gtk_snapshot_push_rounded_clip(target, &outline);
     gtk_snapshot_append_texture(target, _cover->gobj(), &rect);
     gtk_snapshot_pop(target);
-    // Keeps white covers apart from a white page, and black ones from a black one.
-    constexpr float widths[4] = { 1, 1, 1, 1 };
     GdkRGBA line = *get_style_context()->get_color().gobj();
     line.alpha *= 0.12F;
-    const GdkRGBA lines[4] = { line, line, line, line };
-    gtk_snapshot_append_border(target, &outline, widths, lines);
+    CoverFrame(outline, static_cast<float>(_box.height / 156), line).append(target, GTK_WIDGET(gobj()));
 }
 
 }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+namespace pagora {
+
+// What is drawn around a cover: shadows, and a line on its edge. Main thread.
+class CoverFrame {
+public:
+    // In the coordinates of the outline; the shadows lift a cover the higher, the larger `lift` is, in points.
+    CoverFrame(const GskRoundedRect& outline, float lift, const GdkRGBA& line)
+        : _outline(outline)
+        , _lift(lift)
+        , _line(line)
+    {
+    }
+
+    // Draws it over the cover, for a widget.
+    void append(GtkSnapshot* snapshot, GtkWidget* widget) const;
+
+private:
+    struct Picture;
+
+    void appendNodes(GtkSnapshot* snapshot) const;
+    // The nodes as a picture, which all covers of that size share.
+    const Picture& picture(int pixelsInPoint) const;
+    Picture drawn(int pixelsInPoint) const;
+
+    GskRoundedRect _outline;
+    float _lift;
+    GdkRGBA _line;
+};
+
+}

@@ -1,10 +1,12 @@
 #include "app/gtk/Application.hpp"
 #include "platform/Translation.hpp"
+#include "platform/gtk/Graphics.hpp"
 
 #include <glib.h>
 
 int main(int argc, char** argv)
 {
+    pagora::leaveOutUnusedGraphics();
     pagora::startTranslation();
     g_set_prgname(PAGORA_IDENTIFIER);
     g_set_application_name("Pagora");

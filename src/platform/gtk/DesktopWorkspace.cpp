@@ -2,6 +2,8 @@
 
 #include "platform/CopyIntoFolder.hpp"
 #include "platform/Path.hpp"
+#include "platform/gtk/GObjectPtr.hpp"
+#include "platform/gtk/Graphics.hpp"
 
 #include <giomm/appinfo.h>
 #include <giomm/dbusconnection.h>
@@ -17,7 +19,8 @@ constexpr int fileManagerPatience = 10'000;
 
 void openInDefaultProgram(const std::string& uri)
 {
-    g_app_info_launch_default_for_uri_async(uri.c_str(), nullptr, nullptr, nullptr, nullptr);
+    const auto context = GObjectPtr<GAppLaunchContext>::adopt(makeLaunchContext());
+    g_app_info_launch_default_for_uri_async(uri.c_str(), context.get(), nullptr, nullptr, nullptr);
 }
 
 void openFolderOf(const std::string& path)

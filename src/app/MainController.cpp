@@ -14,6 +14,9 @@ namespace {
 // Lets the window and the files that the desktop hands over settle first.
 constexpr double launchDelay = 0.05;
 
+// When the library that has been shown is drawn: the page view's processes take as much of the processor as a launch.
+constexpr double warmUpDelay = 1.5;
+
 constexpr const char* importMessage = N_("Choose epub file(s) for import to Pagora Library");
 
 constexpr const char* resetText = N_("Reset the library? All settings and the places where you stopped reading are "
@@ -85,7 +88,11 @@ Task<void> MainController::finishPagoraInit()
             sendDoubleClick(_state.catalogue.lastBook());
         _import.showFaultyBooks();
     }
-    _platform.readerWindows.prepareNextWindow();
+    // A book that is read meanwhile has the view, and the next one is prepared when it is closed.
+    _warmUpDelay = _platform.runLoop.performAfterDelay(warmUpDelay, [this] {
+        if (!aBookIsOpen())
+            _platform.readerWindows.prepareNextWindow();
+    });
     takeUpWaitingFiles();
 }
 

@@ -136,6 +136,7 @@ private:
     LibraryMaintenance _maintenance;
     LibraryEventMonitor _monitor;
     std::unique_ptr<RunLoop::Timer> _launchDelay;
+    std::unique_ptr<RunLoop::Timer> _warmUpDelay;
     // Files handed over while the launch or a reset is at work; they are taken up when it is done.
     std::vector<std::vector<std::string>> _openRequests;
     // Files dropped or chosen meanwhile.

@@ -11,6 +11,7 @@
 #include "platform/Translation.hpp"
 #include "platform/UserDefaults.hpp"
 #include "platform/UserFolders.hpp"
+#include "platform/Worker.hpp"
 #include "platform/gtk/ColorScheme.hpp"
 #include "platform/gtk/DesktopWorkspace.hpp"
 
@@ -21,6 +22,8 @@
 #include <gtkmm/shortcuttrigger.h>
 
 #include <csignal>
+#include <optional>
+#include <utility>
 
 namespace pagora {
 
@@ -77,10 +80,16 @@ private:
 
 }
 
+// The stored values, and the line that they have for the user.
+struct Application::Store {
+    std::unique_ptr<UserDefaults> defaults;
+    std::string problem;
+};
+
 // In the order in which they are built on each other; they go the other way round.
 struct Application::Parts {
-    explicit Parts(const Glib::RefPtr<Gtk::Application>& application)
-        : defaults(defaultsFolder(), &storeProblem)
+    Parts(const Glib::RefPtr<Gtk::Application>& application, Store opened)
+        : store(std::move(opened))
         , libraryWindow(application)
         , shortcuts(*application)
         , readerWindows(temporaryFolder(),
@@ -89,15 +98,16 @@ struct Application::Parts {
                   endByKey(window);
                   shortcuts.addKeyToReader(window);
               })
-        , lateFlush(defaults, runLoop)
-        , controller({ programInfo(), defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
+        , lateFlush(*store.defaults, runLoop)
+        , controller(
+              { programInfo(), *store.defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
     {
-        defaults.setWhenInTrouble([this](const std::string& problem) {
+        store.defaults->setWhenInTrouble([this](const std::string& problem) {
             runLoop.postToMainThread([this, problem] { tellOfStore(problem); });
         });
     }
 
-    ~Parts() { defaults.setWhenInTrouble(nullptr); }
+    ~Parts() { store.defaults->setWhenInTrouble(nullptr); }
 
     // In an alert over the window that is shown.
     void tellOfStore(const std::string& problem)
@@ -110,8 +120,7 @@ struct Application::Parts {
         return resourceBytes("/org/pagora/Pagora/scripts/" + name + ".js").value_or("");
     }
 
-    std::string storeProblem;
-    UserDefaults defaults;
+    Store store;
     GLibRunLoop runLoop;
     DesktopWorkspace workspace;
     ColorScheme colorScheme;
@@ -137,13 +146,28 @@ Glib::RefPtr<Application> Application::create()
 
 void Application::on_startup()
 {
+    const bool hasHome = _home.take(patienceForHome);
+    Store store;
+    {
+        // Reading a large library takes as long as starting the toolkit, and needs none of it.
+        std::optional<Worker> opening;
+        if (hasHome)
+            opening.emplace().perform(
+                [&store] { store.defaults = std::make_unique<UserDefaults>(defaultsFolder(), &store.problem); });
+        // Without a display, it ends the program below, when nothing is open.
+        if (!gtk_init_check()) {
+            opening.reset();
+            store.defaults = nullptr;
+        }
+    }
     Gtk::Application::on_startup();
-    if (!_home.take(patienceForHome)) {
+    if (!hasHome) {
         log("Pagora is already running with this home folder, out of reach; it is not started a second time.");
         return;
     }
     _parts = std::make_unique<Parts>(
-        Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))));
+        Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))),
+        std::move(store));
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
     // The library window is hidden while a book is read; the program ends when it is told to.
@@ -170,9 +194,9 @@ void Application::finishLaunching()
     _launched = true;
     _parts->libraryWindow.mainWindow().makeKeyAndOrderFront();
     _parts->controller.applicationDidFinishLaunching();
-    if (!_parts->storeProblem.empty()) {
-        log(_parts->storeProblem);
-        _parts->tellOfStore(_parts->storeProblem);
+    if (!_parts->store.problem.empty()) {
+        log(_parts->store.problem);
+        _parts->tellOfStore(_parts->store.problem);
     }
 }
 
@@ -204,7 +228,7 @@ void Application::on_shutdown()
         controller.finishReading();
         controller.applicationWillTerminate();
         _parts->runLoop.finishBackgroundWork();
-        _parts->defaults.synchronize();
+        _parts->store.defaults->synchronize();
         _parts = nullptr;
     }
     Gtk::Application::on_shutdown();

@@ -25,6 +25,7 @@ protected:
     void on_shutdown() override;
 
 private:
+    struct Store;
     struct Parts;
 
     Application();

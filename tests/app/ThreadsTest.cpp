@@ -14,6 +14,12 @@ namespace {
 
 using ThreadedProgram = test::ProgramOn<GLibRunLoop>;
 
+// Whether that is told of an import of six that has begun with its second; not every number is.
+bool isUnderWay(const std::string& text)
+{
+    return text.ends_with(" of 6") && text != "1 of 6";
+}
+
 template <typename Condition>
 void runUntil(Condition condition)
 {
@@ -72,7 +78,7 @@ TEST(Threads, AResetDuringAnImportHasEveryBookOfBothAtItsStart)
     runUntil([&program] { return shownBooks(program) == 2; });
     bool isReset = false;
     program.window.procTextFake.whenSet = [&](const std::string& text) {
-        if (text == "2 of 6" && !std::exchange(isReset, true))
+        if (isUnderWay(text) && !std::exchange(isReset, true))
             program.controller->resetAppSettings();
     };
     program.drop(downloads(program, "Sea", 6));
@@ -133,7 +139,7 @@ TEST(Threads, QuittingDuringAnImportWhileABookIsReadKeepsBooksAndPlace)
         program.epubReader().setActiveSplitIndex(2);
         bool isTime = false;
         program.window.procTextFake.whenSet
-            = [&isTime](const std::string& text) { isTime = isTime || text == "2 of 6"; };
+            = [&isTime](const std::string& text) { isTime = isTime || isUnderWay(text); };
         program.drop(downloads(program, "Land", 6));
         runUntil([&isTime] { return isTime; });
         program.window.procTextFake.whenSet = nullptr;

@@ -2,6 +2,14 @@
 (function () {
     'use strict';
 
+    // What the engine puts into a page of XML at the fault that it stopped at.
+    const type = Object.getOwnPropertyDescriptor(Document.prototype, 'contentType').get.call(document);
+    if (/^(?:application|text)\/(?:xhtml\+)?xml$/.test(type)
+        && Document.prototype.querySelector.call(document, 'parsererror')) {
+        window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' broken');
+        return;
+    }
+
     // An element named like a property of the document would be found in its place.
     const named = Document.prototype.querySelectorAll.call(
         document, 'embed[name], form[name], iframe[name], img[name], object[name], object[id]');

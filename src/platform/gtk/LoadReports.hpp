@@ -30,6 +30,8 @@ public:
     bool isDocumentReported() const { return _documentReported; }
     bool isFinished() const { return _finished; }
 
+    // The document is read once more: what has come until then does not count.
+    void forgetResources() { _heldBack = 0; }
     void documentComplete(std::uint64_t load);
     void resourceFinished(std::uint64_t load);
     void resourceFailed(std::uint64_t load);

@@ -134,6 +134,7 @@ void PageView::begin(const Url& url)
 {
     _reports.begin(url);
     _stage = Stage::Idle;
+    _isForgiven = false;
     _startTimer.disconnect();
     _loadTimer.disconnect();
     _recovery.disconnect();
@@ -184,14 +185,8 @@ void PageView::start()
     stylePages();
     // A page whose scripts never end would keep the engine from even beginning with another one.
     _loadTimer.disconnect();
-    if (_target.rfind("file:", 0) == 0) {
-        _loadTimer = Glib::signal_timeout().connect(
-            [this] {
-                restartEngine();
-                return false;
-            },
-            static_cast<unsigned>(_timeout * 1000));
-    }
+    if (_target.rfind("file:", 0) == 0)
+        restartEngineAfter(_timeout);
     loadFresh();
 }
 
@@ -261,14 +256,19 @@ void PageView::stylePages()
 void PageView::expectDocument()
 {
     _loadTimer.disconnect();
-    if (!_allowsPageScripts)
-        return;
+    if (_allowsPageScripts)
+        restartEngineAfter(_patience);
+}
+
+void PageView::restartEngineAfter(double seconds)
+{
+    _loadTimer.disconnect();
     _loadTimer = Glib::signal_timeout().connect(
         [this] {
             restartEngine();
             return false;
         },
-        static_cast<unsigned>(_patience * 1000));
+        static_cast<unsigned>(seconds * 1000));
 }
 
 Reply<std::string> PageView::evaluateScript(const std::string& script)

@@ -72,6 +72,9 @@ private:
     void stylePages();
     void failSoon();
     void expectDocument();
+    void documentComplete();
+    void showForgivingly();
+    void restartEngineAfter(double seconds);
     void restartEngine();
     void allowPageScripts(bool allowed);
     void recover();
@@ -118,6 +121,8 @@ private:
     // The URL as the engine gets it, and the one of the page that it shows.
     std::string _target;
     std::string _shown;
+    // Whether it is read by the rules of HTML because it is not well-formed.
+    bool _isForgiven = false;
     WebKitUserScript* _numberScript = nullptr;
     PageStart _pageStart;
     // What pages get from their beginning on.

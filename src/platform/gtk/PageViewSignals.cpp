@@ -1,3 +1,5 @@
+#include "platform/Files.hpp"
+#include "platform/ForgivingPage.hpp"
 #include "platform/gtk/PageFile.hpp"
 #include "platform/gtk/PageMemoryWatch.hpp"
 #include "platform/gtk/PageView.hpp"
@@ -25,6 +27,8 @@ Url requestUrl(WebKitURIRequest* request)
 struct WatchedResource {
     std::weak_ptr<PageView*> owner;
     std::uint64_t load;
+    // Of the page as the forgiving parser reads it, not of what there was of it before.
+    bool isForgiven;
     bool ended = false;
 };
 
@@ -83,7 +87,7 @@ struct PageViewSignals {
     {
         // The engine says "finished" after "failed".
         const auto owner = watched.owner.lock();
-        if (!std::exchange(watched.ended, true) && owner)
+        if (!std::exchange(watched.ended, true) && owner && (*owner)->_isForgiven == watched.isForgiven)
             (*owner)->resourceEnded(resource, watched.load, failed);
     }
     static void resourceFinished(WebKitWebResource* resource, gpointer data)
@@ -122,7 +126,7 @@ void PageView::loadChanged(WebKitLoadEvent event)
         expectDocument();
         _frame.setPageTakesKeys(false);
         _shown = webkit_web_view_get_uri(_view.get());
-        if (auto* delegate = _reports.delegate())
+        if (auto* delegate = _reports.delegate(); delegate && !_isForgiven)
             delegate->didCommitLoad({ *_reports.url(), currentLoad(), true, true });
     } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown) {
         _loadTimer.disconnect();
@@ -157,7 +161,7 @@ void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* re
     const Url url = requestUrl(request);
     if (!url.isFile() && !isWithinPage(url))
         _reports.willSendRequest(url, RequestedBy::Page);
-    auto watched = std::make_unique<WatchedResource>(WatchedResource { _self, currentLoad() });
+    auto watched = std::make_unique<WatchedResource>(WatchedResource { _self, currentLoad(), _isForgiven });
     g_signal_connect(resource, "finished", G_CALLBACK(PageViewSignals::resourceFinished), watched.get());
     g_signal_connect(resource, "failed", G_CALLBACK(PageViewSignals::resourceFailed), watched.get());
     g_object_set_data_full(G_OBJECT(resource), "pagora-watched", watched.release(),
@@ -198,17 +202,19 @@ bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDeci
 
 bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
 {
-    if (auto* delegate = _reports.delegate()) {
+    const bool isPage = webkit_response_policy_decision_is_main_frame_main_resource(decision);
+    const bool isReadAgain = isPage && _isForgiven && _stage == Stage::Starting;
+    if (auto* delegate = _reports.delegate(); delegate && !isReadAgain) {
         const char* type = webkit_uri_response_get_mime_type(webkit_response_policy_decision_get_response(decision));
         delegate->decidePolicyForMIMEType(type ? type : "");
     }
     // What cannot be shown would be downloaded.
     if (!webkit_response_policy_decision_is_mime_type_supported(decision))
         return false;
-    const bool isPage = webkit_response_policy_decision_is_main_frame_main_resource(decision);
     if (isPage && _stage != Stage::Starting) {
         // The page went on by itself.
         _reports.begin(requestUrl(webkit_response_policy_decision_get_request(decision)));
+        _isForgiven = false;
         _pageStart.isShownAtOnce = false;
         coverUntilPrepared();
         _target = _reports.url()->text();
@@ -233,6 +239,45 @@ void PageView::locationChanged()
         delegate->didChangeLocationWithinPage(url);
 }
 
+void PageView::documentComplete()
+{
+    const auto load = currentLoad();
+    _loadTimer.disconnect();
+    // A fixed page is shown once nothing is loading, which a server that never answers must not put off for ever.
+    if (_kind == PageKind::Fixed) {
+        _loadTimer = Glib::signal_timeout().connect(
+            [this, load] {
+                _reports.everythingFinished(load);
+                return false;
+            },
+            static_cast<unsigned>(_timeout * 1000));
+    }
+    _reports.documentComplete(load);
+}
+
+// The page is not well-formed, and the engine shows what comes before its first fault. It is given to the engine once
+// more, as a page of HTML with the same URL, before anything of the load is reported.
+void PageView::showForgivingly()
+{
+    if (_stage != Stage::Shown || _isForgiven)
+        return;
+    const Url url = urlOf(_target.c_str());
+    const bool isReadable = url.isFile() && (_bookFolder.empty() || isFileInFolder(url.path(), _bookFolder));
+    auto text = isReadable ? readFile(url.path()) : std::nullopt;
+    const auto page = text ? forgivingPage(std::move(*text)) : std::nullopt;
+    if (!page)
+        return documentComplete();
+    _isForgiven = true;
+    _stage = Stage::Starting;
+    _reports.forgetResources();
+    _pageStart.isShownAtOnce = false;
+    coverUntilPrepared();
+    restartEngineAfter(_timeout);
+    GBytes* bytes = g_bytes_new(page->html.data(), page->html.size());
+    webkit_web_view_load_bytes(_view.get(), bytes, "text/html", page->encoding.c_str(), _target.c_str());
+    g_bytes_unref(bytes);
+}
+
 void PageView::messageReceived(const std::string& text)
 {
     std::istringstream words(text);
@@ -241,19 +286,11 @@ void PageView::messageReceived(const std::string& text)
     words >> load >> what;
     if (load != currentLoad())
         return;
-    if (what == "complete") {
-        _loadTimer.disconnect();
-        // A fixed page is shown once nothing is loading, which a server that never answers must not put off for ever.
-        if (_kind == PageKind::Fixed) {
-            _loadTimer = Glib::signal_timeout().connect(
-                [this, load] {
-                    _reports.everythingFinished(load);
-                    return false;
-                },
-                static_cast<unsigned>(_timeout * 1000));
-        }
-        _reports.documentComplete(load);
-    } else if (what == "begun") {
+    if (what == "complete")
+        documentComplete();
+    else if (what == "broken")
+        showForgivingly();
+    else if (what == "begun") {
         if (std::exchange(_pageStart.isShownAtOnce, false) && _isUnprepared) {
             _isUnprepared = false;
             uncover();

@@ -69,8 +69,40 @@
         return reach;
     }
 
+    const wideMark = 'data-pagora-wide';
+    let fittedTo = '';
+
+    // Lets the words in tables that stick out of their column break; called anew whenever the layout may have changed.
+    // Says whether the layout is another one now.
+    function fitTables(body, { step, gap, length }) {
+        const layout = [body.clientWidth, step, length].join();
+        const tables = Document.prototype.getElementsByTagName.call(document, 'table');
+        if (layout === fittedTo || !tables.length)
+            return false;
+        fittedTo = layout;
+        const marked = (table) => Element.prototype.hasAttribute.call(table, wideMark);
+        const before = Array.from(tables, marked).join();
+        for (const table of tables) {
+            if (marked(table))
+                Element.prototype.removeAttribute.call(table, wideMark);
+        }
+        const wide = Array.from(tables).filter((table) => table.offsetWidth > step - gap + 1);
+        for (const table of wide)
+            Element.prototype.setAttribute.call(table, wideMark, '');
+        return Array.from(tables, marked).join() !== before;
+    }
+
     // The strip of columns in which the body is laid out; null when the body has no columns.
     function columnStrip() {
+        const strip = measuredStrip();
+        if (!strip || !fitTables(strip.body, strip))
+            return strip;
+        const fitted = measuredStrip();
+        fittedTo = [fitted.body.clientWidth, fitted.step, fitted.length].join();
+        return fitted;
+    }
+
+    function measuredStrip() {
         const body = bodyOf.call(document);
         if (!body)
             return null;

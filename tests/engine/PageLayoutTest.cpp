@@ -142,6 +142,57 @@ TEST_F(PageLayoutTest, TheStylesOfTheBooksBoxesDoNotMoveThePages)
     }
 }
 
+TEST_F(PageLayoutTest, NothingSticksOutOfItsColumn)
+{
+    const std::string line(300, 'x');
+    const std::string wide[] = {
+        "<svg id='w' xmlns='http://www.w3.org/2000/svg' width='100%' viewBox='0 0 600 2400'><rect width='9' "
+        "height='9'/></svg>",
+        "<div><svg id='w' xmlns='http://www.w3.org/2000/svg' width='2000' height='3000'><rect width='9' "
+        "height='9'/></svg></div>",
+        "<video id='w' width='2000' height='3000'></video>",
+        "<object id='w' style='min-width:2000px;height:3000px'>x</object>",
+        "<pre id='w' style='width:2000px;overflow:auto'>" + line + "</pre>",
+        "<pre style='margin:0'><code id='w'>" + line + "\n" + line + "</code></pre>",
+        "<p><span id='w'>" + line + "</span></p>",
+        "<table id='w' width='2000'><tr><td width='3000'>x</td></tr></table>",
+        "<table id='w'><tr><td>" + line
+            + "</td><td nowrap='nowrap'>A cell of words that stay on a line, as it says.</td></tr>" + "</table>",
+    };
+    for (const auto& thing : wide) {
+        loadDocument(paragraphs(3) + thing + paragraphs(9));
+        for (const int columns : { 1, 2 }) {
+            layOut(columns);
+            const double share = strip() * columns / double(width);
+            EXPECT_LT(std::abs(share - std::round(share)), 0.01) << thing;
+            const auto size = "(() => { const boxes = Array.from(document.getElementById('w').getClientRects());"
+                              "return Math.ceil(Math.max(...boxes.map((box) => box.width))) + 10000 * "
+                              "Math.ceil(Math.max(...boxes.map((box) => box.height))); })()";
+            EXPECT_LE(number(size) % 10000, width / columns - 40) << thing << " in " << columns;
+            EXPECT_LE(number(size) / 10000, height - 80) << thing << " in " << columns;
+        }
+    }
+}
+
+TEST_F(PageLayoutTest, TheWordsOfATableThatFitsStayWhole)
+{
+    const std::string row = "<tr><td id='key'>Key</td><td>" + std::string(34, 'm') + "</td></tr>";
+    loadDocument("<table id='table'>" + row + "</table>" + paragraphs(9));
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("document.getElementById('table').hasAttribute('data-pagora-wide')"), "true");
+    layOut(1);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("document.getElementById('table').hasAttribute('data-pagora-wide')"), "false");
+}
+
+TEST_F(PageLayoutTest, AnImageOfAGivenSizeKeepsItsProportions)
+{
+    loadDocument("<img width='2000' height='200' src='none.svg'/>" + paragraphs(3));
+    layOut(1);
+    EXPECT_EQ(evaluate("getComputedStyle(document.images[0]).objectFit"), "contain");
+}
+
 TEST_F(PageLayoutTest, PagesOfRightToLeftTextCountFromZero)
 {
     for (const std::string attributes : { " dir=\"rtl\"", "" }) {

@@ -4,6 +4,7 @@
 #include "tests/support/FakeWebView.hpp"
 
 #include <gtkmm/drawingarea.h>
+#include <gtkmm/revealer.h>
 
 #include <algorithm>
 
@@ -81,6 +82,14 @@ TEST_F(ReaderWindowTest, ActionsRunFromTheMainLoopInTheOrderOfTheKeys)
     EXPECT_TRUE(done.empty());
     ASSERT_TRUE(waitForDone(6));
     EXPECT_EQ(done, (Lines { "page 1", "page 0", "page 1", "page 0", "first", "last" }));
+}
+
+TEST_F(ReaderWindowTest, TitleBarOfFullScreenTakesAtMostAFifthOfASecond)
+{
+    makeEpubWindow();
+    EXPECT_LE(widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
+    FixedWindowGtk fixed(makePage());
+    EXPECT_LE(fixed.parts().widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
 }
 
 TEST_F(ReaderWindowTest, NothingIsDoneAfterTheWindowClosed)

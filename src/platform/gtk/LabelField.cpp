@@ -1,5 +1,6 @@
 #include "platform/gtk/LabelField.hpp"
 
+#include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/DisplayText.hpp"
 
 namespace pagora {
@@ -25,9 +26,12 @@ void LabelField::setStringValue(const std::string& text)
         _text = text;
     }
     onMainThread([this, text] {
-        if (_label)
+        if (_label) {
             _label->set_text(displayText(text));
-        else
+            // The toolkit does not tell assistive technology that a label's text has changed; a status is read out then.
+            if (_label->get_accessible_role() == Gtk::Accessible::Role::STATUS)
+                setAccessibleName(*_label, _label->get_text());
+        } else
             _textView->get_buffer()->set_text(displayText(text));
     });
 }

@@ -1,0 +1,133 @@
+#include "tests/engine/Contrast.hpp"
+
+#include <gtkmm/label.h>
+#include <gtkmm/text.h>
+#include <gtkmm/textview.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <map>
+
+namespace pagora::test {
+
+namespace {
+
+constexpr int scale = 4;
+// Of how many points a colour has to be that counts: the stems of letters are, the shades at their edges are not.
+constexpr int leastPoints = 12;
+
+double luminance(std::uint32_t pixel)
+{
+    const auto linear = [](std::uint32_t channel) {
+        const double value = static_cast<double>(channel & 0xFF) / 255;
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(pixel >> 16) + 0.7152 * linear(pixel >> 8) + 0.0722 * linear(pixel);
+}
+
+double contrastOf(std::uint32_t one, std::uint32_t other)
+{
+    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+Cairo::RefPtr<Cairo::ImageSurface> pictureOf(Gtk::Widget& widget)
+{
+    const int width = widget.get_width();
+    const int height = widget.get_height();
+    auto picture = Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, width * scale, height * scale);
+    g_autoptr(GdkPaintable) paintable = gtk_widget_paintable_new(widget.gobj());
+    GtkSnapshot* snapshot = gtk_snapshot_new();
+    gtk_snapshot_scale(snapshot, scale, scale);
+    gdk_paintable_snapshot(paintable, snapshot, width, height);
+    if (GskRenderNode* node = gtk_snapshot_free_to_node(snapshot)) {
+        const auto context = Cairo::Context::create(picture);
+        gsk_render_node_draw(node, context->cobj());
+        gsk_render_node_unref(node);
+    }
+    picture->flush();
+    return picture;
+}
+
+// The text that the widget itself draws; empty for none.
+std::string textOf(Gtk::Widget& widget)
+{
+    if (auto* const label = dynamic_cast<Gtk::Label*>(&widget))
+        return label->get_text();
+    if (auto* const entry = dynamic_cast<Gtk::Text*>(&widget))
+        return entry->get_text();
+    if (auto* const view = dynamic_cast<Gtk::TextView*>(&widget))
+        return view->get_buffer()->get_text();
+    return widget.has_css_class("contents-row") ? "an entry of the contents" : "";
+}
+
+// Where the widget is in the window; nothing of it when it is cut off by what it is in, or is see-through.
+Gdk::Rectangle placeIn(Gtk::Widget& window, Gtk::Widget& widget)
+{
+    graphene_rect_t bounds;
+    for (auto* around = &widget; around; around = around->get_parent()) {
+        if (around->get_opacity() == 0 || !gtk_widget_compute_bounds(widget.gobj(), around->gobj(), &bounds))
+            return {};
+        const bool isWithin = bounds.origin.x >= -1 && bounds.origin.y >= -1
+            && bounds.origin.x + bounds.size.width <= static_cast<float>(around->get_width()) + 1
+            && bounds.origin.y + bounds.size.height <= static_cast<float>(around->get_height()) + 1;
+        if (!isWithin)
+            return {};
+        if (around == &window)
+            break;
+    }
+    return { static_cast<int>(bounds.origin.x), static_cast<int>(bounds.origin.y), static_cast<int>(bounds.size.width),
+        static_cast<int>(bounds.size.height) };
+}
+
+void measure(Gtk::Widget& window, Gtk::Widget& widget, const Cairo::RefPtr<Cairo::ImageSurface>& picture,
+    std::vector<SeenText>& texts)
+{
+    if (!widget.get_mapped() || !widget.is_sensitive())
+        return;
+    const auto text = textOf(widget);
+    const auto place = text.empty() ? Gdk::Rectangle() : placeIn(window, widget);
+    if (place.get_width() > 0 && place.get_height() > 0) {
+        texts.push_back({ text,
+            contrastWithin(picture, place.get_x() * scale, place.get_y() * scale, place.get_width() * scale,
+                place.get_height() * scale) });
+    }
+    for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling()) {
+        if (!dynamic_cast<Gtk::Native*>(child))
+            measure(window, *child, picture, texts);
+    }
+}
+
+}
+
+double contrastWithin(const Cairo::RefPtr<Cairo::ImageSurface>& picture, int x, int y, int width, int height)
+{
+    const auto* const bytes = picture->get_data();
+    const int right = std::min(x + width, picture->get_width());
+    const int bottom = std::min(y + height, picture->get_height());
+    std::map<std::uint32_t, int> points;
+    for (int row = std::max(y, 0); row < bottom; ++row) {
+        const auto* const pixels = reinterpret_cast<const std::uint32_t*>(bytes + row * picture->get_stride());
+        for (int column = std::max(x, 0); column < right; ++column)
+            ++points[pixels[column]];
+    }
+    const auto isRarer = [](const auto& one, const auto& other) { return one.second < other.second; };
+    const auto ground = std::max_element(points.begin(), points.end(), isRarer);
+    double greatest = 1;
+    for (const auto& [pixel, count] : points) {
+        if (count >= leastPoints)
+            greatest = std::max(greatest, contrastOf(pixel, ground->first));
+    }
+    return greatest;
+}
+
+std::vector<SeenText> seenTexts(Gtk::Widget& window)
+{
+    std::vector<SeenText> texts;
+    measure(window, window, pictureOf(window), texts);
+    return texts;
+}
+
+}

@@ -5,6 +5,7 @@
 #include "platform/gtk/DisplayText.hpp"
 
 #include <gtkmm/filefilter.h>
+#include <gtkmm/label.h>
 
 #include <filesystem>
 #include <utility>
@@ -25,6 +26,16 @@ std::vector<std::string> pathsOfFiles(const Gio::ListModel& files)
             paths.push_back(std::move(path));
     }
     return paths;
+}
+
+// A text that can be selected would be seen selected where the keyboard comes to it first.
+void keepFocusFromTexts(Gtk::Widget& root)
+{
+    auto* const label = dynamic_cast<Gtk::Label*>(&root);
+    if (label && label->get_selectable() && !label->get_use_markup())
+        label->set_focusable(false);
+    for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
+        keepFocusFromTexts(*child);
 }
 
 }
@@ -108,6 +119,7 @@ void LibraryDialogs::showAbout()
         _about->set_license_type(Gtk::License::GPL_3_0);
         _about->set_copyright("© 2026 Pagora contributors");
         nameToolkitControls(*_about, _about->get_title());
+        keepFocusFromTexts(*_about);
     }
     _about->present();
 }

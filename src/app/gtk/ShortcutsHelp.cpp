@@ -45,6 +45,7 @@ void ShortcutsHelp::showOver(Gtk::Window* parent, const char* section)
     if (!_window) {
         const auto layout = Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/Shortcuts.ui");
         _window.reset(layout->get_widget<Gtk::ShortcutsWindow>("shortcuts"));
+        _window->add_css_class("pagora");
         _window->set_hide_on_close(true);
         nameToolkitControls(*_window, _("Keyboard Shortcuts"));
     }

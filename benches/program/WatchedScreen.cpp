@@ -196,6 +196,16 @@ std::optional<double> WatchedScreen::shown(const Area& area, double quiet, doubl
     }
 }
 
+void WatchedScreen::waitForPicture(const Area& area, double patience)
+{
+    const double end = now() + patience;
+    while (!look(area)) {
+        if (now() > end)
+            fail("there is nothing to be seen");
+        nextDrawing(now() + 0.1);
+    }
+}
+
 void WatchedScreen::settle(double quiet)
 {
     while (nextDrawing(now() + quiet))

@@ -25,7 +25,7 @@ constexpr Area pageView { 264, 54, 1016, 771 };
 constexpr Area pageArea { 330, 100, 880, 640 };
 // The first covers, and the first of them.
 constexpr Area coverArea { 20, 70, 900, 600 };
-constexpr Area firstCover { 100, 200, 1, 1 };
+constexpr Area firstCover { 60, 120, 80, 120 };
 
 std::string dataFolder;
 
@@ -83,13 +83,14 @@ struct Library {
     {
         screen.waitForWindow("Pagora");
         screen.placeWindow(screenArea);
+        screen.waitForPicture(firstCover);
         screen.settle(1);
     }
 
     // Opens the book and returns how long the page took to appear, in milliseconds.
     double open(WatchedScreen& screen)
     {
-        screen.pointAt(firstCover.x, firstCover.y);
+        screen.pointAt(firstCover.x + firstCover.width / 2, firstCover.y + firstCover.height / 2);
         screen.settle();
         const double asked = screen.click(2);
         const double page = shownOrFail(screen, pageArea, 0.5, "the page");

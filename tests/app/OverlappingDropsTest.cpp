@@ -102,7 +102,8 @@ TEST_F(OverlappingDrops, StoppedByTheEndOfTheProgramKeepEveryBookThatCameIn)
 {
     const auto files = downloads("Sea", 6);
     program.window.procTextFake.whenSet = [this](const std::string& text) {
-        if (text == "3 of 6")
+        // Not every number is told.
+        if (text >= "3 of 6" && text.ends_with(" of 6"))
             program.controller->applicationWillTerminate();
     };
     program.drop(files);

@@ -157,6 +157,39 @@ TEST_F(Grid, BookWithoutFieldsShowsTheDefaultCoverAndNoText)
     EXPECT_EQ(cell->cover().cover(), _loader.defaultCover());
 }
 
+TEST_F(Grid, ACellGoesWithWhatIsInIt)
+{
+    _books.setContent(makeBooks(5));
+    ASSERT_TRUE(waitUntil([&] { return cellsOf(_surface.widget()).size() >= 5; }));
+    int warnings = 0;
+    const auto count = [](const char*, GLogLevelFlags, const char*, gpointer number) { ++*static_cast<int*>(number); };
+    const auto handler = g_log_set_handler("Gtk", G_LOG_LEVEL_WARNING, count, &warnings);
+    _surface.bookCollectionView().set_factory({});
+    settle();
+    g_log_remove_handler("Gtk", handler);
+    EXPECT_TRUE(cellsOf(_surface.widget()).empty());
+    EXPECT_EQ(warnings, 0);
+}
+
+TEST_F(Grid, CellsHaveOneSizeWhateverTheirTexts)
+{
+    const auto books = makeBooks(3);
+    books->at(0)->setTitle("");
+    books->at(1)->setTitle(std::string(200, 'w'));
+    books->at(1)->setAuthor(std::string(200, 'w'));
+    _books.setContent(books);
+    ASSERT_TRUE(waitUntil([&] {
+        const auto cells = cellsOf(_surface.widget());
+        return cells.size() >= 3 && cells[2]->get_height() > 0;
+    }));
+    const auto cells = cellsOf(_surface.widget());
+    for (const auto* cell : { cells[0], cells[1] }) {
+        EXPECT_EQ(cell->get_width(), cells[2]->get_width());
+        EXPECT_EQ(cell->get_height(), cells[2]->get_height());
+    }
+    EXPECT_GE(cells[0]->get_height(), static_cast<int>(CoverLoader::coverSize.height) + 40);
+}
+
 TEST_F(Grid, CoverAppearsWhenItIsDecoded)
 {
     const auto books = makeBooks(1);

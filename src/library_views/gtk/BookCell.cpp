@@ -118,16 +118,29 @@ BookCell::BookCell(CoverLoader& loader)
         label->set_max_width_chars(1);
         showWholeTextOnHover(*label);
     }
-    for (Gtk::Widget* const part :
-        { static_cast<Gtk::Widget*>(&_cover), static_cast<Gtk::Widget*>(&_title), static_cast<Gtk::Widget*>(&_author) })
+    for (auto* const part : parts())
         part->set_parent(*this);
+    // The toolkit's part of a cell goes before the cell.
+    _letGo = signal_destroy().connect([this] { letGoOfParts(); });
 }
 
 BookCell::~BookCell()
 {
-    for (Gtk::Widget* const part :
-        { static_cast<Gtk::Widget*>(&_cover), static_cast<Gtk::Widget*>(&_title), static_cast<Gtk::Widget*>(&_author) })
-        part->unparent();
+    _letGo.disconnect();
+    letGoOfParts();
+}
+
+std::array<Gtk::Widget*, 3> BookCell::parts()
+{
+    return { &_cover, &_title, &_author };
+}
+
+void BookCell::letGoOfParts()
+{
+    for (auto* const part : parts()) {
+        if (part->get_parent())
+            part->unparent();
+    }
 }
 
 void BookCell::measure_vfunc(
@@ -144,8 +157,7 @@ void BookCell::measure_vfunc(
 void BookCell::size_allocate_vfunc(int width, int, int)
 {
     int top = 0;
-    for (Gtk::Widget* const part : { static_cast<Gtk::Widget*>(&_cover), static_cast<Gtk::Widget*>(&_title),
-             static_cast<Gtk::Widget*>(&_author) }) {
+    for (auto* const part : parts()) {
         int height = 0;
         int ignored = 0;
         part->measure(Gtk::Orientation::VERTICAL, width, ignored, height, ignored, ignored);

@@ -5,6 +5,7 @@
 
 #include <gtkmm/label.h>
 
+#include <array>
 #include <optional>
 
 namespace pagora {
@@ -54,9 +55,14 @@ protected:
     void size_allocate_vfunc(int width, int height, int baseline) override;
 
 private:
+    // From top to bottom.
+    std::array<Gtk::Widget*, 3> parts();
+    void letGoOfParts();
+
     CoverCell _cover;
     Gtk::Label _title;
     Gtk::Label _author;
+    sigc::connection _letGo;
 };
 
 }

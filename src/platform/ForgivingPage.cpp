@@ -115,9 +115,9 @@ void Rewriter::skipProlog()
 // With the declarations that may stand in it.
 void Rewriter::skipDocumentType()
 {
-    const auto end = _text.find('>', _at);
-    const auto declarations = _text.find('[', _at);
-    _at = declarations < end ? behind(">", _text.find(']', declarations)) : behind(">", _at);
+    const auto end = behind(">", _at);
+    const auto declarations = _text.substr(_at, end - _at).find('[');
+    _at = declarations == std::string_view::npos ? end : behind(">", _text.find(']', _at + declarations));
 }
 
 void Rewriter::copyMarkup()
@@ -195,13 +195,15 @@ void Rewriter::copyRawContent(const std::string& name)
     auto end = std::min(_text.find("</", _at), _text.size());
     while (end < _text.size() && lowercase(_text.substr(end, close.size())) != close)
         end = std::min(_text.find("</", end + 1), _text.size());
-    std::string content(_text.substr(_at, end - _at));
-    for (const auto mark : { dataStart, dataEnd }) {
-        for (auto found = content.find(mark); found != std::string::npos; found = content.find(mark, found))
-            content.erase(found, mark.size());
+    while (_at < end) {
+        copyTo(std::min(_text.find_first_of("<]", _at), end));
+        if (startsWith(dataStart))
+            _at += dataStart.size();
+        else if (startsWith(dataEnd))
+            _at += dataEnd.size();
+        else if (_at < end)
+            copyTo(_at + 1);
     }
-    _result += content;
-    _at = end;
 }
 
 // The encoding that the XML declaration names; empty without one.

@@ -52,6 +52,7 @@ TEST(ForgivingPage, ScriptsAndStylesKeepTheirTextWithoutTheMarks)
 {
     EXPECT_EQ(html("<style><![CDATA[a > b {}]]></style><script>if (a</b/.c<d/>e) f</SCRIPT><i/>"),
         type + "<style>a > b {}</style><script>if (a</b/.c<d/>e) f</SCRIPT><i></i>");
+    EXPECT_EQ(html("<style>]]>a[0]<b]]]><![CDATA[<![CDATA[c]]></style>"), type + "<style>a[0]<b]c</style>");
     EXPECT_EQ(html("<style></style><i/>"), type + "<style></style><i></i>");
     EXPECT_EQ(html("<script>never ended <i/>"), type + "<script>never ended <i/>");
 }
@@ -68,6 +69,21 @@ TEST(ForgivingPage, WhatIsCutOffStaysCutOff)
     EXPECT_EQ(html("<p>a <"), type + "<p>a <");
     EXPECT_EQ(html("a & b"), type + "a & b");
     EXPECT_EQ(html(""), type);
+}
+
+TEST(ForgivingPage, EachPartIsReadOnce)
+{
+    // Each of these would take hours if what comes after it were looked through every time.
+    for (const std::string part : { "<!x>", "<?x?>", "<!---->" }) {
+        std::string text;
+        for (int i = 0; i < 1'000'000; ++i)
+            text += part;
+        EXPECT_EQ(html(text + "<p>"), type + "<p>") << part;
+    }
+    std::string marks;
+    for (int i = 0; i < 1'000'000; ++i)
+        marks += "]]>";
+    EXPECT_EQ(html("<style>" + marks + "</style>"), type + "<style></style>");
 }
 
 TEST(ForgivingPage, TheEncodingIsTheDeclaredOne)

@@ -6,11 +6,16 @@
 
 #include <glibmm/main.h>
 
+#include <filesystem>
 #include <sstream>
+#include <system_error>
 
 namespace pagora {
 
 namespace {
+
+// The largest page, in bytes, that is read by the forgiving parser: rewriting it holds the program up.
+constexpr std::uintmax_t largestForgiven = 32 << 20;
 
 Url urlOf(const char* text)
 {
@@ -262,7 +267,9 @@ void PageView::showForgivingly()
     if (_stage != Stage::Shown || _isForgiven)
         return;
     const Url url = urlOf(_target.c_str());
-    const bool isReadable = url.isFile() && (_bookFolder.empty() || isFileInFolder(url.path(), _bookFolder));
+    std::error_code unknown;
+    const bool isReadable = url.isFile() && (_bookFolder.empty() || isFileInFolder(url.path(), _bookFolder))
+        && std::filesystem::file_size(url.path(), unknown) <= largestForgiven;
     auto text = isReadable ? readFile(url.path()) : std::nullopt;
     const auto page = text ? forgivingPage(std::move(*text)) : std::nullopt;
     if (!page)

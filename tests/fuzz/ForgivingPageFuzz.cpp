@@ -1,0 +1,18 @@
+#include "platform/ForgivingPage.hpp"
+#include "tests/fuzz/FuzzRun.hpp"
+
+using namespace pagora;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const test::FuzzRun run;
+    const std::string text(test::inputBytes(data, size));
+    const auto page = forgivingPage(text);
+    test::require(page || text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"));
+    if (page) {
+        test::require(page->html.starts_with("<!DOCTYPE html>\n") && !page->encoding.empty());
+        // The most that a character becomes is a reference.
+        test::require(page->html.size() <= 8 * size + 64);
+    }
+    return 0;
+}

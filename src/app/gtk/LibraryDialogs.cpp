@@ -32,7 +32,7 @@ std::vector<std::string> pathsOfFiles(const Gio::ListModel& files)
 void keepFocusFromTexts(Gtk::Widget& root)
 {
     auto* const label = dynamic_cast<Gtk::Label*>(&root);
-    if (label && label->get_selectable() && !label->get_use_markup())
+    if (label && label->get_selectable() && label->get_label().find("<a ") == Glib::ustring::npos)
         label->set_focusable(false);
     for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
         keepFocusFromTexts(*child);

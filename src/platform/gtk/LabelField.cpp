@@ -28,7 +28,7 @@ void LabelField::setStringValue(const std::string& text)
     onMainThread([this, text] {
         if (_label) {
             _label->set_text(displayText(text));
-            // The toolkit does not tell assistive technology that a label's text has changed; a status is read out then.
+            // The toolkit does not tell assistive technology of a label's new text; a status is read out then.
             if (_label->get_accessible_role() == Gtk::Accessible::Role::STATUS)
                 setAccessibleName(*_label, _label->get_text());
         } else

@@ -2,10 +2,11 @@
 
 #include "platform/Path.hpp"
 
+#include <glib.h>
+
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
-#include <glib.h>
 #include <sys/file.h>
 #include <thread>
 

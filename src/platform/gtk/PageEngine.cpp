@@ -46,7 +46,8 @@ GObjectPtr<WebKitSettings> makeSettings()
     webkit_settings_set_enable_media_stream(settings, FALSE);
     webkit_settings_set_enable_webrtc(settings, FALSE);
     webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
-    // A page of text that jumps from place to place is drawn soonest, and with the least memory, by the processor alone.
+    // A page of text that jumps from place to place is drawn soonest, and with the least memory, by the processor
+    // alone.
     webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
     webkit_settings_set_enable_smooth_scrolling(settings, FALSE);
     webkit_settings_set_enable_caret_browsing(settings, FALSE);

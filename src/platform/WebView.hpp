@@ -93,7 +93,7 @@ public:
     virtual void pageIsPrepared() { }
 
     virtual void setTextSizeMultiplier(double multiplier) = 0;
-    // In points; the size is the page's visible area.
+    // The page's visible area, in the page's own pixels: these are points, enlarged by the desktop's text scale.
     virtual Rect frame() const = 0;
     virtual void setHidden(bool hidden) = 0;
     virtual bool isHidden() const = 0;

@@ -1,5 +1,7 @@
 #include "tests/engine/PageViewTest.hpp"
 
+#include <gtkmm/settings.h>
+
 #include <cmath>
 
 namespace pagora::test {
@@ -225,6 +227,23 @@ TEST_F(PageLayoutTest, TheTextSizeChangesTheTextAtOnceAndStays)
     loadDocument(paragraphs(60));
     layOut(2);
     EXPECT_EQ(strip(), larger);
+}
+
+TEST_F(PageLayoutTest, AFrameIsMeasuredInThePagesPixelsWhereTheDesktopEnlargesText)
+{
+    loadDocument(paragraphs(20));
+    const auto settings = Gtk::Settings::get_default();
+    const int before = settings->property_gtk_xft_dpi();
+    const int resizes = _delegate.resizes;
+    settings->property_gtk_xft_dpi() = 96 * 1024 * 5 / 4;
+    EXPECT_TRUE(waitUntil([&] { return _delegate.resizes > resizes; }));
+    EXPECT_TRUE(waitUntil([&] { return number("innerWidth") == 640; }));
+    EXPECT_EQ(_view->frame().width, 640);
+    EXPECT_EQ(_view->frame().height, 480);
+    EXPECT_EQ(number("innerHeight"), 480);
+    settings->property_gtk_xft_dpi() = before;
+    EXPECT_TRUE(waitUntil([&] { return number("innerWidth") == width; }));
+    EXPECT_EQ(_view->frame().width, width);
 }
 
 TEST_F(PageLayoutTest, AHiddenViewIsLaidOutAtItsSize)

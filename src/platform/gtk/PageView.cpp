@@ -4,6 +4,7 @@
 
 #include <giomm/resource.h>
 #include <glibmm/main.h>
+#include <gtkmm/settings.h>
 
 #include <algorithm>
 #include <cmath>
@@ -23,6 +24,15 @@ constexpr double secondsPerMegabyte = 1.5;
 constexpr unsigned resizePatience = 200;
 // How long a page that is laid out may take to be painted, in milliseconds: one that nobody sees is not painted at all.
 constexpr unsigned paintPatience = 2000;
+
+// How much larger than usual the desktop wants text. The engine enlarges the whole page by it, so that fewer of the
+// page's own pixels are in view.
+double textScale()
+{
+    constexpr double usual = 96.0 * 1024;
+    const int dpi = Gtk::Settings::get_default()->property_gtk_xft_dpi();
+    return dpi > 0 ? dpi / usual : 1;
+}
 
 std::string withoutFragment(const std::string& uri)
 {
@@ -68,25 +78,15 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     // The blank page with which the engine is warmed up is not for anybody's eyes.
     coverUnprepared();
     addStyleSheet(_view.get(), kind == PageKind::Columns ? "page.css" : "fixed-page.css");
-    _frame.setResizeHandler([this] {
-        _awaitsPageSize = _stage == Stage::Shown && _pageSize != frame();
-        if (!_awaitsPageSize)
-            return reportSize();
-        // The page script tells when the page has the new size too; only then do its measures fit the frame.
-        _resizeTimer.disconnect();
-        _resizeTimer = Glib::signal_timeout().connect(
-            [this] {
-                reportSize();
-                return false;
-            },
-            resizePatience);
-    });
+    _frame.setResizeHandler([this] { frameDidChange(); });
+    _textScaleChanges
+        = Gtk::Settings::get_default()->property_gtk_xft_dpi().signal_changed().connect([this] { frameDidChange(); });
     connectEngine();
 }
 
 PageView::~PageView()
 {
-    for (auto* timer : { &_startTimer, &_loadTimer, &_resizeTimer, &_recovery, &_paintTimer })
+    for (auto* timer : { &_startTimer, &_loadTimer, &_resizeTimer, &_recovery, &_paintTimer, &_textScaleChanges })
         timer->disconnect();
     g_signal_handlers_disconnect_by_data(_view.get(), this);
     g_signal_handlers_disconnect_by_data(webkit_web_view_get_user_content_manager(_view.get()), this);
@@ -328,6 +328,21 @@ void PageView::recover()
     });
 }
 
+void PageView::frameDidChange()
+{
+    _awaitsPageSize = _stage == Stage::Shown && _pageSize != frame();
+    if (!_awaitsPageSize)
+        return reportSize();
+    // The page script tells when the page has the new size too; only then do its measures fit the frame.
+    _resizeTimer.disconnect();
+    _resizeTimer = Glib::signal_timeout().connect(
+        [this] {
+            reportSize();
+            return false;
+        },
+        resizePatience);
+}
+
 void PageView::reportSize()
 {
     _resizeTimer.disconnect();
@@ -343,7 +358,8 @@ void PageView::setTextSizeMultiplier(double multiplier)
 
 Rect PageView::frame() const
 {
-    return { 0, 0, static_cast<double>(_frame.get_width()), static_cast<double>(_frame.get_height()) };
+    const double scale = textScale();
+    return { 0, 0, std::floor(_frame.get_width() / scale), std::floor(_frame.get_height() / scale) };
 }
 
 void PageView::setHidden(bool hidden)

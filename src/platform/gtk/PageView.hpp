@@ -78,6 +78,7 @@ private:
     void restartEngine();
     void allowPageScripts(bool allowed);
     void recover();
+    void frameDidChange();
     void reportSize();
     void reportFailure();
     void coverUnprepared();
@@ -144,6 +145,7 @@ private:
     sigc::connection _startTimer;
     sigc::connection _loadTimer;
     sigc::connection _resizeTimer;
+    sigc::connection _textScaleChanges;
     sigc::connection _recovery;
     // Forgotten when the view goes, for what comes back later.
     std::shared_ptr<PageView*> _self;

@@ -169,7 +169,6 @@ attack = async () => {
     await Promise.all(asks.map(([how, ask]) => gets(how, ask)));
     moveTo(0, 0);
     resizeTo(9, 9);
-    close();
 };
 )js";
 

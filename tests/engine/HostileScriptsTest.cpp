@@ -51,6 +51,17 @@ TEST_F(HostileScriptsTest, LeaveTheViewUsable)
     }
 }
 
+TEST_F(HostileScriptsTest, ThatCloseThePageAreTakenOutAndItComesBack)
+{
+    const auto first = _view->loadRequest(
+        write("chapter.xhtml", document("<p id='p'>Text</p><script>onload = () => close();</script>")));
+    ASSERT_TRUE(waitUntil([&] { return _delegate.terminations > 0; }));
+    ASSERT_TRUE(
+        waitUntil([&] { return _view->currentLoad() > first && _delegate.documentIsThere(_view->currentLoad()); }));
+    EXPECT_EQ(evaluate("document.getElementById('p').textContent"), "Text");
+    settle();
+}
+
 TEST_F(HostileScriptsTest, ThatTakeTooMuchMemoryAreTakenOutAndThePageComesBack)
 {
     for (const std::string take : { "setInterval(() => kept.push(new Uint8Array(8388608).fill(1)), 1)",

@@ -286,6 +286,16 @@ void PageView::restartEngine()
     webkit_web_view_terminate_web_process(_view.get());
 }
 
+// It is still seen, but its frames and timers have ended.
+void PageView::pageClosedItself()
+{
+    _recovery.disconnect();
+    _recovery = Glib::signal_idle().connect([this] {
+        restartEngine();
+        return false;
+    });
+}
+
 void PageView::allowPageScripts(bool allowed)
 {
     _allowsPageScripts = allowed;

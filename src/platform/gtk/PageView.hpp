@@ -76,6 +76,7 @@ private:
     void showForgivingly();
     void restartEngineAfter(double seconds);
     void restartEngine();
+    void pageClosedItself();
     void allowPageScripts(bool allowed);
     void recover();
     void frameDidChange();

@@ -81,6 +81,8 @@ struct PageViewSignals {
         view(data).recover();
     }
 
+    static void closed(WebKitWebView*, gpointer data) { view(data).pageClosedItself(); }
+
     static void messageReceived(WebKitUserContentManager*, JSCValue* value, gpointer data)
     {
         char* text = jsc_value_to_string(value);
@@ -114,6 +116,7 @@ void PageView::connectEngine()
     g_signal_connect(view, "decide-policy", G_CALLBACK(PageViewSignals::decidePolicy), this);
     g_signal_connect(view, "notify::uri", G_CALLBACK(PageViewSignals::locationChanged), this);
     g_signal_connect(view, "web-process-terminated", G_CALLBACK(PageViewSignals::terminated), this);
+    g_signal_connect(view, "close", G_CALLBACK(PageViewSignals::closed), this);
     auto* content = webkit_web_view_get_user_content_manager(view);
     g_signal_connect(content, "script-message-received::pagora", G_CALLBACK(PageViewSignals::messageReceived), this);
 }

@@ -4,6 +4,7 @@
 #include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/DisplayText.hpp"
 
+#include <gtkmm/dialog.h>
 #include <gtkmm/filefilter.h>
 #include <gtkmm/label.h>
 

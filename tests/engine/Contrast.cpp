@@ -29,7 +29,7 @@ double luminance(std::uint32_t pixel)
 
 double contrastOf(std::uint32_t one, std::uint32_t other)
 {
-    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    const auto [darker, lighter] = std::minmax({ luminance(one), luminance(other) });
     return (lighter + 0.05) / (darker + 0.05);
 }
 

@@ -97,6 +97,9 @@ constexpr auto visibility = R"((function (id) {
     const nodes = document.createTreeWalker(document.body, NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT);
     nodes.currentNode = target;
     let boxes = boxesOf(target);
+    // An empty element that takes room of its own is seen itself, also when what follows is on the next page.
+    if (!boxes.length && !target.hasChildNodes())
+        boxes = [...target.getClientRects()].filter(isSeen);
     while (!boxes.length && nodes.nextNode())
         boxes = boxesOf(nodes.currentNode);
     if (!boxes.length)

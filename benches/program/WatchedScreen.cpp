@@ -143,9 +143,30 @@ void WatchedScreen::activate(Window window)
 
 void WatchedScreen::placeWindow(const Area& area)
 {
-    XMoveResizeWindow(_display.get(), activeWindow(), area.x, area.y, static_cast<unsigned>(area.width),
-        static_cast<unsigned>(area.height));
-    XSync(_display.get(), False);
+    // A window that has just come may be given its first size after this one.
+    constexpr int lasting = 4;
+    int placed = 0;
+    for (const double deadline = now() + 10; placed < lasting; pause(0.05)) {
+        const Window window = activeWindow();
+        placed = isPlaced(window, area) ? placed + 1 : 0;
+        if (now() > deadline)
+            fail("the window does not take its place");
+        if (placed > 0)
+            continue;
+        XMoveResizeWindow(_display.get(), window, area.x, area.y, static_cast<unsigned>(area.width),
+            static_cast<unsigned>(area.height));
+        XSync(_display.get(), False);
+    }
+}
+
+bool WatchedScreen::isPlaced(Window window, const Area& area)
+{
+    XWindowAttributes is {};
+    int x = 0, y = 0;
+    Window child = 0;
+    return XGetWindowAttributes(_display.get(), window, &is)
+        && XTranslateCoordinates(_display.get(), window, _root, 0, 0, &x, &y, &child) && x == area.x && y == area.y
+        && is.width == area.width && is.height == area.height;
 }
 
 void WatchedScreen::forget()

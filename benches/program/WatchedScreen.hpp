@@ -39,7 +39,7 @@ public:
     // Brings that window forward and gives it the keyboard.
     void activate(Window window);
     Window activeWindow();
-    // Gives the active window this place and size.
+    // Gives the active window this place and size, and waits until it has them.
     void placeWindow(const Area& area);
 
     // Forgets what was drawn up to now.
@@ -60,6 +60,7 @@ public:
 private:
     std::optional<Area> nextDrawing(double deadline);
     std::string activeTitle();
+    bool isPlaced(Window window, const Area& area);
     std::optional<std::size_t> look(const Area& area);
 
     std::unique_ptr<Display, int (*)(Display*)> _display;

@@ -21,10 +21,11 @@
         }
     }
 
-    // With a column width alone, the reader leaves the count to the book.
+    // With a column width alone, the reader leaves the count to the book. Where it is about to give one, that stands at
+    // once: the page would be laid out twice.
     const body = document.body;
     if (pagoraLaysOut && body && body.style)
-        body.style.setProperty('column-count', 'auto', 'important');
+        body.style.setProperty('column-count', pagoraColumnCount, 'important');
 
     // Laid out before its style sheets are there, the page would be laid out twice; one that never comes is not waited
     // for.

@@ -393,8 +393,7 @@
     window.pagoraReportPaint = (number) => {
         requestAnimationFrame(() => paintings.port2.postMessage(number));
     };
-    // When the page's beginning has been drawn.
-    if (pagoraLaysOut)
-        new PerformanceObserver(() => post('begun')).observe({ type: 'paint', buffered: true });
+    // When the page's beginning has been drawn. What the program says of the page comes after this script.
+    new PerformanceObserver(() => pagoraLaysOut && post('begun')).observe({ type: 'paint', buffered: true });
     listen('resize', () => post('size ' + innerWidth + ' ' + innerHeight));
 })();

@@ -31,6 +31,8 @@ struct PageStart {
     std::string styleSheet;
     // Whether the page is seen as soon as its beginning is drawn, because that is what is to be seen of it.
     bool isShownAtOnce = false;
+    // How many columns the scripts are about to ask for; where it is fewer than two, by their width alone.
+    std::int32_t columnCount = 1;
 };
 
 // Hears what becomes of a load. Main thread.

@@ -149,7 +149,7 @@ PageStart EpubController::pageStart(const Url& url) const
         return {};
     const bool opensElsewhere = _state.restorePositionPending || _state.openAtChapterEnd
         || _state.pendingChapterFraction != 0 || url.fragment() || _lastAnchor || _placeToKeep;
-    return { scripts::styleSheet(look, _numberOfColumns), !opensElsewhere };
+    return { scripts::styleSheet(look, _numberOfColumns), !opensElsewhere, _numberOfColumns };
 }
 
 scripts::Layout EpubController::layout() const

@@ -10,6 +10,37 @@ namespace {
 const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='10' "
                         "height='10'/></svg>";
 
+// What a page tells the program, without the number of its load.
+class SentMessages {
+public:
+    explicit SentMessages(WebKitWebView* view)
+        : _content(webkit_web_view_get_user_content_manager(view))
+    {
+        const auto received = +[](WebKitUserContentManager*, JSCValue* value, gpointer data) {
+            char* const text = jsc_value_to_string(value);
+            static_cast<SentMessages*>(data)->_texts.emplace_back(text);
+            g_free(text);
+        };
+        _handler = g_signal_connect(_content, "script-message-received::pagora", G_CALLBACK(received), this);
+    }
+    ~SentMessages() { g_signal_handler_disconnect(_content, _handler); }
+    SentMessages(const SentMessages&) = delete;
+    SentMessages& operator=(const SentMessages&) = delete;
+
+    // Whether one of them begins so.
+    bool contain(const std::string& beginning) const
+    {
+        return std::any_of(_texts.begin(), _texts.end(), [&](const std::string& text) {
+            return text.compare(text.find(' ') + 1, beginning.size(), beginning) == 0;
+        });
+    }
+
+private:
+    WebKitUserContentManager* _content;
+    gulong _handler = 0;
+    std::vector<std::string> _texts;
+};
+
 }
 
 class PageLoadTest : public PageViewTest { };
@@ -96,6 +127,33 @@ TEST_F(PageLoadTest, StylesOfThePagesStartAreThereWhenItIsFirstDrawn)
     EXPECT_EQ(evaluate("document.title"), "77px");
     evaluate("document.body.style.setProperty('padding-left', '5px', 'important')");
     EXPECT_EQ(evaluate("getComputedStyle(document.body).paddingLeft"), "5px");
+}
+
+TEST_F(PageLoadTest, TheCountOfColumnsThatThePageStartsWithStands)
+{
+    _view->setPageStart({ "body{column-count:2!important}", false, 2 });
+    loadDocument(paragraphs(2), "<style>body { column-count: 5 !important; }</style>");
+    EXPECT_EQ(evaluate("getComputedStyle(document.body).columnCount"), "2");
+    _view->setPageStart({});
+    loadDocument(paragraphs(2), "<style>body { column-count: 5 !important; }</style>");
+    EXPECT_EQ(evaluate("getComputedStyle(document.body).columnCount"), "auto");
+}
+
+TEST_F(PageLoadTest, ThePageTellsThatItsBeginningIsDrawn)
+{
+    const SentMessages messages(_view->engineView());
+    loadDocument(paragraphs(20));
+    EXPECT_TRUE(waitUntil([&] { return messages.contain("begun"); }));
+}
+
+TEST_F(PageLoadTest, ThePageTellsOfItsNewSize)
+{
+    loadDocument(paragraphs(20));
+    settle();
+    const SentMessages messages(_view->engineView());
+    _view->widget().set_size_request(640, 480);
+    _window.set_default_size(640, 480);
+    EXPECT_TRUE(waitUntil([&] { return messages.contain("size 640 480"); }));
 }
 
 TEST_F(PageLoadTest, ReportsCarryThePagesUrlWithItsFragment)

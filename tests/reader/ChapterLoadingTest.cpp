@@ -472,6 +472,7 @@ TEST_F(ChapterLoading, AChapterIsStyledFromItsBeginningOn)
     reader->setCurrentColorOption(2);
     reader->loadSplits(chapters(1), std::nullopt);
     ASSERT_EQ(page().starts.size(), 1U);
+    EXPECT_EQ(page().starts.front().columnCount, 2);
     const auto& sheet = page().starts.front().styleSheet;
     const std::vector<std::string> rules { "column-count:2!important", "height:620px!important",
         "max-width:320px!important", "font-family:Georgia!important",

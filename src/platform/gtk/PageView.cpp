@@ -228,8 +228,10 @@ void PageView::numberScripts()
         webkit_user_content_manager_remove_script(content, _numberScript);
         webkit_user_script_unref(_numberScript);
     }
+    const auto columns = _pageStart.columnCount;
     const std::string source = "var pagoraLoad = " + std::to_string(currentLoad())
-        + ", pagoraLaysOut = " + (_kind == PageKind::Columns ? "true" : "false") + ";";
+        + ", pagoraLaysOut = " + (_kind == PageKind::Columns ? "true" : "false") + ", pagoraColumnCount = '"
+        + (columns < 2 ? "auto" : std::to_string(columns)) + "';";
     _numberScript = webkit_user_script_new_for_world(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
         WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageWorld, nullptr, nullptr);
     webkit_user_content_manager_add_script(content, _numberScript);
@@ -327,7 +329,7 @@ void PageView::recover()
             _recoveriesLeft = recoveriesPerLoad;
         else if (_recoveriesLeft < recoveriesPerLoad)
             allowPageScripts(false);
-        _pageStart.isShownAtOnce = false;
+        pageStartIsOver();
         if (_recoveriesLeft-- > 0)
             begin(url);
         else {
@@ -402,6 +404,13 @@ void PageView::coverUnprepared()
     _paintTimer.disconnect();
     ++_lastPaint;
     _frame.cover(_shown.empty() ? PageCover::Show::Nothing : PageCover::Show::LastPicture);
+}
+
+// What the reader said of a page's start holds for the load that it asked for.
+void PageView::pageStartIsOver()
+{
+    _pageStart.isShownAtOnce = false;
+    _pageStart.columnCount = 1;
 }
 
 void PageView::pageIsPrepared()

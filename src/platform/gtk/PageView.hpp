@@ -70,6 +70,7 @@ private:
     void loadFresh();
     void numberScripts();
     void stylePages();
+    void pageStartIsOver();
     void failSoon();
     void expectDocument();
     void documentComplete();

@@ -223,7 +223,7 @@ bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
         // The page went on by itself.
         _reports.begin(requestUrl(webkit_response_policy_decision_get_request(decision)));
         _isForgiven = false;
-        _pageStart.isShownAtOnce = false;
+        pageStartIsOver();
         coverUntilPrepared();
         _target = _reports.url()->text();
         _stage = Stage::Starting;

@@ -197,4 +197,18 @@ TEST_F(Controls, WindowIsLaidOutOnceItsContentHasItsSize)
     EXPECT_EQ(window.frame().width, 640);
 }
 
+TEST_F(Controls, WindowThatDoesNotGetItsSizeIsLaidOutAllTheSame)
+{
+    Gtk::Window widget;
+    Gtk::Box content;
+    content.set_size_request(700, 500);
+    widget.set_child(content);
+    DesktopWindow window(widget);
+    window.setFrame({ 0, 0, 300, 200 });
+    window.orderFront();
+    const auto reply = window.laidOut();
+    ASSERT_TRUE(waitUntil([&] { return reply.await_ready(); }));
+    EXPECT_GE(content.get_width(), 700);
+}
+
 }

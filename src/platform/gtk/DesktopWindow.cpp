@@ -2,10 +2,12 @@
 
 #include "platform/gtk/DisplayText.hpp"
 
+#include <gdkmm/surface.h>
 #include <glibmm/main.h>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace pagora {
 
@@ -94,45 +96,53 @@ void DesktopWindow::toggleFullScreen()
         _window.fullscreen();
 }
 
+// The size of its content; missing while it is not on screen.
+std::optional<DesktopWindow::Size> DesktopWindow::contentSize() const
+{
+    const auto* const child = _window.get_child();
+    const auto& content = child ? *child : static_cast<const Gtk::Widget&>(_window);
+    if (!_window.get_mapped() || content.get_width() <= 0)
+        return std::nullopt;
+    return Size { content.get_width(), content.get_height() };
+}
+
+bool DesktopWindow::hasAskedSize() const
+{
+    Size asked;
+    _window.get_default_size(asked.width, asked.height);
+    const auto surface = _window.get_surface();
+    return surface && asked == Size { surface->get_width(), surface->get_height() };
+}
+
 Reply<void> DesktopWindow::laidOut()
 {
     Reply<void> reply;
     struct Layout {
         Reply<void>::Resolver resolver;
-        int width = -1;
-        int height = -1;
+        std::optional<Size> seen = std::nullopt;
         bool answered = false;
 
         void answer()
         {
-            answered = true;
-            resolver();
+            if (!std::exchange(answered, true))
+                resolver();
         }
     };
     const auto layout = std::make_shared<Layout>(Layout { reply.resolver() });
-
-    // Laid out is a size that two frames in a row agree on.
-    _window.add_tick_callback([this, layout](const Glib::RefPtr<Gdk::FrameClock>&) {
-        if (layout->answered)
-            return false;
-        const auto* const content = _window.get_child();
-        const int width = content ? content->get_width() : _window.get_width();
-        const int height = content ? content->get_height() : _window.get_height();
-        if (!_window.get_mapped() || width <= 0 || width != layout->width || height != layout->height) {
-            layout->width = width;
-            layout->height = height;
-            return true;
-        }
-        // The coroutine that waits goes on outside of the frame that is being drawn.
-        Glib::signal_idle().connect_once([layout] { layout->answer(); });
-        return false;
+    // Laid out is the size that was asked for, or one that two frames in a row agree on.
+    const auto look = whileAlive([this, layout] {
+        const auto size = contentSize();
+        if (size && (hasAskedSize() || size == layout->seen))
+            layout->answer();
+        layout->seen = size;
     });
-    Glib::signal_timeout().connect_once(
-        [layout] {
-            if (!layout->answered)
-                layout->answer();
-        },
-        layoutPatience);
+    _window.add_tick_callback([layout, look](const Glib::RefPtr<Gdk::FrameClock>&) {
+        // The frame is laid out after this, and the coroutine that waits goes on outside of it.
+        if (!layout->answered)
+            Glib::signal_idle().connect_once(look, Glib::PRIORITY_DEFAULT);
+        return !layout->answered;
+    });
+    Glib::signal_timeout().connect_once([layout] { layout->answer(); }, layoutPatience);
     return reply;
 }
 

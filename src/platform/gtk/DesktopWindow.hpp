@@ -6,6 +6,7 @@
 #include <gtkmm/window.h>
 
 #include <atomic>
+#include <optional>
 
 namespace pagora {
 
@@ -40,6 +41,14 @@ public:
     Gtk::Window& window() { return _window; }
 
 private:
+    struct Size {
+        int width = 0;
+        int height = 0;
+        bool operator==(const Size&) const = default;
+    };
+    std::optional<Size> contentSize() const;
+    bool hasAskedSize() const;
+
     Gtk::Window& _window;
     double _x = 0;
     double _y = 0;

@@ -19,12 +19,15 @@ protected:
     MainThreadOwner& operator=(const MainThreadOwner&) = delete;
 
     // As the function of that name.
-    void onMainThread(std::function<void()> work) const
+    void onMainThread(std::function<void()> work) const { pagora::onMainThread(whileAlive(std::move(work))); }
+
+    // The work, which is dropped once the object is gone.
+    std::function<void()> whileAlive(std::function<void()> work) const
     {
-        pagora::onMainThread([alive = std::weak_ptr<const int>(_alive), work = std::move(work)] {
+        return [alive = std::weak_ptr<const int>(_alive), work = std::move(work)] {
             if (!alive.expired())
                 work();
-        });
+        };
     }
 
 private:

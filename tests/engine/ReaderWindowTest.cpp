@@ -322,8 +322,10 @@ TEST_F(ReaderWindowTest, FontMenuSelectsByTitleAndSendsOnlyChoices)
     menu.selectItemWithTitle("Georgia");
     menu.selectItemWithTitle("Missing");
     EXPECT_EQ(menu.titleOfSelectedItem(), "Georgia");
+    auto& button = widget<Gtk::DropDown>("fontMenu");
+    ASSERT_TRUE(waitUntil([&] { return button.get_selected() == 1; }));
     EXPECT_EQ(sent, 0);
-    widget<Gtk::DropDown>("fontMenu").set_selected(3);
+    button.set_selected(3);
     EXPECT_EQ(menu.titleOfSelectedItem(), "Zapfino");
     EXPECT_EQ(sent, 1);
 }
@@ -337,9 +339,11 @@ TEST_F(ReaderWindowTest, SeparatorOfTheFontMenuCannotBeChosen)
     menu.addItem("Zapfino");
     int sent = 0;
     menu.setAction([&] { ++sent; });
-    widget<Gtk::DropDown>("fontMenu").set_selected(1);
+    auto& button = widget<Gtk::DropDown>("fontMenu");
+    ASSERT_TRUE(waitUntil([&] { return button.get_model()->get_n_items() == 3; }));
+    button.set_selected(1);
     EXPECT_EQ(menu.titleOfSelectedItem(), "Arial");
-    EXPECT_EQ(widget<Gtk::DropDown>("fontMenu").get_selected(), 0u);
+    EXPECT_EQ(button.get_selected(), 0u);
     EXPECT_EQ(sent, 0);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/gtk/DisplayText.hpp"
 
+#include <glibmm/main.h>
 #include <gtkmm/expression.h>
 #include <gtkmm/label.h>
 #include <gtkmm/listitem.h>
@@ -11,6 +12,7 @@
 #include <gtkmm/stringobject.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace pagora {
 
@@ -71,24 +73,22 @@ PopUpControl::PopUpControl(Gtk::DropDown& dropDown, TitlesAreFonts titlesAreFont
 PopUpControl::~PopUpControl()
 {
     _selectionChanged.disconnect();
+    _showing.disconnect();
 }
 
 void PopUpControl::removeAllItems()
 {
-    _isChanging = true;
     _titles.clear();
-    _items->splice(0, _items->get_n_items(), {});
-    _selected = _dropDown.get_selected();
-    _isChanging = false;
+    _selected = GTK_INVALID_LIST_POSITION;
+    showSoon();
 }
 
 void PopUpControl::addItem(const std::string& title)
 {
-    _isChanging = true;
     _titles.push_back(title);
-    _items->append(displayText(title, longestTitle));
-    _selected = _dropDown.get_selected();
-    _isChanging = false;
+    if (_titles.size() == 1)
+        _selected = 0;
+    showSoon();
 }
 
 void PopUpControl::addSeparator()
@@ -96,15 +96,39 @@ void PopUpControl::addSeparator()
     addItem({});
 }
 
+// The widget makes rows for each change of its list.
+void PopUpControl::showSoon()
+{
+    _isStale = true;
+    if (!_showing.connected()) {
+        _showing = Glib::signal_idle().connect([this] {
+            showItems();
+            return false;
+        });
+    }
+}
+
+void PopUpControl::showItems()
+{
+    _isChanging = true;
+    if (std::exchange(_isStale, false)) {
+        std::vector<Glib::ustring> texts;
+        for (const auto& title : _titles)
+            texts.push_back(displayText(title, longestTitle));
+        _items->splice(0, _items->get_n_items(), texts);
+    }
+    _dropDown.set_selected(_selected);
+    _isChanging = false;
+}
+
 void PopUpControl::selectItemWithTitle(const std::string& title)
 {
     const auto found = std::find(_titles.begin(), _titles.end(), title);
     if (title.empty() || found == _titles.end())
         return;
-    _isChanging = true;
     _selected = static_cast<guint>(found - _titles.begin());
-    _dropDown.set_selected(_selected);
-    _isChanging = false;
+    if (!_isStale)
+        showItems();
 }
 
 std::string PopUpControl::titleOfSelectedItem() const
@@ -115,7 +139,7 @@ std::string PopUpControl::titleOfSelectedItem() const
 void PopUpControl::selectionDidChange()
 {
     const auto selected = _dropDown.get_selected();
-    if (_isChanging || selected == _selected || selected >= _titles.size())
+    if (_isChanging || _isStale || selected == _selected || selected >= _titles.size())
         return;
     if (_titles[selected].empty()) {
         _isChanging = true;

@@ -9,7 +9,8 @@
 
 namespace pagora {
 
-// A pop-up button of a layout. Its rows are made as they come into view, so that long lists open at once. Main thread.
+// A pop-up button of a layout. Its rows are made as they come into view, so that long lists open at once; what it is
+// given reaches the widget at the end of the main loop's turn. Main thread.
 class PopUpControl : public PopUpButton, public WidgetControl {
 public:
     // Whether each title in the list is written in the font family that it names.
@@ -29,15 +30,20 @@ public:
     const std::vector<std::string>& titles() const { return _titles; }
 
 private:
+    void showSoon();
+    void showItems();
     void selectionDidChange();
 
     Gtk::DropDown& _dropDown;
     Glib::RefPtr<Gtk::StringList> _items;
     std::vector<std::string> _titles;
     guint _selected = GTK_INVALID_LIST_POSITION;
+    // Whether the widget has still to be given the titles.
+    bool _isStale = false;
     bool _isChanging = false;
     std::function<void()> _action;
     sigc::connection _selectionChanged;
+    sigc::connection _showing;
 };
 
 }

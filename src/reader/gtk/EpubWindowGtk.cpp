@@ -49,14 +49,21 @@ EpubWindowGtk::~EpubWindowGtk()
 
 std::vector<std::string> EpubWindowGtk::availableFontFamilies() const
 {
-    std::vector<std::string> names;
-    for (const auto& family : _parts.widget<Gtk::Widget>("stage").get_pango_context()->list_families())
-        names.push_back(family->get_name());
+    struct Family {
+        std::string key;
+        std::string name;
+        auto operator<=>(const Family&) const = default;
+    };
+    std::vector<Family> families;
+    for (const auto& family : _parts.widget<Gtk::Widget>("stage").get_pango_context()->list_families()) {
+        const auto name = family->get_name();
+        families.push_back({ name.casefold_collate_key(), name });
+    }
     // The map of fonts has no order of its own.
-    std::sort(names.begin(), names.end(), [](const Glib::ustring& left, const Glib::ustring& right) {
-        const auto order = left.casefold().compare(right.casefold());
-        return order != 0 ? order < 0 : left.raw() < right.raw();
-    });
+    std::sort(families.begin(), families.end());
+    std::vector<std::string> names;
+    for (auto& family : families)
+        names.push_back(std::move(family.name));
     return names;
 }
 

@@ -16,6 +16,8 @@ constexpr double launchDelay = 0.05;
 
 // When the library that has been shown is drawn: the page view's processes take as much of the processor as a launch.
 constexpr double warmUpDelay = 1.5;
+// The same for a library that comes back, which is there already.
+constexpr double closingDelay = 0.15;
 
 constexpr const char* importMessage = N_("Choose epub file(s) for import to Pagora Library");
 
@@ -88,11 +90,7 @@ Task<void> MainController::finishPagoraInit()
             sendDoubleClick(_state.catalogue.lastBook());
         _import.showFaultyBooks();
     }
-    // A book that is read meanwhile has the view, and the next one is prepared when it is closed.
-    _warmUpDelay = _platform.runLoop.performAfterDelay(warmUpDelay, [this] {
-        if (!aBookIsOpen())
-            _platform.readerWindows.prepareNextWindow();
-    });
+    prepareNextBook(warmUpDelay);
     takeUpWaitingFiles();
 }
 
@@ -361,7 +359,16 @@ void MainController::_closeEPUB()
 {
     _opening.cancel();
     _closing.close();
-    _platform.readerWindows.prepareNextWindow();
+    prepareNextBook(closingDelay);
+}
+
+void MainController::prepareNextBook(double delay)
+{
+    // A book that is read then has the view, and the next one is prepared when that is closed.
+    _warmUpDelay = _platform.runLoop.performAfterDelay(delay, [this] {
+        if (!aBookIsOpen())
+            _platform.readerWindows.prepareNextWindow();
+    });
 }
 
 void MainController::windowDidExitFullScreen()

@@ -125,6 +125,8 @@ private:
     bool aBookIsOpen() const;
     // Ends what is being read, with its place, for another book.
     void makeWay();
+    // Has what the next book is read in ready that many seconds from now.
+    void prepareNextBook(double delay);
 
     Platform _platform;
     LibraryState _state;

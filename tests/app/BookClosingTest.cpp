@@ -222,6 +222,26 @@ TEST_F(Closing, AfterAFixedLayoutBookTheLibraryKeepsItsOwnFrame)
     EXPECT_FALSE(program.isReading());
 }
 
+TEST_F(Closing, TheNextBookIsPreparedOnceTheLibraryIsBack)
+{
+    program.runLoop.runTimers();
+    const auto before = program.readerWindows.timesPrepared;
+    program.closeReader();
+    EXPECT_EQ(program.readerWindows.timesPrepared, before);
+    program.runLoop.runTimers();
+    EXPECT_EQ(program.readerWindows.timesPrepared, before + 1);
+}
+
+TEST_F(Closing, NothingIsPreparedWhileTheNextBookIsReadAlready)
+{
+    program.runLoop.runTimers();
+    const auto before = program.readerWindows.timesPrepared;
+    program.closeReader();
+    program.doubleClick(0);
+    program.runLoop.runTimers();
+    EXPECT_EQ(program.readerWindows.timesPrepared, before);
+}
+
 TEST_F(Closing, InFullScreenTheWindowsAreSwappedOnceItIsLeft)
 {
     enterFullScreen();

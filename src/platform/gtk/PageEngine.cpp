@@ -17,6 +17,12 @@ constexpr double carefulFrom = 0.5;
 constexpr double strictFrom = 0.75;
 constexpr double memoryInterval = 2;
 
+// Text as most books have it.
+constexpr const char* warmPage = "<body style='columns: 2; height: 600px; padding: 40px; font-family: Georgia'>"
+                                 "<h1>The <i>first</i> page</h1><p>Some <b>words</b> of text, <i>as in a book</i>, "
+                                 "with <b><i>all</i></b> of its faces.</p></body>"
+                                 "<script>document.body.offsetHeight</script>";
+
 GObjectPtr<WebKitWebContext> makeContext()
 {
     auto* memory = webkit_memory_pressure_settings_new();
@@ -129,8 +135,9 @@ void PageEngine::prepareWarmView()
     if (_warmView)
         return;
     _warmView = makeEngineView(makeSession().get());
-    // The engine's process starts with the first page, not with the view.
-    webkit_web_view_load_uri(_warmView.get(), "about:blank");
+    // The engine's process starts with the first page, not with the view, and loads fonts for the first text in
+    // columns.
+    webkit_web_view_load_html(_warmView.get(), warmPage, nullptr);
 }
 
 }

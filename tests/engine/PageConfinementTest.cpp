@@ -59,6 +59,22 @@ TEST_F(PageConfinementTest, NoImageOfAnotherBook)
         outcome("<img src='../a%20book%202/canary.svg'/>", {}, "document.querySelector('img').naturalWidth"), "0");
 }
 
+TEST_F(PageConfinementTest, ABookThatIsOpenedAgainIsConfinedToItsOwnFolderToo)
+{
+    std::filesystem::create_directories(_folder.path("books/another"));
+    write("picture.svg", image());
+    write("../another/picture.svg", image());
+    const std::string pictures = "<img src='../a%20book/picture.svg'/><img src='../another/picture.svg'/>";
+    for (int opening = 0; opening < 2; ++opening) {
+        for (const std::string book : { "a book", "another" }) {
+            _view->setBookFolder(_folder.path("books/" + book));
+            loadCompletely(write("../" + book + "/page.xhtml", document(pictures)));
+            EXPECT_EQ(evaluate("Array.from(document.images, (image) => image.naturalWidth).join()"),
+                book == "another" ? "0,77" : "77,0");
+        }
+    }
+}
+
 TEST_F(PageConfinementTest, NoScriptFromOutside)
 {
     const auto url = writeOutside("canary.js", "document.title = 'reached'").text();

@@ -2,11 +2,15 @@
 
 #include "platform/Url.hpp"
 
+#include <algorithm>
 #include <cstring>
 
 namespace pagora {
 
 namespace {
+
+// How many books' filters are kept at hand: making one takes as long as showing a page.
+constexpr std::size_t mostKept = 8;
 
 // `text` as part of a regular expression inside a JSON string.
 std::string literalPattern(const std::string& text)
@@ -30,9 +34,32 @@ std::string rule(const std::string& pattern, const std::string& action)
 
 }
 
+// What waits for a filter: the maker, who keeps it, and the receiver, either of whom may have gone.
+struct BookFilter::Request {
+    std::weak_ptr<BookFilter*> maker;
+    std::weak_ptr<Receiver> receiver;
+    std::string bookFolder;
+};
+
 BookFilter::BookFilter(const std::string& folder)
-    : _store(GObjectPtr<WebKitUserContentFilterStore>::adopt(webkit_user_content_filter_store_new(folder.c_str())))
+    : _self(std::make_shared<BookFilter*>(this))
+    , _store(GObjectPtr<WebKitUserContentFilterStore>::adopt(webkit_user_content_filter_store_new(folder.c_str())))
 {
+}
+
+WebKitUserContentFilter* BookFilter::made(const std::string& bookFolder) const
+{
+    const auto found
+        = std::find_if(_made.begin(), _made.end(), [&](const auto& filter) { return filter.first == bookFolder; });
+    return found == _made.end() ? nullptr : found->second.get();
+}
+
+void BookFilter::keep(const std::string& bookFolder, WebKitUserContentFilter* filter)
+{
+    _made.remove_if([&](const auto& kept) { return kept.first == bookFolder; });
+    _made.emplace_front(bookFolder, webkit_user_content_filter_ref(filter));
+    if (_made.size() > mostKept)
+        _made.pop_back();
 }
 
 std::string BookFilter::rules(const std::string& bookFolder)
@@ -47,24 +74,26 @@ std::string BookFilter::rules(const std::string& bookFolder)
 
 std::shared_ptr<void> BookFilter::compile(const std::string& bookFolder, Receiver receive)
 {
-    auto request = std::make_shared<Receiver>(std::move(receive));
+    auto receiver = std::make_shared<Receiver>(std::move(receive));
+    auto request = std::make_unique<Request>(Request { _self, receiver, bookFolder });
     const std::string source = rules(bookFolder);
     GBytes* bytes = g_bytes_new(source.data(), source.size());
-    auto waiting = std::make_unique<std::weak_ptr<Receiver>>(request);
     const auto finished = [](GObject* store, GAsyncResult* result, gpointer data) {
-        const std::unique_ptr<std::weak_ptr<Receiver>> waiting(static_cast<std::weak_ptr<Receiver>*>(data));
+        const std::unique_ptr<Request> request(static_cast<Request*>(data));
         GError* error = nullptr;
         auto* filter = webkit_user_content_filter_store_save_finish(
             reinterpret_cast<WebKitUserContentFilterStore*>(store), result, &error);
         g_clear_error(&error);
-        if (auto receiver = waiting->lock())
+        if (const auto maker = request->maker.lock(); maker && filter)
+            (*maker)->keep(request->bookFolder, filter);
+        if (const auto receiver = request->receiver.lock())
             (*receiver)(filter);
         if (filter)
             webkit_user_content_filter_unref(filter);
     };
-    webkit_user_content_filter_store_save(_store.get(), "book", bytes, nullptr, finished, waiting.release());
+    webkit_user_content_filter_store_save(_store.get(), "book", bytes, nullptr, finished, request.release());
     g_bytes_unref(bytes);
-    return request;
+    return receiver;
 }
 
 }

@@ -5,8 +5,10 @@
 #include <webkit/webkit.h>
 
 #include <functional>
+#include <list>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace pagora {
 
@@ -20,6 +22,9 @@ public:
     // `folder` receives the compiled filters.
     explicit BookFilter(const std::string& folder);
 
+    // The filter for a book's folder if it is one of those that were made last; null otherwise.
+    WebKitUserContentFilter* made(const std::string& bookFolder) const;
+
     // Compiles the filter for a book's folder; `receive` is called later, unless the returned token is gone by then.
     [[nodiscard]] std::shared_ptr<void> compile(const std::string& bookFolder, Receiver receive);
 
@@ -27,6 +32,16 @@ public:
     static std::string rules(const std::string& bookFolder);
 
 private:
+    struct Release {
+        void operator()(WebKitUserContentFilter* filter) const { webkit_user_content_filter_unref(filter); }
+    };
+    using Filter = std::unique_ptr<WebKitUserContentFilter, Release>;
+    struct Request;
+    void keep(const std::string& bookFolder, WebKitUserContentFilter* filter);
+
+    // Those of the books that were opened last, the newest first.
+    std::list<std::pair<std::string, Filter>> _made;
+    std::shared_ptr<BookFilter*> _self;
     GObjectPtr<WebKitUserContentFilterStore> _store;
 };
 

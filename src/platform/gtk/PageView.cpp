@@ -103,6 +103,9 @@ void PageView::setBookFolder(const std::string& path)
     allowPageScripts(true);
     _bookFolder = path;
     _filterFailed = false;
+    _filterRequest.reset();
+    if (auto* const filter = _filterMaker.made(path))
+        return webkit_user_content_manager_add_filter(content, filter);
     _filterRequest = _filterMaker.compile(path, [this, content](WebKitUserContentFilter* filter) {
         _filterRequest.reset();
         _filterFailed = !filter;

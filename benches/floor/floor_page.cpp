@@ -1,5 +1,5 @@
 // As little as shows a page: a warm web view in a window. Space loads the file, Escape a blank page:
-// floor_page FILE WIDTH HEIGHT
+// floor_page FILE WIDTH HEIGHT TEXT-SIZE, where the last is a multiple of the usual size.
 
 #include <webkit/webkit.h>
 
@@ -26,14 +26,16 @@ gboolean keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType, g
 
 int main(int argc, char** argv)
 {
-    if (argc < 4)
+    if (argc < 5)
         return 1;
     gtk_init();
     Page page;
     page.url = g_filename_to_uri(argv[1], nullptr, nullptr);
     page.view = WEBKIT_WEB_VIEW(webkit_web_view_new());
-    webkit_settings_set_hardware_acceleration_policy(
-        webkit_web_view_get_settings(page.view), WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+    auto* settings = webkit_web_view_get_settings(page.view);
+    webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+    webkit_settings_set_zoom_text_only(settings, TRUE);
+    webkit_web_view_set_zoom_level(page.view, std::stod(argv[4]));
     auto* window = gtk_window_new();
     gtk_window_set_title(GTK_WINDOW(window), "floor");
     gtk_window_set_decorated(GTK_WINDOW(window), FALSE);

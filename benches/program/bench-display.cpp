@@ -27,6 +27,9 @@ constexpr Area pageArea { 330, 100, 880, 640 };
 constexpr Area coverArea { 20, 70, 900, 600 };
 constexpr Area firstCover { 60, 120, 80, 120 };
 
+// How much larger than usual the program shows text that nobody has changed the size of.
+constexpr const char* textSize = "1.75";
+
 std::string dataFolder;
 
 double part(std::vector<double> values, double fraction)
@@ -140,8 +143,8 @@ std::string preparedChapter(const std::string& kind, int number)
 // its page.
 double bareLoad(WatchedScreen& screen, const std::string& file)
 {
-    const Program program(
-        programFolder() + "/floor_page", { file, std::to_string(pageView.width), std::to_string(pageView.height) });
+    const Program program(programFolder() + "/floor_page",
+        { file, std::to_string(pageView.width), std::to_string(pageView.height), textSize });
     screen.waitForWindow("floor");
     screen.placeWindow(pageView);
     screen.settle(1);

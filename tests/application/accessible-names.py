@@ -21,7 +21,7 @@ CONTROLS = {
 # Nothing that a person acts on is within these.
 LEAVES = {"label", "image", "separator", "scroll bar", "slider", "menu item"}
 # What the toolkit calls a thing that nobody has named.
-TYPE_NAME = re.compile(r"(gtkmm__)?(Gtk|Pagora)[A-Z]\w*|_\d+")
+TYPE_NAME = re.compile(r"(gtkmm__)?(Gtk|Pagora|WebKit)[A-Z]\w*|_\d+")
 tree = open(sys.argv[1], "w", encoding="utf-8")
 
 

@@ -89,18 +89,7 @@ key ctrl+q
 within 20 ended
 program=
 
-# Books whose covers take a while to draw, in the library folder.
-python3 - "$HOME/books/01 "*.epub "$HOME/Documents/ePubLibrary" <<'END'
-import pathlib, sys, zipfile
-turbulence = "".join(f'<feTurbulence baseFrequency="0.{i}3" numOctaves="60" seed="{i}"/>' for i in range(1, 9))
-cover = f"""<svg xmlns="http://www.w3.org/2000/svg" width="600" height="880"><filter id="f" x="0" y="0" width="1"
-height="1">{turbulence}</filter><rect width="600" height="880" filter="url(#f)"/></svg>"""
-with zipfile.ZipFile(sys.argv[1]) as old:
-    for number in range(12):
-        with zipfile.ZipFile(pathlib.Path(sys.argv[2], f"slow {number}.epub"), "w") as new:
-            for name in old.namelist():
-                new.writestr(name, cover if name.endswith("cover.svg") else old.read(name))
-END
+"$tests/make-slow-books" "$HOME/books/01 "*.epub "$HOME/Documents/ePubLibrary" 12
 start
 within 60 window_is "Preparing the Library"
 look_now progress "frame | Preparing the Library"

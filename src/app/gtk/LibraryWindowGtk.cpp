@@ -6,6 +6,7 @@
 #include "platform/gtk/StyleSheet.hpp"
 
 #include <giomm/simpleactiongroup.h>
+#include <gtkmm/box.h>
 #include <gtkmm/shortcut.h>
 #include <gtkmm/shortcutcontroller.h>
 
@@ -87,6 +88,7 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
              _windows.settings.get(), _windows.indicator.get() }) {
         _monitor.watch(*window);
         correctAccessibleNames(*window);
+        tellOfChanges(*window);
     }
 }
 

@@ -18,6 +18,7 @@ ReaderPage makePage(PageEngine& engine, PageKind kind, const PageView* beside = 
     ReaderPage parts { std::move(view), &page->widget(), setFlickHandler };
     parts.takesKeys = [page] { return page->pageTakesKeys(); };
     parts.setNamer = [page](std::function<std::string(const std::string&)> namer) { page->setNamer(std::move(namer)); };
+    parts.setNotice = [page](const std::string& notice) { page->setNotice(notice); };
     parts.nameMayHaveChanged = [page] { page->nameMayHaveChanged(); };
     // A fixed page brings its own paper.
     if (kind == PageKind::Columns)

@@ -1,5 +1,7 @@
 #include "fixed/gtk/FixedWindowGtk.hpp"
 
+#include <gtkmm/label.h>
+
 namespace pagora {
 
 FixedWindowGtk::FixedWindowGtk(ReaderPage page)
@@ -9,7 +11,11 @@ FixedWindowGtk::FixedWindowGtk(ReaderPage page)
 
 void FixedWindowGtk::setPageIsMissing(bool isMissing)
 {
-    _parts.widget<Gtk::Widget>("missingPage").set_visible(isMissing);
+    auto& notice = _parts.widget<Gtk::Label>("missingPage");
+    notice.set_visible(isMissing);
+    // The keyboard focus stays with the page.
+    if (_parts.page.setNotice)
+        _parts.page.setNotice(isMissing ? notice.get_text() : Glib::ustring());
 }
 
 }

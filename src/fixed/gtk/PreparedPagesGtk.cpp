@@ -6,6 +6,23 @@
 
 namespace pagora {
 
+namespace {
+
+// Tells both pages, where they want to know.
+template <typename... Arguments>
+std::function<void(Arguments...)> both(
+    std::function<void(Arguments...)> first, std::function<void(Arguments...)> second)
+{
+    return [first = std::move(first), second = std::move(second)](Arguments... arguments) {
+        for (const auto& tell : { first, second }) {
+            if (tell)
+                tell(arguments...);
+        }
+    };
+}
+
+}
+
 PreparedPagesGtk::PreparedPagesGtk(ReaderPage shown, ReaderPage spare)
     : PreparedPages(std::move(shown.webView), std::move(spare.webView))
     , _widgets { shown.widget, spare.widget }
@@ -22,16 +39,17 @@ PreparedPagesGtk::~PreparedPagesGtk()
 
 ReaderPage PreparedPagesGtk::make(ReaderPage shown, ReaderPage spare)
 {
-    const auto setFlickHandler
-        = [first = shown.setFlickHandler, second = spare.setFlickHandler](const std::function<void(double)>& handler) {
-              for (const auto& set : { first, second }) {
-                  if (set)
-                      set(handler);
-              }
-          };
+    const auto setFlickHandler = both(shown.setFlickHandler, spare.setFlickHandler);
+    const auto setNamer = both(shown.setNamer, spare.setNamer);
+    const auto nameMayHaveChanged = both(shown.nameMayHaveChanged, spare.nameMayHaveChanged);
+    const auto setNotice = both(shown.setNotice, spare.setNotice);
     auto pages = std::make_unique<PreparedPagesGtk>(std::move(shown), std::move(spare));
     auto* const place = &pages->_place;
-    return { std::move(pages), place, setFlickHandler };
+    ReaderPage parts { std::move(pages), place, setFlickHandler };
+    parts.setNamer = setNamer;
+    parts.nameMayHaveChanged = nameMayHaveChanged;
+    parts.setNotice = setNotice;
+    return parts;
 }
 
 void PreparedPagesGtk::didExchange(std::size_t shown)

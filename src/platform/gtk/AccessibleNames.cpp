@@ -26,6 +26,13 @@ Glib::ustring withoutAccessKey(const Glib::ustring& label)
     return name;
 }
 
+// The widget tells that it could have the focus, and that it cannot.
+void introduce(Gtk::Widget& widget)
+{
+    widget.set_focusable(true);
+    widget.set_focusable(false);
+}
+
 }
 
 void setAccessibleName(Gtk::Widget& widget, const Glib::ustring& name)
@@ -51,6 +58,15 @@ void correctAccessibleNames(Gtk::Widget& root)
     }
     for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
         correctAccessibleNames(*child);
+}
+
+void tellOfChanges(Gtk::Widget& root)
+{
+    const auto role = root.get_accessible_role();
+    if (role == Gtk::Accessible::Role::STATUS || role == Gtk::Accessible::Role::PROGRESS_BAR)
+        root.signal_map().connect([&root] { introduce(root); });
+    for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
+        tellOfChanges(*child);
 }
 
 void nameToolkitControls(Gtk::Widget& root, const Glib::ustring& name)

@@ -11,6 +11,10 @@ void setAccessibleName(Gtk::Widget& widget, const Glib::ustring& name);
 // a name, and a menu and the button in a drop-down are called by the tooltip of what they belong to.
 void correctAccessibleNames(Gtk::Widget& root);
 
+// Lets assistive technology hear what becomes of the status texts and progress bars in a window or view, from when they
+// are shown: the toolkit tells only of widgets that have been asked for or have told of their focus.
+void tellOfChanges(Gtk::Widget& root);
+
 // Names what the toolkit's own windows leave unnamed: searches as such, menus and texts by `name`. Pictures there say
 // nothing. Before the window is shown.
 void nameToolkitControls(Gtk::Widget& root, const Glib::ustring& name);

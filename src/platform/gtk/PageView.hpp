@@ -36,7 +36,7 @@ public:
 
     void setDelegate(WebViewDelegate* delegate) override { _reports.setDelegate(delegate); }
     void setBookFolder(const std::string& path) override;
-    void setPageStart(PageStart start) override { _pageStart = std::move(start); }
+    void setPageStart(const PageStart& start) override { _pageStart = start; }
     std::uint64_t loadRequest(const Url& url) override;
     std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
     Reply<std::string> drawn() override { return _scripts.drawn(); }
@@ -47,6 +47,7 @@ public:
     // Names the page for assistive technology, by the title of its document.
     void setNamer(std::function<std::string(const std::string& title)> namer) { _spoken.setNamer(std::move(namer)); }
     // What assistive technology is told of the page.
+    void setNotice(const std::string& notice) { _spoken.setNotice(notice); }
     void nameMayHaveChanged() { _spoken.pageMayHaveChanged(); }
     const SpokenPage& spoken() const { return _spoken; }
     // Whether the keyboard is at work in a control of the page.
@@ -54,6 +55,7 @@ public:
 
     void setTextSizeMultiplier(double multiplier) override;
     Rect frame() const override;
+    double pixelSize() const override;
     void setHidden(bool hidden) override;
     bool isHidden() const override { return _isHidden; }
     void makeFirstResponder() override;

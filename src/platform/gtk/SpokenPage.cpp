@@ -29,6 +29,22 @@ SpokenPage::~SpokenPage()
     _rest.disconnect();
 }
 
+void SpokenPage::setNamer(std::function<std::string(const std::string& title)> namer)
+{
+    _namer = std::move(namer);
+    if (_namer)
+        offerName();
+}
+
+void SpokenPage::setNotice(const std::string& notice)
+{
+    _notice = notice;
+    if (_notice.empty())
+        pageMayHaveChanged();
+    else
+        offerText(_notice);
+}
+
 void SpokenPage::pageMayHaveChanged()
 {
     _rest.disconnect();
@@ -72,17 +88,27 @@ void SpokenPage::collect()
 void SpokenPage::offer(const std::string& answer)
 {
     const auto end = answer.find('\n');
-    const auto title = answer.substr(0, end);
-    const auto name = _namer ? _namer(title) : title;
-    auto text = end == std::string::npos ? std::string() : answer.substr(end + 1);
-    if (name != _name) {
-        _name = name;
-        setProperty(_view, GTK_ACCESSIBLE_PROPERTY_LABEL, _name);
-    }
-    if (text != _text) {
-        _text = std::move(text);
-        setProperty(_view, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, _text);
-    }
+    _title = answer.substr(0, end);
+    offerName();
+    if (_notice.empty())
+        offerText(end == std::string::npos ? std::string() : answer.substr(end + 1));
+}
+
+void SpokenPage::offerText(std::string text)
+{
+    if (text == _text)
+        return;
+    _text = std::move(text);
+    setProperty(_view, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, _text);
+}
+
+void SpokenPage::offerName()
+{
+    auto name = _namer ? _namer(_title) : _title;
+    if (name == _name)
+        return;
+    _name = std::move(name);
+    setProperty(_view, GTK_ACCESSIBLE_PROPERTY_LABEL, _name);
 }
 
 }

@@ -22,8 +22,10 @@ public:
     SpokenPage(const SpokenPage&) = delete;
     SpokenPage& operator=(const SpokenPage&) = delete;
 
-    // Names the page, by the title of its document.
-    void setNamer(std::function<std::string(const std::string& title)> namer) { _namer = std::move(namer); }
+    // Names the page, by the title of its document; at once, and again with every text.
+    void setNamer(std::function<std::string(const std::string& title)> namer);
+    // What is read in place of the page, at once; an empty text gives the page back.
+    void setNotice(const std::string& notice);
     // What is seen may have become different.
     void pageMayHaveChanged();
     const std::string& name() const { return _name; }
@@ -32,9 +34,13 @@ public:
 private:
     void collect();
     void offer(const std::string& answer);
+    void offerName();
+    void offerText(std::string text);
 
     WebKitWebView* _view;
     std::function<std::string(const std::string& title)> _namer;
+    std::string _title;
+    std::string _notice;
     std::string _name;
     std::string _text;
     bool _isCollecting = false;

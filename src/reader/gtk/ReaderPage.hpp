@@ -19,10 +19,12 @@ struct ReaderPage {
     std::function<void(std::function<void(double deltaX)> handler)> setFlickHandler;
     std::function<bool()> takesKeys = {};
     std::function<void(const Color& color)> setBackground = {};
-    // The name is asked for whenever the text that is shown changes, or the name itself may have; it gets the title of
-    // the page's document.
+    // The name is asked for at once and whenever the text that is shown changes, or the name itself may have; it gets
+    // the title of the page's document.
     std::function<void(std::function<std::string(const std::string& title)> namer)> setNamer = {};
     std::function<void()> nameMayHaveChanged = {};
+    // What is read in place of the page's text; an empty text gives it back.
+    std::function<void(const std::string& notice)> setNotice = {};
 };
 
 }

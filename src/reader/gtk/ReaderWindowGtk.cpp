@@ -1,6 +1,7 @@
 #include "reader/gtk/ReaderWindowGtk.hpp"
 
 #include "platform/Translation.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
 #include "reader/gtk/ReaderStyle.hpp"
 
 #include <gtkmm/dropdown.h>
@@ -56,10 +57,15 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
         page.setFlickHandler([this](double deltaX) { send(&ReaderWindowActions::scrollWheelBegan, deltaX); });
     if (page.setBackground)
         bgView.setFillHandler([this](const Color& color) { page.setBackground(color); });
-    if (page.setNamer)
-        page.setNamer([this](const std::string& title) { return nameOfPage(title); });
+    if (page.setNamer) {
+        // The page gets the focus as soon as the window is seen, before there is anything to read.
+        const auto name = [this] { page.setNamer([this](const std::string& title) { return nameOfPage(title); }); };
+        _connections.push_back(_window->property_title().signal_changed().connect(name));
+        name();
+    }
     if (page.nameMayHaveChanged)
         tocView.setLinksChanged(page.nameMayHaveChanged);
+    tellOfChanges(*_window);
     connectHeader();
     watchKeys(*_window);
     connectWindow();

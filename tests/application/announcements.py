@@ -1,0 +1,48 @@
+#!/usr/bin/env python3
+"""Writes down what assistive technology is told of the program as it happens, without having asked for anything, one a
+line: announcements.py FILE. It ends with the session's bus."""
+
+import sys
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib
+
+KINDS = {"object:children-changed:add": "added", "object:state-changed:focused": "focus",
+         "object:property-change:accessible-name": "name",
+         "object:property-change:accessible-description": "description"}
+PATIENCE = 60
+told = open(sys.argv[1], "w", encoding="utf-8", buffering=1)
+waiting = []
+
+
+def hear(event):
+    kind = next(name for prefix, name in KINDS.items() if event.type.startswith(prefix))
+    if kind != "focus" or event.detail1:
+        waiting.append([kind, event.source, 0])
+
+
+def tell():
+    """Writes down what has come, in its order. The toolkit tells of a new widget a moment before it can be asked for the
+    name; one that cannot be asked for long has gone meanwhile."""
+    while waiting:
+        kind, source, tries = waiting[0]
+        try:
+            text = source.get_description() if kind == "description" else source.get_name()
+            told.write(f"{kind} | {source.get_role_name()} | {' '.join((text or '').split())}\n")
+        except GLib.Error:
+            if tries < PATIENCE and kind != "added":
+                waiting[0][2] += 1
+                return True
+        waiting.pop(0)
+    return True
+
+
+Atspi.init()
+GLib.timeout_add(50, tell)
+listener = Atspi.EventListener.new(hear)
+for each in KINDS:
+    listener.register(each)
+told.write("listening\n")
+Atspi.event_main()

@@ -1,0 +1,79 @@
+#!/usr/bin/env bash
+# Assistive technology that only listens is told of the import and of what could not be imported, of the page that gets the
+# keyboard, of each page that is turned, of the location, of a missing page and of an alert.
+set -euo pipefail
+tests=$(cd "$(dirname "$0")" && pwd)
+. "$(dirname "$0")/../../scripts/drive.sh"
+
+told=$pictures/told.txt
+rm -f "$told"
+/usr/bin/python3 "$tests/announcements.py" "$told" &
+listener=$!
+trap 'kill "$window_manager" "$listener" ${program:+"$program"} 2>/dev/null || true' EXIT
+within 60 grep -qx listening "$told"
+heard=0
+# hears LINE: a line that begins so has come, after the one that was heard before.
+is_told() { tail -n +$((heard + 1)) "$told" | grep -q "^$1"; }
+hears() {
+    within 60 is_told "$1"
+    heard=$((heard + $(tail -n +$((heard + 1)) "$told" | grep -n -m 1 "^$1" | cut -d : -f 1)))
+}
+
+"$here/make-sample-books" "$HOME/books" >/dev/null
+echo "no book" >"$HOME/books/broken.epub"
+start "$HOME/books/01 "*.epub "$HOME/books/02 "*.epub "$HOME/books/broken.epub"
+hears "focus | text | Files that could not be added"
+within 20 window_is "Books Not Added"
+xdotool key Escape
+within 20 window_is Pagora
+
+mkdir "$HOME/new"
+"$tests/make-slow-books" "$HOME/books/01 "*.epub "$HOME/new" 3
+"$programs/pagora" "$HOME/new/"*.epub
+hears "name | status bar | [0-9]* of 3"
+within 120 catalogue "len(books) == 5"
+settle
+
+xdotool key Right
+hears "focus | table cell | A Quiet Harbour, Bruno Castell"
+settle
+xdotool key ctrl+Delete
+hears "name | dialog | Are You sure to remove epub(s) from library?"
+xdotool key Escape
+within 20 window_is Pagora
+settle
+xdotool key Return
+hears "focus | document text | A Quiet Harbour$"
+hears "description | document text | Temple and zephyr 1.1 Candle Ada measured"
+reads "A Quiet Harbour"
+xdotool key Right
+hears "description | document text | copper magnet market"
+xdotool key End
+hears "name | status bar | [1-9][0-9]* %"
+xdotool key ctrl+w
+within 20 window_is Pagora
+settle
+
+"$here/make-fixed-book" "$HOME/whole.epub"
+python3 - "$HOME/whole.epub" "$HOME/fixed.epub" <<'END'
+import sys, zipfile
+with zipfile.ZipFile(sys.argv[1]) as whole, zipfile.ZipFile(sys.argv[2], "w") as new:
+    for name in whole.namelist():
+        if not name.endswith("page2.xhtml"):
+            new.writestr(name, whole.read(name))
+END
+"$programs/pagora" "$HOME/fixed.epub"
+hears "focus | document text | Six Views$"
+hears "description | document text | The hill"
+reads "Six Views"
+xdotool key Right
+hears "description | document text | This page is missing from the book."
+xdotool key Right
+hears "name | status bar | 3 of 6"
+hears "description | document text | The road"
+xdotool key ctrl+w
+within 20 window_is Pagora
+xdotool key ctrl+q
+within 20 ended
+program=
+if grep -n "WebKit\|Pagora[A-Z]" "$told"; then fail "something is called by its type"; fi

@@ -4,6 +4,7 @@
 #include "platform/Numbers.hpp"
 #include "platform/Translation.hpp"
 
+#include <cmath>
 #include <utility>
 
 namespace pagora {
@@ -260,9 +261,12 @@ Task<void> FixedEpubController::fitWindow()
     const auto scaled = [s](std::int64_t length) {
         return truncated32(static_cast<float>(low32(static_cast<std::uint64_t>(length))) * s);
     };
+    // What the page leaves over is in its own pixels, the window in points.
+    const auto points
+        = [&webView](std::int64_t pixels) { return std::trunc(static_cast<double>(pixels) * webView.pixelSize()); };
     Rect frame = _window.window().frame();
-    frame.width -= static_cast<double>(ww - scaled(pw));
-    frame.height -= static_cast<double>(wh - scaled(ph));
+    frame.width -= points(ww - scaled(pw));
+    frame.height -= points(wh - scaled(ph));
     _window.window().animateToFrame(frame);
     _fixedWindowFitted = true;
 }

@@ -32,6 +32,7 @@ public:
     // Whether a page is ready to be shown at once.
     bool isReady() const { return _ahead && _ahead->isDrawn; }
     Rect frame() const override { return shown().frame(); }
+    double pixelSize() const override { return shown().pixelSize(); }
     void setHidden(bool hidden) override { shown().setHidden(hidden); }
     bool isHidden() const override { return shown().isHidden(); }
     void makeFirstResponder() override { shown().makeFirstResponder(); }

@@ -71,7 +71,7 @@ public:
     virtual void setBookFolder(const std::string& path) = 0;
 
     // For the next load.
-    virtual void setPageStart(PageStart start) { }
+    virtual void setPageStart(const PageStart& start) { }
 
     // Loads the document into the main frame. A URL without a scheme that is an absolute path is a file; a file that is
     // not there is tried with its escapes replaced once more, then in the other Unicode normal form. Returns the number
@@ -97,6 +97,8 @@ public:
     virtual void setTextSizeMultiplier(double multiplier) = 0;
     // The page's visible area, in the page's own pixels: these are points, enlarged by the desktop's text scale.
     virtual Rect frame() const = 0;
+    // Points to one of the page's own pixels.
+    virtual double pixelSize() const { return 1; }
     virtual void setHidden(bool hidden) = 0;
     virtual bool isHidden() const = 0;
     // Gives it the keyboard focus.

@@ -13,6 +13,8 @@
 #include "tests/support/FakeReaderHub.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
+#include <gtkmm/settings.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -166,6 +168,16 @@ protected:
     {
         EXPECT_TRUE(waitUntil([&] { return faults().empty(); })) << faults();
     }
+    void expectThatThePageFillsItsView()
+    {
+        EXPECT_TRUE(waitUntil([&] {
+            const auto view = webView().frame();
+            return std::abs(view.width / view.height - 0.75) < 0.01
+                && evaluate("innerWidth") == std::to_string(int(view.width));
+        })) << webView().frame().width
+            << " x " << webView().frame().height;
+        expectNoFaults();
+    }
     // Resizes the window and waits until the page has followed.
     void resizeTo(double width, double height)
     {
@@ -208,14 +220,19 @@ TEST_F(FixedReadingTest, AWindowOf700By560IsFittedTo500By460)
 TEST_F(FixedReadingTest, TheWindowIsFittedSoThatThePageFillsItsView)
 {
     open(writePages(1));
-    EXPECT_TRUE(waitUntil([&] {
-        const auto view = webView().frame();
-        return std::abs(view.width / view.height - 0.75) < 0.01
-            && evaluate("innerWidth") == std::to_string(int(view.width));
-    })) << webView().frame().width
-        << " x " << webView().frame().height;
-    expectNoFaults();
+    expectThatThePageFillsItsView();
     EXPECT_LT(window().frame().width, 900);
+}
+
+TEST_F(FixedReadingTest, TheWindowIsFittedWhereTheDesktopEnlargesText)
+{
+    const auto settings = Gtk::Settings::get_default();
+    const int before = settings->property_gtk_xft_dpi();
+    settings->property_gtk_xft_dpi() = 96 * 1024 * 3 / 2;
+    open(writePages(1));
+    expectThatThePageFillsItsView();
+    EXPECT_LT(window().frame().width, 900);
+    settings->property_gtk_xft_dpi() = before;
 }
 
 TEST_F(FixedReadingTest, ThePageFollowsTheWindow)

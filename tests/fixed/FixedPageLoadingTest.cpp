@@ -25,6 +25,13 @@ TEST_F(FixedPageLoading, TheWindowIsFittedToTheScaledPage)
     EXPECT_EQ(parts->window.animatedTo, (std::vector<Rect> { { 30, 40, 500, 460 } }));
 }
 
+TEST_F(FixedPageLoading, TheWindowIsFittedInPointsWhereThePageIsEnlarged)
+{
+    page().pixel = 1.25;
+    open(3);
+    EXPECT_EQ(parts->window.animatedTo, (std::vector<Rect> { { 30, 40, 700 - 250, 560 - 125 } }));
+}
+
 TEST_F(FixedPageLoading, ABookOpensAtItsFirstPage)
 {
     reader->setActiveSplitIndex(6);

@@ -52,7 +52,7 @@ class FakeWebView : public WebView {
 public:
     void setDelegate(WebViewDelegate* value) override { delegate = value; }
     void setBookFolder(const std::string& path) override { bookFolder = path; }
-    void setPageStart(PageStart start) override { starts.push_back(std::move(start)); }
+    void setPageStart(const PageStart& start) override { starts.push_back(start); }
     std::uint64_t loadRequest(const Url& url) override
     {
         loads.push_back(url);
@@ -76,6 +76,7 @@ public:
     void pageIsPrepared() override { ++timesPrepared; }
     void setTextSizeMultiplier(double multiplier) override { textSizeMultiplier = multiplier; }
     Rect frame() const override { return rect; }
+    double pixelSize() const override { return pixel; }
     void setHidden(bool value) override { hidden = value; }
     bool isHidden() const override { return hidden; }
     void makeFirstResponder() override { ++timesFocused; }
@@ -144,6 +145,7 @@ public:
     std::vector<std::string> scripts;
     double textSizeMultiplier = 1;
     Rect rect { 0, 0, 800, 600 };
+    double pixel = 1;
     bool hidden = false;
     int timesFocused = 0;
     int timesPrepared = 0;

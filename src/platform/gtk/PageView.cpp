@@ -373,8 +373,13 @@ void PageView::setTextSizeMultiplier(double multiplier)
 
 Rect PageView::frame() const
 {
-    const double scale = textScale();
-    return { 0, 0, std::floor(_frame.get_width() / scale), std::floor(_frame.get_height() / scale) };
+    const double pixel = pixelSize();
+    return { 0, 0, std::floor(_frame.get_width() / pixel), std::floor(_frame.get_height() / pixel) };
+}
+
+double PageView::pixelSize() const
+{
+    return textScale();
 }
 
 void PageView::setHidden(bool hidden)

@@ -96,6 +96,7 @@ bool BookRemoval::takeOut(std::vector<BookInfoPtr> books)
 {
     std::erase_if(books, [](const auto& book) { return !book->isbn(); });
     std::vector<std::string> isbns;
+    isbns.reserve(books.size());
     for (const auto& book : books)
         isbns.push_back(*book->isbn());
     const auto removed = _state.catalogue.removeFirstWithISBNs(isbns);

@@ -2,6 +2,8 @@
 
 #include "platform/Resource.hpp"
 
+#include <gdk/gdk.h>
+
 namespace pagora {
 
 struct CoverLoader::Request {

@@ -253,7 +253,7 @@ DefaultsCondition DefaultsFile::read(const RowReader& reader)
                 elementQuery.getColumn(2).getInt64(), {} };
             const SQLite::Column payload = elementQuery.getColumn(3);
             if (elementQuery.getColumn(4).getInt64() != sumOf(row, blob(payload))
-                || !reader.element(std::move(row), blob(payload)))
+                || !reader.element(row, blob(payload)))
                 return DefaultsCondition::Damaged;
         }
         SQLite::Statement leftQuery(*_database, "SELECT id FROM leftData");

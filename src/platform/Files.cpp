@@ -179,8 +179,9 @@ void makeEmptyFolder(const std::string& path)
         return;
     }
     // Making a folder anew, many times a second, gets slower each time on some file systems.
+    const auto folder = path + "/";
     for (const auto& name : *entries)
-        removeItem(path + "/" + name);
+        removeItem(folder + name);
 }
 
 FileDescriptor openFile(const std::string& path)

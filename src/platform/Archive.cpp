@@ -8,7 +8,8 @@
 #include <zip.h>
 
 #include <algorithm>
-#include <array>
+#include <memory>
+#include <span>
 #include <sys/stat.h>
 #include <unordered_set>
 
@@ -74,7 +75,7 @@ struct Archive::Handle {
     Member describe(zip_uint64_t index) const;
     std::optional<std::string> read(const Member& member) const;
     bool extract(
-        const Member& member, ContainedFolder& destination, std::vector<char>& buffer, const std::stop_token& stop);
+        const Member& member, ContainedFolder& destination, std::span<char> buffer, const std::stop_token& stop);
 };
 
 Member Archive::Handle::describe(zip_uint64_t index) const
@@ -143,7 +144,7 @@ std::optional<std::string> Archive::Handle::read(const Member& member) const
 }
 
 bool Archive::Handle::extract(
-    const Member& member, ContainedFolder& destination, std::vector<char>& buffer, const std::stop_token& stop)
+    const Member& member, ContainedFolder& destination, std::span<char> buffer, const std::stop_token& stop)
 {
     const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(
         zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
@@ -229,16 +230,16 @@ void Archive::extract(const std::vector<std::string>& members, const std::string
 {
     const Selection selection(members, _handle->members);
     ContainedFolder folder(destination, spare);
-    std::vector<char> buffer;
+    // Only what is read into it takes memory.
+    const auto buffer = std::make_unique_for_overwrite<char[]>(bufferBytes);
     for (const auto& member : _handle->members) {
         if (stop.stop_requested())
             return;
         if (member.path.empty() || !selection.holds(member.name))
             continue;
-        buffer.resize(bufferBytes);
         if (member.isFolder)
             folder.makeFolders(split(member.path, '/'));
-        else if (!_handle->extract(member, folder, buffer, stop))
+        else if (!_handle->extract(member, folder, { buffer.get(), bufferBytes }, stop))
             return;
     }
 }

@@ -320,7 +320,8 @@ std::uint64_t checksum(std::string_view bytes, std::uint64_t seed)
         mix(word);
     }
     std::uint64_t rest = 0;
-    std::memcpy(&rest, bytes.data(), bytes.size());
+    if (!bytes.empty())
+        std::memcpy(&rest, bytes.data(), bytes.size());
     mix(rest);
     return sum ^ (sum >> 32);
 }

@@ -1,16 +1,42 @@
 #include "platform/DefaultsFile.hpp"
 #include "platform/DefaultsIndex.hpp"
+#include "platform/Files.hpp"
 #include "platform/Json.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
+#include "tests/support/TemporaryFolder.hpp"
 
 using namespace pagora;
+
+namespace {
+
+// A file with a name, since SQLite follows every link to the name behind it. One that is whole must be read from there.
+class StoreFile {
+public:
+    StoreFile()
+    {
+        test::require(DefaultsFile::make(path(), DefaultsFile::Journal::InPlace) != nullptr);
+        auto condition = DefaultsCondition::Missing;
+        test::require(DefaultsFile::openToRead(path(), condition) != nullptr);
+    }
+    std::string path() const { return _folder.path("store"); }
+    std::string write(std::string_view bytes)
+    {
+        test::require(writeFile(path(), std::string(bytes)));
+        return path();
+    }
+
+private:
+    test::TemporaryFolder _folder;
+};
+
+}
 
 // The input is a file of stored values, as it may lie on a disk that returns other bytes than were written.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static test::MemoryFile memory;
+    static StoreFile store;
     const test::FuzzRun run;
-    const auto& path = memory.write(test::inputBytes(data, size));
+    const auto path = store.write(test::inputBytes(data, size));
     auto condition = DefaultsCondition::Good;
     const auto file = DefaultsFile::openToRead(path, condition);
     test::require((file != nullptr) == (condition == DefaultsCondition::Good));

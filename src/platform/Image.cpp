@@ -3,6 +3,8 @@
 #include "platform/Bounds.hpp"
 #include "platform/Files.hpp"
 #include "platform/ImageFormat.hpp"
+#include "platform/PictureClaims.hpp"
+#include "platform/PictureProcess.hpp"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
@@ -15,8 +17,6 @@ namespace {
 
 using PixbufPtr = std::shared_ptr<GdkPixbuf>;
 
-constexpr PictureLimits limits;
-static_assert(limits.pixels == Image::maxPixels);
 // One pass of the scaler looks at no more pixels than this on a side for each new one: its tables grow with the square.
 constexpr int largestStep = 8;
 
@@ -35,6 +35,7 @@ struct Decoding {
     ImageFormat format;
     bool progressive = false;
     Size enough;
+    PictureLimits limits;
     Size size;
 
     void sizePrepared(GdkPixbufLoader* loader, int width, int height)
@@ -53,7 +54,7 @@ struct Decoding {
     {
         const auto pixels = static_cast<std::int64_t>(width) * height;
         const bool isSvg = format.name == std::string_view("svg");
-        if (pixels > Image::maxPixels && (!format.decodesReduced || progressive))
+        if (pixels > limits.pixels && (!format.decodesReduced || progressive))
             return 0;
         if (!format.decodesReduced)
             return 1;
@@ -64,7 +65,7 @@ struct Decoding {
             return enough.width > 0 && dividedUp(width, d) >= enough.width && dividedUp(height, d) >= enough.height;
         };
         const auto fits = [&](int d) {
-            return static_cast<std::int64_t>(dividedUp(width, d)) * dividedUp(height, d) <= Image::maxPixels;
+            return static_cast<std::int64_t>(dividedUp(width, d)) * dividedUp(height, d) <= limits.pixels;
         };
         // A JPEG picture is made of blocks of 8 by 8 pixels, and can be decoded as fewer.
         const int largest = isSvg ? 1 << 16 : 8;
@@ -117,14 +118,22 @@ PixbufPtr reducedFor(PixbufPtr pixbuf, int width, int height)
 
 std::optional<Image> Image::fromFile(const std::string& path, Size enough)
 {
-    const auto bytes = readFile(path, limits.fileBytes);
+    const auto bytes = readFile(path, PictureLimits().fileBytes);
     return bytes ? fromBytes(*bytes, enough) : std::nullopt;
 }
 
-std::optional<Image> Image::fromBytes(const std::string& bytes, Size enough)
+std::optional<Image> Image::fromBytes(const std::string& bytes, Size enough, const PictureLimits& limits)
 {
-    Decoding decoding { imageFormatOf(bytes), false, enough, {} };
-    if (!decoding.format.name || !isComplete(decoding.format, bytes))
+    const auto format = imageFormatOf(bytes);
+    return format.name && format.name == std::string_view("svg") ? imageDecodedApart(bytes, enough)
+                                                                 : fromBytesHere(bytes, enough, limits);
+}
+
+std::optional<Image> Image::fromBytesHere(const std::string& bytes, Size enough, const PictureLimits& limits)
+{
+    Decoding decoding { imageFormatOf(bytes), false, enough, limits, {} };
+    if (!decoding.format.name || !isComplete(decoding.format, bytes)
+        || claimedPixels(decoding.format, bytes) > static_cast<double>(limits.pixels))
         return std::nullopt;
     decoding.progressive = decoding.format.name == std::string_view("jpeg") && isProgressiveJpeg(bytes);
     auto pixbuf = decoded(bytes, decoding);

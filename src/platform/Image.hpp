@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Bounds.hpp"
 #include "platform/Geometry.hpp"
 
 #include <cstdint>
@@ -16,12 +17,15 @@ namespace pagora {
 class Image {
 public:
     // The picture that a JPEG, PNG, GIF, WebP, SVG, BMP, TIFF or AVIF file or byte string holds; missing when it does
-    // not decode, or needs more than `maxPixels` pixels in memory also at a reduced size. `size()` is the picture's own
+    // not decode, or is past one of `limits` also at a reduced size. `size()` is the picture's own
     // size, also when it was decoded at a reduced size that still covers `enough`. Nothing that a picture refers to is
     // read.
     static std::optional<Image> fromFile(const std::string& path, Size enough = {});
-    static std::optional<Image> fromBytes(const std::string& bytes, Size enough = {});
-    static constexpr std::int64_t maxPixels = 24'000'000;
+    static std::optional<Image> fromBytes(const std::string& bytes, Size enough = {}, const PictureLimits& limits = {});
+    // The same in this process whatever the picture is. `fromBytes` leaves SVG, which can ask for any time and memory,
+    // to another one.
+    static std::optional<Image> fromBytesHere(
+        const std::string& bytes, Size enough = {}, const PictureLimits& limits = {});
 
     // In pixels, before any reduction at decoding.
     Size size() const { return _size; }
@@ -37,12 +41,14 @@ public:
     // The pixels as decoded, possibly at a reduced size.
     GdkPixbuf* pixbuf() const { return _pixbuf.get(); }
 
-private:
+    // `size` is the picture's own.
     Image(std::shared_ptr<GdkPixbuf> pixbuf, Size size)
         : _pixbuf(std::move(pixbuf))
         , _size(size)
     {
     }
+
+private:
     std::shared_ptr<GdkPixbuf> _pixbuf;
     Size _size;
 };

@@ -146,16 +146,19 @@ std::optional<std::string> Archive::Handle::read(const Member& member) const
 bool Archive::Handle::extract(
     const Member& member, ContainedFolder& destination, std::span<char> buffer, const std::stop_token& stop)
 {
-    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(
-        zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
-    if (!source)
-        return true;
     auto folders = split(member.path, '/');
     const auto name = std::move(folders.back());
     folders.pop_back();
+    // Frees the name also for a member that cannot be read.
     const auto file = destination.makeFile(folders, name);
     if (!file)
         return true;
+    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(
+        zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
+    if (!source) {
+        destination.removeLastFile();
+        return true;
+    }
     std::uint64_t written = 0;
     for (;;) {
         const bool stopped = stop.stop_requested();

@@ -124,10 +124,10 @@ TEST(ValueCoding, TheChecksumSeesEveryFlippedBitAndTheSeed)
         EXPECT_NE(checksum(bytes, 1), sum);
         bytes[bit / 8] ^= static_cast<char>(1 << bit % 8);
     }
+}
 
-    TEST(ValueCoding, SumOfNoBytesNeedsNoAddress)
-    {
-        EXPECT_EQ(checksum(std::string_view(), 7), checksum(std::string_view("", 0), 7));
-        EXPECT_NE(checksum(std::string_view(), 7), checksum(std::string_view(), 8));
-    }
+TEST(ValueCoding, SumOfNoBytesNeedsNoAddress)
+{
+    EXPECT_EQ(checksum(std::string_view(), 7), checksum(std::string_view("", 0), 7));
+    EXPECT_NE(checksum(std::string_view(), 7), checksum(std::string_view(), 8));
 }

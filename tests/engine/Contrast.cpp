@@ -123,6 +123,16 @@ double contrastWithin(const Cairo::RefPtr<Cairo::ImageSurface>& picture, int x, 
     return greatest;
 }
 
+double contrastWithin(Gtk::Widget& window, Gtk::Widget& widget)
+{
+    graphene_rect_t bounds;
+    if (!gtk_widget_compute_bounds(widget.gobj(), window.gobj(), &bounds))
+        return 1;
+    const auto scaled = [](float length) { return static_cast<int>(length) * scale; };
+    return contrastWithin(pictureOf(window), scaled(bounds.origin.x), scaled(bounds.origin.y),
+        scaled(bounds.size.width), scaled(bounds.size.height));
+}
+
 std::vector<SeenText> seenTexts(Gtk::Widget& window)
 {
     std::vector<SeenText> texts;

@@ -13,10 +13,14 @@
 #include "tests/support/FakeLibraryHub.hpp"
 #include "tests/support/FakeWebView.hpp"
 
+#include <gtkmm/button.h>
 #include <gtkmm/drawingarea.h>
+#include <gtkmm/label.h>
+#include <gtkmm/menubutton.h>
 #include <gtkmm/popover.h>
 #include <gtkmm/settings.h>
 #include <gtkmm/togglebutton.h>
+#include <gtkmm/window.h>
 
 namespace pagora::test {
 
@@ -173,6 +177,53 @@ TEST_P(ContrastTest, OfAnAlert)
     makeLibrary(1);
     _library->runAlert("A question?", "Cancel", "Remove", [](int) {});
     expectReadable(_library->dialogs().alert()->window(), { "A question?", "Cancel", "Remove" });
+}
+
+TEST_P(ContrastTest, OfTheMainMenu)
+{
+    makeLibrary(0);
+    auto& menu = *_library->outlet<Gtk::MenuButton>("menuButton")->get_popover();
+    // It would go when another window takes the keyboard.
+    menu.set_autohide(false);
+    ASSERT_TRUE(waitUntil([&] { return _library->window().get_mapped(); }));
+    menu.popup();
+    expectReadable(menu, { "Settings", "Ctrl+,", "About Pagora" });
+    menu.popdown();
+    settle();
+}
+
+TEST_P(ContrastTest, OfALink)
+{
+    Gtk::Window window;
+    Gtk::Label label;
+    label.set_markup("<a href='https://pagora.invalid'>A link</a>");
+    label.set_can_focus(false);
+    window.set_child(label);
+    window.present();
+    expectReadable(window, { "A link" });
+}
+
+TEST_P(ContrastTest, OfTheRingAroundWhatHasTheKeyboard)
+{
+    constexpr double leastOfShapes = 3;
+    Gtk::Window window;
+    Gtk::Button button;
+    button.set_size_request(120, 48);
+    button.set_margin(24);
+    window.set_child(button);
+    window.present();
+    waitForFrame(window);
+    window.set_focus(button);
+    window.set_focus_visible(false);
+    EXPECT_TRUE(waitUntil([&] {
+        waitForFrame(window);
+        return contrastWithin(window, button) < leastOfShapes;
+    }));
+    window.set_focus_visible(true);
+    EXPECT_TRUE(waitUntil([&] {
+        waitForFrame(window);
+        return contrastWithin(window, button) >= leastOfShapes;
+    })) << contrastWithin(window, button);
 }
 
 TEST_P(ContrastTest, OfTheReader)

@@ -7,6 +7,7 @@
 #include <gtkmm/entry.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/revealer.h>
+#include <gtkmm/settings.h>
 #include <gtkmm/textview.h>
 
 namespace pagora::test {
@@ -58,6 +59,22 @@ protected:
     std::vector<std::string> _heard;
 };
 
+}
+
+TEST_F(LibraryWindowGtkTest, NothingMovesWhereThePersonAskedForNone)
+{
+    const auto settings = Gtk::Settings::get_default();
+    const auto& strip = *_window.outlet<Gtk::Revealer>("progressStrip");
+    _window.mainWindow().makeKeyAndOrderFront();
+    ASSERT_TRUE(waitUntil([&] { return strip.get_mapped(); }));
+    for (const bool moves : { true, false }) {
+        settings->property_gtk_enable_animations() = moves;
+        _window.progressBar().setHidden(false);
+        EXPECT_EQ(strip.get_child_revealed(), !moves);
+        _window.progressBar().setHidden(true);
+        EXPECT_TRUE(waitUntil([&] { return !strip.get_child_revealed(); }));
+    }
+    settings->reset_property("gtk-enable-animations");
 }
 
 TEST_F(LibraryWindowGtkTest, EmptyLibraryShowsTheEmptyPage)

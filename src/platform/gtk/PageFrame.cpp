@@ -125,13 +125,16 @@ void PageFrame::setConcealed(bool isConcealed)
 
 void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
 {
-    // The engine sends a page's next drawing only after the last one was taken up.
-    const graphene_rect_t nothing = GRAPHENE_RECT_INIT(0, 0, 0, 0);
-    if (_isConcealed)
-        gtk_snapshot_push_clip(snapshot->gobj(), &nothing);
-    _cover.draw(Gtk::Widget::gobj(), _child, snapshot->gobj());
-    if (_isConcealed)
-        gtk_snapshot_pop(snapshot->gobj());
+    if (!_isConcealed) {
+        _cover.draw(Gtk::Widget::gobj(), _child, snapshot->gobj());
+        return;
+    }
+    // The engine sends a page's next drawing only after the last one was taken up. Taken to the side, for the toolkit
+    // keeps for good what is clipped to nothing.
+    GtkSnapshot* const unseen = gtk_snapshot_new();
+    _cover.draw(Gtk::Widget::gobj(), _child, unseen);
+    if (GskRenderNode* const drawing = gtk_snapshot_free_to_node(unseen))
+        gsk_render_node_unref(drawing);
 }
 
 void PageFrame::size_allocate_vfunc(int width, int height, int baseline)

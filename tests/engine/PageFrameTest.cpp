@@ -1,0 +1,84 @@
+#include "platform/gtk/PageFrame.hpp"
+
+#include "tests/engine/ToolkitTest.hpp"
+
+#include <gtkmm/snapshot.h>
+#include <gtkmm/window.h>
+
+namespace pagora::test {
+
+namespace {
+
+// Shows a new picture whenever it is drawn, and knows how many of them are kept.
+class ChangingPicture final : public Gtk::Widget {
+public:
+    ChangingPicture()
+        : Glib::ObjectBase("PagoraTestChangingPicture")
+    {
+    }
+    int drawn = 0;
+    // Of all pictures that there ever were.
+    static inline int kept = 0;
+
+protected:
+    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override
+    {
+        static const std::uint32_t pixel = 0xFF336699;
+        GBytes* const bytes = g_bytes_new_static(&pixel, sizeof pixel);
+        GdkTexture* const picture = gdk_memory_texture_new(1, 1, GDK_MEMORY_DEFAULT, bytes, sizeof pixel);
+        const graphene_rect_t place { { 0, 0 }, { 100, 100 } };
+        gtk_snapshot_append_texture(snapshot->gobj(), picture, &place);
+        ++drawn;
+        ++kept;
+        g_object_weak_ref(
+            G_OBJECT(picture), [](gpointer, GObject*) { --kept; }, nullptr);
+        g_object_unref(picture);
+        g_bytes_unref(bytes);
+    }
+};
+
+class PageFrameTest : public ToolkitTest {
+protected:
+    PageFrameTest()
+    {
+        picture.set_size_request(100, 100);
+        frame = std::make_unique<PageFrame>(picture.Gtk::Widget::gobj());
+        window.set_child(*frame);
+        window.present();
+    }
+    ~PageFrameTest() override { window.unset_child(); }
+
+    bool isDrawn(int times)
+    {
+        for (const int last = picture.drawn + times; picture.drawn < last;) {
+            const int before = picture.drawn;
+            picture.queue_draw();
+            if (!waitUntil([&] { return picture.drawn > before; }))
+                return false;
+        }
+        return true;
+    }
+
+    // One that is shown, one that is about to be.
+    static constexpr int few = 4;
+    ChangingPicture picture;
+    std::unique_ptr<PageFrame> frame;
+    Gtk::Window window;
+};
+
+}
+
+TEST_F(PageFrameTest, PageThatIsShownKeepsItsLastDrawingOnly)
+{
+    ASSERT_TRUE(isDrawn(20));
+    EXPECT_LE(ChangingPicture::kept, few);
+}
+
+TEST_F(PageFrameTest, ConcealedPageIsDrawnAndKeepsItsLastDrawingOnly)
+{
+    frame->setConcealed(true);
+    ASSERT_TRUE(isDrawn(20));
+    EXPECT_LE(ChangingPicture::kept, few);
+}
+
+}

@@ -27,8 +27,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fs::create_symlink("..", destination + "/link");
     archive->extract({ "mimetype", "META-INF/container.xml", "[a-m]*" }, destination);
     archive->extract({}, destination);
+    std::error_code isTooLong;
     for (const auto& path : archive->filePaths())
-        require(!fs::is_symlink(destination + "/" + path));
+        require(!fs::is_symlink(destination + "/" + path, isTooLong));
     require(std::distance(fs::directory_iterator(root.path("out")), {}) == 1);
     removeItem(destination);
     return 0;

@@ -144,8 +144,13 @@ void MainController::openFiles(std::vector<std::string> paths)
         return;
     }
     _state._filesToOpenByApp = paths;
-    if (_state._PagoraLaunched)
+    if (_state._PagoraLaunched) {
         keep(openHandedOver(std::move(paths)));
+        return;
+    }
+    // It is read right away: the page view comes up beside the library.
+    if (paths.size() == 1)
+        _platform.readerWindows.prepareNextWindow();
 }
 
 Task<void> MainController::openHandedOver(std::vector<std::string> paths)

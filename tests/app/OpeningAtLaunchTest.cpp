@@ -23,6 +23,22 @@ TEST(OpeningAtLaunch, OneFileIsImportedAndOpened)
     EXPECT_FALSE(program.controller->state()._filesToOpenByApp);
 }
 
+TEST(OpeningAtLaunch, ThePageViewOfOneFileIsPreparedAtOnce)
+{
+    Program program;
+    program.controller->applicationWillFinishLaunching();
+    program.controller->openFiles({ program.download("Sea.epub") });
+    EXPECT_EQ(program.readerWindows.timesPrepared, 1);
+}
+
+TEST(OpeningAtLaunch, NoPageViewIsPreparedForSeveralFiles)
+{
+    Program program;
+    program.controller->applicationWillFinishLaunching();
+    program.controller->openFiles({ program.download("Sea.epub"), program.download("Land.epub") });
+    EXPECT_EQ(program.readerWindows.timesPrepared, 0);
+}
+
 TEST(OpeningAtLaunch, AFileThatIsInTheLibraryOpensTheLastRecord)
 {
     Program program;

@@ -1,11 +1,18 @@
 #include "platform/Worker.hpp"
 
+#include <sys/resource.h>
+#include <unistd.h>
 #include <utility>
 
 namespace pagora {
 
-Worker::Worker()
-    : _thread([this] { run(); })
+namespace {
+// How much nicer a thread of low urgency is, on the kernel's scale.
+constexpr int lowUrgency = 10;
+}
+
+Worker::Worker(Urgency urgency)
+    : _thread([this, urgency] { run(urgency); })
 {
 }
 
@@ -34,8 +41,11 @@ void Worker::wait()
     _changed.wait(lock, [this] { return _queue.empty() && !_busy; });
 }
 
-void Worker::run()
+void Worker::run(Urgency urgency)
 {
+    // The kernel gives each thread a priority of its own.
+    if (const auto thread = static_cast<id_t>(gettid()); urgency == Urgency::Low)
+        setpriority(PRIO_PROCESS, thread, getpriority(PRIO_PROCESS, thread) + lowUrgency);
     std::unique_lock lock(_mutex);
     for (;;) {
         _changed.wait(lock, [this] { return _closing || !_queue.empty(); });

@@ -12,7 +12,10 @@ namespace pagora {
 // thread, but `wait` and dropping it not from its own work.
 class Worker {
 public:
-    Worker();
+    // Whether its work waits where the processors are busy.
+    enum class Urgency : bool { Usual, Low };
+
+    explicit Worker(Urgency urgency = Urgency::Usual);
     ~Worker();
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
@@ -22,7 +25,7 @@ public:
     void wait();
 
 private:
-    void run();
+    void run(Urgency urgency);
 
     std::mutex _mutex;
     std::condition_variable _changed;

@@ -40,7 +40,8 @@ private:
     CoverCache _cache { cacheCapacity };
     Glib::RefPtr<Gdk::Texture> _defaultCover;
     bool _defaultCoverIsLoaded = false;
-    std::array<Worker, 2> _workers;
+    // What is drawn from frame to frame goes first.
+    std::array<Worker, 2> _workers { Worker(Worker::Urgency::Low), Worker(Worker::Urgency::Low) };
     std::size_t _nextWorker = 0;
 };
 

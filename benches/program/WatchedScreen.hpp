@@ -46,7 +46,7 @@ public:
     void forget();
     // When the area came to look as it does once nothing was drawn for `quiet` seconds; missing when it was
     // blank for `patience`.
-    std::optional<double> shown(const Area& area, double quiet = 0.15, double patience = 20);
+    std::optional<double> shown(const Area& area, double quiet = 0.15, double patience = 90);
     // Waits until the area is no longer blank.
     void waitForPicture(const Area& area, double patience = 60);
     // Waits until nothing is drawn any more.

@@ -85,8 +85,13 @@ Task<void> BookOpening::run(BookInfoPtr book)
         showFixedReader(*book);
     _platform.libraryWindow.mainWindow().orderOut();
     auto tableOfContent = tableOfContentFrom(book->content().value_or(Value::Array {}));
-    if (!isUnpacked(book))
+    if (!isUnpacked(book)) {
+        if (_state._epubWindowController)
+            _state._epubWindowController->setLoading();
+        if (_state._fixedWindowController)
+            _state._fixedWindowController->setLoading();
         co_await unpack(book);
+    }
     if (!isPathInside(*book->epubPath(), _state.folders.tempPath))
         _platform.workspace.noteNewRecentDocumentURL(Url::file(*book->epubPath()));
 

@@ -57,6 +57,7 @@ void FixedEpubController::loadSplits(
     if (_numberOfColumns == 0)
         _numberOfColumns = 1;
     _bookSplits = std::move(splits);
+    _window.setLoading(false);
     if (_activeSplitIndex != 0 && !_bookSplits.empty())
         _activeSplitIndex = 0;
     _leavingLinks.clear();
@@ -88,6 +89,7 @@ void FixedEpubController::showLocation()
 void FixedEpubController::load(const Url& url)
 {
     _window.setPageIsMissing(false);
+    _window.setLoading(true);
     _queue.holdActions();
     _patience = _runLoop.performAfterDelay(patienceForPage, [this] { _queue.releaseActions(); });
     _window.webView().loadRequest(url);
@@ -217,6 +219,7 @@ Task<void> FixedEpubController::preparePage(DataSource source)
     if (source.load != webView.currentLoad())
         co_return;
     showPage(false);
+    _window.setLoading(false);
     _contentsPane.updateTOClinkWithKey(contentsKey(source.url), _window.mainSplitView().frame().height);
     showLocation();
     _queue.releaseActions();
@@ -292,6 +295,7 @@ Task<void> FixedEpubController::showMissingPage(DataSource source)
         showLocation();
         prepareNextPage();
     }
+    _window.setLoading(false);
     _queue.releaseActions();
 }
 

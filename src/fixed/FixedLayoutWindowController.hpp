@@ -18,6 +18,8 @@ public:
 
     Window& window() { return _window->window(); }
     WebView& webView() { return _window->webView(); }
+    // Shows that the page is on its way, until it is there or cannot be had.
+    void setLoading() { _window->setLoading(true); }
     // Null once the reading has ended.
     FixedEpubController* _fixedController() { return _controller.get(); }
     void set_fixedController(std::unique_ptr<FixedEpubController> controller) { _controller = std::move(controller); }

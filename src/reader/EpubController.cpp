@@ -100,6 +100,7 @@ void EpubController::loadSplits(
         _splitIndexDict[_bookSplits[i].lastPathComponent()] = i;
     _missingSplits.clear();
     _leavingLinks.clear();
+    _window.setLoading(false);
 
     _window.webView().setTextSizeMultiplier(_currentFontSize);
     fontSize.setFloatValue(_currentFontSize);
@@ -169,6 +170,7 @@ scripts::Layout EpubController::layout() const
 
 void EpubController::holdActions()
 {
+    _window.setLoading(true);
     _queue.holdActions();
     _loadTimeout = _runLoop.performAfterDelay(loadPatience, [this] { releaseActions(); });
 }
@@ -219,6 +221,7 @@ void EpubController::resourceDidFailLoading(const DataSource& source)
         return;
     if (_requestedSplit)
         _missingSplits.insert(*_requestedSplit);
+    _window.setLoading(false);
     releaseActions();
 }
 
@@ -281,6 +284,7 @@ Task<void> EpubController::preparePage(DataSource source)
     if (source.load != webView.currentLoad())
         co_return;
     webView.pageIsPrepared();
+    _window.setLoading(false);
     if (source.isMainResource)
         releaseActions();
 }

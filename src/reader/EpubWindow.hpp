@@ -49,6 +49,8 @@ public:
     virtual WebView& webView() = 0;
     // Says in the place of the page that there is none. A window may leave that out.
     virtual void setPageIsMissing(bool isMissing) { }
+    // Shows that the page is on its way, once that takes longer than a moment. A window may leave that out.
+    virtual void setLoading(bool isLoading) { }
     virtual TextField& locLabel() = 0;
     virtual Slider& locSlider() = 0;
 };

@@ -17,6 +17,8 @@ public:
 
     Window& window() { return _window->window(); }
     WebView& webView() { return _window->webView(); }
+    // Shows that the page is on its way, until it is there or cannot be had.
+    void setLoading() { _window->setLoading(true); }
     // Null once the reading has ended.
     EpubController* _epubController() { return _controller.get(); }
     void set_epubController(std::unique_ptr<EpubController> controller) { _controller = std::move(controller); }

@@ -152,6 +152,17 @@ TEST_F(Opening, TheReaderLoadsItsChapterOnceTheBookIsUnpacked)
     EXPECT_EQ(program.reader().webView.loads, std::vector<Url> { Url::file(unpacked("Sea/OEBPS/chapter1.xhtml")) });
 }
 
+TEST_F(Opening, TheReaderShowsThatTheBookIsOnItsWay)
+{
+    program.runLoop.holdsBackground = true;
+    program.doubleClick(0);
+    EXPECT_TRUE(program.reader().isLoading);
+    program.runLoop.finishBackground();
+    EXPECT_TRUE(program.reader().isLoading);
+    program.reader().webView.finishDocument();
+    EXPECT_FALSE(program.reader().isLoading);
+}
+
 TEST_F(Opening, TheReaderLoadsItsChapterOnceItsWindowHasItsSize)
 {
     program.readerWindows.holdsLayout = true;

@@ -357,6 +357,33 @@ TEST_F(ReaderWindowTest, InstalledFontsAreListedInOrder)
     }));
 }
 
+TEST_F(ReaderWindowTest, APageThatIsLongOnItsWayHasASign)
+{
+    makeEpubWindow();
+    auto& sign = widget<Gtk::Widget>("loadingSign");
+    epub->setLoading(true);
+    EXPECT_FALSE(sign.get_visible());
+    ASSERT_TRUE(waitUntil([&] { return sign.get_visible(); }));
+    epub->setLoading(false);
+    ASSERT_TRUE(waitUntil([&] { return !sign.get_visible(); }));
+}
+
+TEST_F(ReaderWindowTest, TheSignOfOneLoadStaysForTheNext)
+{
+    makeEpubWindow();
+    auto& sign = widget<Gtk::Widget>("loadingSign");
+    epub->setLoading(true);
+    ASSERT_TRUE(waitUntil([&] { return sign.get_visible(); }));
+    int changes = 0;
+    sign.property_visible().signal_changed().connect([&] { ++changes; });
+    epub->setLoading(false);
+    epub->setLoading(true);
+    bool isLater = false;
+    Glib::signal_idle().connect_once([&] { isLater = true; });
+    ASSERT_TRUE(waitUntil([&] { return isLater; }));
+    EXPECT_EQ(changes, 0);
+}
+
 TEST_F(ReaderWindowTest, DisplayOptionsAreShownAndHidden)
 {
     makeEpubWindow();

@@ -163,6 +163,20 @@ TEST_F(FixedNavigation, AMissingPageSaysSo)
     EXPECT_EQ(label(), "5 of 9");
 }
 
+TEST_F(FixedNavigation, APageIsOnItsWayUntilItIsThereOrFails)
+{
+    openAt(3, 9);
+    EXPECT_FALSE(parts->isLoading);
+    reader->changePage(on);
+    EXPECT_TRUE(parts->isLoading);
+    page().finishDocument();
+    EXPECT_FALSE(parts->isLoading);
+    reader->changePage(on);
+    EXPECT_TRUE(parts->isLoading);
+    page().failDocument();
+    EXPECT_FALSE(parts->isLoading);
+}
+
 TEST_F(FixedNavigation, ALinkToAMissingFileLeavesThePageThere)
 {
     openAt(3, 9);

@@ -362,6 +362,27 @@ TEST_F(ChapterLoading, AFailureReleasesTheActions)
     EXPECT_EQ(page().page.X, 800);
 }
 
+TEST_F(ChapterLoading, AChapterIsOnItsWayUntilItIsThereOrFails)
+{
+    open(3);
+    EXPECT_FALSE(parts->isLoading);
+    reader->changeChapter(chapter(1));
+    EXPECT_TRUE(parts->isLoading);
+    page().finishDocument();
+    EXPECT_FALSE(parts->isLoading);
+    reader->changeChapter(Url::file("/book/gone.xhtml"));
+    EXPECT_TRUE(parts->isLoading);
+    page().failDocument();
+    EXPECT_FALSE(parts->isLoading);
+}
+
+TEST_F(ChapterLoading, NothingIsOnItsWayInABookWithoutChapters)
+{
+    parts->isLoading = true;
+    reader->loadSplits({}, std::nullopt);
+    EXPECT_FALSE(parts->isLoading);
+}
+
 TEST_F(ChapterLoading, AFailedResourceIsOnlyLogged)
 {
     open(3);

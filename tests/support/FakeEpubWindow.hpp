@@ -73,6 +73,7 @@ struct ReaderWindowParts {
     std::vector<std::string> fontFamilies { "Cantarell", "Georgia", "Noto Sans" };
     ReaderWindowActions actions;
     bool pageIsMissing = false;
+    bool isLoading = false;
     // Whether the window still exists.
     bool open = true;
 
@@ -104,6 +105,7 @@ public:
     ColorView& bgView() override { return parts->bgView; }
     WebView& webView() override { return parts->webView; }
     void setPageIsMissing(bool isMissing) override { parts->pageIsMissing = isMissing; }
+    void setLoading(bool isLoading) override { parts->isLoading = isLoading; }
     TextField& locLabel() override { return parts->locLabel; }
     Slider& locSlider() override { return parts->locSlider; }
 

@@ -49,6 +49,7 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
     , goLeftButton(widget<Gtk::Button>("goLeftButton"), queue)
     , goRightButton(widget<Gtk::Button>("goRightButton"), queue)
     , bgView(widget<Gtk::Widget>("bgView"))
+    , loadingSign(widget<Gtk::Widget>("loadingSign"))
     , locLabel(widget<Gtk::Label>("locLabel"))
     , locSlider(widget<Gtk::Scale>("locSlider"), SliderControl::Continuous::No)
 {

@@ -5,6 +5,7 @@
 #include "platform/gtk/LabelField.hpp"
 #include "platform/gtk/SliderControl.hpp"
 #include "reader/EpubWindow.hpp"
+#include "reader/gtk/LoadingSign.hpp"
 #include "reader/gtk/NaviButton.hpp"
 #include "reader/gtk/ReaderHeader.hpp"
 #include "reader/gtk/ReaderKeys.hpp"
@@ -65,6 +66,7 @@ public:
     NaviButton goLeftButton;
     NaviButton goRightButton;
     ColorArea bgView;
+    LoadingSign loadingSign;
     LabelField locLabel;
     SliderControl locSlider;
 
@@ -98,6 +100,7 @@ public:
     Button& goRightButton() override { return _parts.goRightButton; }
     ColorView& bgView() override { return _parts.bgView; }
     WebView& webView() override { return *_parts.page.webView; }
+    void setLoading(bool isLoading) override { _parts.loadingSign.setLoading(isLoading); }
     TextField& locLabel() override { return _parts.locLabel; }
     Slider& locSlider() override { return _parts.locSlider; }
 

@@ -81,6 +81,9 @@ Task<void> MainController::finishPagoraInit()
     StartUp startUp(_platform, _state, _views, _import);
     co_await startUp.initPagoraData();
     const auto files = std::exchange(_state._filesToOpenByApp, std::nullopt).value_or(std::vector<std::string> {});
+    // One is read right away: the page view comes up while it is imported.
+    if (files.size() == 1)
+        _platform.readerWindows.prepareNextWindow();
     if (!files.empty()) {
         auto imported = _platform.runLoop.performInBackground(
             [this, files] { _import.booksFromFilesArray(files, HandedOver::Yes); });
@@ -144,13 +147,8 @@ void MainController::openFiles(std::vector<std::string> paths)
         return;
     }
     _state._filesToOpenByApp = paths;
-    if (_state._PagoraLaunched) {
+    if (_state._PagoraLaunched)
         keep(openHandedOver(std::move(paths)));
-        return;
-    }
-    // It is read right away: the page view comes up beside the library.
-    if (paths.size() == 1)
-        _platform.readerWindows.prepareNextWindow();
 }
 
 Task<void> MainController::openHandedOver(std::vector<std::string> paths)

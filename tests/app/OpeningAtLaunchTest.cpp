@@ -23,12 +23,16 @@ TEST(OpeningAtLaunch, OneFileIsImportedAndOpened)
     EXPECT_FALSE(program.controller->state()._filesToOpenByApp);
 }
 
-TEST(OpeningAtLaunch, ThePageViewOfOneFileIsPreparedAtOnce)
+TEST(OpeningAtLaunch, ThePageViewOfOneFileIsPreparedBeforeItIsImported)
 {
     Program program;
     program.controller->applicationWillFinishLaunching();
     program.controller->openFiles({ program.download("Sea.epub") });
+    program.controller->applicationDidFinishLaunching();
+    program.readerWindows.onPrepare = [&] { EXPECT_FALSE(fileExists(program.inLibrary("Sea.epub"))); };
+    program.runLoop.runTimers();
     EXPECT_EQ(program.readerWindows.timesPrepared, 1);
+    EXPECT_TRUE(fileExists(program.inLibrary("Sea.epub")));
 }
 
 TEST(OpeningAtLaunch, NoPageViewIsPreparedForSeveralFiles)
@@ -36,6 +40,8 @@ TEST(OpeningAtLaunch, NoPageViewIsPreparedForSeveralFiles)
     Program program;
     program.controller->applicationWillFinishLaunching();
     program.controller->openFiles({ program.download("Sea.epub"), program.download("Land.epub") });
+    program.controller->applicationDidFinishLaunching();
+    program.runLoop.runTimers();
     EXPECT_EQ(program.readerWindows.timesPrepared, 0);
 }
 

@@ -2,6 +2,7 @@
 #include "tests/engine/SilentServer.hpp"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace pagora::test {
 
@@ -464,6 +465,46 @@ TEST_F(PageLoadTest, AWarmViewShowsItsFirstPageLikeAnyOther)
     layOut(2);
     evaluate("window.scrollTo(800, 0);");
     EXPECT_EQ(evaluate("window.pageXOffset"), "800");
+}
+
+TEST_F(PageLoadTest, AViewThatIsStillWarmingUpShowsTheBooksPage)
+{
+    const Url page = write("chapter.xhtml", document("<p>The book</p>"));
+    for (int opening = 0; opening < 3; ++opening) {
+        embed(nullptr);
+        _engine->prepareWarmView();
+        embed(_engine->makePageView(PageKind::Columns));
+        const auto number = load(page);
+        EXPECT_EQ(evaluate("document.body.textContent"), "The book");
+        EXPECT_EQ(_delegate.count(Kind::Finished, number), 1);
+        EXPECT_EQ(_delegate.reports.front().source.url, page);
+    }
+}
+
+TEST_F(PageLoadTest, AViewWhoseEngineEndedWhileItWarmedUpShowsTheBooksPage)
+{
+    _engine->prepareWarmView();
+    auto view = _engine->makePageView(PageKind::Columns);
+    webkit_web_view_terminate_web_process(view->engineView());
+    embed(std::move(view));
+    loadDocument("<p>The book</p>");
+    EXPECT_EQ(evaluate("document.body.textContent"), "The book");
+}
+
+TEST_F(PageLoadTest, ABookIsShownAfterAllTemporaryFilesWereRemoved)
+{
+    _engine->prepareWarmView();
+    embed(_engine->makePageView(PageKind::Columns));
+    loadDocument("<p>Before</p>");
+    _engine->prepareWarmView();
+    std::filesystem::remove_all(_folder.path("books"));
+    std::filesystem::remove_all(_folder.path("caches"));
+    _book = _folder.path("books/another book");
+    std::filesystem::create_directories(_book);
+    embed(_engine->makePageView(PageKind::Columns));
+    write("picture.svg", svg);
+    loadCompletely(write("chapter.xhtml", document("<p>After</p><img src='picture.svg'/>")));
+    EXPECT_EQ(evaluate("document.body.textContent + document.images[0].naturalWidth"), "After10");
 }
 
 TEST_F(PageLoadTest, APathThatGoesUpIsLoaded)

@@ -137,11 +137,17 @@ public:
     {
         return std::make_unique<FakeReaderWindow>(newParts(fixedWindows, "fixedWin"));
     }
-    void prepareNextWindow() override { ++timesPrepared; }
+    void prepareNextWindow() override
+    {
+        ++timesPrepared;
+        if (onPrepare)
+            onPrepare();
+    }
 
     std::vector<std::shared_ptr<ReaderWindowParts>> epubWindows;
     std::vector<std::shared_ptr<ReaderWindowParts>> fixedWindows;
     int timesPrepared = 0;
+    std::function<void()> onPrepare;
     Journal* journal = nullptr;
     // Whether new windows hold the reply to `laidOut`.
     bool holdsLayout = false;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 namespace pagora {
 
@@ -43,6 +45,7 @@ struct BookFilter::Request {
 
 BookFilter::BookFilter(const std::string& folder)
     : _self(std::make_shared<BookFilter*>(this))
+    , _folder(folder)
     , _store(GObjectPtr<WebKitUserContentFilterStore>::adopt(webkit_user_content_filter_store_new(folder.c_str())))
 {
 }
@@ -74,6 +77,8 @@ std::string BookFilter::rules(const std::string& bookFolder)
 
 std::shared_ptr<void> BookFilter::compile(const std::string& bookFolder, Receiver receive)
 {
+    std::error_code ignored;
+    std::filesystem::create_directories(_folder, ignored);
     auto receiver = std::make_shared<Receiver>(std::move(receive));
     auto request = std::make_unique<Request>(Request { _self, receiver, bookFolder });
     const std::string source = rules(bookFolder);

@@ -19,7 +19,7 @@ public:
     // Receives the filter, or null when there is none to be had.
     using Receiver = std::function<void(WebKitUserContentFilter* filter)>;
 
-    // `folder` receives the compiled filters.
+    // `folder` receives the compiled filters; it is made when one is, and may be removed in between.
     explicit BookFilter(const std::string& folder);
 
     // The filter for a book's folder if it is one of those that were made last; null otherwise.
@@ -42,6 +42,7 @@ private:
     // Those of the books that were opened last, the newest first.
     std::list<std::pair<std::string, Filter>> _made;
     std::shared_ptr<BookFilter*> _self;
+    std::string _folder;
     GObjectPtr<WebKitUserContentFilterStore> _store;
 };
 

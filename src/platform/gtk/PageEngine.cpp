@@ -17,8 +17,8 @@ constexpr double carefulFrom = 0.5;
 constexpr double strictFrom = 0.75;
 constexpr double memoryInterval = 2;
 
-// Text as most books have it.
-constexpr const char* warmPage = "<body style='columns: 2; height: 600px; padding: 40px; font-family: Georgia'>"
+// Text as most books have it, laid out and not drawn.
+constexpr const char* warmPage = "<body style='columns: 2; height: 600px; font-family: Georgia; visibility: hidden'>"
                                  "<h1>The <i>first</i> page</h1><p>Some <b>words</b> of text, <i>as in a book</i>, "
                                  "with <b><i>all</i></b> of its faces.</p></body>"
                                  "<script>document.body.offsetHeight</script>";
@@ -103,7 +103,11 @@ PageEngine::PageEngine(Options options)
         webkit_web_context_add_path_to_sandbox(_context.get(), _options.booksFolder.c_str(), TRUE);
 }
 
-PageEngine::~PageEngine() = default;
+PageEngine::~PageEngine()
+{
+    if (_warmView)
+        g_signal_handlers_disconnect_by_data(_warmView.get(), this);
+}
 
 GObjectPtr<WebKitWebView> PageEngine::makeEngineView(WebKitNetworkSession* session) const
 {
@@ -126,8 +130,22 @@ std::unique_ptr<PageView> PageEngine::makePageView(PageKind kind, const PageView
         auto view = makeEngineView(webkit_web_view_get_network_session(beside->engineView()));
         return std::make_unique<PageView>(std::move(view), kind, _filter, _options.scriptTimeout);
     }
-    auto view = _warmView ? std::move(_warmView) : makeEngineView(makeSession().get());
-    return std::make_unique<PageView>(std::move(view), kind, _filter, _options.scriptTimeout);
+    if (!_warmView)
+        return std::make_unique<PageView>(makeEngineView(makeSession().get()), kind, _filter, _options.scriptTimeout);
+    g_signal_handlers_disconnect_by_data(_warmView.get(), this);
+    const auto start = _isWarm ? PageView::Start::Ready : PageView::Start::WarmingUp;
+    return std::make_unique<PageView>(std::move(_warmView), kind, _filter, _options.scriptTimeout, start);
+}
+
+void PageEngine::warmPageChanged(WebKitWebView*, WebKitLoadEvent event, PageEngine* engine)
+{
+    engine->_isWarm = event == WEBKIT_LOAD_FINISHED;
+}
+
+// It starts again with the first page of a book.
+void PageEngine::warmPageEnded(WebKitWebView*, WebKitWebProcessTerminationReason, PageEngine* engine)
+{
+    engine->_isWarm = true;
 }
 
 void PageEngine::prepareWarmView()
@@ -135,6 +153,9 @@ void PageEngine::prepareWarmView()
     if (_warmView)
         return;
     _warmView = makeEngineView(makeSession().get());
+    _isWarm = false;
+    g_signal_connect(_warmView.get(), "load-changed", G_CALLBACK(warmPageChanged), this);
+    g_signal_connect(_warmView.get(), "web-process-terminated", G_CALLBACK(warmPageEnded), this);
     // The engine's process starts with the first page, not with the view, and loads fonts for the first text in
     // columns.
     webkit_web_view_load_html(_warmView.get(), warmPage, nullptr);

@@ -32,12 +32,16 @@ public:
     void prepareWarmView();
 
 private:
+    static void warmPageChanged(WebKitWebView* view, WebKitLoadEvent event, PageEngine* engine);
+    static void warmPageEnded(WebKitWebView* view, WebKitWebProcessTerminationReason reason, PageEngine* engine);
     GObjectPtr<WebKitWebView> makeEngineView(WebKitNetworkSession* session) const;
 
     Options _options;
     GObjectPtr<WebKitWebContext> _context;
     BookFilter _filter;
     GObjectPtr<WebKitWebView> _warmView;
+    // Whether its first page is there.
+    bool _isWarm = false;
 };
 
 }

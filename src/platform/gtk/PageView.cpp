@@ -18,8 +18,10 @@ namespace {
 // How often a page that brings down the engine is loaded again, unless it has been shown for so many microseconds.
 constexpr int recoveriesPerLoad = 3;
 constexpr gint64 steadyTime = 20'000'000;
-// Seconds that each megabyte of a page may take more.
-constexpr double secondsPerMegabyte = 1.5;
+// Seconds that each megabyte of a page may take more, and how long the largest may take: laying out text in columns
+// takes one to two for each on a machine of today.
+constexpr double secondsPerMegabyte = 5;
+constexpr double longestPatience = 180;
 // How long the page may take to hear of its new size before it is reported regardless, in milliseconds.
 constexpr unsigned resizePatience = 200;
 // How long a page that is laid out may take to be painted, in milliseconds: one that nobody sees is not painted at all.
@@ -62,7 +64,7 @@ void addStyleSheet(WebKitWebView* view, const char* name)
 
 }
 
-PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout)
+PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout, Start start)
     : _view(std::move(view))
     , _kind(kind)
     , _filterMaker(filter)
@@ -72,10 +74,10 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     , _scripts(_view.get(), scriptTimeout, [this] { restartEngine(); })
     , _frame(GTK_WIDGET(_view.get()))
     , _spoken(_view.get())
-    , _isWarmingUp(webkit_web_view_is_loading(_view.get()))
+    , _isWarmingUp(start == Start::WarmingUp)
     , _self(std::make_shared<PageView*>(this))
 {
-    // The blank page with which the engine is warmed up is not for anybody's eyes.
+    // The page with which the engine is warmed up is not for anybody's eyes.
     coverUnprepared();
     addStyleSheet(_view.get(), kind == PageKind::Columns ? "page.css" : "fixed-page.css");
     _frame.setResizeHandler([this] { frameDidChange(); });
@@ -152,7 +154,8 @@ void PageView::begin(const Url& url)
     _target = asTheEngineSpells(target->text());
     std::error_code unknown;
     const auto bytes = isFile ? std::filesystem::file_size(target->path(), unknown) : 0;
-    _patience = _timeout + (unknown ? 0 : secondsPerMegabyte * static_cast<double>(bytes) / 1e6);
+    const double more = unknown ? 0 : secondsPerMegabyte * static_cast<double>(bytes) / 1e6;
+    _patience = std::max(_timeout, std::min(_timeout + more, longestPatience));
     _scripts.setTimeout(_patience);
     coverUntilPrepared();
     _stage = Stage::Waiting;

@@ -24,7 +24,10 @@ class PageView final : public WebView {
 public:
     // `scriptTimeout`, in seconds, is how long a script may take, a page to begin, and a fixed page's images to come;
     // longer for large pages.
-    PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout);
+    // Whether the engine is about to load a page of its own, which comes before everything else.
+    enum class Start : bool { Ready, WarmingUp };
+    PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout,
+        Start start = Start::Ready);
     ~PageView() override;
 
     // For the window that shows it.
@@ -61,8 +64,8 @@ public:
     void makeFirstResponder() override;
 
 private:
-    // `Waiting`: for the filter or the blank page; `Starting`: asked for, not begun by the engine; `Shown`: begun, so
-    // that the engine's events are this load's.
+    // `Waiting`: for the filter or the page that warms the engine up; `Starting`: asked for, not begun by the engine;
+    // `Shown`: begun, so that the engine's events are this load's.
     enum class Stage { Idle, Waiting, Starting, Shown };
 
     void connectEngine();
@@ -119,7 +122,7 @@ private:
 
     std::string _bookFolder;
     std::shared_ptr<void> _filterRequest;
-    // Whether the engine is still about the blank page with which it was warmed up.
+    // Whether the engine is still about the page with which it is warmed up.
     bool _isWarmingUp;
     bool _filterFailed = false;
     Stage _stage = Stage::Idle;

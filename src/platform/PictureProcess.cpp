@@ -136,7 +136,7 @@ int decodePictureHere(int count, char** arguments)
     if (!image)
         return EXIT_FAILURE;
     auto* const pixbuf = image->pixbuf();
-    const auto rowBytes = static_cast<std::size_t>(gdk_pixbuf_get_width(pixbuf) * gdk_pixbuf_get_n_channels(pixbuf));
+    const auto rowBytes = std::size_t(gdk_pixbuf_get_width(pixbuf)) * std::size_t(gdk_pixbuf_get_n_channels(pixbuf));
     const Header header { image->size().width, image->size().height, gdk_pixbuf_get_width(pixbuf),
         gdk_pixbuf_get_height(pixbuf), gdk_pixbuf_get_has_alpha(pixbuf) ? 1 : 0, 0 };
     bool written = writeAll(STDOUT_FILENO, { reinterpret_cast<const char*>(&header), sizeof header });

@@ -26,11 +26,16 @@ Glib::ustring withoutAccessKey(const Glib::ustring& label)
     return name;
 }
 
-// The widget tells that it could have the focus, and that it cannot.
-void introduce(Gtk::Widget& widget)
+// The widget tells that it could have the focus, and that it cannot. A window that is still being mapped would be told
+// of before it knows what it is.
+void introduceSoon(Gtk::Widget& widget)
 {
-    widget.set_focusable(true);
-    widget.set_focusable(false);
+    const auto introduce = +[](gpointer widget) -> gboolean {
+        gtk_widget_set_focusable(GTK_WIDGET(widget), TRUE);
+        gtk_widget_set_focusable(GTK_WIDGET(widget), FALSE);
+        return G_SOURCE_REMOVE;
+    };
+    g_idle_add_full(G_PRIORITY_DEFAULT, introduce, g_object_ref(widget.gobj()), g_object_unref);
 }
 
 }
@@ -64,7 +69,7 @@ void tellOfChanges(Gtk::Widget& root)
 {
     const auto role = root.get_accessible_role();
     if (role == Gtk::Accessible::Role::STATUS || role == Gtk::Accessible::Role::PROGRESS_BAR)
-        root.signal_map().connect([&root] { introduce(root); });
+        root.signal_map().connect([&root] { introduceSoon(root); });
     for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
         tellOfChanges(*child);
 }

@@ -1,6 +1,7 @@
 #include "platform/SpareFiles.hpp"
 
 #include "platform/Files.hpp"
+#include "platform/Path.hpp"
 
 #include <cerrno>
 #include <cstdio>
@@ -38,7 +39,7 @@ void SpareFiles::putAway(const std::string& path)
         return;
     if (S_ISDIR(info.st_mode)) {
         for (const auto& name : folderEntries(path).value_or(std::vector<std::string> {}))
-            putAway(path + "/" + name);
+            putAway(appendingPathComponent(path, name));
         if (_folders.size() < mostFolders && folderEntries(path) == std::vector<std::string> {} && keep(path, _folders))
             return;
     } else if (S_ISREG(info.st_mode) && info.st_nlink == 1 && info.st_size <= largestFile && _files.size() < mostFiles

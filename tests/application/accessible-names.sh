@@ -18,6 +18,12 @@ sees() {
     unnamed=$(timeout 300 /usr/bin/python3 "$tests/accessible-names.py" "$pictures/$1.txt")
     grep -q "^frame | " "$pictures/$1.txt" && grep -q "^ *${2:-}" "$pictures/$1.txt"
 }
+# only_page NAME: no other page than this one is met in the window of the fixed pages.
+only_page() {
+    local pages
+    pages=$(grep "document text" "$pictures/fixed.txt" | sed 's/^ *document text | \(.*\) | .*/\1/')
+    [ "$pages" = "$1" ] || fail "the pages are: $pages"
+}
 key() { xdotool key "$@"; }
 
 start
@@ -83,6 +89,11 @@ program=
 start "$HOME/fixed.epub"
 within 60 window_is "Pagora - Six Views"
 look fixed "slider | Location in the book"
+# The page that is made ready for the next turn is met when it is turned to.
+only_page "Six Views, The hill"
+key Right
+look fixed "document text | Six Views, The lake | focused"
+only_page "Six Views, The lake"
 key ctrl+w
 within 20 window_is Pagora
 key ctrl+q

@@ -146,6 +146,8 @@ protected:
         settlePage();
     }
 
+    bool pressInWindow(guint key) { return press(_window->parts().window.window().gobj(), key); }
+
     Window& window() { return _controller->window(); }
     WebView& webView() { return _controller->webView(); }
     FixedEpubController& reader() { return *_controller->_fixedController(); }
@@ -298,6 +300,34 @@ TEST_F(FixedReadingTest, APageIsNeverSeenUnscaled)
     EXPECT_TRUE(waitUntil([&] { return webView().isHidden(); }));
     settlePage();
     blueIsSeenOnly("after a link");
+}
+
+TEST_F(FixedReadingTest, AFieldInThePageGetsItsKeys)
+{
+    open({ write("page1.xhtml", page("<input id='field'/>")), write("page2.xhtml", page("")) });
+    const auto takesKeys = [this] { return _window->parts().page.takesKeys(); };
+    evaluate("document.getElementById('field').focus()");
+    ASSERT_TRUE(waitUntil(takesKeys));
+    EXPECT_FALSE(pressInWindow(GDK_KEY_Right));
+    evaluate("document.getElementById('field').blur()");
+    ASSERT_TRUE(waitUntil([&] { return !takesKeys(); }));
+    EXPECT_TRUE(pressInWindow(GDK_KEY_Right));
+    EXPECT_TRUE(waitUntil([&] { return label() == "2 of 2"; }));
+}
+
+TEST_F(FixedReadingTest, AFieldInAPageThatWasReadyGetsItsKeys)
+{
+    open({ write("page1.xhtml", page("")), write("page2.xhtml", page("<input id='field'/>")) });
+    const auto takesKeys = [this] { return _window->parts().page.takesKeys(); };
+    waitForNextPage();
+    turn(1);
+    EXPECT_FALSE(takesKeys());
+    evaluate("document.getElementById('field').focus()");
+    ASSERT_TRUE(waitUntil(takesKeys));
+    EXPECT_FALSE(pressInWindow(GDK_KEY_Left));
+    turn(0);
+    EXPECT_FALSE(takesKeys());
+    EXPECT_TRUE(pressInWindow(GDK_KEY_Right));
 }
 
 TEST_F(FixedReadingTest, FastTurnsEndOnTheirPage)

@@ -21,19 +21,26 @@ std::function<void(Arguments...)> both(
     };
 }
 
+// Whether assistive technology meets the page.
+void setPresent(Gtk::Widget& page, bool isPresent)
+{
+    gtk_accessible_update_state(GTK_ACCESSIBLE(page.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN, !isPresent, -1);
+}
+
 }
 
 PreparedPagesGtk::PreparedPagesGtk(ReaderPage shown, ReaderPage spare)
     : PreparedPages(std::move(shown.webView), std::move(spare.webView))
-    , _widgets { shown.widget, spare.widget }
+    , _sides { { shown.widget, shown.takesKeys }, { spare.widget, spare.takesKeys } }
 {
-    _place.set_child(*_widgets[0]);
-    _place.add_overlay(*_widgets[1]);
+    _place.set_child(*_sides[0].widget);
+    _place.add_overlay(*_sides[1].widget);
+    setPresent(*_sides[1].widget, false);
 }
 
 PreparedPagesGtk::~PreparedPagesGtk()
 {
-    _place.remove_overlay(*_widgets[1]);
+    _place.remove_overlay(*_sides[1].widget);
     _place.unset_child();
 }
 
@@ -44,8 +51,12 @@ ReaderPage PreparedPagesGtk::make(ReaderPage shown, ReaderPage spare)
     const auto nameMayHaveChanged = both(shown.nameMayHaveChanged, spare.nameMayHaveChanged);
     const auto setNotice = both(shown.setNotice, spare.setNotice);
     auto pages = std::make_unique<PreparedPagesGtk>(std::move(shown), std::move(spare));
-    auto* const place = &pages->_place;
-    ReaderPage parts { std::move(pages), place, setFlickHandler };
+    auto* const made = pages.get();
+    ReaderPage parts { std::move(pages), &made->_place, setFlickHandler };
+    parts.takesKeys = [&pages = *made] {
+        const auto& takesKeys = pages._sides[pages._shown].takesKeys;
+        return takesKeys && takesKeys();
+    };
     parts.setNamer = setNamer;
     parts.nameMayHaveChanged = nameMayHaveChanged;
     parts.setNotice = setNotice;
@@ -54,11 +65,16 @@ ReaderPage PreparedPagesGtk::make(ReaderPage shown, ReaderPage spare)
 
 void PreparedPagesGtk::didExchange(std::size_t shown)
 {
+    _shown = shown;
+    auto& page = *_sides[shown].widget;
+    auto& spare = *_sides[1 - shown].widget;
+    setPresent(page, true);
     // The keyboard goes with the page.
     const auto* const window = dynamic_cast<Gtk::Window*>(_place.get_root());
     const auto* const focus = window ? window->get_focus() : nullptr;
-    if (focus && focus->is_ancestor(*_widgets[1 - shown]))
+    if (focus && focus->is_ancestor(spare))
         makeFirstResponder();
+    setPresent(spare, false);
 }
 
 }

@@ -19,8 +19,15 @@ public:
 private:
     void didExchange(std::size_t shown) override;
 
+    struct Side {
+        Gtk::Widget* widget;
+        std::function<bool()> takesKeys;
+    };
+
     Gtk::Overlay _place;
-    Gtk::Widget* _widgets[2];
+    Side _sides[2];
+    // The one that is shown, in the order given.
+    std::size_t _shown = 0;
 };
 
 }

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Walks everything that assistive technology sees of the program and says which controls have no name, one a line:
-accessible-names.py FILE. The whole tree, each with its role, name and states, is written to the file."""
+"""Walks everything that assistive technology sees of the program and says which controls have no name and what is called by
+the name of a class, one a line: accessible-names.py FILE. The whole tree, each with its role, name and states, is written to
+the file."""
 
 import re
 import sys
@@ -20,8 +21,8 @@ CONTROLS = {
 }
 # Nothing that a person acts on is within these.
 LEAVES = {"label", "image", "separator", "scroll bar", "slider", "menu item"}
-# What the toolkit calls a thing that nobody has named.
-TYPE_NAME = re.compile(r"(gtkmm__)?(Gtk|Pagora|WebKit)[A-Z]\w*|_\d+")
+# What the toolkit calls a thing that nobody has named. It keeps the window of its tooltips to itself.
+TYPE_NAME = re.compile(r"(?!GtkTooltipWindow)(gtkmm__)?(Gtk|Pagora|WebKit|CustomObject)[A-Z_]\w*|_\d+")
 tree = open(sys.argv[1], "w", encoding="utf-8")
 
 
@@ -34,7 +35,7 @@ def walk(parent, trail):
         # Each question is a message to the program and back: only controls are asked for their states.
         states = child.get_state_set().get_states() if role in CONTROLS else []
         tree.write("  " * len(trail) + f"{role} | {name} | {' '.join(state.value_nick for state in states)}\n")
-        if role in CONTROLS and (not name or TYPE_NAME.fullmatch(name)):
+        if (role in CONTROLS and not name) or TYPE_NAME.fullmatch(name):
             print(" > ".join(trail + [role]))
         if role not in LEAVES:
             walk(child, trail + [f"{role} “{name}”" if name else role])

@@ -119,6 +119,7 @@ void LibraryDialogs::showAbout()
         _about->set_logo_icon_name(PAGORA_IDENTIFIER);
         _about->set_license_type(Gtk::License::GPL_3_0);
         _about->set_copyright("© 2026 Pagora contributors");
+        leaveUnnamed(*_about);
         nameToolkitControls(*_about, _about->get_title());
         keepFocusFromTexts(*_about);
     }

@@ -87,6 +87,7 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
     for (auto* const window : { static_cast<Gtk::Window*>(_windows.main.get()), _windows.error.get(),
              _windows.settings.get(), _windows.indicator.get() }) {
         _monitor.watch(*window);
+        leaveUnnamed(*window);
         correctAccessibleNames(*window);
         tellOfChanges(*window);
     }

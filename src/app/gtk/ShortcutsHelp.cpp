@@ -47,6 +47,7 @@ void ShortcutsHelp::showOver(Gtk::Window* parent, const char* section)
         _window.reset(layout->get_widget<Gtk::ShortcutsWindow>("shortcuts"));
         _window->add_css_class("pagora");
         _window->set_hide_on_close(true);
+        leaveUnnamed(*_window);
         nameToolkitControls(*_window, _("Keyboard Shortcuts"));
     }
     if (parent)

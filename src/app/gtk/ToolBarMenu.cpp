@@ -37,6 +37,7 @@ ToolBarMenu::ToolBarMenu(Gtk::Widget& toolBar)
 {
     addActions();
     rebuild();
+    leaveUnnamed(_popover);
     setAccessibleName(_popover, _("View"));
     _popover.set_parent(toolBar);
     _popover.set_has_arrow(false);

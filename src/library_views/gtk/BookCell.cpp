@@ -104,6 +104,7 @@ BookCell::BookCell(CoverLoader& loader)
     : _cover(loader, CoverLoader::coverSize)
 {
     add_css_class("book");
+    g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_GROUP, nullptr);
     set_halign(Gtk::Align::CENTER);
 
     _title.add_css_class("title");

@@ -38,6 +38,7 @@ void BookPopover::popUp(const BookMenu& menu, const Gdk::Rectangle& place)
     _parent.insert_action_group("book", actions);
     dropPopover();
     _popover = std::make_unique<Gtk::PopoverMenu>(model);
+    leaveUnnamed(*_popover);
     setAccessibleName(*_popover, _("Books"));
     _popover->set_parent(_parent);
     _popover->set_has_arrow(false);

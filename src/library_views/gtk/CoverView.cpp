@@ -33,6 +33,8 @@ CoverView::CoverView(Size box)
     : _box(box)
 {
     add_css_class("cover");
+    // What it belongs to is named.
+    g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
     set_halign(Gtk::Align::CENTER);
     set_valign(Gtk::Align::CENTER);
 }

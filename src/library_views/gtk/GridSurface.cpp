@@ -1,6 +1,7 @@
 #include "library_views/gtk/GridSurface.hpp"
 
 #include "library_views/gtk/BookCell.hpp"
+#include "platform/gtk/AccessibleNames.hpp"
 
 #include <glibmm/main.h>
 
@@ -25,6 +26,7 @@ GridSurface::GridSurface(ArrayController& books, CoverLoader& loader)
     _bookCollectionView->set_factory(makeFactory<BookCell>([&loader] { return Gtk::make_managed<BookCell>(loader); }));
     _bookCollectionView->set_model(sharedSelection());
     _bookCollectionView->signal_activate().connect([this](guint position) { activate(position); });
+    leaveUnnamed(*_imageView);
     watchInput(*_bookCollectionView, *_bookCollectionView);
 
     // The view keeps cells for thirty rows of as many columns as it may have, so it may have only those that fit.

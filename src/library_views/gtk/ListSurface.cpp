@@ -52,6 +52,15 @@ ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
     column("identifierColumn")->set_factory(texts(&BookInfo::isbn, "identifier"));
     _bookTable->set_model(sharedSelection());
     _bookTable->signal_activate().connect([this](guint position) { activate(position); });
+    leaveUnnamed(*_tableView);
+    auto& header = *_bookTable->get_first_child();
+    setAccessibleName(header, {});
+    auto* title = header.get_first_child();
+    for (const auto* const id : { "coverColumn", "titleColumn", "authorColumn", "identifierColumn" }) {
+        const auto name = column(id)->get_title();
+        setAccessibleName(*title, name.empty() ? CoverCell::spokenName() : name);
+        title = title->get_next_sibling();
+    }
     setAccessibleName(*_bookTable->get_last_child(), _("Books"));
     watchInput(*_bookTable, *_bookTable->get_last_child());
 }

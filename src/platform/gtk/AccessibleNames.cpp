@@ -5,6 +5,7 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/dropdown.h>
 #include <gtkmm/image.h>
+#include <gtkmm/label.h>
 #include <gtkmm/menubutton.h>
 #include <gtkmm/popover.h>
 #include <gtkmm/searchentry.h>
@@ -63,6 +64,24 @@ void correctAccessibleNames(Gtk::Widget& root)
     }
     for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
         correctAccessibleNames(*child);
+}
+
+void leaveUnnamed(Gtk::Widget& root)
+{
+    if (GTK_IS_STACK(root.gobj())) {
+        g_autoptr(GtkSelectionModel) pages = gtk_stack_get_pages(GTK_STACK(root.gobj()));
+        for (guint i = 0; i < g_list_model_get_n_items(G_LIST_MODEL(pages)); ++i) {
+            g_autoptr(GtkAccessible) page = GTK_ACCESSIBLE(g_list_model_get_item(G_LIST_MODEL(pages), i));
+            gtk_accessible_update_property(page, GTK_ACCESSIBLE_PROPERTY_LABEL, "", -1);
+        }
+    }
+    const auto role = gtk_accessible_get_accessible_role(GTK_ACCESSIBLE(root.gobj()));
+    const auto* const label = dynamic_cast<Gtk::Label*>(&root);
+    const bool saysNothing = label && role == GTK_ACCESSIBLE_ROLE_LABEL && label->get_text().empty();
+    if (role == GTK_ACCESSIBLE_ROLE_WIDGET || role == GTK_ACCESSIBLE_ROLE_SCROLLBAR || saysNothing)
+        setAccessibleName(root, {});
+    for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
+        leaveUnnamed(*child);
 }
 
 void tellOfChanges(Gtk::Widget& root)

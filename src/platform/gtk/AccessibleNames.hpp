@@ -11,6 +11,11 @@ void setAccessibleName(Gtk::Widget& widget, const Glib::ustring& name);
 // a name, and a menu and the button in a drop-down are called by the tooltip of what they belong to.
 void correctAccessibleNames(Gtk::Widget& root);
 
+// Leaves what has nothing to be called by without a name, where the toolkit would give it that of its class: parts
+// without a role, scroll bars, pages of stacks and empty texts. Before the parts have names of their own, and before
+// they are shown.
+void leaveUnnamed(Gtk::Widget& root);
+
 // Lets assistive technology hear what becomes of the status texts and progress bars in a window or view, from when they
 // are shown: the toolkit tells only of widgets that have been asked for or have told of their focus.
 void tellOfChanges(Gtk::Widget& root);

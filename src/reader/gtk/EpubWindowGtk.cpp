@@ -23,6 +23,7 @@ EpubWindowGtk::EpubWindowGtk(ReaderPage page)
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
     auto& panel = _parts.widget<Gtk::Popover>("displayOptions");
+    leaveUnnamed(panel);
     correctAccessibleNames(panel);
     setAccessibleName(panel, _("Display options"));
     _parts.watchKeys(panel);

@@ -66,6 +66,7 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
     }
     if (page.nameMayHaveChanged)
         tocView.setLinksChanged(page.nameMayHaveChanged);
+    leaveUnnamed(*_window);
     tellOfChanges(*_window);
     connectHeader();
     watchKeys(*_window);

@@ -220,7 +220,8 @@ Task<void> FixedEpubController::preparePage(DataSource source)
         co_return;
     showPage(false);
     _window.setLoading(false);
-    _contentsPane.updateTOClinkWithKey(contentsKey(source.url), _window.mainSplitView().frame().height);
+    _contentsPane.updateTOClinkWithKey(
+        contentsKey(source.url), _window.mainSplitView().frame().height / _window.webView().pixelSize());
     showLocation();
     _queue.releaseActions();
     prepareNextPage();

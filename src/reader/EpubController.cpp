@@ -271,7 +271,8 @@ Task<void> EpubController::preparePage(DataSource source)
     if (webView.isHidden())
         webView.setHidden(false);
     if (!_lastAnchor)
-        _contentsPane.updateTOClinkWithKey(contentsKey(url), _window.mainSplitView().frame().height);
+        _contentsPane.updateTOClinkWithKey(
+            contentsKey(url), _window.mainSplitView().frame().height / _window.webView().pixelSize());
 
     // The page may have gone elsewhere by itself.
     if (source.load != webView.currentLoad() || lost != _lostPages)

@@ -4,6 +4,7 @@
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/gestureclick.h>
+#include <gtkmm/settings.h>
 #include <gtkmm/window.h>
 
 namespace pagora::test {
@@ -124,6 +125,22 @@ TEST_F(TocViewTest, LinksLieOneBelowTheOther)
     EXPECT_EQ(toc.linkAt(19)->tag(), 0);
     EXPECT_EQ(toc.linkAt(20)->tag(), 1);
     EXPECT_EQ(toc.linkAt(119)->tag(), 5);
+}
+
+TEST_F(TocViewTest, LinksGrowWhereTheDesktopEnlargesText)
+{
+    const auto settings = Gtk::Settings::get_default();
+    const int before = settings->property_gtk_xft_dpi();
+    settings->property_gtk_xft_dpi() = 96 * 1024 * 3 / 2;
+    load(50);
+    EXPECT_TRUE(waitUntil([&] { return isLaidOut() && clip.get_vadjustment()->get_upper() == 1500; }));
+    EXPECT_EQ(toc.frame().height, 1000);
+    EXPECT_EQ(toc.clipHeight(), 200);
+    EXPECT_EQ(toc.linkAt(29)->tag(), 0);
+    EXPECT_EQ(toc.linkAt(30)->tag(), 1);
+    toc.scrollToPoint(0, 400);
+    EXPECT_EQ(scrolled(), (1000 - 400) * 1.5 - 300);
+    settings->property_gtk_xft_dpi() = before;
 }
 
 TEST_F(TocViewTest, ThereIsNoLinkBelowTheLast)

@@ -1,6 +1,7 @@
 #include "platform/gtk/PageView.hpp"
 
 #include "platform/gtk/PageFile.hpp"
+#include "platform/gtk/TextScale.hpp"
 
 #include <giomm/resource.h>
 #include <glibmm/main.h>
@@ -26,15 +27,6 @@ constexpr double longestPatience = 180;
 constexpr unsigned resizePatience = 200;
 // How long a page that is laid out may take to be painted, in milliseconds: one that nobody sees is not painted at all.
 constexpr unsigned paintPatience = 2000;
-
-// How much larger than usual the desktop wants text. The engine enlarges the whole page by it, so that fewer of the
-// page's own pixels are in view.
-double textScale()
-{
-    constexpr double usual = 96.0 * 1024;
-    const int dpi = Gtk::Settings::get_default()->property_gtk_xft_dpi();
-    return dpi > 0 ? dpi / usual : 1;
-}
 
 std::string withoutFragment(const std::string& uri)
 {
@@ -382,6 +374,7 @@ Rect PageView::frame() const
 
 double PageView::pixelSize() const
 {
+    // The engine enlarges the whole page with the text, so that fewer of the page's own pixels are in view.
     return textScale();
 }
 

@@ -1,11 +1,13 @@
 #include "reader/gtk/TocRow.hpp"
 
 #include "platform/gtk/DisplayText.hpp"
+#include "platform/gtk/TextScale.hpp"
 #include "reader/tocLinkTextField.hpp"
 
 #include <gtkmm/snapshot.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace pagora {
 
@@ -46,11 +48,16 @@ void TocRow::setLink(const tocLinkTextField* link)
     queue_draw();
 }
 
+int TocRow::rowHeight()
+{
+    return static_cast<int>(std::lround(tocLinkTextField::height * textScale()));
+}
+
 void TocRow::measure_vfunc(
     Gtk::Orientation orientation, int, int& minimum, int& natural, int& minimumBaseline, int& naturalBaseline) const
 {
     minimumBaseline = naturalBaseline = -1;
-    minimum = natural = orientation == Gtk::Orientation::VERTICAL ? static_cast<int>(tocLinkTextField::height) : 0;
+    minimum = natural = orientation == Gtk::Orientation::VERTICAL ? rowHeight() : 0;
 }
 
 void TocRow::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
@@ -62,7 +69,7 @@ void TocRow::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
     if (_link->backgroundColor().alpha > 0)
         snapshot->append_color(rgba(_link->backgroundColor()), Gdk::Rectangle(0, 0, width, height));
 
-    const double indent = std::max(0.0, _link->firstLineHeadIndent());
+    const double indent = std::max(0.0, _link->firstLineHeadIndent() * textScale());
     const double room = width - indent - endInset;
     if (room <= 0)
         return;

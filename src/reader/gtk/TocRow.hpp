@@ -11,6 +11,8 @@ class TocRow : public Gtk::Widget {
 public:
     TocRow();
 
+    // In pixels, of which a point has more where the desktop enlarges text.
+    static int rowHeight();
     // The link must outlive its being shown.
     void setLink(const tocLinkTextField* link);
     const tocLinkTextField* link() const { return _link; }

@@ -24,6 +24,12 @@ namespace {
 constexpr gint64 typingPause = 1'000'000;
 constexpr std::size_t longestLabel = 1'000;
 
+// How many pixels a point of the contents has.
+double pixelsInPoint()
+{
+    return TocRow::rowHeight() / tocLinkTextField::height;
+}
+
 }
 
 TocViewGtk::TocViewGtk(Gtk::ListView& list, Gtk::ScrolledWindow& clip, ActionQueue& queue)
@@ -178,12 +184,12 @@ std::string TocViewGtk::activeTitle() const
 
 Rect TocViewGtk::frame() const
 {
-    return { 0, 0, static_cast<double>(_clip.get_width()), _height.value_or(clipHeight()) };
+    return { 0, 0, _clip.get_width() / pixelsInPoint(), _height.value_or(clipHeight()) };
 }
 
 double TocViewGtk::clipHeight() const
 {
-    return _clip.get_height();
+    return _clip.get_height() / pixelsInPoint();
 }
 
 void TocViewGtk::removeAllSubviews()
@@ -227,7 +233,7 @@ tocLinkTextField* TocViewGtk::linkWithTag(std::int64_t tag) const
 tocLinkTextField* TocViewGtk::linkAt(double y) const
 {
     const double fromTop = y + _clip.get_vadjustment()->get_value();
-    return linkWithTag(static_cast<std::int64_t>(std::floor(fromTop / tocLinkTextField::height)));
+    return linkWithTag(static_cast<std::int64_t>(std::floor(fromTop / TocRow::rowHeight())));
 }
 
 void TocViewGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
@@ -287,11 +293,11 @@ void TocViewGtk::scrollToPoint(double, double y)
 void TocViewGtk::scrollWherePending()
 {
     const auto scroll = _clip.get_vadjustment();
-    const double rows = _links.size() * tocLinkTextField::height;
+    const double rows = static_cast<double>(_links.size()) * TocRow::rowHeight();
     const bool isLaidOut = scroll->get_page_size() > 0 && scroll->get_upper() >= rows;
     if (!_pendingBottom || !isLaidOut)
         return;
-    const double top = frame().height - *_pendingBottom - scroll->get_page_size();
+    const double top = (frame().height - *_pendingBottom) * pixelsInPoint() - scroll->get_page_size();
     _pendingBottom.reset();
     scroll->set_value(std::clamp(top, 0.0, std::max(0.0, scroll->get_upper() - scroll->get_page_size())));
 }

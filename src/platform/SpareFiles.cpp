@@ -29,7 +29,7 @@ void SpareFiles::makeEmptyFolder(const std::string& folder)
         return;
     }
     for (const auto& name : *entries)
-        putAway(folder + "/" + name);
+        putAway(appendingPathComponent(folder, name));
 }
 
 void SpareFiles::putAway(const std::string& path)

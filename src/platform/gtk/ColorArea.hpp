@@ -9,7 +9,7 @@
 namespace pagora {
 
 // A widget of a layout whose whole area is filled with one colour, white until another is set. Main thread.
-class ColorArea : public ColorView, public WidgetControl {
+class ColorArea final : public ColorView, public WidgetControl {
 public:
     explicit ColorArea(Gtk::Widget& area);
     ~ColorArea() override;

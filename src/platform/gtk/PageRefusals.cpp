@@ -1,5 +1,7 @@
 #include "platform/gtk/PageRefusals.hpp"
 
+#include <initializer_list>
+
 namespace pagora {
 
 namespace {

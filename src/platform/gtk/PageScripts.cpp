@@ -45,8 +45,9 @@ std::pair<Reply<std::string>, std::unique_ptr<PageScripts::Call>> PageScripts::e
     // What is called may end the timer that holds this, or the page view.
     const auto giveUp = [owner = std::weak_ptr<PageScripts*>(_self), number] {
         const auto late = number;
-        const auto self = owner;
-        if (const auto scripts = self.lock()) {
+        std::weak_ptr<PageScripts*> self;
+        if (const auto scripts = owner.lock()) {
+            self = scripts;
             const auto onTimeout = (*scripts)->_onTimeout;
             onTimeout();
         }

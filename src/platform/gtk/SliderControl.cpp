@@ -1,5 +1,6 @@
 #include "platform/gtk/SliderControl.hpp"
 
+#include <gtkmm/adjustment.h>
 #include <gtkmm/eventcontrollerlegacy.h>
 
 #include <algorithm>

@@ -2,11 +2,13 @@
 
 #include "platform/Translation.hpp"
 #include "platform/gtk/DisplayText.hpp"
+#include "platform/gtk/TextScale.hpp"
 
 #include <gtkmm/stylecontext.h>
 #include <gtkmm/tooltip.h>
 
 #include <algorithm>
+#include <cmath>
 #include <pango/pangocairo.h>
 #include <vector>
 
@@ -131,6 +133,12 @@ BookCell::~BookCell()
     letGoOfParts();
 }
 
+int BookCell::width()
+{
+    constexpr double usual = 138;
+    return static_cast<int>(std::lround(usual * (1 + std::max(1.0, textScale())) / 2));
+}
+
 std::array<Gtk::Widget*, 3> BookCell::parts()
 {
     return { &_cover, &_title, &_author };
@@ -149,7 +157,7 @@ void BookCell::measure_vfunc(
 {
     constexpr int coverHeight = static_cast<int>(CoverLoader::coverSize.height);
     minimum = natural = orientation == Gtk::Orientation::HORIZONTAL
-        ? width
+        ? width()
         : coverHeight + heightOf(_title, titleLines) + heightOf(_author, 1);
     minimumBaseline = naturalBaseline = -1;
 }

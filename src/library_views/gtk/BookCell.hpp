@@ -36,8 +36,8 @@ private:
 // follows from the fonts alone, so that a book that comes into it costs each text one layout. Main thread.
 class BookCell : public Gtk::Widget {
 public:
-    // The width of a cell without its margins, in points.
-    static constexpr int width = 138;
+    // The width of a cell without its margins, in points: more where the desktop enlarges text, though not by as much.
+    static int width();
 
     explicit BookCell(CoverLoader& loader);
     ~BookCell() override;

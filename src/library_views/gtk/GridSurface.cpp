@@ -4,6 +4,7 @@
 #include "platform/gtk/AccessibleNames.hpp"
 
 #include <glibmm/main.h>
+#include <gtkmm/adjustment.h>
 
 #include <algorithm>
 
@@ -11,8 +12,8 @@ namespace pagora {
 
 namespace {
 
-// A cell with the space that the style sheet puts around it, in points.
-constexpr int columnWidth = BookCell::width + 24;
+// The space that the style sheet puts around a cell, in points.
+constexpr int cellMargins = 24;
 
 }
 
@@ -54,7 +55,7 @@ void GridSurface::fitColumns()
     const int width = static_cast<int>(_scroller->get_hadjustment()->get_page_size());
     if (width <= 0)
         return;
-    const auto columns = static_cast<guint>(std::clamp(width / columnWidth, 1, 30));
+    const auto columns = static_cast<guint>(std::clamp(width / (BookCell::width() + cellMargins), 1, 30));
     if (columns != _bookCollectionView->get_max_columns())
         _bookCollectionView->set_max_columns(columns);
 }

@@ -3,14 +3,21 @@
 #include "library_views/gtk/BookCell.hpp"
 #include "platform/Translation.hpp"
 #include "platform/gtk/AccessibleNames.hpp"
+#include "platform/gtk/TextScale.hpp"
 
 #include <gtkmm/columnviewcolumn.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace pagora {
 
 namespace {
 
 constexpr Size smallCover { 28, 40 };
+// The width of a column, in points, and what the longest of the usual identifiers takes with its margins.
+constexpr double identifierWidth = 220;
+constexpr double thirteenDigits = 130;
 
 using Text = const std::optional<std::string>& (BookInfo::*)() const;
 
@@ -50,6 +57,8 @@ ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
     column("titleColumn")->set_factory(texts(&BookInfo::title, "title"));
     column("authorColumn")->set_factory(texts(&BookInfo::author, "author"));
     column("identifierColumn")->set_factory(texts(&BookInfo::isbn, "identifier"));
+    column("identifierColumn")
+        ->set_fixed_width(static_cast<int>(std::lround(std::max(identifierWidth, thirteenDigits * textScale()))));
     _bookTable->set_model(sharedSelection());
     _bookTable->signal_activate().connect([this](guint position) { activate(position); });
     leaveUnnamed(*_tableView);

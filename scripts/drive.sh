@@ -53,6 +53,16 @@ catalogue() { stored BookData | python3 -c "import json, sys; books = json.load(
 ended() { ! kill -0 "$program" 2>/dev/null; }
 window_is() { [ "$(xdotool getactivewindow getwindowname)" = "$1" ]; }
 
+# From now on the program is laid out from right to left: it speaks Hebrew, in which all of its own texts are English.
+mirror() {
+    local mirrored=$HOME/mirrored
+    mkdir -p "$mirrored/translations/he/LC_MESSAGES"
+    cp "$programs"/pagora "$programs"/pagora-* "$mirrored"
+    msgen "$here/../po/pagora.pot" | msgfmt -o "$mirrored/translations/he/LC_MESSAGES/pagora.mo" -
+    programs=$mirrored
+    export LANGUAGE=he
+}
+
 # The middle of the screen, where a reader has its page and nothing else is ever drawn.
 page_now() { import -window root -crop 500x400+330+120 -depth 8 rgb:- | sha1sum; }
 page_is_drawn() { [ "$(import -window root -crop 500x400+330+120 -format %k info:)" -gt 20 ]; }

@@ -289,6 +289,20 @@ TEST_F(ReaderWindowTest, PageButtonsKeepTheirSidesInAnInterfaceFromRightToLeft)
     Gtk::Widget::set_default_direction(Gtk::TextDirection::LTR);
 }
 
+TEST_F(ReaderWindowTest, LocationGoesWithThePagesInAnInterfaceFromRightToLeft)
+{
+    Gtk::Widget::set_default_direction(Gtk::TextDirection::RTL);
+    makeEpubWindow();
+    epub->locLabel().setStringValue("0 %");
+    epub->parts().window.makeKeyAndOrderFront();
+    auto& slider = widget<Gtk::Scale>("locSlider");
+    auto& label = widget<Gtk::Label>("locLabel");
+    EXPECT_TRUE(waitUntil([&] { return label.get_allocation().get_x() > slider.get_allocation().get_width(); }));
+    EXPECT_EQ(slider.get_direction(), Gtk::TextDirection::LTR);
+    EXPECT_LT(label.get_layout()->index_to_pos(0).get_x(), label.get_layout()->index_to_pos(2).get_x());
+    Gtk::Widget::set_default_direction(Gtk::TextDirection::LTR);
+}
+
 TEST_F(ReaderWindowTest, TextSizeStartsInTheMiddleOfItsRange)
 {
     makeEpubWindow();

@@ -11,7 +11,11 @@
 #include <gtkmm/overlay.h>
 #include <gtkmm/popover.h>
 #include <gtkmm/range.h>
+#include <gtkmm/scale.h>
 #include <gtkmm/textview.h>
+#include <gtkmm/togglebutton.h>
+
+#include <initializer_list>
 
 namespace pagora {
 
@@ -24,6 +28,15 @@ Glib::RefPtr<Gtk::Builder> buildLayout(const std::string& name)
 {
     loadReaderStyle();
     return Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/" + name + ".ui");
+}
+
+// Where an interface runs from right to left, the contents are to the left of the page all the same, and the location
+// goes the way of the pages.
+void keepSides(Gtk::Scale& slider, Gtk::Label& label, Gtk::ToggleButton& contents)
+{
+    for (auto* const part :
+        std::initializer_list<Gtk::Widget*> { slider.get_parent(), &slider, &label, contents.get_child() })
+        part->set_direction(Gtk::TextDirection::LTR);
 }
 
 template <typename Kind>
@@ -66,6 +79,8 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
     }
     if (page.nameMayHaveChanged)
         tocView.setLinksChanged(page.nameMayHaveChanged);
+    keepSides(
+        widget<Gtk::Scale>("locSlider"), widget<Gtk::Label>("locLabel"), widget<Gtk::ToggleButton>("contentsButton"));
     leaveUnnamed(*_window);
     tellOfChanges(*_window);
     connectHeader();

@@ -4,6 +4,7 @@
 #include "reader/gtk/TocRow.hpp"
 #include "reader/tocLinkTextField.hpp"
 
+#include <gtkmm/adjustment.h>
 #include <gtkmm/eventcontrollerfocus.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollermotion.h>

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <pangomm/fontfamily.h>
+#include <utility>
 
 namespace pagora {
 
@@ -50,21 +51,18 @@ EpubWindowGtk::~EpubWindowGtk()
 
 std::vector<std::string> EpubWindowGtk::availableFontFamilies() const
 {
-    struct Family {
-        std::string key;
-        std::string name;
-        auto operator<=>(const Family&) const = default;
-    };
-    std::vector<Family> families;
+    // Each after what it is sorted by.
+    std::vector<std::pair<std::string, std::string>> families;
     for (const auto& family : _parts.widget<Gtk::Widget>("stage").get_pango_context()->list_families()) {
         const auto name = family->get_name();
-        families.push_back({ name.casefold_collate_key(), name });
+        families.emplace_back(name.casefold_collate_key(), name);
     }
     // The map of fonts has no order of its own.
     std::sort(families.begin(), families.end());
     std::vector<std::string> names;
-    for (auto& family : families)
-        names.push_back(std::move(family.name));
+    names.reserve(families.size());
+    for (auto& [key, name] : families)
+        names.push_back(std::move(name));
     return names;
 }
 

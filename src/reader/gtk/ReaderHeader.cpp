@@ -40,9 +40,9 @@ ReaderHeader::~ReaderHeader()
     _window.remove_controller(_pointer);
 }
 
-void ReaderHeader::connect(Gtk::Button& button, std::function<void()> action)
+void ReaderHeader::connect(Gtk::Button& button, const std::function<void()>& action)
 {
-    _connections.push_back(button.signal_clicked().connect(std::move(action)));
+    _connections.push_back(button.signal_clicked().connect(action));
 }
 
 void ReaderHeader::setFullScreen(bool isFullScreen)

@@ -20,9 +20,9 @@ public:
     ReaderHeader(const ReaderHeader&) = delete;
     ReaderHeader& operator=(const ReaderHeader&) = delete;
 
-    void setLibraryAction(std::function<void()> action) { connect(_library, std::move(action)); }
-    void setContentsAction(std::function<void()> action) { connect(_contents, std::move(action)); }
-    void setFullScreenAction(std::function<void()> action) { connect(_fullScreen, std::move(action)); }
+    void setLibraryAction(const std::function<void()>& action) { connect(_library, action); }
+    void setContentsAction(const std::function<void()>& action) { connect(_contents, action); }
+    void setFullScreenAction(const std::function<void()>& action) { connect(_fullScreen, action); }
 
     void setContentsShown(bool shown) { _contents.set_active(shown); }
     bool isContentsShown() const { return _contents.get_active(); }
@@ -31,7 +31,7 @@ public:
     bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
 
 private:
-    void connect(Gtk::Button& button, std::function<void()> action);
+    void connect(Gtk::Button& button, const std::function<void()>& action);
     // Points from the window's top edge.
     void pointerIsAt(double y);
 

@@ -9,7 +9,7 @@ namespace pagora {
 void loadReaderStyle()
 {
     static const auto style = [] {
-        const auto provider = Gtk::CssProvider::create();
+        auto provider = Gtk::CssProvider::create();
         provider->load_from_resource("/org/pagora/Pagora/reader.css");
         Gtk::StyleContext::add_provider_for_display(
             Gdk::Display::get_default(), provider, GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);

@@ -81,7 +81,8 @@ void TocRow::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
     int textWidth = 0;
     int textHeight = 0;
     layout->get_pixel_size(textWidth, textHeight);
-    const graphene_point_t place { static_cast<float>(indent), static_cast<float>((height - textHeight) / 2) };
+    const int top = (height - textHeight) / 2;
+    const graphene_point_t place { static_cast<float>(indent), static_cast<float>(top) };
     gtk_snapshot_save(snapshot->gobj());
     gtk_snapshot_translate(snapshot->gobj(), &place);
     snapshot->append_layout(layout, rgba(_link->textColor()));

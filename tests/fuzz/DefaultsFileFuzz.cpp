@@ -1,9 +1,10 @@
 #include "platform/DefaultsFile.hpp"
 #include "platform/DefaultsIndex.hpp"
-#include "platform/Files.hpp"
 #include "platform/Json.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+
+#include <cstdio>
 
 using namespace pagora;
 
@@ -21,7 +22,10 @@ public:
     std::string path() const { return _folder.path("store"); }
     std::string write(std::string_view bytes)
     {
-        test::require(writeFile(path(), std::string(bytes)));
+        // Over the bytes of the last one, which is faster than a file of its own.
+        std::FILE* file = std::fopen(path().c_str(), "we");
+        test::require(
+            file && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fclose(file) == 0);
         return path();
     }
 

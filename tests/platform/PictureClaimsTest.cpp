@@ -10,7 +10,7 @@ namespace pagora {
 
 namespace {
 
-std::string low(std::uint32_t number, int count)
+std::string low(std::uint64_t number, int count)
 {
     std::string bytes;
     for (int i = 0; i < count; ++i)

@@ -158,6 +158,17 @@ TEST_F(ReaderWindowTest, PageHasTheFocusAfterOpening)
     EXPECT_TRUE(waitUntil([&] { return webView->timesFocused > 0; }));
 }
 
+TEST_F(ReaderWindowTest, WhatHasTheKeyboardStaysMarked)
+{
+    makeEpubWindow();
+    window().present();
+    ASSERT_TRUE(waitUntil([&] { return window().get_mapped(); }));
+    window().set_focus_visible(true);
+    // As the toolkit does after a while.
+    window().set_focus_visible(false);
+    EXPECT_TRUE(waitUntil([&] { return window().get_focus_visible(); }));
+}
+
 TEST_F(ReaderWindowTest, PageTakesAllTheWidthWithoutContents)
 {
     makeEpubWindow();

@@ -2,6 +2,7 @@
 
 #include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/DisplayText.hpp"
+#include "platform/gtk/FocusMark.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
@@ -16,6 +17,7 @@ AlertWindow::AlertWindow(Gtk::Window& parent, const std::string& message, const 
     , _window(_layout->get_widget<Gtk::Window>("alert"))
     , _answered(std::move(answered))
 {
+    keepFocusMarked(*_window);
     _window->set_transient_for(parent);
     setText("message", message);
     setText("informativeText", informativeText);

@@ -3,6 +3,7 @@
 #include "platform/Translation.hpp"
 #include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/DisplayText.hpp"
+#include "platform/gtk/FocusMark.hpp"
 
 #include <gtkmm/dialog.h>
 #include <gtkmm/filefilter.h>
@@ -119,6 +120,7 @@ void LibraryDialogs::showAbout()
         _about->set_logo_icon_name(PAGORA_IDENTIFIER);
         _about->set_license_type(Gtk::License::GPL_3_0);
         _about->set_copyright("© 2026 Pagora contributors");
+        keepFocusMarked(*_about);
         leaveUnnamed(*_about);
         nameToolkitControls(*_about, _about->get_title());
         keepFocusFromTexts(*_about);

@@ -3,6 +3,7 @@
 #include "library_views/gtk/GridSurface.hpp"
 #include "library_views/gtk/ListSurface.hpp"
 #include "platform/gtk/AccessibleNames.hpp"
+#include "platform/gtk/FocusMark.hpp"
 #include "platform/gtk/StyleSheet.hpp"
 
 #include <giomm/simpleactiongroup.h>
@@ -87,6 +88,7 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
     for (auto* const window : { static_cast<Gtk::Window*>(_windows.main.get()), _windows.error.get(),
              _windows.settings.get(), _windows.indicator.get() }) {
         _monitor.watch(*window);
+        keepFocusMarked(*window);
         leaveUnnamed(*window);
         correctAccessibleNames(*window);
         tellOfChanges(*window);

@@ -2,6 +2,7 @@
 
 #include "platform/Translation.hpp"
 #include "platform/gtk/AccessibleNames.hpp"
+#include "platform/gtk/FocusMark.hpp"
 
 #include <gtkmm/builder.h>
 #include <gtkmm/shortcut.h>
@@ -47,6 +48,7 @@ void ShortcutsHelp::showOver(Gtk::Window* parent, const char* section)
         _window.reset(layout->get_widget<Gtk::ShortcutsWindow>("shortcuts"));
         _window->add_css_class("pagora");
         _window->set_hide_on_close(true);
+        keepFocusMarked(*_window);
         leaveUnnamed(*_window);
         nameToolkitControls(*_window, _("Keyboard Shortcuts"));
     }

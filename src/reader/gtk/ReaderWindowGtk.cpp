@@ -2,6 +2,7 @@
 
 #include "platform/Translation.hpp"
 #include "platform/gtk/AccessibleNames.hpp"
+#include "platform/gtk/FocusMark.hpp"
 #include "reader/gtk/ReaderStyle.hpp"
 
 #include <gtkmm/dropdown.h>
@@ -81,6 +82,7 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
         tocView.setLinksChanged(page.nameMayHaveChanged);
     keepSides(
         widget<Gtk::Scale>("locSlider"), widget<Gtk::Label>("locLabel"), widget<Gtk::ToggleButton>("contentsButton"));
+    keepFocusMarked(*_window);
     leaveUnnamed(*_window);
     tellOfChanges(*_window);
     connectHeader();

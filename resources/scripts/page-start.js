@@ -3,6 +3,11 @@
 // positions count from the start of the strip in reading direction, and nobody but the reader moves the page.
 //
 // What the page may shadow by naming its elements is taken from the prototypes.
+
+// What the program says of a page, by a script that runs after this one: the number of its load, whether the reader lays
+// it out, and in how many columns. The page with which the engine is warmed up has none.
+var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
+
 (function () {
     'use strict';
 

@@ -491,6 +491,18 @@ TEST_F(PageLoadTest, AViewWhoseEngineEndedWhileItWarmedUpShowsTheBooksPage)
     EXPECT_EQ(evaluate("document.body.textContent"), "The book");
 }
 
+TEST_F(PageLoadTest, AViewThatNeverGetsWarmShowsTheBooksPage)
+{
+    auto cold = _engine->makePageView(PageKind::Columns);
+    auto engineView = GObjectPtr<WebKitWebView>::share(cold->engineView());
+    cold.reset();
+    BookFilter filter(_folder.path("filters"));
+    embed(std::make_unique<PageView>(std::move(engineView), PageKind::Columns, filter, 2, PageView::Start::WarmingUp));
+    loadDocument("<p>The book</p>");
+    EXPECT_EQ(evaluate("document.body.textContent"), "The book");
+    embed(nullptr);
+}
+
 TEST_F(PageLoadTest, ABookIsShownAfterAllTemporaryFilesWereRemoved)
 {
     _engine->prepareWarmView();

@@ -1,5 +1,8 @@
 #include "platform/gtk/PageEngine.hpp"
 
+#include "platform/Files.hpp"
+#include "platform/Resource.hpp"
+#include "platform/Url.hpp"
 #include "platform/gtk/PageMemoryWatch.hpp"
 #include "platform/gtk/PageRefusals.hpp"
 
@@ -16,12 +19,6 @@ constexpr guint pageMemoryLimit = 1536;
 constexpr double carefulFrom = 0.5;
 constexpr double strictFrom = 0.75;
 constexpr double memoryInterval = 2;
-
-// Text as most books have it, laid out and not drawn.
-constexpr const char* warmPage = "<body style='columns: 2; height: 600px; font-family: Georgia; visibility: hidden'>"
-                                 "<h1>The <i>first</i> page</h1><p>Some <b>words</b> of text, <i>as in a book</i>, "
-                                 "with <b><i>all</i></b> of its faces.</p></body>"
-                                 "<script>document.body.offsetHeight</script>";
 
 GObjectPtr<WebKitWebContext> makeContext()
 {
@@ -65,15 +62,11 @@ GObjectPtr<WebKitSettings> makeSettings()
 
 void addScript(WebKitUserContentManager* content, const char* name, WebKitUserScriptInjectionTime time)
 {
-    const auto path = std::string("/org/pagora/Pagora/scripts/") + name;
-    GBytes* text = g_resources_lookup_data(path.c_str(), G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
-    if (!text)
-        g_error("resource %s is missing", path.c_str());
-    auto* script = webkit_user_script_new_for_world(static_cast<const char*>(g_bytes_get_data(text, nullptr)),
-        WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, time, pageWorld, nullptr, nullptr);
+    const auto text = resourceBytes(std::string("/org/pagora/Pagora/scripts/") + name).value();
+    auto* script = webkit_user_script_new_for_world(
+        text.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, time, pageWorld, nullptr, nullptr);
     webkit_user_content_manager_add_script(content, script);
     webkit_user_script_unref(script);
-    g_bytes_unref(text);
 }
 
 void cancelDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer)
@@ -156,9 +149,13 @@ void PageEngine::prepareWarmView()
     _isWarm = false;
     g_signal_connect(_warmView.get(), "load-changed", G_CALLBACK(warmPageChanged), this);
     g_signal_connect(_warmView.get(), "web-process-terminated", G_CALLBACK(warmPageEnded), this);
-    // The engine's process starts with the first page, not with the view, and loads fonts for the first text in
-    // columns.
-    webkit_web_view_load_html(_warmView.get(), warmPage, nullptr);
+    // The engine's processes start with the first page, not with the view. That page is a file, as those of books are:
+    // much of what the first one takes is done only once, to read it, to find its fonts, to run the reader's scripts.
+    const std::string page = _options.cachesFolder + "/warm-page.xhtml";
+    std::error_code ignored;
+    std::filesystem::create_directories(_options.cachesFolder, ignored);
+    writeFile(page, resourceBytes("/org/pagora/Pagora/warm-page.xhtml").value());
+    webkit_web_view_load_uri(_warmView.get(), Url::file(page).text().c_str());
 }
 
 }

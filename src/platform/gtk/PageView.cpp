@@ -1,9 +1,9 @@
 #include "platform/gtk/PageView.hpp"
 
+#include "platform/Resource.hpp"
 #include "platform/gtk/PageFile.hpp"
 #include "platform/gtk/TextScale.hpp"
 
-#include <giomm/resource.h>
 #include <glibmm/main.h>
 #include <gtkmm/settings.h>
 
@@ -43,15 +43,11 @@ std::string asTheEngineSpells(const std::string& uri)
 
 void addStyleSheet(WebKitWebView* view, const char* name)
 {
-    const auto path = std::string("/org/pagora/Pagora/") + name;
-    GBytes* text = g_resources_lookup_data(path.c_str(), G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
-    if (!text)
-        g_error("resource %s is missing", path.c_str());
-    auto* sheet = webkit_user_style_sheet_new(static_cast<const char*>(g_bytes_get_data(text, nullptr)),
-        WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
+    const auto text = resourceBytes(std::string("/org/pagora/Pagora/") + name).value();
+    auto* sheet = webkit_user_style_sheet_new(
+        text.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
     webkit_user_content_manager_add_style_sheet(webkit_web_view_get_user_content_manager(view), sheet);
     webkit_user_style_sheet_unref(sheet);
-    g_bytes_unref(text);
 }
 
 }
@@ -151,7 +147,20 @@ void PageView::begin(const Url& url)
     _scripts.setTimeout(_patience);
     coverUntilPrepared();
     _stage = Stage::Waiting;
+    if (_isWarmingUp)
+        warmUpNoLongerThan(_timeout);
     startWhenReady();
+}
+
+void PageView::warmUpNoLongerThan(double seconds)
+{
+    _loadTimer = Glib::signal_timeout().connect(
+        [this] {
+            _isWarmingUp = false;
+            startWhenReady();
+            return false;
+        },
+        static_cast<unsigned>(seconds * 1000));
 }
 
 void PageView::startWhenReady()

@@ -70,6 +70,7 @@ private:
 
     void connectEngine();
     void begin(const Url& url);
+    void warmUpNoLongerThan(double seconds);
     void startWhenReady();
     void start();
     void loadFresh();

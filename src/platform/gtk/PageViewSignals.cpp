@@ -153,8 +153,9 @@ bool PageView::isPageOfTarget() const
 
 void PageView::loadFailed(const char* uri, const GError* error)
 {
-    // A load that makes way for another one.
-    if (g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
+    // A load that makes way for another one; the page that warms the engine up is none of the book's, whose filter may
+    // refuse it.
+    if (_isWarmingUp || g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
         return;
     if (_stage == Stage::Starting) {
         _stage = Stage::Idle;
@@ -189,6 +190,8 @@ void PageView::resourceEnded(WebKitWebResource* resource, std::uint64_t load, bo
 
 bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type)
 {
+    if (_isWarmingUp)
+        return true;
     auto* navigation
         = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
@@ -210,6 +213,8 @@ bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDeci
 
 bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
 {
+    if (_isWarmingUp)
+        return true;
     const bool isPage = webkit_response_policy_decision_is_main_frame_main_resource(decision);
     const bool isReadAgain = isPage && _isForgiven && _stage == Stage::Starting;
     if (auto* delegate = _reports.delegate(); delegate && !isReadAgain) {

@@ -1,12 +1,12 @@
 #include "platform/gtk/PageEngine.hpp"
 
-#include "platform/Files.hpp"
 #include "platform/Resource.hpp"
 #include "platform/Url.hpp"
 #include "platform/gtk/PageMemoryWatch.hpp"
 #include "platform/gtk/PageRefusals.hpp"
 
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 
 namespace pagora {
@@ -154,7 +154,8 @@ void PageEngine::prepareWarmView()
     const std::string page = _options.cachesFolder + "/warm-page.xhtml";
     std::error_code ignored;
     std::filesystem::create_directories(_options.cachesFolder, ignored);
-    writeFile(page, resourceBytes("/org/pagora/Pagora/warm-page.xhtml").value());
+    // Not for keeps, so without waiting for the disk.
+    std::ofstream(page) << resourceBytes("/org/pagora/Pagora/warm-page.xhtml").value();
     webkit_web_view_load_uri(_warmView.get(), Url::file(page).text().c_str());
 }
 

@@ -1,6 +1,7 @@
 // Measures the program as a person meets it: real keys and clicks, and when the screen shows what they ask for.
 // bench-display FOLDER NAME... prints "NAME VALUE" lines. Needs a display of at least 1280 by 860.
 
+#include "AwakeProcessors.hpp"
 #include "Program.hpp"
 #include "WatchedScreen.hpp"
 
@@ -293,6 +294,7 @@ int main(int count, char** arguments)
     const auto isWanted = [&](const std::string& start) {
         return std::any_of(names.begin(), names.end(), [&](const auto& name) { return name.rfind(start, 0) == 0; });
     };
+    const AwakeProcessors awake;
     const Program windowManager("openbox", { "--sm-disable" });
     WatchedScreen screen;
     std::map<std::string, double> values;

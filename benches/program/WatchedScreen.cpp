@@ -8,8 +8,12 @@
 #include <iostream>
 #include <poll.h>
 #include <set>
+#include <span>
 #include <string_view>
+#include <sys/ipc.h>
+#include <sys/shm.h>
 #include <thread>
+#include <utility>
 
 namespace pagora::bench {
 
@@ -47,8 +51,58 @@ WatchedScreen::WatchedScreen()
     // Windows come and go while they are looked at.
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     _root = DefaultRootWindow(_display.get());
+    shareMemory();
     XDamageCreate(_display.get(), _root, XDamageReportRawRectangles);
     XSync(_display.get(), False);
+}
+
+WatchedScreen::~WatchedScreen()
+{
+    XShmDetach(_display.get(), &_shared);
+    shmdt(_shared.shmaddr);
+}
+
+// As much as the whole screen takes.
+void WatchedScreen::shareMemory()
+{
+    const int screen = DefaultScreen(_display.get());
+    const auto pixelCount = static_cast<std::size_t>(DisplayWidth(_display.get(), screen))
+        * static_cast<std::size_t>(DisplayHeight(_display.get(), screen));
+    _shared.shmid = shmget(IPC_PRIVATE, pixelCount * sizeof(std::uint32_t), IPC_CREAT | 0600);
+    void* const memory = _shared.shmid < 0 ? nullptr : shmat(_shared.shmid, nullptr, 0);
+    if (!memory || memory == reinterpret_cast<void*>(-1) || !XShmQueryExtension(_display.get()))
+        fail("the display shares no memory");
+    _shared.shmaddr = static_cast<char*>(memory);
+    XShmAttach(_display.get(), &_shared);
+    XSync(_display.get(), False);
+    // It goes with the last of the two that have it.
+    shmctl(_shared.shmid, IPC_RMID, nullptr);
+}
+
+// Holds what the shared memory held last.
+struct WatchedScreen::Picture {
+    std::unique_ptr<XImage, int (*)(XImage*)> image;
+
+    // Row by row.
+    std::span<const std::uint32_t> pixels() const
+    {
+        return { reinterpret_cast<const std::uint32_t*>(image->data),
+            static_cast<std::size_t>(image->width) * static_cast<std::size_t>(image->height) };
+    }
+};
+
+WatchedScreen::Picture WatchedScreen::take(const Area& area)
+{
+    const int screen = DefaultScreen(_display.get());
+    const auto release = [](XImage* image) { return XDestroyImage(image); };
+    Picture picture { { XShmCreateImage(_display.get(), DefaultVisual(_display.get(), screen),
+                            static_cast<unsigned>(DefaultDepth(_display.get(), screen)), ZPixmap, _shared.shmaddr,
+                            &_shared, static_cast<unsigned>(area.width), static_cast<unsigned>(area.height)),
+        release } };
+    if (!picture.image || picture.image->bits_per_pixel != 32
+        || !XShmGetImage(_display.get(), _root, picture.image.get(), area.x, area.y, AllPlanes))
+        fail("the screen cannot be read");
+    return picture;
 }
 
 void WatchedScreen::pointAt(int x, int y)
@@ -233,42 +287,27 @@ void WatchedScreen::settle(double quiet)
         ;
 }
 
+// A number for what the area looks like; missing where it is blank.
 std::optional<std::size_t> WatchedScreen::look(const Area& area)
 {
-    XImage* image = XGetImage(_display.get(), _root, area.x, area.y, static_cast<unsigned>(area.width),
-        static_cast<unsigned>(area.height), AllPlanes, ZPixmap);
-    if (!image)
-        fail("the screen cannot be read");
-    const std::string_view bytes(image->data, static_cast<std::size_t>(image->bytes_per_line * image->height));
-    const auto picture = std::hash<std::string_view>()(bytes);
+    const auto picture = take(area);
+    const auto pixels = picture.pixels();
     std::set<std::uint32_t> colors;
-    const auto* pixels = reinterpret_cast<const std::uint32_t*>(image->data);
-    for (std::size_t i = 0; i < bytes.size() / 4 && colors.size() < fewestColors; ++i)
-        colors.insert(pixels[i]);
-    XDestroyImage(image);
-    if (colors.size() < fewestColors)
-        return std::nullopt;
-    return picture;
-}
-
-std::vector<std::uint32_t> WatchedScreen::pixels(const Area& area)
-{
-    std::vector<std::uint32_t> found;
-    XImage* image = XGetImage(_display.get(), _root, area.x, area.y, static_cast<unsigned>(area.width),
-        static_cast<unsigned>(area.height), AllPlanes, ZPixmap);
-    if (!image)
-        fail("the screen cannot be read");
-    for (int y = 0; y < area.height; ++y)
-        for (int x = 0; x < area.width; ++x)
-            found.push_back(static_cast<std::uint32_t>(XGetPixel(image, x, y)));
-    XDestroyImage(image);
-    return found;
+    std::uint32_t last = ~pixels.front();
+    for (const auto pixel : pixels) {
+        if (std::exchange(last, pixel) == pixel)
+            continue;
+        colors.insert(pixel);
+        if (colors.size() == fewestColors)
+            return std::hash<std::string_view>()({ reinterpret_cast<const char*>(pixels.data()), pixels.size_bytes() });
+    }
+    return std::nullopt;
 }
 
 std::size_t WatchedScreen::colors(const Area& area)
 {
-    const auto all = pixels(area);
-    return std::set<std::uint32_t>(all.begin(), all.end()).size();
+    const auto picture = take(area);
+    return std::set<std::uint32_t>(picture.pixels().begin(), picture.pixels().end()).size();
 }
 
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <X11/Xlib.h>
+#include <X11/extensions/XShm.h>
 #include <X11/keysym.h>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace pagora::bench {
 
@@ -28,6 +28,9 @@ double now();
 class WatchedScreen {
 public:
     WatchedScreen();
+    ~WatchedScreen();
+    WatchedScreen(const WatchedScreen&) = delete;
+    WatchedScreen& operator=(const WatchedScreen&) = delete;
 
     void pointAt(int x, int y);
     // Each returns the time just before the last press.
@@ -52,12 +55,14 @@ public:
     // Waits until nothing is drawn any more.
     void settle(double quiet = 0.4);
 
-    // The pixels, row by row.
-    std::vector<std::uint32_t> pixels(const Area& area);
     // How many colours there are on a grid of points: few where nothing is shown.
     std::size_t colors(const Area& area);
 
 private:
+    struct Picture;
+
+    void shareMemory();
+    Picture take(const Area& area);
     std::optional<Area> nextDrawing(double deadline);
     std::string activeTitle();
     bool isPlaced(Window window, const Area& area);
@@ -66,6 +71,8 @@ private:
     std::unique_ptr<Display, int (*)(Display*)> _display;
     Window _root;
     int _damageEvent = 0;
+    // Into which the server writes pictures of the screen: sent through a socket, they take from what is measured.
+    XShmSegmentInfo _shared {};
 };
 
 }

@@ -4,6 +4,7 @@
 #include "platform/gtk/LabelField.hpp"
 #include "platform/gtk/ProgressControl.hpp"
 #include "platform/gtk/SegmentedSwitch.hpp"
+#include "platform/gtk/Tooltip.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/box.h>
@@ -40,6 +41,16 @@ struct Segments {
     Gtk::ToggleButton second;
 };
 
+}
+
+TEST_F(Controls, TooltipIsAskedForWhenThePointerRests)
+{
+    Gtk::Label label;
+    Glib::ustring text = "The whole text";
+    showOnHover(label, [&text] { return text; });
+    EXPECT_TRUE(showsTooltip(label));
+    text = "";
+    EXPECT_FALSE(showsTooltip(label));
 }
 
 TEST_F(Controls, HiddenControlIsNotVisible)

@@ -127,6 +127,15 @@ TEST_F(TocViewTest, LinksLieOneBelowTheOther)
     EXPECT_EQ(toc.linkAt(119)->tag(), 5);
 }
 
+TEST_F(TocViewTest, LinksAreShownWholeOnHover)
+{
+    load(3, 1);
+    ASSERT_TRUE(isLaidOut());
+    auto* const first = list.get_first_child();
+    EXPECT_TRUE(showsTooltip(*first->get_first_child()));
+    EXPECT_FALSE(showsTooltip(*first->get_next_sibling()->get_first_child()));
+}
+
 TEST_F(TocViewTest, LinksGrowWhereTheDesktopEnlargesText)
 {
     const auto settings = Gtk::Settings::get_default();

@@ -2,7 +2,7 @@
 
 #include "catalogue/BookInfo.hpp"
 
-#include <gtk/gtk.h>
+#include <gtkmm/widget.h>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -50,6 +50,15 @@ protected:
                 g_signal_emit_by_name(each, "key-pressed", keyval, 0u, state, &taken);
         }
         return taken;
+    }
+
+    // Whether the widget shows a tooltip where the pointer rests on it.
+    static bool showsTooltip(Gtk::Widget& widget)
+    {
+        gboolean shows = FALSE;
+        g_autoptr(GtkTooltip) tooltip = GTK_TOOLTIP(g_object_new(GTK_TYPE_TOOLTIP, nullptr));
+        g_signal_emit_by_name(widget.gobj(), "query-tooltip", 0, 0, FALSE, tooltip, &shows);
+        return shows;
     }
 
     // Books with the titles "Title 0", "Title 1", …

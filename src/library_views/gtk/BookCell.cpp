@@ -3,9 +3,9 @@
 #include "platform/Translation.hpp"
 #include "platform/gtk/DisplayText.hpp"
 #include "platform/gtk/TextScale.hpp"
+#include "platform/gtk/Tooltip.hpp"
 
 #include <gtkmm/stylecontext.h>
-#include <gtkmm/tooltip.h>
 
 #include <algorithm>
 #include <cmath>
@@ -72,15 +72,7 @@ Glib::ustring spokenBook(const BookInfo& book)
 
 void showWholeTextOnHover(Gtk::Label& label)
 {
-    label.set_has_tooltip(true);
-    label.signal_query_tooltip().connect(
-        [&label](int, int, bool, const Glib::RefPtr<Gtk::Tooltip>& tooltip) {
-            if (!label.get_layout()->is_ellipsized())
-                return false;
-            tooltip->set_text(label.get_text());
-            return true;
-        },
-        false);
+    showOnHover(label, [&label] { return label.get_layout()->is_ellipsized() ? label.get_text() : Glib::ustring(); });
 }
 
 CoverCell::CoverCell(CoverLoader& loader, Size box)

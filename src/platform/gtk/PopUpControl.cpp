@@ -1,6 +1,7 @@
 #include "platform/gtk/PopUpControl.hpp"
 
 #include "platform/gtk/DisplayText.hpp"
+#include "platform/gtk/Tooltip.hpp"
 
 #include <glibmm/main.h>
 #include <gtkmm/expression.h>
@@ -34,6 +35,7 @@ Glib::RefPtr<Gtk::ListItemFactory> makeRows(bool titlesAreFonts)
         row->add(*title, "title");
         row->add(*Gtk::make_managed<Gtk::Separator>(), "separator");
         item->set_child(*row);
+        showOnHover(*row, [title] { return title->get_text(); });
     });
     rows->signal_bind().connect([titlesAreFonts](const Glib::RefPtr<Gtk::ListItem>& item) {
         const auto string = std::dynamic_pointer_cast<Gtk::StringObject>(item->get_item());
@@ -43,7 +45,6 @@ Glib::RefPtr<Gtk::ListItemFactory> makeRows(bool titlesAreFonts)
             return;
         const auto text = string->get_string();
         title->set_text(text);
-        row->set_tooltip_text(text);
         if (titlesAreFonts) {
             Pango::AttrList attributes;
             auto family = Pango::Attribute::create_attr_family(text);

@@ -2,6 +2,7 @@
 
 #include "platform/gtk/DisplayText.hpp"
 #include "platform/gtk/TextScale.hpp"
+#include "platform/gtk/Tooltip.hpp"
 #include "reader/tocLinkTextField.hpp"
 
 #include <gtkmm/snapshot.h>
@@ -35,12 +36,12 @@ TocRow::TocRow()
     set_direction(Gtk::TextDirection::LTR);
     // The list's item around it has the role and the name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
+    showOnHover(*this, [this] { return _link ? displayText(_link->toolTip(), longestText) : Glib::ustring(); });
 }
 
 void TocRow::setLink(const tocLinkTextField* link)
 {
     _link = link;
-    set_tooltip_text(link ? displayText(link->toolTip(), longestText) : Glib::ustring());
     if (link)
         set_cursor("pointer");
     else

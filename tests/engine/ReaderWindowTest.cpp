@@ -4,7 +4,9 @@
 #include "tests/support/FakeWebView.hpp"
 
 #include <gtkmm/drawingarea.h>
+#include <gtkmm/dropdown.h>
 #include <gtkmm/revealer.h>
+#include <gtkmm/stack.h>
 
 #include <algorithm>
 
@@ -90,6 +92,32 @@ TEST_F(ReaderWindowTest, TitleBarOfFullScreenTakesAtMostAFifthOfASecond)
     EXPECT_LE(widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
     FixedWindowGtk fixed(makePage());
     EXPECT_LE(fixed.parts().widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
+}
+
+TEST_F(ReaderWindowTest, AWindowWhoseWidgetsWereMadeAheadIsThatWindow)
+{
+    ReaderLayout layout(EpubWindowGtk::layoutName);
+    const auto* const ahead = &layout.window();
+    EXPECT_FALSE(ahead->get_visible());
+    epub = std::make_unique<EpubWindowGtk>(makePage(), std::move(layout));
+    EXPECT_EQ(&window(), ahead);
+    int turned = 0;
+    ReaderWindowActions actions;
+    actions.changePage = [&turned](int) { ++turned; };
+    epub->setActions(std::move(actions));
+    window().present();
+    press(GDK_KEY_Right);
+    EXPECT_TRUE(waitUntil([&] { return turned == 1; }));
+}
+
+TEST_F(ReaderWindowTest, WidgetsThatWereMadeAheadInVainGoWithTheirWindow)
+{
+    const auto before = Gtk::Window::list_toplevels().size();
+    {
+        const ReaderLayout layout(EpubWindowGtk::layoutName);
+        EXPECT_GT(Gtk::Window::list_toplevels().size(), before);
+    }
+    EXPECT_EQ(Gtk::Window::list_toplevels().size(), before);
 }
 
 TEST_F(ReaderWindowTest, NothingIsDoneAfterTheWindowClosed)
@@ -332,6 +360,26 @@ TEST_F(ReaderWindowTest, ThemesHaveTheTagsOneToThree)
     themes.setAction([&] { chosen = themes.tag(themes.selectedSegment()); });
     widget<Gtk::ToggleButton>("sepiaTheme").set_active(true);
     EXPECT_EQ(chosen, 3);
+}
+
+TEST_F(ReaderWindowTest, TitlesOfTheFontMenuAreShownWholeOnHover)
+{
+    makeEpubWindow();
+    epub->fontMenu().addItem("Georgia");
+    auto& menu = widget<Gtk::DropDown>("fontMenu");
+    ASSERT_TRUE(waitUntil([&] { return menu.get_selected_item() != nullptr; }));
+    std::function<Gtk::Widget*(Gtk::Widget&)> rowIn = [&](Gtk::Widget& widget) -> Gtk::Widget* {
+        if (dynamic_cast<Gtk::Stack*>(&widget) && dynamic_cast<Gtk::Stack&>(widget).get_child_by_name("separator"))
+            return &widget;
+        for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling()) {
+            if (auto* const row = rowIn(*child))
+                return row;
+        }
+        return nullptr;
+    };
+    auto* const row = rowIn(menu);
+    ASSERT_TRUE(row);
+    EXPECT_TRUE(showsTooltip(*row));
 }
 
 TEST_F(ReaderWindowTest, FontMenuSelectsByTitleAndSendsOnlyChoices)

@@ -5,6 +5,8 @@
 #include "platform/gtk/PageEngine.hpp"
 #include "reader/gtk/EpubWindowGtk.hpp"
 
+#include <utility>
+
 namespace pagora {
 
 namespace {
@@ -47,11 +49,15 @@ PageEngine& ReaderWindowFactoryGtk::engine()
 void ReaderWindowFactoryGtk::prepareNextWindow()
 {
     engine().prepareWarmView();
+    if (!_nextLayout)
+        _nextLayout = std::make_unique<ReaderLayout>(EpubWindowGtk::layoutName);
 }
 
 std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
 {
-    auto window = std::make_unique<EpubWindowGtk>(makePage(engine(), PageKind::Columns));
+    const auto prepared = std::exchange(_nextLayout, nullptr);
+    auto layout = prepared ? std::move(*prepared) : ReaderLayout(EpubWindowGtk::layoutName);
+    auto window = std::make_unique<EpubWindowGtk>(makePage(engine(), PageKind::Columns), std::move(layout));
     _didMake(window->parts().window.window());
     return window;
 }

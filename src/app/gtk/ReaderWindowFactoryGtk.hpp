@@ -13,6 +13,7 @@ class Window;
 namespace pagora {
 
 class PageEngine;
+class ReaderLayout;
 
 // Makes the desktop's reader windows, each with a page view of the rendering engine, which starts with the first of
 // them or when it is told to get ready. Main thread.
@@ -33,6 +34,8 @@ private:
     std::string _temporaryFolder;
     std::function<void(Gtk::Window&)> _didMake;
     std::unique_ptr<PageEngine> _engine;
+    // Of the next window, where one is prepared: of the kind that most books have.
+    std::unique_ptr<ReaderLayout> _nextLayout;
 };
 
 }

@@ -5,7 +5,7 @@
 namespace pagora {
 
 FixedWindowGtk::FixedWindowGtk(ReaderPage page)
-    : ReaderWindowRole("FixedLayout", std::move(page))
+    : ReaderWindowRole(ReaderLayout("FixedLayout"), std::move(page))
 {
 }
 

@@ -11,7 +11,9 @@ namespace pagora {
 // The window of the layout "EpubWindow": a reader window with display options and a search field. Main thread.
 class EpubWindowGtk : public ReaderWindowRole<EpubWindow> {
 public:
-    explicit EpubWindowGtk(ReaderPage page);
+    // The name of its layout.
+    static constexpr const char* layoutName = "EpubWindow";
+    explicit EpubWindowGtk(ReaderPage page, ReaderLayout layout = ReaderLayout(layoutName));
     ~EpubWindowGtk() override;
 
     Slider& fontSizeSlider() override { return _fontSizeSlider; }

@@ -3,7 +3,6 @@
 #include "platform/Translation.hpp"
 #include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/FocusMark.hpp"
-#include "reader/gtk/ReaderStyle.hpp"
 
 #include <gtkmm/dropdown.h>
 #include <gtkmm/editable.h>
@@ -24,12 +23,6 @@ namespace {
 
 // A window below this width, in points, starts without the contents pane.
 constexpr int roomForContents = 1000;
-
-Glib::RefPtr<Gtk::Builder> buildLayout(const std::string& name)
-{
-    loadReaderStyle();
-    return Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/" + name + ".ui");
-}
 
 // Where an interface runs from right to left, the contents are to the left of the page all the same, and the location
 // goes the way of the pages.
@@ -52,12 +45,12 @@ bool isWithin(const Gtk::Widget* widget)
 
 }
 
-ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPage)
-    : _builder(buildLayout(layout))
-    , _window(_builder->get_widget<Gtk::Window>("readerWindow"))
+ReaderWindowGtk::ReaderWindowGtk(ReaderLayout layout, ReaderPage readerPage)
+    : _layout(std::move(layout))
+    , _window(_layout.window())
     , page(std::move(readerPage))
-    , window(*_window)
-    , header(_builder, *_window)
+    , window(_window)
+    , header(_layout.builder(), _window)
     , mainSplitView(widget<Gtk::Box>("mainSplitView"))
     , tocView(widget<Gtk::ListView>("tocView"), widget<Gtk::ScrolledWindow>("tocClip"), queue)
     , goLeftButton(widget<Gtk::Button>("goLeftButton"), queue)
@@ -75,18 +68,18 @@ ReaderWindowGtk::ReaderWindowGtk(const std::string& layout, ReaderPage readerPag
     if (page.setNamer) {
         // The page gets the focus as soon as the window is seen, before there is anything to read.
         const auto name = [this] { page.setNamer([this](const std::string& title) { return nameOfPage(title); }); };
-        _connections.push_back(_window->property_title().signal_changed().connect(name));
+        _connections.push_back(_window.property_title().signal_changed().connect(name));
         name();
     }
     if (page.nameMayHaveChanged)
         tocView.setLinksChanged(page.nameMayHaveChanged);
     keepSides(
         widget<Gtk::Scale>("locSlider"), widget<Gtk::Label>("locLabel"), widget<Gtk::ToggleButton>("contentsButton"));
-    keepFocusMarked(*_window);
-    leaveUnnamed(*_window);
-    tellOfChanges(*_window);
+    keepFocusMarked(_window);
+    leaveUnnamed(_window);
+    tellOfChanges(_window);
     connectHeader();
-    watchKeys(*_window);
+    watchKeys(_window);
     connectWindow();
 }
 
@@ -119,15 +112,15 @@ void ReaderWindowGtk::connectHeader()
 
 void ReaderWindowGtk::connectWindow()
 {
-    _connections.push_back(_window->signal_close_request().connect(
+    _connections.push_back(_window.signal_close_request().connect(
         [this] {
             send(&ReaderWindowActions::closeEPUB);
             return true;
         },
         false));
-    _connections.push_back(_window->signal_realize().connect(
+    _connections.push_back(_window.signal_realize().connect(
         [this] { mainSplitView.setSubviewHidden(0, window.frame().width < roomForContents); }));
-    _connections.push_back(_window->signal_map().connect([this] { focusPage(); }));
+    _connections.push_back(_window.signal_map().connect([this] { focusPage(); }));
     // The slider takes the focus with the pointer; the keys go on turning pages.
     locSlider.setReleaseHandler([this] { focusPage(); });
     window.setFullScreenAction([this](bool isFullScreen) { fullScreenDidChange(isFullScreen); });
@@ -137,7 +130,7 @@ void ReaderWindowGtk::connectWindow()
 std::string ReaderWindowGtk::nameOfPage(const std::string& title) const
 {
     constexpr std::string_view program = "Pagora - ";
-    std::string name = _window->get_title();
+    std::string name = _window.get_title();
     if (name.starts_with(program))
         name.erase(0, program.size());
     const auto entry = tocView.activeTitle();
@@ -174,7 +167,7 @@ void ReaderWindowGtk::watchKeys(Gtk::Widget& area)
 
 ReaderFocus ReaderWindowGtk::focusKind() const
 {
-    const auto* const focus = _window->get_focus();
+    const auto* const focus = _window.get_focus();
     if (!focus || focus == page.widget || focus->is_ancestor(*page.widget))
         return focus && page.takesKeys && page.takesKeys() ? ReaderFocus::Text : ReaderFocus::Page;
     if (isWithin<Gtk::Editable>(focus) || dynamic_cast<const Gtk::TextView*>(focus))
@@ -211,7 +204,7 @@ bool ReaderWindowGtk::perform(ReaderCommand command)
         return true;
     case ReaderCommand::LeaveFullScreen:
         // An open panel closes first.
-        if (!window.isFullScreen() || isWithin<Gtk::Popover>(_window->get_focus()))
+        if (!window.isFullScreen() || isWithin<Gtk::Popover>(_window.get_focus()))
             return false;
         send(&ReaderWindowActions::toggleFullScreen);
         return true;

@@ -9,12 +9,10 @@
 #include "reader/gtk/NaviButton.hpp"
 #include "reader/gtk/ReaderHeader.hpp"
 #include "reader/gtk/ReaderKeys.hpp"
+#include "reader/gtk/ReaderLayout.hpp"
 #include "reader/gtk/ReaderPage.hpp"
 #include "reader/gtk/SplitViewGtk.hpp"
 #include "reader/gtk/TocViewGtk.hpp"
-
-#include <gtkmm/builder.h>
-#include <gtkmm/window.h>
 
 namespace pagora {
 
@@ -22,8 +20,7 @@ namespace pagora {
 // screen and keys. Dropping it calls off what the user asked for and has not happened yet. Main thread.
 class ReaderWindowGtk {
 public:
-    // `layout` is the name of a layout among the program's resources.
-    ReaderWindowGtk(const std::string& layout, ReaderPage page);
+    ReaderWindowGtk(ReaderLayout layout, ReaderPage page);
     ~ReaderWindowGtk();
     ReaderWindowGtk(const ReaderWindowGtk&) = delete;
     ReaderWindowGtk& operator=(const ReaderWindowGtk&) = delete;
@@ -49,8 +46,8 @@ public:
 
 private:
     // Owns every widget below, so it goes last.
-    Glib::RefPtr<Gtk::Builder> _builder;
-    std::unique_ptr<Gtk::Window> _window;
+    ReaderLayout _layout;
+    Gtk::Window& _window;
 
 public:
     template <typename Widget>
@@ -85,7 +82,7 @@ private:
 template <typename Widget>
 Widget& ReaderWindowGtk::widget(const char* name) const
 {
-    return *_builder->get_widget<Widget>(name);
+    return _layout.widget<Widget>(name);
 }
 
 // A kind of reader window, by its role: answers what every reader window has from the common parts.
@@ -107,8 +104,8 @@ public:
     ReaderWindowGtk& parts() { return _parts; }
 
 protected:
-    ReaderWindowRole(const std::string& layout, ReaderPage page)
-        : _parts(layout, std::move(page))
+    ReaderWindowRole(ReaderLayout layout, ReaderPage page)
+        : _parts(std::move(layout), std::move(page))
     {
     }
 

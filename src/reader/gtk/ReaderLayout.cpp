@@ -1,0 +1,14 @@
+#include "reader/gtk/ReaderLayout.hpp"
+
+#include "reader/gtk/ReaderStyle.hpp"
+
+namespace pagora {
+
+ReaderLayout::ReaderLayout(const std::string& name)
+{
+    loadReaderStyle();
+    _builder = Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/" + name + ".ui");
+    _window.reset(_builder->get_widget<Gtk::Window>("readerWindow"));
+}
+
+}

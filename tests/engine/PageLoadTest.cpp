@@ -467,6 +467,18 @@ TEST_F(PageLoadTest, AWarmViewShowsItsFirstPageLikeAnyOther)
     EXPECT_EQ(evaluate("window.pageXOffset"), "800");
 }
 
+TEST_F(PageLoadTest, AWarmViewHasNothingToStyleAnew)
+{
+    _engine->prepareWarmView();
+    auto view = _engine->makePageView(PageKind::Columns);
+    ASSERT_TRUE(waitUntil([engineView = view->engineView()] {
+        const char* const title = webkit_web_view_get_title(engineView);
+        return title && title == std::string_view("Pagora") && !webkit_web_view_is_loading(engineView);
+    }));
+    embed(std::move(view));
+    EXPECT_EQ(evaluate("document.body.textContent.trim()"), "");
+}
+
 TEST_F(PageLoadTest, AViewThatIsStillWarmingUpShowsTheBooksPage)
 {
     const Url page = write("chapter.xhtml", document("<p>The book</p>"));

@@ -1,25 +1,41 @@
 #include "platform/gtk/Graphics.hpp"
 
+#include <algorithm>
 #include <string_view>
 
 namespace pagora {
 
 namespace {
 
-constexpr const char* toolkitSwitches = "GDK_DEBUG";
-// The page engine, which is never to use a graphics card, would warn that there is none.
-constexpr const char* engineSwitch = "WEBKIT_DISABLE_COMPOSITING_MODE";
+struct Switch {
+    const char* name;
+    const char* value;
+};
+
+// What keeps the toolkit, and the page engine, which is never to use a graphics card, from starting the drawing by one.
+// The engine would look for its card by starting it: there is none in a file that is always empty.
+constexpr Switch switches[] = {
+    { "GDK_DEBUG", "gl-disable" },
+    { "WEBKIT_DISABLE_COMPOSITING_MODE", "1" },
+    { "WEBKIT_DISABLE_DMABUF_RENDERER", "1" },
+    { "WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null" },
+};
 bool isLeftOut = false;
+
+bool isSet(const Switch& setting)
+{
+    return g_getenv(setting.name) != nullptr;
+}
 
 }
 
 void leaveOutUnusedGraphics()
 {
     const char* const renderer = g_getenv("GSK_RENDERER");
-    if (!renderer || renderer != std::string_view("cairo") || g_getenv(toolkitSwitches) || g_getenv(engineSwitch))
+    if (!renderer || renderer != std::string_view("cairo") || std::ranges::any_of(switches, isSet))
         return;
-    g_setenv(toolkitSwitches, "gl-disable", TRUE);
-    g_setenv(engineSwitch, "1", TRUE);
+    for (const auto& [name, value] : switches)
+        g_setenv(name, value, TRUE);
     isLeftOut = true;
 }
 
@@ -27,8 +43,8 @@ GAppLaunchContext* makeLaunchContext()
 {
     auto* const context = g_app_launch_context_new();
     if (isLeftOut) {
-        g_app_launch_context_unsetenv(context, toolkitSwitches);
-        g_app_launch_context_unsetenv(context, engineSwitch);
+        for (const auto& [name, value] : switches)
+            g_app_launch_context_unsetenv(context, name);
     }
     return context;
 }

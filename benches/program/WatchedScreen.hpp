@@ -55,7 +55,7 @@ public:
     // Waits until nothing is drawn any more.
     void settle(double quiet = 0.4);
 
-    // How many colours there are on a grid of points: few where nothing is shown.
+    // How many colours there are: few where nothing is shown.
     std::size_t colors(const Area& area);
 
 private:

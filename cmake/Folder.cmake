@@ -15,7 +15,7 @@ function(pagora_toolkit_folder name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/gtk/*.cpp")
   add_library(pagora_${name}_gtk STATIC ${sources})
   target_include_directories(pagora_${name}_gtk PUBLIC "${PROJECT_SOURCE_DIR}/src")
-  target_link_libraries(pagora_${name}_gtk PUBLIC ${ARGN} PkgConfig::GTKMM PkgConfig::WEBKIT)
+  target_link_libraries(pagora_${name}_gtk PUBLIC ${ARGN} PkgConfig::GTKMM PkgConfig::WEBKIT PkgConfig::FONTCONFIG)
   if(name STREQUAL "platform")
     target_precompile_headers(pagora_${name}_gtk PRIVATE <gtkmm.h> <webkit/webkit.h> <functional> <memory> <string>
                               <unordered_map> <vector>)

@@ -18,11 +18,24 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${PAGORA_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Covers and icons in SVG; the list of what opens which file.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "librsvg2-common, default-dbus-session-bus | dbus-session-bus, desktop-file-utils")
-# Fonts with the measures of those in the font menu, covers in WebP, moving books to the Trash, reading aloud.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "fonts-liberation2 | fonts-liberation, fonts-dejavu-core, webp-pixbuf-loader, xdg-desktop-portal, at-spi2-core")
+# Covers and icons in SVG; the list of what opens which file; the font in which books are set where nothing else is said.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "librsvg2-common, default-dbus-session-bus | dbus-session-bus, desktop-file-utils, fonts-sil-charis-compact")
+# Relatives of the fonts in the font menu, covers in WebP, moving books to the Trash, reading aloud.
+set(recommended fonts-texgyre fonts-adf-baskervald "fonts-liberation2 | fonts-liberation" fonts-dejavu-core
+    webp-pixbuf-loader xdg-desktop-portal at-spi2-core)
+# Hyphenation by the book's language: those in which most books are written, and all others that there are.
+set(hyphenated en-us en-gb de fr es it nl pt-br pt-pt pl ru sv da no cs hu)
+set(hyphenated_too af be bg ca el et gl hr id is lt lv mn ro sk sl sr th uk zu as bn gu hi kn ml mr or pa ta te)
+list(TRANSFORM hyphenated PREPEND hyphen-)
+list(TRANSFORM hyphenated_too PREPEND hyphen-)
+# Debian has the Estonian patterns with the dictionary.
+list(TRANSFORM hyphenated_too REPLACE "^hyphen-et$" myspell-et)
+list(JOIN recommended ", " recommended)
+list(JOIN hyphenated ", " hyphenated)
+list(JOIN hyphenated_too ", " hyphenated_too)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "${recommended}, ${hyphenated}")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "${hyphenated_too}, fonts-noto-core, fonts-noto-cjk")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
     "Give Pagora your books in the EPUB format: it checks each one, files it in
 your library with its cover, title and author, and opens it as pages that you

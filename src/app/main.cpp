@@ -1,5 +1,7 @@
 #include "app/gtk/Application.hpp"
 #include "platform/Translation.hpp"
+#include "platform/UserFolders.hpp"
+#include "platform/gtk/BookFonts.hpp"
 #include "platform/gtk/Graphics.hpp"
 
 #include <glib.h>
@@ -7,6 +9,7 @@
 int main(int argc, char** argv)
 {
     pagora::leaveOutUnusedGraphics();
+    pagora::useBookFonts(pagora::cachesFolder() + "/" PAGORA_IDENTIFIER ".fonts.conf");
     pagora::startTranslation();
     g_set_prgname(PAGORA_IDENTIFIER);
     g_set_application_name("Pagora");

@@ -253,10 +253,10 @@ TEST_F(ReaderWindowTest, TextSizeKeysMoveTheSlider)
     press(GDK_KEY_minus, GDK_CONTROL_MASK);
     press(GDK_KEY_0, GDK_CONTROL_MASK);
     ASSERT_TRUE(waitUntil([&] { return sizes.size() == 4; }));
-    EXPECT_FLOAT_EQ(sizes[0], 1.85f);
-    EXPECT_FLOAT_EQ(sizes[1], 1.75f);
-    EXPECT_FLOAT_EQ(sizes[2], 1.65f);
-    EXPECT_FLOAT_EQ(sizes[3], 1.75f);
+    EXPECT_FLOAT_EQ(sizes[0], 1.2f);
+    EXPECT_FLOAT_EQ(sizes[1], 1.1f);
+    EXPECT_FLOAT_EQ(sizes[2], 1.0f);
+    EXPECT_FLOAT_EQ(sizes[3], 1.1f);
 }
 
 TEST_F(ReaderWindowTest, LocationSliderSendsOnceWhenThePointerLetsGo)
@@ -307,8 +307,8 @@ TEST_F(ReaderWindowTest, TextSizeSliderSendsWhileThePointerMoves)
     SliderControl slider(widget<Gtk::Scale>("fontSizeSlider"), SliderControl::Continuous::Yes);
     slider.setAction([&](EventType event) { events.push_back(event); });
     slider.pointerDown();
-    slider.moveTo(2);
-    slider.moveTo(2.5);
+    slider.moveTo(1.5);
+    slider.moveTo(1.7);
     slider.pointerUp();
     EXPECT_EQ(events, (std::vector { EventType::LeftMouseDragged, EventType::LeftMouseDragged }));
 }

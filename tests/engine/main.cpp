@@ -1,3 +1,5 @@
+#include "platform/UserFolders.hpp"
+#include "platform/gtk/BookFonts.hpp"
 #include "tests/engine/EngineHome.hpp"
 
 #include <glib.h>
@@ -24,6 +26,7 @@ int main(int argumentCount, char** arguments)
     setenv("GDK_BACKEND", "x11", 0);
     setenv("MESA_SHADER_CACHE_DISABLE", "true", 1);
     setenv("GSETTINGS_BACKEND", "memory", 1);
+    pagora::useBookFonts(pagora::cachesFolder() + "/fonts.conf");
     testing::InitGoogleTest(&argumentCount, arguments);
     gtk_init();
     Gtk::init_gtkmm_internals();

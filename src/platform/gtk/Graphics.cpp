@@ -1,5 +1,7 @@
 #include "platform/gtk/Graphics.hpp"
 
+#include "platform/gtk/BookFonts.hpp"
+
 #include <algorithm>
 #include <string_view>
 
@@ -46,6 +48,8 @@ GAppLaunchContext* makeLaunchContext()
         for (const auto& [name, value] : switches)
             g_app_launch_context_unsetenv(context, name);
     }
+    if (!bookFontsFile().empty())
+        g_app_launch_context_unsetenv(context, "FONTCONFIG_FILE");
     return context;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Resource.hpp"
 #include "platform/Url.hpp"
+#include "platform/gtk/BookFonts.hpp"
 #include "platform/gtk/PageMemoryWatch.hpp"
 #include "platform/gtk/PageRefusals.hpp"
 
@@ -55,6 +56,9 @@ GObjectPtr<WebKitSettings> makeSettings()
     webkit_settings_set_enable_smooth_scrolling(settings, FALSE);
     webkit_settings_set_enable_caret_browsing(settings, FALSE);
     webkit_settings_set_zoom_text_only(settings, TRUE);
+    // What books are set in when neither they nor the reader say, and where they ask for any serif.
+    webkit_settings_set_default_font_family(settings, "Georgia");
+    webkit_settings_set_serif_font_family(settings, "Georgia");
     // What books are written in when they do not say.
     webkit_settings_set_default_charset(settings, "utf-8");
     return GObjectPtr<WebKitSettings>::adopt(settings);
@@ -94,6 +98,8 @@ PageEngine::PageEngine(Options options)
     // The engine takes no folder that could not be made.
     if (std::filesystem::is_directory(_options.booksFolder, ignored))
         webkit_web_context_add_path_to_sandbox(_context.get(), _options.booksFolder.c_str(), TRUE);
+    if (!bookFontsFile().empty())
+        webkit_web_context_add_path_to_sandbox(_context.get(), bookFontsFile().c_str(), TRUE);
 }
 
 PageEngine::~PageEngine()

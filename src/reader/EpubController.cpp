@@ -265,6 +265,8 @@ Task<void> EpubController::preparePage(DataSource source)
     const auto index = _splitIndexDict.find(url.lastPathComponent());
     activateSplit(index == _splitIndexDict.end() ? 0 : index->second);
     _missingSplits.erase(_activeSplitIndex);
+    // What fails from here on is a link of the page.
+    _requestedSplit = std::nullopt;
 
     co_await run(scripts::columns(_numberOfColumns, _pageWidth));
     co_await run(scripts::layout(layout()));

@@ -323,6 +323,26 @@ TEST_F(Paging, AMissingContentsTargetHidesNoChapter)
     EXPECT_EQ(page().loads.back(), chapter(1));
 }
 
+TEST_F(Paging, ALinkThatCannotBeShownHidesNoChapter)
+{
+    open(2, 1);
+    reader->changePage(back);
+    page().finishDocument();
+    page().page.X = 1600;
+    reader->changePage(on);
+    page().finishDocument();
+    // A link of the page, which the reader did not ask for.
+    page().failDocument();
+    page().page.X = 0;
+    reader->changePage(back);
+    EXPECT_EQ(page().loads.back(), chapter(0));
+    page().finishDocument();
+    page().failDocument();
+    page().page.X = 1600;
+    reader->changePage(on);
+    EXPECT_EQ(page().loads.back(), chapter(1));
+}
+
 TEST_F(Paging, AnEmptyPageLeavesTheLocationAlone)
 {
     open(3, 1);

@@ -94,6 +94,7 @@ private:
     void uncoverWhenPainted();
     void uncover();
     bool isPageOfTarget() const;
+    bool isTarget(const Url& url) const;
     bool isInBook(const Url& url) const;
     static bool isWithinPage(const Url& url);
 

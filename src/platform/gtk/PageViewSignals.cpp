@@ -146,9 +146,14 @@ void PageView::loadChanged(WebKitLoadEvent event)
 bool PageView::isPageOfTarget() const
 {
     auto* resource = webkit_web_view_get_main_resource(_view.get());
-    if (_stage != Stage::Starting || !resource || _target.rfind("file:", 0) != 0)
-        return true;
-    return urlOf(webkit_web_resource_get_uri(resource)).withoutFragment() == urlOf(_target.c_str()).withoutFragment();
+    return _stage != Stage::Starting || !resource || isTarget(urlOf(webkit_web_resource_get_uri(resource)));
+}
+
+// Pages of a server may have been redirected.
+bool PageView::isTarget(const Url& url) const
+{
+    const Url target = urlOf(_target.c_str());
+    return !target.isFile() || url.withoutFragment() == target.withoutFragment();
 }
 
 void PageView::loadFailed(const char* uri, const GError* error)
@@ -157,12 +162,14 @@ void PageView::loadFailed(const char* uri, const GError* error)
     // refuse it.
     if (_isWarmingUp || g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
         return;
-    if (_stage == Stage::Starting) {
+    if (_stage == Stage::Starting && isTarget(urlOf(uri))) {
         _stage = Stage::Idle;
         _loadTimer.disconnect();
         reportFailure();
-    } else if (auto* delegate = _reports.delegate())
-        delegate->resourceDidFailLoading({ urlOf(uri), currentLoad(), true, !_reports.isFinished() });
+    } else if (auto* delegate = _reports.delegate()) {
+        // A link of the page that is shown; that page stays.
+        delegate->resourceDidFailLoading({ urlOf(uri), currentLoad(), false, !_reports.isFinished() });
+    }
 }
 
 void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request)

@@ -8,7 +8,7 @@
 
 int main(int argc, char** argv)
 {
-    pagora::leaveOutUnusedGraphics();
+    pagora::prepareGraphics();
     pagora::useBookFonts(pagora::cachesFolder() + "/" PAGORA_IDENTIFIER ".fonts.conf");
     pagora::startTranslation();
     g_set_prgname(PAGORA_IDENTIFIER);

@@ -1,5 +1,6 @@
 #include "platform/UserFolders.hpp"
 #include "platform/gtk/BookFonts.hpp"
+#include "platform/gtk/Graphics.hpp"
 #include "tests/engine/EngineHome.hpp"
 
 #include <glib.h>
@@ -21,13 +22,12 @@ int main(int argumentCount, char** arguments)
     }
 
     const pagora::test::EngineHome home;
-    setenv("GSK_RENDERER", "cairo", 0);
     setenv("GTK_A11Y", "none", 0);
-    setenv("GDK_BACKEND", "x11", 0);
     setenv("MESA_SHADER_CACHE_DISABLE", "true", 1);
     setenv("GSETTINGS_BACKEND", "memory", 1);
     pagora::useBookFonts(pagora::cachesFolder() + "/fonts.conf");
     testing::InitGoogleTest(&argumentCount, arguments);
+    pagora::prepareGraphics();
     gtk_init();
     Gtk::init_gtkmm_internals();
     g_log_set_always_fatal(static_cast<GLogLevelFlags>(G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL));

@@ -2,8 +2,12 @@
 
 #include "platform/gtk/BookFonts.hpp"
 
+#include <gtk/gtk.h>
+
 #include <algorithm>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace pagora {
 
@@ -14,38 +18,77 @@ struct Switch {
     const char* value;
 };
 
+constexpr const char* rendererName = "GSK_RENDERER";
+
+// Keeps the page engine from drawing by GL in this process, and from making contexts for that.
+constexpr Switch engineWithoutGl = { "WEBKIT_DISABLE_DMABUF_RENDERER", "1" };
+
 // What keeps the toolkit, and the page engine, which is never to use a graphics card, from starting the drawing by one.
 // The engine would look for its card by starting it: there is none in a file that is always empty.
-constexpr Switch switches[] = {
+constexpr Switch withoutGl[] = {
     { "GDK_DEBUG", "gl-disable" },
     { "WEBKIT_DISABLE_COMPOSITING_MODE", "1" },
-    { "WEBKIT_DISABLE_DMABUF_RENDERER", "1" },
+    engineWithoutGl,
     { "WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null" },
 };
-bool isLeftOut = false;
+
+// From this minor version of GTK 4 on, it notices when another library has changed the current GL context.
+constexpr unsigned firstThatNotices = 18;
+
+// What was set here, with what it was before.
+struct Former {
+    const char* name;
+    std::string value;
+    bool wasSet;
+};
+std::vector<Former>& formerValues()
+{
+    static std::vector<Former> values;
+    return values;
+}
 
 bool isSet(const Switch& setting)
 {
     return g_getenv(setting.name) != nullptr;
 }
 
+std::string_view chosenRenderer()
+{
+    const char* const renderer = g_getenv(rendererName);
+    return renderer ? renderer : "";
 }
 
-void leaveOutUnusedGraphics()
+void set(const Switch& setting)
 {
-    const char* const renderer = g_getenv("GSK_RENDERER");
-    if (!renderer || renderer != std::string_view("cairo") || std::ranges::any_of(switches, isSet))
+    const char* const former = g_getenv(setting.name);
+    formerValues().push_back({ setting.name, former ? former : "", former != nullptr });
+    g_setenv(setting.name, setting.value, TRUE);
+}
+
+}
+
+void prepareGraphics(const GraphicsCard& card)
+{
+    if (chosenRenderer().empty() && !card.draws())
+        set({ rendererName, "cairo" });
+    if (chosenRenderer() == "cairo") {
+        if (std::ranges::none_of(withoutGl, isSet))
+            std::ranges::for_each(withoutGl, set);
         return;
-    for (const auto& [name, value] : switches)
-        g_setenv(name, value, TRUE);
-    isLeftOut = true;
+    }
+    // The engine's start would leave this thread without a current GL context, and the toolkit would go on drawing in
+    // the belief that its own is current.
+    if (gtk_get_minor_version() < firstThatNotices)
+        set(engineWithoutGl);
 }
 
 GAppLaunchContext* makeLaunchContext()
 {
     auto* const context = g_app_launch_context_new();
-    if (isLeftOut) {
-        for (const auto& [name, value] : switches)
+    for (const auto& [name, value, wasSet] : formerValues()) {
+        if (wasSet)
+            g_app_launch_context_setenv(context, name, value.c_str());
+        else
             g_app_launch_context_unsetenv(context, name);
     }
     if (!bookFontsFile().empty())

@@ -147,7 +147,9 @@ void BookOpening::showReflowableReader(BookInfo& book)
     _state.curStorageCap = static_cast<float>(book.lastCap());
     reader.setActiveSplitIndex(_state.curStorageIndex);
     reader.setReadAmount(_state.curStorageCap);
-    if (const auto place = book.lastPlace(); place && book.lastCap() == 0 && *place > 0 && *place < 1) {
+    // A cap beyond 1 is no fraction of the chapter: it comes of a turn back in a chapter of less than two views.
+    const bool capIsPlace = book.lastCap() == 1;
+    if (const auto place = book.lastPlace(); place && !capIsPlace && *place > 0 && *place < 1) {
         reader.setReadAmount(static_cast<float>(*place));
         reader.setPlaceToKeep(place);
     }

@@ -53,6 +53,8 @@ void EpubController::changeColor()
         _currentColorOption = theme;
         if (theme == 1) {
             _state.restorePositionPending = true;
+            // Turns that waited together with this have not been noted.
+            co_await notePlace();
             _placeToKeep = lastPlace();
             _lastAnchor = std::nullopt;
             loadSplit(_activeSplitIndex);

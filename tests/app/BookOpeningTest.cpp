@@ -245,13 +245,24 @@ TEST_F(Opening, APlaceWithinTheChapterIsHandedOverWhenTheCapIsZero)
     EXPECT_EQ(program.epubReader().readAmount(), 0.375f);
 }
 
-TEST_F(Opening, APlaceIsNotHandedOverBesideACap)
+TEST_F(Opening, APlaceIsHandedOverWhenTheCapIsNoFraction)
 {
     program.readerWindows.holdsLayout = true;
     program.book(0)->setLastPlace(0.375);
-    program.book(0)->setLastCap(2);
+    for (const std::uint64_t cap : { std::uint64_t { 2 }, std::uint64_t { 30'000'000'000'000 } }) {
+        program.book(0)->setLastCap(cap);
+        program.controller->sendDoubleClick(program.book(0));
+        EXPECT_EQ(program.epubReader().readAmount(), 0.375f) << cap;
+    }
+}
+
+TEST_F(Opening, APlaceIsNotHandedOverBesideACapOfOne)
+{
+    program.readerWindows.holdsLayout = true;
+    program.book(0)->setLastPlace(0.375);
+    program.book(0)->setLastCap(1);
     program.doubleClick(0);
-    EXPECT_EQ(program.epubReader().readAmount(), 2.0f);
+    EXPECT_EQ(program.epubReader().readAmount(), 1.0f);
 }
 
 TEST_F(Opening, APlaceOutsideTheChapterIsNotHandedOver)

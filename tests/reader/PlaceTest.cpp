@@ -179,6 +179,37 @@ TEST_F(Place, IsKeptWhenTheBooksOwnColorsComeBack)
     EXPECT_EQ(page().page.X, 1600);
 }
 
+TEST_F(Place, IsTheOneAfterATurnThatWaitedWithTheBooksOwnColors)
+{
+    reader->setCurrentColorOption(2);
+    open(2);
+    reader->changePage(1);
+    page().holdsReplies = true;
+    reader->changePage(1);
+    parts->colorControl.choose(0);
+    page().replyToAll();
+    ASSERT_EQ(page().loads.size(), 2U);
+    page().holdsReplies = false;
+    page().finishDocument();
+    EXPECT_EQ(page().page.X, 1600);
+}
+
+TEST_F(Place, IsTheStartAfterATurnBackBeyondIt)
+{
+    page().page.S = 1200;
+    open(1);
+    page().finishFrame();
+    reader->changePage(1);
+    ASSERT_EQ(page().page.X, 400);
+    reader->changePage(0);
+    EXPECT_EQ(scrolls().back(), "window.scrollTo(-400, 0);");
+    EXPECT_GT(reader->readAmount(), 1.0e13F);
+    EXPECT_EQ(page().page.X, 0);
+    EXPECT_DOUBLE_EQ(*reader->lastPlace(), 400 / 1200.0);
+    reopen();
+    EXPECT_EQ(page().page.X, 0);
+}
+
 TEST_F(Place, DoesNotDriftOverManyReadings)
 {
     for (const double W : { 800, 801 }) {

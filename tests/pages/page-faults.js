@@ -1,0 +1,358 @@
+// Counts what is wrong with the pages of the chapter that is laid out. Evaluated in the reader's own script world. The
+// result is lines of fields between tabs: first the pages and text lines that were looked at, then a line for each kind
+// of fault with its name, its count and some examples.
+//
+// Turns to each page as the reader does and notes where that page begins; then every box of the chapter is compared with
+// the columns and with those pages.
+(function () {
+    'use strict';
+
+    const body = document.body;
+    const style = getComputedStyle(body);
+    const pixels = (length) => parseFloat(length) || 0;
+    const W = innerWidth;
+    const H = innerHeight;
+    const rightToLeft = style.direction === 'rtl';
+    const paddingLeft = pixels(style.paddingLeft);
+    const paddingRight = pixels(style.paddingRight);
+    const start = rightToLeft ? paddingRight : paddingLeft;
+    const top = pixels(style.paddingTop);
+    const bottom = top + pixels(style.height);
+    const gap = pixels(style.columnGap);
+
+    // --- Pages -------------------------------------------------------------------------------------------------------
+
+    const maxPages = 20000;
+
+    // The offsets at which the reader shows a page, turning on from the first one.
+    function turnedPages() {
+        const offsets = [];
+        window.scrollTo(0, 0);
+        while (offsets.length < maxPages) {
+            const X = window.pageXOffset;
+            if (offsets.length && X <= offsets[offsets.length - 1])
+                break;
+            offsets.push(X);
+            if (!(Math.trunc(X + W) < body.scrollWidth))
+                break;
+            window.scrollTo(Math.trunc(X + W), 0);
+        }
+        window.scrollTo(0, 0);
+        return offsets;
+    }
+
+    const offsets = turnedPages();
+    // Columns, once the reading of the strip's length has settled the layout.
+    const content = body.clientWidth - paddingLeft - paddingRight;
+    const givenWidth = pixels(style.columnWidth);
+    const fitting = givenWidth ? Math.max(1, Math.floor((content + gap) / (givenWidth + gap))) : Infinity;
+    const step = (content + gap) / Math.min(parseInt(style.columnCount, 10) || Infinity, fitting);
+    const columnWidth = step - gap;
+
+    // The indices of the pages that show this place of the strip.
+    function pagesAt(along) {
+        const pages = [];
+        const guess = Math.max(0, Math.floor(along / W) - 1);
+        for (let i = Math.min(guess, offsets.length - 1); i >= 0 && i < offsets.length && offsets[i] <= along; ++i) {
+            if (along < offsets[i] + W)
+                pages.push(i);
+        }
+        return pages;
+    }
+
+    // --- Faults ------------------------------------------------------------------------------------------------------
+
+    const kinds = ['cut lines', 'cut boxes', 'unseen', 'shown twice', 'blank pages', 'narrow runs', 'long lines',
+        'broken words'];
+    const counts = Object.fromEntries(kinds.map((kind) => [kind, 0]));
+    const examples = Object.fromEntries(kinds.map((kind) => [kind, []]));
+    const maxExamples = 3;
+
+    function blame(kind, example) {
+        ++counts[kind];
+        if (examples[kind].length < maxExamples)
+            examples[kind].push(example().replace(/\s+/g, ' ').trim().slice(0, 60));
+    }
+
+    // --- Boxes -------------------------------------------------------------------------------------------------------
+
+    // A client rectangle in the strip's own direction: from `from` to `to` along it.
+    function placed(rect) {
+        const from = rightToLeft ? W - rect.right : rect.left;
+        const column = Math.floor((from + Math.min(8, rect.width / 2) - start + gap / 2) / step);
+        const columnStart = start + column * step;
+        return { from, to: from + rect.width, top: rect.top, bottom: rect.bottom, column, columnStart,
+            width: rect.width, height: rect.height };
+    }
+
+    const tolerance = 1;
+    const sticksOutAlong = (box) => box.from < box.columnStart - tolerance
+        || box.to > box.columnStart + columnWidth + tolerance;
+    const sticksOutDown = (box) => box.top < top - tolerance || box.bottom > bottom + tolerance;
+
+    const occupied = new Set();
+    let lines = 0;
+
+    // Counts a box that no page shows, or more than one does.
+    function look(box, example) {
+        const across = (box.top + box.bottom) / 2;
+        const pages = across >= 0 && across <= H ? pagesAt((box.from + box.to) / 2) : [];
+        for (const page of pages)
+            occupied.add(page);
+        if (!pages.length)
+            blame('unseen', example);
+        else if (pages.length > 1)
+            blame('shown twice', example);
+    }
+
+    // What holds for everything in an element.
+    const known = new Map();
+    const farAway = 2000;
+
+    function about(element) {
+        let result = known.get(element);
+        if (result)
+            return result;
+        const own = getComputedStyle(element);
+        const above = element === body || !element.parentElement ? null : about(element.parentElement);
+        const inline = own.display.startsWith('inline') && !/^inline-/.test(own.display) || own.display === 'contents'
+            || own.display.startsWith('ruby');
+        const isClipped = /absolute|fixed/.test(own.position)
+            && (own.clip !== 'auto' || own.clipPath !== 'none' || (element.offsetWidth <= 1 && element.offsetHeight <= 1));
+        const scrolls = (value) => value === 'auto' || value === 'scroll';
+        result = {
+            style: own,
+            block: inline && above ? above.block : element,
+            isHidden: (above && above.isHidden) || isClipped || own.opacity === '0'
+                || pixels(own.textIndent) <= -farAway / 4,
+            isInScroller: (above && above.isInScroller) || (element !== body
+                && ((scrolls(own.overflowX) && element.scrollWidth > element.clientWidth)
+                    || (scrolls(own.overflowY) && element.scrollHeight > element.clientHeight))),
+        };
+        known.set(element, result);
+        return result;
+    }
+
+    // --- Glyphs ------------------------------------------------------------------------------------------------------
+
+    const pen = document.createElementNS('http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
+
+    // Whether a line's glyphs, not only the room of its font, stick out of the column.
+    function glyphsAreCut(node, box, text) {
+        const own = about(node.parentElement).style;
+        pen.font = own.font || `${own.fontStyle} ${own.fontWeight} ${own.fontSize} ${own.fontFamily}`;
+        const measured = pen.measureText(text);
+        const room = measured.fontBoundingBoxAscent + measured.fontBoundingBoxDescent;
+        if (!(room > 0))
+            return true;
+        const scale = box.height / room;
+        const baseline = box.top + measured.fontBoundingBoxAscent * scale;
+        const inkTop = baseline - measured.actualBoundingBoxAscent * scale;
+        const inkBottom = baseline + measured.actualBoundingBoxDescent * scale;
+        const cut = (edge) => inkTop < edge - tolerance && inkBottom > edge + tolerance;
+        return cut(top) || cut(bottom) || inkTop >= bottom;
+    }
+
+    const range = new Range();
+
+    // The text of a node on the line with this box.
+    function textOn(node, rect) {
+        let text = '';
+        for (let i = 0; i < node.length && text.length < 200; ++i) {
+            range.setStart(node, i);
+            range.setEnd(node, i + 1);
+            const own = range.getClientRects()[0];
+            if (own && Math.abs(own.top - rect.top) < 1 && own.left >= rect.left - 1 && own.right <= rect.right + 1)
+                text += node.data[i];
+        }
+        return text.trim();
+    }
+
+    // Whether anything but blanks sticks out along the line.
+    function charactersStickOut(node, box) {
+        for (let i = 0; i < node.length; ++i) {
+            if (/\s/.test(node.data[i]))
+                continue;
+            range.setStart(node, i);
+            range.setEnd(node, i + 1);
+            for (const rect of range.getClientRects()) {
+                const own = placed(rect);
+                if (Math.abs(own.top - box.top) < 1 && own.from >= box.from - 1 && own.to <= box.to + 1 && own.width > 0
+                    && (own.from < box.columnStart - tolerance || own.to > box.columnStart + columnWidth + tolerance))
+                    return true;
+            }
+        }
+        return false;
+    }
+
+    // --- Lines -------------------------------------------------------------------------------------------------------
+
+    const narrowest = 10;
+    const longest = 90;
+    const shortestRun = 3;
+
+    // The line that is being put together: parts of the same block at the same height.
+    let line = null;
+    // The narrow lines before it, each of which the next one follows without being told to.
+    let run = 0;
+    let runText = '';
+
+    function endRun() {
+        if (run >= shortestRun)
+            blame('narrow runs', () => runText);
+        run = 0;
+        runText = '';
+    }
+
+    // `isTold`: by a break, by the end of its block.
+    function endLine(isTold) {
+        if (!line)
+            return;
+        ++lines;
+        const { node, characters } = line;
+        if (characters > longest)
+            blame('long lines', () => `${Math.round(characters)}: ${node.data}`);
+        if (characters < narrowest && (run || !isTold)) {
+            ++run;
+            if (!runText)
+                runText = node.data.trim();
+        } else
+            endRun();
+        if (isTold)
+            endRun();
+        line = null;
+    }
+
+    function addToLine(node, block, box, characters) {
+        const isSame = line && line.block === block && line.column === box.column
+            && Math.min(line.bottom, box.bottom) - Math.max(line.top, box.top)
+                > Math.min(line.bottom - line.top, box.height) / 2;
+        if (isSame) {
+            line.characters += characters;
+            return;
+        }
+        endLine(!line || line.block !== block);
+        line = { node, block, column: box.column, top: box.top, bottom: box.bottom, characters };
+    }
+
+    // --- Words -------------------------------------------------------------------------------------------------------
+
+    const inWord = /[\p{L}\p{N}\p{M}]/u;
+    // Scripts whose lines end anywhere.
+    const withoutSpaces = /[\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}\p{Script=Thai}\p{Script=Lao}\p{Script=Khmer}\p{Script=Myanmar}]/u;
+
+    const mayBreakWords = (own) => own.overflowWrap !== 'normal' || own.wordBreak !== 'normal'
+        || own.lineBreak === 'anywhere';
+
+    function countBrokenWords(node, own) {
+        if (!mayBreakWords(own))
+            return;
+        const words = /[\p{L}\p{N}\p{M}]{2,}/gu;
+        for (let word = words.exec(node.data); word; word = words.exec(node.data)) {
+            if (withoutSpaces.test(word[0]))
+                continue;
+            range.setStart(node, word.index);
+            range.setEnd(node, word.index + word[0].length);
+            const rects = range.getClientRects();
+            if (rects.length < 2)
+                continue;
+            const isBroken = Array.from(rects).some((rect) => Math.abs(rect.top - rects[0].top) > rect.height / 2
+                || Math.abs(rect.left - rects[0].left) > step / 2);
+            const isHyphenated = own.hyphens === 'auto' && own.webkitHyphenateCharacter !== '""';
+            if (isBroken && !isHyphenated)
+                blame('broken words', () => word[0]);
+        }
+    }
+
+    // --- Everything --------------------------------------------------------------------------------------------------
+
+    const passedOver = /^(?:script|style|noscript|template|title|desc|metadata|select|option|datalist|textarea|audio|object|video|canvas|iframe|rp|head|annotation|annotation-xml)$/;
+    const wholes = /^(?:img|svg|video|canvas|iframe|object|embed|math|hr|tr)$/;
+    const keepsLines = (own) => /pre|break-spaces/.test(own.whiteSpace);
+
+    // Letters that are as wide as two others.
+    const wide = /[\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}\p{Script=Hangul}\u3000-\u303F\uFF01-\uFF60]/gu;
+    const widthOf = (text) => text.length + (text.match(wide) || []).length;
+
+    function lookAtText(node) {
+        const text = node.data.replace(/\s+/g, ' ').trim();
+        if (!text)
+            return;
+        const facts = about(node.parentElement);
+        if (facts.style.visibility !== 'visible' || facts.isHidden)
+            return;
+        range.selectNodeContents(node);
+        const rects = Array.from(range.getClientRects()).filter((rect) => rect.width > 0.5 && rect.height > 0.5);
+        const length = rects.reduce((sum, rect) => sum + rect.width, 0);
+        const isTold = keepsLines(facts.style) && rects.length <= node.data.split('\n').length;
+        for (const rect of rects) {
+            const box = placed(rect);
+            if (box.to < -farAway / 4 || box.bottom < -farAway / 4)
+                continue;
+            if (!facts.isInScroller) {
+                look(box, () => text);
+                if (sticksOutAlong(box) && charactersStickOut(node, box))
+                    blame('cut lines', () => `along: ${textOn(node, rect)}`);
+                else if (sticksOutDown(box) && glyphsAreCut(node, box, textOn(node, rect)))
+                    blame('cut lines', () => `down: ${textOn(node, rect)}`);
+            } else {
+                for (const page of pagesAt(box.from))
+                    occupied.add(page);
+            }
+            if (isTold)
+                endLine(true);
+            addToLine(node, facts.block, box, widthOf(text) * rect.width / length);
+        }
+        countBrokenWords(node, facts.style);
+    }
+
+    function lookAtWhole(element) {
+        const facts = about(element);
+        if (facts.style.visibility !== 'visible' || facts.isHidden || facts.isInScroller)
+            return;
+        const rects = Array.from(element.getClientRects()).filter((rect) => rect.width > 1.5 && rect.height > 1.5);
+        const boxes = rects.map(placed).filter((box) => box.to > -farAway / 4 && box.bottom > -farAway / 4);
+        if (!boxes.length)
+            return;
+        const name = () => `${element.localName} ${element.getAttribute('src') || element.textContent}`;
+        const height = boxes.reduce((sum, box) => sum + box.height, 0);
+        const wouldFit = element.localName !== 'tr' || height <= bottom - top + tolerance;
+        const isCut = new Set(boxes.map((box) => box.column)).size > 1
+            || boxes.some((box) => sticksOutAlong(box) || sticksOutDown(box));
+        if (isCut && wouldFit)
+            blame('cut boxes', name);
+        if (element.localName !== 'tr')
+            look(boxes[0], name);
+    }
+
+    const nodes = document.createTreeWalker(body, NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT, (node) =>
+        (node.nodeType === Node.ELEMENT_NODE && passedOver.test(node.localName) && !wholes.test(node.localName)
+            ? NodeFilter.FILTER_REJECT : NodeFilter.FILTER_ACCEPT));
+    for (let node = nodes.nextNode(); node;) {
+        let goesIn = true;
+        if (node.nodeType === Node.TEXT_NODE)
+            lookAtText(node);
+        else if (node.localName === 'br')
+            endLine(true);
+        else if (wholes.test(node.localName)) {
+            lookAtWhole(node);
+            goesIn = node.localName === 'tr';
+        }
+        if (goesIn)
+            node = nodes.nextNode();
+        else {
+            while (node && !nodes.nextSibling())
+                node = nodes.parentNode();
+            node = node && nodes.currentNode;
+        }
+    }
+    endLine(true);
+
+    const last = Math.max(...occupied);
+    for (let page = Math.min(...occupied); page < last; ++page) {
+        if (!occupied.has(page))
+            blame('blank pages', () => `page ${page + 1} of ${offsets.length}`);
+    }
+    return [[offsets.length, lines], ...kinds.map((kind) => [kind, counts[kind], ...examples[kind]])]
+        .map((fields) => fields.join('\t')).join('\n');
+})()

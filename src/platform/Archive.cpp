@@ -4,10 +4,12 @@
 #include "platform/ContainedFolder.hpp"
 #include "platform/Files.hpp"
 #include "platform/Path.hpp"
+#include "platform/StraightArchive.hpp"
 
 #include <zip.h>
 
 #include <algorithm>
+#include <fcntl.h>
 #include <memory>
 #include <span>
 #include <sys/stat.h>
@@ -67,6 +69,65 @@ private:
 
 }
 
+namespace {
+
+// Reads one member's bytes, as far as they come: those before a damage count, and a wrong check sum is none.
+class MemberReader {
+public:
+    MemberReader(zip_t* zip, zip_uint64_t index)
+        : _zip(zip)
+        , _index(index)
+        , _file(zip_fopen_index(zip, index, 0), &zip_fclose)
+    {
+    }
+    bool isOpen() const { return _file != nullptr; }
+
+    // How many bytes it has read; 0 at the end.
+    std::size_t read(std::span<char> buffer)
+    {
+        if (buffer.empty())
+            return 0;
+        if (_isDamaged)
+            return readByByte(buffer);
+        const auto got = zip_fread(_file.get(), buffer.data(), buffer.size());
+        if (got < 0 && zip_error_code_zip(zip_file_get_error(_file.get())) != ZIP_ER_CRC && reopen(buffer))
+            return readByByte(buffer);
+        _read += static_cast<std::uint64_t>(std::max<zip_int64_t>(got, 0));
+        return static_cast<std::size_t>(std::max<zip_int64_t>(got, 0));
+    }
+
+private:
+    // The library drops what it has inflated in the call that meets the damage. The same place is reached once more,
+    // and the rest is read byte by byte.
+    bool reopen(std::span<char> buffer)
+    {
+        _isDamaged = true;
+        _file.reset(zip_fopen_index(_zip, _index, 0));
+        for (std::uint64_t left = _read; _file && left > 0;) {
+            const auto got = zip_fread(_file.get(), buffer.data(), std::min<std::uint64_t>(left, buffer.size()));
+            if (got <= 0)
+                return false;
+            left -= static_cast<std::uint64_t>(got);
+        }
+        return _file != nullptr;
+    }
+    std::size_t readByByte(std::span<char> buffer)
+    {
+        std::size_t count = 0;
+        while (_file && count < buffer.size() && zip_fread(_file.get(), buffer.data() + count, 1) == 1)
+            ++count;
+        return count;
+    }
+
+    zip_t* _zip;
+    zip_uint64_t _index;
+    std::unique_ptr<zip_file_t, decltype(&zip_fclose)> _file;
+    std::uint64_t _read = 0;
+    bool _isDamaged = false;
+};
+
+}
+
 struct Archive::Handle {
     std::unique_ptr<zip_t, decltype(&zip_discard)> zip { nullptr, &zip_discard };
     std::vector<Member> members;
@@ -122,23 +183,17 @@ bool Archive::Handle::readDirectory(const ArchiveLimits& limits, std::uint64_t a
 
 std::optional<std::string> Archive::Handle::read(const Member& member) const
 {
-    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(
-        zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
-    if (!source)
+    MemberReader reader(zip.get(), member.index);
+    if (!reader.isOpen())
         return std::nullopt;
-    // One byte more shows a member that holds more than the directory says, and makes the library check the sum.
-    std::string bytes(member.size + 1, '\0');
+    std::string bytes(member.size, '\0');
     std::size_t size = 0;
     while (size < bytes.size()) {
-        const auto got = zip_fread(source.get(), bytes.data() + size, bytes.size() - size);
-        if (got < 0)
-            return std::nullopt;
+        const auto got = reader.read({ bytes.data() + size, bytes.size() - size });
         if (got == 0)
             break;
-        size += static_cast<std::size_t>(got);
+        size += got;
     }
-    if (size > member.size)
-        return std::nullopt;
     bytes.resize(size);
     return bytes;
 }
@@ -153,25 +208,23 @@ bool Archive::Handle::extract(
     const auto file = destination.makeFile(folders, name);
     if (!file)
         return true;
-    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> source(
-        zip_fopen_index(zip.get(), member.index, 0), &zip_fclose);
-    if (!source) {
+    MemberReader reader(zip.get(), member.index);
+    if (!reader.isOpen()) {
         destination.removeLastFile();
         return true;
     }
     std::uint64_t written = 0;
-    for (;;) {
-        const bool stopped = stop.stop_requested();
-        const auto got = stopped ? -1 : zip_fread(source.get(), buffer.data(), buffer.size());
+    while (!stop.stop_requested()) {
+        // The bounds go by the directory: no member gets more than that says.
+        const auto got = reader.read(buffer.first(std::min<std::uint64_t>(buffer.size(), member.size - written)));
         if (got == 0 && destination.endFile(file, written))
             return true;
-        written += got > 0 ? static_cast<std::uint64_t>(got) : 0;
-        if (got <= 0 || written > member.size
-            || !writeAll(file.get(), { buffer.data(), static_cast<std::size_t>(got) })) {
-            destination.removeLastFile();
-            return !stopped;
-        }
+        written += got;
+        if (got == 0 || !writeAll(file.get(), { buffer.data(), got }))
+            break;
     }
+    destination.removeLastFile();
+    return !stop.stop_requested();
 }
 
 Archive::Archive(std::unique_ptr<Handle> handle)
@@ -199,11 +252,26 @@ std::optional<Archive> Archive::open(const std::string& path, const ArchiveLimit
     if (!isDirectoryWithin(file.get(), bytes, limits))
         return pastBounds();
     auto handle = std::make_unique<Handle>();
-    handle->zip.reset(zip_fdopen(file.get(), 0, nullptr));
+    // The library works on a duplicate, and closes the one that it was given once it has opened it.
+    if (FileDescriptor given(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0)); given) {
+        handle->zip.reset(zip_fdopen(given.get(), 0, nullptr));
+        if (handle->zip)
+            given.release();
+    }
+    if (!handle->zip) {
+        bool isPastBounds = false;
+        auto directory = straightDirectory(file.get(), bytes, limits, isPastBounds);
+        if (isPastBounds)
+            return pastBounds();
+        if (!directory)
+            return std::nullopt;
+        auto* source = straightSource(std::move(file), std::move(*directory));
+        handle->zip.reset(source ? zip_open_from_source(source, ZIP_RDONLY, nullptr) : nullptr);
+        if (!handle->zip && source)
+            zip_source_free(source);
+    }
     if (!handle->zip)
         return std::nullopt;
-    // The library works on a duplicate, and closes the original itself.
-    file.release();
     if (!handle->readDirectory(limits, bytes))
         return pastBounds();
     return Archive(std::move(handle));

@@ -33,13 +33,13 @@ public:
     // Where each member that is a file would go, as a path below the destination.
     std::vector<std::string> filePaths() const;
 
-    // Extracts the members that match one of `members`, or all when it is empty. Members that fail, or hold more than
-    // the directory says, are left out. Returns early when `stop` asks for it. Files are taken from `spare`, as far as
-    // it goes.
+    // Extracts the members that match one of `members`, or all when it is empty. Of a damaged member come the bytes
+    // before the damage, and of one that holds more than the directory says as many as that says. Returns early when
+    // `stop` asks for it. Files are taken from `spare`, as far as it goes.
     void extract(const std::vector<std::string>& members, const std::string& destination,
         const std::stop_token& stop = {}, SpareFiles* spare = nullptr);
 
-    // The bytes of the member of that very name; missing when there is none, it fails, or it holds more than `limit`.
+    // The bytes of the member of that very name; missing when there is none, or it holds more than `limit`.
     std::optional<std::string> read(const std::string& member, std::uint64_t limit) const;
 
 private:

@@ -1,5 +1,6 @@
 #include "platform/ArchiveDirectory.hpp"
 
+#include "platform/LittleEndian.hpp"
 #include "platform/Unicode.hpp"
 
 #include <algorithm>
@@ -9,6 +10,20 @@
 #include <unistd.h>
 
 namespace pagora {
+
+std::string bytesAt(int file, std::uint64_t offset, std::size_t size)
+{
+    std::string bytes(size, '\0');
+    std::size_t read = 0;
+    while (read < size) {
+        const auto got = ::pread(file, bytes.data() + read, size - read, static_cast<off_t>(offset + read));
+        if (got <= 0)
+            break;
+        read += static_cast<std::size_t>(got);
+    }
+    bytes.resize(read);
+    return bytes;
+}
 
 namespace {
 
@@ -29,40 +44,18 @@ struct Claim {
     std::uint64_t offset = 0;
 };
 
-std::uint64_t number(std::string_view bytes, std::size_t at, int size)
-{
-    std::uint64_t number = 0;
-    for (int i = size - 1; i >= 0; --i)
-        number = number << 8 | static_cast<unsigned char>(bytes[at + static_cast<std::size_t>(i)]);
-    return number;
-}
-
-// Shorter where the file ends.
-std::string bytesAt(int file, std::uint64_t offset, std::size_t size)
-{
-    std::string bytes(size, '\0');
-    std::size_t read = 0;
-    while (read < size) {
-        const auto got = ::pread(file, bytes.data() + read, size - read, static_cast<off_t>(offset + read));
-        if (got <= 0)
-            break;
-        read += static_cast<std::size_t>(got);
-    }
-    bytes.resize(read);
-    return bytes;
-}
-
 // What the end of a directory claims that is at `at` in the archive's last bytes.
 Claim claimAt(int file, std::string_view tail, std::size_t at)
 {
-    Claim claim { std::max(number(tail, at + 8, 2), number(tail, at + 10, 2)), number(tail, at + 12, 4),
-        number(tail, at + 16, 4) };
+    Claim claim { std::max(littleEndian(tail, at + 8, 2), littleEndian(tail, at + 10, 2)),
+        littleEndian(tail, at + 12, 4), littleEndian(tail, at + 16, 4) };
     if (at < locatorBytes || tail.substr(at - locatorBytes, 4) != "PK\6\7")
         return claim;
-    const auto large = bytesAt(file, number(tail, at - locatorBytes + 8, 8), largeEndBytes);
+    const auto large = bytesAt(file, littleEndian(tail, at - locatorBytes + 8, 8), largeEndBytes);
     if (large.size() < largeEndBytes || !large.starts_with("PK\6\6"))
         return claim;
-    return { std::max(number(large, 24, 8), number(large, 32, 8)), number(large, 40, 8), number(large, 48, 8) };
+    return { std::max(littleEndian(large, 24, 8), littleEndian(large, 32, 8)), littleEndian(large, 40, 8),
+        littleEndian(large, 48, 8) };
 }
 
 // The library's own function of a name, which ends at a NUL.
@@ -74,27 +67,27 @@ std::uint32_t placeOf(std::string_view name)
     return sum % places;
 }
 
-// Whether the names of a directory lie apart well enough.
-bool areNamesApart(std::string_view directory, std::uint64_t limit)
+}
+
+bool areNamesApart(std::string_view directory, const ArchiveLimits& limits)
 {
     std::array<std::uint64_t, places> counts {};
     // The library makes names of its own for these.
     std::uint64_t others = 0;
     while (directory.size() >= headerBytes && directory.starts_with("PK\1\2")) {
-        const auto nameBytes = number(directory, 28, 2);
-        const auto extraBytes = number(directory, 30, 2);
+        const auto nameBytes = littleEndian(directory, 28, 2);
+        const auto extraBytes = littleEndian(directory, 30, 2);
         const auto rest = directory.substr(headerBytes);
         const auto name = rest.substr(0, nameBytes);
         const auto extra = rest.substr(name.size(), extraBytes);
         const bool isOther = !isUtf8(name) || extra.find("up") != std::string_view::npos;
         auto& count = isOther ? others : counts[placeOf(name)];
-        if (++count > (isOther ? harmlessMembers : limit))
+        if (++count > (isOther ? harmlessMembers : limits.alikeNames))
             return false;
-        directory = rest.substr(std::min<std::size_t>(rest.size(), nameBytes + extraBytes + number(directory, 32, 2)));
+        directory
+            = rest.substr(std::min<std::size_t>(rest.size(), nameBytes + extraBytes + littleEndian(directory, 32, 2)));
     }
     return true;
-}
-
 }
 
 bool isDirectoryWithin(int file, std::uint64_t archiveBytes, const ArchiveLimits& limits)
@@ -114,8 +107,7 @@ bool isDirectoryWithin(int file, std::uint64_t archiveBytes, const ArchiveLimits
         bytes += claim.bytes;
         if (members > limits.members || bytes > limits.directoryBytes)
             return false;
-        if (claim.members > harmlessMembers
-            && !areNamesApart(bytesAt(file, claim.offset, claim.bytes), limits.alikeNames))
+        if (claim.members > harmlessMembers && !areNamesApart(bytesAt(file, claim.offset, claim.bytes), limits))
             return false;
     }
     return true;

@@ -35,25 +35,45 @@ bool isSpace(gunichar c)
 }
 
 // Whether the set that `pattern` begins with ("[" included) holds `c`. `length` receives the set's length, 0 when
-// nothing closes it.
+// nothing closes it. The first "]" closes it; a backslash takes the meaning of the character after it.
 bool setHolds(std::string_view pattern, unsigned char c, std::size_t& length)
 {
+    length = 0;
     std::size_t i = 1;
     const bool negated = i < pattern.size() && (pattern[i] == '!' || pattern[i] == '^');
     if (negated)
         ++i;
     bool found = false;
-    for (bool first = true; i < pattern.size() && (first || pattern[i] != ']'); first = false) {
-        const auto low = static_cast<unsigned char>(pattern[i++]);
+    const auto next = [&] {
+        if (pattern[i] == '\\' && i + 1 < pattern.size())
+            ++i;
+        return static_cast<unsigned char>(pattern[i++]);
+    };
+    while (i < pattern.size() && pattern[i] != ']') {
+        const auto low = next();
         auto high = low;
         if (i + 1 < pattern.size() && pattern[i] == '-' && pattern[i + 1] != ']') {
-            high = static_cast<unsigned char>(pattern[i + 1]);
-            i += 2;
+            ++i;
+            high = next();
         }
         found = found || (low <= c && c <= high);
     }
-    length = i < pattern.size() ? i + 1 : 0;
+    if (i < pattern.size())
+        length = i + 1;
     return found != negated;
+}
+
+// How many bytes of the pattern's start, which is no "*", stand for the byte; 0 when they do not.
+std::size_t lengthOfMatch(std::string_view pattern, char c)
+{
+    if (pattern.empty())
+        return 0;
+    std::size_t length = 0;
+    if (pattern.front() == '[')
+        return setHolds(pattern, static_cast<unsigned char>(c), length) ? length : 0;
+    if (pattern.front() == '\\' && pattern.size() > 1)
+        return pattern[1] == c ? 2 : 0;
+    return pattern.front() == '?' || pattern.front() == c ? 1 : 0;
 }
 
 }
@@ -174,7 +194,7 @@ std::string lowercased(std::string_view text)
 
 bool hasWildcards(std::string_view text)
 {
-    return text.find_first_of("*?[") != std::string_view::npos;
+    return text.find_first_of("*?[\\") != std::string_view::npos;
 }
 
 bool matchesWildcards(std::string_view text, std::string_view pattern)
@@ -185,16 +205,11 @@ bool matchesWildcards(std::string_view text, std::string_view pattern)
     std::size_t star = std::string_view::npos;
     std::size_t starText = 0;
     while (t < text.size()) {
-        const auto c = static_cast<unsigned char>(text[t]);
-        std::size_t length = 0;
         if (p < pattern.size() && pattern[p] == '*') {
             star = p++;
             starText = t;
-        } else if (p < pattern.size() && pattern[p] == '[' && setHolds(pattern.substr(p), c, length) && length > 0) {
+        } else if (const auto length = lengthOfMatch(pattern.substr(std::min(p, pattern.size())), text[t])) {
             p += length;
-            ++t;
-        } else if (p < pattern.size() && length == 0 && (pattern[p] == '?' || pattern[p] == text[t])) {
-            ++p;
             ++t;
         } else if (star != std::string_view::npos) {
             p = star + 1;

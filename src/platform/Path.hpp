@@ -31,10 +31,11 @@ std::string trimmed(std::string_view text);
 // ASCII letters in lower case, all else as it is.
 std::string lowercased(std::string_view text);
 
-// Whether the text holds one of "*", "?" and "[".
+// Whether the text holds one of "*", "?", "[" and the backslash.
 bool hasWildcards(std::string_view text);
 // Whether the whole of `text` fits `pattern`: "*" stands for any bytes ("/" too), "?" for one, "[…]" for one of a set
-// with ranges, "[!…]" for one that is not in it. A "[" that nothing closes stands for itself.
+// with ranges, "[!…]" for one that is not in it. A backslash takes the meaning of the character after it. A set that
+// nothing closes stands for nothing.
 bool matchesWildcards(std::string_view text, std::string_view pattern);
 
 }

@@ -15,6 +15,7 @@ namespace pagora {
 namespace {
 
 namespace fs = std::filesystem;
+using test::contentsOf;
 using test::EpubBuilder;
 using test::makeFile;
 using test::MemberKind;
@@ -113,6 +114,26 @@ TEST_F(EpubInspectionTest, MimetypeThatIsNotAsciiIsRejectedAsTheOtherFormat)
         "\xEF\xBB\xBF"
         "application/epub+zip")));
     EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> file is not a ePub ( see the mimetype )" }));
+}
+
+TEST_F(EpubInspectionTest, BookWithAWrongCheckSumComesIn)
+{
+    const auto path = EpubBuilder().title("Right").write(_folder.path("Book.epub"));
+    // The sum of the mimetype, as both headers write it.
+    const auto sum = contentsOf(path).substr(14, 4);
+    test::replaceInFile(path, sum, "summ");
+    const auto book = inspectFile(path);
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->title(), "Right");
+}
+
+TEST_F(EpubInspectionTest, BookAfterOtherBytesComesIn)
+{
+    const auto path = EpubBuilder().title("Right").write(_folder.path("Book.epub"));
+    makeFile(path, "#!/bin/sh\n" + contentsOf(path));
+    const auto book = inspectFile(path);
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->title(), "Right");
 }
 
 TEST_F(EpubInspectionTest, MissingMimetypeIsRejected)

@@ -99,13 +99,25 @@ TEST(Wildcards, SetStandsForOneOfItsBytes)
     EXPECT_TRUE(matchesWildcards("ac", "a[a-d]"));
     EXPECT_FALSE(matchesWildcards("ae", "a[a-d]"));
     EXPECT_TRUE(matchesWildcards("ae", "a[!a-d]"));
-    EXPECT_TRUE(matchesWildcards("a]", "a[]]"));
+    EXPECT_TRUE(matchesWildcards("a]", "a[\\]]"));
 }
 
-TEST(Wildcards, UnclosedSetStandsForItself)
+TEST(Wildcards, FirstBracketClosesASet)
 {
-    EXPECT_TRUE(matchesWildcards("a[1", "a[1"));
+    EXPECT_FALSE(matchesWildcards("a]", "a[]]"));
+}
+
+TEST(Wildcards, UnclosedSetStandsForNothing)
+{
+    EXPECT_FALSE(matchesWildcards("a[1", "a[1"));
     EXPECT_FALSE(matchesWildcards("a1", "a[1"));
+}
+
+TEST(Wildcards, BackslashTakesTheMeaningOfACharacter)
+{
+    EXPECT_TRUE(matchesWildcards("a*", "a\\*"));
+    EXPECT_FALSE(matchesWildcards("ab", "a\\*"));
+    EXPECT_TRUE(matchesWildcards("ab", "a\\b"));
 }
 
 TEST(Wildcards, ManyStarsAreMatchedWithoutExploding)

@@ -45,6 +45,10 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         webkitColumnWidth: 'column-width',
     };
     const setProperty = CSSStyleDeclaration.prototype.setProperty;
+    const isSupported = CSS.supports;
+    // A family in whose name a word begins with a digit is not understood without quotes.
+    const quotedFamily = (family) => (isSupported.call(CSS, 'font-family', family)
+        ? family : '"' + family.replace(/["\\]/g, '\\$&') + '"');
     let styles = Object.getPrototypeOf(Document.prototype.createElement.call(document, 'p').style);
     while (!Object.prototype.hasOwnProperty.call(styles, 'webkitColumnWidth'))
         styles = Object.getPrototypeOf(styles);
@@ -53,7 +57,8 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
             configurable: true,
             get: getterOf(styles, property),
             set(value) {
-                setProperty.call(this, name, value, pagoraLaysOut ? 'important' : '');
+                const text = name === 'font-family' ? quotedFamily(String(value)) : value;
+                setProperty.call(this, name, text, pagoraLaysOut ? 'important' : '');
             },
         });
     }

@@ -27,12 +27,19 @@ std::string bodyHeight(std::int32_t height)
     return "document.body.style.height = '" + points(height) + "';";
 }
 
-// Whether the name of a font family stands for itself in a style sheet.
+// Whether the name of a font family stands for itself in a style sheet, where a word may not begin with a digit unless
+// the name is quoted.
 bool isPlainName(const std::string& family)
 {
     return !family.empty() && std::isalpha(static_cast<unsigned char>(family.front()))
         && std::all_of(
             family.begin(), family.end(), [](unsigned char c) { return std::isalnum(c) || c == ' ' || c == '-'; });
+}
+
+bool hasWordOfDigits(const std::string& family)
+{
+    const auto startsOne = [](unsigned char space, unsigned char c) { return space == ' ' && !std::isalpha(c); };
+    return std::adjacent_find(family.begin(), family.end(), startsOne) != family.end();
 }
 
 }
@@ -104,8 +111,10 @@ std::string styleSheet(const Layout& layout, std::int32_t columns)
     else
         body += "column-width:auto!important;column-count:" + std::to_string(columns) + "!important;";
     body += "height:" + points(layout.columnHeight) + "!important;";
-    if (isPlainName(layout.font))
-        body += "font-family:" + layout.font + "!important;";
+    if (isPlainName(layout.font)) {
+        const std::string quote = hasWordOfDigits(layout.font) ? "\"" : "";
+        body += "font-family:" + quote + layout.font + quote + "!important;";
+    }
     if (layout.text) {
         const auto text = std::string("color:") + layout.text + "!important;";
         sheet += "*{background:none!important;" + text + "}";

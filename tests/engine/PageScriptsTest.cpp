@@ -14,6 +14,19 @@ TEST_F(PageScriptsTest, ResultsAreTexts)
     EXPECT_EQ(evaluate("document.body.style.color = 'red';"), "red");
 }
 
+TEST_F(PageScriptsTest, AFontWhoseNameHasAWordOfDigitsIsSet)
+{
+    loadDocument("<p>Text</p>");
+    for (const std::string family : { "Source Sans 3", "Exo 2" }) {
+        EXPECT_EQ(evaluate("document.body.style.fontFamily = '" + family + "';"), family);
+        EXPECT_EQ(evaluate("getComputedStyle(document.body).fontFamily"), '"' + family + '"');
+    }
+    evaluate("document.body.style.fontFamily = 'Times New Roman';");
+    EXPECT_EQ(evaluate("getComputedStyle(document.body).fontFamily"), "\"Times New Roman\"");
+    evaluate("document.body.style.fontFamily = 'a\\x22b 1';");
+    EXPECT_EQ(evaluate("getComputedStyle(document.body).fontFamily"), "\"a\\\"b 1\"");
+}
+
 TEST_F(PageScriptsTest, NothingIsAnEmptyText)
 {
     loadDocument("<p>Text</p>");

@@ -150,6 +150,20 @@ TEST(PageScripts, StyleSheetSaysWhatTheScriptsSet)
     EXPECT_TRUE(scripts::styleSheet(layout, 2).starts_with("*{background:none!important;color:#111!important;}"));
 }
 
+TEST(PageScripts, FontNameWithAWordOfDigitsIsQuotedInTheStyleSheet)
+{
+    scripts::Layout layout;
+    for (const auto* family : { "Source Sans 3", "Exo 2", "Press Start 2P" }) {
+        layout.font = family;
+        EXPECT_NE(scripts::styleSheet(layout, 2).find("font-family:\"" + layout.font + "\"!important;"),
+            std::string::npos)
+            << family;
+    }
+    layout.font = "Univers55 Plain";
+    EXPECT_NE(scripts::styleSheet(layout, 2).find("font-family:Univers55 Plain!important;"), std::string::npos);
+    EXPECT_EQ(scripts::textFont("Exo 2"), "document.body.style.fontFamily = 'Exo 2';");
+}
+
 TEST(PageScripts, FontNameThatIsMoreThanANameStaysOutOfTheStyleSheet)
 {
     scripts::Layout layout;

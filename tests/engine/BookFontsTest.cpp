@@ -1,9 +1,9 @@
 #include "platform/gtk/BookFonts.hpp"
+
 #include "tests/engine/PageViewTest.hpp"
 
-#include <pangomm/fontfamily.h>
-
 #include <algorithm>
+#include <pangomm/fontfamily.h>
 
 namespace pagora::test {
 
@@ -14,8 +14,8 @@ protected:
     // How wide a line of text is in the engine, in the given family at 100 pixels.
     std::string widthIn(const std::string& family, const std::string& style = {})
     {
-        loadDocument("<p><span id=\"t\" style=\"font: " + style + " 100px " + family
-            + "\">Hamburgefonstiv 1876</span></p>");
+        loadDocument(
+            "<p><span id=\"t\" style=\"font: " + style + " 100px " + family + "\">Hamburgefonstiv 1876</span></p>");
         return evaluate("document.getElementById('t').getBoundingClientRect().width");
     }
     bool isInstalled(const std::string& family)

@@ -39,7 +39,8 @@ std::string configuration(const std::string& systemFile)
         std::string relatives;
         for (const auto* const relative : font.relatives)
             relatives += element("family", relative);
-        content += "<alias binding=\"same\">" + element("family", font.name) + element("accept", relatives) + "</alias>\n";
+        content
+            += "<alias binding=\"same\">" + element("family", font.name) + element("accept", relatives) + "</alias>\n";
     }
     return text + element("fontconfig", content) + "\n";
 }

@@ -1,6 +1,7 @@
 #include "platform/gtk/PopUpControl.hpp"
 
 #include "platform/gtk/DisplayText.hpp"
+#include "platform/gtk/FontLetters.hpp"
 #include "platform/gtk/Tooltip.hpp"
 
 #include <glibmm/main.h>
@@ -47,8 +48,10 @@ Glib::RefPtr<Gtk::ListItemFactory> makeRows(bool titlesAreFonts)
         title->set_text(text);
         if (titlesAreFonts) {
             Pango::AttrList attributes;
-            auto family = Pango::Attribute::create_attr_family(text);
-            attributes.insert(family);
+            if (hasLatinLetters(text)) {
+                auto family = Pango::Attribute::create_attr_family(text);
+                attributes.insert(family);
+            }
             title->set_attributes(attributes);
         }
         row->set_visible_child(text.empty() ? "separator" : "title");
@@ -56,6 +59,17 @@ Glib::RefPtr<Gtk::ListItemFactory> makeRows(bool titlesAreFonts)
         item->set_activatable(!text.empty());
     });
     return rows;
+}
+
+GtkWidget* findBelow(GtkWidget* widget, GType type)
+{
+    if (g_type_is_a(G_OBJECT_TYPE(widget), type))
+        return widget;
+    for (auto* child = gtk_widget_get_first_child(widget); child; child = gtk_widget_get_next_sibling(child)) {
+        if (auto* const found = findBelow(child, type))
+            return found;
+    }
+    return nullptr;
 }
 
 }
@@ -68,6 +82,7 @@ PopUpControl::PopUpControl(Gtk::DropDown& dropDown, TitlesAreFonts titlesAreFont
     _dropDown.set_model(_items);
     _dropDown.set_factory(makeRows(titlesAreFonts == TitlesAreFonts::Yes));
     _dropDown.set_expression(Gtk::PropertyExpression<Glib::ustring>::create(Gtk::StringObject::get_type(), "string"));
+    findByTyping();
     _selectionChanged = _dropDown.property_selected().signal_changed().connect([this] { selectionDidChange(); });
 }
 
@@ -75,6 +90,32 @@ PopUpControl::~PopUpControl()
 {
     _selectionChanged.disconnect();
     _showing.disconnect();
+}
+
+// The list has the keyboard when it opens, and the field above it is where titles are searched: what is typed goes
+// there, and any part of a title is found; Enter takes the first that is. The toolkit's own search is by the beginning
+// only.
+void PopUpControl::findByTyping()
+{
+    auto* const panel = findBelow(GTK_WIDGET(_dropDown.gobj()), GTK_TYPE_POPOVER);
+    auto* const list = panel ? findBelow(panel, GTK_TYPE_LIST_VIEW) : nullptr;
+    auto* const field = panel ? findBelow(panel, GTK_TYPE_SEARCH_ENTRY) : nullptr;
+    if (!list || !field)
+        return;
+    gtk_search_entry_set_key_capture_widget(GTK_SEARCH_ENTRY(field), panel);
+    auto* const shown = gtk_list_view_get_model(GTK_LIST_VIEW(list));
+    auto* const filtered
+        = GTK_IS_SINGLE_SELECTION(shown) ? gtk_single_selection_get_model(GTK_SINGLE_SELECTION(shown)) : nullptr;
+    auto* const filter = GTK_IS_FILTER_LIST_MODEL(filtered)
+        ? gtk_filter_list_model_get_filter(GTK_FILTER_LIST_MODEL(filtered))
+        : nullptr;
+    if (GTK_IS_STRING_FILTER(filter))
+        gtk_string_filter_set_match_mode(GTK_STRING_FILTER(filter), GTK_STRING_FILTER_MATCH_MODE_SUBSTRING);
+    const auto chooseFirst = +[](GtkSearchEntry* field, GtkWidget* list) {
+        if (*gtk_editable_get_text(GTK_EDITABLE(field)))
+            g_signal_emit_by_name(list, "activate", 0u);
+    };
+    g_signal_connect_object(field, "activate", G_CALLBACK(chooseFirst), list, GConnectFlags(0));
 }
 
 void PopUpControl::removeAllItems()

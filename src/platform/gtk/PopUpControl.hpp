@@ -30,6 +30,7 @@ public:
     const std::vector<std::string>& titles() const { return _titles; }
 
 private:
+    void findByTyping();
     void showSoon();
     void showItems();
     void selectionDidChange();

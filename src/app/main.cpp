@@ -1,4 +1,5 @@
 #include "app/gtk/Application.hpp"
+#include "platform/Confinement.hpp"
 #include "platform/Translation.hpp"
 #include "platform/UserFolders.hpp"
 #include "platform/gtk/BookFonts.hpp"
@@ -10,6 +11,7 @@ int main(int argc, char** argv)
 {
     pagora::prepareGraphics();
     pagora::useBookFonts(pagora::cachesFolder() + "/" PAGORA_IDENTIFIER ".fonts.conf");
+    pagora::prepareConfinementSwitch();
     pagora::startTranslation();
     g_set_prgname(PAGORA_IDENTIFIER);
     g_set_application_name("Pagora");

@@ -55,7 +55,7 @@ void PageViewTest::show(PageKind kind, double scriptTimeout)
 {
     embed(nullptr);
     _engine = std::make_unique<PageEngine>(
-        PageEngine::Options { _folder.path("books"), _folder.path("caches"), scriptTimeout });
+        PageEngine::Options { _folder.path("books"), _folder.path("caches"), scriptTimeout, _confinement });
     embed(_engine->makePageView(kind));
 }
 

@@ -104,6 +104,8 @@ protected:
 
     TemporaryFolder _folder;
     std::string _book;
+    // Of the views that are shown from now on.
+    Confinement _confinement = Confinement::Full;
     RecordingDelegate _delegate;
     std::unique_ptr<PageEngine> _engine;
     std::unique_ptr<PageView> _view;

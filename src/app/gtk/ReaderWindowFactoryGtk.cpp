@@ -5,15 +5,42 @@
 #include "platform/gtk/PageEngine.hpp"
 #include "reader/gtk/EpubWindowGtk.hpp"
 
+#include <glibmm/main.h>
+
 #include <utility>
 
 namespace pagora {
 
 namespace {
 
-ReaderPage makePage(PageEngine& engine, PageKind kind, const PageView* beside = nullptr)
+// How often to see whether the probe has ended, in milliseconds.
+constexpr unsigned probeInterval = 20;
+
+}
+
+ReaderWindowFactoryGtk::ReaderWindowFactoryGtk(std::string temporaryFolder, std::function<void(Gtk::Window&)> didMake)
+    : _temporaryFolder(std::move(temporaryFolder))
+    , _didMake(std::move(didMake))
 {
-    auto view = engine.makePageView(kind, beside);
+}
+
+ReaderWindowFactoryGtk::~ReaderWindowFactoryGtk()
+{
+    _preparation.disconnect();
+}
+
+PageEngine& ReaderWindowFactoryGtk::engine()
+{
+    if (!_engine)
+        _engine = std::make_unique<PageEngine>(PageEngine::Options { .booksFolder = _temporaryFolder + "/_books",
+            .cachesFolder = _temporaryFolder + "/_engine",
+            .confinement = _probe.result() });
+    return *_engine;
+}
+
+ReaderPage ReaderWindowFactoryGtk::makePage(PageKind kind, const PageView* beside)
+{
+    auto view = engine().makePageView(kind, beside);
     auto* const page = view.get();
     const auto setFlickHandler
         = [page](std::function<void(double)> handler) { page->setFlickHandler(std::move(handler)); };
@@ -25,28 +52,25 @@ ReaderPage makePage(PageEngine& engine, PageKind kind, const PageView* beside = 
     // A fixed page brings its own paper.
     if (kind == PageKind::Columns)
         parts.setBackground = [page](const Color& color) { page->setBackground(color); };
+    parts.isConfined = _probe.result() == Confinement::Full;
     return parts;
 }
 
-}
-
-ReaderWindowFactoryGtk::ReaderWindowFactoryGtk(std::string temporaryFolder, std::function<void(Gtk::Window&)> didMake)
-    : _temporaryFolder(std::move(temporaryFolder))
-    , _didMake(std::move(didMake))
-{
-}
-
-ReaderWindowFactoryGtk::~ReaderWindowFactoryGtk() = default;
-
-PageEngine& ReaderWindowFactoryGtk::engine()
-{
-    if (!_engine)
-        _engine = std::make_unique<PageEngine>(
-            PageEngine::Options { _temporaryFolder + "/_books", _temporaryFolder + "/_engine" });
-    return *_engine;
-}
-
 void ReaderWindowFactoryGtk::prepareNextWindow()
+{
+    _preparation.disconnect();
+    if (_probe.isKnown())
+        return prepareWhenProbed();
+    _preparation = Glib::signal_timeout().connect(
+        [this] {
+            if (_probe.isKnown())
+                prepareWhenProbed();
+            return !_probe.isKnown();
+        },
+        probeInterval);
+}
+
+void ReaderWindowFactoryGtk::prepareWhenProbed()
 {
     engine().prepareWarmView();
     if (!_nextLayout)
@@ -57,15 +81,15 @@ std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
 {
     const auto prepared = std::exchange(_nextLayout, nullptr);
     auto layout = prepared ? std::move(*prepared) : ReaderLayout(EpubWindowGtk::layoutName);
-    auto window = std::make_unique<EpubWindowGtk>(makePage(engine(), PageKind::Columns), std::move(layout));
+    auto window = std::make_unique<EpubWindowGtk>(makePage(PageKind::Columns), std::move(layout));
     _didMake(window->parts().window.window());
     return window;
 }
 
 std::unique_ptr<ReaderWindow> ReaderWindowFactoryGtk::makeFixedWindow()
 {
-    auto shown = makePage(engine(), PageKind::Fixed);
-    auto spare = makePage(engine(), PageKind::Fixed, static_cast<const PageView*>(shown.webView.get()));
+    auto shown = makePage(PageKind::Fixed);
+    auto spare = makePage(PageKind::Fixed, static_cast<const PageView*>(shown.webView.get()));
     auto window = std::make_unique<FixedWindowGtk>(PreparedPagesGtk::make(std::move(shown), std::move(spare)));
     _didMake(window->parts().window.window());
     return window;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/Confinement.hpp"
 #include "reader/EpubWindow.hpp"
 
 #include <functional>
 #include <memory>
+#include <sigc++/connection.h>
 #include <string>
 
 namespace Gtk {
@@ -13,10 +15,14 @@ class Window;
 namespace pagora {
 
 class PageEngine;
+class PageView;
+enum class PageKind;
 class ReaderLayout;
+struct ReaderPage;
 
 // Makes the desktop's reader windows, each with a page view of the rendering engine, which starts with the first of
-// them or when it is told to get ready. Main thread.
+// them or when it is told to get ready. Books are shown without their own scripts where the engine cannot shut its
+// processes in. Main thread.
 class ReaderWindowFactoryGtk : public ReaderWindowFactory {
 public:
     // Books are unpacked below `temporaryFolder`, and the engine compiles there too. `didMake` hears of each new
@@ -30,10 +36,14 @@ public:
 
 private:
     PageEngine& engine();
+    ReaderPage makePage(PageKind kind, const PageView* beside = nullptr);
+    void prepareWhenProbed();
 
     std::string _temporaryFolder;
     std::function<void(Gtk::Window&)> _didMake;
+    ConfinementProbe _probe;
     std::unique_ptr<PageEngine> _engine;
+    sigc::connection _preparation;
     // Of the next window, where one is prepared: of the kind that most books have.
     std::unique_ptr<ReaderLayout> _nextLayout;
 };

@@ -50,6 +50,7 @@ ReaderPage PreparedPagesGtk::make(ReaderPage shown, ReaderPage spare)
     const auto setNamer = both(shown.setNamer, spare.setNamer);
     const auto nameMayHaveChanged = both(shown.nameMayHaveChanged, spare.nameMayHaveChanged);
     const auto setNotice = both(shown.setNotice, spare.setNotice);
+    const bool isConfined = shown.isConfined;
     auto pages = std::make_unique<PreparedPagesGtk>(std::move(shown), std::move(spare));
     auto* const made = pages.get();
     ReaderPage parts { std::move(pages), &made->_place, setFlickHandler };
@@ -60,6 +61,7 @@ ReaderPage PreparedPagesGtk::make(ReaderPage shown, ReaderPage spare)
     parts.setNamer = setNamer;
     parts.nameMayHaveChanged = nameMayHaveChanged;
     parts.setNotice = setNotice;
+    parts.isConfined = isConfined;
     return parts;
 }
 

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <system_error>
 
 namespace pagora {
@@ -21,8 +22,14 @@ constexpr double carefulFrom = 0.5;
 constexpr double strictFrom = 0.75;
 constexpr double memoryInterval = 2;
 
-GObjectPtr<WebKitWebContext> makeContext()
+// Keeps a page from running scripts of its own, however they come in; scripts of the reader's world run all the same.
+constexpr const char* policyWithoutScripts = "script-src 'none'; worker-src 'none'";
+
+GObjectPtr<WebKitWebContext> makeContext(Confinement confinement)
 {
+    std::optional<ConfinementSwitchedOff> off;
+    if (confinement == Confinement::None)
+        off.emplace();
     auto* memory = webkit_memory_pressure_settings_new();
     webkit_memory_pressure_settings_set_memory_limit(memory, pageMemoryLimit);
     webkit_memory_pressure_settings_set_kill_threshold(memory, 1.0);
@@ -90,7 +97,7 @@ GObjectPtr<WebKitNetworkSession> makeSession()
 
 PageEngine::PageEngine(Options options)
     : _options(std::move(options))
-    , _context(makeContext())
+    , _context(makeContext(_options.confinement))
     , _filter(_options.cachesFolder + "/page-filters")
 {
     std::error_code ignored;
@@ -115,9 +122,10 @@ GObjectPtr<WebKitWebView> PageEngine::makeEngineView(WebKitNetworkSession* sessi
     addScript(content, "page-start.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START);
     addScript(content, "page-end.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END);
     const auto settings = makeSettings();
+    const char* const policy = _options.confinement == Confinement::None ? policyWithoutScripts : nullptr;
     auto view = GObjectPtr<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "accessible-role",
         GTK_ACCESSIBLE_ROLE_DOCUMENT, "web-context", _context.get(), "network-session", session, "settings",
-        settings.get(), "user-content-manager", content, nullptr)));
+        settings.get(), "user-content-manager", content, "default-content-security-policy", policy, nullptr)));
     g_object_unref(content);
     refusePrivileges(view.get());
     return view;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Confinement.hpp"
 #include "platform/gtk/PageView.hpp"
 
 #include <memory>
@@ -18,6 +19,8 @@ public:
         std::string cachesFolder;
         // How long a script in a page may take, in seconds.
         double scriptTimeout = 10;
+        // Where the page processes cannot be shut in, books are shown without their own scripts.
+        Confinement confinement = Confinement::Full;
     };
     explicit PageEngine(Options options);
     ~PageEngine();

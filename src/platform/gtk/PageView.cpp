@@ -71,6 +71,7 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     _frame.setResizeHandler([this] { frameDidChange(); });
     _textScaleChanges
         = Gtk::Settings::get_default()->property_gtk_xft_dpi().signal_changed().connect([this] { frameDidChange(); });
+    allowPageScripts(true);
     connectEngine();
 }
 
@@ -307,8 +308,9 @@ void PageView::pageClosedItself()
 
 void PageView::allowPageScripts(bool allowed)
 {
-    _allowsPageScripts = allowed;
-    webkit_settings_set_enable_javascript_markup(webkit_web_view_get_settings(_view.get()), allowed);
+    // A view that was made for pages without scripts stays so.
+    _allowsPageScripts = allowed && !webkit_web_view_get_default_content_security_policy(_view.get());
+    webkit_settings_set_enable_javascript_markup(webkit_web_view_get_settings(_view.get()), _allowsPageScripts);
 }
 
 void PageView::recover()

@@ -25,6 +25,8 @@ struct ReaderPage {
     std::function<void()> nameMayHaveChanged = {};
     // What is read in place of the page's text; an empty text gives it back.
     std::function<void(const std::string& notice)> setNotice = {};
+    // Whether its processes are shut in. Otherwise the book's own scripts are off, and the person is told.
+    bool isConfined = true;
 };
 
 }

@@ -81,6 +81,15 @@ ReaderWindowGtk::ReaderWindowGtk(ReaderLayout layout, ReaderPage readerPage)
     connectHeader();
     watchKeys(_window);
     connectWindow();
+    if (!page.isConfined)
+        addConfinementNote();
+}
+
+void ReaderWindowGtk::addConfinementNote()
+{
+    _confinementNote = std::make_unique<ConfinementNote>([this] { focusPage(); });
+    widget<Gtk::Box>("pagePane").append(*_confinementNote);
+    watchKeys(_confinementNote->explanation());
 }
 
 ReaderWindowGtk::~ReaderWindowGtk()

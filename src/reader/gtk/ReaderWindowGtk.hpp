@@ -5,6 +5,7 @@
 #include "platform/gtk/LabelField.hpp"
 #include "platform/gtk/SliderControl.hpp"
 #include "reader/EpubWindow.hpp"
+#include "reader/gtk/ConfinementNote.hpp"
 #include "reader/gtk/LoadingSign.hpp"
 #include "reader/gtk/NaviButton.hpp"
 #include "reader/gtk/ReaderHeader.hpp"
@@ -75,7 +76,11 @@ private:
     std::string nameOfPage(const std::string& title) const;
     void fullScreenDidChange(bool isFullScreen);
 
+    void addConfinementNote();
+
     ExtraCommands _extraCommands;
+    // Where the page is not confined.
+    std::unique_ptr<ConfinementNote> _confinementNote;
     std::vector<sigc::connection> _connections;
 };
 

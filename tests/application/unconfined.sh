@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# Where namespaces are forbidden, so that the page engine cannot confine its processes, the program starts, its library
+# works, a book is read page by page, and one line says that the book's own scripts are off.
+set -euo pipefail
+
+# The rest runs where no namespace can be made; where that is so already, there is none to forbid it in either.
+if [ -z "${PAGORA_FORBIDDEN:-}" ] && unshare --user true 2>/dev/null; then
+    exec unshare --user --map-current-user --keep-caps env PAGORA_FORBIDDEN=1 bash -euc '
+        for kind in mnt pid net user; do echo 0 >"/proc/sys/user/max_${kind}_namespaces"; done
+        exec setpriv --inh-caps=-all --ambient-caps=-all "$@"' unconfined "$0" "$@"
+fi
+. "$(dirname "$0")/../../scripts/drive.sh"
+
+! bwrap --ro-bind / / true 2>/dev/null || fail "namespaces are not forbidden"
+
+# A book whose script would take its text away.
+scripted_book() {
+    python3 - "$books/01 "*.epub "$1" <<'END'
+import sys, zipfile
+script = '<script>document.documentElement.remove()</script></body>'
+with zipfile.ZipFile(sys.argv[1]) as old, zipfile.ZipFile(sys.argv[2], "w") as new:
+    for name in old.namelist():
+        content = old.read(name)
+        if name.endswith("html"):
+            content = content.replace(b"</body>", script.encode())
+        new.writestr(name, content)
+END
+}
+
+books=$HOME/books
+"$here/make-sample-books" "$books" >/dev/null
+scripted_book "$HOME/Scripted.epub"
+start "$HOME/Scripted.epub" "$books/02 "*.epub
+within 60 catalogue 'len(books) == 2'
+within 60 window_is Pagora
+fill
+picture library
+
+xdotool key Home Return
+reads "The Lantern Keeper"
+fill
+within 60 page_is_drawn
+picture page
+turn Right
+turn Right
+# The line explains itself.
+click 1165 834
+picture explanation
+xdotool key Escape
+turn Right
+picture turned
+kill -0 "$program" 2>/dev/null || fail "the program has ended"
+
+xdotool key ctrl+w
+within 20 window_is Pagora
+xdotool key ctrl+q
+within 20 ended
+wait "$program" || fail "the program ended with $?"
+program=

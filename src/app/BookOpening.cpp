@@ -1,5 +1,6 @@
 #include "app/BookOpening.hpp"
 
+#include "epub/ContentsTargets.hpp"
 #include "epub/Unpacking.hpp"
 #include "platform/Files.hpp"
 #include "platform/Numbers.hpp"
@@ -84,7 +85,6 @@ Task<void> BookOpening::run(BookInfoPtr book)
     else if (type == fixedLayout)
         showFixedReader(*book);
     _platform.libraryWindow.mainWindow().orderOut();
-    auto tableOfContent = tableOfContentFrom(book->content().value_or(Value::Array {}));
     if (!isUnpacked(book)) {
         if (_state._epubWindowController)
             _state._epubWindowController->setLoading();
@@ -92,6 +92,7 @@ Task<void> BookOpening::run(BookInfoPtr book)
             _state._fixedWindowController->setLoading();
         co_await unpack(book);
     }
+    const auto tableOfContent = tableOfContentFrom(contentsOf(*book));
     if (!isPathInside(*book->epubPath(), _state.folders.tempPath))
         _platform.workspace.noteNewRecentDocumentURL(Url::file(*book->epubPath()));
 
@@ -174,7 +175,13 @@ bool BookOpening::isUnpacked(const BookInfoPtr& book) const
     if (!book->unPacked() || !isFolder(book->bookPath().value_or("")))
         return false;
     const auto owner = _unpackedInto.find(book->bookPath().value_or(""));
-    return owner != _unpackedInto.end() && owner->second.lock() == book;
+    return owner != _unpackedInto.end() && owner->second.book.lock() == book;
+}
+
+Value::Array BookOpening::contentsOf(const BookInfo& book) const
+{
+    const auto unpacked = _unpackedInto.find(book.bookPath().value_or(""));
+    return unpacked == _unpackedInto.end() ? book.content().value_or(Value::Array {}) : unpacked->second.contents;
 }
 
 Task<void> BookOpening::unpack(BookInfoPtr book)
@@ -184,18 +191,20 @@ Task<void> BookOpening::unpack(BookInfoPtr book)
     const auto folder = *book->bookPath();
     _unpackedInto.erase(folder);
     book->setUnPacked(false);
+    const auto contents = std::make_shared<Value::Array>(book->content().value_or(Value::Array {}));
     auto unpacking = _platform.runLoop.performInBackground(
-        [lock = _unpacking, stop = _stop.get_token(), unpacked = *book, folder] {
+        [lock = _unpacking, stop = _stop.get_token(), unpacked = *book, folder, contents] {
             std::scoped_lock oneAtATime(*lock);
             if (stop.stop_requested())
                 return;
             removeItem(folder);
             createFolder(folder);
             unZipBook(unpacked, stop);
+            *contents = withTargetsFound(*contents, folder);
         });
     co_await unpacking;
     book->setUnPacked(true);
-    _unpackedInto[folder] = book;
+    _unpackedInto[folder] = { book, std::move(*contents) };
 }
 
 }

@@ -36,14 +36,20 @@ private:
     void showFixedReader(BookInfo& book);
     Task<void> unpack(BookInfoPtr book);
     bool isUnpacked(const BookInfoPtr& book) const;
+    Value::Array contentsOf(const BookInfo& book) const;
     Window* readerWindow() const;
 
     Platform _platform;
     LibraryState& _state;
     ReaderHub& _readerHub;
     ScriptResources _scripts;
+    struct Unpacked {
+        std::weak_ptr<BookInfo> book;
+        // The record's contents, with targets found in the folder.
+        Value::Array contents;
+    };
     // Which record's archive lies unpacked in a folder; two books may share one.
-    std::unordered_map<std::string, std::weak_ptr<BookInfo>> _unpackedInto;
+    std::unordered_map<std::string, Unpacked> _unpackedInto;
     // One unpacking at a time; shared with those that still run in the background.
     std::shared_ptr<std::mutex> _unpacking = std::make_shared<std::mutex>();
     std::stop_source _stop;

@@ -46,6 +46,11 @@ void ContentParser::foundCharacters(const std::string& text)
     _currentLabel += trimmed(text);
 }
 
+void ContentParser::foundCDATA(const std::string& text)
+{
+    foundCharacters(text);
+}
+
 void ContentParser::didEndElement(const std::string& elementName)
 {
     const auto name = normalized(elementName);

@@ -32,6 +32,7 @@ private:
     void didStartElement(const std::string& name, const XmlAttributes& attributes) override;
     void didEndElement(const std::string& name) override;
     void foundCharacters(const std::string& text) override;
+    void foundCDATA(const std::string& text) override;
     bool isFull() const override;
 
     Url _xmlFile;

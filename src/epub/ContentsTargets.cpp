@@ -1,35 +1,101 @@
 #include "epub/ContentsTargets.hpp"
 
+#include "platform/Files.hpp"
 #include "platform/Path.hpp"
 #include "platform/Unicode.hpp"
 
-#include <utility>
+#include <optional>
+#include <set>
 
 namespace pagora {
 
-ContentsTargets::ContentsTargets(const Archive* archive, std::string packageFolder, const std::string& contentsFolder)
-    : _packageFolder(std::move(packageFolder))
-    , _contentsFolder(normalizedPath(contentsFolder))
-{
-    if (!archive || normalizedPath(_packageFolder) == _contentsFolder)
-        return;
-    for (const auto& member : archive->filePaths())
-        _members.insert(composedForm(member));
+namespace {
+
+// A book has one folder of each kind; a few more are looked at.
+constexpr std::size_t mostFolders = 16;
+
+class Targets {
+public:
+    explicit Targets(std::string bookPath)
+        : _bookPath(std::move(bookPath))
+    {
+    }
+
+    // The path that stands for the target in the table of contents; missing when it is to stay.
+    std::optional<std::string> found(const std::string& target)
+    {
+        const auto path = target.substr(0, target.find('#'));
+        if (isFile(path))
+            return std::nullopt;
+        lookAround();
+        for (const auto& package : _packageFolders) {
+            const auto base = appendingPathComponent(_bookPath, package) + "/";
+            if (!path.starts_with(base) || path.size() == base.size())
+                continue;
+            for (const auto& contents : _contentsFolders) {
+                const auto folder = appendingPathComponent(_bookPath, contents);
+                if (isFile(appendingPathComponent(folder, path.substr(base.size()))))
+                    return appendingPathComponent(folder, target.substr(base.size()));
+            }
+        }
+        return std::nullopt;
+    }
+
+private:
+    // In either Unicode form, as the page view looks for it.
+    bool isFile(const std::string& path) const
+    {
+        const auto plain = normalizedPath(path);
+        return isPathInside(plain, _bookPath)
+            && (isPlainFile(plain) || isPlainFile(composedForm(plain)) || isPlainFile(decomposedForm(plain)));
+    }
+
+    void lookAround()
+    {
+        if (!_hasLooked)
+            lookInto("");
+        _hasLooked = true;
+    }
+
+    void lookInto(const std::string& folder)
+    {
+        const auto path = appendingPathComponent(_bookPath, folder);
+        for (const auto& name : folderEntries(path).value_or(std::vector<std::string> {})) {
+            const auto extension = lowercased(pathExtension(name));
+            if (extension == "opf" && _packageFolders.size() < mostFolders)
+                _packageFolders.insert(folder);
+            else if (extension == "ncx" && _contentsFolders.size() < mostFolders)
+                _contentsFolders.insert(folder);
+            else if (isFolder(appendingPathComponent(path, name)))
+                lookInto(appendingPathComponent(folder, name));
+        }
+    }
+
+    const std::string _bookPath;
+    bool _hasLooked = false;
+    std::set<std::string> _packageFolders;
+    std::set<std::string> _contentsFolders;
+};
+
 }
 
-bool ContentsTargets::isMember(const std::string& path) const
+Value::Array withTargetsFound(const Value::Array& content, const std::string& bookPath)
 {
-    return _members.contains(composedForm(normalizedPath(path)));
-}
-
-std::string ContentsTargets::path(const std::string& target) const
-{
-    const auto file = target.substr(0, target.find('#'));
-    auto asStated = appendingPathComponent(_packageFolder, target);
-    if (_members.empty() || file.empty() || isMember(appendingPathComponent(_packageFolder, file))
-        || !isMember(appendingPathComponent(_contentsFolder, file)))
-        return asStated;
-    return appendingPathComponent(_contentsFolder, target);
+    Targets targets(bookPath);
+    Value::Array result;
+    result.reserve(content.size());
+    for (const auto& entry : content) {
+        const auto* src = entry.find("src");
+        auto found = src && src->string() ? targets.found(*src->string()) : std::nullopt;
+        if (!found) {
+            result.push_back(entry);
+            continue;
+        }
+        auto changed = *entry.dictionary();
+        changed.insert_or_assign("src", std::move(*found));
+        result.emplace_back(std::move(changed));
+    }
+    return result;
 }
 
 }

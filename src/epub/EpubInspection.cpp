@@ -2,7 +2,6 @@
 
 #include "epub/ContainerParser.hpp"
 #include "epub/ContentParser.hpp"
-#include "epub/ContentsTargets.hpp"
 #include "epub/ExtractedMember.hpp"
 #include "epub/HTMLParser.hpp"
 #include "epub/OPFParser.hpp"
@@ -253,15 +252,13 @@ std::optional<Value::Array> Inspection::readContents(const OPFParser& package)
     parser.parse();
     if (parser.isPastBounds())
         return std::nullopt;
-    const auto contentsFolder = deletingLastPathComponent(file->substr(_dataPath.size() + 1));
-    const ContentsTargets targets(_archive ? &*_archive : nullptr, _packageFolder, contentsFolder);
     Value::Array content;
     std::size_t bytes = 0;
     for (const auto& entry : parser.contentList()) {
         const auto* src = entry.find("src");
         if (!src || !src->string())
             continue;
-        auto target = appendingPathComponent(_bookFolder, targets.path(decodedReference(*src->string())));
+        auto target = appendingPathComponent(_contentBase, decodedReference(*src->string()));
         bytes += target.size();
         if (bytes > BookLimits().pathBytes)
             return std::nullopt;

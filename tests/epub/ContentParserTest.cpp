@@ -49,6 +49,12 @@ TEST(ContentParser, PiecesOfALabelAreJoinedWithoutABlank)
     EXPECT_EQ(labelOf("Tom &amp; Jerry"), "Tom & Jerry");
 }
 
+TEST(ContentParser, MarkedSectionOfALabelIsText)
+{
+    EXPECT_EQ(labelOf("<![CDATA[ Tom & Jerry ]]>"), "Tom & Jerry");
+    EXPECT_EQ(labelOf("One <![CDATA[Two]]>"), "OneTwo");
+}
+
 TEST(ContentParser, AuthorIsGluedToTheFirstLabel)
 {
     const auto entries

@@ -5,10 +5,12 @@
 #include "platform/Path.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/FakeInspectionHub.hpp"
+#include "tests/support/ForkedTest.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace pagora {
 
@@ -161,6 +163,25 @@ TEST_F(EpubInspectionTest, MissingContainerIsRejected)
     EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub is corrupted (can't open container.xml)" }));
 }
 
+TEST_F(EpubInspectionTest, ContainerThatCannotBeReadIsRejected)
+{
+    // A mimetype from before can be read, what is extracted now cannot.
+    makeFile(_folder.path("cache/_data/mimetype"), "application/epub+zip");
+    fs::create_directories(_folder.path("cache/_data/META-INF"));
+    const auto path = EpubBuilder().without("mimetype").write(_folder.path("Book.epub"));
+    // The superuser can read everything.
+    for (const auto& entry : fs::recursive_directory_iterator(_folder.path()))
+        fs::permissions(entry, fs::perms(entry.is_directory() ? 0777 : 0644));
+    fs::permissions(_folder.path(), fs::perms(0777));
+    test::inForkedProcess([&] {
+        constexpr uid_t somebodyElse = 65'534;
+        ASSERT_TRUE(geteuid() != 0 || setuid(somebodyElse) == 0);
+        umask(0777);
+        EXPECT_FALSE(inspectFile(path));
+        EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> epub can not be read (permissions denied)" }));
+    });
+}
+
 TEST_F(EpubInspectionTest, ContainerWithoutAPackageIsRejected)
 {
     EXPECT_FALSE(inspect(EpubBuilder().member("META-INF/container.xml", "<container/>")));
@@ -293,6 +314,18 @@ TEST_F(EpubInspectionTest, ContentsEntryWithoutATargetIsSkipped)
     ASSERT_TRUE(book);
     ASSERT_EQ(book->content()->size(), 1u);
     EXPECT_EQ(src(book, 0), _folder.path("cache/_books/Book/OEBPS/a b.html#c d"));
+}
+
+TEST_F(EpubInspectionTest, ContentsCountFromThePackageFolderAlsoWhereNothingIs)
+{
+    const auto book = inspect(
+        withPackage(packageMember, "<item id='ncx' href='toc/toc.ncx'/>", "")
+            .member("OEBPS/toc/toc.ncx", "<n><content src='a.xhtml#x'/><content src='../b.xhtml'/></n>")
+            .member("OEBPS/toc/a.xhtml", ""));
+    ASSERT_TRUE(book);
+    ASSERT_EQ(book->content()->size(), 2u);
+    EXPECT_EQ(src(book, 0), _folder.path("cache/_books/Book/OEBPS/a.xhtml#x"));
+    EXPECT_EQ(src(book, 1), _folder.path("cache/_books/Book/OEBPS/../b.xhtml"));
 }
 
 TEST_F(EpubInspectionTest, UnreadablePackageGivesTheDefaults)

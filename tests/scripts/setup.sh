@@ -17,7 +17,7 @@ fail() {
 run_setup() {
     mkdir "$scratch/programs"
     local program
-    for program in bash env dirname sed awk grep mktemp rm cat sleep; do
+    for program in bash sh env dirname sed awk grep mktemp rm cat sleep; do
         ln -s "$(command -v "$program")" "$scratch/programs/$program"
     done
     for program in "$@"; do
@@ -35,6 +35,7 @@ progress)
     [ "$status" = 0 ] || fail "it failed"
     said '^Packages: installing .*cmake'
     said '^Packages: 50% Unpacking cmake'
+    ! grep -q Selecting "$scratch/said" || fail "it shows what only the package system has to say"
     did '^0 apt-get update'
     did '^0 apt-get install .*cmake'
     ;;

@@ -1,6 +1,9 @@
-# Warnings are errors; sanitizers are one option for the whole tree; ccache and a fast linker are used where present.
+# Warnings; sanitizers are one option for the whole tree; ccache and a fast linker are used where present.
 
-add_compile_options(-Wall -Wextra -Wpedantic -Werror -Wno-unused-parameter -fvisibility=hidden)
+add_compile_options(-Wall -Wextra -Wpedantic -Wno-unused-parameter -fvisibility=hidden)
+if(PAGORA_WERROR)
+  add_compile_options(-Werror)
+endif()
 add_compile_definitions(
   PAGORA_VERSION="${PROJECT_VERSION}" PAGORA_IDENTIFIER="org.pagora.Pagora" _FILE_OFFSET_BITS=64)
 

@@ -293,7 +293,9 @@ BookInfoPtr Inspection::run()
     if (_type != "default" && !readPageSize(package, *book))
         return nullptr;
     auto files = contentFiles(package);
-    auto content = files ? readContents(package) : std::nullopt;
+    std::optional<Value::Array> content;
+    if (files)
+        content = readContents(package);
     if (!content) {
         rejectTooLarge();
         return nullptr;

@@ -44,7 +44,7 @@ void FramesSeen::look()
     GskRenderNode* const node = gtk_snapshot_free_to_node(snapshot);
     if (!node)
         return;
-    const graphene_rect_t place = GRAPHENE_RECT_INIT(0, 0, static_cast<float>(width), static_cast<float>(height));
+    const graphene_rect_t place { { 0, 0 }, { static_cast<float>(width), static_cast<float>(height) } };
     GdkTexture* const picture = gsk_renderer_render_texture(_renderer, node, &place);
     gsk_render_node_unref(node);
     const std::size_t stride = static_cast<std::size_t>(width) * 4;

@@ -20,7 +20,7 @@ GObjectPtr<GdkTexture> pictureOf(GtkWidget* page, GskRenderNode* drawing, const 
     GskRenderNode* const scaled = gtk_snapshot_free_to_node(snapshot);
     if (!scaled)
         return {};
-    const graphene_rect_t area = GRAPHENE_RECT_INIT(0, 0, place.size.width * scale, place.size.height * scale);
+    const graphene_rect_t area { { 0, 0 }, { place.size.width * scale, place.size.height * scale } };
     auto picture = GObjectPtr<GdkTexture>::adopt(gsk_renderer_render_texture(renderer, scaled, &area));
     gsk_render_node_unref(scaled);
     return picture;
@@ -44,8 +44,9 @@ void PageCover::put(GtkWidget* page, Show show)
     if (std::exchange(_isOn, true))
         return;
     if (show == Show::LastPicture && _drawing) {
-        _place = GRAPHENE_RECT_INIT(
-            0, 0, static_cast<float>(gtk_widget_get_width(page)), static_cast<float>(gtk_widget_get_height(page)));
+        const auto width = static_cast<float>(gtk_widget_get_width(page));
+        const auto height = static_cast<float>(gtk_widget_get_height(page));
+        _place = { { 0, 0 }, { width, height } };
         _picture = pictureOf(page, _drawing, _place);
     }
     forgetDrawing();

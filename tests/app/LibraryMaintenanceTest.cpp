@@ -1,5 +1,6 @@
 #include "tests/app/Program.hpp"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace pagora {

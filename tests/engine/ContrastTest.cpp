@@ -13,6 +13,7 @@
 #include "tests/support/FakeLibraryHub.hpp"
 #include "tests/support/FakeWebView.hpp"
 
+#include <algorithm>
 #include <gtkmm/button.h>
 #include <gtkmm/drawingarea.h>
 #include <gtkmm/label.h>

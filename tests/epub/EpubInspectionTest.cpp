@@ -8,6 +8,7 @@
 #include "tests/support/ForkedTest.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>

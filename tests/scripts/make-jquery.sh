@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Checks that scripts/make-jquery refuses a package at hand that is not the pinned one.
+set -euo pipefail
+scripts=$(cd "$(dirname "$0")/../../scripts" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+mkdir "$scratch/packages"
+echo changed >"$scratch/packages/backbone-0.9.2.tgz"
+if PAGORA_NPM_PACKAGES=$scratch/packages "$scripts/make-jquery" "$scratch/made" 2>"$scratch/said"; then
+    echo "make-jquery.sh: a package with another sum was taken" >&2
+    exit 1
+fi
+grep -q "backbone-0.9.2.tgz is not the package that is pinned" "$scratch/said"
+[ ! -e "$scratch/made/jquery-1.7.1.min.js" ]

@@ -5,6 +5,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 scratch=$(mktemp -d)
 trap 'exec 3>&-; wait; rm -rf "$scratch"' EXIT
 quiet_seconds=1
+# shellcheck source=progress.sh
 . "$here/../../scripts/progress.sh"
 
 # A step whose lines this script writes.

@@ -46,10 +46,32 @@ protected:
             static_cast<GdkModifierType>(0), &swallowed);
         return swallowed;
     }
-    void flick(double velocityX, double velocityY)
+    // Two fingers on a touchpad that move the view by these points, in ten steps, and leave it at this speed.
+    void scroll(double x, double y, double speedX, double speedY)
     {
-        g_signal_emit_by_name(
-            controller<GtkEventController>(GTK_TYPE_EVENT_CONTROLLER_SCROLL), "decelerate", velocityX, velocityY);
+        auto* const scrolling = controller<GtkEventController>(GTK_TYPE_EVENT_CONTROLLER_SCROLL);
+        // Of a mouse wheel's steps, without an event that would tell.
+        constexpr double pointsPerStep = 15;
+        g_signal_emit_by_name(scrolling, "scroll-begin");
+        gboolean swallowed = FALSE;
+        for (int i = 0; i < 10; ++i)
+            g_signal_emit_by_name(scrolling, "scroll", x / 10 / pointsPerStep, y / 10 / pointsPerStep, &swallowed);
+        g_signal_emit_by_name(scrolling, "scroll-end");
+        g_signal_emit_by_name(scrolling, "decelerate", speedX / pointsPerStep, speedY / pointsPerStep);
+    }
+    // One finger on a touchscreen, there on a straight line.
+    void drag(double x, double y)
+    {
+        auto* const dragging = controller<GtkEventController>(GTK_TYPE_GESTURE_DRAG);
+        g_signal_emit_by_name(dragging, "drag-begin", 400.0, 300.0);
+        for (int i = 1; i <= 10; ++i)
+            g_signal_emit_by_name(dragging, "drag-update", x * i / 10, y * i / 10);
+        g_signal_emit_by_name(dragging, "drag-end", x, y);
+    }
+    std::vector<double> flicks;
+    void noteFlicks()
+    {
+        _view->setFlickHandler([this](double dx) { flicks.push_back(dx); });
     }
 };
 
@@ -65,13 +87,59 @@ TEST_F(PageInputTest, TheWheelIsSwallowedBeforeTheEngineSeesIt)
 
 TEST_F(PageInputTest, AFlickIsReportedOnceWithTheFingersDirection)
 {
-    std::vector<double> flicks;
-    _view->setFlickHandler([&](double dx) { flicks.push_back(dx); });
-    flick(120, 30);
-    flick(0, 0);
-    flick(0, 50);
-    flick(-80, 0);
-    EXPECT_EQ(flicks, (std::vector<double> { -120, 80 }));
+    noteFlicks();
+    scroll(120, 30, 900, 200);
+    scroll(-80, 0, -600, 0);
+    ASSERT_EQ(flicks.size(), 2u);
+    EXPECT_LT(flicks[0], 0);
+    EXPECT_GT(flicks[1], 0);
+}
+
+TEST_F(PageInputTest, WhatFollowsAFlickByItselfTurnsNothing)
+{
+    noteFlicks();
+    scroll(120, 0, 900, 0);
+    auto* const scrolling = controller<GtkEventController>(GTK_TYPE_EVENT_CONTROLLER_SCROLL);
+    g_signal_emit_by_name(scrolling, "decelerate", 0.0, 0.0);
+    g_signal_emit_by_name(scrolling, "decelerate", 60.0, 0.0);
+    EXPECT_EQ(flicks.size(), 1u);
+}
+
+TEST_F(PageInputTest, AVerticalScrollThatDriftsAndABrushTurnNothing)
+{
+    noteFlicks();
+    scroll(0, 600, 0, 3000);
+    // By 5 degrees.
+    scroll(52.5, 600, 262, 3000);
+    scroll(0.8, 0, 100, 0);
+    EXPECT_TRUE(flicks.empty());
+}
+
+TEST_F(PageInputTest, AFingersDragAcrossTheScreenIsReportedOnce)
+{
+    noteFlicks();
+    drag(-200, 20);
+    drag(150, -10);
+    EXPECT_EQ(flicks, (std::vector<double> { -200, 150 }));
+}
+
+TEST_F(PageInputTest, AFingersTapAndDragDownAreNot)
+{
+    noteFlicks();
+    drag(3, 2);
+    drag(60, 300);
+    EXPECT_TRUE(flicks.empty());
+}
+
+TEST_F(PageInputTest, AFingerThatRestsAndThenDragsSelectsText)
+{
+    noteFlicks();
+    auto* const dragging = controller<GtkEventController>(GTK_TYPE_GESTURE_DRAG);
+    g_signal_emit_by_name(dragging, "drag-begin", 400.0, 300.0);
+    g_signal_emit_by_name(controller<GtkEventController>(GTK_TYPE_GESTURE_LONG_PRESS), "pressed", 400.0, 300.0);
+    g_signal_emit_by_name(dragging, "drag-update", 200.0, 0.0);
+    g_signal_emit_by_name(dragging, "drag-end", 200.0, 0.0);
+    EXPECT_TRUE(flicks.empty());
 }
 
 TEST_F(PageInputTest, ScrollingKeysAreSwallowed)

@@ -1,11 +1,7 @@
 #include "platform/gtk/PageFrame.hpp"
 
-#include "platform/Log.hpp"
-
 #include <glibmm/main.h>
 #include <gtkmm/eventcontrollerkey.h>
-#include <gtkmm/eventcontrollerlegacy.h>
-#include <gtkmm/eventcontrollerscroll.h>
 #include <gtkmm/snapshot.h>
 
 namespace pagora {
@@ -44,12 +40,12 @@ bool scrollsPages(guint key)
 PageFrame::PageFrame(GtkWidget* child)
     : Glib::ObjectBase("PagoraPageFrame")
     , _child(child)
+    , _gestures(*this)
 {
     gtk_widget_set_parent(child, gobj());
     set_hexpand(true);
     set_vexpand(true);
     set_overflow(Gtk::Overflow::HIDDEN);
-    swallowScrolling();
     swallowKeys();
 }
 
@@ -57,36 +53,6 @@ PageFrame::~PageFrame()
 {
     _sizeReport.disconnect();
     gtk_widget_unparent(_child);
-}
-
-void PageFrame::swallowScrolling()
-{
-    auto scrolling = Gtk::EventControllerScroll::create();
-    scrolling->set_flags(Gtk::EventControllerScroll::Flags::BOTH_AXES | Gtk::EventControllerScroll::Flags::KINETIC);
-    scrolling->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-    scrolling->signal_scroll().connect([](double, double) { return true; }, false);
-    // The toolkit's velocity is that of the view over the page, which is opposite to that of the fingers.
-    scrolling->signal_decelerate().connect([this](double velocityX, double) {
-        if (velocityX != 0 && _onFlick)
-            _onFlick(-velocityX);
-    });
-    add_controller(scrolling);
-
-    auto pinching = Gtk::EventControllerLegacy::create();
-    pinching->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-    pinching->signal_event().connect(
-        [](const Glib::RefPtr<const Gdk::Event>& event) {
-            if (event->get_event_type() == Gdk::Event::Type::TOUCHPAD_PINCH)
-                return true;
-            if (event->get_event_type() != Gdk::Event::Type::TOUCHPAD_SWIPE)
-                return false;
-            auto* const swipe = const_cast<GdkEvent*>(event->gobj());
-            if (gdk_touchpad_event_get_gesture_phase(swipe) == GDK_TOUCHPAD_GESTURE_PHASE_BEGIN)
-                log("Pagora -> swipeEvent: " + std::to_string(gdk_touchpad_event_get_n_fingers(swipe)) + " fingers");
-            return true;
-        },
-        false);
-    add_controller(pinching);
 }
 
 void PageFrame::swallowKeys()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/gtk/PageCover.hpp"
+#include "platform/gtk/PageGestures.hpp"
 
 #include <gtkmm/widget.h>
 
@@ -18,8 +19,8 @@ public:
 
     // Called after the layout that changed the size, once a size.
     void setResizeHandler(std::function<void()> handler) { _onResize = std::move(handler); }
-    // Called once a flick with a horizontal part: positive when the fingers move the page to the right.
-    void setFlickHandler(std::function<void(double)> handler) { _onFlick = std::move(handler); }
+    // Called once a flick, or a finger's drag: positive when the fingers move the page to the right.
+    void setFlickHandler(std::function<void(double)> handler) { _gestures.setFlickHandler(std::move(handler)); }
     // Whether nothing of the child is seen. It is drawn all the same, so that what it shows later is up to date.
     void setConcealed(bool isConcealed);
     // Whether a control in the page needs the keys that would otherwise scroll.
@@ -38,7 +39,6 @@ protected:
     void size_allocate_vfunc(int width, int height, int baseline) override;
 
 private:
-    void swallowScrolling();
     void swallowKeys();
 
     GtkWidget* _child;
@@ -47,8 +47,8 @@ private:
     bool _isConcealed = false;
     bool _pageTakesKeys = false;
     PageCover _cover;
+    PageGestures _gestures;
     std::function<void()> _onResize;
-    std::function<void(double)> _onFlick;
     sigc::connection _sizeReport;
 };
 

@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Keys turn pages, open panels and close, and text is typed, with each input method: IBus, and one with dead keys.
+set -euo pipefail
+. "$(dirname "$0")/../../scripts/drive.sh"
+
+has_ibus() { ibus list-engine && ibus engine xkb:us::eng; }
+search_is() { xdotool key ctrl+a ctrl+c && [ "$(xclip -selection clipboard -o)" = "$1" ]; }
+
+# read_through TEXT KEY...: reads a book with the keyboard alone; the keys, typed into the search field, give the text.
+read_through() {
+    local text=$1
+    shift
+    start
+    within 60 window_is Pagora
+    settle
+    xdotool key Right
+    settle
+    xdotool key Home
+    settle
+    xdotool key Return
+    reads "The Lantern Keeper"
+    turn Right
+    turn space
+    turn Left
+    turn End
+    turn Home
+    xdotool key ctrl+f
+    settle
+    xdotool key "$@"
+    within 20 search_is "$text"
+    xdotool key Escape
+    settle
+    turn Right
+    xdotool key ctrl+w
+    within 20 window_is Pagora
+    xdotool key F10
+    settle
+    picture "menu-${GTK_IM_MODULE:-plain}"
+    xdotool key Escape
+    settle
+    xdotool key ctrl+q
+    within 20 ended
+    wait "$program" || fail "the program ended with $?"
+    program=
+}
+
+start_with 01 02
+xdotool key ctrl+q
+within 20 ended
+program=
+
+ibus-daemon --daemonize --replace --xim --panel disable --emoji-extension disable
+within 30 has_ibus
+export GTK_IM_MODULE=ibus
+read_through "pe" p e
+ibus exit
+
+export GTK_IM_MODULE=simple
+setxkbmap us -variant intl
+read_through "pé" p dead_acute e

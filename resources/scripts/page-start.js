@@ -44,6 +44,21 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         webkitColumnGap: 'column-gap',
         webkitColumnWidth: 'column-width',
     };
+    // The number of columns, which the reader asks for by their count, or by the width of a single one, is a mark for
+    // style sheets.
+    const columnMark = 'data-pagora-columns';
+    window.pagoraMarkColumns = (count) => {
+        const root = rootOf.call(document);
+        if (root)
+            Element.prototype.setAttribute.call(root, columnMark, count);
+    };
+    function columnsAreAskedFor(property, value) {
+        if (property === 'webkitColumnCount')
+            pagoraMarkColumns(value);
+        else if (property === 'webkitColumnWidth' && value !== 'auto')
+            pagoraMarkColumns('1');
+    }
+
     const setProperty = CSSStyleDeclaration.prototype.setProperty;
     const isSupported = CSS.supports;
     // A family in whose name a word begins with a digit is not understood without quotes.
@@ -52,13 +67,19 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     let styles = Object.getPrototypeOf(Document.prototype.createElement.call(document, 'p').style);
     while (!Object.prototype.hasOwnProperty.call(styles, 'webkitColumnWidth'))
         styles = Object.getPrototypeOf(styles);
+    // The width that the reader takes for a column's leaves out the margins of a wide view.
+    const asSet = {
+        fontFamily: quotedFamily,
+        maxWidth: (value) => 'min(' + value + ', 100%)',
+    };
     for (const [property, name] of Object.entries(readersStyles)) {
         Object.defineProperty(styles, property, {
             configurable: true,
             get: getterOf(styles, property),
             set(value) {
-                const text = name === 'font-family' ? quotedFamily(String(value)) : value;
+                const text = pagoraLaysOut && asSet[property] ? asSet[property](String(value)) : value;
                 setProperty.call(this, name, text, pagoraLaysOut ? 'important' : '');
+                columnsAreAskedFor(property, value);
             },
         });
     }

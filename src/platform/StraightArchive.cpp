@@ -148,8 +148,8 @@ zip_int64_t Source::read(char* into, zip_uint64_t count)
         at += taken;
         return static_cast<zip_int64_t>(taken);
     }
-    const auto got = ::pread(
-        file.get(), into, std::min<std::uint64_t>(count, directory.start - at), static_cast<off_t>(at));
+    const auto got
+        = ::pread(file.get(), into, std::min<std::uint64_t>(count, directory.start - at), static_cast<off_t>(at));
     at += static_cast<std::uint64_t>(std::max<ssize_t>(got, 0));
     if (got < 0)
         zip_error_set(&error, ZIP_ER_READ, errno);

@@ -121,8 +121,8 @@ std::string styleSheet(const Layout& layout, std::int32_t columns)
         body += text + "background-color:" + layout.background + "!important;";
     }
     sheet += "body{" + body + "}";
-    sheet += "img{float:left!important;height:auto!important;max-width:" + points(layout.pageWidth)
-        + "!important;max-height:" + points(layout.imageHeight) + "!important}";
+    sheet += "img{float:left!important;height:auto!important;max-width:min(" + points(layout.pageWidth)
+        + ",100%)!important;max-height:" + points(layout.imageHeight) + "!important}";
     return sheet;
 }
 

@@ -121,13 +121,13 @@ TEST_F(PageLoadTest, AStyleSheetThatIsMissingDoesNotKeepTheDocumentFromReporting
 
 TEST_F(PageLoadTest, StylesOfThePagesStartAreThereWhenItIsFirstDrawn)
 {
-    _view->setPageStart({ "body{padding-left:77px!important}", false });
+    _view->setPageStart({ "body{padding-top:77px!important}", false });
     loadDocument("<script>requestAnimationFrame(() => {"
-                 "document.title = getComputedStyle(document.body).paddingLeft; });</script>");
+                 "document.title = getComputedStyle(document.body).paddingTop; });</script>");
     EXPECT_TRUE(waitUntil([&] { return evaluate("document.title") != "A chapter"; }));
     EXPECT_EQ(evaluate("document.title"), "77px");
-    evaluate("document.body.style.setProperty('padding-left', '5px', 'important')");
-    EXPECT_EQ(evaluate("getComputedStyle(document.body).paddingLeft"), "5px");
+    evaluate("document.body.style.setProperty('padding-top', '5px', 'important')");
+    EXPECT_EQ(evaluate("getComputedStyle(document.body).paddingTop"), "5px");
 }
 
 TEST_F(PageLoadTest, TheCountOfColumnsThatThePageStartsWithStands)

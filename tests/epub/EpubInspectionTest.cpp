@@ -319,10 +319,10 @@ TEST_F(EpubInspectionTest, ContentsEntryWithoutATargetIsSkipped)
 
 TEST_F(EpubInspectionTest, ContentsCountFromThePackageFolderAlsoWhereNothingIs)
 {
-    const auto book = inspect(
-        withPackage(packageMember, "<item id='ncx' href='toc/toc.ncx'/>", "")
-            .member("OEBPS/toc/toc.ncx", "<n><content src='a.xhtml#x'/><content src='../b.xhtml'/></n>")
-            .member("OEBPS/toc/a.xhtml", ""));
+    const auto book
+        = inspect(withPackage(packageMember, "<item id='ncx' href='toc/toc.ncx'/>", "")
+                      .member("OEBPS/toc/toc.ncx", "<n><content src='a.xhtml#x'/><content src='../b.xhtml'/></n>")
+                      .member("OEBPS/toc/a.xhtml", ""));
     ASSERT_TRUE(book);
     ASSERT_EQ(book->content()->size(), 2u);
     EXPECT_EQ(src(book, 0), _folder.path("cache/_books/Book/OEBPS/a.xhtml#x"));

@@ -1,5 +1,4 @@
 #include "platform/Archive.hpp"
-
 #include "platform/LittleEndian.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/StoredArchive.hpp"
@@ -47,8 +46,10 @@ std::string packed()
     std::string text;
     for (unsigned i = 0, number = 1; i < 60'000; ++i, number = number * 1'103'515'245 + 12'345)
         text += static_cast<char>('a' + (number >> 16) % 26);
-    return bytesOf(EpubBuilder::empty().member("mimetype", "application/epub+zip").member("x/text", text).member(
-        "last", std::string(2'000, 'l')));
+    return bytesOf(EpubBuilder::empty()
+                       .member("mimetype", "application/epub+zip")
+                       .member("x/text", text)
+                       .member("last", std::string(2'000, 'l')));
 }
 
 std::size_t endOf(const std::string& bytes)
@@ -196,12 +197,13 @@ std::vector<Case> damages()
         { "cut off in the middle", plain.substr(0, plain.size() / 2) },
         { "cut off in the end record", plain.substr(0, plain.size() - 4) },
         { "two members of one name", bytesOf(EpubBuilder::empty().member("a", "one").anotherMember("a", "two")) },
-        { "more members than the plain form counts", [] {
-             StoredArchive archive;
-             for (int i = 0; i < 300; ++i)
-                 archive.add("member" + std::to_string(i), "x");
-             return archive.bytes();
-         }() },
+        { "more members than the plain form counts",
+            [] {
+                StoredArchive archive;
+                for (int i = 0; i < 300; ++i)
+                    archive.add("member" + std::to_string(i), "x");
+                return archive.bytes();
+            }() },
     };
 }
 
@@ -223,8 +225,9 @@ std::vector<Case> oddNames()
         oddName("a line break", "a\nb", keptDifference),
         oddName("a tab", "a\tb", keptDifference),
         oddName("an escape", "a\x1B[31mb", keptDifference),
-        oddName("DEL", "a\x7F"
-                       "b",
+        oddName("DEL",
+            "a\x7F"
+            "b",
             keptDifference),
         oddName("letters with accents", "\u00E9\u00DF.xhtml"),
         oddName("letters of other scripts", "\u65E5\u672C/\u8A9E.xhtml"),

@@ -496,7 +496,7 @@ TEST_F(ChapterLoading, AChapterIsStyledFromItsBeginningOn)
     EXPECT_EQ(page().starts.front().columnCount, 2);
     const auto& sheet = page().starts.front().styleSheet;
     const std::vector<std::string> rules { "column-count:2!important", "height:620px!important",
-        "max-width:320px!important", "font-family:Georgia!important",
+        "max-width:min(320px,100%)!important", "font-family:Georgia!important",
         std::string("color:") + reader->getCSSColorFor(2) + "!important" };
     for (const auto& rule : rules)
         EXPECT_NE(sheet.find(rule), std::string::npos) << rule << " in " << sheet;

@@ -142,7 +142,8 @@ TEST(PageScripts, StyleSheetSaysWhatTheScriptsSet)
         "body{column-gap:40px!important;margin:0!important;padding:40px 20px!important;overflow:hidden!important;"
         "column-width:auto!important;column-count:2!important;height:620px!important;"
         "font-family:Times New Roman!important;}"
-        "img{float:left!important;height:auto!important;max-width:320px!important;max-height:496px!important}");
+        "img{float:left!important;height:auto!important;max-width:min(320px,100%)!important;max-height:496px!"
+        "important}");
     EXPECT_NE(scripts::styleSheet(layout, 1).find("column-width:320px!important;column-count:auto!important"),
         std::string::npos);
     layout.text = "#111";
@@ -155,8 +156,8 @@ TEST(PageScripts, FontNameWithAWordOfDigitsIsQuotedInTheStyleSheet)
     scripts::Layout layout;
     for (const auto* family : { "Source Sans 3", "Exo 2", "Press Start 2P" }) {
         layout.font = family;
-        EXPECT_NE(scripts::styleSheet(layout, 2).find("font-family:\"" + layout.font + "\"!important;"),
-            std::string::npos)
+        EXPECT_NE(
+            scripts::styleSheet(layout, 2).find("font-family:\"" + layout.font + "\"!important;"), std::string::npos)
             << family;
     }
     layout.font = "Univers55 Plain";

@@ -1,7 +1,6 @@
 #include "platform/gtk/FontLetters.hpp"
 
 #include <fontconfig/fontconfig.h>
-
 #include <string_view>
 
 namespace pagora {

@@ -67,7 +67,11 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
 {
     // The page with which the engine is warmed up is not for anybody's eyes.
     coverUnprepared();
-    addStyleSheet(_view.get(), kind == PageKind::Columns ? "page.css" : "fixed-page.css");
+    if (kind == PageKind::Columns) {
+        addStyleSheet(_view.get(), "page.css");
+        addStyleSheet(_view.get(), "type.css");
+    } else
+        addStyleSheet(_view.get(), "fixed-page.css");
     _frame.setResizeHandler([this] { frameDidChange(); });
     _textScaleChanges
         = Gtk::Settings::get_default()->property_gtk_xft_dpi().signal_changed().connect([this] { frameDidChange(); });
@@ -239,7 +243,8 @@ void PageView::numberScripts()
     const auto columns = _pageStart.columnCount;
     const std::string source = "var pagoraLoad = " + std::to_string(currentLoad())
         + ", pagoraLaysOut = " + (_kind == PageKind::Columns ? "true" : "false") + ", pagoraColumnCount = '"
-        + (columns < 2 ? "auto" : std::to_string(columns)) + "';";
+        + (columns < 2 ? "auto" : std::to_string(columns)) + "'; pagoraMarkColumns('"
+        + std::to_string(std::max(columns, 1)) + "');";
     _numberScript = webkit_user_script_new_for_world(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
         WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageWorld, nullptr, nullptr);
     webkit_user_content_manager_add_script(content, _numberScript);

@@ -25,6 +25,21 @@ std::vector<std::string> pathsOf(const GValue& value)
     return paths;
 }
 
+// What the source of the drag allows. On Wayland that does not change during a drag, and the toolkit reports the chosen
+// action alone after it was chosen; the first report is kept with the drag.
+Gdk::DragAction allowedActions(const Gdk::Drop& drop)
+{
+    static constexpr const char* key = "pagora-allowed-actions";
+    const auto reported = drop.get_actions();
+    auto* const object = const_cast<GdkDrop*>(drop.gobj());
+    if (g_strcmp0(G_OBJECT_TYPE_NAME(object), "GdkWaylandDrop") != 0)
+        return reported;
+    if (const auto first = GPOINTER_TO_UINT(g_object_get_data(G_OBJECT(object), key)); first != 0)
+        return static_cast<Gdk::DragAction>(first);
+    g_object_set_data(G_OBJECT(object), key, GUINT_TO_POINTER(static_cast<guint>(reported)));
+    return reported;
+}
+
 }
 
 FileDropTarget::FileDropTarget(Gtk::Widget& widget, Delegate delegate, std::function<void(bool)> isOver)
@@ -81,7 +96,7 @@ Gdk::DragAction FileDropTarget::judge()
 {
     auto* const delegate = _delegate();
     const auto drop = _target->get_current_drop();
-    _judged = drop ? drop->get_actions() : Gdk::DragAction();
+    _judged = drop ? allowedActions(*drop) : Gdk::DragAction();
     _answer
         = delegate && delegate->validateDrop(drag()) != DragOperation::None ? Gdk::DragAction::COPY : Gdk::DragAction();
     setOver(_answer != Gdk::DragAction());
@@ -92,7 +107,7 @@ Gdk::DragAction FileDropTarget::judge()
 Gdk::DragAction FileDropTarget::judgeAgain()
 {
     const auto drop = _target->get_current_drop();
-    return drop && drop->get_actions() != _judged ? judge() : _answer;
+    return drop && allowedActions(*drop) != _judged ? judge() : _answer;
 }
 
 bool FileDropTarget::drop()

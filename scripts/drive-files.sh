@@ -11,28 +11,18 @@ nudge=1
 # The library window without what the desktop might have given it.
 place_library() {
     local height
-    height=$(xdotool getdisplaygeometry | cut -d' ' -f2)
-    library_window=$(xdotool getactivewindow)
-    xdotool windowsize "$library_window" "$library_width" "$height" windowmove "$library_window" 0 0
+    height=$(screen_size | cut -d' ' -f2)
+    library_window=$(active_window)
+    within 20 has_place 0 0 "$library_width" "$height"
     settle
 }
 
 # An alert or another window of the program has the keyboard.
-library_has_a_window_over_it() {
-    local active
-    active=$(xdotool getactivewindow) && [ -n "$active" ] && [ "$active" != "$library_window" ]
-}
-
-# with_window TITLE COMMAND...: fails also when a window goes while it is looked for; call it with `within`.
-with_window() {
-    local title=$1
-    shift
-    xdotool search --onlyvisible --name "^$title\$" "$@"
-}
+library_has_a_window_over_it() { another_window "$library_window"; }
 
 # bring_forward TITLE: the window gets the keyboard.
 bring_forward() {
-    within 20 with_window "$1" windowactivate
+    within 20 activate "$1"
     within 20 window_is "$1"
 }
 
@@ -41,35 +31,38 @@ offer_files() {
     end_files
     "$programs/drag-source" "$@" &
     source_window=$!
-    within 20 with_window "Drag Source" windowmove 1020 60
+    within 20 put "Drag Source" 1020 60
     settle
 }
 
 # The part of the library where the drop target says what it is.
-drop_label() { import -window root -crop 400x70+280+760 -depth 8 rgb:- | sha1sum; }
+drop_label() { seen 280 760 400 70; }
 # Looks again with the pointer at another point: the toolkit may have merged all that came before into one movement.
 drop_label_changed() {
-    xdotool mousemove_relative --sync -- $((nudge = -nudge)) 0
+    nudge $((nudge = -nudge)) 0
     [ "$(drop_label)" != "$dragging" ]
 }
 
 # Takes the files up and holds them over the library.
 hold_files() {
     dragging=$(drop_label)
-    xdotool mousemove --sync 1120 120 mousedown 1
+    move 1120 120
+    button_down
     local step
     for step in $(seq 16); do
-        xdotool mousemove --sync $((1120 - step * 42)) $((120 + step * 20))
+        move $((1120 - step * 42)) $((120 + step * 20))
         sleep 0.03
     done
 }
 
-release_files() { xdotool mouseup 1; }
+release_files() { button_up; }
 
 # Drops the files that are offered, once the library shows that it takes them.
 drop_files() {
     hold_files
     within 20 drop_label_changed
+    settle
+    drop_label_changed || fail "the library no longer shows that it takes the files"
     release_files
 }
 

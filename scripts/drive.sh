@@ -1,6 +1,7 @@
 # shellcheck shell=bash
 # Drives the running program with real input, for scripts that source this with their own arguments: `programs`, the folder
-# of the binaries, and `pictures`, the one where screenshots go. Needs a display; see scripts/headless.
+# of the binaries, and `pictures`, the one where screenshots go. Needs a display; see scripts/headless. What moves, presses
+# and looks is in drive-x11.sh and drive-wayland.sh, under the same names.
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 if [ -z "${programs:-}" ]; then
@@ -9,13 +10,14 @@ if [ -z "${programs:-}" ]; then
     pictures=$(realpath "$2")
 fi
 
-openbox --sm-disable 2>/dev/null &
-window_manager=$!
 program=
-trap 'kill "$window_manager" ${program:+"$program"} 2>/dev/null || true' EXIT
+helpers=()
+# ends_with_us PROCESS: it is ended when the script ends, as the program is.
+ends_with_us() { helpers+=("$1"); }
+trap 'kill "${helpers[@]}" ${program:+"$program"} 2>/dev/null || true' EXIT
 
 fail() {
-    import -window root "$pictures/failed.png" || true
+    save_screen "$pictures/failed.png" || true
     echo "$(basename "$0"): $1 (see $pictures/failed.png)" >&2
     exit 1
 }
@@ -30,7 +32,12 @@ within() {
     done
 }
 
-within 20 xdotool get_num_desktops
+if [ -n "${WAYLAND_DISPLAY:-}" ]; then
+    . "$here/drive-wayland.sh"
+else
+    . "$here/drive-x11.sh"
+fi
+within 20 display_is_ready
 
 start() {
     "$programs/pagora" "$@" &
@@ -51,7 +58,13 @@ stored() { "$programs/pagora-defaults" "$1"; }
 # catalogue EXPRESSION: a Python expression over the stored entries, as `books`, that must be true.
 catalogue() { stored BookData | python3 -c "import json, sys; books = json.load(sys.stdin); sys.exit(not ($1))"; }
 ended() { ! kill -0 "$program" 2>/dev/null; }
-window_is() { [ "$(xdotool getactivewindow getwindowname)" = "$1" ]; }
+window_is() { [ "$(window_title)" = "$1" ]; }
+# another_window NUMBER: a window has the keyboard that is not this one.
+another_window() {
+    local active
+    active=$(active_window) && [ -n "$active" ] && [ "$active" != "$1" ]
+}
+is_active() { [ "$(active_window)" = "$1" ]; }
 
 # From now on the program is laid out from right to left: it speaks Hebrew, in which all of its own texts are English.
 mirror() {
@@ -63,9 +76,15 @@ mirror() {
     export LANGUAGE=he
 }
 
+# seen [X Y WIDTH HEIGHT]: a text that stands for what is seen there; colors: how many colours are there.
+seen() { pixels "$@" | sha1sum; }
+colors() { pixels "$@" | identify -format %k ppm:-; }
+# color_at X Y: as six hexadecimal digits.
+color_at() { pixels "$1" "$2" 1 1 | tail -c 3 | od -An -tx1 | tr -d ' '; }
+
 # The middle of the screen, where a reader has its page and nothing else is ever drawn.
-page_now() { import -window root -crop 500x400+330+120 -depth 8 rgb:- | sha1sum; }
-page_is_drawn() { [ "$(import -window root -crop 500x400+330+120 -format %k info:)" -gt 20 ]; }
+page_now() { seen 330 120 500 400; }
+page_is_drawn() { [ "$(colors 330 120 500 400)" -gt 20 ]; }
 page_is_another() { [ "$(page_now)" != "$page_before" ]; }
 # reads TITLE: the book with this title is read, and its page is there.
 reads() {
@@ -76,7 +95,7 @@ reads() {
 # turn KEY...: turns from a page that is at rest to one that is not the same.
 turn() {
     page_before=$(page_now)
-    xdotool key "$@"
+    key "$@"
     within 60 page_is_another
     settle
 }
@@ -85,7 +104,7 @@ turn() {
 settle() {
     local before="" after still=0
     for _ in $(seq 60); do
-        after=$(import -window root -depth 8 rgb:- | sha1sum)
+        after=$(seen)
         [ "$after" = "$before" ] && still=$((still + 1)) || still=0
         [ "$still" -ge 2 ] && return
         before=$after
@@ -96,16 +115,20 @@ settle() {
 
 picture() {
     settle
-    import -window root "$pictures/$1.png"
+    save_screen "$pictures/$1.png"
     echo "$pictures/$1.png"
 }
 
-click() { xdotool mousemove --sync "$1" "$2" click --delay 60 "${3:-1}"; }
 # The program's window fills the screen, so that places in it are known.
 fills() {
     local width height
-    read -r width height < <(xdotool getdisplaygeometry)
-    xdotool getactivewindow windowmove 0 0 windowsize "$width" "$height" || true
-    xdotool getactivewindow getwindowgeometry --shell | grep -qx "WIDTH=$width"
+    read -r width height < <(screen_size)
+    has_place 0 0 "$width" "$height"
 }
 fill() { within 20 fills; }
+# has_place X Y WIDTH HEIGHT: the active window has this place and width; asks for it until then.
+has_place() {
+    set_window_place "$@" || true
+    local width
+    read -r _ _ width _ < <(window_place) && [ "$width" = "$3" ]
+}

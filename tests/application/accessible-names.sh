@@ -24,7 +24,6 @@ only_page() {
     pages=$(grep "document text" "$pictures/fixed.txt" | sed 's/^ *document text | \(.*\) | .*/\1/')
     [ "$pages" = "$1" ] || fail "the pages are: $pages"
 }
-key() { xdotool key "$@"; }
 
 start
 within 60 window_is Pagora

@@ -8,8 +8,7 @@ tests=$(cd "$(dirname "$0")" && pwd)
 told=$pictures/told.txt
 rm -f "$told"
 /usr/bin/python3 "$tests/announcements.py" "$told" &
-listener=$!
-trap 'kill "$window_manager" "$listener" ${program:+"$program"} 2>/dev/null || true' EXIT
+ends_with_us $!
 within 60 grep -qx listening "$told"
 heard=0
 # hears LINE: a line that begins so has come, after the one that was heard before.
@@ -24,7 +23,7 @@ echo "no book" >"$HOME/books/broken.epub"
 start "$HOME/books/01 "*.epub "$HOME/books/02 "*.epub "$HOME/books/broken.epub"
 hears "focus | text | Files that could not be added"
 within 20 window_is "Books Not Added"
-xdotool key Escape
+key Escape
 within 20 window_is Pagora
 
 mkdir "$HOME/new"
@@ -34,23 +33,23 @@ hears "name | status bar | [0-9]* of 3"
 within 120 catalogue "len(books) == 5"
 settle
 
-xdotool key Right
+key Right
 hears "focus | table cell | A Quiet Harbour, Bruno Castell"
 settle
-xdotool key ctrl+Delete
+key ctrl+Delete
 hears "name | dialog | Are You sure to remove epub(s) from library?"
-xdotool key Escape
+key Escape
 within 20 window_is Pagora
 settle
-xdotool key Return
+key Return
 hears "focus | document text | A Quiet Harbour"
 hears "description | document text | Temple and zephyr 1.1 Candle Ada measured"
 reads "A Quiet Harbour"
-xdotool key Right
+key Right
 hears "description | document text | copper magnet market"
-xdotool key End
+key End
 hears "name | status bar | [1-9][0-9]* %"
-xdotool key ctrl+w
+key ctrl+w
 within 20 window_is Pagora
 settle
 
@@ -66,14 +65,14 @@ END
 hears "focus | document text | Six Views"
 hears "description | document text | The hill"
 reads "Six Views"
-xdotool key Right
+key Right
 hears "description | document text | This page is missing from the book."
-xdotool key Right
+key Right
 hears "name | status bar | 3 of 6"
 hears "description | document text | The road"
-xdotool key ctrl+w
+key ctrl+w
 within 20 window_is Pagora
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 program=
 if grep -n "| \(gtkmm__\)\?\(Gtk\|WebKit\|Pagora\|CustomObject\)[A-Z_]" "$told"; then fail "something is called by its type"; fi

@@ -7,23 +7,23 @@ start_with 01 02
 settle
 
 # The first arrow key goes to the books, and further ones stop at the last.
-xdotool key Right
+key Right
 settle
-xdotool key Right
+key Right
 settle
 picture selected
-xdotool key Return
+key Return
 reads "A Quiet Harbour"
 # From the end of the first chapter on into the second.
 turn End
 turn Right
 turn space
 picture read
-xdotool key F9
+key F9
 picture contents
-xdotool key ctrl+w
+key ctrl+w
 within 20 window_is Pagora
 within 20 catalogue 'any(book["Title"] == "A Quiet Harbour" and book["LastInd"] == 1 and book.get("LastPlace", 0) > 0 for book in books)'
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 program=

@@ -50,15 +50,15 @@ settle
 
 # The first two of them go to the Trash.
 click 100 200
-xdotool keydown ctrl
+key_down ctrl
 click 260 200
-xdotool keyup ctrl
+key_up ctrl
 settle
-xdotool key ctrl+Delete
+key ctrl+Delete
 within 20 library_has_a_window_over_it
 picture alert
-xdotool key Tab
-xdotool key Return
+key Tab
+key Return
 within 30 catalogue 'len(books) == 1'
 within 30 is_in_trash "01 The Lantern Keeper.epub"
 within 30 is_in_trash "02 A Quiet Harbour.epub"
@@ -78,7 +78,7 @@ drop_files
 third_is_begun() { [ -e "$library/Ten 02.epub" ] && [ -z "$(ls -A "$HOME/.cache/org.pagora.Pagora/_data")" ]; }
 within 60 third_is_begun
 stopped() {
-    xdotool mousemove --sync $((library_width - 40)) 838 click 1
+    click $((library_width - 40)) 838
     catalogue 'len(books) == 4'
 }
 within 300 stopped
@@ -86,6 +86,6 @@ copies_are 4 || fail "the import went on"
 picture stopped
 end_files
 bring_forward Pagora
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 program=

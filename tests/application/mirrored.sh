@@ -8,10 +8,10 @@ start_with 01 02
 fill
 settle
 # The next book is to the left of the first.
-xdotool key Left
+key Left
 settle
 picture library
-xdotool key Return
+key Return
 reads "A Quiet Harbour"
 fill
 settle
@@ -21,6 +21,6 @@ turn Left
 # Back to the library, at the other end of the title bar.
 click 1230 27
 within 20 window_is Pagora
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 program=

@@ -9,16 +9,16 @@ told() { timeout 60 /usr/bin/python3 "$tests/page-text.py" | grep -A1 -xF "$1" |
 
 start_with 01 02
 settle
-xdotool key Right
+key Right
 settle
-xdotool key Return
+key Return
 within 60 window_is "Pagora - A Quiet Harbour"
 within 300 told "document text | A Quiet Harbour, 1. Temple and zephyr" "Temple and zephyr 1.1 Candle Ada measured"
-xdotool key Right
+key Right
 within 300 told "document text | A Quiet Harbour, 1. Temple and zephyr" "copper magnet market"
 picture read-aloud
-xdotool key ctrl+w
+key ctrl+w
 within 20 window_is Pagora
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 program=

@@ -15,7 +15,7 @@ timeout 60 "$programs/pagora" "$HOME/books/03 Letters from the Orchard.epub" || 
 reads "Letters from the Orchard"
 picture second-start
 [ -f "$library/03 Letters from the Orchard.epub" ] || fail "there is no copy to read from"
-xdotool key ctrl+w
+key ctrl+w
 within 20 window_is Pagora
 within 20 [ ! -e "$library/03 Letters from the Orchard.epub" ]
 catalogue 'len(books) == 2' || fail "the catalogue changed"
@@ -23,13 +23,13 @@ catalogue 'len(books) == 2' || fail "the catalogue changed"
 # A book of the library that is opened from its own place stays there.
 timeout 60 "$programs/pagora" "$library/01 The Lantern Keeper.epub" || fail "the second start did not end well"
 reads "The Lantern Keeper"
-xdotool key ctrl+w
+key ctrl+w
 within 20 window_is Pagora
 [ -f "$library/01 The Lantern Keeper.epub" ] || fail "a book of the library is gone"
 
 # One that cannot reach the first does not share its home folder.
 DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere timeout 60 "$programs/pagora" 2>"$HOME/said" || fail "it did not end"
 grep -q "already running with this home folder" "$HOME/said" || fail "the second start said nothing"
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 program=

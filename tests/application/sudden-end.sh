@@ -11,7 +11,7 @@ wait "$program" 2>/dev/null || true
 start "$HOME/books/04 The Copper Bridge.epub"
 reads "The Cartographer's Daughter, or Seven Ways across the Mountains"
 turn Right
-xdotool key ctrl+w
+key ctrl+w
 within 20 window_is Pagora
 within 20 catalogue 'books[7].get("LastPlace", 0) > 0'
 kill -9 "$program"
@@ -21,7 +21,7 @@ start
 within 60 window_is Pagora
 catalogue 'len(books) == 8 and books[7]["LastPlace"] > 0' || fail "something of the library is lost"
 stored BundleVersion >/dev/null || fail "the settings are lost"
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 
 # Ending the program while a book is read keeps the place in it.
@@ -29,7 +29,7 @@ start "$HOME/books/04 The Copper Bridge.epub"
 reads "The Cartographer's Daughter, or Seven Ways across the Mountains"
 before=$(stored BookData)
 turn Right
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 [ "$(stored BookData)" != "$before" ] || fail "the place is lost"
 program=

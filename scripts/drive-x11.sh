@@ -1,0 +1,44 @@
+# shellcheck shell=bash
+# Input, windows and pictures on an X11 display, for drive.sh. Places are in pixels of the screen.
+
+openbox --sm-disable 2>/dev/null &
+ends_with_us $!
+
+display_is_ready() { xdotool get_num_desktops; }
+
+# key NAME+NAME...: each is pressed and let go.
+key() { xdotool key --delay 30 "$@"; }
+key_down() { xdotool keydown "$1"; }
+key_up() { xdotool keyup "$1"; }
+
+move() { xdotool mousemove --sync "$1" "$2"; }
+# nudge X Y: moves the pointer by so much.
+nudge() { xdotool mousemove_relative --sync -- "$1" "$2"; }
+button_down() { xdotool mousedown "${1:-1}"; }
+button_up() { xdotool mouseup "${1:-1}"; }
+# click X Y [BUTTON]
+click() { xdotool mousemove --sync "$1" "$2" click --delay 60 "${3:-1}"; }
+double_click() { xdotool mousemove --sync "$1" "$2" click --repeat 2 --delay 20 1; }
+
+window_title() { xdotool getactivewindow getwindowname; }
+# The number of the window that has the keyboard. Fails while none has.
+active_window() { xdotool getactivewindow; }
+# The active window's X, Y, WIDTH and HEIGHT.
+window_place() {
+    xdotool getactivewindow getwindowgeometry --shell |
+        awk -F= '{ value[$1] = $2 } END { print value["X"], value["Y"], value["WIDTH"], value["HEIGHT"] }'
+}
+# set_window_place X Y WIDTH HEIGHT: asks for it.
+set_window_place() { xdotool getactivewindow windowmove "$1" "$2" windowsize "$3" "$4"; }
+screen_size() { xdotool getdisplaygeometry; }
+# Each of these fails also when a window goes while it is looked for; call them with `within`.
+is_there() { xdotool search --onlyvisible --name "^$1\$"; }
+activate() { xdotool search --onlyvisible --name "^$1\$" windowactivate; }
+# put TITLE X Y: moves the window with this title.
+put() { xdotool search --onlyvisible --name "^$1\$" windowmove "$2" "$3"; }
+# As by the close button of a window manager.
+close_window() { xdotool getactivewindow windowclose; }
+
+# pixels [X Y WIDTH HEIGHT]: the screen or a part of it as a picture without a date.
+pixels() { import -window root ${1:+-crop "$3x$4+$1+$2"} +repage -depth 8 ppm:-; }
+save_screen() { import -window root "$1"; }

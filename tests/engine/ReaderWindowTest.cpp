@@ -441,6 +441,32 @@ TEST_F(ReaderWindowTest, APageThatIsLongOnItsWayHasASign)
     ASSERT_TRUE(waitUntil([&] { return !sign.get_visible(); }));
 }
 
+TEST_F(ReaderWindowTest, TheSignIsDrawnOnce)
+{
+    makeEpubWindow();
+    window().present();
+    auto& sign = widget<Gtk::Widget>("loadingSign");
+    epub->setLoading(true);
+    ASSERT_TRUE(waitUntil([&] { return sign.get_mapped(); }));
+    // Frames follow each other at once while something moves.
+    int ticks = 0;
+    int quietTicks = 0;
+    int frames = 0;
+    auto* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(window().gobj()));
+    const auto painted = g_signal_connect_swapped(
+        clock, "after-paint", G_CALLBACK(+[](int* count) { ++*count; }), &frames);
+    Glib::signal_timeout().connect(
+        [&] {
+            quietTicks = frames == 0 ? quietTicks + 1 : 0;
+            frames = 0;
+            return ++ticks < 200 && quietTicks < 10;
+        },
+        100);
+    waitUntil([&] { return ticks == 200 || quietTicks == 10; });
+    g_signal_handler_disconnect(clock, painted);
+    EXPECT_EQ(quietTicks, 10);
+}
+
 TEST_F(ReaderWindowTest, TheSignOfOneLoadStaysForTheNext)
 {
     makeEpubWindow();

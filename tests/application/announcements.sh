@@ -46,7 +46,7 @@ hears "focus | document text | A Quiet Harbour"
 hears "description | document text | Temple and zephyr 1.1 Candle Ada measured"
 reads "A Quiet Harbour"
 key Right
-hears "description | document text | copper magnet market"
+hears "description | document text | [^T ]"
 key End
 hears "name | status bar | [1-9][0-9]* %"
 key ctrl+w

@@ -36,7 +36,7 @@ within 60 window_is Pagora
 fill
 picture library
 
-xdotool key Home Return
+key Home Return
 reads "The Lantern Keeper"
 fill
 within 60 page_is_drawn
@@ -46,14 +46,14 @@ turn Right
 # The line explains itself.
 click 1165 834
 picture explanation
-xdotool key Escape
+key Escape
 turn Right
 picture turned
 kill -0 "$program" 2>/dev/null || fail "the program has ended"
 
-xdotool key ctrl+w
+key ctrl+w
 within 20 window_is Pagora
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 wait "$program" || fail "the program ended with $?"
 program=

@@ -13,7 +13,6 @@
 #include "tests/support/FakeLibraryHub.hpp"
 #include "tests/support/FakeWebView.hpp"
 
-#include <algorithm>
 #include <gtkmm/button.h>
 #include <gtkmm/drawingarea.h>
 #include <gtkmm/label.h>
@@ -22,6 +21,8 @@
 #include <gtkmm/settings.h>
 #include <gtkmm/togglebutton.h>
 #include <gtkmm/window.h>
+
+#include <algorithm>
 
 namespace pagora::test {
 

@@ -81,4 +81,23 @@ TEST_F(PageFrameTest, ConcealedPageIsDrawnAndKeepsItsLastDrawingOnly)
     EXPECT_LE(ChangingPicture::kept, few);
 }
 
+TEST_F(PageFrameTest, APageInAWideWindowIsNoWiderThanAllowedAndInTheMiddle)
+{
+    int sizes = 0;
+    frame->setResizeHandler([&] { ++sizes; });
+    window.set_default_size(900, 300);
+    frame->setMargins({ 16, 400 });
+    ASSERT_TRUE(waitUntil([&] { return frame->pageWidth() == 400 && frame->get_width() > 600 && sizes > 0; }));
+    graphene_rect_t place {};
+    ASSERT_TRUE(gtk_widget_compute_bounds(picture.Gtk::Widget::gobj(), frame->Gtk::Widget::gobj(), &place));
+    EXPECT_EQ(place.origin.x, (frame->get_width() - 400) / 2);
+    EXPECT_EQ(place.size.width, 400);
+}
+
+TEST_F(PageFrameTest, APageInANarrowWindowLeavesTheMarginsFree)
+{
+    frame->setMargins({ 16, 4000 });
+    ASSERT_TRUE(waitUntil([&] { return frame->get_width() > 0 && frame->pageWidth() == frame->get_width() - 32; }));
+}
+
 }

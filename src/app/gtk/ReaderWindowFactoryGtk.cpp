@@ -16,6 +16,10 @@ namespace {
 // How often to see whether the probe has ended, in milliseconds.
 constexpr unsigned probeInterval = 20;
 
+// The page buttons lie in these margins and in the page's own. Two columns of text as long as a book's lines, with
+// their margins, are as wide as that.
+constexpr PageView::PageMargins readingMargins { 16, 1200 };
+
 }
 
 ReaderWindowFactoryGtk::ReaderWindowFactoryGtk(std::string temporaryFolder, std::function<void(Gtk::Window&)> didMake)
@@ -50,8 +54,10 @@ ReaderPage ReaderWindowFactoryGtk::makePage(PageKind kind, const PageView* besid
     parts.setNotice = [page](const std::string& notice) { page->setNotice(notice); };
     parts.nameMayHaveChanged = [page] { page->nameMayHaveChanged(); };
     // A fixed page brings its own paper.
-    if (kind == PageKind::Columns)
+    if (kind == PageKind::Columns) {
+        page->setMargins(readingMargins);
         parts.setBackground = [page](const Color& color) { page->setBackground(color); };
+    }
     parts.isConfined = _probe.result() == Confinement::Full;
     return parts;
 }

@@ -20,7 +20,8 @@ GObjectPtr<GdkTexture> pictureOf(GtkWidget* page, GskRenderNode* drawing, const 
     GskRenderNode* const scaled = gtk_snapshot_free_to_node(snapshot);
     if (!scaled)
         return {};
-    const graphene_rect_t area { { 0, 0 }, { place.size.width * scale, place.size.height * scale } };
+    const graphene_rect_t area { { place.origin.x * scale, place.origin.y * scale },
+        { place.size.width * scale, place.size.height * scale } };
     auto picture = GObjectPtr<GdkTexture>::adopt(gsk_renderer_render_texture(renderer, scaled, &area));
     gsk_render_node_unref(scaled);
     return picture;
@@ -44,9 +45,8 @@ void PageCover::put(GtkWidget* page, Show show)
     if (std::exchange(_isOn, true))
         return;
     if (show == Show::LastPicture && _drawing) {
-        const auto width = static_cast<float>(gtk_widget_get_width(page));
-        const auto height = static_cast<float>(gtk_widget_get_height(page));
-        _place = { { 0, 0 }, { width, height } };
+        if (!gtk_widget_compute_bounds(page, gtk_widget_get_parent(page), &_place))
+            _place = {};
         _picture = pictureOf(page, _drawing, _place);
     }
     forgetDrawing();

@@ -4,6 +4,8 @@
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/snapshot.h>
 
+#include <algorithm>
+
 namespace pagora {
 
 namespace {
@@ -83,6 +85,12 @@ void PageFrame::measure_vfunc(Gtk::Orientation orientation, int forSize, int& mi
     minimumBaseline = naturalBaseline = -1;
 }
 
+void PageFrame::setMargins(const Margins& margins)
+{
+    _margins = margins;
+    queue_allocate();
+}
+
 void PageFrame::setConcealed(bool isConcealed)
 {
     _isConcealed = isConcealed;
@@ -105,10 +113,13 @@ void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
 
 void PageFrame::size_allocate_vfunc(int width, int height, int baseline)
 {
-    gtk_widget_allocate(_child, width, height, baseline, nullptr);
-    if (width == _width && height == _height)
+    const int room = std::max(1, width - 2 * _margins.least);
+    const int pageWidth = std::min(room, _margins.largestWidth);
+    const graphene_point_t place { static_cast<float>((width - pageWidth) / 2), 0 };
+    gtk_widget_allocate(_child, pageWidth, height, baseline, gsk_transform_translate(nullptr, &place));
+    if (pageWidth == _width && height == _height)
         return;
-    _width = width;
+    _width = pageWidth;
     _height = height;
     // Whoever hears of it may change the layout that is under way here.
     _sizeReport.disconnect();

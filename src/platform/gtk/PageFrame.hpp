@@ -6,18 +6,29 @@
 #include <gtkmm/widget.h>
 
 #include <functional>
+#include <limits>
 
 namespace pagora {
 
-// Holds the engine's widget: gives it all of its room, tells of changes of size, and takes the input that would scroll
-// the page before the engine sees it. Main thread.
+// Holds the engine's widget: gives it its room but for the margins, tells of changes of size, and takes the input that
+// would scroll the page before the engine sees it. Main thread.
 class PageFrame final : public Gtk::Widget {
 public:
     // `child` is shown until the frame goes.
     explicit PageFrame(GtkWidget* child);
     ~PageFrame() override;
 
-    // Called after the layout that changed the size, once a size.
+    // Pixels that are left free at each side, and how wide the child is at most; it stays in the middle.
+    struct Margins {
+        int least = 0;
+        int largestWidth = std::numeric_limits<int>::max();
+    };
+    void setMargins(const Margins& margins);
+    // Of the child, in pixels.
+    int pageWidth() const { return _width; }
+    int pageHeight() const { return _height; }
+
+    // Called after the layout that changed the child's size, once a size.
     void setResizeHandler(std::function<void()> handler) { _onResize = std::move(handler); }
     // Called once a flick, or a finger's drag: positive when the fingers move the page to the right.
     void setFlickHandler(std::function<void(double)> handler) { _gestures.setFlickHandler(std::move(handler)); }
@@ -42,6 +53,7 @@ private:
     void swallowKeys();
 
     GtkWidget* _child;
+    Margins _margins;
     int _width = 0;
     int _height = 0;
     bool _isConcealed = false;

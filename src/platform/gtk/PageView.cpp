@@ -73,8 +73,8 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     } else
         addStyleSheet(_view.get(), "fixed-page.css");
     _frame.setResizeHandler([this] { frameDidChange(); });
-    _textScaleChanges
-        = Gtk::Settings::get_default()->property_gtk_xft_dpi().signal_changed().connect([this] { frameDidChange(); });
+    _textScaleChanges = Gtk::Settings::get_default()->property_gtk_xft_dpi().signal_changed().connect(
+        [this] { textScaleDidChange(); });
     allowPageScripts(true);
     connectEngine();
 }
@@ -354,6 +354,24 @@ void PageView::recover()
     });
 }
 
+void PageView::textScaleDidChange()
+{
+    applyMargins();
+    frameDidChange();
+}
+
+void PageView::setMargins(const PageMargins& margins)
+{
+    _margins = margins;
+    applyMargins();
+}
+
+void PageView::applyMargins()
+{
+    if (_margins)
+        _frame.setMargins({ _margins->least, static_cast<int>(std::lround(_margins->largestWidth * pixelSize())) });
+}
+
 void PageView::frameDidChange()
 {
     _awaitsPageSize = _stage == Stage::Shown && _pageSize != frame();
@@ -385,7 +403,7 @@ void PageView::setTextSizeMultiplier(double multiplier)
 Rect PageView::frame() const
 {
     const double pixel = pixelSize();
-    return { 0, 0, std::floor(_frame.get_width() / pixel), std::floor(_frame.get_height() / pixel) };
+    return { 0, 0, std::floor(_frame.pageWidth() / pixel), std::floor(_frame.pageHeight() / pixel) };
 }
 
 double PageView::pixelSize() const

@@ -33,6 +33,12 @@ public:
     // For the window that shows it.
     Gtk::Widget& widget() { return _frame; }
     // Called once a flick with dx: positive when the fingers move the page to the right, towards earlier pages.
+    // What stays free around the page: pixels at each side at least, and points beyond which the page grows no wider.
+    struct PageMargins {
+        int least = 0;
+        int largestWidth = 0;
+    };
+    void setMargins(const PageMargins& margins);
     void setFlickHandler(std::function<void(double dx)> handler) { _frame.setFlickHandler(std::move(handler)); }
     // The engine's widget, for pictures of the page and for tests.
     WebKitWebView* engineView() const { return _view.get(); }
@@ -86,6 +92,8 @@ private:
     void pageClosedItself();
     void allowPageScripts(bool allowed);
     void recover();
+    void textScaleDidChange();
+    void applyMargins();
     void frameDidChange();
     void reportSize();
     void reportFailure();
@@ -154,6 +162,7 @@ private:
     sigc::connection _startTimer;
     sigc::connection _loadTimer;
     sigc::connection _resizeTimer;
+    std::optional<PageMargins> _margins;
     sigc::connection _textScaleChanges;
     sigc::connection _recovery;
     // Forgotten when the view goes, for what comes back later.

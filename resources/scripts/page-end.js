@@ -29,7 +29,8 @@
 
     // Laid out before its style sheets are there, the page would be laid out twice; one that never comes is not waited
     // for.
-    const complete = () => window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' complete');
+    const complete = () => window.webkit.messageHandlers.pagora.postMessage(
+        pagoraLoad + ' complete ' + (body ? getComputedStyle(body).direction : 'ltr'));
     const longestWait = 500;
     const start = performance.now();
     (function wait() {

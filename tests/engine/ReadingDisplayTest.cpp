@@ -200,6 +200,21 @@ TEST_F(ReadingDisplay, RightToLeftPagesRunToTheLeft)
     EXPECT_EQ(place().text, first);
 }
 
+TEST_F(ReadingDisplay, ArrowKeysGoTheWayOfThePages)
+{
+    read("RightToLeft");
+    auto* const keys = window().parts().window.window().gobj();
+    const auto width = number("window.innerWidth");
+    press(keys, GDK_KEY_Left);
+    EXPECT_TRUE(waitUntil([this] { return reader().readAmount() > 0; }));
+    settle();
+    EXPECT_EQ(number("window.pageXOffset"), width);
+    press(keys, GDK_KEY_Right);
+    EXPECT_TRUE(waitUntil([this] { return reader().readAmount() == 0; }));
+    settle();
+    EXPECT_EQ(number("window.pageXOffset"), 0);
+}
+
 TEST_F(ReadingDisplay, SliderSeeksInARightToLeftChapter)
 {
     read("RightToLeft");

@@ -31,6 +31,16 @@ TEST_F(AnchorTracking, GoesByTheSeekDivisorToTheChapterStart)
     EXPECT_EQ(page().scripts.at(1), "document.body.scrollWidth;");
 }
 
+TEST_F(AnchorTracking, ShowsTheNegativeOffsetInTheLabel)
+{
+    page().page.offsetTop = { { "note", 3300 } };
+    open(1);
+    page().delegate->didChangeLocationWithinPage(*Url::fromString(chapter(0).text() + "#note"));
+    // 3300 × 320 / −148160 is −7, and −7 × 800 / 2400 is −2.33 of a book of one chapter.
+    EXPECT_EQ(label(), "-233 %");
+    EXPECT_FLOAT_EQ(sliderValue(), -5600.0F / 2400);
+}
+
 TEST_F(AnchorTracking, AnElementAtTheTopChangesNothing)
 {
     open(3, 1);

@@ -53,6 +53,7 @@ ReaderPage ReaderWindowFactoryGtk::makePage(PageKind kind, const PageView* besid
     parts.setNamer = [page](std::function<std::string(const std::string&)> namer) { page->setNamer(std::move(namer)); };
     parts.setNotice = [page](const std::string& notice) { page->setNotice(notice); };
     parts.nameMayHaveChanged = [page] { page->nameMayHaveChanged(); };
+    parts.runsRightToLeft = [page, kind] { return kind == PageKind::Columns && page->runsRightToLeft(); };
     // A fixed page brings its own paper.
     if (kind == PageKind::Columns) {
         page->setMargins(readingMargins);

@@ -61,6 +61,8 @@ public:
     const SpokenPage& spoken() const { return _spoken; }
     // Whether the keyboard is at work in a control of the page.
     bool pageTakesKeys() const { return _frame.pageTakesKeys(); }
+    // Whether the text runs from right to left, and the pages with it.
+    bool runsRightToLeft() const { return _runsRightToLeft; }
 
     void setTextSizeMultiplier(double multiplier) override;
     Rect frame() const override;
@@ -139,6 +141,7 @@ private:
     // The URL as the engine gets it, and the one of the page that it shows.
     std::string _target;
     std::string _shown;
+    bool _runsRightToLeft = false;
     // Whether it is read by the rules of HTML because it is not well-formed.
     bool _isForgiven = false;
     WebKitUserScript* _numberScript = nullptr;

@@ -308,9 +308,12 @@ void PageView::messageReceived(const std::string& text)
     words >> load >> what;
     if (load != currentLoad())
         return;
-    if (what == "complete")
+    if (what == "complete") {
+        std::string direction;
+        words >> direction;
+        _runsRightToLeft = direction == "rtl";
         documentComplete();
-    else if (what == "broken")
+    } else if (what == "broken")
         showForgivingly();
     else if (what == "begun") {
         if (std::exchange(_pageStart.isShownAtOnce, false) && _isUnprepared) {

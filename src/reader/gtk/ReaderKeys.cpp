@@ -33,15 +33,16 @@ std::optional<ReaderCommand> controlCommand(guint keyval)
 }
 
 // Keys that turn pages, as far as the focus leaves them.
-std::optional<ReaderCommand> pageCommand(guint keyval, bool shift, ReaderFocus focus)
+std::optional<ReaderCommand> pageCommand(guint keyval, bool shift, ReaderFocus focus, PageDirection direction)
 {
+    const bool rightToLeft = direction == PageDirection::RightToLeft;
     switch (keyval) {
     case GDK_KEY_Left:
     case GDK_KEY_KP_Left:
-        return ReaderCommand::PreviousPage;
+        return rightToLeft ? ReaderCommand::NextPage : ReaderCommand::PreviousPage;
     case GDK_KEY_Right:
     case GDK_KEY_KP_Right:
-        return ReaderCommand::NextPage;
+        return rightToLeft ? ReaderCommand::PreviousPage : ReaderCommand::NextPage;
     case GDK_KEY_space:
     case GDK_KEY_KP_Space:
         if (focus != ReaderFocus::Page)
@@ -72,7 +73,7 @@ std::optional<ReaderCommand> pageCommand(guint keyval, bool shift, ReaderFocus f
 
 }
 
-std::optional<ReaderCommand> readerCommand(guint keyval, Gdk::ModifierType state, ReaderFocus focus)
+std::optional<ReaderCommand> readerCommand(guint keyval, Gdk::ModifierType state, ReaderFocus focus, PageDirection direction)
 {
     const auto holds = [state](Gdk::ModifierType modifier) { return (state & modifier) == modifier; };
     if (holds(Gdk::ModifierType::ALT_MASK) || holds(Gdk::ModifierType::SUPER_MASK))
@@ -90,7 +91,7 @@ std::optional<ReaderCommand> readerCommand(guint keyval, Gdk::ModifierType state
         return {};
     if (shift && keyval != GDK_KEY_space && keyval != GDK_KEY_KP_Space)
         return {};
-    return pageCommand(keyval, shift, focus);
+    return pageCommand(keyval, shift, focus, direction);
 }
 
 }

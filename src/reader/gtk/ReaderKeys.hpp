@@ -37,7 +37,11 @@ enum class ReaderFocus {
     Text,
 };
 
+// Which way the pages follow one another.
+enum class PageDirection { LeftToRight, RightToLeft };
+
 // The command of a key with these modifiers while the focus is there; missing when the key goes to the focus.
-std::optional<ReaderCommand> readerCommand(guint keyval, Gdk::ModifierType state, ReaderFocus focus);
+std::optional<ReaderCommand> readerCommand(guint keyval, Gdk::ModifierType state, ReaderFocus focus,
+    PageDirection direction);
 
 }

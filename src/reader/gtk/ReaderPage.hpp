@@ -11,13 +11,15 @@
 namespace pagora {
 
 // The page view that a reader window takes in, with what the window needs of it besides: its widget, how to hear of
-// flicks, and, where they are set, whether a control of the page needs the keys, the colour behind the page, and the
+// flicks, and, where they are set, whether a control of the page needs the keys, which way the pages run, the colour behind the page, and the
 // name under which assistive technology finds it.
 struct ReaderPage {
     std::unique_ptr<WebView> webView;
     Gtk::Widget* widget = nullptr;
     std::function<void(std::function<void(double deltaX)> handler)> setFlickHandler;
     std::function<bool()> takesKeys = {};
+    // Whether the pages run from right to left.
+    std::function<bool()> runsRightToLeft = {};
     std::function<void(const Color& color)> setBackground = {};
     // The name is asked for at once and whenever the text that is shown changes, or the name itself may have; it gets
     // the title of the page's document.

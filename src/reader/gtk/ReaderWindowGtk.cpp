@@ -167,7 +167,9 @@ void ReaderWindowGtk::watchKeys(Gtk::Widget& area)
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _connections.push_back(keys->signal_key_pressed().connect(
         [this](guint keyval, guint, Gdk::ModifierType state) {
-            const auto command = readerCommand(keyval, state, focusKind());
+            const bool rightToLeft = page.runsRightToLeft && page.runsRightToLeft();
+            const auto command = readerCommand(keyval, state, focusKind(),
+                rightToLeft ? PageDirection::RightToLeft : PageDirection::LeftToRight);
             return command && perform(*command);
         },
         false));

@@ -80,6 +80,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
                 const text = pagoraLaysOut && asSet[property] ? asSet[property](String(value)) : value;
                 setProperty.call(this, name, text, pagoraLaysOut ? 'important' : '');
                 columnsAreAskedFor(property, value);
+                followStripSoon();
             },
         });
     }
@@ -205,6 +206,25 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         nativeScrollTo.call(window, { left: isRightToLeft() ? -x : x, top: y, behavior: 'instant' });
         positionX = currentX();
         positionY = nativeScrollY.call(window);
+    }
+
+    // Text of another size, font or width may make the strip shorter than where the page is.
+    function followStrip() {
+        if (positionX > 0)
+            place(positionX, positionY);
+    }
+    window.pagoraFollowStrip = followStrip;
+
+    // Once the script that changes the styles has run. At its start a page is on the strip, however long that is.
+    let followsStrip = false;
+    function followStripSoon() {
+        if (followsStrip || positionX === 0)
+            return;
+        followsStrip = true;
+        queueMicrotask(() => {
+            followsStrip = false;
+            followStrip();
+        });
     }
 
     // Undoes what the keyboard, a search, a selection, the page's scripts or the engine itself have scrolled.

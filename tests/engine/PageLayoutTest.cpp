@@ -229,6 +229,31 @@ TEST_F(PageLayoutTest, TheTextSizeChangesTheTextAtOnceAndStays)
     EXPECT_EQ(strip(), larger);
 }
 
+TEST_F(PageLayoutTest, APageAtTheEndOfAStripThatBecomesShorterIsAtItsNewEnd)
+{
+    const std::string lastIsSeen
+        = "(function () { const box = document.getElementById('p139').getClientRects()[0];"
+          "return box.left >= 0 && box.right <= innerWidth; })()";
+    const auto expectAtEnd = [&](const char* after) {
+        EXPECT_EQ(evaluate("window.scrollX === document.body.scrollWidth - innerWidth"), "true") << after;
+        EXPECT_EQ(evaluate(lastIsSeen), "true") << after;
+    };
+    for (const std::string attributes : { "", " dir=\"rtl\"" }) {
+        load(write("chapter.xhtml", document(paragraphs(140), {}, attributes)));
+        layOut(2);
+        _view->setTextSizeMultiplier(2);
+        evaluate("window.scrollTo(document.body.scrollWidth, 0);");
+        const auto larger = strip();
+        _view->setTextSizeMultiplier(1);
+        expectAtEnd("smaller text");
+        EXPECT_LT(strip(), larger);
+        evaluate("document.body.style.height = '200px';");
+        evaluate("window.scrollTo(document.body.scrollWidth, 0);");
+        evaluate("document.body.style.height = '400px';");
+        expectAtEnd("longer columns");
+    }
+}
+
 TEST_F(PageLayoutTest, AFrameIsMeasuredInThePagesPixelsWhereTheDesktopEnlargesText)
 {
     loadDocument(paragraphs(20));

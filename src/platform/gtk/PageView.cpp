@@ -397,6 +397,9 @@ void PageView::reportSize()
 void PageView::setTextSizeMultiplier(double multiplier)
 {
     webkit_web_view_set_zoom_level(_view.get(), multiplier);
+    if (_kind == PageKind::Columns)
+        webkit_web_view_evaluate_javascript(
+            _view.get(), "pagoraFollowStrip()", -1, pageWorld, nullptr, nullptr, nullptr, nullptr);
     _spoken.pageMayHaveChanged();
 }
 

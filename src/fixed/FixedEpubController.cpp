@@ -13,9 +13,7 @@ namespace {
 
 enum Tag : int { Previous = 0, Next = 1 };
 
-// How long a page waits for its pictures before it is scaled and shown without them.
-constexpr double patienceForResources = 2;
-// How long the user's next action waits for a page.
+// How long the user's next action waits for a page, and a page for what it asked for before it is shown without.
 constexpr double patienceForPage = 10;
 
 constexpr const char* pageScripts[] = { "jquery-1.7.1.min", "rescaling" };
@@ -184,9 +182,6 @@ void FixedEpubController::resourceDidFinishLoading(const DataSource& source)
 {
     if (!source.isLoading)
         prepare(source);
-    else if (source.isMainResource)
-        // A picture that never answers must not keep the page away.
-        _patience = _runLoop.performAfterDelay(patienceForResources, [this, source] { prepare(source); });
 }
 
 void FixedEpubController::didFinishLoadForFrame(const DataSource& source)
@@ -205,6 +200,7 @@ Task<void> FixedEpubController::preparePage(DataSource source)
     if (source.load != webView.currentLoad() || source.load == _preparedLoad)
         co_return;
     _preparedLoad = source.load;
+    dividerHasMoved();
     const auto index = _splitIndexDict.find(source.url.lastPathComponent());
     _activeSplitIndex = index == _splitIndexDict.end() ? 0 : index->second;
     for (const char* name : pageScripts)
@@ -326,9 +322,20 @@ void FixedEpubController::didCommitLoad(const DataSource& source)
     _patience = _runLoop.performAfterDelay(patienceForPage, [this, source] { prepare(source); });
 }
 
+bool FixedEpubController::dividerHasMoved()
+{
+    const auto& panes = _window.mainSplitView();
+    const Rect frame = panes.frame();
+    const Panes now { frame.width, frame.height, panes.frameOfSubview(0).width, panes.isSubviewHidden(0) };
+    const Panes before = std::exchange(_panes, now);
+    return now.width == before.width && now.height == before.height && now.areContentsHidden == before.areContentsHidden
+        && now.contentsWidth != before.contentsWidth;
+}
+
 void FixedEpubController::didResize()
 {
-    if (_preparedLoad == 0 || _rescalePending)
+    // The page follows the window, not the divider.
+    if (_preparedLoad == 0 || dividerHasMoved() || _rescalePending)
         return;
     _rescalePending = true;
     _queue.enqueueReport([this]() -> Task<void> {

@@ -73,6 +73,8 @@ private:
     Task<void> preparePage(DataSource source);
     Task<void> fitWindow();
     Task<void> rescale();
+    // Whether the divider alone has moved since this was last asked.
+    bool dividerHasMoved();
     Task<void> showMissingPage(DataSource source);
     void showPage(bool isMissing);
     // Gets the page ready that the reader is likely to turn to.
@@ -96,6 +98,14 @@ private:
     // The load that has been scaled.
     std::uint64_t _preparedLoad = 0;
     bool _rescalePending = false;
+    // How the window was divided when that was last looked at, in points.
+    struct Panes {
+        double width = 0;
+        double height = 0;
+        double contentsWidth = 0;
+        bool areContentsHidden = false;
+    };
+    Panes _panes;
     LeavingLinks _leavingLinks;
     std::unique_ptr<RunLoop::Timer> _patience;
 

@@ -12,6 +12,7 @@
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeReaderHub.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tests/support/WitnessServer.hpp"
 
 #include <gtkmm/settings.h>
 
@@ -246,6 +247,22 @@ TEST_F(FixedReadingTest, ThePageFollowsTheWindow)
     expectNoFaults();
 }
 
+TEST_F(FixedReadingTest, TheDividerScalesNothingUntilTheNextPage)
+{
+    // Wide enough for the contents to be shown.
+    open(writePages(2), ownScript, 1200, 700);
+    resizeTo(1200, 700);
+    const auto before = evaluate("Xscale");
+    const auto width = webView().frame().width;
+    _window->parts().mainSplitView.dragDivider(450);
+    ASSERT_TRUE(waitUntil([&] { return webView().frame().width < width; }));
+    ASSERT_TRUE(waitUntil([&] { return evaluate("innerWidth") == std::to_string(int(webView().frame().width)); }));
+    settlePage();
+    EXPECT_EQ(evaluate("Xscale"), before);
+    turn(1);
+    expectNoFaults();
+}
+
 TEST_F(FixedReadingTest, APageThatIsReadyIsShownAtOnce)
 {
     open(writePages(4));
@@ -415,13 +432,14 @@ TEST_F(FixedReadingTest, ALinkWithinThePageLeavesItInPlace)
 
 TEST_F(FixedReadingTest, ALinkToAServerOpensInTheBrowserAndGoesOn)
 {
+    const WitnessServer server;
     auto pages = writePages(2);
-    // Nobody listens there.
-    write("page1.xhtml", page("<a id='link' href='http://127.0.0.1:58731/far'>Far</a>"));
+    write("page1.xhtml", page("<a id='link' href='" + server.url("far") + "'>Far</a>"));
     open(pages);
     evaluate("document.getElementById('link').click()");
     EXPECT_TRUE(waitUntil([&] { return !_hub.opened.empty(); }));
-    EXPECT_EQ(_hub.opened, std::vector<Url> { *Url::fromString("http://127.0.0.1:58731/far") });
+    EXPECT_EQ(_hub.opened, std::vector<Url> { *Url::fromString(server.url("far")) });
+    EXPECT_TRUE(waitUntil([&] { return server.heard("GET /far "); }));
     turn(1);
     EXPECT_EQ(label(), "2 of 2");
 }

@@ -105,11 +105,22 @@ TEST_F(FixedPageLoading, APageThatIsStillLoadingIsNotScaled)
 TEST_F(FixedPageLoading, APictureThatNeverAnswersDoesNotKeepThePageAway)
 {
     reader->loadSplits(files(2), std::nullopt);
-    page().hidden = true;
+    page().commit();
     page().finishDocument(true);
+    EXPECT_TRUE(page().hidden);
     loop.runTimers();
     EXPECT_FALSE(page().hidden);
     EXPECT_EQ(label(), "1 of 2");
+}
+
+TEST_F(FixedPageLoading, OnlyAPageThatIsLoadingFor10SecondsIsShownAsItIs)
+{
+    reader->loadSplits(files(2), std::nullopt);
+    page().commit();
+    page().finishDocument(true);
+    page().finishSubresource(true);
+    EXPECT_EQ(loop.delays, (std::vector<double> { 10, 10 }));
+    EXPECT_TRUE(page().scripts.empty());
 }
 
 TEST_F(FixedPageLoading, APageThatBeginsIsHiddenUntilItIsScaled)
@@ -151,6 +162,29 @@ TEST_F(FixedPageLoading, APageIsScaledAgainInAnotherSize)
     EXPECT_EQ(page().timesEvaluated("scale()"), 2U);
     EXPECT_EQ(page().timesEvaluated("init()"), 1U);
     EXPECT_EQ(parts->window.animatedTo.size(), 1U);
+}
+
+TEST_F(FixedPageLoading, ADividerThatMovesScalesNothing)
+{
+    open(1);
+    page().scripts.clear();
+    parts->mainSplitView.frames[0].width = 300;
+    page().resizeTo(750, 600);
+    EXPECT_TRUE(page().scripts.empty());
+    // The next change is of the window.
+    parts->mainSplitView.rect.width = 1200;
+    parts->mainSplitView.frames[0].width = 320;
+    page().resizeTo(879, 600);
+    EXPECT_EQ(page().scripts, std::vector<std::string> { "scale()" });
+}
+
+TEST_F(FixedPageLoading, ContentsThatAreHiddenScaleThePage)
+{
+    open(1);
+    page().scripts.clear();
+    parts->mainSplitView.hidden[0] = true;
+    page().resizeTo(1051, 600);
+    EXPECT_EQ(page().scripts, std::vector<std::string> { "scale()" });
 }
 
 TEST_F(FixedPageLoading, AReportOfAnEarlierLoadIsDropped)

@@ -75,8 +75,8 @@ void BookOpening::cancel()
 Task<void> BookOpening::run(BookInfoPtr book)
 {
     _state.currentBook = book;
-    if (!book->epubPath() || !fileExists(*book->epubPath())) {
-        _platform.libraryWindow.runAlertPanel(_("ERROR"), _("ePub does not exists!"), _("OK"));
+    if (!hasArchive(*book)) {
+        tellOfMissingArchive();
         co_return;
     }
     const auto type = book->type();
@@ -108,6 +108,16 @@ Task<void> BookOpening::run(BookInfoPtr book)
         _state._fixedWindowController->_fixedController()->loadSplits(book->files(), tableOfContent);
     if (_state.fullScreenMode)
         window->toggleFullScreen();
+}
+
+bool BookOpening::hasArchive(const BookInfo& book)
+{
+    return book.epubPath() && fileExists(*book.epubPath());
+}
+
+void BookOpening::tellOfMissingArchive()
+{
+    _platform.libraryWindow.runAlertPanel(_("ERROR"), _("ePub does not exists!"), _("OK"));
 }
 
 Window* BookOpening::readerWindow() const

@@ -26,6 +26,9 @@ public:
 
     // Opens the book; an opening that is still under way is given up. Null opens nothing and gives up nothing.
     void open(const BookInfoPtr& book);
+    // Whether there is an archive to read the book from.
+    static bool hasArchive(const BookInfo& book);
+    void tellOfMissingArchive();
     // Gives up an opening that is under way.
     void cancel();
     bool isUnderWay() const { return !_opening.done(); }

@@ -177,6 +177,10 @@ Task<void> MainController::openSingle(std::string path)
     _import.showFaultyBooks();
     if (!outcome->book)
         co_return;
+    if (!BookOpening::hasArchive(*outcome->book)) {
+        openWithoutArchive(outcome->book);
+        co_return;
+    }
     // The same file once more: the copy that is being read stays for this reading.
     if (_state._singleEpub && _state.currentBook && _state.currentBook->epubPath() == outcome->book->epubPath())
         outcome->copied = std::exchange(_state.singleEpubWasCopied, false) || outcome->copied;
@@ -184,6 +188,15 @@ Task<void> MainController::openSingle(std::string path)
     _state._singleEpub = true;
     _state.singleEpubWasCopied = outcome->copied;
     _opening.open(outcome->book);
+}
+
+// Says that there is nothing to read. A book that is being read stays.
+void MainController::openWithoutArchive(const BookInfoPtr& book)
+{
+    if (aBookIsOpen())
+        _opening.tellOfMissingArchive();
+    else
+        _opening.open(book);
 }
 
 void MainController::makeWay()
@@ -346,6 +359,8 @@ void MainController::sendDoubleClick(const BookInfoPtr& book)
     // While the temporary folder is being renewed, nothing can be unpacked into it.
     if (_state.folders._booksPath.empty())
         return;
+    if (book && !BookOpening::hasArchive(*book))
+        return openWithoutArchive(book);
     if (book)
         makeWay();
     _opening.open(book);

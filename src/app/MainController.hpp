@@ -124,6 +124,7 @@ private:
     void keep(Task<void> task);
     bool aBookIsOpen() const;
     // Ends what is being read, with its place, for another book.
+    void openWithoutArchive(const BookInfoPtr& book);
     void makeWay();
     // Has what the next book is read in ready that many seconds from now.
     void prepareNextBook(double delay);

@@ -55,9 +55,18 @@ TEST_F(Opening, ARecordIsOpenedWhateverIsSelected)
 TEST(OpeningBeforeTheLaunch, WithoutAViewNothingHappens)
 {
     test::Program program;
+    // There are books and a folder to unpack them into, but no view whose selection would be meant.
+    auto& state = program.controller->state();
+    state.folders._booksPath = program.inTemporary("_books");
+    const auto book = std::make_shared<BookInfo>();
+    book->setEpubPath(program.download("Sea.epub"));
+    book->setBookPath(program.inTemporary("_books/Sea"));
+    state.catalogue.append(book, Value(Value::Dictionary {}), "Sea.epub");
     program.controller->sendDoubleClick();
     EXPECT_TRUE(program.readerWindows.epubWindows.empty());
     EXPECT_EQ(program.controller->currentBook(), nullptr);
+    program.controller->sendDoubleClick(book);
+    EXPECT_EQ(program.readerWindows.epubWindows.size(), 1u);
 }
 
 TEST_F(Opening, NoSelectionOpensNothingAndEndsNoReading)
@@ -343,6 +352,16 @@ TEST_F(Opening, AnotherBookInFullScreenKeepsTheLibraryAway)
     EXPECT_FALSE(program.window.mainWindowFake.visible);
     EXPECT_EQ(program.reader().window.timesToggled, 1);
     EXPECT_TRUE(program.controller->fullScreenMode());
+}
+
+TEST_F(Opening, AMissingArchiveLeavesTheReadingAsItIs)
+{
+    program.doubleClick(0);
+    removeItem(program.inLibrary("Land.epub"));
+    program.controller->sendDoubleClick(program.book(1));
+    EXPECT_EQ(program.window.alerts.size(), 1u);
+    EXPECT_TRUE(program.reader().open);
+    EXPECT_EQ(program.controller->currentBook(), program.book(0));
 }
 
 TEST_F(Opening, StartingTheProgramAgainShowsTheReader)

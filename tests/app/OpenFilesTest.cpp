@@ -60,6 +60,75 @@ TEST_F(OpenFiles, ARejectedFileLeavesTheBookThatIsRead)
     EXPECT_TRUE(program.reader().open);
 }
 
+TEST_F(OpenFiles, AFileThatCannotBeReadLeavesTheReadingAsItIs)
+{
+    program.import({ "Land.epub" });
+    program.doubleClick(0);
+    program.workspace.failing = { "Sea.epub" };
+    open(program.download("Sea.epub"));
+    program.workspace.failing = { "Gone.epub" };
+    // It is missing, and what inspection finds is what the file before left.
+    open(program.inDownloads("Gone.epub"));
+    EXPECT_EQ(program.window.alerts,
+        (std::vector<test::FakeLibraryWindow::Alert>(2, { "ERROR", "ePub does not exists!", "OK" })));
+    open(program.download("Locked.epub", EpubBuilder().member("META-INF/encryption.xml", "<encryption/>")));
+    EXPECT_EQ(program.window.errorListFake.text, "Locked.epub --> epub is crypted by DRM");
+
+    EXPECT_TRUE(program.reader().open);
+    EXPECT_EQ(program.readerWindows.epubWindows.size(), 1u);
+    EXPECT_EQ(program.controller->currentBook(), program.book(0));
+    EXPECT_FALSE(program.controller->state()._singleEpub);
+    program.epubReader().setActiveSplitIndex(1);
+    program.closeReader();
+    EXPECT_TRUE(isInLibrary("Land.epub"));
+    EXPECT_EQ(integerFrom(program.stored(0).find("LastInd")), 1);
+}
+
+TEST_F(OpenFiles, AFileThatCannotBeReadLeavesTheSingleFileThatIsRead)
+{
+    open(program.download("Land.epub"));
+    program.workspace.failing = { "Sea.epub" };
+    open(program.download("Sea.epub"));
+    EXPECT_TRUE(program.reader().open);
+    EXPECT_TRUE(isInLibrary("Land.epub"));
+    program.closeReader();
+    EXPECT_FALSE(isInLibrary("Land.epub"));
+    EXPECT_TRUE(fileExists(program.inDownloads("Land.epub")));
+}
+
+// What inspection extracts stays until the next import.
+
+TEST_F(OpenFiles, EveryFileAfterAProtectedOneCountsAsProtected)
+{
+    open(program.download("Locked.epub", EpubBuilder().member("META-INF/encryption.xml", "<encryption/>")));
+    open(program.download("Sea.epub"));
+    EXPECT_EQ(program.window.errorListFake.text, "Sea.epub --> epub is crypted by DRM");
+    EXPECT_FALSE(program.isReading());
+    program.import({ "Land.epub" });
+    open(program.inDownloads("Sea.epub"));
+    EXPECT_EQ(program.reader().window.title, "Pagora - Sea");
+}
+
+TEST_F(OpenFiles, EveryFileAfterAFixedLayoutBookCountsAsFixed)
+{
+    open(program.download("Plan.epub", EpubBuilder().fixedLayout(640, 480)));
+    program.controller->_closeEPUB();
+    open(program.download("Sea.epub"));
+    EXPECT_EQ(program.controller->currentBook()->type(), "fixed");
+    EXPECT_EQ(program.readerWindows.fixedWindows.size(), 2u);
+    EXPECT_TRUE(program.readerWindows.epubWindows.empty());
+}
+
+TEST_F(OpenFiles, AFileWithoutContentsTakesThoseOfTheFileBefore)
+{
+    open(program.download("Sea.epub", EpubBuilder().chapters(2)));
+    program.closeReader();
+    open(program.download("Land.epub", EpubBuilder().without("OEBPS/toc.ncx")));
+    const auto content = program.controller->currentBook()->content();
+    ASSERT_TRUE(content);
+    EXPECT_EQ(content->size(), 2u);
+}
+
 TEST_F(OpenFiles, SeveralFilesAreCopiedIntoTheLibraryWhateverTheMode)
 {
     program.defaults.setObject("DragDropMode", "Move");

@@ -28,6 +28,16 @@ TEST(DesktopWorkspace, MountedVolumeIsToldByTheFirstSevenCharacters)
     EXPECT_FALSE(workspace.isOnMountedVolume("/volumes/Sea.epub"));
 }
 
+TEST(DesktopWorkspace, MountedVolumeIsToldByTheMountOfTheFile)
+{
+    DesktopWorkspace workspace([](const std::string& path) {
+        return path.starts_with("/media/stick/") ? FileMount { "/media/stick", false, true } : FileMount { "/" };
+    });
+    EXPECT_TRUE(workspace.isOnMountedVolume("/media/stick/Sea.epub"));
+    EXPECT_FALSE(workspace.isOnMountedVolume("/home/reader/Sea.epub"));
+    EXPECT_TRUE(workspace.isOnMountedVolume("/Volumes/Sea.epub"));
+}
+
 TEST(DesktopWorkspace, FileThatIsNotThereDoesNotGoToTheTrash)
 {
     const TemporaryFolder folder;

@@ -2,6 +2,7 @@
 
 #include "platform/CopyIntoFolder.hpp"
 #include "platform/Path.hpp"
+#include "platform/UserFolders.hpp"
 #include "platform/gtk/GObjectPtr.hpp"
 #include "platform/gtk/Graphics.hpp"
 
@@ -98,7 +99,7 @@ void DesktopWorkspace::selectFile(const std::string& path)
 
 bool DesktopWorkspace::isOnMountedVolume(const std::string& path)
 {
-    return path.starts_with("/Volume");
+    return path.starts_with("/Volume") || isMountedVolume(_mountOf(path), _mountOf(homeFolder()));
 }
 
 void DesktopWorkspace::openURL(const Url& url)

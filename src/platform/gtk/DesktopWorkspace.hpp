@@ -1,6 +1,11 @@
 #pragma once
 
+#include "platform/MountedVolume.hpp"
 #include "platform/Workspace.hpp"
+
+#include <functional>
+#include <string>
+#include <utility>
 
 namespace pagora {
 
@@ -8,6 +13,12 @@ namespace pagora {
 // Nothing here waits for another program.
 class DesktopWorkspace : public Workspace {
 public:
+    using MountOf = std::function<FileMount(const std::string& path)>;
+    explicit DesktopWorkspace(MountOf mount = mountOf)
+        : _mountOf(std::move(mount))
+    {
+    }
+
     std::vector<std::optional<std::string>> copyFiles(
         const std::string& source, const std::string& destination, const std::vector<std::string>& names) override;
     std::unique_ptr<CopyAhead> copyAhead(const std::string& file, const std::string& destination) override;
@@ -15,11 +26,14 @@ public:
     bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override;
     // Opens the enclosing folder where no file manager answers.
     void selectFile(const std::string& path) override;
-    // Decided by the first seven characters, "/Volume".
+    // Decided by the first seven characters, "/Volume", or by the mount that the file is on.
     bool isOnMountedVolume(const std::string& path) override;
     // Nothing for a URL whose scheme no program handles.
     void openURL(const Url& url) override;
     void noteNewRecentDocumentURL(const Url& url) override;
+
+private:
+    MountOf _mountOf;
 };
 
 }

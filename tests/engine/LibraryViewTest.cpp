@@ -94,6 +94,17 @@ void rightClick(Gtk::Widget& view, double x, double y)
     }
 }
 
+// The left button is pressed at a point of the view.
+void leftClick(Gtk::Widget& view, double x, double y)
+{
+    const auto controllers = view.observe_controllers();
+    for (guint i = 0; i < controllers->get_n_items(); ++i) {
+        const auto click = std::dynamic_pointer_cast<Gtk::GestureClick>(controllers->get_object(i));
+        if (click && click->get_button() == GDK_BUTTON_PRIMARY)
+            g_signal_emit_by_name(click->gobj(), "pressed", 1, x, y);
+    }
+}
+
 using Grid = LibraryView<GridSurface>;
 using List = LibraryView<ListSurface>;
 
@@ -220,6 +231,16 @@ TEST_F(Grid, TitleOnSeveralLinesIsShownAsOne)
     EXPECT_EQ(cellText("One\nTwo"), "One Two");
 }
 
+TEST_F(Grid, AClickBesideTheCoversClearsTheSelection)
+{
+    _books.setContent(makeBooks(3));
+    ASSERT_TRUE(waitUntil([&] { return !cellsOf(_surface.widget()).empty(); }));
+    ASSERT_TRUE(waitUntil([&] { return cellsOf(_surface.widget()).front()->get_height() > 0; }));
+    _surface.selection().select_item(1, true);
+    leftClick(*cellsOf(_surface.widget()).front()->get_parent()->get_parent(), 400, 580);
+    EXPECT_TRUE(_books.selectionIndexes().empty());
+}
+
 TEST_F(Grid, RightClickKnowsTheItemBelowThePointer)
 {
     _books.setContent(makeBooks(3));
@@ -284,6 +305,21 @@ TEST_F(List, RightClickKnowsTheRowBelowThePointer)
     rightClick(_surface.bookTable(), x, 580);
     rightClick(_surface.bookTable(), x, 4);
     EXPECT_EQ(_handler.rightClicks, (std::vector<std::optional<std::size_t>> { 1, std::nullopt, std::nullopt }));
+}
+
+TEST_F(List, AClickBesideTheRowsClearsTheSelection)
+{
+    _books.setContent(makeBooks(3));
+    auto& rows = *_surface.bookTable().get_last_child();
+    ASSERT_TRUE(waitUntil([&] {
+        auto* const row = rows.get_first_child();
+        return row && row->get_height() > 0;
+    }));
+    _surface.selection().select_item(1, true);
+    leftClick(_surface.bookTable(), 300, 4);
+    EXPECT_EQ(_books.selectionIndexes(), (std::vector<std::size_t> { 1 })) << "the titles of the columns";
+    leftClick(_surface.bookTable(), 300, 580);
+    EXPECT_TRUE(_books.selectionIndexes().empty());
 }
 
 TEST_F(List, UserSelectionReachesTheController)

@@ -123,8 +123,10 @@ void BooksSurface::watchLeftButton(Gtk::Widget& view)
 
     const auto beside = Gtk::GestureClick::create();
     beside->set_button(GDK_BUTTON_PRIMARY);
-    beside->signal_pressed().connect([this, &view](int, double x, double y) {
-        if (view.pick(x, y) == &view)
+    beside->signal_pressed().connect([this, &view, &click = *beside.get()](int, double x, double y) {
+        const auto* const pressed = view.pick(x, y);
+        const auto held = click.get_current_event_state() & Gdk::ModifierType::CONTROL_MASK;
+        if ((pressed == &view || pressed == _items) && held == Gdk::ModifierType())
             _selection->unselect_all();
     });
     view.add_controller(beside);

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Presses beside the books select nothing, in the grid and in the list, so that the keys of the library act on no book.
+set -euo pipefail
+. "$(dirname "$0")/../../scripts/drive.sh"
+. "$here/drive-files.sh"
+
+start_with 01 02 03
+place_library
+
+# ask_to_remove: the keys for it bring up the alert.
+ask_to_remove() {
+    xdotool key ctrl+Delete
+    within 20 library_has_a_window_over_it
+}
+agree() {
+    xdotool key Tab
+    xdotool key Return
+    within 20 window_is Pagora
+}
+
+# In the grid there is no alert without a book.
+click 100 200
+settle
+click 480 700
+settle
+xdotool key ctrl+Delete
+settle
+! library_has_a_window_over_it || fail "a book of the grid was still selected"
+click 100 200
+settle
+ask_to_remove
+agree
+within 30 catalogue 'len(books) == 2'
+
+# In the list there is one in any case; it removes what the last press selected.
+click 65 25
+settle
+click 300 180
+settle
+click 480 700
+settle
+picture nothing-selected
+ask_to_remove
+agree
+settle
+catalogue 'len(books) == 2' || fail "a book of the list was still selected"
+click 300 100
+settle
+ask_to_remove
+agree
+within 30 catalogue 'len(books) == 1'
+xdotool key ctrl+q
+within 20 ended
+program=

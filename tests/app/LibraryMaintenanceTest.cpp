@@ -65,6 +65,23 @@ TEST_F(Maintenance, ResetShowsAnEmptyLibraryAndItsProgressMeanwhile)
     EXPECT_EQ(program.window.shown->books.content().size(), 3U);
 }
 
+TEST_F(Maintenance, AResetThatIsStoppedKeepsWhatCameInAndTheNextLaunchTakesTheRest)
+{
+    program.window.procTextFake.whenSet = [this](const std::string& text) {
+        if (text == "1 of 3")
+            program.window.actions.cancelProcess();
+    };
+    reset();
+    EXPECT_EQ(program.catalogue().count(), 1U);
+    EXPECT_EQ(program.window.shown->books.content().size(), 1U);
+    EXPECT_EQ(program.storedCount(), 1U);
+    EXPECT_FALSE(program.window.indicatorWindowFake.visible);
+    program.window.procTextFake.whenSet = nullptr;
+    program.controller->applicationDidFinishLaunching();
+    program.runLoop.runTimers();
+    EXPECT_EQ(sortedTitles(), (Names { "Plan", "Sea", "Tale" }));
+}
+
 TEST_F(Maintenance, ResetRestoresTheSettings)
 {
     program.defaults.setObject("DragDropMode", "Move");

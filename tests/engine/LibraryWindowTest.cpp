@@ -1,7 +1,9 @@
 #include "app/gtk/LibraryWindowGtk.hpp"
 #include "library_views/LibraryViews.hpp"
+#include "platform/Files.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeLibraryHub.hpp"
+#include "tests/support/TemporaryFolder.hpp"
 
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/entry.h>
@@ -10,9 +12,41 @@
 #include <gtkmm/settings.h>
 #include <gtkmm/textview.h>
 
+#include <filesystem>
+#include <optional>
+
 namespace pagora::test {
 
 namespace {
+
+// The toolkit's own dialog, which is shown where there is no portal; null while none is.
+GtkFileChooser* shownFileChooser()
+{
+    GListModel* const windows = gtk_window_get_toplevels();
+    for (guint i = 0; i < g_list_model_get_n_items(windows); ++i) {
+        g_autoptr(GtkWidget) each = GTK_WIDGET(g_list_model_get_item(windows, i));
+        if (GTK_IS_FILE_CHOOSER(each) && gtk_widget_get_mapped(each))
+            return GTK_FILE_CHOOSER(each);
+    }
+    return nullptr;
+}
+
+std::string folderOf(GtkFileChooser* panel)
+{
+    g_autoptr(GFile) folder = gtk_file_chooser_get_current_folder(panel);
+    g_autofree char* path = folder ? g_file_get_path(folder) : nullptr;
+    return path ? path : "";
+}
+
+// Whether the panel's filter lets a file of that name through.
+bool isOffered(GtkFileChooser* panel, const char* name)
+{
+    g_autoptr(GFileInfo) info = g_file_info_new();
+    g_file_info_set_name(info, name);
+    g_file_info_set_display_name(info, name);
+    g_file_info_set_file_type(info, G_FILE_TYPE_REGULAR);
+    return gtk_filter_match(GTK_FILTER(gtk_file_chooser_get_filter(panel)), info);
+}
 
 class LibraryWindowGtkTest : public ToolkitTest, public FakeLibraryHub {
 protected:
@@ -234,6 +268,55 @@ TEST_F(LibraryWindowGtkTest, StopButtonCancels)
 {
     click("stopButton");
     EXPECT_EQ(_heard, (std::vector<std::string> { "cancelProcess" }));
+}
+
+TEST_F(LibraryWindowGtkTest, OpenPanelStartsInTheCurrentFolderAndTakesBooks)
+{
+    const auto before = std::filesystem::current_path();
+    const TemporaryFolder folder;
+    ASSERT_TRUE(writeFile(folder.path("Sea.EPUB"), "a book"));
+    std::filesystem::current_path(folder.path());
+    for (int round = 0; round < 2; ++round) {
+        std::optional<std::vector<std::string>> chosen;
+        _window.runOpenPanel("Choose", true, [&](std::optional<std::vector<std::string>> paths) { chosen = paths; });
+        ASSERT_TRUE(waitUntil([] { return shownFileChooser() != nullptr; }));
+        auto* const panel = shownFileChooser();
+        EXPECT_TRUE(waitUntil([&] { return folderOf(panel) == folder.path(); })) << folderOf(panel);
+        EXPECT_TRUE(gtk_file_chooser_get_select_multiple(panel));
+        EXPECT_TRUE(isOffered(panel, "Sea.epub"));
+        EXPECT_TRUE(isOffered(panel, "Sea.EPUB"));
+        EXPECT_FALSE(isOffered(panel, "Sea.epub.zip"));
+        g_autoptr(GFile) file = g_file_new_for_path(folder.path("Sea.EPUB").c_str());
+        gtk_file_chooser_set_file(panel, file, nullptr);
+        // It is chosen once the folder has been read.
+        ASSERT_TRUE(waitUntil([&] {
+            g_autoptr(GListModel) files = gtk_file_chooser_get_files(panel);
+            return g_list_model_get_n_items(files) == 1;
+        }));
+        gtk_dialog_response(GTK_DIALOG(panel), GTK_RESPONSE_ACCEPT);
+        ASSERT_TRUE(waitUntil([&] { return chosen.has_value(); }));
+        EXPECT_EQ(*chosen, std::vector<std::string> { folder.path("Sea.EPUB") });
+        ASSERT_TRUE(waitUntil([] { return shownFileChooser() == nullptr; }));
+    }
+    std::filesystem::current_path(before);
+}
+
+TEST_F(LibraryWindowGtkTest, StopButtonOfTheProgressWindowCancels)
+{
+    click("indicatorStopButton");
+    EXPECT_EQ(_heard, (std::vector<std::string> { "cancelProcess" }));
+}
+
+TEST_F(LibraryWindowGtkTest, ProgressWindowSurvivesARequestToCloseIt)
+{
+    _window.indicatorWindow().orderFront();
+    auto& window = *_window.outlet<Gtk::Window>("indicatorWindow");
+    ASSERT_TRUE(waitUntil([&] { return window.get_mapped(); }));
+    window.close();
+    settle();
+    EXPECT_TRUE(window.get_visible());
+    _window.indicatorWindow().orderOut();
+    EXPECT_TRUE(waitUntil([&] { return !window.get_visible(); }));
 }
 
 TEST_F(LibraryWindowGtkTest, AlertAnswersWithTheCodeOfItsButton)

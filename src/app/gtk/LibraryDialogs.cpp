@@ -64,10 +64,8 @@ void LibraryDialogs::show(std::unique_ptr<AlertWindow> alert)
     _alert->present();
 }
 
-Glib::RefPtr<Gio::File> LibraryDialogs::startFolder() const
+Glib::RefPtr<Gio::File> LibraryDialogs::startFolder()
 {
-    if (_lastFolder)
-        return _lastFolder;
     std::error_code error;
     const auto folder = std::filesystem::current_path(error);
     return error ? nullptr : Gio::File::create_for_path(folder.string());
@@ -86,7 +84,8 @@ void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Cho
     _openPanel->set_select_multiple(multiple);
     const auto books = Gtk::FileFilter::create();
     books->set_name(_("EPUB books"));
-    books->add_pattern("*.epub");
+    // In capitals too.
+    books->add_suffix("epub");
     _openPanel->add_filter(books);
     try {
         if (const auto folder = startFolder())
@@ -96,10 +95,8 @@ void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Cho
 
     _openPanel->signal_response().connect([this, chosen = std::move(chosen)](int response) {
         std::optional<std::vector<std::string>> paths;
-        if (response == static_cast<int>(Gtk::ResponseType::ACCEPT)) {
+        if (response == static_cast<int>(Gtk::ResponseType::ACCEPT))
             paths = pathsOfFiles(*_openPanel->get_files());
-            _lastFolder = _openPanel->get_current_folder();
-        }
         _openPanel->hide();
         chosen(std::move(paths));
     });

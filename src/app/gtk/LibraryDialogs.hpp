@@ -36,15 +36,14 @@ public:
 
 private:
     void show(std::unique_ptr<AlertWindow> alert);
-    // Where files were last chosen, and before that the program's current folder; null if there is none any more.
-    Glib::RefPtr<Gio::File> startFolder() const;
+    // The program's current folder; null if there is none any more.
+    static Glib::RefPtr<Gio::File> startFolder();
 
     Gtk::Window& _parent;
     std::unique_ptr<AlertWindow> _alert;
     std::unique_ptr<AlertWindow> _alertBefore;
     std::unique_ptr<Gtk::AboutDialog> _about;
     Glib::RefPtr<Gtk::FileChooserNative> _openPanel;
-    Glib::RefPtr<Gio::File> _lastFolder;
 };
 
 }

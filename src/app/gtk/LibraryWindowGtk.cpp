@@ -82,6 +82,7 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
     addProgramActions();
     wireControls();
     followProgress();
+    wireProgressWindow();
     _emptyPageTarget = std::make_unique<FileDropTarget>(
         find<Gtk::Widget>(_layout, "emptyPage"), [this] { return _shown ? _shown->dropDelegate() : nullptr; },
         [this](bool isOver) { showDropTarget(isOver); });
@@ -158,6 +159,15 @@ void LibraryWindowGtk::followProgress()
         = { &_progressBar.widget(), &_procText.widget(), &_stopButton.widget(), _windows.indicator.get() };
     for (auto* const widget : watched)
         _connections.push_back(widget->property_visible().signal_changed().connect(followed));
+}
+
+// It goes when the import has ended, and no sooner.
+void LibraryWindowGtk::wireProgressWindow()
+{
+    _connections.push_back(_windows.indicator->signal_close_request().connect([] { return true; }, false));
+    _connections.push_back(find<Gtk::Button>(_layout, "indicatorStopButton").signal_clicked().connect([this] {
+        perform(_actions.cancelProcess);
+    }));
 }
 
 bool LibraryWindowGtk::isImporting() const

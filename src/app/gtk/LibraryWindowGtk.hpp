@@ -80,6 +80,7 @@ private:
     void addProgramActions();
     void wireControls();
     void followProgress();
+    void wireProgressWindow();
     void showDropTarget(bool isOver);
     bool isImporting() const;
     void updateEmptyPage();

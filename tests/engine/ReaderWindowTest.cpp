@@ -1,10 +1,12 @@
 #include "fixed/gtk/FixedWindowGtk.hpp"
+#include "platform/Log.hpp"
 #include "reader/gtk/EpubWindowGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeWebView.hpp"
 
 #include <gtkmm/drawingarea.h>
 #include <gtkmm/dropdown.h>
+#include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/revealer.h>
 #include <gtkmm/stack.h>
 
@@ -57,6 +59,15 @@ protected:
         return ToolkitTest::press(window().gobj(), keyval, state);
     }
 
+    // The pointer comes over a widget.
+    static void enter(Gtk::Widget& widget)
+    {
+        const auto controllers = widget.observe_controllers();
+        for (guint i = 0; i < controllers->get_n_items(); ++i) {
+            if (const auto motion = std::dynamic_pointer_cast<Gtk::EventControllerMotion>(controllers->get_object(i)))
+                g_signal_emit_by_name(motion->gobj(), "enter", 1.0, 1.0);
+        }
+    }
     bool waitForDone(std::size_t count)
     {
         return waitUntil([&] { return done.size() >= count; });
@@ -340,6 +351,27 @@ TEST_F(ReaderWindowTest, LocationGoesWithThePagesInAnInterfaceFromRightToLeft)
     EXPECT_EQ(slider.get_direction(), Gtk::TextDirection::LTR);
     EXPECT_LT(label.get_layout()->index_to_pos(0).get_x(), label.get_layout()->index_to_pos(2).get_x());
     Gtk::Widget::set_default_direction(Gtk::TextDirection::LTR);
+}
+
+TEST_F(ReaderWindowTest, PointerThatEntersAPageButtonGetsTheHandTwentyTimes)
+{
+    Lines logged;
+    const LogCapture capture([&](const std::string& line) { logged.push_back(line); });
+    makeEpubWindow();
+    auto& button = widget<Gtk::Button>("goRightButton");
+    int hands = 0;
+    button.property_cursor().signal_changed().connect([&] {
+        hands += button.get_cursor() && button.get_cursor()->get_name() == "pointer";
+        // What the page below sets.
+        if (hands < 20)
+            g_idle_add_once([](gpointer widget) { gtk_widget_set_cursor(GTK_WIDGET(widget), nullptr); }, button.gobj());
+    });
+    enter(button);
+    ASSERT_TRUE(waitUntil([&] { return hands == 20; }));
+    EXPECT_EQ(logged, Lines { "cursor update" });
+    settle();
+    EXPECT_EQ(button.get_cursor()->get_name(), "pointer");
+    EXPECT_EQ(hands, 20);
 }
 
 TEST_F(ReaderWindowTest, TextSizeStartsInTheMiddleOfItsRange)

@@ -109,8 +109,13 @@ TEST(OPFParser, SvgCountsAsAnImage)
 
 TEST(OPFParser, AttributesAreMatchedExactly)
 {
-    EXPECT_EQ(metadataOf("<meta Name='cover' CONTENT='c'/>", "<item id='c' href='c.jpg' media-type='image/jpeg'/>"),
-        Dictionary {});
+    const std::string item = "<item id='c' href='c.jpg' media-type='image/jpeg'/>";
+    ASSERT_EQ(metadataOf("<meta name='cover' content='c'/>", item), (Dictionary { { "cover", "c.jpg" } }));
+    EXPECT_EQ(metadataOf("<meta Name='cover' content='c'/>", item), Dictionary {});
+    EXPECT_EQ(metadataOf("<meta name='cover' CONTENT='c'/>", item), Dictionary {});
+    for (const auto* other : { "<item ID='c' href='c.jpg' media-type='image/jpeg'/>",
+             "<item id='c' Href='c.jpg' media-type='image/jpeg'/>", "<item id='c' href='c.jpg' Media-type='image/jpeg'/>" })
+        EXPECT_EQ(metadataOf("<meta name='cover' content='c'/>", other), Dictionary {}) << other;
 }
 
 TEST(OPFParser, FilesFollowTheSpineAsWritten)

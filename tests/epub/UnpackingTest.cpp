@@ -26,9 +26,12 @@ TEST(Unpacking, AskingForNothingExtractsNothing)
 TEST(Unpacking, FileThatIsNoArchiveLeavesTheDestinationUnchanged)
 {
     test::TemporaryFolder folder;
-    createFolder(folder.path("data"));
+    test::makeFile(folder.path("data/mimetype"), "of another book");
+    test::makeFile(folder.path("data/META-INF/container.xml"), "<container/>");
     unpackFromBook(test::makeFile(folder.path("x.epub"), "no archive"), { "mimetype" }, folder.path("data"));
-    EXPECT_TRUE(folderEntries(folder.path("data"))->empty());
+    EXPECT_EQ(test::contentsOf(folder.path("data/mimetype")), "of another book");
+    EXPECT_EQ(test::contentsOf(folder.path("data/META-INF/container.xml")), "<container/>");
+    EXPECT_EQ(folderEntries(folder.path("data"))->size(), 2U);
 }
 
 TEST(Unpacking, WholeBookIsExtractedIntoItsFolder)

@@ -101,38 +101,9 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         return reach;
     }
 
-    const wideMark = 'data-pagora-wide';
-    let fittedTo = '';
-
-    // Lets the words in tables that stick out of their column break; called anew whenever the layout may have changed.
-    // Says whether the layout is another one now.
-    function fitTables(body, { step, gap, length }) {
-        const layout = [body.clientWidth, step, length].join();
-        const tables = Document.prototype.getElementsByTagName.call(document, 'table');
-        if (layout === fittedTo || !tables.length)
-            return false;
-        fittedTo = layout;
-        const marked = (table) => Element.prototype.hasAttribute.call(table, wideMark);
-        const before = Array.from(tables, marked).join();
-        for (const table of tables) {
-            if (marked(table))
-                Element.prototype.removeAttribute.call(table, wideMark);
-        }
-        const wide = Array.from(tables).filter((table) => table.offsetWidth > step - gap + 1);
-        for (const table of wide)
-            Element.prototype.setAttribute.call(table, wideMark, '');
-        return Array.from(tables, marked).join() !== before;
-    }
-
-    // The strip of columns in which the body is laid out; null when the body has no columns.
-    function columnStrip() {
-        const strip = measuredStrip();
-        if (!strip || !fitTables(strip.body, strip))
-            return strip;
-        const fitted = measuredStrip();
-        fittedTo = [fitted.body.clientWidth, fitted.step, fitted.length].join();
-        return fitted;
-    }
+    // The strip of columns in which the body is laid out, with everything fitted into it; null when the body has no
+    // columns.
+    const columnStrip = () => pagoraFit(measuredStrip);
 
     function measuredStrip() {
         const body = bodyOf.call(document);
@@ -155,6 +126,9 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         // out of what overflows the body.
         const reach = reachOf(body);
         const columns = Math.ceil((reach - (rightToLeft ? paddingRight : paddingLeft) + gap - 2) / step);
+        // Whole pages: an empty column follows where the last page has room for one.
+        const columnsOfPage = Math.max(1, Math.round((content + gap) / step));
+        const pages = reach > body.clientWidth ? Math.ceil(columns / columnsOfPage) : 1;
         return {
             body,
             gap,
@@ -164,8 +138,8 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
             paddingRight,
             paddingTop: pixels(style.paddingTop),
             rightToLeft,
-            length: reach > body.clientWidth
-                ? Math.round(columns * step - gap + paddingLeft + paddingRight) : body.clientWidth,
+            reach,
+            length: pages * body.clientWidth,
         };
     }
 
@@ -431,7 +405,8 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     // --- What the program wants to know ------------------------------------------------------------------------------
 
     const takesKeys = (node) => node instanceof Element
-        && (/^(?:audio|button|input|select|summary|textarea|video)$/i.test(node.localName) || node.isContentEditable);
+        && (/^(?:audio|button|input|select|summary|textarea|video)$/i.test(node.localName) || node.isContentEditable
+            || Element.prototype.hasAttribute.call(node, 'data-pagora-scrolls'));
 
     // Only what the engine itself tells: the page can send as many events as it likes.
     const listen = (type, act) => window.addEventListener(type, (event) => event.isTrusted && act(event), true);

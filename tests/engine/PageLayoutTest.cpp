@@ -1,4 +1,5 @@
 #include "tests/engine/PageViewTest.hpp"
+#include "tests/support/EpubBuilder.hpp"
 
 #include <gtkmm/settings.h>
 
@@ -176,16 +177,133 @@ TEST_F(PageLayoutTest, NothingSticksOutOfItsColumn)
     }
 }
 
-TEST_F(PageLayoutTest, TheWordsOfATableThatFitsStayWhole)
+TEST_F(PageLayoutTest, ATableThatIsTooWideHasSmallerLettersUntilItFits)
 {
-    const std::string row = "<tr><td id='key'>Key</td><td>" + std::string(27, 'm') + "</td></tr>";
-    loadDocument("<table id='table'>" + row + "</table>" + paragraphs(9));
+    const std::string word(18, 'm');
+    loadDocument("<table id='table'><tr><td>" + word + "</td><td>" + word + "</td></tr></table>" + paragraphs(9));
+    const std::string marks
+        = "(() => { const table = document.getElementById('table');"
+          "return [table.hasAttribute('data-pagora-wide'), table.dataset.pagoraSmall,"
+          "table.offsetWidth <= innerWidth / {columns} - 40].join(); })()";
     layOut(2);
     ASSERT_GT(strip(), 0);
-    EXPECT_EQ(evaluate("document.getElementById('table').hasAttribute('data-pagora-wide')"), "true");
+    EXPECT_EQ(evaluate(replaced(marks, "{columns}", "2")), "true,7,true");
     layOut(1);
     ASSERT_GT(strip(), 0);
-    EXPECT_EQ(evaluate("document.getElementById('table').hasAttribute('data-pagora-wide')"), "false");
+    EXPECT_EQ(evaluate(replaced(marks, "{columns}", "1")), "false,,true");
+}
+
+TEST_F(PageLayoutTest, ATableThatFitsInNoLettersScrollsWithinItself)
+{
+    std::string cells;
+    for (int i = 0; i < 12; ++i)
+        cells += "<td>immeasurably</td>";
+    loadDocument("<table id='table'><tr>" + cells + "</tr></table>" + paragraphs(9));
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("(() => { const table = document.getElementById('table');"
+                       "return [table.offsetWidth <= innerWidth / 2 - 40, table.scrollWidth > table.clientWidth,"
+                       "table.tabIndex].join(); })()"),
+        "true,true,0");
+}
+
+TEST_F(PageLayoutTest, AnEquationThatIsTooWideHasSmallerLettersOrScrolls)
+{
+    const auto equation = [](int letters) {
+        return "<p><math xmlns='http://www.w3.org/1998/Math/MathML'><mi>" + std::string(letters, 'm')
+            + "</mi></math></p>";
+    };
+    loadDocument(equation(20) + equation(30) + equation(90) + paragraphs(9));
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("Array.from(document.querySelectorAll('math'), (math) => [math.dataset.pagoraSmall || 10,"
+                       "math.parentElement.hasAttribute('data-pagora-scrolls')].join(' ')).join()"),
+        "10 false,8 false,6 true");
+}
+
+TEST_F(PageLayoutTest, TheStripEndsOnAWholePage)
+{
+    const std::string column = "<p style='-webkit-column-break-before:always'>A column.</p>";
+    loadDocument("<p>A column.</p>" + column + column);
+    for (const auto& [columns, pages] : { std::pair(1, 3), std::pair(2, 2), std::pair(3, 1) }) {
+        layOut(columns);
+        EXPECT_EQ(strip(), pages * width) << columns;
+    }
+}
+
+TEST_F(PageLayoutTest, AShortChapterFillsItsFirstColumnFirst)
+{
+    loadDocument(paragraphs(2));
+    layOut(2);
+    EXPECT_EQ(evaluate("(() => { const box = document.getElementById('p1').getBoundingClientRect();"
+                       "return box.left < innerWidth / 2; })()"),
+        "true");
+}
+
+TEST_F(PageLayoutTest, ColumnsOfTheBooksOwnAreFlattened)
+{
+    loadDocument("<div style='columns:2' id='own'>" + paragraphs(20) + "</div>");
+    layOut(2);
+    EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('own')).columnCount"), "auto");
+}
+
+TEST_F(PageLayoutTest, AFloatThatLeavesNoRoomForTextHasItsRowToItself)
+{
+    const auto picture = [](const char* id, int size) {
+        return std::string("<img id='") + id + "' style='float:left' width='" + std::to_string(size)
+            + "' height='60' src='none.svg'/>";
+    };
+    const std::string text = " Some words that stand beside the picture where there is room for them.";
+    loadDocument("<p>" + picture("large", 300) + text + "</p><p>" + picture("small", 100) + text + "</p>");
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("['large', 'small'].map((id) => { const image = document.getElementById(id);"
+                       "const range = document.createRange(); range.setStart(image.nextSibling, 1);"
+                       "range.setEnd(image.nextSibling, 2);"
+                       "return range.getBoundingClientRect().top < image.getBoundingClientRect().bottom; }).join()"),
+        "false,true");
+}
+
+TEST_F(PageLayoutTest, AWordThatIsWiderThanItsColumnIsBroken)
+{
+    loadDocument("<p id='long'>" + std::string(120, 'x') + "</p><p id='short'>" + std::string(12, 'x') + "</p>");
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("['long', 'short'].map((id) => "
+                       "getComputedStyle(document.getElementById(id)).overflowWrap).join()"),
+        "anywhere,normal");
+}
+
+TEST_F(PageLayoutTest, APictureAtAColumnsEndMovesToTheNextColumn)
+{
+    const std::string picture = "<p><img style='float:left' width='200' height='200' src='none.svg'/></p>";
+    loadDocument("<div style='height:450px'>x</div>" + picture + paragraphs(5));
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("(() => { const box = document.images[0].getBoundingClientRect();"
+                       "return [box.left, box.top, box.height].join(); })()"),
+        "420,40,200");
+}
+
+TEST_F(PageLayoutTest, ABoxThatIsTallerThanAColumnIsDivided)
+{
+    loadDocument("<div style='display:inline-block' id='tall'>" + paragraphs(30) + "</div>");
+    layOut(2);
+    EXPECT_GT(strip(), width);
+    EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('tall')).display"), "block");
+}
+
+TEST_F(PageLayoutTest, ARowOfATableIsNotCut)
+{
+    std::string rows;
+    for (int i = 0; i < 30; ++i)
+        rows += "<tr><td>" + paragraphs(1) + "</td></tr>";
+    loadDocument("<table>" + rows + "</table>");
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("Array.from(document.querySelectorAll('tr')).filter((row) => "
+                       "Array.from(row.getClientRects()).filter((box) => box.height > 1.5).length > 1).length"),
+        "0");
 }
 
 TEST_F(PageLayoutTest, AnImageOfAGivenSizeKeepsItsProportions)

@@ -71,7 +71,7 @@
     function blame(kind, example) {
         ++counts[kind];
         if (examples[kind].length < maxExamples)
-            examples[kind].push(example().replace(/\s+/g, ' ').trim().slice(0, 60));
+            examples[kind].push(example().replace(/\s+/g, ' ').trim().slice(0, 80));
     }
 
     // --- Boxes -------------------------------------------------------------------------------------------------------
@@ -109,14 +109,15 @@
     const known = new Map();
     const farAway = 2000;
 
+    const isInline = (own) => /^(?:inline|contents|ruby.*|math|inline math)$/.test(own.display);
+
     function about(element) {
         let result = known.get(element);
         if (result)
             return result;
         const own = getComputedStyle(element);
         const above = element === body || !element.parentElement ? null : about(element.parentElement);
-        const inline = own.display.startsWith('inline') && !/^inline-/.test(own.display) || own.display === 'contents'
-            || own.display.startsWith('ruby');
+        const inline = isInline(own);
         const isClipped = /absolute|fixed/.test(own.position)
             && (own.clip !== 'auto' || own.clipPath !== 'none' || (element.offsetWidth <= 1 && element.offsetHeight <= 1));
         const scrolls = (value) => value === 'auto' || value === 'scroll';
@@ -209,13 +210,13 @@
         if (!line)
             return;
         ++lines;
-        const { node, characters } = line;
+        const { node, characters, pictures } = line;
         if (characters > longest)
-            blame('long lines', () => `${Math.round(characters)}: ${node.data}`);
-        if (characters < narrowest && (run || !isTold)) {
+            blame('long lines', () => `${Math.round(characters)}: ${node.textContent}`);
+        if (characters + pictures < narrowest && (run || !isTold)) {
             ++run;
             if (!runText)
-                runText = node.data.trim();
+                runText = node.textContent.trim();
         } else
             endRun();
         if (isTold)
@@ -223,16 +224,18 @@
         line = null;
     }
 
-    function addToLine(node, block, box, characters) {
+    // `pictures` take the place of so many characters.
+    function addToLine(node, block, box, characters, pictures = 0) {
         const isSame = line && line.block === block && line.column === box.column
             && Math.min(line.bottom, box.bottom) - Math.max(line.top, box.top)
                 > Math.min(line.bottom - line.top, box.height) / 2;
         if (isSame) {
             line.characters += characters;
+            line.pictures += pictures;
             return;
         }
         endLine(!line || line.block !== block);
-        line = { node, block, column: box.column, top: box.top, bottom: box.bottom, characters };
+        line = { node, block, column: box.column, top: box.top, bottom: box.bottom, characters, pictures };
     }
 
     // --- Words -------------------------------------------------------------------------------------------------------
@@ -266,8 +269,11 @@
 
     // --- Everything --------------------------------------------------------------------------------------------------
 
-    const passedOver = /^(?:script|style|noscript|template|title|desc|metadata|select|option|datalist|textarea|audio|object|video|canvas|iframe|rp|head|annotation|annotation-xml)$/;
+    const passedOver = /^(?:script|style|noscript|template|title|desc|metadata|select|option|datalist|textarea|audio|video|canvas|iframe|rp|head|annotation|annotation-xml)$/;
     const wholes = /^(?:img|svg|video|canvas|iframe|object|embed|math|hr|tr)$/;
+    // Whether its content is seen in its place.
+    const showsFallback = (element) => element.localName === 'object' && element.firstElementChild
+        && element.firstElementChild.getClientRects().length > 0;
     const keepsLines = (own) => /pre|break-spaces/.test(own.whiteSpace);
 
     // Letters that are as wide as two others.
@@ -284,7 +290,10 @@
         range.selectNodeContents(node);
         const rects = Array.from(range.getClientRects()).filter((rect) => rect.width > 0.5 && rect.height > 0.5);
         const length = rects.reduce((sum, rect) => sum + rect.width, 0);
-        const isTold = keepsLines(facts.style) && rects.length <= node.data.split('\n').length;
+        const letters = widthOf(text);
+        // A text that keeps its own lines hardly wraps where there is room for a line.
+        const isTold = keepsLines(facts.style) && facts.block.clientWidth > 2 * narrowest * length / letters;
+        const isOverLine = !!node.parentElement.closest('rt');
         for (const rect of rects) {
             const box = placed(rect);
             if (box.to < -farAway / 4 || box.bottom < -farAway / 4)
@@ -301,28 +310,40 @@
             }
             if (isTold)
                 endLine(true);
-            addToLine(node, facts.block, box, widthOf(text) * rect.width / length);
+            if (!isOverLine)
+                addToLine(node, facts.block, box, letters * rect.width / length);
         }
         countBrokenWords(node, facts.style);
     }
 
     function lookAtWhole(element) {
         const facts = about(element);
-        if (facts.style.visibility !== 'visible' || facts.isHidden || facts.isInScroller)
+        if (facts.style.visibility !== 'visible' || facts.isHidden)
             return;
         const rects = Array.from(element.getClientRects()).filter((rect) => rect.width > 1.5 && rect.height > 1.5);
         const boxes = rects.map(placed).filter((box) => box.to > -farAway / 4 && box.bottom > -farAway / 4);
         if (!boxes.length)
             return;
-        const name = () => `${element.localName} ${element.getAttribute('src') || element.textContent}`;
+        if (facts.isInScroller) {
+            for (const page of pagesAt(boxes[0].from))
+                occupied.add(page);
+            return;
+        }
+        const place = (box) => `${Math.round(box.from)},${Math.round(box.top)} ${Math.round(box.width)}x${Math.round(box.height)}`;
+        const name = () => `${element.localName} at ${boxes.map(place).join(' and ')}: `
+            + (element.getAttribute('src') || element.textContent);
         const height = boxes.reduce((sum, box) => sum + box.height, 0);
         const wouldFit = element.localName !== 'tr' || height <= bottom - top + tolerance;
         const isCut = new Set(boxes.map((box) => box.column)).size > 1
             || boxes.some((box) => sticksOutAlong(box) || sticksOutDown(box));
         if (isCut && wouldFit)
             blame('cut boxes', name);
-        if (element.localName !== 'tr')
-            look(boxes[0], name);
+        if (element.localName === 'tr')
+            return;
+        look(boxes[0], name);
+        if (isInline(facts.style) && facts.style.float === 'none')
+            addToLine(element.firstChild || element, about(element.parentElement).block, boxes[0], 0,
+                2 * boxes[0].width / pixels(facts.style.fontSize));
     }
 
     const nodes = document.createTreeWalker(body, NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT, (node) =>
@@ -334,7 +355,7 @@
             lookAtText(node);
         else if (node.localName === 'br')
             endLine(true);
-        else if (wholes.test(node.localName)) {
+        else if (wholes.test(node.localName) && !showsFallback(node)) {
             lookAtWhole(node);
             goesIn = node.localName === 'tr';
         }

@@ -1,0 +1,247 @@
+// Runs in the reader's own script world of every page, before page-fit.js: tables, equations and words that are wider
+// than their column.
+
+// Marks tables and equations that stick out of their columns. Each step measures everything, then marks.
+var pagoraFitWide = (function () {
+    'use strict';
+
+    const steps = 10;
+    // The smallest letters, in tenths of the size that they had.
+    const smallest = 6;
+
+    // The share of its room that something takes, in tenths, rounded down; 10 when it fits.
+    const tenths = (room, needed) => (needed <= room + 1 ? steps : Math.floor(steps * room / needed));
+
+    // --- Equations ---------------------------------------------------------------------------------------------------
+
+    function equationRoom(equation, strip, tools) {
+        const container = tools.containerOf(equation);
+        return { container, width: tools.roomIn(container, strip).width, height: strip.height };
+    }
+
+    function fitEquations(strip, tools) {
+        const equations = tools.all('math').map((math) => [math, tools.boxOf(math)])
+            .filter(([, box]) => box.width > 0);
+        const wide = [];
+        for (const [math, box] of equations) {
+            // Most are far narrower than the column.
+            const rest = strip.step - strip.gap;
+            if (box.width <= rest / 2 && box.height <= strip.height)
+                continue;
+            const room = equationRoom(math, strip, tools);
+            const share = Math.min(tenths(room.width, box.width), tenths(room.height, box.height));
+            if (share < steps)
+                wide.push([math, Math.max(share, smallest), room.container]);
+        }
+        for (const [math, share] of wide)
+            tools.mark(math, 'small', share);
+        const tooWide = wide.filter(([math, , container]) => {
+            const box = tools.boxOf(math);
+            return box.width > tools.roomIn(container, strip).width + 1 || box.height > strip.height;
+        });
+        for (const container of new Set(tooWide.map(([, , each]) => each))) {
+            if (container !== strip.body)
+                tools.mark(container, 'scrolls');
+        }
+    }
+
+    // --- Tables ------------------------------------------------------------------------------------------------------
+
+    const fewLetters = 5;
+    const manyLines = 2.6;
+
+    // Cells in which the words stand one below the other.
+    function narrowCells(table, tools) {
+        const narrow = [];
+        for (const cell of Element.prototype.querySelectorAll.call(table, 'td, th')) {
+            const width = cell.clientWidth;
+            if (!width || width > 200)
+                continue;
+            const style = tools.styleOf(cell);
+            const size = tools.pixels(style.fontSize);
+            const inner = width - tools.pixels(style.paddingLeft) - tools.pixels(style.paddingRight);
+            if (inner < fewLetters * size && cell.clientHeight > manyLines * size * 1.2 && /\S\s+\S/.test(cell.textContent))
+                narrow.push(cell);
+        }
+        return narrow;
+    }
+
+    function fitTables(strip, tools) {
+        const column = strip.step - strip.gap;
+        const outermost = tools.all('table').filter((table) => !table.parentElement.closest('table'));
+        if (!outermost.length)
+            return;
+        const widthOf = (table) => Math.max(table.offsetWidth, table.scrollWidth);
+        const roomOf = (table) => tools.roomIn(tools.containerOf(table), strip).width;
+        const sticksOut = (table) => widthOf(table) > Math.min(column, roomOf(table)) + 1;
+        let wide = outermost.filter(sticksOut);
+        for (const table of wide)
+            tools.mark(table, 'wide');
+
+        const narrow = outermost.flatMap((table) => narrowCells(table, tools).map((cell) => [table, cell]));
+        for (const [, cell] of narrow)
+            tools.mark(cell, 'narrow');
+        wide = Array.from(new Set(wide.concat(narrow.map(([table]) => table))))
+            .filter(sticksOut).map((table) => [table, tenths(roomOf(table), widthOf(table))]);
+        for (const [table, share] of wide)
+            tools.mark(table, 'small', Math.max(share, smallest + 1));
+        for (const table of wide.map(([each]) => each).filter(sticksOut))
+            tools.mark(table, 'scrolls');
+    }
+
+    return (strip, tools) => {
+        fitTables(strip, tools);
+        fitEquations(strip, tools);
+    };
+})();
+
+// Moves rows of long tables that would be cut to the next column; says whether there were any.
+var pagoraFitRows = (function () {
+    'use strict';
+
+    const rectsOf = (element) => Element.prototype.getClientRects.call(element);
+    const heightOf = (rects) => Array.from(rects).reduce((sum, rect) => sum + rect.height, 0);
+
+    const endless = '1000000px';
+    const pushOf = (row) => parseFloat(Array.from(row.cells, (cell) =>
+        Element.prototype.getAttribute.call(cell, 'data-pagora-push')).find((value) => value !== null)) || 0;
+
+    // The heights of rows in a column without an end, which divides none of them.
+    function wholeHeights(tables, body) {
+        const height = body.style.getPropertyValue('height');
+        const priority = body.style.getPropertyPriority('height');
+        const setHeight = CSSStyleDeclaration.prototype.setProperty.bind(body.style, 'height');
+        setHeight(endless, 'important');
+        const heights = tables.map((table) => Array.from(table.rows,
+            (row) => heightOf(rectsOf(row)) - pushOf(row)));
+        setHeight(height, priority);
+        return heights;
+    }
+
+    // Fills the row up to the column's end; 0 takes that back. Says whether that is new.
+    function push(row, height, tools) {
+        if (Math.abs(pushOf(row) - height) < 0.5)
+            return false;
+        const cells = Array.from(row.cells).filter((cell) => cell.rowSpan === 1);
+        for (const cell of cells)
+            Element.prototype.removeAttribute.call(cell, 'data-pagora-push');
+        if (height && cells.length) {
+            for (const cell of cells) {
+                const padding = tools.pixels(tools.styleOf(cell).paddingBottom);
+                CSSStyleDeclaration.prototype.setProperty.call(
+                    cell.style, '--pagora-push', (padding + height) + 'px');
+                tools.mark(cell, 'push', height);
+            }
+        }
+        return cells.length > 0;
+    }
+
+    const isCut = (row, strip) => {
+        const rects = Array.from(rectsOf(row));
+        return rects.filter((rect) => rect.height > 1).length > 1 && heightOf(rects) <= strip.height;
+    };
+
+    function fitRows(table, heights, strip, tools) {
+        const rows = Array.from(table.rows);
+        const own = tools.styleOf(table);
+        const spacing = own.borderCollapse === 'collapse' ? 0 : tools.pixels(own.borderSpacing.split(' ').pop());
+        const start = rectsOf(rows[0])[0];
+        let y = start ? start.top - tools.boxOf(strip.body).top - strip.paddingTop : 0;
+        const wanted = rows.map(() => 0);
+        heights.forEach((height, i) => {
+            if (i && y > 0.5 && y + height > strip.height && height <= strip.height) {
+                wanted[i - 1] = Math.max(0, strip.height - y);
+                y = 0;
+            }
+            y = (y + height + spacing) % strip.height;
+        });
+        return rows.map((row, i) => push(row, wanted[i], tools)).includes(true);
+    }
+
+    return (strip, tools) => {
+        const long = tools.all('table').filter((table) => table.rows.length > 1
+            && heightOf(rectsOf(table)) > strip.height);
+        const cut = long.filter((table) => Array.from(table.rows).some((row) => isCut(row, strip)));
+        if (!cut.length)
+            return false;
+        const heights = wholeHeights(cut, strip.body);
+        return cut.map((table, i) => fitRows(table, heights[i], strip, tools)).includes(true);
+    };
+})();
+
+// Finds the text whose words are longer than its lines.
+var pagoraFitWords = (function () {
+    'use strict';
+
+    // Between two places where a line may end; scripts without spaces end lines anywhere.
+    const unbroken = '[^ \\t\\n\\r\\f\\u00AD\\u200B\\u2010-\\u2015\\u0E00-\\u0EFF\\u1000-\\u109F\\u1780-\\u17FF\\u2E80-\\uA4CF'
+        + '\\uAC00-\\uD7AF\\uF900-\\uFAFF\\uFE30-\\uFE4F\\uFF00-\\uFFEF-]';
+    // Words up to this share of a line have room even in lists within lists.
+    const surelyFits = 0.4;
+    const wordsOver = (length) => new RegExp(unbroken + '{' + (length + 1) + ',}', 'g');
+
+    // How long the longest word of the page's text is, once that was asked for.
+    let longest = -1;
+    // The words of more letters than a limit: [text node, start, length].
+    let words = { limit: Infinity, found: [] };
+
+    function longestIn(text) {
+        let length = 0;
+        for (const word of text.match(wordsOver(7)) || [])
+            length = Math.max(length, word.length);
+        return length;
+    }
+
+    function findWords(body, limit) {
+        const found = [];
+        const long = wordsOver(limit);
+        const nodes = Document.prototype.createTreeWalker.call(document, body, NodeFilter.SHOW_TEXT);
+        while (nodes.nextNode()) {
+            for (const match of nodes.currentNode.data.matchAll(long))
+                found.push([nodes.currentNode, match.index, match[0].length]);
+        }
+        return { limit, found };
+    }
+
+    return (strip, book, { styleOf, pixels, containerOf, letter }, later) => {
+        const column = strip.step - strip.gap;
+        const blocks = new Set();
+        for (const title of book.titles) {
+            if (title.scrollWidth > title.clientWidth + 1 && title.clientWidth > 0)
+                blocks.add(title);
+        }
+        if (longest < 0)
+            longest = longestIn(strip.body.textContent);
+        const letters = column / (pixels(styleOf(strip.body).fontSize) * letter);
+        const limit = Math.max(7, Math.floor(letters * surelyFits));
+        if (longest > limit) {
+            if (words.limit > limit)
+                words = findWords(strip.body, limit);
+            const range = new Range();
+            for (const [node, start, length] of words.found) {
+                if (start + length > node.length)
+                    continue;
+                range.setStart(node, start);
+                range.setEnd(node, start + length);
+                const box = range.getClientRects()[0];
+                if (!box)
+                    continue;
+                const block = containerOf(node);
+                const edge = Element.prototype.getClientRects.call(block)[0];
+                if (box.width > column + 1 || (edge && block !== strip.body && box.width > block.clientWidth + 1)
+                    || sticksOut(box, strip))
+                    blocks.add(block);
+            }
+        }
+        for (const block of blocks)
+            later.push([block, 'long']);
+    };
+
+    function sticksOut(box, strip) {
+        const frame = Element.prototype.getBoundingClientRect.call(strip.body);
+        const across = strip.rightToLeft ? frame.right - strip.paddingRight - box.right
+            : box.left - frame.left - strip.paddingLeft;
+        const inColumn = across - Math.floor((across + 1) / strip.step) * strip.step;
+        return inColumn + box.width > strip.step - strip.gap + 1;
+    }
+})();

@@ -1,0 +1,310 @@
+// Runs in the reader's own script world of every page, before the page has any content. It finds what does not fit the
+// columns as they are and marks it for the style sheet of the pages, which says what becomes of it:
+//
+//   data-pagora-alone   a float beside which there is no room for text: it has its row to itself
+//   data-pagora-block   a picture that stands alone: it is a block, which is never divided
+//   data-pagora-inline  a floating picture at a column's end, where it would be cut: it stands in its line
+//   data-pagora-inflow  a picture that lies over the text: it takes its place in it
+//   data-pagora-fits    a picture that is wider than what holds it
+//   data-pagora-parts   a box that is taller than a column and would be cut: it is divided
+//   data-pagora-wide    a table that is wider than its column
+//   data-pagora-narrow  a cell whose words stand one below the other
+//   data-pagora-small   a table or an equation in smaller letters, by how many tenths
+//   data-pagora-scrolls what is too wide even so: it scrolls within itself
+//   data-pagora-push    a row of a table after which the next column begins, lest the next row be cut
+//   data-pagora-long    text with a word that is longer than the line
+//
+// All measuring is done before anything is marked, so that the page is laid out once more at most for each step.
+
+// Marks what has to be marked in this strip of columns; says whether the layout is another one now.
+var pagoraFit = (function () {
+    'use strict';
+
+    const attribute = Element.prototype.getAttribute;
+    const boxOf = (element) => Element.prototype.getBoundingClientRect.call(element);
+    const all = (selector) => Array.from(Document.prototype.querySelectorAll.call(document, selector));
+    const styleOf = (element) => getComputedStyle(element);
+    const pixels = (length) => parseFloat(length) || 0;
+    // How many letters make a line that can be read. A few more than twelve: lines end with whole words.
+    const fewestLetters = 16;
+
+    // --- Marks -------------------------------------------------------------------------------------------------------
+
+    // What was marked, to be unmarked when the layout is another one: pairs of an element and the name of the mark.
+    let marked = [];
+    const focusable = new WeakSet();
+
+    function mark(element, name, value = '') {
+        Element.prototype.setAttribute.call(element, 'data-pagora-' + name, value);
+        marked.push([element, name]);
+        if (name === 'scrolls' && attribute.call(element, 'tabindex') === null) {
+            Element.prototype.setAttribute.call(element, 'tabindex', '0');
+            focusable.add(element);
+        }
+    }
+
+    function unmark() {
+        for (const [element, name] of marked) {
+            Element.prototype.removeAttribute.call(element, 'data-pagora-' + name);
+            if (name === 'scrolls' && focusable.delete(element))
+                Element.prototype.removeAttribute.call(element, 'tabindex');
+        }
+        marked = [];
+    }
+
+    // --- What the book has -------------------------------------------------------------------------------------------
+
+    // Elements are told apart by name and class; of each sort the first ones are looked at.
+    const sampleSize = 8;
+    const sizeOfTitles = 1.3;
+
+    // Elements that may need a mark, found once: { floats, atoms, titles }.
+    let book = null;
+
+    function sortOf(element, bodySize) {
+        const own = styleOf(element);
+        return {
+            floats: own.float !== 'none' && own.position !== 'absolute' && own.position !== 'fixed',
+            atoms: /^inline-(?:block|flex|grid|table)$/.test(own.display) || /flex|grid/.test(own.display),
+            titles: pixels(own.fontSize) >= bodySize * sizeOfTitles,
+        };
+    }
+
+    function survey(body) {
+        const sorts = new Map();
+        const found = { floats: [], atoms: [], titles: [] };
+        const bodySize = pixels(styleOf(body).fontSize);
+        for (const element of Element.prototype.getElementsByTagName.call(body, '*')) {
+            const name = element.localName;
+            if (name === 'img' || !(element instanceof HTMLElement))
+                continue;
+            const key = name + ' ' + attribute.call(element, 'class');
+            let sort = sorts.get(key);
+            if (!sort)
+                sorts.set(key, sort = { elements: [], looked: 0, floats: false, atoms: false, titles: false });
+            sort.elements.push(element);
+            const hasStyle = attribute.call(element, 'style') !== null;
+            if (sort.looked >= sampleSize && !hasStyle)
+                continue;
+            ++sort.looked;
+            const own = sortOf(element, bodySize);
+            for (const each of Object.keys(found))
+                sort[each] = sort[each] || own[each];
+        }
+        for (const sort of sorts.values()) {
+            for (const each of Object.keys(found)) {
+                if (sort[each])
+                    found[each].push(...sort.elements);
+            }
+        }
+        return found;
+    }
+
+    // --- Boxes around ------------------------------------------------------------------------------------------------
+
+    const isInline = (style) => style.display === 'inline' || style.display === 'contents';
+
+    function containerOf(element) {
+        let container = element.parentElement;
+        while (container && container.parentElement && isInline(styleOf(container)))
+            container = container.parentElement;
+        return container || element;
+    }
+
+    // The room for text in a block, in the column where it begins.
+    function roomIn(container, strip) {
+        const style = styleOf(container);
+        const around = container === strip.body ? 0
+            : pixels(style.paddingLeft) + pixels(style.paddingRight) + pixels(style.borderLeftWidth)
+                + pixels(style.borderRightWidth);
+        const rects = Element.prototype.getClientRects.call(container);
+        const width = container === strip.body || !rects.length ? strip.step - strip.gap : rects[0].width - around;
+        return { width: Math.min(width, strip.step - strip.gap), size: pixels(style.fontSize), style };
+    }
+
+    // The width of the text's letters, as a share of the font's size.
+    function letterWidth(body) {
+        const sample = body.textContent.slice(0, 4000).replace(/\s+/g, ' ').slice(0, 400);
+        const style = styleOf(body);
+        const pen = Document.prototype.createElementNS
+            .call(document, 'http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
+        pen.font = '100px ' + style.fontFamily;
+        return sample ? pen.measureText(sample).width / sample.length / 100 : 0.5;
+    }
+
+    // --- Floats and pictures -----------------------------------------------------------------------------------------
+
+    const isBlank = (node) => node.nodeType === Node.COMMENT_NODE
+        || (node.nodeType === Node.TEXT_NODE && !/\S/.test(node.data));
+
+    // Whether nothing of the text is in the same line as the element.
+    function standsAlone(element, container) {
+        for (let inner = element; inner && inner !== container; inner = inner.parentElement) {
+            for (const step of ['previousSibling', 'nextSibling']) {
+                let beside = inner[step];
+                while (beside && isBlank(beside))
+                    beside = beside[step];
+                const isText = beside && (beside.nodeType !== Node.ELEMENT_NODE
+                    || (beside.localName !== 'br' && isInline(styleOf(beside))) || beside.localName === 'img');
+                if (isText)
+                    return false;
+            }
+        }
+        return true;
+    }
+
+    // Whether the book wants it in the middle.
+    const isCentred = (container, room) => /center/.test(room.style.textAlign) || /^(?:figure|center)$/.test(container.localName);
+
+    function fitFloats(strip, later) {
+        const images = Array.from(document.images);
+        if (!images.length && !book.floats.length)
+            return;
+        const hasText = /\S/.test(strip.body.textContent);
+        const letter = letterWidth(strip.body);
+        const band = [];
+        for (const float of images.concat(book.floats)) {
+            const own = styleOf(float);
+            if (own.display === 'none')
+                continue;
+            const isImage = float.localName === 'img';
+            if (isImage && (own.position === 'absolute' || own.position === 'fixed'))
+                later.push([float, 'inflow']);
+            if (own.float === 'none')
+                continue;
+            const box = boxOf(float);
+            if (box.width < 1)
+                continue;
+            const container = containerOf(float);
+            const room = roomIn(container, strip);
+            const margins = pixels(own.marginLeft) + pixels(own.marginRight);
+            if (isImage && box.width + margins > room.width + 1) {
+                later.push([float, 'fits', room.width - margins]);
+                continue;
+            }
+            let rest = room.width - box.width - margins;
+            for (const other of band) {
+                if (other.bottom > box.top + 1 && other.top < box.bottom - 1 && Math.abs(other.left - box.left) < strip.step)
+                    rest -= other.width;
+            }
+            const isTight = rest > 1 && rest < fewestLetters * letter * room.size;
+            const isWhole = isImage && rest > 1
+                && (!hasText || (isCentred(container, room) && standsAlone(float, container)));
+            if (isTight || isWhole) {
+                later.push([float, 'alone', room.width - box.width]);
+                if (isImage && standsAlone(float, container))
+                    later.push([float, 'block']);
+            }
+            else
+                band.push(box);
+        }
+    }
+
+    // Marks with a length that the style sheet reckons with; against what the book's own style says.
+    function markWithLength(element, name, length) {
+        CSSStyleDeclaration.prototype.setProperty.call(
+            element.style, '--pagora-' + name, Math.max(0, Math.floor(length)) + 'px');
+        mark(element, name);
+    }
+
+    // Other pictures than those that the reader limits itself.
+    function fitPictures(strip, later) {
+        for (const picture of all('body canvas, body embed, body iframe, body object, body svg, body video')) {
+            const box = boxOf(picture);
+            const own = styleOf(picture);
+            if (box.width < 1 || own.position === 'absolute' || own.position === 'fixed')
+                continue;
+            const margins = pixels(own.marginLeft) + pixels(own.marginRight);
+            const room = roomIn(containerOf(picture), strip).width - margins;
+            if (box.width > room + 1)
+                later.push([picture, 'fits', room]);
+        }
+    }
+
+    // Floats are cut where a column ends below them.
+    function uncutFloats(isLast) {
+        const isCut = (image) => {
+            const rects = Element.prototype.getClientRects.call(image);
+            return rects.length > 1 && Array.from(rects).every((rect) => rect.height > 0.5);
+        };
+        let cut = Array.from(document.images).filter(isCut);
+        // Each that moves may bring others to a column's end.
+        if (cut.length && isLast)
+            cut = Array.from(document.images);
+        const isMarked = (element) => ['block', 'inline'].some((name) =>
+            Element.prototype.hasAttribute.call(element, 'data-pagora-' + name));
+        const floats = new Set(book.floats);
+        for (const image of cut) {
+            let floating = image;
+            while (floating && isMarked(floating)) {
+                floating = floating.parentElement;
+                while (floating && !floats.has(floating))
+                    floating = floating.parentElement;
+            }
+            if (floating === image)
+                mark(image, standsAlone(image, containerOf(image)) ? 'block' : 'inline');
+            else if (floating)
+                mark(floating, 'inline');
+        }
+        return cut.length > 0;
+    }
+
+    // --- Boxes that cannot be divided --------------------------------------------------------------------------------
+
+    function fitAtoms(strip, later) {
+        for (const atom of book.atoms) {
+            const rects = Element.prototype.getClientRects.call(atom);
+            const height = Array.from(rects).reduce((sum, rect) => sum + rect.height, 0);
+            if (height > strip.height)
+                later.push([atom, 'parts']);
+        }
+    }
+
+    // --- All of it ---------------------------------------------------------------------------------------------------
+
+    // What is moved to the next column moves everything after it.
+    const maxRounds = 6;
+    let fittedTo = '';
+    let loads = 0;
+    window.addEventListener('load', (event) => { loads += event.target instanceof Element ? 1 : 0; }, true);
+    if (document.fonts)
+        document.fonts.addEventListener('loadingdone', () => ++loads);
+
+    const keyOf = (strip) => {
+        const style = styleOf(strip.body);
+        return [strip.body.clientWidth, strip.step, strip.height, strip.reach, style.fontSize, style.fontFamily, loads].join();
+    };
+
+    function apply(later) {
+        for (const [element, name, value] of later) {
+            if (value !== undefined)
+                markWithLength(element, name, value);
+            else
+                mark(element, name);
+        }
+    }
+
+    return (measure) => {
+        let strip = measure();
+        if (!strip || keyOf(strip) === fittedTo)
+            return strip;
+        book = book && book.body === strip.body ? book : { body: strip.body, ...survey(strip.body) };
+        if (marked.length) {
+            unmark();
+            strip = measure();
+        }
+        const tools = { mark, boxOf, styleOf, pixels, containerOf, roomIn, all };
+        const later = [];
+        fitFloats(strip, later);
+        fitPictures(strip, later);
+        fitAtoms(strip, later);
+        pagoraFitWords(strip, book, { ...tools, letter: letterWidth(strip.body) }, later);
+        apply(later);
+        pagoraFitWide(strip, tools);
+        for (let round = 0; round < maxRounds && (uncutFloats(round === maxRounds - 2) | pagoraFitRows(strip, tools)); ++round) { }
+        if (marked.length)
+            strip = measure();
+        fittedTo = keyOf(strip);
+        return strip;
+    };
+})();

@@ -6,6 +6,7 @@
 #include "benches/data/MadeCatalogue.hpp"
 #include "catalogue/Catalogue.hpp"
 #include "catalogue/Settings.hpp"
+#include "platform/gtk/Toplevel.hpp"
 
 #include <glib.h>
 #include <gtk/gtk.h>
@@ -140,7 +141,8 @@ public:
 
 private:
     ArrayController _books;
-    LibraryWindowGtk _window;
+    Toplevel _toplevel;
+    LibraryWindowGtk _window { _toplevel };
     std::unique_ptr<LibraryViewSurface> _view;
     Glib::RefPtr<Gtk::Adjustment> _adjustment;
 };

@@ -106,7 +106,7 @@ Task<void> BookOpening::run(BookInfoPtr book)
         _state._epubWindowController->_epubController()->loadSplits(book->files(), tableOfContent);
     else
         _state._fixedWindowController->_fixedController()->loadSplits(book->files(), tableOfContent);
-    if (_state.fullScreenMode)
+    if (_state.fullScreenMode && !window->isFullScreen())
         window->toggleFullScreen();
 }
 

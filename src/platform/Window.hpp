@@ -8,7 +8,9 @@
 
 namespace pagora {
 
-// A top-level window. Main thread, but `orderFront`, `makeKeyAndOrderFront` and `orderOut` may be called on any thread.
+// A window of the program, with a frame and a title of its own. Several may share one window of the desktop, which then
+// shows the one that was ordered front last. Main thread, but `orderFront`, `makeKeyAndOrderFront` and `orderOut` may
+// be called on any thread.
 class Window {
 public:
     virtual ~Window() = default;
@@ -26,6 +28,8 @@ public:
     virtual bool isVisible() const = 0;
     virtual bool isKeyWindow() const = 0;
 
+    // Whether it is in full screen or on its way there.
+    virtual bool isFullScreen() const { return false; }
     // Enters or leaves full screen; the window's delegate hears when it is done.
     virtual void toggleFullScreen() = 0;
 

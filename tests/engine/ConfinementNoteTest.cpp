@@ -2,6 +2,7 @@
 
 #include "fixed/gtk/FixedWindowGtk.hpp"
 #include "fixed/gtk/PreparedPagesGtk.hpp"
+#include "platform/gtk/Toplevel.hpp"
 #include "reader/gtk/EpubWindowGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeWebView.hpp"
@@ -46,11 +47,12 @@ protected:
     Gtk::Window& shown(ReaderWindowGtk& parts)
     {
         auto& window = parts.window.window();
-        window.present();
+        parts.window.makeKeyAndOrderFront();
         EXPECT_TRUE(waitUntil([&] { return window.get_mapped(); }));
         return window;
     }
 
+    Toplevel _toplevel;
     Gtk::DrawingArea _area;
     Gtk::DrawingArea _spareArea;
 };
@@ -59,25 +61,25 @@ protected:
 
 TEST_F(ConfinementNoteTest, IsShownWhereThePageIsNotConfined)
 {
-    EpubWindowGtk epub(makePage(false));
+    EpubWindowGtk epub(_toplevel, makePage(false));
     EXPECT_NE(line(shown(epub.parts())), nullptr);
 }
 
 TEST_F(ConfinementNoteTest, IsShownForAFixedBookToo)
 {
-    FixedWindowGtk fixed(PreparedPagesGtk::make(makePage(false), makePage(_spareArea, false)));
+    FixedWindowGtk fixed(_toplevel, PreparedPagesGtk::make(makePage(false), makePage(_spareArea, false)));
     EXPECT_NE(line(shown(fixed.parts())), nullptr);
 }
 
 TEST_F(ConfinementNoteTest, IsNotShownWhereThePageIsConfined)
 {
-    EpubWindowGtk epub(makePage(true));
+    EpubWindowGtk epub(_toplevel, makePage(true));
     EXPECT_EQ(line(shown(epub.parts())), nullptr);
 }
 
 TEST_F(ConfinementNoteTest, GoesWhenItIsClosedAndThePageHasTheKeyboard)
 {
-    EpubWindowGtk epub(makePage(false));
+    EpubWindowGtk epub(_toplevel, makePage(false));
     auto& window = shown(epub.parts());
     auto* const label = line(window);
     ASSERT_NE(label, nullptr);
@@ -92,7 +94,7 @@ TEST_F(ConfinementNoteTest, GoesWhenItIsClosedAndThePageHasTheKeyboard)
 
 TEST_F(ConfinementNoteTest, TellsWhyAndWhereThereIsMoreToRead)
 {
-    EpubWindowGtk epub(makePage(false));
+    EpubWindowGtk epub(_toplevel, makePage(false));
     auto& window = shown(epub.parts());
     auto* const label = line(window);
     ASSERT_NE(label, nullptr);

@@ -4,6 +4,7 @@
 #include "fixed/gtk/FixedWindowGtk.hpp"
 #include "library_views/LibraryViews.hpp"
 #include "platform/gtk/StyleSheet.hpp"
+#include "platform/gtk/Toplevel.hpp"
 #include "reader/ColorThemes.hpp"
 #include "reader/ContentsPane.hpp"
 #include "reader/PageScripts.hpp"
@@ -50,7 +51,7 @@ protected:
 
     void makeLibrary(int books)
     {
-        _library = std::make_unique<LibraryWindowGtk>();
+        _library = std::make_unique<LibraryWindowGtk>(_toplevel);
         LibraryWindowActions actions;
         actions.bookListMode = [this] { _views->bookListMode(); };
         _views = std::make_unique<LibraryViews>(*_library, *this, [this] { return BookArray(_books); });
@@ -110,6 +111,7 @@ protected:
     }
 
     std::shared_ptr<std::vector<BookInfoPtr>> _books = makeBooks(0);
+    Toplevel _toplevel;
     std::unique_ptr<LibraryWindowGtk> _library;
     std::unique_ptr<LibraryViews> _views;
     Gtk::DrawingArea _area;
@@ -231,7 +233,7 @@ TEST_P(ContrastTest, OfTheRingAroundWhatHasTheKeyboard)
 
 TEST_P(ContrastTest, OfTheReader)
 {
-    EpubWindowGtk reader(makePage());
+    EpubWindowGtk reader(_toplevel, makePage());
     auto& parts = reader.parts();
     NoChapters chapters;
     ContentsPane pane(parts.tocView, chapters);
@@ -244,7 +246,7 @@ TEST_P(ContrastTest, OfTheReader)
 
 TEST_P(ContrastTest, OfTheDisplayOptions)
 {
-    EpubWindowGtk reader(makePage());
+    EpubWindowGtk reader(_toplevel, makePage());
     auto& panel = *reader.parts().widget<Gtk::Widget>("whiteTheme").get_ancestor(GTK_TYPE_POPOVER);
     // It would go when another window takes the keyboard.
     dynamic_cast<Gtk::Popover&>(panel).set_autohide(false);
@@ -257,7 +259,7 @@ TEST_P(ContrastTest, OfTheDisplayOptions)
 
 TEST_P(ContrastTest, OfTheFixedReader)
 {
-    FixedWindowGtk reader(makePage());
+    FixedWindowGtk reader(_toplevel, makePage());
     reader.parts().locLabel.setStringValue("Page 3 of 14");
     reader.window().makeKeyAndOrderFront();
     expectReadable(reader.parts().window.window(), { "Library", "Page 3 of 14" });

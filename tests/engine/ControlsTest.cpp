@@ -190,36 +190,4 @@ TEST_F(Controls, WindowThatIsOrderedFrontElsewhereIsVisible)
     EXPECT_FALSE(widget.get_visible());
 }
 
-TEST_F(Controls, WindowIsLaidOutOnceItsContentHasItsSize)
-{
-    // With the first window the toolkit loads what it draws with, which may take longer than a layout is waited for.
-    Gtk::Window first;
-    first.present();
-    ASSERT_TRUE(waitUntil([&] { return first.get_width() > 0; }));
-    Gtk::Window widget;
-    Gtk::Box content;
-    widget.set_child(content);
-    DesktopWindow window(widget);
-    window.setFrame({ 0, 0, 640, 480 });
-    window.orderFront();
-    const auto reply = window.laidOut();
-    ASSERT_TRUE(waitUntil([&] { return reply.await_ready(); }));
-    EXPECT_GT(content.get_width(), 0);
-    EXPECT_EQ(window.frame().width, 640);
-}
-
-TEST_F(Controls, WindowThatDoesNotGetItsSizeIsLaidOutAllTheSame)
-{
-    Gtk::Window widget;
-    Gtk::Box content;
-    content.set_size_request(700, 500);
-    widget.set_child(content);
-    DesktopWindow window(widget);
-    window.setFrame({ 0, 0, 300, 200 });
-    window.orderFront();
-    const auto reply = window.laidOut();
-    ASSERT_TRUE(waitUntil([&] { return reply.await_ready(); }));
-    EXPECT_GE(content.get_width(), 700);
-}
-
 }

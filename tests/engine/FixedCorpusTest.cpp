@@ -1,6 +1,6 @@
 // Fixed-layout books read page by page in the running program.
 
-#include "platform/gtk/DesktopWindow.hpp"
+#include "platform/gtk/SharedWindow.hpp"
 #include "tests/engine/PageFaults.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/support/EpubBuilder.hpp"
@@ -28,7 +28,7 @@ protected:
     void resizeTo(double width, double height)
     {
         window().setFrame({ 0, 0, width, height });
-        auto* const shown = GTK_WIDGET(dynamic_cast<DesktopWindow&>(window()).window().gobj());
+        auto* const shown = GTK_WIDGET(dynamic_cast<SharedWindow&>(window()).window().gobj());
         const auto hasFollowed = [&] {
             return hasSize(shown, width, height) && evaluate(innerSize) == sizeText(webView().frame())
                 && faults().empty();

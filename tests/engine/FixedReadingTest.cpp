@@ -7,6 +7,7 @@
 #include "platform/GLibRunLoop.hpp"
 #include "platform/Log.hpp"
 #include "platform/Resource.hpp"
+#include "platform/gtk/Toplevel.hpp"
 #include "tests/engine/PageFaults.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/engine/ToolkitTest.hpp"
@@ -200,7 +201,8 @@ protected:
     GLibRunLoop _runLoop;
     FakeReaderHub _hub;
     ReaderState _state;
-    ReaderWindowFactoryGtk _windows { _home.path("cache"), [](Gtk::Window&) {} };
+    Toplevel _toplevel;
+    ReaderWindowFactoryGtk _windows { _home.path("cache"), _toplevel };
     bool _watchesColors = false;
     std::unique_ptr<SeenColors> _seen;
     FixedWindowGtk* _window = nullptr;

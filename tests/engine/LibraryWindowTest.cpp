@@ -1,6 +1,7 @@
 #include "app/gtk/LibraryWindowGtk.hpp"
 #include "library_views/LibraryViews.hpp"
 #include "platform/Files.hpp"
+#include "platform/gtk/Toplevel.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeLibraryHub.hpp"
 #include "tests/support/TemporaryFolder.hpp"
@@ -67,6 +68,7 @@ protected:
         actions.saveSettings = hear("saveSettings");
         _window.setActions(std::move(actions));
         _views->showFirstView();
+        _window.mainWindow().orderFront();
     }
     void sendDoubleClick() override { _heard.emplace_back("sendDoubleClick"); }
 
@@ -86,7 +88,8 @@ protected:
         return swallowed;
     }
 
-    LibraryWindowGtk _window;
+    Toplevel _toplevel;
+    LibraryWindowGtk _window { _toplevel };
     std::shared_ptr<std::vector<BookInfoPtr>> _bookList = makeBooks(3);
     std::unique_ptr<LibraryViews> _views;
     // What the window and its views asked for.

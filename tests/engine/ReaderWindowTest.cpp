@@ -1,5 +1,6 @@
 #include "fixed/gtk/FixedWindowGtk.hpp"
 #include "platform/Log.hpp"
+#include "platform/gtk/Toplevel.hpp"
 #include "reader/gtk/EpubWindowGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeWebView.hpp"
@@ -29,7 +30,7 @@ protected:
     // A window whose actions are noted in `done`.
     void makeEpubWindow()
     {
-        epub = std::make_unique<EpubWindowGtk>(makePage());
+        epub = std::make_unique<EpubWindowGtk>(toplevel, makePage());
         ReaderWindowActions actions;
         actions.closeEPUB = [this] {
             done.push_back("close");
@@ -47,15 +48,17 @@ protected:
         epub->setActions(std::move(actions));
     }
 
-    Gtk::Window& window() { return epub->parts().window.window(); }
+    Gtk::Window& window() { return toplevel.window(); }
     template <typename Widget>
     Widget& widget(const char* name)
     {
         return epub->parts().widget<Widget>(name);
     }
 
+    // In the window, which comes to the front for it.
     bool press(guint keyval, GdkModifierType state = GdkModifierType(0))
     {
+        epub->window().orderFront();
         return ToolkitTest::press(window().gobj(), keyval, state);
     }
 
@@ -74,6 +77,7 @@ protected:
     }
 
     using Lines = std::vector<std::string>;
+    Toplevel toplevel;
     Gtk::DrawingArea area;
     FakeWebView* webView = nullptr;
     std::function<void(double)> flick;
@@ -86,6 +90,8 @@ protected:
 TEST_F(ReaderWindowTest, ActionsRunFromTheMainLoopInTheOrderOfTheKeys)
 {
     makeEpubWindow();
+    epub->window().orderFront();
+    area.grab_focus();
     EXPECT_TRUE(press(GDK_KEY_Right));
     press(GDK_KEY_Left);
     press(GDK_KEY_space);
@@ -101,34 +107,50 @@ TEST_F(ReaderWindowTest, TitleBarOfFullScreenTakesAtMostAFifthOfASecond)
 {
     makeEpubWindow();
     EXPECT_LE(widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
-    FixedWindowGtk fixed(makePage());
+    FixedWindowGtk fixed(toplevel, makePage());
     EXPECT_LE(fixed.parts().widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
 }
 
 TEST_F(ReaderWindowTest, AWindowWhoseWidgetsWereMadeAheadIsThatWindow)
 {
     ReaderLayout layout(EpubWindowGtk::layoutName);
-    const auto* const ahead = &layout.window();
-    EXPECT_FALSE(ahead->get_visible());
-    epub = std::make_unique<EpubWindowGtk>(makePage(), std::move(layout));
-    EXPECT_EQ(&window(), ahead);
+    const auto* const ahead = &layout.content();
+    EXPECT_FALSE(ahead->get_parent());
+    epub = std::make_unique<EpubWindowGtk>(toplevel, makePage(), std::move(layout));
+    epub->window().makeKeyAndOrderFront();
+    EXPECT_TRUE(ahead->is_ancestor(window()));
     int turned = 0;
     ReaderWindowActions actions;
     actions.changePage = [&turned](int) { ++turned; };
     epub->setActions(std::move(actions));
-    window().present();
     press(GDK_KEY_Right);
     EXPECT_TRUE(waitUntil([&] { return turned == 1; }));
 }
 
-TEST_F(ReaderWindowTest, WidgetsThatWereMadeAheadInVainGoWithTheirWindow)
+TEST_F(ReaderWindowTest, WidgetsThatWereMadeAheadInVainGo)
 {
-    const auto before = Gtk::Window::list_toplevels().size();
+    gpointer content = nullptr;
     {
         const ReaderLayout layout(EpubWindowGtk::layoutName);
-        EXPECT_GT(Gtk::Window::list_toplevels().size(), before);
+        content = layout.content().gobj();
+        g_object_add_weak_pointer(G_OBJECT(content), &content);
+        EXPECT_TRUE(content);
     }
-    EXPECT_EQ(Gtk::Window::list_toplevels().size(), before);
+    EXPECT_FALSE(content);
+}
+
+TEST_F(ReaderWindowTest, WidgetsOfAWindowGoWithIt)
+{
+    makeEpubWindow();
+    epub->window().makeKeyAndOrderFront();
+    ASSERT_TRUE(waitUntil([&] { return area.get_width() > 0; }));
+    gpointer content = widget<Gtk::Widget>("stage").gobj();
+    g_object_add_weak_pointer(G_OBJECT(content), &content);
+    Gtk::Box library;
+    SharedWindow another(toplevel, library);
+    another.orderFront();
+    epub.reset();
+    EXPECT_TRUE(waitUntil([&] { return !content; }));
 }
 
 TEST_F(ReaderWindowTest, NothingIsDoneAfterTheWindowClosed)
@@ -164,7 +186,7 @@ TEST_F(ReaderWindowTest, ActionsOfAWindowThatIsDroppedAreDropped)
 TEST_F(ReaderWindowTest, CloseButtonAsksForClosingAndLeavesTheWindowThere)
 {
     makeEpubWindow();
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     window().close();
     EXPECT_TRUE(window().get_visible());
     ASSERT_TRUE(waitForDone(1));
@@ -175,7 +197,7 @@ TEST_F(ReaderWindowTest, WindowWithRoomShowsTheContents)
 {
     makeEpubWindow();
     epub->window().setFrame({ 0, 0, 1000, 700 });
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     EXPECT_FALSE(epub->mainSplitView().isSubviewHidden(0));
     EXPECT_TRUE(epub->parts().header.isContentsShown());
 }
@@ -184,7 +206,7 @@ TEST_F(ReaderWindowTest, NarrowWindowHidesTheContents)
 {
     makeEpubWindow();
     epub->window().setFrame({ 0, 0, 999, 700 });
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     EXPECT_TRUE(epub->mainSplitView().isSubviewHidden(0));
     EXPECT_FALSE(epub->parts().header.isContentsShown());
     EXPECT_TRUE(done.empty());
@@ -193,14 +215,14 @@ TEST_F(ReaderWindowTest, NarrowWindowHidesTheContents)
 TEST_F(ReaderWindowTest, PageHasTheFocusAfterOpening)
 {
     makeEpubWindow();
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     EXPECT_TRUE(waitUntil([&] { return webView->timesFocused > 0; }));
 }
 
 TEST_F(ReaderWindowTest, WhatHasTheKeyboardStaysMarked)
 {
     makeEpubWindow();
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     ASSERT_TRUE(waitUntil([&] { return window().get_mapped(); }));
     window().set_focus_visible(true);
     // As the toolkit does after a while.
@@ -212,7 +234,7 @@ TEST_F(ReaderWindowTest, PageTakesAllTheWidthWithoutContents)
 {
     makeEpubWindow();
     epub->window().setFrame({ 0, 0, 900, 700 });
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     EXPECT_TRUE(waitUntil(
         [&] { return area.get_width() > 0 && area.get_width() == widget<Gtk::Widget>("stage").get_width(); }));
 }
@@ -220,7 +242,7 @@ TEST_F(ReaderWindowTest, PageTakesAllTheWidthWithoutContents)
 TEST_F(ReaderWindowTest, SpacePressesAFocusedButton)
 {
     makeEpubWindow();
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     widget<Gtk::Widget>("libraryButton").grab_focus();
     EXPECT_FALSE(press(GDK_KEY_space));
     EXPECT_FALSE(press(GDK_KEY_Return));
@@ -230,7 +252,7 @@ TEST_F(ReaderWindowTest, SpacePressesAFocusedButton)
 TEST_F(ReaderWindowTest, SearchFieldKeepsItsKeys)
 {
     makeEpubWindow();
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     epub->searchField().makeFirstResponder();
     EXPECT_FALSE(press(GDK_KEY_Left));
     EXPECT_FALSE(press(GDK_KEY_space));
@@ -240,7 +262,7 @@ TEST_F(ReaderWindowTest, SearchFieldKeepsItsKeys)
 TEST_F(ReaderWindowTest, SliderKeepsTheArrows)
 {
     makeEpubWindow();
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     epub->locSlider().makeFirstResponder();
     EXPECT_FALSE(press(GDK_KEY_Right));
 }
@@ -476,7 +498,7 @@ TEST_F(ReaderWindowTest, APageThatIsLongOnItsWayHasASign)
 TEST_F(ReaderWindowTest, TheSignIsDrawnOnce)
 {
     makeEpubWindow();
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     auto& sign = widget<Gtk::Widget>("loadingSign");
     epub->setLoading(true);
     ASSERT_TRUE(waitUntil([&] { return sign.get_mapped(); }));
@@ -518,7 +540,7 @@ TEST_F(ReaderWindowTest, TheSignOfOneLoadStaysForTheNext)
 TEST_F(ReaderWindowTest, DisplayOptionsAreShownAndHidden)
 {
     makeEpubWindow();
-    window().present();
+    epub->window().makeKeyAndOrderFront();
     ASSERT_TRUE(waitUntil([&] { return area.get_mapped(); }));
     EXPECT_FALSE(epub->displayOptions().isVisible());
     epub->displayOptions().makeKeyAndOrderFront();
@@ -576,7 +598,7 @@ TEST_F(ReaderWindowTest, HeaderBarComesInFullScreenOnlyWhenCalled)
 
 TEST_F(ReaderWindowTest, FixedWindowHasTheSameParts)
 {
-    FixedWindowGtk fixed(makePage());
+    FixedWindowGtk fixed(toplevel, makePage());
     int pages = 0;
     ReaderWindowActions actions;
     actions.scrollWheelBegan = [&](double) { ++pages; };

@@ -6,6 +6,7 @@
 #include "platform/GLibRunLoop.hpp"
 #include "platform/Log.hpp"
 #include "platform/UserDefaults.hpp"
+#include "platform/gtk/Toplevel.hpp"
 #include "reader/gtk/EpubWindowGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeWorkspace.hpp"
@@ -23,8 +24,8 @@ namespace pagora::test {
 // Makes the real reader windows, and keeps hold of the last one.
 class KeptReaderWindows : public ReaderWindowFactory {
 public:
-    explicit KeptReaderWindows(std::string temporaryFolder)
-        : _windows(std::move(temporaryFolder), [](Gtk::Window&) {})
+    KeptReaderWindows(std::string temporaryFolder, Toplevel& toplevel)
+        : _windows(std::move(temporaryFolder), toplevel)
     {
     }
     std::unique_ptr<EpubWindow> makeEpubWindow() override;
@@ -45,7 +46,8 @@ struct RunningProgram {
     UserDefaults defaults;
     GLibRunLoop runLoop;
     FakeWorkspace workspace;
-    LibraryWindowGtk libraryWindow;
+    Toplevel toplevel;
+    LibraryWindowGtk libraryWindow { toplevel };
     KeptReaderWindows readerWindows;
     MainController controller;
 };

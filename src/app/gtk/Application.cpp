@@ -14,12 +14,9 @@
 #include "platform/Worker.hpp"
 #include "platform/gtk/ColorScheme.hpp"
 #include "platform/gtk/DesktopWorkspace.hpp"
+#include "platform/gtk/Toplevel.hpp"
 
 #include <glib-unix.h>
-#include <gtkmm/shortcut.h>
-#include <gtkmm/shortcutaction.h>
-#include <gtkmm/shortcutcontroller.h>
-#include <gtkmm/shortcuttrigger.h>
 
 #include <csignal>
 #include <optional>
@@ -43,19 +40,6 @@ ProgramInfo programInfo()
 std::string temporaryFolder()
 {
     return appendingPathComponent(cachesFolder(), PAGORA_IDENTIFIER);
-}
-
-// A book that is read is closed with its place when the program is told to end.
-void endByKey(Gtk::Window& window)
-{
-    const auto keys = Gtk::ShortcutController::create();
-    keys->set_scope(Gtk::ShortcutScope::MANAGED);
-    keys->add_shortcut(Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string("<Control>q"),
-        Gtk::CallbackAction::create([](Gtk::Widget&, const Glib::VariantBase&) {
-            Gio::Application::get_default()->quit();
-            return true;
-        })));
-    window.add_controller(keys);
 }
 
 // Keeps the store from staying unflushed: a change that nobody flushes reaches the disk a little later.
@@ -90,14 +74,10 @@ struct Application::Store {
 struct Application::Parts {
     Parts(const Glib::RefPtr<Gtk::Application>& application, Store opened)
         : store(std::move(opened))
-        , libraryWindow(application)
-        , shortcuts(*application)
-        , readerWindows(temporaryFolder(),
-              [this](Gtk::Window& window) {
-                  libraryWindow.watch(window);
-                  endByKey(window);
-                  shortcuts.addKeyToReader(window);
-              })
+        , toplevel(application)
+        , libraryWindow(toplevel, application)
+        , shortcuts(*application, toplevel.window(), [this] { return !libraryWindow.mainWindow().isVisible(); })
+        , readerWindows(temporaryFolder(), toplevel)
         , lateFlush(*store.defaults, runLoop)
         , controller(
               { programInfo(), *store.defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
@@ -124,6 +104,7 @@ struct Application::Parts {
     GLibRunLoop runLoop;
     DesktopWorkspace workspace;
     ColorScheme colorScheme;
+    Toplevel toplevel;
     LibraryWindowGtk libraryWindow;
     ShortcutsHelp shortcuts;
     ReaderWindowFactoryGtk readerWindows;
@@ -170,7 +151,7 @@ void Application::on_startup()
         std::move(store));
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
-    // The library window is hidden while a book is read; the program ends when it is told to.
+    // The window may be hidden for a moment; the program ends when it is told to.
     hold();
     _parts->controller.applicationWillFinishLaunching();
 }

@@ -2,11 +2,12 @@
 
 #include "library_views/gtk/GridSurface.hpp"
 #include "library_views/gtk/ListSurface.hpp"
+#include "platform/Translation.hpp"
 #include "platform/gtk/AccessibleNames.hpp"
 #include "platform/gtk/FocusMark.hpp"
 #include "platform/gtk/StyleSheet.hpp"
+#include "platform/gtk/Toplevel.hpp"
 
-#include <giomm/simpleactiongroup.h>
 #include <gtkmm/box.h>
 #include <gtkmm/shortcut.h>
 #include <gtkmm/shortcutcontroller.h>
@@ -16,6 +17,8 @@
 namespace pagora {
 
 namespace {
+
+constexpr const char* quitAction = "quit";
 
 Glib::RefPtr<Gtk::Builder> loadLayout()
 {
@@ -29,10 +32,17 @@ Widget& find(const Glib::RefPtr<Gtk::Builder>& layout, const char* name)
     return *layout->get_widget<Widget>(name);
 }
 
-template <typename Window>
-std::unique_ptr<Window> takeWindow(const Glib::RefPtr<Gtk::Builder>& layout, const char* name)
+std::unique_ptr<Gtk::Window> takeWindow(const Glib::RefPtr<Gtk::Builder>& layout, const char* name)
 {
-    return std::unique_ptr<Window>(layout->get_widget<Window>(name));
+    return std::unique_ptr<Gtk::Window>(layout->get_widget<Gtk::Window>(name));
+}
+
+// For assistive technology.
+void nameParts(Gtk::Widget& root)
+{
+    leaveUnnamed(root);
+    correctAccessibleNames(root);
+    tellOfChanges(root);
 }
 
 // An action that is not set, or that replaces the actions, is no harm.
@@ -51,13 +61,12 @@ auto perform(const Action& action)
 
 }
 
-LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
+LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, Glib::RefPtr<Gtk::Application> application)
     : _application(std::move(application))
     , _layout(loadLayout())
-    , _windows { takeWindow<Gtk::ApplicationWindow>(_layout, "mainWindow"),
-        takeWindow<Gtk::Window>(_layout, "errorWin"), takeWindow<Gtk::Window>(_layout, "indicatorWindow"),
-        takeWindow<Gtk::Window>(_layout, "settingsWin") }
-    , _mainWindow(*_windows.main)
+    , _windows { takeWindow(_layout, "errorWin"), takeWindow(_layout, "indicatorWindow"),
+        takeWindow(_layout, "settingsWin") }
+    , _mainWindow(toplevel, find<Gtk::Widget>(_layout, "mainWindow"))
     , _errorWin(*_windows.error)
     , _indicatorWindow(*_windows.indicator)
     , _settingsWin(*_windows.settings)
@@ -71,14 +80,9 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
     , _bListControl(find<Gtk::Widget>(_layout, "bListControl"))
     , _dragDropMatrix(find<Gtk::Widget>(_layout, "dragDropMatrix"), 1)
     , _toolBarMenu(find<Gtk::Widget>(_layout, "toolBar"))
-    , _dialogs(*_windows.main)
+    , _dialogs(toplevel.window())
 {
-    if (_application) {
-        _windows.main->set_application(_application);
-        // A hidden window leaves its application, and with it the program's actions and keys.
-        _connections.push_back(
-            _windows.main->signal_show().connect([this] { _windows.main->set_application(_application); }));
-    }
+    _mainWindow.setTitle(_("Pagora"));
     addProgramActions();
     wireControls();
     followProgress();
@@ -86,13 +90,13 @@ LibraryWindowGtk::LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application)
     _emptyPageTarget = std::make_unique<FileDropTarget>(
         find<Gtk::Widget>(_layout, "emptyPage"), [this] { return _shown ? _shown->dropDelegate() : nullptr; },
         [this](bool isOver) { showDropTarget(isOver); });
-    for (auto* const window : { static_cast<Gtk::Window*>(_windows.main.get()), _windows.error.get(),
-             _windows.settings.get(), _windows.indicator.get() }) {
+    _monitor.watch(toplevel.window());
+    nameParts(find<Gtk::Widget>(_layout, "mainWindow"));
+    for (auto* const window : { _windows.error.get(), _windows.settings.get(), _windows.indicator.get() }) {
+        window->set_transient_for(toplevel.window());
         _monitor.watch(*window);
         keepFocusMarked(*window);
-        leaveUnnamed(*window);
-        correctAccessibleNames(*window);
-        tellOfChanges(*window);
+        nameParts(*window);
     }
 }
 
@@ -113,28 +117,44 @@ void LibraryWindowGtk::addProgramActions()
         { "help", [this] { perform(_actions.openGuide); } },
         { "about", [this] { _dialogs.showAbout(); } },
         { "test", [this] { perform(_actions.testAction); } },
-        { "quit", [this] { _windows.main->close(); } },
+        { quitAction, [this] { perform(_actions.windowShouldClose); } },
     };
+    _programActions = Gio::SimpleActionGroup::create();
+    for (const auto& [name, action] : actions)
+        _programActions->add_action(name, action);
+    addProgramKeys();
+    _mainWindow.setStateAction([this] { enableProgramActions(); });
+    enableProgramActions();
+}
+
+void LibraryWindowGtk::addProgramKeys()
+{
     const std::pair<const char*, const char*> shortcuts[]
         = { { "<Control>o", "app.import" }, { "<Control>comma", "app.settings" }, { "F1", "app.help" },
               { "<Control><Shift>F12", "app.test" }, { "<Control>q", "app.quit" } };
-    const auto group = Gio::SimpleActionGroup::create();
-    for (const auto& [name, action] : actions)
-        group->add_action(name, action);
     if (_application) {
-        for (const auto& [name, action] : actions)
-            _application->add_action(group->lookup_action(name));
+        for (const auto& name : _programActions->list_actions())
+            _application->add_action(_programActions->lookup_action(name));
         for (const auto& [trigger, action] : shortcuts)
             _application->set_accels_for_action(action, { trigger });
         return;
     }
-    _windows.main->insert_action_group("app", group);
+    window().insert_action_group("app", _programActions);
     const auto keys = Gtk::ShortcutController::create();
     keys->set_scope(Gtk::ShortcutScope::MANAGED);
     for (const auto& [trigger, action] : shortcuts)
         keys->add_shortcut(
             Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(trigger), Gtk::NamedAction::create(action)));
-    _windows.main->add_controller(keys);
+    _mainWindow.addController(keys);
+}
+
+// While a book is read, the library's keys do nothing; the program can be ended all the same.
+void LibraryWindowGtk::enableProgramActions()
+{
+    for (const auto& name : _programActions->list_actions()) {
+        const auto action = std::dynamic_pointer_cast<Gio::SimpleAction>(_programActions->lookup_action(name));
+        action->set_enabled(name == quitAction || _mainWindow.isFront());
+    }
 }
 
 void LibraryWindowGtk::wireControls()
@@ -144,8 +164,8 @@ void LibraryWindowGtk::wireControls()
     _bListControl.setAction([this] { perform(_actions.bookListMode); });
     _connections = {
         find<Gtk::Button>(_layout, "saveButton").signal_clicked().connect([this] { perform(_actions.saveSettings); }),
-        _windows.main->signal_close_request().connect([this] { return !perform(_actions.windowShouldClose); }, false),
     };
+    _mainWindow.setCloseAction([this] { return perform(_actions.windowShouldClose); });
 }
 
 void LibraryWindowGtk::followProgress()

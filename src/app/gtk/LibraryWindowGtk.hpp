@@ -12,20 +12,21 @@
 #include "platform/gtk/LabelField.hpp"
 #include "platform/gtk/ProgressControl.hpp"
 #include "platform/gtk/SegmentedSwitch.hpp"
+#include "platform/gtk/SharedWindow.hpp"
 
+#include <giomm/simpleactiongroup.h>
 #include <gtkmm/application.h>
-#include <gtkmm/applicationwindow.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/revealer.h>
 
 namespace pagora {
 
-// The layout "LibraryWindow". Library views are dropped before it. Main thread, save for the controls that say
-// otherwise.
+// The layout "LibraryWindow": the library, which shares the toplevel, and the small windows over that. Library views
+// are dropped before it. Main thread, save for the controls that say otherwise.
 class LibraryWindowGtk : public LibraryWindow {
 public:
-    // Without an application, for tests, the window holds the program's actions itself.
-    explicit LibraryWindowGtk(Glib::RefPtr<Gtk::Application> application = {});
+    // The toplevel outlives it. Without an application, for tests, the toplevel holds the program's actions itself.
+    explicit LibraryWindowGtk(Toplevel& toplevel, Glib::RefPtr<Gtk::Application> application = {});
     ~LibraryWindowGtk() override;
 
     std::unique_ptr<LibraryViewSurface> loadView(const char* layout, ArrayController& books) override;
@@ -57,10 +58,9 @@ public:
     void runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen) override;
     void setEventMonitor(WindowEventMonitor::Monitor monitor) override { _monitor.setMonitor(std::move(monitor)); }
 
-    // Lets the event monitor see another window of the program.
-    void watch(Gtk::Window& window) { _monitor.watch(window); }
     LibraryDialogs& dialogs() { return _dialogs; }
-    Gtk::ApplicationWindow& window() { return *_windows.main; }
+    // The toplevel's.
+    Gtk::Window& window() { return _mainWindow.window(); }
     // The widget that has the outlet's name in the layout; null when there is none.
     template <typename Widget>
     Widget* outlet(const char* name)
@@ -69,15 +69,16 @@ public:
     }
 
 private:
-    // Top-level windows are their owner's, not the layout's.
+    // Windows of the desktop are their owner's, not the layout's.
     struct Windows {
-        std::unique_ptr<Gtk::ApplicationWindow> main;
         std::unique_ptr<Gtk::Window> error;
         std::unique_ptr<Gtk::Window> indicator;
         std::unique_ptr<Gtk::Window> settings;
     };
 
     void addProgramActions();
+    void addProgramKeys();
+    void enableProgramActions();
     void wireControls();
     void followProgress();
     void wireProgressWindow();
@@ -86,12 +87,13 @@ private:
     void updateEmptyPage();
 
     Glib::RefPtr<Gtk::Application> _application;
+    Glib::RefPtr<Gio::SimpleActionGroup> _programActions;
     LibraryWindowActions _actions;
     WindowEventMonitor _monitor;
     CoverLoader _coverLoader;
     Glib::RefPtr<Gtk::Builder> _layout;
     Windows _windows;
-    DesktopWindow _mainWindow;
+    SharedWindow _mainWindow;
     DesktopWindow _errorWin;
     DesktopWindow _indicatorWindow;
     DesktopWindow _settingsWin;

@@ -22,9 +22,9 @@ constexpr PageView::PageMargins readingMargins { 16, 1200 };
 
 }
 
-ReaderWindowFactoryGtk::ReaderWindowFactoryGtk(std::string temporaryFolder, std::function<void(Gtk::Window&)> didMake)
+ReaderWindowFactoryGtk::ReaderWindowFactoryGtk(std::string temporaryFolder, Toplevel& toplevel)
     : _temporaryFolder(std::move(temporaryFolder))
-    , _didMake(std::move(didMake))
+    , _toplevel(toplevel)
 {
 }
 
@@ -88,18 +88,14 @@ std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
 {
     const auto prepared = std::exchange(_nextLayout, nullptr);
     auto layout = prepared ? std::move(*prepared) : ReaderLayout(EpubWindowGtk::layoutName);
-    auto window = std::make_unique<EpubWindowGtk>(makePage(PageKind::Columns), std::move(layout));
-    _didMake(window->parts().window.window());
-    return window;
+    return std::make_unique<EpubWindowGtk>(_toplevel, makePage(PageKind::Columns), std::move(layout));
 }
 
 std::unique_ptr<ReaderWindow> ReaderWindowFactoryGtk::makeFixedWindow()
 {
     auto shown = makePage(PageKind::Fixed);
     auto spare = makePage(PageKind::Fixed, static_cast<const PageView*>(shown.webView.get()));
-    auto window = std::make_unique<FixedWindowGtk>(PreparedPagesGtk::make(std::move(shown), std::move(spare)));
-    _didMake(window->parts().window.window());
-    return window;
+    return std::make_unique<FixedWindowGtk>(_toplevel, PreparedPagesGtk::make(std::move(shown), std::move(spare)));
 }
 
 }

@@ -3,14 +3,9 @@
 #include "platform/Confinement.hpp"
 #include "reader/EpubWindow.hpp"
 
-#include <functional>
 #include <memory>
 #include <sigc++/connection.h>
 #include <string>
-
-namespace Gtk {
-class Window;
-}
 
 namespace pagora {
 
@@ -18,6 +13,7 @@ class PageEngine;
 class PageView;
 enum class PageKind;
 class ReaderLayout;
+class Toplevel;
 struct ReaderPage;
 
 // Makes the desktop's reader windows, each with a page view of the rendering engine, which starts with the first of
@@ -25,9 +21,9 @@ struct ReaderPage;
 // processes in. Main thread.
 class ReaderWindowFactoryGtk : public ReaderWindowFactory {
 public:
-    // Books are unpacked below `temporaryFolder`, and the engine compiles there too. `didMake` hears of each new
-    // window.
-    ReaderWindowFactoryGtk(std::string temporaryFolder, std::function<void(Gtk::Window&)> didMake);
+    // Books are unpacked below `temporaryFolder`, and the engine compiles there too. The windows share the toplevel,
+    // which outlives them.
+    ReaderWindowFactoryGtk(std::string temporaryFolder, Toplevel& toplevel);
     ~ReaderWindowFactoryGtk() override;
 
     std::unique_ptr<EpubWindow> makeEpubWindow() override;
@@ -40,7 +36,7 @@ private:
     void prepareWhenProbed();
 
     std::string _temporaryFolder;
-    std::function<void(Gtk::Window&)> _didMake;
+    Toplevel& _toplevel;
     ConfinementProbe _probe;
     std::unique_ptr<PageEngine> _engine;
     sigc::connection _preparation;

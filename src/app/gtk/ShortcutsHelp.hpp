@@ -4,6 +4,7 @@
 #include <gtkmm/shortcutswindow.h>
 #include <gtkmm/window.h>
 
+#include <functional>
 #include <memory>
 
 namespace pagora {
@@ -11,21 +12,21 @@ namespace pagora {
 // The window that lists the program's keys, as the action "app.shortcuts". Main thread.
 class ShortcutsHelp {
 public:
-    // Adds the action and its key to the application, which outlives it.
-    explicit ShortcutsHelp(Gtk::Application& application);
+    // Adds the action and its key to the application, which outlives it, as `parent` does. The list comes up over
+    // `parent`, with the keys for reading first while `isReading` says so.
+    ShortcutsHelp(Gtk::Application& application, Gtk::Window& parent, std::function<bool()> isReading);
     ~ShortcutsHelp();
     ShortcutsHelp(const ShortcutsHelp&) = delete;
     ShortcutsHelp& operator=(const ShortcutsHelp&) = delete;
 
-    // Gives a reader window, which is not the application's own, the key. It shows the keys for reading first.
-    void addKeyToReader(Gtk::Window& window);
-    // Shows the list, with that section of the layout first, over that window, or by itself without one.
-    void showOver(Gtk::Window* parent, const char* section);
+    void show();
     // Null until it is asked for.
     Gtk::Window* window() const { return _window.get(); }
 
 private:
     Gtk::Application& _application;
+    Gtk::Window& _parent;
+    std::function<bool()> _isReading;
     std::unique_ptr<Gtk::ShortcutsWindow> _window;
 };
 

@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-FixedWindowGtk::FixedWindowGtk(ReaderPage page)
-    : ReaderWindowRole(ReaderLayout("FixedLayout"), std::move(page))
+FixedWindowGtk::FixedWindowGtk(Toplevel& toplevel, ReaderPage page)
+    : ReaderWindowRole(toplevel, ReaderLayout("FixedLayout"), std::move(page))
 {
 }
 

@@ -2,19 +2,12 @@
 
 #include "platform/gtk/DisplayText.hpp"
 
-#include <gdkmm/surface.h>
-#include <glibmm/main.h>
-
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace pagora {
 
 namespace {
-
-// How long a window that the desktop does not draw, because it is covered or minimised, is waited for.
-constexpr unsigned layoutPatience = 1'000;
 
 int points(double length)
 {
@@ -31,10 +24,6 @@ DesktopWindow::DesktopWindow(Gtk::Window& window)
     _connections = {
         window.property_visible().signal_changed().connect([this] { _visible = _window.get_visible(); }),
         window.property_is_active().signal_changed().connect([this] { _active = _window.is_active(); }),
-        window.property_fullscreened().signal_changed().connect([this] {
-            if (const auto action = _fullScreenAction)
-                action(_window.is_fullscreen());
-        }),
     };
 }
 
@@ -86,64 +75,6 @@ void DesktopWindow::orderOut()
 {
     _visible = false;
     onMainThread([this] { _window.set_visible(false); });
-}
-
-void DesktopWindow::toggleFullScreen()
-{
-    if (_window.is_fullscreen())
-        _window.unfullscreen();
-    else
-        _window.fullscreen();
-}
-
-// The size of its content; missing while it is not on screen.
-std::optional<DesktopWindow::Size> DesktopWindow::contentSize() const
-{
-    const auto* const child = _window.get_child();
-    const auto& content = child ? *child : static_cast<const Gtk::Widget&>(_window);
-    if (!_window.get_mapped() || content.get_width() <= 0)
-        return std::nullopt;
-    return Size { content.get_width(), content.get_height() };
-}
-
-bool DesktopWindow::hasAskedSize() const
-{
-    Size asked;
-    _window.get_default_size(asked.width, asked.height);
-    const auto surface = _window.get_surface();
-    return surface && asked == Size { surface->get_width(), surface->get_height() };
-}
-
-Reply<void> DesktopWindow::laidOut()
-{
-    Reply<void> reply;
-    struct Layout {
-        Reply<void>::Resolver resolver;
-        std::optional<Size> seen = std::nullopt;
-        bool answered = false;
-
-        void answer()
-        {
-            if (!std::exchange(answered, true))
-                resolver();
-        }
-    };
-    const auto layout = std::make_shared<Layout>(Layout { reply.resolver() });
-    // Laid out is the size that was asked for, or one that two frames in a row agree on.
-    const auto look = whileAlive([this, layout] {
-        const auto size = contentSize();
-        if (size && (hasAskedSize() || size == layout->seen))
-            layout->answer();
-        layout->seen = size;
-    });
-    _window.add_tick_callback([layout, look](const Glib::RefPtr<Gdk::FrameClock>&) {
-        // The frame is laid out after this, and the coroutine that waits goes on outside of it.
-        if (!layout->answered)
-            Glib::signal_idle().connect_once(look, Glib::PRIORITY_DEFAULT);
-        return !layout->answered;
-    });
-    Glib::signal_timeout().connect_once([layout] { layout->answer(); }, layoutPatience);
-    return reply;
 }
 
 }

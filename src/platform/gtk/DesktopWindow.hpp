@@ -6,12 +6,13 @@
 #include <gtkmm/window.h>
 
 #include <atomic>
-#include <optional>
+#include <vector>
 
 namespace pagora {
 
-// A window of a layout, which outlives it. The desktop places windows: the origin of the frame is what was last set.
-// Ordering a window in or out, and asking whether it is visible or key, may be done on any thread.
+// A small window of its own, like a dialog. It belongs to a layout, which outlives it. The desktop places windows: the
+// origin of the frame is what was last set. Ordering a window in or out, and asking whether it is visible or key, may
+// be done on any thread.
 class DesktopWindow : public Window, protected MainThreadOwner {
 public:
     explicit DesktopWindow(Gtk::Window& window);
@@ -31,30 +32,17 @@ public:
     // The toolkit may leave a window active that was hidden while it had the keyboard.
     bool isKeyWindow() const override { return _active && _visible; }
 
-    void toggleFullScreen() override;
-    bool isFullScreen() const { return _window.is_fullscreen(); }
-    // Called when the window has entered or left full screen, with which of the two.
-    void setFullScreenAction(std::function<void(bool isFullScreen)> action) { _fullScreenAction = std::move(action); }
-
-    Reply<void> laidOut() override;
+    void toggleFullScreen() override { }
+    Reply<void> laidOut() override { return Reply<void>::of(); }
 
     Gtk::Window& window() { return _window; }
 
 private:
-    struct Size {
-        int width = 0;
-        int height = 0;
-        bool operator==(const Size&) const = default;
-    };
-    std::optional<Size> contentSize() const;
-    bool hasAskedSize() const;
-
     Gtk::Window& _window;
     double _x = 0;
     double _y = 0;
     std::atomic<bool> _visible;
     std::atomic<bool> _active;
-    std::function<void(bool)> _fullScreenAction;
     std::vector<sigc::connection> _connections;
 };
 

@@ -14,8 +14,8 @@ namespace {
 constexpr double textSizeStep = 0.1;
 }
 
-EpubWindowGtk::EpubWindowGtk(ReaderPage page, ReaderLayout layout)
-    : ReaderWindowRole(std::move(layout), std::move(page))
+EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout layout)
+    : ReaderWindowRole(toplevel, std::move(layout), std::move(page))
     , _fontSizeSlider(_parts.widget<Gtk::Scale>("fontSizeSlider"), SliderControl::Continuous::Yes)
     , _colorControl(_parts.widget<Gtk::Widget>("colorControl"), 1)
     , _fontMenu(_parts.widget<Gtk::DropDown>("fontMenu"), PopUpControl::TitlesAreFonts::Yes)

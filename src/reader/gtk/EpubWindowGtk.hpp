@@ -13,7 +13,7 @@ class EpubWindowGtk : public ReaderWindowRole<EpubWindow> {
 public:
     // The name of its layout.
     static constexpr const char* layoutName = "EpubWindow";
-    explicit EpubWindowGtk(ReaderPage page, ReaderLayout layout = ReaderLayout(layoutName));
+    EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout layout = ReaderLayout(layoutName));
     ~EpubWindowGtk() override;
 
     Slider& fontSizeSlider() override { return _fontSizeSlider; }

@@ -3,6 +3,7 @@
 #include "platform/Translation.hpp"
 
 #include <gtkmm/eventcontrollermotion.h>
+#include <gtkmm/window.h>
 
 namespace pagora {
 
@@ -16,8 +17,8 @@ constexpr double slack = 12;
 
 }
 
-ReaderHeader::ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Window& window)
-    : _window(window)
+ReaderHeader::ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Widget& content)
+    : _content(content)
     , _bar(*layout->get_widget<Gtk::Widget>("headerBar"))
     , _place(*layout->get_widget<Gtk::Box>("headerPlace"))
     , _revealer(*layout->get_widget<Gtk::Revealer>("headerRevealer"))
@@ -29,7 +30,7 @@ ReaderHeader::ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Window
     pointer->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _connections.push_back(pointer->signal_enter().connect([this](double, double y) { pointerIsAt(y); }));
     _connections.push_back(pointer->signal_motion().connect([this](double, double y) { pointerIsAt(y); }));
-    _window.add_controller(pointer);
+    _content.add_controller(pointer);
     _pointer = pointer;
 }
 
@@ -37,7 +38,7 @@ ReaderHeader::~ReaderHeader()
 {
     for (auto& connection : _connections)
         connection.disconnect();
-    _window.remove_controller(_pointer);
+    _content.remove_controller(_pointer);
 }
 
 void ReaderHeader::connect(Gtk::Button& button, const std::function<void()>& action)
@@ -63,14 +64,20 @@ void ReaderHeader::setFullScreen(bool isFullScreen)
     _fullScreen.set_tooltip_text(isFullScreen ? _("Leave full screen (F11)") : _("Full screen (F11)"));
 }
 
+bool ReaderHeader::hasFocus() const
+{
+    const auto* const window = dynamic_cast<const Gtk::Window*>(_content.get_root());
+    const auto* const focus = window ? window->get_focus() : nullptr;
+    return focus && focus->is_ancestor(_bar);
+}
+
 void ReaderHeader::pointerIsAt(double y)
 {
     if (!_isFullScreen)
         return;
     if (y <= touch)
         _revealer.set_reveal_child(true);
-    else if (auto* const focus = _window.get_focus();
-             y > _bar.get_height() + slack && !(focus && focus->is_ancestor(_bar)))
+    else if (y > _bar.get_height() + slack && !hasFocus())
         _revealer.set_reveal_child(false);
 }
 

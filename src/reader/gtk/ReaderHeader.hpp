@@ -5,7 +5,6 @@
 #include <gtkmm/button.h>
 #include <gtkmm/revealer.h>
 #include <gtkmm/togglebutton.h>
-#include <gtkmm/window.h>
 
 #include <functional>
 
@@ -15,7 +14,8 @@ namespace pagora {
 // edge. Main thread.
 class ReaderHeader {
 public:
-    ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Window& window);
+    // `content` is all of the window.
+    ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Widget& content);
     ~ReaderHeader();
     ReaderHeader(const ReaderHeader&) = delete;
     ReaderHeader& operator=(const ReaderHeader&) = delete;
@@ -32,10 +32,11 @@ public:
 
 private:
     void connect(Gtk::Button& button, const std::function<void()>& action);
-    // Points from the window's top edge.
+    // Points from the content's top edge.
     void pointerIsAt(double y);
+    bool hasFocus() const;
 
-    Gtk::Window& _window;
+    Gtk::Widget& _content;
     Gtk::Widget& _bar;
     Gtk::Box& _place;
     Gtk::Revealer& _revealer;

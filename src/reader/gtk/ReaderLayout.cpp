@@ -8,7 +8,7 @@ ReaderLayout::ReaderLayout(const std::string& name)
 {
     loadReaderStyle();
     _builder = Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/" + name + ".ui");
-    _window.reset(_builder->get_widget<Gtk::Window>("readerWindow"));
+    _content = _builder->get_widget<Gtk::Overlay>("stage");
 }
 
 }

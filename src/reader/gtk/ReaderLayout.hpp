@@ -1,9 +1,8 @@
 #pragma once
 
 #include <gtkmm/builder.h>
-#include <gtkmm/window.h>
+#include <gtkmm/overlay.h>
 
-#include <memory>
 #include <string>
 
 namespace pagora {
@@ -14,7 +13,8 @@ class ReaderLayout {
 public:
     explicit ReaderLayout(const std::string& name);
 
-    Gtk::Window& window() const { return *_window; }
+    // Has no parent until it is in a window.
+    Gtk::Overlay& content() const { return *_content; }
     template <typename Widget>
     Widget& widget(const char* name) const
     {
@@ -23,9 +23,9 @@ public:
     const Glib::RefPtr<Gtk::Builder>& builder() const { return _builder; }
 
 private:
+    // Owns the widgets.
     Glib::RefPtr<Gtk::Builder> _builder;
-    // Owns the other widgets.
-    std::unique_ptr<Gtk::Window> _window;
+    Gtk::Overlay* _content;
 };
 
 }

@@ -2,7 +2,6 @@
 
 #include "platform/Translation.hpp"
 #include "platform/gtk/AccessibleNames.hpp"
-#include "platform/gtk/FocusMark.hpp"
 
 #include <gtkmm/dropdown.h>
 #include <gtkmm/editable.h>
@@ -45,12 +44,11 @@ bool isWithin(const Gtk::Widget* widget)
 
 }
 
-ReaderWindowGtk::ReaderWindowGtk(ReaderLayout layout, ReaderPage readerPage)
+ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, ReaderPage readerPage)
     : _layout(std::move(layout))
-    , _window(_layout.window())
     , page(std::move(readerPage))
-    , window(_window)
-    , header(_layout.builder(), _window)
+    , window(toplevel, _layout.content())
+    , header(_layout.builder(), _layout.content())
     , mainSplitView(widget<Gtk::Box>("mainSplitView"))
     , tocView(widget<Gtk::ListView>("tocView"), widget<Gtk::ScrolledWindow>("tocClip"), queue)
     , goLeftButton(widget<Gtk::Button>("goLeftButton"), queue)
@@ -68,18 +66,16 @@ ReaderWindowGtk::ReaderWindowGtk(ReaderLayout layout, ReaderPage readerPage)
     if (page.setNamer) {
         // The page gets the focus as soon as the window is seen, before there is anything to read.
         const auto name = [this] { page.setNamer([this](const std::string& title) { return nameOfPage(title); }); };
-        _connections.push_back(_window.property_title().signal_changed().connect(name));
+        window.setTitleAction(name);
         name();
     }
     if (page.nameMayHaveChanged)
         tocView.setLinksChanged(page.nameMayHaveChanged);
     keepSides(
         widget<Gtk::Scale>("locSlider"), widget<Gtk::Label>("locLabel"), widget<Gtk::ToggleButton>("contentsButton"));
-    keepFocusMarked(_window);
-    leaveUnnamed(_window);
-    tellOfChanges(_window);
+    leaveUnnamed(_layout.content());
+    tellOfChanges(_layout.content());
     connectHeader();
-    watchKeys(_window);
     connectWindow();
     if (!page.isConfined)
         addConfinementNote();
@@ -121,17 +117,18 @@ void ReaderWindowGtk::connectHeader()
 
 void ReaderWindowGtk::connectWindow()
 {
-    _connections.push_back(_window.signal_close_request().connect(
-        [this] {
-            send(&ReaderWindowActions::closeEPUB);
-            return true;
-        },
-        false));
-    _connections.push_back(_window.signal_realize().connect(
+    window.addController(makeKeys());
+    window.setCloseAction([this] {
+        send(&ReaderWindowActions::closeEPUB);
+        return false;
+    });
+    auto& content = _layout.content();
+    _connections.push_back(content.signal_realize().connect(
         [this] { mainSplitView.setSubviewHidden(0, window.frame().width < roomForContents); }));
-    _connections.push_back(_window.signal_map().connect([this] { focusPage(); }));
+    _connections.push_back(content.signal_map().connect([this] { focusPage(); }));
     // The slider takes the focus with the pointer; the keys go on turning pages.
     locSlider.setReleaseHandler([this] { focusPage(); });
+    window.setStateAction([this] { header.setFullScreen(window.isFront() && window.window().is_fullscreen()); });
     window.setFullScreenAction([this](bool isFullScreen) { fullScreenDidChange(isFullScreen); });
 }
 
@@ -139,7 +136,7 @@ void ReaderWindowGtk::connectWindow()
 std::string ReaderWindowGtk::nameOfPage(const std::string& title) const
 {
     constexpr std::string_view program = "Pagora - ";
-    std::string name = _window.get_title();
+    std::string name = window.title();
     if (name.starts_with(program))
         name.erase(0, program.size());
     const auto entry = tocView.activeTitle();
@@ -154,14 +151,18 @@ void ReaderWindowGtk::focusPage()
 
 void ReaderWindowGtk::fullScreenDidChange(bool isFullScreen)
 {
-    header.setFullScreen(isFullScreen);
     if (isFullScreen)
         send(&ReaderWindowActions::windowDidEnterFullScreen);
     else
         send(&ReaderWindowActions::windowDidExitFullScreen);
 }
 
-void ReaderWindowGtk::watchKeys(Gtk::Widget& area)
+void ReaderWindowGtk::watchKeys(Gtk::Widget& panel)
+{
+    panel.add_controller(makeKeys());
+}
+
+Glib::RefPtr<Gtk::EventController> ReaderWindowGtk::makeKeys()
 {
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
@@ -173,12 +174,12 @@ void ReaderWindowGtk::watchKeys(Gtk::Widget& area)
             return command && perform(*command);
         },
         false));
-    area.add_controller(keys);
+    return keys;
 }
 
-ReaderFocus ReaderWindowGtk::focusKind() const
+ReaderFocus ReaderWindowGtk::focusKind()
 {
-    const auto* const focus = _window.get_focus();
+    const auto* const focus = window.focus();
     if (!focus || focus == page.widget || focus->is_ancestor(*page.widget))
         return focus && page.takesKeys && page.takesKeys() ? ReaderFocus::Text : ReaderFocus::Page;
     if (isWithin<Gtk::Editable>(focus) || dynamic_cast<const Gtk::TextView*>(focus))
@@ -215,7 +216,7 @@ bool ReaderWindowGtk::perform(ReaderCommand command)
         return true;
     case ReaderCommand::LeaveFullScreen:
         // An open panel closes first.
-        if (!window.isFullScreen() || isWithin<Gtk::Popover>(_window.get_focus()))
+        if (!window.isFullScreen() || isWithin<Gtk::Popover>(window.focus()))
             return false;
         send(&ReaderWindowActions::toggleFullScreen);
         return true;

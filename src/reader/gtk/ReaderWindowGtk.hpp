@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/gtk/ColorArea.hpp"
-#include "platform/gtk/DesktopWindow.hpp"
 #include "platform/gtk/LabelField.hpp"
+#include "platform/gtk/SharedWindow.hpp"
 #include "platform/gtk/SliderControl.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/gtk/ConfinementNote.hpp"
@@ -21,7 +21,7 @@ namespace pagora {
 // screen and keys. Dropping it calls off what the user asked for and has not happened yet. Main thread.
 class ReaderWindowGtk {
 public:
-    ReaderWindowGtk(ReaderLayout layout, ReaderPage page);
+    ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, ReaderPage page);
     ~ReaderWindowGtk();
     ReaderWindowGtk(const ReaderWindowGtk&) = delete;
     ReaderWindowGtk& operator=(const ReaderWindowGtk&) = delete;
@@ -40,15 +40,14 @@ public:
         });
     }
 
-    // The window's keys count in this part of it too, which keeps them to itself while it is open.
-    void watchKeys(Gtk::Widget& area);
+    // The window's keys count in this panel too, which keeps them to itself while it is open.
+    void watchKeys(Gtk::Widget& panel);
     // Gives the keyboard back to the page, from the main loop.
     void focusPage();
 
 private:
     // Owns every widget below, so it goes last.
     ReaderLayout _layout;
-    Gtk::Window& _window;
 
 public:
     template <typename Widget>
@@ -57,7 +56,7 @@ public:
     ActionQueue queue;
     ReaderWindowActions actions;
     ReaderPage page;
-    DesktopWindow window;
+    SharedWindow window;
     ReaderHeader header;
     SplitViewGtk mainSplitView;
     TocViewGtk tocView;
@@ -71,8 +70,9 @@ public:
 private:
     void connectHeader();
     void connectWindow();
+    Glib::RefPtr<Gtk::EventController> makeKeys();
     bool perform(ReaderCommand command);
-    ReaderFocus focusKind() const;
+    ReaderFocus focusKind();
     std::string nameOfPage(const std::string& title) const;
     void fullScreenDidChange(bool isFullScreen);
 
@@ -109,8 +109,8 @@ public:
     ReaderWindowGtk& parts() { return _parts; }
 
 protected:
-    ReaderWindowRole(ReaderLayout layout, ReaderPage page)
-        : _parts(std::move(layout), std::move(page))
+    ReaderWindowRole(Toplevel& toplevel, ReaderLayout layout, ReaderPage page)
+        : _parts(toplevel, std::move(layout), std::move(page))
     {
     }
 

@@ -2,20 +2,19 @@
 
 #include "platform/FileDescriptor.hpp"
 #include "platform/Log.hpp"
+#include "platform/Surroundings.hpp"
 
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <spawn.h>
 #include <string_view>
 #include <sys/mman.h>
 #include <sys/wait.h>
-#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -28,13 +27,6 @@ constexpr const char* switchName = "WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS";
 constexpr const char* shutIn = "0";
 constexpr const char* notShutIn = "1";
 constexpr auto lookInterval = std::chrono::milliseconds(5);
-
-// There the engine asks the host to shut its processes in.
-bool isInsideFlatpak()
-{
-    std::error_code ignored;
-    return std::filesystem::exists("/.flatpak-info", ignored);
-}
 
 // A filter of system calls that lets all of them through: some systems have no filters at all.
 FileDescriptor openFilter()
@@ -100,7 +92,8 @@ bool confines(const ConfinementProbe::Options& options)
 {
     if (isConfinementSwitchedOff())
         return false;
-    if (isInsideFlatpak())
+    // The engine asks the host to shut its processes in.
+    if (surroundings() == Surroundings::Flatpak)
         return true;
     const auto filter = openFilter();
     const pid_t process = filter ? start(options.program, filter) : 0;

@@ -53,4 +53,9 @@ TEST(DesktopWorkspace, FileSystemWithoutTrashKeepsItsFiles)
     EXPECT_TRUE(fileExists("/proc/version"));
 }
 
+TEST(DesktopWorkspace, InAFlatpakThePortalDecidesAboutTheTrash)
+{
+    EXPECT_TRUE(DesktopWorkspace(mountOf, Surroundings::Flatpak).canRecycleFile("/proc/version"));
+}
+
 }

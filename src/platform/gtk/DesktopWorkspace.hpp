@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MountedVolume.hpp"
+#include "platform/Surroundings.hpp"
 #include "platform/Workspace.hpp"
 
 #include <functional>
@@ -14,8 +15,9 @@ namespace pagora {
 class DesktopWorkspace : public Workspace {
 public:
     using MountOf = std::function<FileMount(const std::string& path)>;
-    explicit DesktopWorkspace(MountOf mount = mountOf)
+    explicit DesktopWorkspace(MountOf mount = mountOf, Surroundings where = surroundings())
         : _mountOf(std::move(mount))
+        , _where(where)
     {
     }
 
@@ -34,6 +36,7 @@ public:
 
 private:
     MountOf _mountOf;
+    Surroundings _where;
 };
 
 }

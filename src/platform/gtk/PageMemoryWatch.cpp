@@ -4,6 +4,7 @@
 
 #include <glibmm/main.h>
 
+#include <charconv>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -40,6 +41,23 @@ std::vector<pid_t> childrenOf(pid_t parent)
             children.push_back(child);
     }
     return children;
+}
+
+// In a Flatpak these are the program's own: its portal starts the engine's processes, which are not below the program
+// but share its table of processes.
+std::vector<pid_t> visibleProcesses()
+{
+    std::vector<pid_t> processes;
+    std::error_code ended;
+    for (std::filesystem::directory_iterator entry("/proc", ended), last; !ended && entry != last;
+         entry.increment(ended)) {
+        const auto name = entry->path().filename().string();
+        pid_t process = 0;
+        const auto* const end = name.data() + name.size();
+        if (std::from_chars(name.data(), end, process).ptr == end)
+            processes.push_back(process);
+    }
+    return processes;
 }
 
 bool isPageProcess(pid_t process)
@@ -81,11 +99,12 @@ bool PageMemoryWatch::takeEnded(WebKitWebContext* context)
     return watch && std::exchange(watch->_hasEnded, false);
 }
 
-PageMemoryWatch::PageMemoryWatch(std::uint64_t limit)
+PageMemoryWatch::PageMemoryWatch(std::uint64_t limit, Surroundings where)
     : _limit(limit)
+    , _where(where)
     , _timer(Glib::signal_timeout().connect(
           [this] {
-              look(getpid(), 0);
+              look();
               return true;
           },
           interval, Glib::PRIORITY_HIGH))
@@ -97,16 +116,32 @@ PageMemoryWatch::~PageMemoryWatch()
     _timer.disconnect();
 }
 
-void PageMemoryWatch::look(pid_t parent, int depth)
+void PageMemoryWatch::look()
+{
+    if (_where == Surroundings::Desktop) {
+        lookBelow(getpid(), 0);
+        return;
+    }
+    for (const pid_t process : visibleProcesses())
+        check(process);
+}
+
+void PageMemoryWatch::lookBelow(pid_t parent, int depth)
 {
     for (const pid_t child : childrenOf(parent)) {
-        if (isPageProcess(child) && bytesOf(child) > _limit) {
-            _hasEnded = true;
-            log("a page took too much memory");
-            kill(child, SIGKILL);
-        } else if (depth < deepest)
-            look(child, depth + 1);
+        check(child);
+        if (depth < deepest)
+            lookBelow(child, depth + 1);
     }
+}
+
+void PageMemoryWatch::check(pid_t process)
+{
+    if (!isPageProcess(process) || bytesOf(process) <= _limit)
+        return;
+    _hasEnded = true;
+    log("a page took too much memory");
+    kill(process, SIGKILL);
 }
 
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Surroundings.hpp"
+
 #include <webkit/webkit.h>
 
 #include <cstdint>
@@ -18,16 +20,21 @@ public:
     // Whether a page process was ended since the last time that it was asked.
     static bool takeEnded(WebKitWebContext* context);
 
-    explicit PageMemoryWatch(std::uint64_t limit);
+    explicit PageMemoryWatch(std::uint64_t limit, Surroundings where = surroundings());
     ~PageMemoryWatch();
     PageMemoryWatch(const PageMemoryWatch&) = delete;
     PageMemoryWatch& operator=(const PageMemoryWatch&) = delete;
 
+    // Looks once; done every second.
+    void look();
+
 private:
     // The processes below this one.
-    void look(pid_t parent, int depth);
+    void lookBelow(pid_t parent, int depth);
+    void check(pid_t process);
 
     std::uint64_t _limit;
+    Surroundings _where;
     bool _hasEnded = false;
     sigc::connection _timer;
 };

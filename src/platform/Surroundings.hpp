@@ -1,0 +1,12 @@
+#pragma once
+
+namespace pagora {
+
+// Where the program runs. In a Flatpak, portals do for it what it does itself on a plain desktop: they start the page
+// engine's processes and move files to the Trash.
+enum class Surroundings { Desktop, Flatpak };
+
+// Of this process.
+Surroundings surroundings();
+
+}

@@ -1,0 +1,63 @@
+#include "platform/gtk/PageMemoryWatch.hpp"
+
+#include "tests/support/ForkedTest.hpp"
+
+#include <csignal>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <vector>
+
+namespace pagora::test {
+
+namespace {
+
+constexpr std::size_t limit = 32 << 20;
+
+// A process with the name of the engine's that holds twice the limit until it is ended. Returns when it does.
+pid_t startPageProcess()
+{
+    int ready[2];
+    if (pipe(ready) != 0)
+        return -1;
+    const pid_t process = fork();
+    if (process == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        prctl(PR_SET_NAME, "WebKitWebProcess");
+        const std::vector<char> memory(2 * limit, 'x');
+        if (write(ready[1], memory.data(), 1) == 1)
+            pause();
+        _exit(0);
+    }
+    char byte = 0;
+    const bool isReady = read(ready[0], &byte, 1) == 1;
+    close(ready[0]);
+    close(ready[1]);
+    return isReady ? process : -1;
+}
+
+}
+
+TEST(PageMemoryWatch, InAFlatpakEndsProcessesThatAreNotBelowTheProgram)
+{
+    inForkedProcess([] {
+        // A table of processes without those of others, as a Flatpak has.
+        ASSERT_TRUE(
+            unshare(CLONE_NEWPID | CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWPID | CLONE_NEWNS) == 0);
+        inForkedProcess([] {
+            ASSERT_EQ(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+            ASSERT_EQ(mount("proc", "/proc", "proc", 0, nullptr), 0);
+            const pid_t process = startPageProcess();
+            ASSERT_GT(process, 0);
+            inForkedProcess([] { PageMemoryWatch(limit, Surroundings::Flatpak).look(); });
+            // Ends it if the watch did not.
+            kill(process, SIGTERM);
+            int status = 0;
+            ASSERT_EQ(waitpid(process, &status, 0), process);
+            EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
+        });
+    });
+}
+
+}

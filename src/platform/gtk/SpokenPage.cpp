@@ -2,7 +2,9 @@
 
 #include "platform/gtk/PageScripts.hpp"
 
+#include <dlfcn.h>
 #include <glibmm/main.h>
+#include <string_view>
 
 namespace pagora {
 
@@ -14,6 +16,19 @@ constexpr unsigned rest = 250;
 void setProperty(WebKitWebView* view, GtkAccessibleProperty property, const std::string& text)
 {
     gtk_accessible_update_property(GTK_ACCESSIBLE(view), property, text.c_str(), -1);
+}
+
+// Whether assistive technology gets the page itself. From GTK 4.14 on the engine puts the page's tree below its widget as soon
+// as its process has one. The function is newer than the oldest toolkit, so it is looked up at run time.
+bool hasOwnTree(WebKitWebView* view)
+{
+    using FirstChild = GtkAccessible* (*)(GtkAccessible*);
+    static const auto firstChild
+        = reinterpret_cast<FirstChild>(dlsym(RTLD_DEFAULT, "gtk_accessible_get_first_accessible_child"));
+    if (!firstChild)
+        return false;
+    const auto child = GObjectPtr<GtkAccessible>::adopt(firstChild(GTK_ACCESSIBLE(view)));
+    return child && G_OBJECT_TYPE_NAME(child.get()) == std::string_view("GtkAtSpiSocket");
 }
 
 }
@@ -96,10 +111,12 @@ void SpokenPage::offer(const std::string& answer)
 
 void SpokenPage::offerText(std::string text)
 {
-    if (text == _text)
-        return;
     _text = std::move(text);
-    setProperty(_view, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, _text);
+    auto description = _notice.empty() && hasOwnTree(_view) ? std::string() : _text;
+    if (description == _description)
+        return;
+    _description = std::move(description);
+    setProperty(_view, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, _description);
 }
 
 void SpokenPage::offerName()

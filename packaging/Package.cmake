@@ -18,6 +18,10 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${PAGORA_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# They put the AppArmor profile in place where AppArmor is recent enough.
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst"
+    "${CMAKE_CURRENT_SOURCE_DIR}/debian/prerm" "${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm"
+    "${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers")
 # Covers and icons in SVG; the list of what opens which file; the font in which books are set where nothing else is said.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "librsvg2-common, default-dbus-session-bus | dbus-session-bus, desktop-file-utils, fonts-sil-charis-compact")

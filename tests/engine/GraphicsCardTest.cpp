@@ -154,6 +154,7 @@ TEST_F(GraphicsCardTest, OtherProgramsDoNotGetTheChoice)
     inForkedProcess([this] {
         g_unsetenv("GSK_RENDERER");
         g_unsetenv("GDK_DEBUG");
+        g_unsetenv("GDK_DISABLE");
         prepareGraphics(card(""));
         GAppLaunchContext* const context = makeLaunchContext();
         char** const environment = g_app_launch_context_get_environment(context);

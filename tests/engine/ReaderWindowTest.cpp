@@ -271,7 +271,7 @@ TEST_F(ReaderWindowTest, SearchKeyShowsTheFieldAndEnterSearches)
 {
     makeEpubWindow();
     epub->searchField().setStringValue("lamp");
-    g_signal_emit_by_name(widget<Gtk::SearchEntry>("searchField").gobj(), "activate");
+    g_signal_emit_by_name(widget<Gtk::Widget>("searchField").gobj(), "activate");
     ASSERT_TRUE(waitForDone(1));
     EXPECT_EQ(done, Lines { "search lamp" });
 }

@@ -59,10 +59,12 @@ TEST(PictureProcess, DecodesThePicturesOfSeveralThreads)
 
 TEST(PictureProcess, PictureWithoutEndIsGivenUp)
 {
-    EXPECT_FALSE(
-        Image::fromBytes(svg("<filter id='f'><feTurbulence baseFrequency='0.1' numOctaves='1000000000'/></filter>"
-                             "<rect filter='url(#f)' width='100' height='100'/>"),
-            box));
+    // Later versions of the library bound the octaves of a step, but not the steps.
+    std::string steps;
+    for (int i = 0; i < 5000; ++i)
+        steps += "<feTurbulence baseFrequency='0.1' numOctaves='1000000000'/>";
+    EXPECT_FALSE(Image::fromBytes(
+        svg("<filter id='f'>" + steps + "</filter><rect filter='url(#f)' width='100' height='100'/>"), box));
 }
 
 TEST(PictureProcess, ReferencesWithoutEndAreGivenUp)

@@ -2,13 +2,13 @@
 
 #include "platform/Translation.hpp"
 
+#include <gtk/gtk.h>
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/dropdown.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 #include <gtkmm/menubutton.h>
 #include <gtkmm/popover.h>
-#include <gtkmm/searchentry.h>
 #include <gtkmm/textview.h>
 #include <gtkmm/togglebutton.h>
 
@@ -97,7 +97,7 @@ void nameToolkitControls(Gtk::Widget& root, const Glib::ustring& name)
 {
     if (auto* const image = dynamic_cast<Gtk::Image*>(&root)) {
         g_object_set(image->gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
-    } else if (dynamic_cast<Gtk::SearchEntry*>(&root)) {
+    } else if (GTK_IS_SEARCH_ENTRY(root.gobj())) {
         setAccessibleName(root, _("Search"));
     } else if (auto* const toggle = dynamic_cast<Gtk::ToggleButton*>(&root)) {
         if (toggle->get_icon_name() == "edit-find-symbolic")

@@ -5,6 +5,7 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,14 +24,18 @@ constexpr const char* rendererName = "GSK_RENDERER";
 // Keeps the page engine from drawing by GL in this process, and from making contexts for that.
 constexpr Switch engineWithoutGl = { "WEBKIT_DISABLE_DMABUF_RENDERER", "1" };
 
+// From this minor version of GTK 4 on, what it is not to use has a variable of its own.
+constexpr unsigned firstThatDisables = 16;
+constexpr Switch toolkitWithoutGl = { "GDK_DISABLE", "gl" };
+constexpr Switch olderToolkitWithoutGl = { "GDK_DEBUG", "gl-disable" };
+
 // What keeps the toolkit, and the page engine, which is never to use a graphics card, from starting the drawing by one.
 // The engine would look for its card by starting it: there is none in a file that is always empty.
-constexpr Switch withoutGl[] = {
-    { "GDK_DEBUG", "gl-disable" },
-    { "WEBKIT_DISABLE_COMPOSITING_MODE", "1" },
-    engineWithoutGl,
-    { "WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null" },
-};
+std::array<Switch, 4> withoutGl()
+{
+    return { gtk_get_minor_version() < firstThatDisables ? olderToolkitWithoutGl : toolkitWithoutGl,
+        { "WEBKIT_DISABLE_COMPOSITING_MODE", "1" }, engineWithoutGl, { "WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null" } };
+}
 
 // From this minor version of GTK 4 on, it notices when another library has changed the current GL context.
 constexpr unsigned firstThatNotices = 18;
@@ -72,8 +77,9 @@ void prepareGraphics(const GraphicsCard& card)
     if (chosenRenderer().empty() && !card.draws())
         set({ rendererName, "cairo" });
     if (chosenRenderer() == "cairo") {
-        if (std::ranges::none_of(withoutGl, isSet))
-            std::ranges::for_each(withoutGl, set);
+        const auto switches = withoutGl();
+        if (std::ranges::none_of(switches, isSet))
+            std::ranges::for_each(switches, set);
         return;
     }
     // The engine's start would leave this thread without a current GL context, and the toolkit would go on drawing in

@@ -19,7 +19,7 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
     , _fontSizeSlider(_parts.widget<Gtk::Scale>("fontSizeSlider"), SliderControl::Continuous::Yes)
     , _colorControl(_parts.widget<Gtk::Widget>("colorControl"), 1)
     , _fontMenu(_parts.widget<Gtk::DropDown>("fontMenu"), PopUpControl::TitlesAreFonts::Yes)
-    , _searchField(_parts.widget<Gtk::SearchEntry>("searchField"))
+    , _searchField(_parts.widget<Gtk::Widget>("searchField"))
     , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
@@ -28,7 +28,8 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
     correctAccessibleNames(panel);
     setAccessibleName(panel, _("Display options"));
     _parts.watchKeys(panel);
-    auto& search = _parts.widget<Gtk::SearchEntry>("searchField");
+    _searchField.setActions([this] { _parts.send(&ReaderWindowActions::searchContent, _searchField.stringValue()); },
+        [this] { _parts.focusPage(); });
     _connections = {
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_clicked().connect([this] {
             _parts.send(&ReaderWindowActions::displayOptions);
@@ -36,9 +37,6 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
         _parts.widget<Gtk::Button>("columnsButton").signal_clicked().connect([this] {
             _parts.send(&ReaderWindowActions::changeWidth);
         }),
-        search.signal_activate().connect(
-            [this] { _parts.send(&ReaderWindowActions::searchContent, _searchField.stringValue()); }),
-        search.signal_stop_search().connect([this] { _parts.focusPage(); }),
         panel.signal_closed().connect([this] { _parts.focusPage(); }),
     };
 }

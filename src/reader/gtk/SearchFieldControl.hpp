@@ -2,26 +2,32 @@
 
 #include "platform/gtk/WidgetControl.hpp"
 
-#include <gtkmm/searchentry.h>
+#include <gtk/gtk.h>
+#include <gtkmm/widget.h>
+
+#include <functional>
 
 namespace pagora {
 
-// The search field of a layout. Main thread.
+// The GtkSearchEntry of a layout. It is used by GTK's own functions: gtkmm has one class of it up to 4.12 and another
+// one from 4.14 on. Main thread.
 class SearchFieldControl : public TextField, public WidgetControl {
 public:
-    explicit SearchFieldControl(Gtk::SearchEntry& entry)
-        : WidgetControl(entry)
-        , _entry(entry)
-    {
-    }
+    explicit SearchFieldControl(Gtk::Widget& entry);
+    ~SearchFieldControl() override;
 
-    void setStringValue(const std::string& text) override { _entry.set_text(text); }
-    std::string stringValue() const override { return _entry.get_text(); }
+    void setStringValue(const std::string& text) override;
+    std::string stringValue() const override;
     // It is as wide as its pane.
     void sizeToFit() override { }
 
+    // Called when the person presses Enter, and Escape.
+    void setActions(std::function<void()> search, std::function<void()> leave);
+
 private:
-    Gtk::SearchEntry& _entry;
+    GtkEditable* _entry;
+    std::function<void()> _search;
+    std::function<void()> _leave;
 };
 
 }

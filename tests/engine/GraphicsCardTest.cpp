@@ -160,6 +160,7 @@ TEST_F(GraphicsCardTest, OtherProgramsDoNotGetTheChoice)
         char** const environment = g_app_launch_context_get_environment(context);
         EXPECT_EQ(g_environ_getenv(environment, "GSK_RENDERER"), nullptr);
         EXPECT_EQ(g_environ_getenv(environment, "GDK_DEBUG"), nullptr);
+        EXPECT_EQ(g_environ_getenv(environment, "GDK_DISABLE"), nullptr);
         g_strfreev(environment);
         g_object_unref(context);
     });

@@ -1,0 +1,147 @@
+#!/usr/bin/env bash
+# The library and the readers share one window, which stays where the person has it.
+set -euo pipefail
+. "$(dirname "$0")/../../scripts/drive.sh"
+
+on_wayland() { [ -n "${WAYLAND_DISPLAY:-}" ]; }
+# is_at X Y WIDTH HEIGHT: the active window is there.
+is_at() { [ "$(window_place)" = "$*" ]; }
+is_at_its_place() { is_at "${place[@]}"; }
+# Asks for it, too.
+gets_its_place() { set_window_place "${place[@]}" && is_at_its_place; }
+is_whole_screen() { [ "$(window_place)" = "0 0 $(screen_size)" ]; }
+# Above the middle of the title, where a header bar has no button.
+title_bar() {
+    local x y width
+    read -r x y width _ < <(window_place)
+    echo $((x + width / 2)) $((y + 23))
+}
+# The whole screen, without full screen: by the title bar, or as the only tile.
+enlarge() {
+    if on_wayland; then
+        swaymsg -q floating disable
+    else
+        # shellcheck disable=SC2046
+        double_click $(title_bar)
+    fi
+    within 20 is_whole_screen
+}
+is_one_window() { [ "$(active_window)" = "$window" ]; }
+# is TITLE: the window has this title, and is the one that was there at the start.
+is() {
+    within 60 window_is "$1"
+    within 20 is_one_window
+}
+read_book() {
+    key Return
+    is "Pagora - $1"
+    within 60 page_is_drawn
+}
+close_book() {
+    key ctrl+w
+    is Pagora
+}
+
+"$here/make-sample-books" "$HOME/books" >/dev/null
+"$here/make-fixed-book" "$HOME/books/00 Six Views.epub"
+start "$HOME/books/00 "*.epub "$HOME/books/01 "*.epub
+within 60 catalogue "len(books) == 2"
+within 60 window_is Pagora
+window=$(active_window)
+settle
+
+# The window is moved and made smaller: a book opens there, and the library is there again.
+place=(140 60 960 640)
+within 20 gets_its_place
+key Right
+settle
+key Right
+settle
+read_book "The Lantern Keeper"
+within 20 is_at_its_place
+settle
+picture reader-at-its-place
+close_book
+within 20 is_at_its_place
+settle
+picture library-at-its-place
+
+# A fixed book's window is fitted to its page; the library has its own size again.
+key Left
+settle
+key Return
+is "Pagora - Six Views"
+is_fitted() { ! is_at_its_place && [ "$(window_place | cut -d' ' -f1-2)" = "${place[*]:0:2}" ]; }
+within 60 is_fitted
+settle
+picture fixed-fitted
+close_book
+within 20 is_at_its_place
+
+# Full screen is left before the library is there, and comes again with the next book.
+key Right
+settle
+read_book "The Lantern Keeper"
+key F11
+within 20 is_whole_screen
+settle
+picture reader-full-screen
+close_book
+within 20 is_at_its_place
+read_book "The Lantern Keeper"
+within 20 is_whole_screen
+key F11
+within 20 is_at_its_place
+close_book
+within 20 is_at_its_place
+
+# What the desktop gives the whole screen keeps it.
+settle
+enlarge
+settle
+picture library-whole-screen
+read_book "The Lantern Keeper"
+within 20 is_whole_screen
+settle
+picture reader-whole-screen
+close_book
+within 20 is_whole_screen
+key Left
+settle
+key Return
+is "Pagora - Six Views"
+within 60 page_is_drawn
+if ! on_wayland; then
+    is_smaller() { ! is_whole_screen; }
+    within 60 is_smaller
+fi
+settle
+picture fixed-from-whole-screen
+close_book
+within 20 is_whole_screen
+settle
+picture library-whole-screen-again
+
+# A library that the desktop shows in full screen opens a book there, and the next book is not in full screen for it.
+if on_wayland; then
+    swaymsg -q floating enable
+    within 20 gets_its_place
+    swaymsg -q fullscreen enable
+    within 20 is_whole_screen
+    key Right
+    settle
+    read_book "The Lantern Keeper"
+    within 20 is_whole_screen
+    close_book
+    within 20 is_whole_screen
+    swaymsg -q fullscreen disable
+    within 20 is_at_its_place
+    settle
+    read_book "The Lantern Keeper"
+    within 20 is_at_its_place
+    close_book
+fi
+
+key ctrl+q
+within 20 ended
+program=

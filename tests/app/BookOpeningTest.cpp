@@ -321,6 +321,23 @@ TEST_F(Opening, FullScreenFollowsTheLastReading)
     EXPECT_EQ(program.reader().window.timesToggled, 1);
 }
 
+TEST_F(Opening, AWindowThatIsInFullScreenAlreadyStaysThere)
+{
+    program.readerWindows.areFullScreen = true;
+    state().epubWinInFullScreen = true;
+    program.doubleClick(0);
+    EXPECT_EQ(program.reader().window.timesToggled, 0);
+    EXPECT_TRUE(program.controller->fullScreenMode());
+}
+
+TEST_F(Opening, ALibraryInFullScreenDoesNotPutTheBookIntoFullScreenMode)
+{
+    program.readerWindows.areFullScreen = true;
+    program.doubleClick(0);
+    EXPECT_EQ(program.reader().window.timesToggled, 0);
+    EXPECT_FALSE(program.controller->fullScreenMode());
+}
+
 TEST_F(Opening, AnotherBookSavesThePlaceInTheFirst)
 {
     program.doubleClick(0);

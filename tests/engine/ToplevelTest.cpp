@@ -33,6 +33,8 @@ protected:
     };
 
     Gtk::Window& desktopWindow() { return toplevel.window(); }
+    // As when the desktop reports that full screen was entered or left. Without a window manager it never is entered.
+    void reportFullScreen() { g_object_notify(G_OBJECT(desktopWindow().gobj()), "fullscreened"); }
     bool isShown(const Shared& shared) { return shared.content.get_mapped(); }
     bool waitUntilLaidOut(Shared& shared)
     {
@@ -235,6 +237,50 @@ TEST_F(ToplevelTest, WindowThatDoesNotGetItsSizeIsLaidOutAllTheSame)
     reader.window.orderFront();
     ASSERT_TRUE(waitUntilLaidOut(reader));
     EXPECT_GE(reader.content.get_width(), 700);
+}
+
+TEST_F(ToplevelTest, FullScreenIsReportedToTheWindowInFront)
+{
+    library.window.orderFront();
+    reader.window.orderFront();
+    reportFullScreen();
+    EXPECT_EQ(reader.told, std::vector<bool> { false });
+    EXPECT_TRUE(library.told.empty());
+}
+
+TEST_F(ToplevelTest, FullScreenIsReportedToTheWindowThatAskedForIt)
+{
+    reader.window.orderFront();
+    reader.window.toggleFullScreen();
+    EXPECT_TRUE(reader.window.isFullScreen());
+    reader.window.toggleFullScreen();
+    EXPECT_FALSE(reader.window.isFullScreen());
+    library.window.orderFront();
+    reportFullScreen();
+    EXPECT_EQ(reader.told, std::vector<bool> { false });
+    EXPECT_TRUE(library.told.empty());
+}
+
+TEST_F(ToplevelTest, FullScreenThatAWindowAskedForThatIsGoneIsReportedToNone)
+{
+    {
+        Shared book(toplevel, "Book");
+        book.window.orderFront();
+        book.window.toggleFullScreen();
+        book.window.toggleFullScreen();
+    }
+    library.window.orderFront();
+    reportFullScreen();
+    EXPECT_TRUE(library.told.empty());
+}
+
+TEST_F(ToplevelTest, ReportThatIsNotTheOneAskedForIsReportedToNone)
+{
+    reader.window.orderFront();
+    reader.window.toggleFullScreen();
+    reportFullScreen();
+    EXPECT_TRUE(reader.told.empty());
+    EXPECT_TRUE(reader.window.isFullScreen());
 }
 
 TEST_F(ToplevelTest, OnlyTheWindowInFrontIsTheKeyWindow)

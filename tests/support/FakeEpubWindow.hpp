@@ -151,12 +151,15 @@ public:
     Journal* journal = nullptr;
     // Whether new windows hold the reply to `laidOut`.
     bool holdsLayout = false;
+    // Whether new windows are in full screen, as the library was.
+    bool areFullScreen = false;
 
 private:
     std::shared_ptr<ReaderWindowParts> newParts(std::vector<std::shared_ptr<ReaderWindowParts>>& list, const char* name)
     {
         auto parts = std::make_shared<ReaderWindowParts>();
         parts->window.holdsLayout = holdsLayout;
+        parts->window.fullScreen = areFullScreen;
         if (journal) {
             parts->window.keepJournal(*journal, name);
             parts->webView.journal = journal;

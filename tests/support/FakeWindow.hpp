@@ -47,6 +47,7 @@ public:
     }
     bool isVisible() const override { return visible; }
     bool isKeyWindow() const override { return key; }
+    bool isFullScreen() const override { return fullScreen; }
 
     void toggleFullScreen() override
     {
@@ -80,6 +81,8 @@ public:
     bool visible = false;
     // A test that makes another window key clears it here.
     bool key = false;
+    // Whether the desktop shows it in full screen; toggling leaves that to the test.
+    bool fullScreen = false;
     int timesToggled = 0;
     std::vector<Rect> animatedTo;
     bool holdsLayout = false;

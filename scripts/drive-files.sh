@@ -13,7 +13,7 @@ place_library() {
     local height
     height=$(screen_size | cut -d' ' -f2)
     library_window=$(active_window)
-    within 20 has_place 0 0 "$library_width" "$height"
+    take_place 0 0 "$library_width" "$height"
     settle
 }
 

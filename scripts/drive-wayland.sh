@@ -39,6 +39,7 @@ is_there() { tell there "$1"; }
 activate() { tell forward "$1"; }
 put() { tell at "$1" "$2" "$3"; }
 close_window() { tell tell kill; }
+clipboard() { wl-paste --no-newline; }
 
 pixels() { grim ${1:+-g "$1,$2 $3x$4"} -t ppm -; }
 save_screen() { grim "$1"; }

@@ -37,7 +37,9 @@ activate() { xdotool search --onlyvisible --name "^$1\$" windowactivate; }
 # put TITLE X Y: moves the window with this title.
 put() { xdotool search --onlyvisible --name "^$1\$" windowmove "$2" "$3"; }
 # As by the close button of a window manager.
-close_window() { xdotool getactivewindow windowclose; }
+close_window() { xdotool key alt+F4; }
+# What was copied last.
+clipboard() { xclip -selection clipboard -out; }
 
 # pixels [X Y WIDTH HEIGHT]: the screen or a part of it as a picture without a date.
 pixels() { import -window root ${1:+-crop "$3x$4+$1+$2"} +repage -depth 8 ppm:-; }

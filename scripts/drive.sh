@@ -54,6 +54,20 @@ start_with() {
     within 60 window_is Pagora
 }
 
+# shelve COUNT: adds so many copies of a sample book to the library of the running program.
+shelve() {
+    local files=() number total
+    mkdir -p "$HOME/shelf"
+    for number in $(seq "$1"); do
+        cp "$HOME/books/06 Marginalia.epub" "$HOME/shelf/Volume $number.epub"
+        files+=("$HOME/shelf/Volume $number.epub")
+    done
+    total=$(($(stored BookData | python3 -c "import json, sys; print(len(json.load(sys.stdin)))") + $1))
+    "$programs/pagora" "${files[@]}"
+    within 300 catalogue "len(books) == $total"
+    within 60 window_is Pagora
+}
+
 stored() { "$programs/pagora-defaults" "$1"; }
 # catalogue EXPRESSION: a Python expression over the stored entries, as `books`, that must be true.
 catalogue() { stored BookData | python3 -c "import json, sys; books = json.load(sys.stdin); sys.exit(not ($1))"; }
@@ -81,6 +95,15 @@ seen() { pixels "$@" | sha1sum; }
 colors() { pixels "$@" | identify -format %k ppm:-; }
 # color_at X Y: as six hexadecimal digits.
 color_at() { pixels "$1" "$2" 1 1 | tail -c 3 | od -An -tx1 | tr -d ' '; }
+# color_is X Y COLOUR: what is drawn there has this colour; renderers round differently.
+color_is() {
+    local drawn shift
+    drawn=$(color_at "$1" "$2")
+    for shift in 16 8 0; do
+        local difference=$(((0x$drawn >> shift & 255) - (0x$3 >> shift & 255)))
+        [ "${difference#-}" -le 2 ] || return 1
+    done
+}
 
 # The middle of the screen, where a reader has its page and nothing else is ever drawn.
 page_now() { seen 330 120 500 400; }
@@ -119,16 +142,28 @@ picture() {
     echo "$pictures/$1.png"
 }
 
-# The program's window fills the screen, so that places in it are known.
-fills() {
-    local width height
-    read -r width height < <(screen_size)
-    has_place 0 0 "$width" "$height"
-}
-fill() { within 20 fills; }
 # has_place X Y WIDTH HEIGHT: the active window has this place and width; asks for it until then.
 has_place() {
     set_window_place "$@" || true
+    is_as_wide_as "$3"
+}
+is_as_wide_as() {
     local width
-    read -r _ _ width _ < <(window_place) && [ "$width" = "$3" ]
+    read -r _ _ width _ < <(window_place) && [ "$width" = "$1" ]
+}
+# take_place X Y WIDTH HEIGHT: the active window has this place and keeps it. A window that has just been opened may still
+# choose its own size after it was given another one.
+take_place() {
+    for _ in 1 2 3 4 5; do
+        within 20 has_place "$@"
+        settle
+        is_as_wide_as "$3" && return
+    done
+    fail "the window does not keep its place"
+}
+# The program's window fills the screen, so that places in it are known.
+fill() {
+    local width height
+    read -r width height < <(screen_size)
+    take_place 0 0 "$width" "$height"
 }

@@ -4,7 +4,7 @@ set -euo pipefail
 . "$(dirname "$0")/../../scripts/drive.sh"
 
 has_ibus() { ibus list-engine && ibus engine xkb:us::eng; }
-search_is() { xdotool key ctrl+a ctrl+c && [ "$(xclip -selection clipboard -o)" = "$1" ]; }
+search_is() { key ctrl+a ctrl+c && [ "$(clipboard)" = "$1" ]; }
 
 # read_through TEXT KEY...: reads a book with the keyboard alone; the keys, typed into the search field, give the text.
 read_through() {
@@ -13,39 +13,39 @@ read_through() {
     start
     within 60 window_is Pagora
     settle
-    xdotool key Right
+    key Right
     settle
-    xdotool key Home
+    key Home
     settle
-    xdotool key Return
+    key Return
     reads "The Lantern Keeper"
     turn Right
     turn space
     turn Left
     turn End
     turn Home
-    xdotool key ctrl+f
+    key ctrl+f
     settle
-    xdotool key "$@"
+    key "$@"
     within 20 search_is "$text"
-    xdotool key Escape
+    key Escape
     settle
     turn Right
-    xdotool key ctrl+w
+    key ctrl+w
     within 20 window_is Pagora
-    xdotool key F10
+    key F10
     settle
     picture "menu-${GTK_IM_MODULE:-plain}"
-    xdotool key Escape
+    key Escape
     settle
-    xdotool key ctrl+q
+    key ctrl+q
     within 20 ended
     wait "$program" || fail "the program ended with $?"
     program=
 }
 
 start_with 01 02
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 program=
 

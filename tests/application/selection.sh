@@ -9,12 +9,12 @@ place_library
 
 # ask_to_remove: the keys for it bring up the alert.
 ask_to_remove() {
-    xdotool key ctrl+Delete
+    key ctrl+Delete
     within 20 library_has_a_window_over_it
 }
 agree() {
-    xdotool key Tab
-    xdotool key Return
+    key Tab
+    key Return
     within 20 window_is Pagora
 }
 
@@ -23,7 +23,7 @@ click 100 200
 settle
 click 480 700
 settle
-xdotool key ctrl+Delete
+key ctrl+Delete
 settle
 ! library_has_a_window_over_it || fail "a book of the grid was still selected"
 click 100 200
@@ -49,6 +49,6 @@ settle
 ask_to_remove
 agree
 within 30 catalogue 'len(books) == 1'
-xdotool key ctrl+q
+key ctrl+q
 within 20 ended
 program=

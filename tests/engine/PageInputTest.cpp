@@ -1,3 +1,5 @@
+#include "platform/Log.hpp"
+#include "platform/gtk/PageGestures.hpp"
 #include "tests/engine/PageViewTest.hpp"
 
 #include <gtkmm/eventcontrollerkey.h>
@@ -112,6 +114,18 @@ TEST_F(PageInputTest, AVerticalScrollThatDriftsAndABrushTurnNothing)
     // By 5 degrees.
     scroll(52.5, 600, 262, 3000);
     scroll(0.8, 0, 100, 0);
+    EXPECT_TRUE(flicks.empty());
+}
+
+TEST_F(PageInputTest, ASwipeOfThreeFingersIsOnlyLogged)
+{
+    std::vector<std::string> logged;
+    const LogCapture capture([&](const std::string& line) { logged.push_back(line); });
+    noteFlicks();
+    for (const auto phase : { GDK_TOUCHPAD_GESTURE_PHASE_BEGIN, GDK_TOUCHPAD_GESTURE_PHASE_UPDATE,
+             GDK_TOUCHPAD_GESTURE_PHASE_END, GDK_TOUCHPAD_GESTURE_PHASE_CANCEL })
+        PageGestures::swipeWithEvent(phase, 3);
+    EXPECT_EQ(logged, std::vector<std::string> { "Pagora -> swipeEvent: 3 fingers" });
     EXPECT_TRUE(flicks.empty());
 }
 

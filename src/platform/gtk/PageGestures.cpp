@@ -24,13 +24,6 @@ double pointsOf(const Gtk::EventControllerScroll& scrolling)
     return gtk_event_controller_scroll_get_unit(controller) == GDK_SCROLL_UNIT_WHEEL ? pointsPerStep : 1;
 }
 
-void logSwipe(const Glib::RefPtr<const Gdk::Event>& event)
-{
-    auto* const swipe = const_cast<GdkEvent*>(event->gobj());
-    if (gdk_touchpad_event_get_gesture_phase(swipe) == GDK_TOUCHPAD_GESTURE_PHASE_BEGIN)
-        log("Pagora -> swipeEvent: " + std::to_string(gdk_touchpad_event_get_n_fingers(swipe)) + " fingers");
-}
-
 }
 
 PageGestures::PageGestures(Gtk::Widget& page)
@@ -38,6 +31,12 @@ PageGestures::PageGestures(Gtk::Widget& page)
     takeScrolling(page);
     takePinches(page);
     takeDrags(page);
+}
+
+void PageGestures::swipeWithEvent(GdkTouchpadGesturePhase phase, unsigned fingers)
+{
+    if (phase == GDK_TOUCHPAD_GESTURE_PHASE_BEGIN)
+        log("Pagora -> swipeEvent: " + std::to_string(fingers) + " fingers");
 }
 
 void PageGestures::turn(double dx)
@@ -79,7 +78,8 @@ void PageGestures::takePinches(Gtk::Widget& page)
             case Gdk::Event::Type::TOUCHPAD_PINCH:
                 return true;
             case Gdk::Event::Type::TOUCHPAD_SWIPE:
-                logSwipe(event);
+                swipeWithEvent(gdk_touchpad_event_get_gesture_phase(const_cast<GdkEvent*>(event->gobj())),
+                    gdk_touchpad_event_get_n_fingers(const_cast<GdkEvent*>(event->gobj())));
                 return true;
             case Gdk::Event::Type::TOUCH_BEGIN:
                 _isDragSpent = ++_fingers > 1;

@@ -20,6 +20,9 @@ public:
     // Called once a gesture that turns a page: positive when the fingers move the page to the right.
     void setFlickHandler(std::function<void(double)> handler) { _onFlick = std::move(handler); }
 
+    // A swipe of several fingers on a touchpad: it is logged when it begins, and does nothing.
+    static void swipeWithEvent(GdkTouchpadGesturePhase phase, unsigned fingers);
+
 private:
     void takeScrolling(Gtk::Widget& page);
     void takePinches(Gtk::Widget& page);

@@ -106,4 +106,18 @@ TEST(LaunchedMonitor, ControlAAfterTheLaunchSelectsTheWholeLibrary)
     EXPECT_EQ(program.window.shown->books.selectedObjects().size(), 2u);
 }
 
+TEST(LaunchedMonitor, ItsKeysActWhileABookIsRead)
+{
+    test::LaunchedProgram program;
+    program.import({ "Sea.epub", "Land.epub" });
+    program.doubleClick(0);
+    ASSERT_TRUE(program.isReading());
+    EXPECT_TRUE(program.window.monitor({ KeyDown, LibraryEvent::keyA, true }));
+    EXPECT_EQ(program.window.shown->books.selectedObjects().size(), 2u);
+    EXPECT_TRUE(program.window.monitor({ KeyDown, LibraryEvent::keyDelete, true }));
+    ASSERT_EQ(program.window.questions.size(), 1u);
+    EXPECT_EQ(program.window.questions[0].text, "Are You sure to remove epub(s) from library?");
+    EXPECT_TRUE(program.isReading());
+}
+
 }

@@ -187,6 +187,33 @@ TEST_F(FixedNavigation, ALinkToAMissingFileLeavesThePageThere)
     EXPECT_EQ(label(), "3 of 9");
 }
 
+TEST_F(FixedNavigation, ALinkToAMissingFileLeavesTheFirstPageThere)
+{
+    open(3);
+    page().loads.push_back(Url::file("/book/none.xhtml"));
+    page().failDocument();
+    EXPECT_FALSE(parts->pageIsMissing);
+    EXPECT_FALSE(page().hidden);
+}
+
+TEST_F(FixedNavigation, AMissingFirstPageSaysSo)
+{
+    reader->loadSplits(files(3), std::nullopt);
+    ASSERT_FALSE(page().hidden);
+    page().failDocument();
+    EXPECT_TRUE(parts->pageIsMissing);
+    EXPECT_TRUE(page().hidden);
+}
+
+TEST_F(FixedNavigation, APageBeyondTheLastLoadsNothing)
+{
+    openAt(3, 9);
+    reader->changePageTo(10);
+    reader->changePageTo(0);
+    EXPECT_TRUE(newLoads().empty());
+    EXPECT_EQ(reader->activeSplitIndex(), 2U);
+}
+
 TEST_F(FixedNavigation, TheNextPageIsPreparedInTheDirectionOfReading)
 {
     openAt(3, 9);

@@ -350,11 +350,10 @@ TEST_F(PageLayoutTest, TheTextSizeChangesTheTextAtOnceAndStays)
 TEST_F(PageLayoutTest, APageAtTheEndOfAStripThatBecomesShorterIsAtItsNewEnd)
 {
     const std::string lastIsSeen
-        = "(function () { const box = document.getElementById('p139').getClientRects()[0];"
+        = "(function () { const box = Array.from(document.getElementById('p139').getClientRects()).pop();"
           "return box.left >= 0 && box.right <= innerWidth; })()";
     const auto expectAtEnd = [&](const char* after) {
         EXPECT_EQ(evaluate("window.scrollX === document.body.scrollWidth - innerWidth"), "true") << after;
-        EXPECT_EQ(evaluate(lastIsSeen), "true") << after;
     };
     for (const std::string attributes : { "", " dir=\"rtl\"" }) {
         load(write("chapter.xhtml", document(paragraphs(140), {}, attributes)));
@@ -364,6 +363,7 @@ TEST_F(PageLayoutTest, APageAtTheEndOfAStripThatBecomesShorterIsAtItsNewEnd)
         const auto larger = strip();
         _view->setTextSizeMultiplier(1);
         expectAtEnd("smaller text");
+        EXPECT_EQ(evaluate(lastIsSeen), "true");
         EXPECT_LT(strip(), larger);
         evaluate("document.body.style.height = '200px';");
         evaluate("window.scrollTo(document.body.scrollWidth, 0);");

@@ -205,6 +205,30 @@ TEST_F(FixedNavigation, AMissingFirstPageSaysSo)
     EXPECT_TRUE(page().hidden);
 }
 
+TEST_F(FixedNavigation, ASlowFlickTurnsBackToo)
+{
+    openAt(3, 9);
+    reader->scrollWheelBegan(0.5);
+    EXPECT_EQ(newLoads(), std::vector<Url> { file(2) });
+}
+
+TEST_F(FixedNavigation, TheFirstAndTheLastPageAreRememberedBySlider)
+{
+    openAt(3, 9);
+    reader->goToLastPage();
+    EXPECT_EQ(state.lastSliderValue, 9);
+    page().finishDocument();
+    reader->goToFirstPage();
+    EXPECT_EQ(state.lastSliderValue, 1);
+}
+
+TEST_F(FixedNavigation, ASecondBookOpensAtItsFirstPageAlsoAfterTheSecond)
+{
+    openAt(2, 9);
+    open(9);
+    EXPECT_EQ(page().loads.back(), file(1));
+}
+
 TEST_F(FixedNavigation, APageBeyondTheLastLoadsNothing)
 {
     openAt(3, 9);

@@ -207,7 +207,7 @@ var pagoraFitWords = (function () {
         const column = strip.step - strip.gap;
         const blocks = new Set();
         for (const title of book.titles) {
-            if (title.scrollWidth > title.clientWidth + 1 && title.clientWidth > 0)
+            if (title.scrollWidth > title.clientWidth && title.clientWidth > 0)
                 blocks.add(title);
         }
         if (longest < 0)

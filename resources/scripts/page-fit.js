@@ -272,7 +272,8 @@ var pagoraFit = (function () {
 
     const keyOf = (strip) => {
         const style = styleOf(strip.body);
-        return [strip.body.clientWidth, strip.step, strip.height, strip.reach, style.fontSize, style.fontFamily, loads].join();
+        return [strip.body.clientWidth, strip.step, strip.gap, strip.height, strip.reach, style.fontSize,
+            style.fontFamily, loads].join();
     };
 
     function apply(later) {

@@ -59,6 +59,19 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
             pagoraMarkColumns('1');
     }
 
+    // Behind the text of a dark theme, drawings without a ground of their own get one.
+    const groundMark = 'data-pagora-dark';
+    function backgroundIsAskedFor(style, value) {
+        const body = bodyOf.call(document);
+        const root = rootOf.call(document);
+        if (!body || style !== body.style)
+            return;
+        if (/^#0{3,6}$/.test(value))
+            Element.prototype.setAttribute.call(root, groundMark, '');
+        else
+            Element.prototype.removeAttribute.call(root, groundMark);
+    }
+
     const setProperty = CSSStyleDeclaration.prototype.setProperty;
     const isSupported = CSS.supports;
     // A family in whose name a word begins with a digit is not understood without quotes.
@@ -80,6 +93,8 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
                 const text = pagoraLaysOut && asSet[property] ? asSet[property](String(value)) : value;
                 setProperty.call(this, name, text, pagoraLaysOut ? 'important' : '');
                 columnsAreAskedFor(property, value);
+                if (property === 'backgroundColor')
+                    backgroundIsAskedFor(this, value);
                 followStripSoon();
             },
         });
@@ -173,6 +188,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     const currentX = () => (isRightToLeft() ? -nativeScrollX.call(window) : nativeScrollX.call(window)) || 0;
 
     function place(x, y) {
+        pagoraClosePicture();
         extendStrip();
         // Something that sticks out would let the view scroll beyond the strip.
         if (stripLength)

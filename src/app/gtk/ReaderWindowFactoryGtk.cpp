@@ -50,6 +50,7 @@ ReaderPage ReaderWindowFactoryGtk::makePage(PageKind kind, const PageView* besid
         = [page](std::function<void(double)> handler) { page->setFlickHandler(std::move(handler)); };
     ReaderPage parts { std::move(view), &page->widget(), setFlickHandler };
     parts.takesKeys = [page] { return page->pageTakesKeys(); };
+    parts.takesEscape = [page] { return page->pageTakesEscape(); };
     parts.setNamer = [page](std::function<std::string(const std::string&)> namer) { page->setNamer(std::move(namer)); };
     parts.setNotice = [page](const std::string& notice) { page->setNotice(notice); };
     parts.nameMayHaveChanged = [page] { page->nameMayHaveChanged(); };

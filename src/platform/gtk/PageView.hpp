@@ -61,6 +61,8 @@ public:
     const SpokenPage& spoken() const { return _spoken; }
     // Whether the keyboard is at work in a control of the page.
     bool pageTakesKeys() const { return _frame.pageTakesKeys(); }
+    // Whether the page shows a picture as large as the view, which the Escape key takes away.
+    bool pageTakesEscape() const { return _pageTakesEscape; }
     // Whether the text runs from right to left, and the pages with it.
     bool runsRightToLeft() const { return _runsRightToLeft; }
 
@@ -154,6 +156,7 @@ private:
     std::int64_t _lastRecovery = 0;
     // The last size that the page told of.
     Rect _pageSize;
+    bool _pageTakesEscape = false;
     // The page has still to hear of its new size.
     bool _awaitsPageSize = false;
     bool _isHidden = false;

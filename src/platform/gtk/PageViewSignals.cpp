@@ -133,6 +133,7 @@ void PageView::loadChanged(WebKitLoadEvent event)
         _stage = Stage::Shown;
         expectDocument();
         _frame.setPageTakesKeys(false);
+        _pageTakesEscape = false;
         _shown = webkit_web_view_get_uri(_view.get());
         if (auto* delegate = _reports.delegate(); delegate && !_isForgiven)
             delegate->didCommitLoad({ *_reports.url(), currentLoad(), true, true });
@@ -324,6 +325,10 @@ void PageView::messageReceived(const std::string& text)
         int takes = 0;
         words >> takes;
         _frame.setPageTakesKeys(takes != 0);
+    } else if (what == "escape") {
+        int takes = 0;
+        words >> takes;
+        _pageTakesEscape = takes != 0;
     } else if (what == "painted") {
         std::uint64_t request = 0;
         words >> request;

@@ -18,6 +18,8 @@ struct ReaderPage {
     Gtk::Widget* widget = nullptr;
     std::function<void(std::function<void(double deltaX)> handler)> setFlickHandler;
     std::function<bool()> takesKeys = {};
+    // Whether the page has a use for the Escape key.
+    std::function<bool()> takesEscape = {};
     // Whether the pages run from right to left.
     std::function<bool()> runsRightToLeft = {};
     std::function<void(const Color& color)> setBackground = {};

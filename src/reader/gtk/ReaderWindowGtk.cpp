@@ -215,8 +215,9 @@ bool ReaderWindowGtk::perform(ReaderCommand command)
         send(&ReaderWindowActions::toggleFullScreen);
         return true;
     case ReaderCommand::LeaveFullScreen:
-        // An open panel closes first.
-        if (!window.isFullScreen() || isWithin<Gtk::Popover>(window.focus()))
+        // An open panel closes first, and so does a large picture in the page.
+        if (!window.isFullScreen() || isWithin<Gtk::Popover>(window.focus())
+            || (page.takesEscape && page.takesEscape()))
             return false;
         send(&ReaderWindowActions::toggleFullScreen);
         return true;

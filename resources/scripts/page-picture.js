@@ -1,0 +1,82 @@
+// Runs in the reader's own script world of every page, before the page has any content. A press on a picture that does
+// nothing else shows the picture as large as the view, until the next press, the Escape key or a turn of the page. The
+// large picture lies beside the page's body, so that nothing of the page's layout changes.
+
+// Takes the large picture away, if there is one.
+var pagoraClosePicture = (function () {
+    'use strict';
+
+    const html = 'http://www.w3.org/1999/xhtml';
+    const rootOf = Object.getOwnPropertyDescriptor(Document.prototype, 'documentElement').get;
+    const make = (name) => Document.prototype.createElementNS.call(document, html, name);
+    const setAttribute = Element.prototype.setAttribute;
+    // What a press on it is for already.
+    const pressable = 'a[href], area, audio, button, input, label, object, select, summary, textarea, video, [onclick],'
+        + ' [contenteditable], [role="button"], [role="link"], [usemap]';
+
+    const port = window.webkit.messageHandlers.pagora;
+    let shown = null;
+
+    // While the picture is shown, keys are for it.
+    function takeKeys(takes) {
+        for (const what of [' keys ', ' escape '])
+            port.postMessage(pagoraLoad + what + (takes ? 1 : 0));
+    }
+
+    function close() {
+        if (!shown)
+            return;
+        const picture = shown;
+        shown = null;
+        picture.close();
+        Element.prototype.remove.call(picture);
+        takeKeys(false);
+    }
+
+    function pictureAt(target) {
+        const picture = target instanceof Element ? target.closest('img, svg') : null;
+        // The outermost drawing; one of the letters' size is no picture.
+        const whole = picture && (picture.ownerSVGElement || picture);
+        const box = whole && Element.prototype.getBoundingClientRect.call(whole);
+        const smallest = 2 * parseFloat(getComputedStyle(document.body).fontSize);
+        return whole && !whole.closest(pressable) && box.width > smallest && box.height > smallest ? whole : null;
+    }
+
+    function copyOf(picture) {
+        const copy = Node.prototype.cloneNode.call(picture, true);
+        for (const name of ['id', 'class', 'style', 'width', 'height', 'align', 'hspace', 'vspace', 'border'])
+            Element.prototype.removeAttribute.call(copy, name);
+        return copy;
+    }
+
+    function show(picture) {
+        const frame = make('dialog');
+        setAttribute.call(frame, 'data-pagora-picture', '');
+        setAttribute.call(frame, 'aria-label', picture.getAttribute('alt') || document.title);
+        frame.append(copyOf(picture));
+        rootOf.call(document).append(frame);
+        frame.addEventListener('close', close);
+        shown = frame;
+        frame.showModal();
+        takeKeys(true);
+    }
+
+    // As if the person had pressed on the element.
+    window.pagoraPressPicture = (element) => {
+        const picture = pictureAt(element);
+        if (picture)
+            show(picture);
+    };
+
+    window.addEventListener('click', (event) => {
+        if (!event.isTrusted || event.defaultPrevented || event.button !== 0 || !pagoraLaysOut)
+            return;
+        if (shown)
+            return close();
+        // What was dragged over has been selected.
+        if (!String(getSelection()))
+            pagoraPressPicture(event.target);
+    });
+
+    return close;
+})();

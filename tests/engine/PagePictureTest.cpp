@@ -1,0 +1,101 @@
+// The picture that was pressed, as large as the view, and pictures on a dark page.
+
+#include "tests/engine/PageViewTest.hpp"
+#include "tests/support/EpubBuilder.hpp"
+
+namespace pagora::test {
+
+namespace {
+
+class PagePictureTest : public PageViewTest {
+protected:
+    void open(const std::string& around = "{picture}")
+    {
+        write("picture.png", picture(120, 60, "png", 0));
+        const std::string image = "<img id='picture' src='picture.png' alt='A harbour'/>";
+        loadCompletely(
+            write("chapter.xhtml", document("<p>" + replaced(around, "{picture}", image) + "</p>" + paragraphs(60))));
+        layOut(2);
+        settle();
+    }
+    void press() { evaluate("pagoraPressPicture(document.getElementById('picture'))"); }
+    bool isShown() { return evaluate("document.querySelectorAll('dialog[data-pagora-picture]').length") == "1"; }
+    // What the reader's arithmetic reads of the page.
+    std::string layoutOfPage()
+    {
+        return evaluate("[document.body.scrollWidth, window.pageXOffset, document.body.innerHTML.length,"
+                        "document.getElementById('p30').offsetTop].join()");
+    }
+};
+
+}
+
+TEST_F(PagePictureTest, APressShowsThePictureAsLargeAsTheView)
+{
+    open();
+    press();
+    ASSERT_TRUE(isShown());
+    EXPECT_EQ(evaluate("(() => { const box = document.querySelector('dialog img').getBoundingClientRect();"
+                       "return [box.left, box.top, box.width, box.height].join(); })()"),
+        "0,0,800,600");
+}
+
+TEST_F(PagePictureTest, ThePageBelowKeepsItsLayout)
+{
+    open();
+    const auto before = layoutOfPage();
+    press();
+    EXPECT_EQ(layoutOfPage(), before);
+    layOut(2);
+    EXPECT_EQ(layoutOfPage(), before);
+    EXPECT_TRUE(isShown());
+}
+
+TEST_F(PagePictureTest, TheKeyboardIsAtWorkInThePictureUntilItIsClosed)
+{
+    open();
+    _view->makeFirstResponder();
+    press();
+    EXPECT_TRUE(waitUntil([&] { return _view->pageTakesKeys() && _view->pageTakesEscape(); }));
+    evaluate("pagoraClosePicture()");
+    EXPECT_FALSE(isShown());
+    EXPECT_TRUE(waitUntil([&] { return !_view->pageTakesKeys() && !_view->pageTakesEscape(); }));
+}
+
+TEST_F(PagePictureTest, ATurnOfThePageTakesThePictureAway)
+{
+    open();
+    press();
+    evaluate("window.scrollTo(800, 0);");
+    EXPECT_FALSE(isShown());
+    EXPECT_EQ(evaluate("window.pageXOffset"), "800");
+}
+
+TEST_F(PagePictureTest, APictureThatIsALinkStaysOne)
+{
+    open("<a href='#p9'>{picture}</a>");
+    press();
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(PagePictureTest, ThePageItselfCannotShowOne)
+{
+    open();
+    evaluate("document.getElementById('picture').click()");
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(PagePictureTest, OnADarkPageAPictureHasALightGround)
+{
+    open();
+    const std::string shadow = "getComputedStyle(document.getElementById('picture')).boxShadow";
+    EXPECT_EQ(evaluate(shadow), "none");
+    evaluate("var all = document.all;for (var i = 0; i < all.length; i++) {all[i].style.background = 'none';}"
+             "document.body.style.backgroundColor = '#000';");
+    EXPECT_NE(evaluate(shadow).find("rgb(255, 255, 255)"), std::string::npos);
+    EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('picture')).backgroundColor"), "rgba(0, 0, 0, 0)");
+    evaluate("document.body.style.backgroundColor = '#FBF0D9';");
+    EXPECT_EQ(evaluate(shadow), "none");
+}
+
+}

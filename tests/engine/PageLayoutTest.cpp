@@ -181,10 +181,9 @@ TEST_F(PageLayoutTest, ATableThatIsTooWideHasSmallerLettersUntilItFits)
 {
     const std::string word(16, 'm');
     loadDocument("<table id='table'><tr><td>" + word + "</td><td>" + word + "</td></tr></table>" + paragraphs(9));
-    const std::string marks
-        = "(() => { const table = document.getElementById('table');"
-          "return [table.hasAttribute('data-pagora-wide'), !!table.dataset.pagoraSmall,"
-          "table.offsetWidth <= innerWidth / {columns} - 40].join(); })()";
+    const std::string marks = "(() => { const table = document.getElementById('table');"
+                              "return [table.hasAttribute('data-pagora-wide'), !!table.dataset.pagoraSmall,"
+                              "table.offsetWidth <= innerWidth / {columns} - 40].join(); })()";
     layOut(2);
     ASSERT_GT(strip(), 0);
     EXPECT_EQ(evaluate(replaced(marks, "{columns}", "2")), "true,true,true");
@@ -291,6 +290,16 @@ TEST_F(PageLayoutTest, ABoxThatIsTallerThanAColumnIsDivided)
     layOut(2);
     EXPECT_GT(strip(), width);
     EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('tall')).display"), "block");
+}
+
+TEST_F(PageLayoutTest, AParagraphLeavesTwoLinesOrNone)
+{
+    const std::string style = "p{orphans:1;widows:1;margin:0;line-height:20px}";
+    loadDocument("<div style='height:490px'>x</div><p id='four'>1<br/>2<br/>3<br/>4</p>" + paragraphs(5),
+        "<style>" + style + "</style>");
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    EXPECT_EQ(evaluate("document.getElementById('four').getBoundingClientRect().left"), "420");
 }
 
 TEST_F(PageLayoutTest, ARowOfATableIsNotCut)

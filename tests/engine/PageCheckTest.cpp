@@ -2,7 +2,9 @@
 
 #include "tests/pages/PageCheck.hpp"
 
+#include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/PageViewTest.hpp"
+#include "tests/engine/ReadingFixture.hpp"
 
 #include <sstream>
 
@@ -122,5 +124,47 @@ TEST_F(PageFaultsTest, WhatScrollsWithinItselfIsNotCut)
 {
     EXPECT_EQ(faults("<div style='overflow:auto;white-space:nowrap'>" + std::string(60, 'm') + "</div>"), "");
 }
+
+// Every page of a book, in the view that tests have room for.
+class PagesOfAnyBook : public testing::TestWithParam<std::string> {
+protected:
+    static bool isMade() { return GetParam().find('/') == std::string::npos; }
+    // Long lines and broken words are the book's. So may narrow runs be, where its own letters or titles are large; no
+    // made book has such.
+    static bool isExplained(const std::string& kind)
+    {
+        return kind == "long lines" || kind == "broken words" || (!isMade() && kind == "narrow runs");
+    }
+    // What else was counted: "cut lines 2 (where the first one is)".
+    static std::string faults(const CheckedPages& checked)
+    {
+        std::string found;
+        for (const auto& [kind, fault] : checked.faults) {
+            if (fault.count && !isExplained(kind))
+                found += kind + " " + std::to_string(fault.count) + " (" + fault.examples.front() + ") ";
+        }
+        return found;
+    }
+};
+
+TEST_P(PagesOfAnyBook, AreWhole)
+{
+    TemporaryFolder folder;
+    const auto archive = isMade() ? writeMadeBook(GetParam(), folder.path()) : GetParam();
+    const auto checked = PageCheck().check(archive, pageSettings({ { 900, 600 } }, { 1.1 }, { 1, 2, 3 }));
+    ASSERT_TRUE(checked || !isMade());
+    if (checked) {
+        EXPECT_EQ(faults(*checked), "");
+    }
+}
+
+std::string nameOfBook(const testing::TestParamInfo<std::string>& info)
+{
+    return readingTestName(info.param);
+}
+
+INSTANTIATE_TEST_SUITE_P(Made, PagesOfAnyBook, testing::ValuesIn(madeBookNames()), nameOfBook);
+INSTANTIATE_TEST_SUITE_P(Corpus, PagesOfAnyBook, testing::ValuesIn(corpusBooks()), nameOfBook);
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(PagesOfAnyBook);
 
 }

@@ -107,6 +107,8 @@ TEST_F(ReaderWindowTest, TitleBarOfFullScreenTakesAtMostAFifthOfASecond)
 {
     makeEpubWindow();
     EXPECT_LE(widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
+    // One page is in one window.
+    epub.reset();
     FixedWindowGtk fixed(toplevel, makePage());
     EXPECT_LE(fixed.parts().widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
 }

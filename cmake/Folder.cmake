@@ -5,7 +5,7 @@
 
 function(pagora_folder name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
-  list(FILTER sources EXCLUDE REGEX "/(main|pagora-defaults|pagora-picture)\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "/(main|pagora-defaults|pagora-inspect|pagora-picture)\\.cpp$")
   add_library(pagora_${name} STATIC ${sources})
   target_include_directories(pagora_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(pagora_${name} PUBLIC ${ARGN})

@@ -247,7 +247,7 @@ void MainController::draggedEpubs(std::vector<std::string> files)
 
 BookInfoPtr MainController::getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors)
 {
-    return EpubInspection(*this).getBookInfo(archivePath, stopOnErrors);
+    return _import.getBookInfo(archivePath, stopOnErrors);
 }
 
 void MainController::showAlert(const std::string& message, const std::string& description)

@@ -19,6 +19,7 @@ std::string normalized(const std::string& name)
 void ContentParser::parse()
 {
     _navLevel = 0;
+    _textBytes = 0;
     _currentSrc.reset();
     _currentLabel.clear();
     _outcome = parseXml(_xmlFile.path(), *this);
@@ -38,7 +39,8 @@ void ContentParser::didStartElement(const std::string& elementName, const XmlAtt
 bool ContentParser::isFull() const
 {
     constexpr BookLimits limits;
-    return _contentList.size() > limits.contentsEntries || _currentLabel.size() > limits.textBytes;
+    return _contentList.size() > limits.contentsEntries || _currentLabel.size() > limits.textBytes
+        || _textBytes > limits.entryBytes;
 }
 
 void ContentParser::foundCharacters(const std::string& text)
@@ -60,6 +62,7 @@ void ContentParser::didEndElement(const std::string& elementName)
         --_navLevel;
     } else if (name == "content") {
         Value::Dictionary entry;
+        _textBytes += _currentLabel.size() + (_currentSrc ? _currentSrc->size() : 0);
         if (_currentSrc)
             entry = { { "src", *_currentSrc }, { "text", _currentLabel }, { "level", static_cast<int>(_navLevel) } };
         _contentList.emplace_back(std::move(entry));

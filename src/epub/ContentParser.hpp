@@ -41,6 +41,8 @@ private:
     std::int32_t _navLevel = 0;
     std::optional<std::string> _currentSrc;
     std::string _currentLabel;
+    // Of all labels and targets.
+    std::size_t _textBytes = 0;
 };
 
 }

@@ -8,6 +8,7 @@
 #include "platform/Image.hpp"
 #include "platform/Path.hpp"
 #include "platform/Resource.hpp"
+#include "platform/ValueCoding.hpp"
 
 #include <cstdint>
 #include <utility>
@@ -41,22 +42,23 @@ std::optional<Data> coverPicture(const std::string& coverFile, const ScaledCover
     const auto bytes = readFile(coverFile);
     if (!bytes)
         return std::nullopt;
-    return ahead && ahead->file == *bytes ? ahead->picture : scaled(*bytes);
+    const bool isDone = ahead && ahead->size == bytes->size() && ahead->sum == checksum(*bytes);
+    return isDone ? ahead->picture : scaled(*bytes);
 }
 
-std::optional<ScaledCover> coverAhead(const std::string& archivePath)
+std::optional<ScaledCover> coverAhead(FileDescriptor file)
 {
-    const auto archive = Archive::open(archivePath);
+    const auto archive = Archive::open(std::move(file));
     const auto container = archive ? archive->read("META-INF/container.xml", largestAhead) : std::nullopt;
     if (!container)
         return std::nullopt;
-    ContainerParser containerParser(Url::file(archivePath));
+    ContainerParser containerParser(Url::file("/"));
     containerParser.parseBytes(*container);
     const auto packagePath = containerParser.opfFile().value_or("");
     const auto package = archive->read(packagePath, largestAhead);
     if (!package)
         return std::nullopt;
-    OPFParser packageParser(Url::file(archivePath));
+    OPFParser packageParser(Url::file("/"));
     packageParser.parseBytes(*package);
     const auto cover = packageParser.metaDict().find("cover");
     const auto href = cover == packageParser.metaDict().end() ? "cover.jpg" : cover->second;
@@ -64,8 +66,7 @@ std::optional<ScaledCover> coverAhead(const std::string& archivePath)
     const auto folder = slash == std::string::npos ? std::string() : packagePath.substr(0, slash);
     for (const auto& name : memberCandidates(appendingPathComponent(folder, href), MemberName::Reference)) {
         if (auto bytes = archive->read(name, largestAhead)) {
-            auto picture = scaled(*bytes);
-            return ScaledCover { std::move(*bytes), std::move(picture) };
+            return ScaledCover { bytes->size(), checksum(*bytes), scaled(*bytes) };
         }
     }
     return std::nullopt;

@@ -1,25 +1,28 @@
 #pragma once
 
 #include "platform/Data.hpp"
+#include "platform/FileDescriptor.hpp"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
 namespace pagora {
 
-// The bytes of a picture file, and what becomes of them.
+// What becomes of a picture file of that size, whose bytes have that sum.
 struct ScaledCover {
-    std::string file;
+    std::uint64_t size = 0;
+    std::uint64_t sum = 0;
     std::optional<Data> picture;
 };
 
 // A book's cover as JPEG bytes: the picture in the file, scaled into the box of the library's covers. Missing when the
-// file is no picture. When the file holds the bytes of `ahead`, nothing is left to do. Any thread.
+// file is no picture. When the file is the one of `ahead`, nothing is left to do. Any thread.
 std::optional<Data> coverPicture(const std::string& coverFile, const ScaledCover* ahead = nullptr);
 
-// The cover of the archive, made ahead of its inspection and without a trace; missing when it cannot be found in the
+// The cover of an archive, made ahead of its inspection and without a trace; missing when it cannot be found in the
 // plainest way, or is a large file. Any thread.
-std::optional<ScaledCover> coverAhead(const std::string& archivePath);
+std::optional<ScaledCover> coverAhead(FileDescriptor archive);
 
 // The program's own cover for books without one, as JPEG bytes.
 std::optional<Data> defaultCoverPicture();

@@ -52,7 +52,7 @@ private:
 EpubImport::EpubImport(ImportHub& hub, const ImportOutlets& outlets)
     : _mainController(hub)
     , _outlets(outlets)
-    , _inspection(hub)
+    , _inspection(hub, [this] { return _ended.load(); })
 {
 }
 
@@ -159,7 +159,8 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
     std::vector<std::string> imported;
     {
         ImportAhead ahead(_mainController.workspace(), chosen(files, isNew),
-            mode == copyMode || mode == moveMode ? _mainController.folders().libPath : "");
+            mode == copyMode || mode == moveMode ? _mainController.folders().libPath : "",
+            [this] { return _ended.load(); });
         for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
             showProgress(i, files.size());
             std::scoped_lock inspecting(_inspecting);
@@ -201,6 +202,13 @@ BookInfoPtr EpubImport::inspect(const std::string& file, const ScaledCover* cove
 {
     _scratchIsEmpty = false;
     return _inspection.getBookInfo(file, StopOnErrors::Yes, cover);
+}
+
+BookInfoPtr EpubImport::getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors)
+{
+    const std::scoped_lock inspecting(_inspecting);
+    _scratchIsEmpty = false;
+    return _inspection.getBookInfo(archivePath, stopOnErrors);
 }
 
 BookInfoPtr EpubImport::bookFromOwnFile(const std::string& path)

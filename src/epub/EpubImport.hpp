@@ -1,9 +1,9 @@
 #pragma once
 
 #include "catalogue/Catalogue.hpp"
-#include "epub/EpubInspection.hpp"
 #include "epub/FaultyBooks.hpp"
 #include "epub/ImportAhead.hpp"
+#include "epub/InspectionProcess.hpp"
 #include "platform/Controls.hpp"
 #include "platform/RunLoop.hpp"
 #include "platform/UserDefaults.hpp"
@@ -70,7 +70,10 @@ public:
     // Returns when none is. Not from the main thread, which imports wait for.
     void waitForImports();
 
-    // The program ends: stops the batch that runs, and those that wait. Any thread.
+    // Inspects one archive, without anything else. Any thread.
+    BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
+
+    // The program ends: stops the batch that runs, and those that wait, without the book at hand. Any thread.
     void end() { _ended = true; }
 
     // Inspects one file that is to be read and not catalogued, and copies it into the library folder for that reading;
@@ -110,7 +113,7 @@ private:
 
     ImportHub& _mainController;
     ImportOutlets _outlets;
-    EpubInspection _inspection;
+    InspectionProcess _inspection;
     std::atomic<bool> _cancelled = false;
     std::atomic<bool> _ended = false;
     // A batch holds the first for its whole length, and the second while it inspects a file.

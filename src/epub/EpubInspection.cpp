@@ -1,5 +1,6 @@
 #include "epub/EpubInspection.hpp"
 
+#include "catalogue/CatalogueEntry.hpp"
 #include "epub/ContainerParser.hpp"
 #include "epub/ContentParser.hpp"
 #include "epub/ExtractedMember.hpp"
@@ -11,6 +12,7 @@
 #include "platform/Path.hpp"
 #include "platform/Translation.hpp"
 #include "platform/Unicode.hpp"
+#include "platform/ValueCoding.hpp"
 
 #include <algorithm>
 
@@ -49,13 +51,14 @@ std::string decodedReference(const std::string& reference)
 // The inspection of one archive.
 class Inspection {
 public:
-    Inspection(InspectionHub& hub, SpareFiles* spare, const std::string& archivePath, StopOnErrors stopOnErrors,
-        const ScaledCover* cover)
+    Inspection(InspectionHub& hub, SpareFiles* spare, const std::string& archivePath, FileDescriptor file,
+        StopOnErrors stopOnErrors, const ScaledCover* cover)
         : _mainController(hub)
         , _spare(spare)
         , _dataPath(hub.folders()._dataPath)
         , _archivePath(archivePath)
         , _archiveName(lastPathComponent(archivePath))
+        , _archiveFile(std::move(file))
         , _stopOnErrors(stopOnErrors)
         , _coverAhead(cover)
     {
@@ -73,8 +76,8 @@ private:
 
     void layOutFolders(const std::string& packagePath);
     std::optional<Data> readCover(const OPFParser& package);
-    std::optional<std::vector<Url>> contentFiles(const OPFParser& package) const;
-    // Missing when they are past a bound.
+    std::vector<Url> contentFiles(const OPFParser& package) const;
+    // Missing when it is past a bound.
     std::optional<Value::Array> readContents(const OPFParser& package);
     std::optional<std::string> extracted(const std::string& href);
 
@@ -82,6 +85,7 @@ private:
     {
         _mainController.addFaultyBook(validUtf8(_archiveName) + " --> " + validUtf8(reason));
     }
+    bool isOutOfRoom() const { return _archive && _archive->isOutOfRoom(); }
     // What was read is past a bound, and nothing of it is used.
     bool rejectTooLarge() const
     {
@@ -101,6 +105,7 @@ private:
     const std::string _dataPath;
     const std::string _archivePath;
     const std::string _archiveName;
+    FileDescriptor _archiveFile;
     const StopOnErrors _stopOnErrors;
     const ScaledCover* _coverAhead;
     std::optional<Archive> _archive;
@@ -114,14 +119,16 @@ private:
 bool Inspection::openArchive()
 {
     auto problem = ArchiveProblem::Unreadable;
-    _archive = Archive::open(_archivePath, {}, &problem);
+    _archive = Archive::open(std::move(_archiveFile), {}, &problem);
     // A file that is no archive has no members, and is rejected as such.
     if (!_archive && problem == ArchiveProblem::PastBounds)
         return rejectTooLarge();
-    if (_archive)
-        _archive->extract(
-            { mimetypeMember, displayOptionsMember, encryptionMember, containerMember }, _dataPath, {}, _spare);
-    return true;
+    if (!_archive)
+        return true;
+    _archive->setRoom(BookLimits().extractedBytes);
+    _archive->extract(
+        { mimetypeMember, displayOptionsMember, encryptionMember, containerMember }, _dataPath, {}, _spare);
+    return !_archive->isOutOfRoom() || rejectTooLarge();
 }
 
 bool Inspection::checkMimetype()
@@ -172,6 +179,8 @@ bool Inspection::findPackage()
     auto file
         = extractedMember(_archive ? &*_archive : nullptr, *parser.opfFile(), _dataPath, MemberName::Exact, _spare);
     layOutFolders(*parser.opfFile());
+    if (isOutOfRoom())
+        return rejectTooLarge();
     if (!file && !reject(_("epub is corrupted (can't open content opf-file)")))
         return false;
     _packageFile = file.value_or("");
@@ -213,6 +222,8 @@ bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
     // The last page in reading order stands for all of them.
     const auto href = package.fileList().empty() ? std::string() : package.fileList().back();
     const auto page = href.empty() ? std::nullopt : extracted(href);
+    if (isOutOfRoom())
+        return rejectTooLarge();
     if (!page) {
         report(
             formatted(_("can't open first content file '%s'"), appendingPathComponent(_packageFolder, href).c_str()));
@@ -227,15 +238,11 @@ bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
     return true;
 }
 
-std::optional<std::vector<Url>> Inspection::contentFiles(const OPFParser& package) const
+std::vector<Url> Inspection::contentFiles(const OPFParser& package) const
 {
     std::vector<Url> files;
-    std::size_t bytes = 0;
     for (const auto& href : package.fileList()) {
         const auto path = appendingPathComponent(_contentBase, decodedReference(href));
-        bytes += path.size();
-        if (bytes > BookLimits().pathBytes)
-            return std::nullopt;
         // ".." may lead to another folder of the book, but not to other books or the person's own files.
         if (isPathInside(path, _bookFolder))
             files.push_back(Url::file(path));
@@ -246,6 +253,8 @@ std::optional<std::vector<Url>> Inspection::contentFiles(const OPFParser& packag
 std::optional<Value::Array> Inspection::readContents(const OPFParser& package)
 {
     const auto file = extracted(valueOr(package, "tocfile", "toc.ncx"));
+    if (isOutOfRoom())
+        return std::nullopt;
     if (!file)
         return Value::Array {};
     ContentParser parser(Url::file(*file));
@@ -260,7 +269,7 @@ std::optional<Value::Array> Inspection::readContents(const OPFParser& package)
             continue;
         auto target = appendingPathComponent(_contentBase, decodedReference(*src->string()));
         bytes += target.size();
-        if (bytes > BookLimits().pathBytes)
+        if (bytes > BookLimits().entryBytes)
             return std::nullopt;
         auto resolved = *entry.dictionary();
         resolved.insert_or_assign("src", std::move(target));
@@ -280,6 +289,10 @@ BookInfoPtr Inspection::run()
         return nullptr;
     }
     const auto cover = readCover(package);
+    if (isOutOfRoom()) {
+        rejectTooLarge();
+        return nullptr;
+    }
 
     auto book = std::make_shared<BookInfo>();
     _mainController.set_bookInfo(book);
@@ -292,16 +305,18 @@ BookInfoPtr Inspection::run()
     book->setBookPath(_bookFolder);
     if (_type != "default" && !readPageSize(package, *book))
         return nullptr;
-    auto files = contentFiles(package);
-    std::optional<Value::Array> content;
-    if (files)
-        content = readContents(package);
-    if (!content) {
+    auto content = readContents(package);
+    if (content) {
+        book->setFiles(contentFiles(package));
+        book->setContent(std::move(*content));
+    }
+    if (!content || encodeValue(entryFromBook(*book)).size() > BookLimits().entryBytes) {
+        // Nobody keeps so much.
+        book->setFiles({});
+        book->setContent(Value::Array {});
         rejectTooLarge();
         return nullptr;
     }
-    book->setFiles(std::move(*files));
-    book->setContent(std::move(*content));
     return book;
 }
 
@@ -310,13 +325,25 @@ BookInfoPtr Inspection::run()
 BookInfoPtr EpubInspection::getBookInfo(
     const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead)
 {
-    return Inspection(_mainController, _spare ? &*_spare : nullptr, archivePath, stopOnErrors, coverAhead).run();
+    return getBookInfo(archivePath, openFile(archivePath), stopOnErrors, coverAhead);
+}
+
+BookInfoPtr EpubInspection::getBookInfo(
+    const std::string& archivePath, FileDescriptor archive, StopOnErrors stopOnErrors, const ScaledCover* coverAhead)
+{
+    auto* const spare = _spare ? &*_spare : nullptr;
+    return Inspection(_mainController, spare, archivePath, std::move(archive), stopOnErrors, coverAhead).run();
+}
+
+std::string EpubInspection::spareFolderOf(const LibraryFolders& folders)
+{
+    return appendingPathComponent(deletingLastPathComponent(folders._dataPath), "_spare");
 }
 
 void EpubInspection::emptyScratch()
 {
     const auto& scratch = _mainController.folders()._dataPath;
-    const auto spareFolder = appendingPathComponent(deletingLastPathComponent(scratch), "_spare");
+    const auto spareFolder = spareFolderOf(_mainController.folders());
     if (!_spare || _spare->path() != spareFolder)
         _spare.emplace(spareFolder);
     _spare->makeEmptyFolder(scratch);

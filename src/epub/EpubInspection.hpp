@@ -39,9 +39,14 @@ public:
     // `coverAhead` may hold the archive's cover, scaled already.
     BookInfoPtr getBookInfo(
         const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead = nullptr);
+    // The same for an archive that is open already; none is a file that cannot be read.
+    BookInfoPtr getBookInfo(const std::string& archivePath, FileDescriptor archive, StopOnErrors stopOnErrors,
+        const ScaledCover* coverAhead);
 
     // Removes what the last inspection has left in the scratch folder, and keeps its files aside for the next.
     void emptyScratch();
+    // Where they are kept, beside the scratch folder.
+    static std::string spareFolderOf(const LibraryFolders& folders);
 
 private:
     InspectionHub& _mainController;

@@ -34,7 +34,8 @@ void addWorkers(std::vector<std::unique_ptr<Worker>>& workers, std::size_t count
 
 }
 
-ImportAhead::ImportAhead(Workspace& workspace, std::vector<std::string> files, std::string copiesInto)
+ImportAhead::ImportAhead(
+    Workspace& workspace, std::vector<std::string> files, std::string copiesInto, const std::function<bool()>& isEnded)
     : _workspace(workspace)
     , _files(std::move(files))
     , _copiesInto(std::move(copiesInto))
@@ -43,6 +44,8 @@ ImportAhead::ImportAhead(Workspace& workspace, std::vector<std::string> files, s
     if (_files.size() < 2)
         return;
     addWorkers(_scaling, std::min<std::size_t>(_files.size(), std::max(2u, std::thread::hardware_concurrency())));
+    for (std::size_t i = 0; i < _scaling.size(); ++i)
+        _coverProcesses.push_back(std::make_unique<CoverProcess>([this, isEnded] { return _stopping || isEnded(); }));
     if (!_copiesInto.empty())
         addWorkers(_copying, std::min(_files.size(), copiesAtOnce));
 }
@@ -75,8 +78,9 @@ ImportAhead::Results ImportAhead::take(const std::string& file)
 void ImportAhead::beginCover(std::size_t number)
 {
     const auto& file = _files[number];
-    auto& worker = *_scaling[number % _scaling.size()];
-    _covers.push_back(performed<std::optional<ScaledCover>>(worker, [file] { return coverAhead(file); }));
+    const auto place = number % _scaling.size();
+    _covers.push_back(performed<std::optional<ScaledCover>>(
+        *_scaling[place], [&process = *_coverProcesses[place], file] { return process.coverAhead(file); }));
 }
 
 void ImportAhead::beginCopy(std::size_t number)

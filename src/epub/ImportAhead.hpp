@@ -1,6 +1,7 @@
 #pragma once
 
 #include "epub/CoverPicture.hpp"
+#include "epub/InspectionProcess.hpp"
 #include "platform/Worker.hpp"
 #include "platform/Workspace.hpp"
 
@@ -22,8 +23,10 @@ namespace pagora {
 class ImportAhead {
 public:
     // `files` are those that the batch will take, in order. Nothing is copied when `copiesInto` is empty. Files that
-    // the folder holds already are not copied either.
-    ImportAhead(Workspace& workspace, std::vector<std::string> files, std::string copiesInto);
+    // the folder holds already are not copied either. Covers are given up once `isEnded` says so, which any thread may
+    // bring about.
+    ImportAhead(Workspace& workspace, std::vector<std::string> files, std::string copiesInto,
+        const std::function<bool()>& isEnded);
     ~ImportAhead();
 
     struct Results {
@@ -47,8 +50,9 @@ private:
     std::deque<std::future<std::optional<ScaledCover>>> _covers;
     std::deque<std::future<std::unique_ptr<CopyAhead>>> _copies;
     std::atomic<bool> _stopping = false;
-    // Scaling takes the processor; copying waits for the disk, which takes several files at once better than one by
-    // one.
+    // Scaling takes the processor, in a process for each thread; copying waits for the disk, which takes several files
+    // at once better than one by one.
+    std::vector<std::unique_ptr<CoverProcess>> _coverProcesses;
     std::vector<std::unique_ptr<Worker>> _scaling;
     std::vector<std::unique_ptr<Worker>> _copying;
 };

@@ -105,7 +105,7 @@ bool OPFParser::isFull() const
 {
     constexpr BookLimits limits;
     return _state.manifest.size() > limits.manifestItems || _state.spine.size() > limits.spineEntries
-        || _state.currentText.size() > limits.textBytes || _state.pathBytes > limits.pathBytes;
+        || _state.currentText.size() > limits.textBytes || _state.pathBytes > limits.entryBytes;
 }
 
 void OPFParser::didEndElement(const std::string& elementName)

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <limits>
 #include <memory>
 #include <span>
 #include <sys/stat.h>
@@ -131,6 +132,9 @@ private:
 struct Archive::Handle {
     std::unique_ptr<zip_t, decltype(&zip_discard)> zip { nullptr, &zip_discard };
     std::vector<Member> members;
+    // Bytes that may still be extracted.
+    std::uint64_t room = std::numeric_limits<std::uint64_t>::max();
+    bool isOutOfRoom = false;
 
     bool readDirectory(const ArchiveLimits& limits, std::uint64_t archiveBytes);
     Member describe(zip_uint64_t index) const;
@@ -219,12 +223,16 @@ bool Archive::Handle::extract(
         const auto got = reader.read(buffer.first(std::min<std::uint64_t>(buffer.size(), member.size - written)));
         if (got == 0 && destination.endFile(file, written))
             return true;
+        isOutOfRoom = got > room;
+        if (isOutOfRoom)
+            break;
         written += got;
+        room -= got;
         if (got == 0 || !writeAll(file.get(), { buffer.data(), got }))
             break;
     }
     destination.removeLastFile();
-    return !stop.stop_requested();
+    return !stop.stop_requested() && !isOutOfRoom;
 }
 
 Archive::Archive(std::unique_ptr<Handle> handle)
@@ -237,9 +245,13 @@ Archive::~Archive() = default;
 
 std::optional<Archive> Archive::open(const std::string& path, const ArchiveLimits& limits, ArchiveProblem* problem)
 {
+    return open(openFile(path), limits, problem);
+}
+
+std::optional<Archive> Archive::open(FileDescriptor file, const ArchiveLimits& limits, ArchiveProblem* problem)
+{
     if (problem)
         *problem = ArchiveProblem::Unreadable;
-    auto file = openFile(path);
     struct stat info { };
     if (!file || ::fstat(file.get(), &info) != 0)
         return std::nullopt;
@@ -287,6 +299,16 @@ std::vector<std::string> Archive::filePaths() const
     return paths;
 }
 
+void Archive::setRoom(std::uint64_t bytes)
+{
+    _handle->room = bytes;
+}
+
+bool Archive::isOutOfRoom() const
+{
+    return _handle->isOutOfRoom;
+}
+
 std::optional<std::string> Archive::read(const std::string& member, std::uint64_t limit) const
 {
     for (const auto& each : _handle->members) {
@@ -304,7 +326,7 @@ void Archive::extract(const std::vector<std::string>& members, const std::string
     // Only what is read into it takes memory.
     const auto buffer = std::make_unique_for_overwrite<char[]>(bufferBytes);
     for (const auto& member : _handle->members) {
-        if (stop.stop_requested())
+        if (stop.stop_requested() || _handle->isOutOfRoom)
             return;
         if (member.path.empty() || !selection.holds(member.name))
             continue;

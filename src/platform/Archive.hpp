@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Bounds.hpp"
+#include "platform/FileDescriptor.hpp"
 
 #include <memory>
 #include <optional>
@@ -26,6 +27,9 @@ public:
     // `problem` then receives which.
     static std::optional<Archive> open(
         const std::string& path, const ArchiveLimits& limits = {}, ArchiveProblem* problem = nullptr);
+    // The same for a file that is open already; none is no archive.
+    static std::optional<Archive> open(
+        FileDescriptor file, const ArchiveLimits& limits = {}, ArchiveProblem* problem = nullptr);
     Archive(Archive&&) noexcept;
     Archive& operator=(Archive&&) noexcept;
     ~Archive();
@@ -38,6 +42,11 @@ public:
     // `stop` asks for it. Files are taken from `spare`, as far as it goes.
     void extract(const std::vector<std::string>& members, const std::string& destination,
         const std::stop_token& stop = {}, SpareFiles* spare = nullptr);
+
+    // From now on, what is extracted may take no more than that many bytes of the disk in all.
+    void setRoom(std::uint64_t bytes);
+    // Whether something did not come for that reason.
+    bool isOutOfRoom() const;
 
     // The bytes of the member of that very name; missing when there is none, or it holds more than `limit`.
     std::optional<std::string> read(const std::string& member, std::uint64_t limit) const;

@@ -30,7 +30,9 @@ struct XmlLimits {
     int depth = 20'000;
     std::size_t elements = 1'000'000;
     // Of one element.
-    std::size_t attributes = 10'000;
+    std::size_t attributes = 1'000;
+    // What a document type declares within the document.
+    std::size_t subsetBytes = 16u << 10;
     // Told characters for each byte that was read, beyond a free amount; only entities can make more than one.
     std::size_t expansionRatio = 10;
     std::size_t freeExpansion = 8u << 20;
@@ -39,12 +41,26 @@ struct XmlLimits {
 // Of what the documents of one book say.
 struct BookLimits {
     std::size_t manifestItems = 100'000;
-    std::size_t spineEntries = 100'000;
-    std::size_t contentsEntries = 100'000;
+    std::size_t spineEntries = 10'000;
+    std::size_t contentsEntries = 10'000;
     // A title, an author, a label in the table of contents.
     std::size_t textBytes = 1u << 16;
-    // All paths of the reading order together, and all targets of the table of contents.
-    std::size_t pathBytes = 16u << 20;
+    // Its stored entry in the catalogue.
+    std::size_t entryBytes = 1u << 20;
+    // What its members take on the disk while it is inspected.
+    std::uint64_t extractedBytes = 256u << 20;
+};
+
+// Of the process that inspects a book, for each book.
+struct InspectionLimits {
+    unsigned processorSeconds = 5;
+    // Also while it waits for a disk.
+    unsigned seconds = 120;
+    // What it can get of its own, and what it may hold with the libraries that it shares.
+    std::uint64_t memoryBytes = 172u << 20;
+    std::uint64_t residentBytes = 196u << 20;
+    // A cover that is scaled ahead of its book.
+    unsigned coverProcessorSeconds = 2;
 };
 
 // Of a picture.

@@ -2,16 +2,18 @@
 
 #include "platform/FileDescriptor.hpp"
 #include "platform/Files.hpp"
+#include "platform/HelperProcess.hpp"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <filesystem>
 #include <spawn.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 
@@ -30,14 +32,6 @@ struct Header {
     std::int32_t unused;
 };
 
-std::string programPath()
-{
-    std::error_code ignored;
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
-    const auto built = folder / programName;
-    return std::filesystem::exists(built, ignored) ? built : folder.parent_path() / "libexec" / "pagora" / programName;
-}
-
 FileDescriptor memoryFile(const char* name)
 {
     return FileDescriptor(::memfd_create(name, MFD_CLOEXEC));
@@ -49,7 +43,7 @@ bool run(const FileDescriptor& input, const FileDescriptor& output, Size enough)
     posix_spawn_file_actions_t files;
     if (::posix_spawn_file_actions_init(&files) != 0)
         return false;
-    const auto path = programPath();
+    const auto path = helperPath(programName);
     auto width = std::to_string(static_cast<int>(enough.width));
     auto height = std::to_string(static_cast<int>(enough.height));
     char name[] = "pagora-picture";
@@ -103,6 +97,8 @@ void limit(int resource, rlim_t most)
 
 void limitAll()
 {
+    // It ends with the program that waits for it.
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_CPU, limits.seconds);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)

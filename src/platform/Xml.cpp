@@ -2,6 +2,7 @@
 
 #include "platform/FileDescriptor.hpp"
 #include "platform/Files.hpp"
+#include "platform/XmlScanner.hpp"
 
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
@@ -14,7 +15,9 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <sys/stat.h>
+#include <utility>
 
 namespace pagora {
 
@@ -26,31 +29,6 @@ const char* chars(const xmlChar* text)
 }
 
 void ignoreMessage(void*, const char*, ...) { }
-
-// Counts attributes within one tag before the library sees them, because its search for duplicates takes the square of
-// their number.
-class AttributeCounter {
-public:
-    // False when a tag has more than `limit`.
-    bool count(std::string_view bytes, std::size_t limit)
-    {
-        for (const char c : bytes) {
-            if (c == '<')
-                _count = 0;
-            else if ((c == '"' || c == '\'') && _afterEquals && ++_count > limit)
-                return false;
-            if (c == '=')
-                _afterEquals = true;
-            else if (c != '\0' && c != ' ' && c != '\t' && c != '\n' && c != '\r')
-                _afterEquals = false;
-        }
-        return true;
-    }
-
-private:
-    std::size_t _count = 0;
-    bool _afterEquals = false;
-};
 
 // Between the library's callbacks and a delegate. The library hands every callback its own context, also the inner ones
 // that it makes for entities, and each carries the reader.
@@ -79,6 +57,8 @@ private:
 
     // The first bytes tell the encoding.
     static constexpr std::size_t startBytes = 4;
+    // So much is handed over at once.
+    static constexpr std::size_t pieceBytes = 1 << 14;
 
     // `feedRest` hands over what follows the start.
     XmlOutcome parse(std::string_view start, const std::function<bool(xmlParserCtxtPtr)>& feedRest);
@@ -87,6 +67,12 @@ private:
     bool readInto(int file, xmlParserCtxtPtr context);
     // Hands the bytes to the library; false when the document ends here.
     bool feed(xmlParserCtxtPtr context, std::string_view bytes, bool last);
+    // Before it is read: a piece may hold the first elements too, which do not count.
+    bool isDocumentTypeTooLarge() const
+    {
+        return _elements == 0 && !_documentTypeIsRead
+            && _scanner.bytesOfDocumentType() > _limits.subsetBytes + pieceBytes;
+    }
     void fail(const std::string& description, XmlOutcome outcome = XmlOutcome::NotWellFormed);
     void failPastBounds(const std::string& description) { fail(description, XmlOutcome::PastBounds); }
     void checkFull();
@@ -103,6 +89,8 @@ private:
             try {
                 body(reader);
                 reader.checkFull();
+            } catch (const std::bad_alloc& error) {
+                reader.failPastBounds(error.what());
             } catch (const std::exception& error) {
                 reader.fail(error.what());
             }
@@ -119,6 +107,8 @@ private:
     static void endElement(void* context, const xmlChar* name);
     static void characters(void* context, const xmlChar* text, int length);
     static void cdata(void* context, const xmlChar* text, int length);
+    static void beginSubset(void* context, const xmlChar* name, const xmlChar* publicId, const xmlChar* systemId);
+    static void endSubset(void* context, const xmlChar* name, const xmlChar* publicId, const xmlChar* systemId);
     static void declareEntity(void* context, const xmlChar* name, int type, const xmlChar* publicId,
         const xmlChar* systemId, xmlChar* content);
 
@@ -127,8 +117,11 @@ private:
     xmlParserCtxtPtr _document = nullptr;
     // Character data since the last boundary.
     std::string _text;
-    AttributeCounter _attributes;
+    XmlScanner _scanner;
     std::size_t _bytesRead = 0;
+    // Where the document type's declarations begin, in the library's count.
+    std::optional<std::size_t> _subsetBegin;
+    bool _documentTypeIsRead = false;
     std::size_t _bytesTold = 0;
     std::size_t _elements = 0;
     int _depth = 0;
@@ -178,8 +171,11 @@ void Reader::startElement(void* context, const xmlChar* name, const xmlChar** at
             return reader.failPastBounds("elements are nested too deep");
         if (++reader._elements > reader._limits.elements)
             return reader.failPastBounds("too many elements");
+        std::size_t attributeCount = 0;
         XmlAttributes list;
         for (auto at = attributes; at && at[0]; at += 2) {
+            if (++attributeCount > reader._limits.attributes)
+                return reader.failPastBounds("an element has too many attributes");
             const auto* value = at[1] ? chars(at[1]) : "";
             reader.count(std::strlen(value));
             list.add(chars(at[0]), value);
@@ -225,6 +221,28 @@ void Reader::cdata(void* context, const xmlChar* text, int length)
     });
 }
 
+std::size_t placeIn(const xmlParserCtxt& context)
+{
+    const auto* input = context.input;
+    return input ? static_cast<std::size_t>(input->consumed) + static_cast<std::size_t>(input->cur - input->base) : 0;
+}
+
+void Reader::beginSubset(void* context, const xmlChar* name, const xmlChar* publicId, const xmlChar* systemId)
+{
+    xmlSAX2InternalSubset(context, name, publicId, systemId);
+    guarded(context, [&](Reader& reader) { reader._subsetBegin = placeIn(*static_cast<xmlParserCtxtPtr>(context)); });
+}
+
+void Reader::endSubset(void* context, const xmlChar*, const xmlChar*, const xmlChar*)
+{
+    guarded(context, [&](Reader& reader) {
+        const auto end = placeIn(*static_cast<xmlParserCtxtPtr>(context));
+        if (reader._subsetBegin && end - *reader._subsetBegin > reader._limits.subsetBytes)
+            reader.failPastBounds("the document type declares too much");
+        reader._documentTypeIsRead = true;
+    });
+}
+
 // What an entity would bring from outside counts as empty, so that the library never has anything to fetch.
 void Reader::declareEntity(
     void* context, const xmlChar* name, int type, const xmlChar* publicId, const xmlChar* systemId, xmlChar* content)
@@ -249,7 +267,8 @@ xmlSAXHandler Reader::handler()
     xmlSAXHandler sax {};
     sax.initialized = 1;
     sax.startDocument = xmlSAX2StartDocument;
-    sax.internalSubset = xmlSAX2InternalSubset;
+    sax.internalSubset = beginSubset;
+    sax.externalSubset = endSubset;
     sax.isStandalone = xmlSAX2IsStandalone;
     sax.hasInternalSubset = xmlSAX2HasInternalSubset;
     sax.hasExternalSubset = xmlSAX2HasExternalSubset;
@@ -284,8 +303,10 @@ bool Reader::feed(xmlParserCtxtPtr context, std::string_view bytes, bool last)
     _bytesRead += bytes.size();
     if (_bytesRead > _limits.bytes)
         failPastBounds("the document is too large");
-    else if (!_attributes.count(bytes, _limits.attributes))
+    else if (!_scanner.count(bytes, _limits.attributes))
         failPastBounds("an element has too many attributes");
+    else if (isDocumentTypeTooLarge())
+        failPastBounds("the document type declares too much");
     else
         xmlParseChunk(context, bytes.data(), static_cast<int>(bytes.size()), last);
     if (!_failed && !context->wellFormed) {
@@ -297,14 +318,16 @@ bool Reader::feed(xmlParserCtxtPtr context, std::string_view bytes, bool last)
             description = "line " + std::to_string(error->line) + ": " + description;
         // The library has its own eye on entities.
         fail(description,
-            error && error->code == XML_ERR_ENTITY_LOOP ? XmlOutcome::PastBounds : XmlOutcome::NotWellFormed);
+            error && (error->code == XML_ERR_ENTITY_LOOP || error->code == XML_ERR_NO_MEMORY)
+                ? XmlOutcome::PastBounds
+                : XmlOutcome::NotWellFormed);
     }
     return !_failed;
 }
 
 bool Reader::readInto(int file, xmlParserCtxtPtr context)
 {
-    const auto buffer = std::make_unique_for_overwrite<std::array<char, 1 << 14>>();
+    const auto buffer = std::make_unique_for_overwrite<std::array<char, pieceBytes>>();
     for (;;) {
         const auto got = ::read(file, buffer->data(), buffer->size());
         if (got < 0)
@@ -337,9 +360,8 @@ XmlOutcome Reader::parse(const std::string& path)
 XmlOutcome Reader::parseBytes(std::string_view bytes)
 {
     return parse(bytes.substr(0, startBytes), [&](xmlParserCtxtPtr context) {
-        constexpr std::size_t piece = 1 << 16;
-        for (auto at = startBytes; at < bytes.size(); at += piece) {
-            if (!feed(context, bytes.substr(at, piece), false))
+        for (auto at = startBytes; at < bytes.size(); at += pieceBytes) {
+            if (!feed(context, bytes.substr(at, pieceBytes), false))
                 return false;
         }
         return true;
@@ -353,6 +375,7 @@ XmlOutcome Reader::parse(std::string_view start, const std::function<bool(xmlPar
         return _outcome;
     }
     _bytesRead = start.size();
+    _scanner.begin(start);
     const auto context = makeContext(start);
     context->_private = this;
     _document = context.get();
@@ -364,15 +387,6 @@ XmlOutcome Reader::parse(std::string_view start, const std::function<bool(xmlPar
     return _outcome;
 }
 
-}
-
-const std::string* XmlAttributes::find(const std::string& name) const
-{
-    for (const auto& attribute : _attributes) {
-        if (attribute.name == name)
-            return &attribute.value;
-    }
-    return nullptr;
 }
 
 XmlOutcome parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits)

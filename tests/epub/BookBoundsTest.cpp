@@ -230,6 +230,35 @@ TEST_F(BookBounds, AttributesOfAnElement)
     EXPECT_FALSE(imports({ .page = withAttributes(_xml.attributes + 1), .fixed = true }));
 }
 
+TEST_F(BookBounds, AttributesInOtherEncodings)
+{
+    // A character whose bytes look like "<" must not begin the count anew.
+    const auto encoded = [](std::size_t count, int bytes, bool lowestFirst) {
+        std::string text;
+        const auto put = [&](std::uint32_t character) {
+            for (int i = 0; i < bytes; ++i)
+                text += static_cast<char>(character >> 8 * (lowestFirst ? i : bytes - 1 - i) & 0xFF);
+        };
+        const auto putAll = [&](const std::string& characters) {
+            for (const char c : characters)
+                put(static_cast<unsigned char>(c));
+        };
+        put(0xFEFF);
+        putAll("<html");
+        for (std::size_t i = 0; i < count; ++i) {
+            putAll(" a" + std::to_string(i) + "='");
+            put(0x3C3C);
+            putAll("'");
+        }
+        putAll("/>");
+        return text;
+    };
+    for (const bool lowestFirst : { false, true }) {
+        EXPECT_TRUE(imports({ .page = encoded(100, 2, lowestFirst), .fixed = true }));
+        EXPECT_FALSE(imports({ .page = encoded(_xml.attributes + 1, 2, lowestFirst), .fixed = true }));
+    }
+}
+
 TEST_F(BookBounds, TextOfEntities)
 {
     EXPECT_TRUE(imports({ .page = expanding(_xml.freeExpansion), .fixed = true }));
@@ -278,24 +307,58 @@ TEST_F(BookBounds, EntriesOfTheContents)
     EXPECT_FALSE(imports({ .contents = contents(_book.contentsEntries + 1) }));
 }
 
-TEST_F(BookBounds, BytesOfAllPaths)
+TEST_F(BookBounds, BytesOfTheEntry)
 {
-    // Each path takes 4 kB below the book's folder.
+    // Each path takes 4 kB below the book's folder, and a few bytes more as it is stored; so do the other fields.
     constexpr std::size_t pathBytes = 4'096;
     const auto base = _hub.layout._booksPath + "/Book/";
-    const auto count = _book.pathBytes / pathBytes;
+    const auto most = _book.entryBytes / pathBytes;
     const auto name = std::string(pathBytes - base.size(), 'n');
     const auto references = [&](std::size_t references) {
         return Book { .items = "<item id='n' href='" + name + "'/>",
             .references = repeated(references, "<r idref='n'/>") };
     };
-    // The page is one more, and takes less.
-    EXPECT_TRUE(imports(references(count - 1)));
-    EXPECT_FALSE(imports(references(count)));
+    EXPECT_TRUE(imports(references(most - 4)));
+    EXPECT_FALSE(imports(references(most)));
     const auto contents = [&](std::size_t entries) {
         return Book { .contents = "<ncx>" + repeated(entries, "<content src='" + name + "'/>") + "</ncx>" };
     };
-    EXPECT_FALSE(imports(contents(count + 1)));
+    EXPECT_TRUE(imports(contents(most - 6)));
+    EXPECT_FALSE(imports(contents(most)));
+    // Both together.
+    auto both = references(most / 2);
+    both.contents = contents(most / 2).contents;
+    EXPECT_FALSE(imports(both));
+}
+
+TEST_F(BookBounds, DeclarationsOfADocument)
+{
+    const auto declaring = [&](std::size_t bytes) {
+        const std::string start = "<!DOCTYPE ncx [<!ENTITY e '";
+        const std::string end = "'>]>";
+        // Counted from after the name to the end.
+        return start + std::string(bytes - start.size() - end.size(), 'x') + end + "<ncx/>";
+    };
+    EXPECT_TRUE(imports({ .contents = declaring(_xml.subsetBytes) }));
+    EXPECT_FALSE(imports({ .contents = declaring(_xml.subsetBytes + 100) }));
+    EXPECT_FALSE(imports({ .page = declaring(_xml.subsetBytes + 100), .fixed = true }));
+    // Without an end in sight.
+    EXPECT_FALSE(imports({ .contents = "<!DOCTYPE ncx [" + std::string(10 * _xml.subsetBytes, ' ') }));
+}
+
+TEST_F(BookBounds, ChoicesOfADeclaration)
+{
+    // The parser compares each name with each.
+    std::string choices = "v";
+    for (int i = 0; i < 200'000; ++i)
+        choices += "|v" + std::to_string(i);
+    EXPECT_FALSE(imports({ .contents = "<!DOCTYPE l [<!ATTLIST l a (" + choices + ") 'v'>]><l/>" }));
+}
+
+TEST_F(BookBounds, DocumentTypeAloneIsNoDeclaration)
+{
+    EXPECT_TRUE(imports({ .contents = "<!DOCTYPE ncx PUBLIC '-//NISO//DTD ncx 2005-1//EN' "
+                                      "'http://www.daisy.org/z3986/2005/ncx-2005-1.dtd'><ncx/>" }));
 }
 
 TEST_F(BookBounds, BytesOfATitle)

@@ -178,7 +178,7 @@ TEST(OPFParser, ParseThatBrokeOffLeavesNoTraceForTheNext)
 
 TEST(OPFParser, ManyItemsAreRead)
 {
-    constexpr int count = 100'000;
+    constexpr int count = 10'000;
     std::string manifest;
     std::string spine = "<spine>";
     for (int i = 0; i < count; ++i) {
@@ -188,7 +188,7 @@ TEST(OPFParser, ManyItemsAreRead)
     }
     const auto parser = parsed(package("", manifest, spine + "</spine>"));
     ASSERT_EQ(parser.fileList().size(), static_cast<std::size_t>(count));
-    EXPECT_EQ(parser.fileList().back(), "f99999");
+    EXPECT_EQ(parser.fileList().back(), "f9999");
 }
 
 }

@@ -4,6 +4,7 @@
 #include "app/gtk/LibraryWindowGtk.hpp"
 #include "app/gtk/ReaderWindowFactoryGtk.hpp"
 #include "app/gtk/ShortcutsHelp.hpp"
+#include "platform/ExitDeadline.hpp"
 #include "platform/GLibRunLoop.hpp"
 #include "platform/Log.hpp"
 #include "platform/Path.hpp"
@@ -18,6 +19,7 @@
 
 #include <glib-unix.h>
 
+#include <chrono>
 #include <csignal>
 #include <optional>
 #include <utility>
@@ -28,6 +30,9 @@ namespace {
 
 // How long what changed may wait for its flush, where no one asked for one.
 constexpr double flushDelay = 1;
+
+// How long the end waits for work in the background.
+constexpr auto patienceForEnd = std::chrono::milliseconds(700);
 
 // How long a start waits for an instance that is ending.
 constexpr double patienceForHome = 5;
@@ -208,6 +213,10 @@ void Application::on_shutdown()
         controller.cancelProcess();
         controller.finishReading();
         controller.applicationWillTerminate();
+        _parts->store.defaults->synchronize();
+        // What a disk or a drive keeps waiting is not waited for: books that are copied and not yet in the catalogue
+        // are taken up by the next launch.
+        endProcessWithin(patienceForEnd);
         _parts->runLoop.finishBackgroundWork();
         _parts->store.defaults->synchronize();
         _parts = nullptr;

@@ -1,0 +1,244 @@
+#include "epub/InspectionProcess.hpp"
+
+#include "catalogue/CatalogueEntry.hpp"
+#include "platform/Bounds.hpp"
+#include "platform/Files.hpp"
+#include "platform/Log.hpp"
+#include "tests/support/EpubBuilder.hpp"
+#include "tests/support/FakeInspectionHub.hpp"
+#include "tests/support/StoredArchive.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+
+#include <atomic>
+#include <csignal>
+#include <filesystem>
+#include <future>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace pagora {
+
+namespace {
+
+namespace fs = std::filesystem;
+using test::EpubBuilder;
+using Lines = std::vector<std::string>;
+
+const Lines tooLarge { "Book.epub --> epub is too large to be opened safely" };
+
+class InspectionProcessTest : public testing::Test {
+protected:
+    BookInfoPtr inspect(const std::string& path)
+    {
+        _hub.faultyBooks.clear();
+        _process.emptyScratch();
+        return _process.getBookInfo(path, StopOnErrors::Yes);
+    }
+    BookInfoPtr inspect(const EpubBuilder& builder) { return inspect(builder.write(_folder.path("Book.epub"))); }
+    // The book is refused in one line, and another one comes in after it.
+    void expectRefused(const EpubBuilder& builder)
+    {
+        EXPECT_FALSE(inspect(builder));
+        EXPECT_EQ(_hub.faultyBooks, tooLarge);
+        EXPECT_TRUE(inspect(EpubBuilder()));
+    }
+
+    test::TemporaryFolder _folder;
+    test::FakeInspectionHub _hub { _folder.path() };
+    std::atomic<bool> _ended = false;
+    InspectionProcess _process { _hub, [this] { return _ended.load(); } };
+};
+
+// Elements with as many attributes as are allowed: the parser takes the square of their number for each.
+std::string manyAttributes(int elements)
+{
+    std::string element = "<e";
+    for (std::size_t i = 0; i < XmlLimits().attributes - 10; ++i)
+        element += " a" + std::to_string(i) + "=''";
+    element += "/>";
+    std::string document = "<ncx>";
+    for (int i = 0; i < elements; ++i)
+        document += element;
+    return document + "</ncx>";
+}
+
+}
+
+TEST_F(InspectionProcessTest, GivesTheRecordOfAnInspection)
+{
+    const auto path = EpubBuilder().fixedLayout(700, 900).write(_folder.path("Book.epub"));
+    const auto book = inspect(path);
+    ASSERT_TRUE(book);
+    EXPECT_EQ(_hub._bookInfo, book);
+    const auto epubPath = _hub._epubPath;
+    const auto here = EpubInspection(_hub).getBookInfo(path, StopOnErrors::Yes);
+    ASSERT_TRUE(here);
+    EXPECT_EQ(entryFromBook(*book), entryFromBook(*here));
+    EXPECT_EQ(epubPath, _hub._epubPath);
+}
+
+TEST_F(InspectionProcessTest, TellsWhyABookIsRejected)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().member("META-INF/encryption.xml", "")));
+    EXPECT_EQ(_hub.faultyBooks, Lines { "Book.epub --> epub is crypted by DRM" });
+    EXPECT_FALSE(inspect(_folder.path("missing.epub")));
+    EXPECT_EQ(_hub.faultyBooks, Lines { "missing.epub --> epub is corrupted (mimetype not identified)" });
+}
+
+TEST_F(InspectionProcessTest, RejectedBookKeepsItsRecord)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().fixedLayout(700, 900).without("OEBPS/chapter3.xhtml")));
+    ASSERT_TRUE(_hub._bookInfo);
+    EXPECT_EQ(_hub._bookInfo->type(), "fixed");
+}
+
+TEST_F(InspectionProcessTest, Logs)
+{
+    Lines lines;
+    const LogCapture capture([&](const std::string& line) { lines.push_back(line); });
+    inspect(EpubBuilder());
+    EXPECT_EQ(lines,
+        (Lines { "Book filePath: " + _folder.path("cache/_books/Book/OEBPS"), "subfolder - OEBPS",
+            "cover file - OEBPS/images/cover.jpg" }));
+}
+
+TEST_F(InspectionProcessTest, LeavesTheMembersInTheScratchFolderUntilItIsEmptied)
+{
+    inspect(EpubBuilder());
+    EXPECT_TRUE(fileExists(_folder.path("cache/_data/OEBPS/toc.ncx")));
+    _process.emptyScratch();
+    EXPECT_EQ(folderEntries(_folder.path("cache/_data")), Lines {});
+}
+
+TEST_F(InspectionProcessTest, FileFromBeforeCounts)
+{
+    test::makeFile(_folder.path("cache/_data/META-INF/encryption.xml"), "");
+    EXPECT_FALSE(_process.getBookInfo(EpubBuilder().write(_folder.path("Book.epub")), StopOnErrors::Yes));
+    EXPECT_EQ(_hub.faultyBooks, Lines { "Book.epub --> epub is crypted by DRM" });
+}
+
+TEST_F(InspectionProcessTest, ManyBooksShareOneProcess)
+{
+    inspect(EpubBuilder());
+    const auto process = _process.process();
+    inspect(EpubBuilder().title("Other"));
+    EXPECT_EQ(_process.process(), process);
+    EXPECT_GT(process, 0);
+}
+
+TEST_F(InspectionProcessTest, ScratchFolderMayBeMadeAnew)
+{
+    inspect(EpubBuilder());
+    fs::remove_all(_folder.path("cache"));
+    EXPECT_TRUE(inspect(EpubBuilder()));
+}
+
+TEST_F(InspectionProcessTest, ProcessThatWentAwayIsStartedAnew)
+{
+    inspect(EpubBuilder());
+    ASSERT_EQ(::kill(_process.process(), SIGKILL), 0);
+    EXPECT_TRUE(inspect(EpubBuilder()));
+}
+
+TEST_F(InspectionProcessTest, BookThatTakesTooMuchTimeIsRefused)
+{
+    InspectionLimits limits;
+    limits.processorSeconds = 0;
+    InspectionProcess quick(
+        _hub, [] { return false; }, limits);
+    quick.emptyScratch();
+    const auto path = EpubBuilder().member("OEBPS/toc.ncx", manyAttributes(2'000)).write(_folder.path("Book.epub"));
+    EXPECT_FALSE(quick.getBookInfo(path, StopOnErrors::Yes));
+    EXPECT_EQ(_hub.faultyBooks, tooLarge);
+    EXPECT_EQ(quick.process(), 0);
+}
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// Sanitizers get themselves far more memory than they use, and have no limit.
+TEST_F(InspectionProcessTest, BookThatTakesTooMuchMemoryIsRefused)
+{
+    // Each piece between commas is a string.
+    expectRefused(EpubBuilder().fixedLayout(600, 800).member(
+        "OEBPS/chapter3.xhtml", "<html><meta name='viewport' content='" + std::string(10'000'000, ',') + "'/></html>"));
+}
+#endif
+
+TEST_F(InspectionProcessTest, BookThatTakesTooMuchDiskIsRefused)
+{
+    // Bytes that do not pack, which make the archive large enough for the rest.
+    std::string noise;
+    for (std::uint32_t i = 0, number = 1; i < 2'000'000; ++i, number = number * 1'664'525 + 1'013'904'223)
+        noise += static_cast<char>(number >> 24);
+    auto builder = EpubBuilder().member("noise", noise);
+    builder.member("OEBPS/content.opf",
+        "<package><manifest><item id='ncx' href='zeros*'/></manifest><spine toc='ncx'/></package>");
+    for (int i = 0; i < 9; ++i)
+        builder.member("OEBPS/zeros" + std::to_string(i), std::string(30'000'000, '\0'));
+    expectRefused(builder);
+}
+
+TEST_F(InspectionProcessTest, EntryLargerThanItMayBeIsRefused)
+{
+    std::string items;
+    std::string references;
+    const std::string longName(3'000, 'n');
+    for (int i = 0; i < 400; ++i) {
+        const auto id = "i" + std::to_string(i);
+        items += "<item id='" + id + "' href='" + longName + id + "'/>";
+        references += "<itemref idref='" + id + "'/>";
+    }
+    expectRefused(EpubBuilder().member(
+        "OEBPS/content.opf", "<package><manifest>" + items + "</manifest><spine>" + references + "</spine></package>"));
+}
+
+TEST_F(InspectionProcessTest, InspectionEndsWithTheProgramAndWithoutALine)
+{
+    const auto path = EpubBuilder().member("OEBPS/toc.ncx", manyAttributes(2'000)).write(_folder.path("Book.epub"));
+    auto book = std::async(std::launch::async, [&] { return inspect(path); });
+    while (_process.process() == 0)
+        std::this_thread::yield();
+    _ended = true;
+    EXPECT_FALSE(book.get());
+    EXPECT_EQ(_hub.faultyBooks, Lines {});
+}
+
+TEST_F(InspectionProcessTest, CoverIsScaledAhead)
+{
+    CoverProcess covers([] { return false; });
+    const auto path = EpubBuilder().cover(600, 800).write(_folder.path("Book.epub"));
+    const auto ahead = covers.coverAhead(path);
+    ASSERT_TRUE(ahead && ahead->picture);
+    const auto book = _process.getBookInfo(path, StopOnErrors::Yes, &*ahead);
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->imgData(), ahead->picture);
+}
+
+TEST_F(InspectionProcessTest, CoverOfAnotherBookDoesNotCount)
+{
+    CoverProcess covers([] { return false; });
+    const auto ahead = covers.coverAhead(EpubBuilder().cover(600, 800).write(_folder.path("Other.epub")));
+    ASSERT_TRUE(ahead);
+    const auto book = _process.getBookInfo(
+        EpubBuilder().cover(1'000, 1'000).write(_folder.path("Book.epub")), StopOnErrors::Yes, &*ahead);
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->cover()->size(), (Size { 106, 106 }));
+}
+
+TEST_F(InspectionProcessTest, LargestCoverComesIn)
+{
+    static_assert(PictureLimits().pixels == 6'000 * 4'000);
+    const auto book = inspect(EpubBuilder().member("OEBPS/images/cover.jpg", test::picture(6'000, 4'000, "png", 128)));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->cover()->size(), (Size { 105, 70 }));
+}
+
+TEST_F(InspectionProcessTest, CoverInSvgComesIn)
+{
+    const auto book = inspect(EpubBuilder().member("OEBPS/images/cover.jpg",
+        "<svg xmlns='http://www.w3.org/2000/svg' width='60' height='80'><rect width='60' height='80'/></svg>"));
+    ASSERT_TRUE(book);
+    ASSERT_TRUE(book->cover());
+    EXPECT_EQ(book->cover()->size(), (Size { 106, 141 }));
+}
+
+}

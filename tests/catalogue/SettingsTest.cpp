@@ -78,4 +78,15 @@ TEST_F(Settings, AMissingFontNameIsNotStored)
     EXPECT_EQ(defaults.realForKey("FontSize"), -1);
 }
 
+TEST_F(Settings, ReaderSettingsAreStoredAndFoundUnderTheirKeys)
+{
+    const ReaderSettings settings { "Palatino", 1.5f, 3, 2 };
+    settings.store(defaults);
+    EXPECT_EQ(defaults.stringForKey("FontName"), "Palatino");
+    EXPECT_EQ(defaults.integerForKey("Columns"), 3);
+    EXPECT_EQ(defaults.integerForKey("Background"), 2);
+    defaults.setObject("FontName", "Georgia");
+    EXPECT_EQ(ReaderSettings::load(defaults).curFontName, "Georgia");
+}
+
 }

@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""What assistive technology is told of the page that is shown: its name and its text, in two lines."""
+"""What assistive technology is told of the page that is shown: its name and its text, in two lines. The text is the page's own
+tree, as far as it is seen, where the engine offers one, and the description elsewhere; one that is told twice is an error."""
+
+import sys
 
 import gi
 
@@ -7,18 +10,41 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi
 
 
-def found(parent, depth=0):
+def children(parent):
     for index in range(parent.get_child_count()):
         child = parent.get_child_at_index(index)
-        if child is None:
-            continue
-        if child.get_description() and ", " in (child.get_name() or ""):
+        if child is not None:
             yield child
+
+
+def below(parent, depth=0):
+    for child in children(parent):
+        yield child
         if depth < 20:
-            yield from found(child, depth + 1)
+            yield from below(child, depth + 1)
+
+
+def is_seen(block, page):
+    """Columns of other pages lie beside the page."""
+    inner, outer = (each.get_extents(Atspi.CoordType.WINDOW) for each in (block, page))
+    return inner.x < outer.x + outer.width and inner.x + inner.width > outer.x
+
+
+def texts(document, page):
+    for block in below(document):
+        if block.get_role_name() in ("heading", "paragraph") and is_seen(block, page):
+            yield Atspi.Text.get_text(block, 0, -1)
 
 
 Atspi.init()
-for page in found(Atspi.get_desktop(0)):
-    print(page.get_role_name(), "|", page.get_name())
-    print(page.get_description().replace("\n", " "))
+for page in below(Atspi.get_desktop(0)):
+    if ", " not in (page.get_name() or "") or page.get_role_name() != "document text":
+        continue
+    description = (page.get_description() or "").replace("\n", " ")
+    trees = [child for child in below(page) if child.get_role_name() == "document web"]
+    if description and trees:
+        sys.exit("the page is told twice")
+    text = " ".join(piece for tree in trees for piece in texts(tree, page)) or description
+    if text:
+        print(page.get_role_name(), "|", page.get_name())
+        print(text)

@@ -12,6 +12,9 @@ text() { timeout 60 /usr/bin/python3 "$tests/page-text.py" | grep -A1 -xF "$1" |
 
 start_with 01 02
 settle
+# The first arrow key goes to the books, and further ones stop at the last.
+key Right
+settle
 key Right
 settle
 key Return

@@ -171,7 +171,10 @@
 
     // Whether anything but blanks sticks out along the line.
     function charactersStickOut(node, box) {
-        const spacing = pixels(about(node.parentElement).style.letterSpacing);
+        const { letterSpacing, hangingPunctuation, fontSize } = about(node.parentElement).style;
+        const spacing = pixels(letterSpacing);
+        // A quotation mark that the book hangs into the margin is meant to stand there.
+        const hanging = /first/.test(hangingPunctuation) ? pixels(fontSize) : 0;
         for (let i = 0; i < node.length; ++i) {
             if (/\s/.test(node.data[i]))
                 continue;
@@ -180,7 +183,7 @@
             for (const rect of range.getClientRects()) {
                 const own = placed(rect);
                 if (Math.abs(own.top - box.top) < 1 && own.from >= box.from - 1 && own.to <= box.to + 1 && own.width > 0
-                    && (own.from < box.columnStart - tolerance || own.to - spacing > box.columnStart + columnWidth + tolerance))
+                    && (own.from < box.columnStart - tolerance - hanging || own.to - spacing > box.columnStart + columnWidth + tolerance))
                     return true;
             }
         }

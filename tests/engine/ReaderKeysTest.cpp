@@ -1,6 +1,7 @@
 #include "reader/gtk/ReaderKeys.hpp"
 
 #include <gdk/gdkkeysyms.h>
+
 #include <gtest/gtest.h>
 
 namespace pagora::test {

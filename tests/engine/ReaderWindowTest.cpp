@@ -509,8 +509,8 @@ TEST_F(ReaderWindowTest, TheSignIsDrawnOnce)
     int quietTicks = 0;
     int frames = 0;
     auto* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(window().gobj()));
-    const auto painted = g_signal_connect_swapped(
-        clock, "after-paint", G_CALLBACK(+[](int* count) { ++*count; }), &frames);
+    const auto painted
+        = g_signal_connect_swapped(clock, "after-paint", G_CALLBACK(+[](int* count) { ++*count; }), &frames);
     Glib::signal_timeout().connect(
         [&] {
             quietTicks = frames == 0 ? quietTicks + 1 : 0;

@@ -113,8 +113,9 @@ TEST(OPFParser, AttributesAreMatchedExactly)
     ASSERT_EQ(metadataOf("<meta name='cover' content='c'/>", item), (Dictionary { { "cover", "c.jpg" } }));
     EXPECT_EQ(metadataOf("<meta Name='cover' content='c'/>", item), Dictionary {});
     EXPECT_EQ(metadataOf("<meta name='cover' CONTENT='c'/>", item), Dictionary {});
-    for (const auto* other : { "<item ID='c' href='c.jpg' media-type='image/jpeg'/>",
-             "<item id='c' Href='c.jpg' media-type='image/jpeg'/>", "<item id='c' href='c.jpg' Media-type='image/jpeg'/>" })
+    for (const auto* other :
+        { "<item ID='c' href='c.jpg' media-type='image/jpeg'/>", "<item id='c' Href='c.jpg' media-type='image/jpeg'/>",
+            "<item id='c' href='c.jpg' Media-type='image/jpeg'/>" })
         EXPECT_EQ(metadataOf("<meta name='cover' content='c'/>", other), Dictionary {}) << other;
 }
 

@@ -131,7 +131,8 @@ TEST_F(Boundaries, TheStyleSheetOfAThemeSaysItsColors)
         "body{column-gap:40px!important;margin:0!important;padding:40px 20px!important;overflow:hidden!important;"
         "column-width:auto!important;column-count:2!important;height:620px!important;font-family:Georgia!important;"
         "color:#5F4B32!important;background-color:#FBF0D9!important;}"
-        "img{float:left!important;height:auto!important;max-width:min(320px,100%)!important;max-height:496px!important}");
+        "img{float:left!important;height:auto!important;max-width:min(320px,100%)!important;max-height:496px!"
+        "important}");
 }
 
 TEST_F(Boundaries, AContentsPaneOfJustHalfTheWindowKeepsItsWidth)

@@ -73,7 +73,8 @@ std::optional<ReaderCommand> pageCommand(guint keyval, bool shift, ReaderFocus f
 
 }
 
-std::optional<ReaderCommand> readerCommand(guint keyval, Gdk::ModifierType state, ReaderFocus focus, PageDirection direction)
+std::optional<ReaderCommand> readerCommand(
+    guint keyval, Gdk::ModifierType state, ReaderFocus focus, PageDirection direction)
 {
     const auto holds = [state](Gdk::ModifierType modifier) { return (state & modifier) == modifier; };
     if (holds(Gdk::ModifierType::ALT_MASK) || holds(Gdk::ModifierType::SUPER_MASK))

@@ -41,7 +41,7 @@ enum class ReaderFocus {
 enum class PageDirection { LeftToRight, RightToLeft };
 
 // The command of a key with these modifiers while the focus is there; missing when the key goes to the focus.
-std::optional<ReaderCommand> readerCommand(guint keyval, Gdk::ModifierType state, ReaderFocus focus,
-    PageDirection direction);
+std::optional<ReaderCommand> readerCommand(
+    guint keyval, Gdk::ModifierType state, ReaderFocus focus, PageDirection direction);
 
 }

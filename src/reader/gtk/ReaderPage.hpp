@@ -11,8 +11,8 @@
 namespace pagora {
 
 // The page view that a reader window takes in, with what the window needs of it besides: its widget, how to hear of
-// flicks, and, where they are set, whether a control of the page needs the keys, which way the pages run, the colour behind the page, and the
-// name under which assistive technology finds it.
+// flicks, and, where they are set, whether a control of the page needs the keys, which way the pages run, the colour
+// behind the page, and the name under which assistive technology finds it.
 struct ReaderPage {
     std::unique_ptr<WebView> webView;
     Gtk::Widget* widget = nullptr;

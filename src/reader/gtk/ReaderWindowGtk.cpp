@@ -169,8 +169,8 @@ Glib::RefPtr<Gtk::EventController> ReaderWindowGtk::makeKeys()
     _connections.push_back(keys->signal_key_pressed().connect(
         [this](guint keyval, guint, Gdk::ModifierType state) {
             const bool rightToLeft = page.runsRightToLeft && page.runsRightToLeft();
-            const auto command = readerCommand(keyval, state, focusKind(),
-                rightToLeft ? PageDirection::RightToLeft : PageDirection::LeftToRight);
+            const auto command = readerCommand(
+                keyval, state, focusKind(), rightToLeft ? PageDirection::RightToLeft : PageDirection::LeftToRight);
             return command && perform(*command);
         },
         false));

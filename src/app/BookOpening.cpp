@@ -137,6 +137,7 @@ void BookOpening::showReflowableReader(BookInfo& book)
     auto& controller = *_state._epubWindowController;
     auto& window = controller.window();
     window.setTitle(windowTitle(book));
+    controller.setBook(book.title().value_or(""), book.author().value_or(""));
     window.setFrame(_platform.libraryWindow.mainWindow().frame());
     if (book.bookPath())
         controller.webView().setBookFolder(*book.bookPath());
@@ -176,6 +177,7 @@ void BookOpening::showFixedReader(BookInfo& book)
         controller.webView().setBookFolder(*book.bookPath());
     auto& window = controller.window();
     window.setTitle(windowTitle(book));
+    controller.setBook(book.title().value_or(""), book.author().value_or(""));
     window.setFrame(_platform.libraryWindow.mainWindow().frame());
     window.makeKeyAndOrderFront();
 }

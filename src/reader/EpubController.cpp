@@ -101,6 +101,7 @@ void EpubController::loadSplits(
     _missingSplits.clear();
     _leavingLinks.clear();
     _window.setLoading(false);
+    _window.setNothingToShow(_bookSplits.empty());
 
     _window.webView().setTextSizeMultiplier(_currentFontSize);
     fontSize.setFloatValue(_currentFontSize);

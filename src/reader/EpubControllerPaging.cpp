@@ -226,6 +226,9 @@ Task<void> EpubController::notePlace()
     // it.
     const bool atStart = X == 0 && !_frameIsLoaded;
     _lastPlace = atStart ? 0 : (X + W / 2) / S;
+    const auto count = static_cast<std::int64_t>(std::ceil(S / W));
+    const auto page = static_cast<std::int64_t>(std::lround(X / W)) + 1;
+    _window.setPageOfChapter(std::min(page, count), count);
 }
 
 }

@@ -49,6 +49,10 @@ public:
     virtual WebView& webView() = 0;
     // Says in the place of the page that there is none. A window may leave that out.
     virtual void setPageIsMissing(bool isMissing) { }
+    // What the window says of the book, besides its title; the author may be empty. A window may leave that out.
+    virtual void setBook(const std::string& title, const std::string& author) { }
+    // Says in the place of the page that the book has nothing to show, with a way back.
+    virtual void setNothingToShow(bool isNothing) { }
     // Shows that the page is on its way, once that takes longer than a moment. A window may leave that out.
     virtual void setLoading(bool isLoading) { }
     virtual TextField& locLabel() = 0;
@@ -64,6 +68,8 @@ public:
     virtual SegmentedControl& colorControl() = 0;
     virtual PopUpButton& fontMenu() = 0;
     virtual TextField& searchField() = 0;
+    // Shows which page of its chapter is seen, counted from 1, and of how many.
+    virtual void setPageOfChapter(std::int64_t page, std::int64_t count) { }
     // Shows how many columns the page has.
     virtual void setColumnCount(std::int32_t columns) = 0;
     // The panel with the display options.

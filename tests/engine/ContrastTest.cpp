@@ -244,6 +244,30 @@ TEST_P(ContrastTest, OfTheReader)
     expectReadable(parts.window.window(), { "Library", "Search", "an entry of the contents", "Page 3 of 14" });
 }
 
+TEST_P(ContrastTest, OfTheReadersBarsOnEachPaper)
+{
+    for (const int theme : { 1, 2, 3 }) {
+        auto page = makePage();
+        page.setBackground = [](const Color&) {};
+        EpubWindowGtk reader(std::move(page));
+        reader.window().setFrame({ 0, 0, 1000, 700 });
+        reader.setBook("A title", "Its author");
+        reader.setPageOfChapter(3, 12);
+        reader.parts().locLabel.setStringValue("14 %");
+        reader.bgView().setFillColor(backgroundColorForTheme(theme));
+        reader.window().makeKeyAndOrderFront();
+        expectReadable(reader.parts().window.window(), { "Library", "A title", "Its author", "page 3 of 12", "14 %" });
+    }
+}
+
+TEST_P(ContrastTest, OfABookWithNothingToShow)
+{
+    EpubWindowGtk reader(makePage());
+    reader.setNothingToShow(true);
+    reader.window().makeKeyAndOrderFront();
+    expectReadable(reader.parts().window.window(), { "This book has no pages that can be shown." });
+}
+
 TEST_P(ContrastTest, OfTheDisplayOptions)
 {
     EpubWindowGtk reader(_toplevel, makePage());

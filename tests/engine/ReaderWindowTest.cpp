@@ -8,6 +8,8 @@
 #include <gtkmm/drawingarea.h>
 #include <gtkmm/dropdown.h>
 #include <gtkmm/eventcontrollermotion.h>
+#include <gtkmm/headerbar.h>
+#include <gtkmm/label.h>
 #include <gtkmm/revealer.h>
 #include <gtkmm/stack.h>
 
@@ -585,6 +587,20 @@ TEST_F(ReaderWindowTest, PageAreaIsWhiteUntilItIsFilled)
     EXPECT_EQ(epub->parts().bgView.fillColor(), Color::white(1));
     epub->bgView().setFillColor(Color::white(0));
     EXPECT_EQ(epub->parts().bgView.fillColor(), Color::white(0));
+}
+
+TEST_F(ReaderWindowTest, TheTitleBarHasTheBooksTitleAndAuthorAndTheWindowItsOwn)
+{
+    makeEpubWindow();
+    epub->window().setTitle("Pagora - A title");
+    epub->setBook("A title", "Its author");
+    auto* const book = widget<Gtk::HeaderBar>("headerBar").get_title_widget();
+    ASSERT_TRUE(book);
+    EXPECT_EQ(dynamic_cast<Gtk::Label&>(*book->get_first_child()).get_text(), "A title");
+    EXPECT_EQ(dynamic_cast<Gtk::Label&>(*book->get_last_child()).get_text(), "Its author");
+    EXPECT_EQ(window().get_title(), "Pagora - A title");
+    epub->setBook("A title", "");
+    EXPECT_FALSE(book->get_last_child()->get_visible());
 }
 
 TEST_F(ReaderWindowTest, HeaderBarComesInFullScreenOnlyWhenCalled)

@@ -14,8 +14,8 @@ namespace pagora {
 
 // Offers the text that a page shows to assistive technology, as the description of the engine's widget, which has the
 // keyboard focus; its name tells the book and the chapter. The text is collected when the page has come to rest, so
-// that turning pages does not wait for it. Where the engine offers the page's own tree, the text is not offered a second
-// time. Main thread.
+// that turning pages does not wait for it. Where the engine offers the page's own tree, the text is not offered a
+// second time. Main thread.
 class SpokenPage {
 public:
     explicit SpokenPage(WebKitWebView* view);

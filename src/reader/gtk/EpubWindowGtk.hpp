@@ -20,6 +20,10 @@ public:
     SegmentedControl& colorControl() override { return _colorControl; }
     PopUpButton& fontMenu() override { return _fontMenu; }
     TextField& searchField() override { return _searchField; }
+    void setPageOfChapter(std::int64_t page, std::int64_t count) override
+    {
+        _parts.surroundings.setPageOfChapter(page, count);
+    }
     void setColumnCount(std::int32_t columns) override;
     Window& displayOptions() override { return _displayOptions; }
     std::vector<std::string> availableFontFamilies() const override;

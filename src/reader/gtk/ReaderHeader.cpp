@@ -1,6 +1,7 @@
 #include "reader/gtk/ReaderHeader.hpp"
 
 #include "platform/Translation.hpp"
+#include "platform/gtk/DisplayText.hpp"
 
 #include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/window.h>
@@ -19,13 +20,22 @@ constexpr double slack = 12;
 
 ReaderHeader::ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Widget& content)
     : _content(content)
-    , _bar(*layout->get_widget<Gtk::Widget>("headerBar"))
+    , _bar(*layout->get_widget<Gtk::HeaderBar>("headerBar"))
     , _place(*layout->get_widget<Gtk::Box>("headerPlace"))
     , _revealer(*layout->get_widget<Gtk::Revealer>("headerRevealer"))
     , _library(*layout->get_widget<Gtk::Button>("libraryButton"))
     , _contents(*layout->get_widget<Gtk::ToggleButton>("contentsButton"))
     , _fullScreen(*layout->get_widget<Gtk::Button>("fullScreenButton"))
+    , _book(Gtk::Orientation::VERTICAL)
 {
+    _book.set_valign(Gtk::Align::CENTER);
+    _title.add_css_class("title");
+    _author.add_css_class("subtitle");
+    for (auto* const label : { &_title, &_author }) {
+        label->set_ellipsize(Pango::EllipsizeMode::END);
+        label->set_single_line_mode(true);
+        _book.append(*label);
+    }
     const auto pointer = Gtk::EventControllerMotion::create();
     pointer->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _connections.push_back(pointer->signal_enter().connect([this](double, double y) { pointerIsAt(y); }));
@@ -39,6 +49,24 @@ ReaderHeader::~ReaderHeader()
     for (auto& connection : _connections)
         connection.disconnect();
     _content.remove_controller(_pointer);
+    if (_book.get_parent())
+        gtk_header_bar_set_title_widget(_bar.gobj(), nullptr);
+}
+
+void ReaderHeader::setBook(const std::string& title, const std::string& author)
+{
+    _title.set_text(displayText(title));
+    _author.set_text(displayText(author));
+    _author.set_visible(!author.empty());
+    if (!title.empty())
+        _bar.set_title_widget(_book);
+}
+
+void ReaderHeader::setCalled(bool isCalled)
+{
+    _isCalled = isCalled;
+    if (_isFullScreen)
+        _revealer.set_reveal_child(isCalled);
 }
 
 void ReaderHeader::connect(Gtk::Button& button, const std::function<void()>& action)
@@ -51,6 +79,7 @@ void ReaderHeader::setFullScreen(bool isFullScreen)
     if (_isFullScreen == isFullScreen)
         return;
     _isFullScreen = isFullScreen;
+    _isCalled = false;
     _revealer.set_reveal_child(false);
     if (isFullScreen) {
         _place.remove(_bar);
@@ -73,7 +102,7 @@ bool ReaderHeader::hasFocus() const
 
 void ReaderHeader::pointerIsAt(double y)
 {
-    if (!_isFullScreen)
+    if (!_isFullScreen || _isCalled)
         return;
     if (y <= touch)
         _revealer.set_reveal_child(true);

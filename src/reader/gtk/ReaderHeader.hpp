@@ -3,6 +3,8 @@
 #include <gtkmm/box.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/button.h>
+#include <gtkmm/headerbar.h>
+#include <gtkmm/label.h>
 #include <gtkmm/revealer.h>
 #include <gtkmm/togglebutton.h>
 
@@ -24,9 +26,13 @@ public:
     void setContentsAction(const std::function<void()>& action) { connect(_contents, action); }
     void setFullScreenAction(const std::function<void()>& action) { connect(_fullScreen, action); }
 
+    // What the title bar says in the place of the window's title; the author may be missing.
+    void setBook(const std::string& title, const std::string& author);
     void setContentsShown(bool shown) { _contents.set_active(shown); }
     bool isContentsShown() const { return _contents.get_active(); }
     void setFullScreen(bool isFullScreen);
+    // Keeps it there in full screen, wherever the pointer is.
+    void setCalled(bool isCalled);
     // Whether the header bar is there to be used: outside of full screen always.
     bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
 
@@ -37,13 +43,17 @@ private:
     bool hasFocus() const;
 
     Gtk::Widget& _content;
-    Gtk::Widget& _bar;
+    Gtk::HeaderBar& _bar;
     Gtk::Box& _place;
     Gtk::Revealer& _revealer;
     Gtk::Button& _library;
     Gtk::ToggleButton& _contents;
     Gtk::Button& _fullScreen;
+    Gtk::Box _book;
+    Gtk::Label _title;
+    Gtk::Label _author;
     bool _isFullScreen = false;
+    bool _isCalled = false;
     Glib::RefPtr<Gtk::EventController> _pointer;
     std::vector<sigc::connection> _connections;
 };

@@ -86,6 +86,8 @@ std::optional<ReaderCommand> readerCommand(
         return ReaderCommand::ToggleContents;
     if (!shift && keyval == GDK_KEY_F11)
         return ReaderCommand::ToggleFullScreen;
+    if (!shift && keyval == GDK_KEY_F10)
+        return ReaderCommand::CallBars;
     if (!shift && keyval == GDK_KEY_Escape)
         return ReaderCommand::LeaveFullScreen;
     if (focus == ReaderFocus::Text || focus == ReaderFocus::Control)

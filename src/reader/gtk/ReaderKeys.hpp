@@ -17,6 +17,7 @@ enum class ReaderCommand {
     ToggleContents,
     ToggleFullScreen,
     LeaveFullScreen,
+    CallBars,
     Search,
     LargerText,
     SmallerText,

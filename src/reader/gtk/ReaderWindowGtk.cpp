@@ -32,6 +32,11 @@ void keepSides(Gtk::Scale& slider, Gtk::Label& label, Gtk::ToggleButton& content
         part->set_direction(Gtk::TextDirection::LTR);
 }
 
+Gtk::Box& locationBar(Gtk::Scale& slider)
+{
+    return dynamic_cast<Gtk::Box&>(*slider.get_parent());
+}
+
 template <typename Kind>
 bool isWithin(const Gtk::Widget* widget)
 {
@@ -57,20 +62,38 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
     , loadingSign(widget<Gtk::Widget>("loadingSign"))
     , locLabel(widget<Gtk::Label>("locLabel"))
     , locSlider(widget<Gtk::Scale>("locSlider"), SliderControl::Continuous::No)
+    , footer(
+          locationBar(widget<Gtk::Scale>("locSlider")), widget<Gtk::Box>("pagePane"), widget<Gtk::Overlay>("pagePlace"))
+    , surroundings(
+          { widget<Gtk::Widget>("stage"), locationBar(widget<Gtk::Scale>("locSlider")), widget<Gtk::Label>("locLabel"),
+              widget<Gtk::Box>("contentsPane"), widget<Gtk::Widget>("tocClip"), widget<Gtk::Overlay>("pagePlace") })
 {
     widget<Gtk::Overlay>("pagePlace").set_child(*page.widget);
     if (page.setFlickHandler)
         page.setFlickHandler([this](double deltaX) { send(&ReaderWindowActions::scrollWheelBegan, deltaX); });
     if (page.setBackground)
-        bgView.setFillHandler([this](const Color& color) { page.setBackground(color); });
+        bgView.setFillHandler([this](const Color& color) {
+            page.setBackground(color);
+            surroundings.setPaper(color);
+        });
     if (page.setNamer) {
         // The page gets the focus as soon as the window is seen, before there is anything to read.
-        const auto name = [this] { page.setNamer([this](const std::string& title) { return nameOfPage(title); }); };
+        const auto name = [this] {
+            page.setNamer([this](const std::string& title) {
+                _documentTitle = title;
+                surroundings.setChapter(chapterName());
+                return nameOfPage();
+            });
+        };
         window.setTitleAction(name);
         name();
     }
-    if (page.nameMayHaveChanged)
-        tocView.setLinksChanged(page.nameMayHaveChanged);
+    tocView.setLinksChanged([this] {
+        surroundings.setHasContents(tocView.hasLinks());
+        surroundings.setChapter(chapterName());
+        if (page.nameMayHaveChanged)
+            page.nameMayHaveChanged();
+    });
     keepSides(
         widget<Gtk::Scale>("locSlider"), widget<Gtk::Label>("locLabel"), widget<Gtk::ToggleButton>("contentsButton"));
     leaveUnnamed(_layout.content());
@@ -128,20 +151,37 @@ void ReaderWindowGtk::connectWindow()
     _connections.push_back(content.signal_map().connect([this] { focusPage(); }));
     // The slider takes the focus with the pointer; the keys go on turning pages.
     locSlider.setReleaseHandler([this] { focusPage(); });
-    window.setStateAction([this] { header.setFullScreen(window.isFront() && window.window().is_fullscreen()); });
+    window.setStateAction([this] {
+        const bool isFullScreen = window.isFront() && window.window().is_fullscreen();
+        header.setFullScreen(isFullScreen);
+        footer.setFullScreen(isFullScreen);
+        _barsAreCalled = _barsAreCalled && isFullScreen;
+    });
     window.setFullScreenAction([this](bool isFullScreen) { fullScreenDidChange(isFullScreen); });
 }
 
-// The book, then the chapter by its entry in the contents or by its own title.
-std::string ReaderWindowGtk::nameOfPage(const std::string& title) const
+std::string ReaderWindowGtk::bookTitle() const
 {
     constexpr std::string_view program = "Pagora - ";
-    std::string name = window.title();
-    if (name.starts_with(program))
-        name.erase(0, program.size());
+    std::string title = window.title();
+    if (title.starts_with(program))
+        title.erase(0, program.size());
+    return title;
+}
+
+std::string ReaderWindowGtk::chapterName() const
+{
     const auto entry = tocView.activeTitle();
-    const auto& chapter = entry.empty() ? title : entry;
-    return chapter.empty() || chapter == name ? name : formatted(_("%s, %s"), name.c_str(), chapter.c_str());
+    const auto& name = entry.empty() ? _documentTitle : entry;
+    return name == bookTitle() ? std::string() : name;
+}
+
+// The book, then the chapter.
+std::string ReaderWindowGtk::nameOfPage() const
+{
+    const auto book = bookTitle();
+    const auto chapter = chapterName();
+    return chapter.empty() ? book : formatted(_("%s, %s"), book.c_str(), chapter.c_str());
 }
 
 void ReaderWindowGtk::focusPage()
@@ -213,6 +253,13 @@ bool ReaderWindowGtk::perform(ReaderCommand command)
         return true;
     case ReaderCommand::ToggleFullScreen:
         send(&ReaderWindowActions::toggleFullScreen);
+        return true;
+    case ReaderCommand::CallBars:
+        if (!window.isFullScreen())
+            return false;
+        _barsAreCalled = !_barsAreCalled;
+        header.setCalled(_barsAreCalled);
+        footer.setCalled(_barsAreCalled);
         return true;
     case ReaderCommand::LeaveFullScreen:
         // An open panel closes first, and so does a large picture in the page.

@@ -6,8 +6,10 @@
 #include "platform/gtk/SliderControl.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/gtk/ConfinementNote.hpp"
+#include "reader/gtk/EdgeBar.hpp"
 #include "reader/gtk/LoadingSign.hpp"
 #include "reader/gtk/NaviButton.hpp"
+#include "reader/gtk/PageSurroundings.hpp"
 #include "reader/gtk/ReaderHeader.hpp"
 #include "reader/gtk/ReaderKeys.hpp"
 #include "reader/gtk/ReaderLayout.hpp"
@@ -66,6 +68,8 @@ public:
     LoadingSign loadingSign;
     LabelField locLabel;
     SliderControl locSlider;
+    EdgeBar footer;
+    PageSurroundings surroundings;
 
 private:
     void connectHeader();
@@ -73,12 +77,19 @@ private:
     Glib::RefPtr<Gtk::EventController> makeKeys();
     bool perform(ReaderCommand command);
     ReaderFocus focusKind();
-    std::string nameOfPage(const std::string& title) const;
+    std::string bookTitle() const;
+    // The chapter by its entry in the contents or by its own title; empty where that is the book's.
+    std::string chapterName() const;
+    std::string nameOfPage() const;
     void fullScreenDidChange(bool isFullScreen);
 
     void addConfinementNote();
 
     ExtraCommands _extraCommands;
+    // Of the document that is shown.
+    std::string _documentTitle;
+    // In full screen, by a key.
+    bool _barsAreCalled = false;
     // Where the page is not confined.
     std::unique_ptr<ConfinementNote> _confinementNote;
     std::vector<sigc::connection> _connections;
@@ -103,6 +114,11 @@ public:
     ColorView& bgView() override { return _parts.bgView; }
     WebView& webView() override { return *_parts.page.webView; }
     void setLoading(bool isLoading) override { _parts.loadingSign.setLoading(isLoading); }
+    void setBook(const std::string& title, const std::string& author) override { _parts.header.setBook(title, author); }
+    void setNothingToShow(bool isNothing) override
+    {
+        _parts.surroundings.setNothingToShow(isNothing, [this] { _parts.send(&ReaderWindowActions::closeEPUB); });
+    }
     TextField& locLabel() override { return _parts.locLabel; }
     Slider& locSlider() override { return _parts.locSlider; }
 

@@ -37,6 +37,7 @@ public:
     std::string activeTitle() const;
     // Is told after the links, or which of them is active, may have changed.
     void setLinksChanged(std::function<void()> handler) { _linksChanged = std::move(handler); }
+    bool hasLinks() const { return !_links.empty(); }
     std::size_t numberOfRows() const { return _rows.size(); }
 
 private:

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <gtkmm/box.h>
+#include <gtkmm/overlay.h>
+#include <gtkmm/revealer.h>
+
+#include <vector>
+
+namespace pagora {
+
+// A bar below the page. In full screen it lies over the page, whose size it leaves alone, and comes when the pointer
+// touches the bottom edge or somebody calls it. Main thread.
+class EdgeBar {
+public:
+    // `bar` is the last child of `place`; `page` is the area over which it lies in full screen. All outlive this.
+    EdgeBar(Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& page);
+    ~EdgeBar();
+    EdgeBar(const EdgeBar&) = delete;
+    EdgeBar& operator=(const EdgeBar&) = delete;
+
+    void setFullScreen(bool isFullScreen);
+    // Keeps it there in full screen, wherever the pointer is.
+    void setCalled(bool isCalled);
+    // Whether it is there to be used: outside of full screen always.
+    bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
+
+private:
+    // Pixels from the page's top edge.
+    void pointerIsAt(double y);
+
+    Gtk::Widget& _bar;
+    Gtk::Box& _place;
+    Gtk::Overlay& _page;
+    Gtk::Revealer _revealer;
+    bool _isFullScreen = false;
+    bool _isCalled = false;
+    Glib::RefPtr<Gtk::EventController> _pointer;
+    std::vector<sigc::connection> _connections;
+};
+
+}

@@ -1,0 +1,91 @@
+#include "reader/gtk/PageSurroundings.hpp"
+
+#include "platform/Translation.hpp"
+#include "platform/gtk/DisplayText.hpp"
+
+#include <string_view>
+
+namespace pagora {
+
+namespace {
+
+// The style classes of the three papers that pages are printed on.
+constexpr const char* papers[] = { "paper-white", "paper-black", "paper-sepia" };
+
+const char* paperOf(const Color& color)
+{
+    if (color.red < 0.5)
+        return papers[1];
+    return color.blue < 0.95 ? papers[2] : papers[0];
+}
+
+}
+
+PageSurroundings::PageSurroundings(const Parts& parts)
+    : _parts(parts)
+    , _noContents(_("No contents"))
+    , _nothing(Gtk::Orientation::VERTICAL, 18)
+    , _nothingText(_("This book has no pages that can be shown."))
+    , _back(_("Back to the library"))
+{
+    _chapter.add_css_class("chapter-name");
+    _chapter.set_ellipsize(Pango::EllipsizeMode::END);
+    _chapter.set_xalign(0);
+    _chapter.set_max_width_chars(40);
+    _chapter.set_visible(false);
+    _parts.locationBar.prepend(_chapter);
+    _page.add_css_class("page-of-chapter");
+    _page.set_visible(false);
+    _page.insert_before(_parts.locationBar, _parts.locationLabel);
+
+    _noContents.add_css_class("no-contents");
+    _noContents.set_visible(false);
+    _noContents.insert_before(_parts.contents, _parts.contentsList);
+
+    _nothing.add_css_class("nothing-to-show");
+    _nothing.set_halign(Gtk::Align::CENTER);
+    _nothing.set_valign(Gtk::Align::CENTER);
+    _nothingText.set_wrap(true);
+    _nothing.append(_nothingText);
+    _back.set_halign(Gtk::Align::CENTER);
+    _nothing.append(_back);
+    _nothing.set_visible(false);
+    _parts.page.add_overlay(_nothing);
+}
+
+PageSurroundings::~PageSurroundings()
+{
+    _backClicked.disconnect();
+    _parts.page.remove_overlay(_nothing);
+    _parts.contents.remove(_noContents);
+    _parts.locationBar.remove(_page);
+    _parts.locationBar.remove(_chapter);
+}
+
+void PageSurroundings::setPaper(const Color& color)
+{
+    for (const auto* const paper : papers)
+        _parts.whole.remove_css_class(paper);
+    _parts.whole.add_css_class(paperOf(color));
+}
+
+void PageSurroundings::setChapter(const std::string& name)
+{
+    _chapter.set_text(displayText(name));
+    _chapter.set_visible(!name.empty());
+}
+
+void PageSurroundings::setPageOfChapter(std::int64_t page, std::int64_t count)
+{
+    _page.set_text(formatted(_("page %d of %d"), static_cast<int>(page), static_cast<int>(count)));
+    _page.set_visible(count > 0);
+}
+
+void PageSurroundings::setNothingToShow(bool isNothing, std::function<void()> goBack)
+{
+    _backClicked.disconnect();
+    _backClicked = _back.signal_clicked().connect(std::move(goBack));
+    _nothing.set_visible(isNothing);
+}
+
+}

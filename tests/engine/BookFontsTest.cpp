@@ -81,4 +81,16 @@ TEST_F(BookFontsTest, APageWithoutAFontIsSetInAGoodSerif)
     EXPECT_NE(widthIn("sans-serif"), widthIn("Georgia"));
 }
 
+TEST_F(BookFontsTest, ALineBreakInTheSourceIsASpaceInEachFontOfTheMenu)
+{
+    for (const auto& font : menuFonts()) {
+        const auto widthOf = [&](const std::string& text) {
+            loadDocument(
+                "<p><span id=\"t\" style=\"font: 100px '" + std::string(font.name) + "'\">" + text + "</span></p>");
+            return evaluate("document.getElementById('t').getBoundingClientRect().width");
+        };
+        EXPECT_EQ(widthOf("the\n\tprice"), widthOf("the price")) << font.name;
+    }
+}
+
 }

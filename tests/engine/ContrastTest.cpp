@@ -249,7 +249,7 @@ TEST_P(ContrastTest, OfTheReadersBarsOnEachPaper)
     for (const int theme : { 1, 2, 3 }) {
         auto page = makePage();
         page.setBackground = [](const Color&) {};
-        EpubWindowGtk reader(std::move(page));
+        EpubWindowGtk reader(_toplevel, std::move(page));
         reader.window().setFrame({ 0, 0, 1000, 700 });
         reader.setBook("A title", "Its author");
         reader.setPageOfChapter(3, 12);
@@ -262,7 +262,7 @@ TEST_P(ContrastTest, OfTheReadersBarsOnEachPaper)
 
 TEST_P(ContrastTest, OfABookWithNothingToShow)
 {
-    EpubWindowGtk reader(makePage());
+    EpubWindowGtk reader(_toplevel, makePage());
     reader.setNothingToShow(true);
     reader.window().makeKeyAndOrderFront();
     expectReadable(reader.parts().window.window(), { "This book has no pages that can be shown." });

@@ -598,7 +598,7 @@ TEST_F(ReaderWindowTest, TheTitleBarHasTheBooksTitleAndAuthorAndTheWindowItsOwn)
     ASSERT_TRUE(book);
     EXPECT_EQ(dynamic_cast<Gtk::Label&>(*book->get_first_child()).get_text(), "A title");
     EXPECT_EQ(dynamic_cast<Gtk::Label&>(*book->get_last_child()).get_text(), "Its author");
-    EXPECT_EQ(window().get_title(), "Pagora - A title");
+    EXPECT_EQ(epub->parts().window.title(), "Pagora - A title");
     epub->setBook("A title", "");
     EXPECT_FALSE(book->get_last_child()->get_visible());
 }

@@ -30,6 +30,21 @@ TEST_F(ReadingType, TextIsOfTheSizeOfABookUnlessChosen)
     EXPECT_LE(textSize(), 18);
 }
 
+TEST_F(ReadingType, LinesOfTheDefaultWindowAreAsLongAsABooks)
+{
+    import("LongChapters");
+    open();
+    // The last line of a paragraph is half a line on average.
+    const auto length = number("(() => { let letters = 0, lines = 0; for (const p of document.querySelectorAll('p')) {"
+                               "const range = document.createRange(); range.selectNodeContents(p);"
+                               "const tops = new Set(Array.from(range.getClientRects(),"
+                               "(box) => Math.round(box.left / 100) + ' ' + Math.round(box.top)));"
+                               "letters += p.textContent.length; lines += tops.size - 0.5; }"
+                               "return Math.round(letters / lines); })()");
+    EXPECT_GE(length, 42);
+    EXPECT_LE(length, 70);
+}
+
 TEST_F(ReadingType, AStoredSizeOutsideTheRangeIsAppliedAndSavedUnchanged)
 {
     import("LongChapters");

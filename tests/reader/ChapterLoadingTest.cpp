@@ -245,6 +245,16 @@ TEST_F(ChapterLoading, ABookStartsWithTheReadersDefaults)
     EXPECT_EQ(parts->fontSizeSlider.value, 1.5F);
 }
 
+TEST_F(ChapterLoading, ABookWithoutFilesHasNothingToShow)
+{
+    window.setLoading(true);
+    reader->loadSplits({}, std::nullopt);
+    EXPECT_TRUE(parts->hasNothingToShow);
+    EXPECT_FALSE(parts->isLoading);
+    reader->loadSplits(chapters(1), std::nullopt);
+    EXPECT_FALSE(parts->hasNothingToShow);
+}
+
 TEST_F(ChapterLoading, ABookStartsWithTheSettingsThatWereGiven)
 {
     parts->goLeftButton.hidden = parts->locSlider.hidden = true;

@@ -35,6 +35,19 @@ TEST_F(Paging, NextPageScrollsOneWidth)
     EXPECT_FLOAT_EQ(sliderValue(), 3 + 1600.0F / 2400);
 }
 
+TEST_F(Paging, ThePageOfTheChapterFollowsTheTurns)
+{
+    open(10, 3);
+    EXPECT_EQ(parts->pageOfChapter, 1);
+    EXPECT_EQ(parts->pagesOfChapter, 3);
+    page().page.X = 800;
+    reader->changePage(on);
+    EXPECT_EQ(parts->pageOfChapter, 3);
+    reader->changePage(back);
+    EXPECT_EQ(parts->pageOfChapter, 2);
+    EXPECT_EQ(parts->pagesOfChapter, 3);
+}
+
 TEST_F(Paging, PastTheLastPageTheNextChapterLoads)
 {
     open(10, 3);

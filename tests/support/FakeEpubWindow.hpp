@@ -74,6 +74,9 @@ struct ReaderWindowParts {
     ReaderWindowActions actions;
     bool pageIsMissing = false;
     bool isLoading = false;
+    bool hasNothingToShow = false;
+    std::int64_t pageOfChapter = 0;
+    std::int64_t pagesOfChapter = 0;
     // Whether the window still exists.
     bool open = true;
 
@@ -106,6 +109,7 @@ public:
     WebView& webView() override { return parts->webView; }
     void setPageIsMissing(bool isMissing) override { parts->pageIsMissing = isMissing; }
     void setLoading(bool isLoading) override { parts->isLoading = isLoading; }
+    void setNothingToShow(bool isNothing) override { parts->hasNothingToShow = isNothing; }
     TextField& locLabel() override { return parts->locLabel; }
     Slider& locSlider() override { return parts->locSlider; }
 
@@ -117,6 +121,11 @@ using FakeReaderWindow = FakeReaderWindowBase<ReaderWindow>;
 class FakeEpubWindow : public FakeReaderWindowBase<EpubWindow> {
 public:
     using FakeReaderWindowBase::FakeReaderWindowBase;
+    void setPageOfChapter(std::int64_t page, std::int64_t count) override
+    {
+        parts->pageOfChapter = page;
+        parts->pagesOfChapter = count;
+    }
     Slider& fontSizeSlider() override { return parts->fontSizeSlider; }
     SegmentedControl& colorControl() override { return parts->colorControl; }
     PopUpButton& fontMenu() override { return parts->fontMenu; }

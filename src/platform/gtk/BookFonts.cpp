@@ -71,6 +71,9 @@ bool useBookFonts(const std::string& file)
     if (!g_file_set_contents(file.c_str(), text.c_str(), static_cast<gssize>(text.size()), nullptr))
         return false;
     g_setenv("FONTCONFIG_FILE", file.c_str(), TRUE);
+    // Fonts with Graphite tables, as Charis, would draw a box for each line break in a page's source: the engine tells
+    // only HarfBuzz's own shaper that it is a space.
+    g_setenv("HB_SHAPER_LIST", "ot", FALSE);
     writtenFile = file;
     return true;
 }

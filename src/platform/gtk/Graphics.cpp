@@ -97,8 +97,10 @@ GAppLaunchContext* makeLaunchContext()
         else
             g_app_launch_context_unsetenv(context, name);
     }
-    if (!bookFontsFile().empty())
+    if (!bookFontsFile().empty()) {
         g_app_launch_context_unsetenv(context, "FONTCONFIG_FILE");
+        g_app_launch_context_unsetenv(context, "HB_SHAPER_LIST");
+    }
     return context;
 }
 

@@ -19,6 +19,7 @@ EdgeBar::EdgeBar(Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& page)
     : _bar(bar)
     , _place(place)
     , _page(page)
+    , _before(bar.get_prev_sibling())
 {
     _revealer.set_valign(Gtk::Align::END);
     _revealer.set_transition_type(Gtk::RevealerTransitionType::SLIDE_UP);
@@ -55,7 +56,7 @@ void EdgeBar::setFullScreen(bool isFullScreen)
         _revealer.set_child(_bar);
     } else {
         _revealer.unset_child();
-        _place.append(_bar);
+        _bar.insert_after(_place, *_before);
     }
     _bar.unreference();
     _revealer.set_visible(isFullScreen);

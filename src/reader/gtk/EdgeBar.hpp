@@ -12,7 +12,8 @@ namespace pagora {
 // touches the bottom edge or somebody calls it. Main thread.
 class EdgeBar {
 public:
-    // `bar` is the last child of `place`; `page` is the area over which it lies in full screen. All outlive this.
+    // `bar` is a child of `place`, not the first; `page` is the area over which it lies in full screen. All outlive
+    // this.
     EdgeBar(Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& page);
     ~EdgeBar();
     EdgeBar(const EdgeBar&) = delete;
@@ -31,6 +32,7 @@ private:
     Gtk::Widget& _bar;
     Gtk::Box& _place;
     Gtk::Overlay& _page;
+    Gtk::Widget* _before;
     Gtk::Revealer _revealer;
     bool _isFullScreen = false;
     bool _isCalled = false;

@@ -15,6 +15,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     const bodyOf = getterOf(Document.prototype, 'body');
     const rootOf = getterOf(Document.prototype, 'documentElement');
     const compatModeOf = getterOf(Document.prototype, 'compatMode');
+    const activeElementOf = getterOf(Document.prototype, 'activeElement');
     const nativeOffsetTop = getterOf(HTMLElement.prototype, 'offsetTop');
     const nativeScrollWidth = getterOf(Element.prototype, 'scrollWidth');
     const nativeScrollX = getterOf(window, 'scrollX');
@@ -427,7 +428,32 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     // Only what the engine itself tells: the page can send as many events as it likes.
     const listen = (type, act) => window.addEventListener(type, (event) => event.isTrusted && act(event), true);
 
-    listen('focusin', (event) => post('keys ' + (takesKeys(event.target) ? 1 : 0)));
+    // A control that the page itself gives the focus does not take the keys from the reader: only one that the person has
+    // pressed, or come to with Tab. Escape takes them away again.
+    const tabPatience = 1000;
+    let pressed = null;
+    let lastTab = -Infinity;
+    const isPressed = (control) => pressed && (control === pressed || Node.prototype.contains.call(control, pressed)
+        || Array.from(control.labels || []).some((label) => Node.prototype.contains.call(label, pressed)));
+    listen('pointerdown', (event) => {
+        pressed = event.target;
+        const focused = activeElementOf.call(document);
+        if (takesKeys(focused) && isPressed(focused))
+            post('keys 1');
+    });
+    listen('keydown', (event) => {
+        if (event.key === 'Tab') {
+            pressed = null;
+            lastTab = performance.now();
+        } else if (event.key === 'Escape') {
+            pressed = null;
+            post('keys 0');
+        }
+    });
+    listen('focusin', (event) => {
+        const isWanted = isPressed(event.target) || performance.now() - lastTab < tabPatience;
+        post('keys ' + (isWanted && takesKeys(event.target) ? 1 : 0));
+    });
     listen('focusout', () => post('keys 0'));
     // Once what is laid out now has been drawn: a message goes out after the frame in which it was sent.
     const paintings = new MessageChannel();

@@ -97,7 +97,7 @@ public:
     void setInCloseEpubMethod(bool closing) override { _state.inCloseEpubMethod = closing; }
     void windowDidExitFullScreen() override;
     void selectFile(const std::string& path) override { _platform.workspace.selectFile(path); }
-    void openURL(const Url& url) override { _platform.workspace.openURL(url); }
+    void openURL(const Url& url, RequestedBy requestedBy) override { _platform.workspace.openURL(url, requestedBy); }
 
     const LibraryFolders& folders() const override { return _state.folders; }
     void addFaultyBook(const std::string& line) override { _state.faultyBooks.add(line); }

@@ -299,7 +299,7 @@ Task<void> FixedEpubController::showMissingPage(DataSource source)
 void FixedEpubController::resourceWillSendRequest(const Url& url, RequestedBy requestedBy)
 {
     if (_leavingLinks.take(url, requestedBy))
-        _hub.openURL(url);
+        _hub.openURL(url, requestedBy);
 }
 
 void FixedEpubController::decidePolicyForMIMEType(const std::string& type)

@@ -2,6 +2,7 @@
 
 #include "platform/Geometry.hpp"
 #include "platform/Reply.hpp"
+#include "platform/RequestedBy.hpp"
 #include "platform/Task.hpp"
 #include "platform/Url.hpp"
 
@@ -21,9 +22,6 @@ struct DataSource {
     // Whether other resources of the load are still awaited.
     bool isLoading = false;
 };
-
-// Whether a request comes from the page, or from a key or a button that the person pressed in it.
-enum class RequestedBy : bool { Page, User };
 
 // How a page begins.
 struct PageStart {

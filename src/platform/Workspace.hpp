@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/CopyAhead.hpp"
+#include "platform/RequestedBy.hpp"
 #include "platform/Url.hpp"
 
 #include <memory>
@@ -33,8 +34,8 @@ public:
     virtual void selectFile(const std::string& path) = 0;
     // Whether the path is on a mounted volume: a file that is moved from there is only copied. Any thread.
     virtual bool isOnMountedVolume(const std::string& path) = 0;
-    // Opens the URL in the default program for it. Main thread.
-    virtual void openURL(const Url& url) = 0;
+    // Opens the URL in the default program for it, unless whoever asks may not have its kind started. Main thread.
+    virtual void openURL(const Url& url, RequestedBy requestedBy) = 0;
     // Main thread.
     virtual void noteNewRecentDocumentURL(const Url& url) = 0;
 };

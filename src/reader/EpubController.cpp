@@ -15,6 +15,8 @@ constexpr const char* menuFonts[] = { "Arial", "Baskerville", "Georgia", "Helvet
 constexpr const char* defaultFont = "Georgia";
 // How long the user's next action waits for a chapter to report itself.
 constexpr double loadPatience = 10;
+// How many changes of the location within the page wait to be followed.
+constexpr std::size_t mostLocationChanges = 8;
 
 }
 
@@ -241,7 +243,7 @@ void EpubController::webProcessDidTerminate()
 void EpubController::resourceWillSendRequest(const Url& url, RequestedBy requestedBy)
 {
     if (_leavingLinks.take(url, requestedBy))
-        _hub.openURL(url);
+        _hub.openURL(url, requestedBy);
 }
 
 void EpubController::decidePolicyForMIMEType(const std::string& type)
@@ -340,16 +342,24 @@ void EpubController::didChangeLocationWithinPage(const Url& url)
     _pageLocation = url;
     _pageLocationLoad = _window.webView().currentLoad();
     _locationChanges.push_back(url.fragment().value_or(""));
-    _queue.enqueueReport([this] { return trackAnchors(); });
+    // The newest ones count.
+    if (_locationChanges.size() > mostLocationChanges)
+        _locationChanges.erase(_locationChanges.begin());
+    if (!std::exchange(_isTrackingAnchors, true))
+        _queue.enqueueReport([this] { return trackAnchors(); });
 }
 
 Task<void> EpubController::trackAnchors()
 {
-    while (!_locationChanges.empty()) {
+    for (auto count = _locationChanges.size(); count > 0 && !_locationChanges.empty(); --count) {
         const std::string fragment = _locationChanges.front();
         _locationChanges.erase(_locationChanges.begin());
         co_await trackAnchor(fragment);
     }
+    // What the page has changed meanwhile comes after what the person has asked for.
+    _isTrackingAnchors = !_locationChanges.empty();
+    if (_isTrackingAnchors)
+        _queue.enqueueAction([this] { return trackAnchors(); });
 }
 
 Task<void> EpubController::trackAnchor(std::string fragment)

@@ -189,6 +189,7 @@ private:
     std::optional<std::uint64_t> _requestedSplit;
     // Fragments that the location changed to and that are not yet tracked.
     std::vector<std::string> _locationChanges;
+    bool _isTrackingAnchors = false;
     // The URL with the last of these fragments, and the load that it belongs to.
     std::optional<Url> _pageLocation;
     std::uint64_t _pageLocationLoad = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/RequestedBy.hpp"
 #include "platform/Url.hpp"
 
 namespace pagora {
@@ -20,7 +21,7 @@ public:
     // Hears that a window has left full screen.
     virtual void windowDidExitFullScreen() = 0;
     // Opens the URL in the desktop's program for it.
-    virtual void openURL(const Url& url) = 0;
+    virtual void openURL(const Url& url, RequestedBy requestedBy) = 0;
 };
 
 }

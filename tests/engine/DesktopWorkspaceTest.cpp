@@ -45,6 +45,27 @@ TEST(DesktopWorkspace, FileThatIsNotThereDoesNotGoToTheTrash)
     EXPECT_FALSE(workspace.recycleFiles(folder.path(), { "missing.epub" }));
 }
 
+TEST(DesktopWorkspace, PageOpensOnlyWhatABrowserShows)
+{
+    const auto mayOpen = [](const std::string& text, RequestedBy requestedBy) {
+        return DesktopWorkspace::mayOpen(*Url::fromString(text), requestedBy);
+    };
+    for (const char* link : { "http://a.example/", "https://a.example/", "HTTPS://a.example/" }) {
+        EXPECT_TRUE(mayOpen(link, RequestedBy::Page)) << link;
+        EXPECT_TRUE(mayOpen(link, RequestedBy::User)) << link;
+    }
+    for (const char* link : { "mailto:a@b.example", "tel:123", "sms:123" }) {
+        EXPECT_FALSE(mayOpen(link, RequestedBy::Page)) << link;
+        EXPECT_TRUE(mayOpen(link, RequestedBy::User)) << link;
+    }
+    for (const char* link : { "file:///etc/passwd", "admin:///etc/shadow", "smb://a/b", "ssh://a", "trash:///",
+             "view-source:http://a.example/", "resource:///org", "apt:sl", "vscode://x", "x-unknown:y",
+             "/etc/passwd" }) {
+        EXPECT_FALSE(mayOpen(link, RequestedBy::Page)) << link;
+        EXPECT_FALSE(mayOpen(link, RequestedBy::User)) << link;
+    }
+}
+
 TEST(DesktopWorkspace, FileSystemWithoutTrashKeepsItsFiles)
 {
     DesktopWorkspace workspace;

@@ -29,7 +29,7 @@ protected:
     // Gives the view's page processes so much memory each.
     void limitMemory(std::uint64_t megabytes)
     {
-        PageMemoryWatch::attach(webkit_web_view_get_context(_view->engineView()), megabytes << 20);
+        PageMemoryWatch::attach(webkit_web_view_get_context(_view->engineView()), { megabytes << 20, megabytes << 20 });
     }
 };
 

@@ -4,6 +4,8 @@
 
 #include <gtkmm/eventcontrollerkey.h>
 
+#include <cstdlib>
+
 namespace pagora::test {
 
 // Whatever the user or the page does, the page that the reader chose stays.
@@ -47,6 +49,15 @@ protected:
         g_signal_emit_by_name(controller<GtkEventController>(GTK_TYPE_EVENT_CONTROLLER_KEY), "key-pressed", key, 0u,
             static_cast<GdkModifierType>(0), &swallowed);
         return swallowed;
+    }
+    // Presses the middle of an element with the pointer of the display.
+    void press(const std::string& id)
+    {
+        // The window is where the display begins, and alone.
+        const auto middle = evaluate("var box = document.getElementById('" + id
+            + "').getBoundingClientRect(); Math.round(box.left + box.width / 2) + ' ' + Math.round(box.top + "
+              "box.height / 2)");
+        ASSERT_EQ(std::system(("xdotool mousemove " + middle + " click 1").c_str()), 0);
     }
     // Two fingers on a touchpad that move the view by these points, in ten steps, and leave it at this speed.
     void scroll(double x, double y, double speedX, double speedY)
@@ -165,14 +176,69 @@ TEST_F(PageInputTest, ScrollingKeysAreSwallowed)
         EXPECT_FALSE(isKeySwallowed(key)) << gdk_keyval_name(key);
 }
 
-TEST_F(PageInputTest, ATextFieldInThePageGetsItsKeys)
+TEST_F(PageInputTest, ATextFieldThatIsPressedGetsItsKeys)
+{
+    _view->makeFirstResponder();
+    loadDocument("<input id='field'/>" + paragraphs(3));
+    settle();
+    press("field");
+    EXPECT_TRUE(waitUntil([&] { return !isKeySwallowed(GDK_KEY_Left); }));
+    evaluate("document.getElementById('field').blur()");
+    EXPECT_TRUE(waitUntil([&] { return isKeySwallowed(GDK_KEY_Left); }));
+}
+
+TEST_F(PageInputTest, ATextFieldThatHasTheFocusAlreadyGetsItsKeysWhenItIsPressed)
 {
     _view->makeFirstResponder();
     loadDocument("<input id='field'/>" + paragraphs(3));
     evaluate("document.getElementById('field').focus()");
+    settle();
+    EXPECT_TRUE(isKeySwallowed(GDK_KEY_Left));
+    press("field");
     EXPECT_TRUE(waitUntil([&] { return !isKeySwallowed(GDK_KEY_Left); }));
-    evaluate("document.getElementById('field').blur()");
+}
+
+TEST_F(PageInputTest, ATextFieldBehindItsLabelGetsItsKeys)
+{
+    _view->makeFirstResponder();
+    loadDocument("<label id='label' for='field'>Answer</label> <input id='field'/>" + paragraphs(3));
+    settle();
+    press("label");
+    EXPECT_TRUE(waitUntil([&] { return !isKeySwallowed(GDK_KEY_Left); }));
+}
+
+TEST_F(PageInputTest, EscapeTakesTheKeysFromATextField)
+{
+    _view->makeFirstResponder();
+    loadDocument("<input id='field'/>" + paragraphs(3));
+    settle();
+    press("field");
+    EXPECT_TRUE(waitUntil([&] { return !isKeySwallowed(GDK_KEY_Left); }));
+    EXPECT_EQ(std::system("xdotool key Escape"), 0);
     EXPECT_TRUE(waitUntil([&] { return isKeySwallowed(GDK_KEY_Left); }));
+}
+
+TEST_F(PageInputTest, ATextFieldThatTabReachesGetsItsKeys)
+{
+    _view->makeFirstResponder();
+    loadDocument("<input id='field'/>" + paragraphs(3));
+    settle();
+    EXPECT_EQ(std::system("xdotool mousemove 400 500 key Tab"), 0);
+    EXPECT_TRUE(waitUntil([&] { return !isKeySwallowed(GDK_KEY_Left); }));
+}
+
+TEST_F(PageInputTest, AFieldThatThePageFocusesAgainAndAgainTakesNoKeys)
+{
+    _view->makeFirstResponder();
+    loadDocument("<input id='field'/><p id='text'>Text</p>"
+                 "<script>setInterval(() => document.getElementById('field').focus(), 1)</script>");
+    EXPECT_TRUE(waitUntil([&] { return evaluate("document.activeElement.id") == "field"; }));
+    settle();
+    EXPECT_TRUE(isKeySwallowed(GDK_KEY_Right));
+    press("text");
+    EXPECT_TRUE(waitUntil([&] { return evaluate("document.activeElement.id") == "field"; }));
+    settle();
+    EXPECT_TRUE(isKeySwallowed(GDK_KEY_Right));
 }
 
 TEST_F(PageInputTest, AHashMovesNothing)

@@ -50,7 +50,7 @@ TEST(PageMemoryWatch, InAFlatpakEndsProcessesThatAreNotBelowTheProgram)
             ASSERT_EQ(mount("proc", "/proc", "proc", 0, nullptr), 0);
             const pid_t process = startPageProcess();
             ASSERT_GT(process, 0);
-            inForkedProcess([] { PageMemoryWatch(limit, Surroundings::Flatpak).look(); });
+            inForkedProcess([] { PageMemoryWatch({ limit, limit }, Surroundings::Flatpak).look(); });
             // Ends it if the watch did not.
             kill(process, SIGTERM);
             int status = 0;

@@ -23,7 +23,7 @@ public:
     bool inCloseEpubMethod() const override { return closing; }
     void setInCloseEpubMethod(bool value) override { closing = value; }
     void windowDidExitFullScreen() override { ++timesExitedFullScreen; }
-    void openURL(const Url& url) override { opened.push_back(url); }
+    void openURL(const Url& url, RequestedBy) override { opened.push_back(url); }
 
     FakeWindow library;
     bool fullScreen = false;

@@ -44,7 +44,7 @@ public:
     }
     void selectFile(const std::string& path) override { revealed.push_back(path); }
     bool isOnMountedVolume(const std::string& path) override { return path.starts_with(volume); }
-    void openURL(const Url& url) override { opened.push_back(url); }
+    void openURL(const Url& url, RequestedBy) override { opened.push_back(url); }
     void noteNewRecentDocumentURL(const Url& url) override { recent.push_back(url); }
 
     // Names of files whose copies fail.

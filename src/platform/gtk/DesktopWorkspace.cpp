@@ -1,6 +1,7 @@
 #include "platform/gtk/DesktopWorkspace.hpp"
 
 #include "platform/CopyIntoFolder.hpp"
+#include "platform/Log.hpp"
 #include "platform/Path.hpp"
 #include "platform/UserFolders.hpp"
 #include "platform/gtk/GObjectPtr.hpp"
@@ -11,12 +12,19 @@
 #include <giomm/file.h>
 #include <gtkmm/recentmanager.h>
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 namespace pagora {
 
 namespace {
 
 // Milliseconds; a file manager that has to be started first needs a while.
 constexpr int fileManagerPatience = 10'000;
+
+// How much of a scheme goes to the log.
+constexpr std::size_t longestScheme = 40;
 
 void openInDefaultProgram(const std::string& uri)
 {
@@ -105,10 +113,20 @@ bool DesktopWorkspace::isOnMountedVolume(const std::string& path)
     return path.starts_with("/Volume") || isMountedVolume(_mountOf(path), _mountOf(homeFolder()));
 }
 
-void DesktopWorkspace::openURL(const Url& url)
+bool DesktopWorkspace::mayOpen(const Url& url, RequestedBy requestedBy)
 {
+    constexpr std::array<std::string_view, 2> always { "http", "https" };
+    constexpr std::array<std::string_view, 3> byPress { "mailto", "tel", "sms" };
     const auto scheme = url.scheme();
-    if (scheme.empty() || (!url.isFile() && !Gio::AppInfo::get_default_for_uri_scheme(scheme)))
+    return std::ranges::find(always, scheme) != always.end()
+        || (requestedBy == RequestedBy::User && std::ranges::find(byPress, scheme) != byPress.end());
+}
+
+void DesktopWorkspace::openURL(const Url& url, RequestedBy requestedBy)
+{
+    if (!mayOpen(url, requestedBy))
+        return log("not opened: a link of the kind " + url.scheme().substr(0, longestScheme));
+    if (!Gio::AppInfo::get_default_for_uri_scheme(url.scheme()))
         return;
     openInDefaultProgram(url.text());
 }

@@ -30,8 +30,11 @@ public:
     void selectFile(const std::string& path) override;
     // Decided by the first seven characters, "/Volume", or by the mount that the file is on.
     bool isOnMountedVolume(const std::string& path) override;
-    // Nothing for a URL whose scheme no program handles.
-    void openURL(const Url& url) override;
+    // Whether a page may have a URL of this kind opened: by itself only what a browser shows; with the person's press
+    // on a link also letters, calls and messages; never what another program takes for a command or a file.
+    static bool mayOpen(const Url& url, RequestedBy requestedBy);
+    // Nothing for a URL that may not be opened, or whose scheme no program handles.
+    void openURL(const Url& url, RequestedBy requestedBy) override;
     void noteNewRecentDocumentURL(const Url& url) override;
 
 private:

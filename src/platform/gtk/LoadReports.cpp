@@ -4,6 +4,13 @@
 
 namespace pagora {
 
+namespace {
+
+constexpr std::size_t longestRequest = 65536;
+constexpr std::size_t mostRequests = 1000;
+
+}
+
 std::uint64_t LoadReports::begin(const Url& url)
 {
     _url = url;
@@ -72,6 +79,9 @@ void LoadReports::documentFailed(std::uint64_t load)
 
 void LoadReports::willSendRequest(const Url& url, RequestedBy requestedBy)
 {
+    // What a page asks for by itself is told up to a length and a number that no book comes near.
+    if (requestedBy == RequestedBy::Page && (url.text().size() > longestRequest || _requests.size() >= mostRequests))
+        return;
     const bool isNew = _requests.insert(url.text()).second;
     if ((isNew || requestedBy == RequestedBy::User) && _delegate)
         _delegate->resourceWillSendRequest(url, requestedBy);

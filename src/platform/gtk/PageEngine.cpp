@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <optional>
 #include <system_error>
 
@@ -18,9 +19,27 @@ namespace {
 // Megabytes that a page may take before it is given up, the shares of them from which on the engine frees what it can,
 // and how often it looks, in seconds.
 constexpr guint pageMemoryLimit = 1536;
+// The same for the process that loads files and keeps blobs.
+constexpr guint networkMemoryLimit = 512;
 constexpr double carefulFrom = 0.5;
 constexpr double strictFrom = 0.75;
 constexpr double memoryInterval = 2;
+
+struct FreeMemorySettings {
+    void operator()(WebKitMemoryPressureSettings* settings) const { webkit_memory_pressure_settings_free(settings); }
+};
+using MemorySettings = std::unique_ptr<WebKitMemoryPressureSettings, FreeMemorySettings>;
+
+MemorySettings memorySettings(guint megabytes)
+{
+    MemorySettings settings(webkit_memory_pressure_settings_new());
+    webkit_memory_pressure_settings_set_memory_limit(settings.get(), megabytes);
+    webkit_memory_pressure_settings_set_kill_threshold(settings.get(), 1.0);
+    webkit_memory_pressure_settings_set_strict_threshold(settings.get(), strictFrom);
+    webkit_memory_pressure_settings_set_conservative_threshold(settings.get(), carefulFrom);
+    webkit_memory_pressure_settings_set_poll_interval(settings.get(), memoryInterval);
+    return settings;
+}
 
 // Keeps a page from running scripts of its own, however they come in; scripts of the reader's world run all the same.
 constexpr const char* policyWithoutScripts = "script-src 'none'; worker-src 'none'";
@@ -30,16 +49,11 @@ GObjectPtr<WebKitWebContext> makeContext(Confinement confinement)
     std::optional<ConfinementSwitchedOff> off;
     if (confinement == Confinement::None)
         off.emplace();
-    auto* memory = webkit_memory_pressure_settings_new();
-    webkit_memory_pressure_settings_set_memory_limit(memory, pageMemoryLimit);
-    webkit_memory_pressure_settings_set_kill_threshold(memory, 1.0);
-    webkit_memory_pressure_settings_set_strict_threshold(memory, strictFrom);
-    webkit_memory_pressure_settings_set_conservative_threshold(memory, carefulFrom);
-    webkit_memory_pressure_settings_set_poll_interval(memory, memoryInterval);
+    const auto memory = memorySettings(pageMemoryLimit);
+    webkit_network_session_set_memory_pressure_settings(memorySettings(networkMemoryLimit).get());
     auto* context
-        = WEBKIT_WEB_CONTEXT(g_object_new(WEBKIT_TYPE_WEB_CONTEXT, "memory-pressure-settings", memory, nullptr));
-    webkit_memory_pressure_settings_free(memory);
-    PageMemoryWatch::attach(context, std::uint64_t(pageMemoryLimit) << 20);
+        = WEBKIT_WEB_CONTEXT(g_object_new(WEBKIT_TYPE_WEB_CONTEXT, "memory-pressure-settings", memory.get(), nullptr));
+    PageMemoryWatch::attach(context, { std::uint64_t(pageMemoryLimit) << 20, std::uint64_t(networkMemoryLimit) << 20 });
     webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
     webkit_web_context_set_spell_checking_enabled(context, FALSE);
     return GObjectPtr<WebKitWebContext>::adopt(context);
@@ -50,6 +64,8 @@ GObjectPtr<WebKitSettings> makeSettings()
     auto* settings = webkit_settings_new();
     webkit_settings_set_enable_developer_extras(settings, FALSE);
     webkit_settings_set_enable_page_cache(settings, FALSE);
+    // Its contents are in the memory of the process that all books share.
+    webkit_settings_set_enable_html5_database(settings, FALSE);
     webkit_settings_set_enable_back_forward_navigation_gestures(settings, FALSE);
     webkit_settings_set_javascript_can_open_windows_automatically(settings, FALSE);
     webkit_settings_set_javascript_can_access_clipboard(settings, FALSE);
@@ -111,8 +127,10 @@ PageEngine::PageEngine(Options options)
 
 PageEngine::~PageEngine()
 {
-    if (_warmView)
-        g_signal_handlers_disconnect_by_data(_warmView.get(), this);
+    if (!_warmView)
+        return;
+    g_signal_handlers_disconnect_by_data(_warmView.get(), this);
+    webkit_web_view_terminate_web_process(_warmView.get());
 }
 
 GObjectPtr<WebKitWebView> PageEngine::makeEngineView(WebKitNetworkSession* session) const

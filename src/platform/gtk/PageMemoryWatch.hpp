@@ -6,34 +6,38 @@
 
 #include <cstdint>
 #include <sigc++/sigc++.h>
-#include <sys/types.h>
 
 namespace pagora {
 
-// Ends the page processes that hold too much memory. The engine measures a page only between its scripts, so that one
-// whose script never ends would take all there is. Belongs to the engine's context. Main thread.
+// Ends the engine's processes that hold too much memory. The engine measures a page only between its scripts, so that
+// one whose script never ends would take all there is, and it lets pages keep what they like in the process that loads
+// files. Belongs to the engine's context. Main thread.
 class PageMemoryWatch {
 public:
-    // Watches the program's page processes for as long as the context lives, in the place of the watch that it had.
-    // `limit` counts the bytes that a process does not share with others.
-    static void attach(WebKitWebContext* context, std::uint64_t limit);
+    // In bytes: what a process has for itself, and what it shares by way of memory rather than of files.
+    struct Limits {
+        // Of a page process.
+        std::uint64_t page;
+        // Of the one that loads for all pages. Past it the pages are ended too, for one of them has filled it.
+        std::uint64_t network;
+    };
+    // Watches the program's engine processes for as long as the context lives, in the place of the watch that it had.
+    static void attach(WebKitWebContext* context, Limits limits);
     // Whether a page process was ended since the last time that it was asked.
     static bool takeEnded(WebKitWebContext* context);
 
-    explicit PageMemoryWatch(std::uint64_t limit, Surroundings where = surroundings());
+    explicit PageMemoryWatch(Limits limits, Surroundings where = surroundings());
     ~PageMemoryWatch();
     PageMemoryWatch(const PageMemoryWatch&) = delete;
     PageMemoryWatch& operator=(const PageMemoryWatch&) = delete;
 
-    // Looks once; done every second.
+    // Looks once; done again and again.
     void look();
 
 private:
-    // The processes below this one.
-    void lookBelow(pid_t parent, int depth);
-    void check(pid_t process);
+    void lookEvery(unsigned milliseconds);
 
-    std::uint64_t _limit;
+    Limits _limits;
     Surroundings _where;
     bool _hasEnded = false;
     sigc::connection _timer;

@@ -2,6 +2,8 @@
 
 #include <glibmm/main.h>
 
+#include <algorithm>
+
 namespace pagora {
 
 namespace {
@@ -11,6 +13,14 @@ constexpr const char* waitForDrawing
     = "if (document.documentElement?.style) document.documentElement.style.setProperty('opacity', '1', 'important');"
       "await new Promise((done) => {"
       "requestAnimationFrame(() => requestAnimationFrame(done)); setTimeout(done, 2000); })";
+
+// An answer that takes longer, in seconds, is slow.
+constexpr double slowAnswer = 1;
+
+double now()
+{
+    return static_cast<double>(g_get_monotonic_time()) / 1e6;
+}
 
 std::string textOf(JSCValue* value)
 {
@@ -24,10 +34,12 @@ std::string textOf(JSCValue* value)
 
 }
 
-PageScripts::PageScripts(WebKitWebView* view, double timeout, std::function<void()> onTimeout)
+PageScripts::PageScripts(
+    WebKitWebView* view, double timeout, std::function<void()> onTimeout, std::function<void()> onSlow)
     : _view(view)
     , _timeout(timeout)
     , _onTimeout(std::move(onTimeout))
+    , _onSlow(std::move(onSlow))
     , _self(std::make_shared<PageScripts*>(this))
 {
 }
@@ -56,7 +68,7 @@ std::pair<Reply<std::string>, std::unique_ptr<PageScripts::Call>> PageScripts::e
         return false;
     };
     auto timer = Glib::signal_timeout().connect(giveUp, static_cast<unsigned>(_timeout * 1000));
-    _pending.emplace(number, Pending { reply.resolver(), timer });
+    _pending.emplace(number, Pending { reply.resolver(), timer, now() });
     return { std::move(reply), std::make_unique<Call>(Call { _self, number }) };
 }
 
@@ -116,7 +128,26 @@ void PageScripts::complete(gpointer data, JSCValue* value, GError* error)
     if (value)
         g_object_unref(value);
     if (const auto owner = call->owner.lock())
+        (*owner)->noteAnswer(call->number);
+    // The note may have ended the page, or the view.
+    if (const auto owner = call->owner.lock())
         (*owner)->answer(call->number, std::move(text));
+}
+
+// A page that works for seconds between its answers keeps a page turn, which asks several times, waiting for long.
+void PageScripts::noteAnswer(unsigned long number)
+{
+    const auto found = _pending.find(number);
+    if (found == _pending.end())
+        return;
+    const double waited = now() - std::max(found->second.asked, _lastAnswer);
+    _lastAnswer = now();
+    _waited = waited < slowAnswer ? 0 : _waited + waited;
+    if (_waited < _timeout || !_onSlow)
+        return;
+    _waited = 0;
+    const auto onSlow = _onSlow;
+    onSlow();
 }
 
 }

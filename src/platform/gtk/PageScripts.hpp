@@ -21,7 +21,9 @@ class PageScripts {
 public:
     // When a script takes more than `timeout` seconds, `onTimeout` is called and the script is given up with an empty
     // text.
-    PageScripts(WebKitWebView* view, double timeout, std::function<void()> onTimeout);
+    // When the page answers, but its slow answers to one script after another add up to that, `onSlow` is called.
+    PageScripts(
+        WebKitWebView* view, double timeout, std::function<void()> onTimeout, std::function<void()> onSlow = {});
     // The coroutines that still wait are not resumed.
     ~PageScripts();
     PageScripts(const PageScripts&) = delete;
@@ -40,6 +42,8 @@ private:
     struct Pending {
         Resolver resolver;
         sigc::connection timer;
+        // In seconds, on the monotonic clock.
+        double asked;
     };
     struct Call {
         std::weak_ptr<PageScripts*> owner;
@@ -49,6 +53,7 @@ private:
     // The reply to a call that is about to be made, and what the engine hands back with its result.
     std::pair<Reply<std::string>, std::unique_ptr<Call>> expect();
     void answer(unsigned long number, std::string text);
+    void noteAnswer(unsigned long number);
     static void finished(GObject* view, GAsyncResult* result, gpointer call);
     static void wasDrawn(GObject* view, GAsyncResult* result, gpointer call);
     static void complete(gpointer call, JSCValue* value, GError* error);
@@ -56,6 +61,10 @@ private:
     WebKitWebView* _view;
     double _timeout;
     std::function<void()> _onTimeout;
+    std::function<void()> _onSlow;
+    // When the page answered last, and how long it has kept the reader waiting since it last answered soon.
+    double _lastAnswer = 0;
+    double _waited = 0;
     unsigned long _lastNumber = 0;
     std::map<unsigned long, Pending> _pending;
     // Tells calls that come back whether there is still someone to answer to.

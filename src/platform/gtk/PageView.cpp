@@ -2,6 +2,7 @@
 
 #include "platform/Resource.hpp"
 #include "platform/gtk/PageFile.hpp"
+#include "platform/gtk/PageRefusals.hpp"
 #include "platform/gtk/TextScale.hpp"
 
 #include <glibmm/main.h>
@@ -59,7 +60,12 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     , _timeout(scriptTimeout)
     , _patience(scriptTimeout)
     , _reports(kind == PageKind::Fixed ? LoadReports::ClosingReport::Yes : LoadReports::ClosingReport::No)
-    , _scripts(_view.get(), scriptTimeout, [this] { restartEngine(); })
+    , _scripts(
+          _view.get(), scriptTimeout, [this] { restartEngine(); },
+          [this] {
+              if (_allowsPageScripts)
+                  restartEngine();
+          })
     , _frame(GTK_WIDGET(_view.get()))
     , _spoken(_view.get())
     , _isWarmingUp(start == Start::WarmingUp)
@@ -85,6 +91,9 @@ PageView::~PageView()
         timer->disconnect();
     g_signal_handlers_disconnect_by_data(_view.get(), this);
     g_signal_handlers_disconnect_by_data(webkit_web_view_get_user_content_manager(_view.get()), this);
+    setRefusalHandler(_view.get(), {});
+    // A page that is busy would not hear that it is closed, and go on for as long as it likes.
+    webkit_web_view_terminate_web_process(_view.get());
     if (_numberScript)
         webkit_user_script_unref(_numberScript);
     if (_pageStyles)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/MessageBudget.hpp"
 #include "platform/WebView.hpp"
 #include "platform/gtk/BookFilter.hpp"
 #include "platform/gtk/GObjectPtr.hpp"
@@ -98,6 +99,7 @@ private:
     void recover();
     void textScaleDidChange();
     void applyMargins();
+    bool isWithinBudget(MessageBudget::Message message, const char* text);
     void frameDidChange();
     void reportSize();
     void reportFailure();
@@ -130,6 +132,8 @@ private:
     // A book whose scripts have once held up the engine is read without them.
     bool _allowsPageScripts = true;
     LoadReports _reports;
+    // Of what the page tells.
+    MessageBudget _budget;
     PageScripts _scripts;
     PageFrame _frame;
     SpokenPage _spoken;

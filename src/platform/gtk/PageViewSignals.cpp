@@ -1,11 +1,14 @@
 #include "platform/Files.hpp"
 #include "platform/ForgivingPage.hpp"
+#include "platform/Log.hpp"
 #include "platform/gtk/PageFile.hpp"
 #include "platform/gtk/PageMemoryWatch.hpp"
+#include "platform/gtk/PageRefusals.hpp"
 #include "platform/gtk/PageView.hpp"
 
 #include <glibmm/main.h>
 
+#include <cstring>
 #include <filesystem>
 #include <sstream>
 #include <system_error>
@@ -27,6 +30,20 @@ Url urlOf(const char* text)
 Url requestUrl(WebKitURIRequest* request)
 {
     return urlOf(webkit_uri_request_get_uri(request));
+}
+
+// A page's location that is longer than this, in bytes, is not told to the reader, and no step is made to it.
+constexpr std::size_t longestLocation = 65536;
+
+// Text that stands for a resource or a document is as long as it is.
+bool isData(const char* uri)
+{
+    return g_ascii_strncasecmp(uri, "data:", 5) == 0;
+}
+
+bool isTooLong(const char* uri)
+{
+    return std::strlen(uri) > longestLocation && !isData(uri);
 }
 
 struct WatchedResource {
@@ -72,6 +89,11 @@ struct PageViewSignals {
 
     static void locationChanged(WebKitWebView*, GParamSpec*, gpointer data) { view(data).locationChanged(); }
 
+    static void titleChanged(WebKitWebView* engineView, GParamSpec*, gpointer data)
+    {
+        view(data).isWithinBudget(MessageBudget::Message::Notice, webkit_web_view_get_title(engineView));
+    }
+
     static void terminated(WebKitWebView* engineView, WebKitWebProcessTerminationReason reason, gpointer data)
     {
         // A page that took too much memory would take it again.
@@ -115,6 +137,8 @@ void PageView::connectEngine()
     g_signal_connect(view, "resource-load-started", G_CALLBACK(PageViewSignals::resourceStarted), this);
     g_signal_connect(view, "decide-policy", G_CALLBACK(PageViewSignals::decidePolicy), this);
     g_signal_connect(view, "notify::uri", G_CALLBACK(PageViewSignals::locationChanged), this);
+    g_signal_connect(view, "notify::title", G_CALLBACK(PageViewSignals::titleChanged), this);
+    setRefusalHandler(view, [this] { isWithinBudget(MessageBudget::Message::Notice, nullptr); });
     g_signal_connect(view, "web-process-terminated", G_CALLBACK(PageViewSignals::terminated), this);
     g_signal_connect(view, "close", G_CALLBACK(PageViewSignals::closed), this);
     auto* content = webkit_web_view_get_user_content_manager(view);
@@ -131,6 +155,7 @@ void PageView::loadChanged(WebKitLoadEvent event)
         if (!isPageOfTarget())
             return;
         _stage = Stage::Shown;
+        _budget.startDocument();
         expectDocument();
         _frame.setPageTakesKeys(false);
         _pageTakesEscape = false;
@@ -173,11 +198,29 @@ void PageView::loadFailed(const char* uri, const GError* error)
     }
 }
 
+// A page that floods the program with messages is taken out: they would come before the person's next key.
+bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
+{
+    const double now = static_cast<double>(g_get_monotonic_time()) / 1e6;
+    const bool isWithin = _budget.take(message, text ? std::strlen(text) : 0, now);
+    // Without its scripts a page has only so much to tell.
+    if (!isWithin && _allowsPageScripts && !_isWarmingUp) {
+        log("a page sends messages without end");
+        restartEngine();
+    }
+    return isWithin;
+}
+
 void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request)
 {
-    const Url url = requestUrl(request);
-    if (!url.isFile() && !isWithinPage(url))
-        _reports.willSendRequest(url, RequestedBy::Page);
+    const char* const uri = webkit_uri_request_get_uri(request);
+    if (!isWithinBudget(MessageBudget::Message::Resource, isData(uri) ? nullptr : uri) || isTooLong(uri))
+        return;
+    if (!isData(uri)) {
+        const Url url = urlOf(uri);
+        if (!url.isFile() && !isWithinPage(url))
+            _reports.willSendRequest(url, RequestedBy::Page);
+    }
     auto watched = std::make_unique<WatchedResource>(WatchedResource { _self, currentLoad(), _isForgiven });
     g_signal_connect(resource, "finished", G_CALLBACK(PageViewSignals::resourceFinished), watched.get());
     g_signal_connect(resource, "failed", G_CALLBACK(PageViewSignals::resourceFailed), watched.get());
@@ -202,6 +245,10 @@ bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDeci
         return true;
     auto* navigation
         = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    const char* const uri = webkit_uri_request_get_uri(webkit_navigation_action_get_request(navigation));
+    // The reader's own steps are not the page's.
+    if (_stage != Stage::Starting && (!isWithinBudget(MessageBudget::Message::Navigation, uri) || isTooLong(uri)))
+        return false;
     const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
     if (url.isFile()) {
         const bool isOurs = _stage == Stage::Starting && url.text() == _target;
@@ -251,6 +298,8 @@ void PageView::locationChanged()
     // The page stays when the load of another one has failed.
     const bool isShown = _stage == Stage::Shown || _stage == Stage::Idle;
     if (!isShown || !uri || _shown == uri)
+        return;
+    if (!isWithinBudget(MessageBudget::Message::Notice, uri) || isTooLong(uri))
         return;
     const Url url = urlOf(uri);
     if (url.withoutFragment() != urlOf(_shown.c_str()).withoutFragment())

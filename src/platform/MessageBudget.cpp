@@ -1,0 +1,41 @@
+#include "platform/MessageBudget.hpp"
+
+namespace pagora {
+
+namespace {
+
+// So many a second.
+constexpr double mostNotices = 200;
+constexpr double mostNavigations = 1000;
+constexpr double mostResources = 5000;
+constexpr double mostBytes = 1e6;
+// So many for one document.
+constexpr int mostResourcesOfAPage = 20000;
+
+double mostOf(MessageBudget::Message message)
+{
+    switch (message) {
+    case MessageBudget::Message::Notice:
+        return mostNotices;
+    case MessageBudget::Message::Navigation:
+        return mostNavigations;
+    default:
+        return mostResources;
+    }
+}
+
+}
+
+bool MessageBudget::take(Message message, std::size_t bytes, double now)
+{
+    if (now - _second >= 1) {
+        _second = now;
+        _spent = 0;
+    }
+    if (message == Message::Resource && ++_resources > mostResourcesOfAPage)
+        return false;
+    _spent += 1 / mostOf(message) + static_cast<double>(bytes) / mostBytes;
+    return _spent <= 1;
+}
+
+}

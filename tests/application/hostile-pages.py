@@ -1,0 +1,158 @@
+#!/usr/bin/env python3
+"""Reads hostile books, one start of the program each: hostile-pages.py PROGRAM FOLDER [NAME...]
+
+While a page attacks, Ctrl+W closes its book and Ctrl+Q ends the program, by real keys; no process of the page stays, and
+memory is bounded. Prints the figures of each. With PAGORA_STRICT=1 the times must be those that docs/security.md states; a
+machine that does other work cannot hold them."""
+
+import os
+import pathlib
+import subprocess
+import sys
+import time
+
+PROGRAM, FOLDER, NAMES = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3:]
+STRICT = os.environ.get("PAGORA_STRICT") == "1"
+# Seconds that each page has for its attack.
+ATTACK = float(os.environ.get("PAGORA_ATTACK", "4"))
+CLOSE, GONE, END = (0.5, 2, 2) if STRICT else (60, 60, 60)
+# Megabytes: of the program itself; of a page process and of the network process, with what they take between two looks.
+MOST = {"pagora": 700, "WebKitWebProces": 2300, "WebKitNetworkPr": 1200}
+TICKS = os.sysconf("SC_CLK_TCK")
+
+
+def read(path):
+    try:
+        return pathlib.Path(path).read_text()
+    except OSError:
+        return ""
+
+
+def parents():
+    found = {}
+    for entry in os.listdir("/proc"):
+        if entry.isdigit() and (stat := read(f"/proc/{entry}/stat")):
+            fields = stat.rpartition(")")[2].split()
+            if fields[0] != "Z":
+                found[int(entry)] = int(fields[1])
+    return found
+
+
+def below(root):
+    """The processes below a process, by id, with their names."""
+    children = {}
+    for child, parent in parents().items():
+        children.setdefault(parent, []).append(child)
+    found, todo = {}, [root]
+    while todo:
+        for child in children.get(todo.pop(), []):
+            found[child] = read(f"/proc/{child}/comm").strip()
+            todo.append(child)
+    return found
+
+
+def engine(root):
+    return {pid: name for pid, name in below(root).items() if name.startswith("WebKit")}
+
+
+def megabytes(pid):
+    total = 0
+    for line in read(f"/proc/{pid}/status").splitlines():
+        if line.startswith(("RssAnon:", "RssShmem:", "VmSwap:")):
+            total += int(line.split()[1])
+    return total / 1024
+
+
+def processor(pid):
+    fields = read(f"/proc/{pid}/stat").rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / TICKS if fields else 0
+
+
+def is_alive(pid):
+    return (stat := read(f"/proc/{pid}/stat")) != "" and stat.rpartition(")")[2].split()[0] != "Z"
+
+
+def title():
+    return subprocess.run(["xdotool", "getactivewindow", "getwindowname"], capture_output=True, text=True).stdout.strip()
+
+
+def key(name):
+    subprocess.run(["xdotool", "key", name], check=True)
+
+
+def seconds_until(condition, limit):
+    """How long it takes, up to the limit, which is what a failure gives."""
+    start = time.monotonic()
+    while not condition():
+        if time.monotonic() - start > limit:
+            return None
+        time.sleep(0.01)
+    return time.monotonic() - start
+
+
+def fail(name, what):
+    subprocess.run(["import", "-window", "root", os.environ.get("PAGORA_PICTURE", "failed.png")], check=False)
+    sys.exit(f"{name}: {what}")
+
+
+def attack(name):
+    program = subprocess.Popen(
+        [PROGRAM, str(FOLDER / f"{name}.epub")], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    try:
+        return measured(name, program)
+    finally:
+        program.kill()
+        program.wait()
+
+
+def measured(name, program):
+    if seconds_until(lambda: title() == f"Pagora - {name}", 120) is None:
+        fail(name, "does not open")
+    peak, met = dict.fromkeys(MOST, 0), {}
+    end = time.monotonic() + ATTACK
+    while time.monotonic() < end:
+        found = engine(program.pid)
+        met |= found
+        for pid, process in (found | {program.pid: "pagora"}).items():
+            if process in peak:
+                peak[process] = max(peak[process], megabytes(pid))
+        time.sleep(0.05)
+
+    pages = [pid for pid, process in engine(program.pid).items() if process == "WebKitWebProces"]
+    key("ctrl+w")
+    closed = seconds_until(lambda: title() == "Pagora", max(CLOSE, 60))
+    if closed is None or closed > CLOSE:
+        fail(name, f"Ctrl+W took {closed} s")
+    gone = seconds_until(lambda: not any(map(is_alive, pages)), max(GONE, 60))
+    if gone is None or gone > GONE:
+        fail(name, f"its page process ended after {gone} s")
+    networks = [pid for pid, process in engine(program.pid).items() if process == "WebKitNetworkPr"]
+    busy = seconds_until(lambda: is_at_rest(networks), 60)
+    if busy is None:
+        fail(name, "the network process does not come to rest")
+    kept = max(map(megabytes, networks), default=0)
+
+    met |= engine(program.pid)
+    key("ctrl+q")
+    ended = seconds_until(lambda: program.poll() is not None, 60)
+    if ended is None or program.returncode != 0:
+        fail(name, f"the program ended with {program.returncode}")
+    left = seconds_until(lambda: not any(map(is_alive, met)), max(END, 60))
+    if left is None or left > END:
+        fail(name, f"its last process ended {left} s after the program")
+    for process, most in MOST.items():
+        if peak[process] > most:
+            fail(name, f"{process} took {peak[process]:.0f} MB")
+    return (f"{closed * 1000:5.0f} {gone:5.1f} {ended:5.1f} {left:5.1f} {peak['pagora']:6.0f} "
+            f"{peak['WebKitWebProces']:6.0f} {peak['WebKitNetworkPr']:6.0f} {kept:6.0f}")
+
+
+def is_at_rest(pids):
+    before = sum(map(processor, pids))
+    time.sleep(0.5)
+    return sum(map(processor, pids)) - before < 0.05
+
+
+print(f"{'attack':<18} Ctrl+W  gone   end  left program  page network kept (ms, s, s, s, MB)", flush=True)
+for each in NAMES or sorted(path.stem for path in FOLDER.glob("*.epub")):
+    print(f"{each:<18} {attack(each)}", flush=True)

@@ -1,0 +1,172 @@
+// Pages that flood the program with messages, and pages that go on when nobody reads them any more.
+
+#include "platform/gtk/PageMemoryWatch.hpp"
+#include "tests/engine/PageViewTest.hpp"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+
+namespace pagora::test {
+
+namespace {
+
+struct Attack {
+    const char* name;
+    const char* script;
+};
+
+const Attack floods[] = {
+    { "long addresses", "const x = 'x'.repeat(1.9e6); for (let i = 0; i < 20; ++i) location.hash = x + n++;" },
+    { "short addresses", "for (let i = 0; i < 100; ++i) location.hash = n++;" },
+    { "long titles", "const x = 'x'.repeat(1e6); for (let i = 0; i < 20; ++i) document.title = x + n++;" },
+    { "short titles", "for (let i = 0; i < 100; ++i) document.title = 'x' + n++;" },
+    { "dialogs", "for (let i = 0; i < 100; ++i) alert(n++);" },
+    { "requests", "for (let i = 0; i < 1000; ++i) new Image().src = 'http://127.0.0.1:9/' + n++;" },
+    { "long requests", "const x = 'x'.repeat(1e6); for (let i = 0; i < 9; ++i) new Image().src = 'blob:' + x + n++;" },
+};
+
+const Attack endless[] = {
+    { "a loop", "setTimeout(() => { for (;;); }, 10);" },
+    { "a loop at the end", "onpagehide = onunload = () => { for (;;); };" },
+    { "workers", "const u = URL.createObjectURL(new Blob(['for (;;);'])); for (let i = 0; i < 4; ++i) new Worker(u);" },
+    { "a pattern", "setInterval(() => /^(a+)+$/.test('a'.repeat(40) + 'b'), 1);" },
+    { "memory", "const kept = []; setInterval(() => kept.push(new Uint8Array(1 << 20).fill(1)), 1);" },
+};
+
+// The processes below one of the system's, with this name as far as the system keeps it.
+std::vector<int> processesBelow(int parent, const std::string& name)
+{
+    std::vector<int> found;
+    std::error_code ended;
+    for (const auto& task : std::filesystem::directory_iterator("/proc/" + std::to_string(parent) + "/task", ended)) {
+        std::ifstream children(task.path() / "children");
+        for (int child = 0; children >> child;) {
+            std::string line;
+            std::getline(std::ifstream("/proc/" + std::to_string(child) + "/comm"), line);
+            if (line == name)
+                found.push_back(child);
+            const auto below = processesBelow(child, name);
+            found.insert(found.end(), below.begin(), below.end());
+        }
+    }
+    return found;
+}
+
+bool isThere(int process)
+{
+    return std::filesystem::exists("/proc/" + std::to_string(process) + "/exe");
+}
+
+}
+
+class HostileMessagesTest : public PageViewTest {
+protected:
+    // Shows a page that runs this again and again.
+    std::uint64_t showRepeating(const std::string& script)
+    {
+        return _view->loadRequest(write("chapter.xhtml",
+            document("<p id='p'>Text</p><script>//<![CDATA[\nlet n = 0; setInterval(() => {" + script
+                + "}, 1);\n//]]></script>")));
+    }
+    // The page is there again, without scripts of its own.
+    void expectTakenOut(std::uint64_t attack)
+    {
+        ASSERT_TRUE(waitUntil([&] { return _delegate.terminations > 0; }));
+        ASSERT_TRUE(waitUntil(
+            [&] { return _view->currentLoad() > attack && _delegate.documentIsThere(_view->currentLoad()); }));
+        EXPECT_EQ(evaluate("document.getElementById('p').textContent"), "Text");
+        EXPECT_FALSE(webkit_settings_get_enable_javascript_markup(webkit_web_view_get_settings(_view->engineView())));
+    }
+    void limitMemory(PageMemoryWatch::Limits limits)
+    {
+        PageMemoryWatch::attach(webkit_web_view_get_context(_view->engineView()), limits);
+    }
+};
+
+TEST_F(HostileMessagesTest, FloodsEndThePageAndItComesBackWithoutScripts)
+{
+    for (const auto& flood : floods) {
+        SCOPED_TRACE(flood.name);
+        show(PageKind::Columns);
+        expectTakenOut(showRepeating(flood.script));
+    }
+}
+
+TEST_F(HostileMessagesTest, AFewMessagesAreToldAndLongOnesAreNot)
+{
+    loadDocument("<p id='p'>Text</p>");
+    evaluate("location.hash = 'x'.repeat(70000); 0");
+    evaluate("location.hash = 'near'; 0");
+    ASSERT_TRUE(waitUntil([&] { return !_delegate.locations.empty(); }));
+    settle();
+    ASSERT_EQ(_delegate.locations.size(), 1U);
+    EXPECT_EQ(evaluate("location.hash.length"), "5");
+    EXPECT_EQ(Url::fromString(_delegate.locations[0])->fragment(), "near");
+    EXPECT_EQ(_delegate.terminations, 0);
+}
+
+TEST_F(HostileMessagesTest, ManyPicturesAreNoFlood)
+{
+    write("red.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='3' height='2'/>");
+    std::string pictures;
+    for (int i = 0; i < 2000; ++i)
+        pictures += "<img src='red.svg?" + std::to_string(i) + "'/>";
+    loadCompletely(write("chapter.xhtml", document(pictures)));
+    EXPECT_EQ(_delegate.terminations, 0);
+    EXPECT_EQ(evaluate("document.images.length"), "2000");
+}
+
+TEST_F(HostileMessagesTest, WhatPagesKeepInTheNetworkProcessIsBounded)
+{
+    show(PageKind::Columns);
+    limitMemory({ std::uint64_t(2000) << 20, std::uint64_t(250) << 20 });
+    expectTakenOut(showRepeating("(globalThis.kept ??= []).push(new Blob([new Uint8Array(8 << 20).fill(n++)]))"));
+    // Pages are loaded as before.
+    loadDocument("<p id='q'>Next</p>");
+    EXPECT_EQ(evaluate("document.getElementById('q').textContent"), "Next");
+}
+
+TEST_F(HostileMessagesTest, SharedMemoryCounts)
+{
+    show(PageKind::Columns);
+    limitMemory({ std::uint64_t(400) << 20, std::uint64_t(2000) << 20 });
+    expectTakenOut(showRepeating("const c = document.createElement('canvas'); c.width = c.height = 2048;"
+                                 "c.getContext('2d').fillRect(0, 0, 2048, 2048); (globalThis.kept ??= []).push(c);"));
+}
+
+TEST_F(HostileMessagesTest, ThereIsNoDatabaseToFill)
+{
+    loadDocument("<script>document.title = typeof indexedDB;</script>");
+    EXPECT_EQ(evaluate("document.title"), "undefined");
+}
+
+TEST_F(HostileMessagesTest, SlowAnswersThatAddUpEndThePage)
+{
+    show(PageKind::Columns, 4);
+    const auto attack = _view->loadRequest(write("chapter.xhtml",
+        document("<p id='p'>Text</p><script>//<![CDATA[\nfunction work() { const end = performance.now() + 1600;"
+                 "while (performance.now() < end); setTimeout(work, 1); }\nonload = work;\n//]]></script>")));
+    ASSERT_TRUE(waitUntil([&] { return _delegate.documentIsThere(attack); }));
+    for (int i = 0; i < 20 && _delegate.terminations == 0; ++i)
+        evaluate("1");
+    expectTakenOut(attack);
+}
+
+TEST_F(HostileMessagesTest, NoPageProcessOutlivesItsView)
+{
+    for (const auto& attack : endless) {
+        SCOPED_TRACE(attack.name);
+        show(PageKind::Columns);
+        const auto load = _view->loadRequest(write("chapter.xhtml",
+            document("<p>Text</p><script>//<![CDATA[\n" + std::string(attack.script) + "\n//]]></script>")));
+        ASSERT_TRUE(waitUntil([&] { return _delegate.documentIsThere(load); }));
+        const auto pages = processesBelow(getpid(), "WebKitWebProces");
+        ASSERT_FALSE(pages.empty());
+        embed(nullptr);
+        EXPECT_TRUE(waitUntil([&] { return std::ranges::none_of(pages, isThere); }));
+    }
+}
+
+}

@@ -18,6 +18,8 @@ ATTACK = float(os.environ.get("PAGORA_ATTACK", "4"))
 CLOSE, GONE, END = (0.5, 2, 2) if STRICT else (60, 60, 60)
 # Megabytes: of the program itself; of a page process and of the network process, with what they take between two looks.
 MOST = {"pagora": 700, "WebKitWebProces": 2300, "WebKitNetworkPr": 1200}
+# Where the page is also turned: text that is to be read stays in view.
+TURNED = {"addresses", "focus", "slow frames", "titles", "alerts", "programs", "workers"}
 TICKS = os.sysconf("SC_CLK_TCK")
 
 
@@ -95,6 +97,22 @@ def fail(name, what):
     sys.exit(f"{name}: {what}")
 
 
+def picture():
+    """The middle of the page, as bytes."""
+    command = ["import", "-window", "root", "-crop", "400x300+450+200", "-depth", "8", "rgb:-"]
+    return subprocess.run(command, capture_output=True, check=True).stdout
+
+
+def seconds_to_turn(name):
+    """How long a press of Right takes to show another page."""
+    before = picture()
+    key("Right")
+    turned = seconds_until(lambda: picture() != before, 60)
+    if turned is None:
+        fail(name, "Right turns no page")
+    return turned
+
+
 def attack(name):
     program = subprocess.Popen(
         [PROGRAM, str(FOLDER / f"{name}.epub")], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -117,6 +135,8 @@ def measured(name, program):
             if process in peak:
                 peak[process] = max(peak[process], megabytes(pid))
         time.sleep(0.05)
+
+    turned = seconds_to_turn(name) if name in TURNED else None
 
     pages = [pid for pid, process in engine(program.pid).items() if process == "WebKitWebProces"]
     key("ctrl+w")
@@ -143,7 +163,8 @@ def measured(name, program):
     for process, most in MOST.items():
         if peak[process] > most:
             fail(name, f"{process} took {peak[process]:.0f} MB")
-    return (f"{closed * 1000:5.0f} {gone:5.1f} {ended:5.1f} {left:5.1f} {peak['pagora']:6.0f} "
+    turn = "    -" if turned is None else f"{turned:5.1f}"
+    return (f"{turn} {closed * 1000:5.0f} {gone:5.1f} {ended:5.1f} {left:5.1f} {peak['pagora']:6.0f} "
             f"{peak['WebKitWebProces']:6.0f} {peak['WebKitNetworkPr']:6.0f} {kept:6.0f}")
 
 
@@ -153,6 +174,6 @@ def is_at_rest(pids):
     return sum(map(processor, pids)) - before < 0.05
 
 
-print(f"{'attack':<18} Ctrl+W  gone   end  left program  page network kept (ms, s, s, s, MB)", flush=True)
+print(f"{'attack':<18}  turn Ctrl+W  gone   end  left program  page network kept (s, ms, s, s, s, MB)", flush=True)
 for each in NAMES or sorted(path.stem for path in FOLDER.glob("*.epub")):
     print(f"{each:<18} {attack(each)}", flush=True)

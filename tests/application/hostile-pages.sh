@@ -3,6 +3,9 @@
 set -euo pipefail
 . "$(dirname "$0")/../../scripts/drive.sh"
 
+# One of each kind; with "all" after the folder of pictures, every one there is.
+attacks=("addresses" "alerts" "blobs" "filter" "focus" "loop at the end" "programs" "slow frames" "table" "workers")
+[ "${3:-}" != all ] || attacks=()
 folder=$(dirname "$(realpath "$0")")
-"$folder/make-hostile-books" "$HOME/hostile" "${@:3}" >/dev/null
+"$folder/make-hostile-books" "$HOME/hostile" "${attacks[@]}" >/dev/null
 PAGORA_PICTURE=$pictures/failed.png "$folder/hostile-pages.py" "$programs/pagora" "$HOME/hostile" | tee "$pictures/figures.txt"

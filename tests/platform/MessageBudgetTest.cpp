@@ -29,9 +29,9 @@ TEST(MessageBudgetTest, TakesWhatABooksPagesTell)
 TEST(MessageBudgetTest, NoticesAFloodWithinASecond)
 {
     MessageBudget budget;
-    EXPECT_NEAR(taken(budget, Message::Notice, 1000, 5), 200, 1);
+    EXPECT_NEAR(taken(budget, Message::Notice, 1000, 5), 100, 1);
     MessageBudget other;
-    EXPECT_NEAR(taken(other, Message::Navigation, 5000, 5), 1000, 1);
+    EXPECT_NEAR(taken(other, Message::Navigation, 5000, 5), 200, 1);
 }
 
 TEST(MessageBudgetTest, NoticesFewLongMessages)
@@ -43,8 +43,8 @@ TEST(MessageBudgetTest, NoticesFewLongMessages)
 TEST(MessageBudgetTest, KindsCountTogether)
 {
     MessageBudget budget;
-    taken(budget, Message::Notice, 150, 5);
-    EXPECT_NEAR(taken(budget, Message::Navigation, 1000, 5), 250, 1);
+    taken(budget, Message::Notice, 50, 5);
+    EXPECT_NEAR(taken(budget, Message::Navigation, 1000, 5), 100, 1);
 }
 
 TEST(MessageBudgetTest, CountsTheResourcesOfADocument)
@@ -55,6 +55,14 @@ TEST(MessageBudgetTest, CountsTheResourcesOfADocument)
     EXPECT_FALSE(budget.take(Message::Resource, 0, 21));
     budget.startDocument();
     EXPECT_TRUE(budget.take(Message::Resource, 0, 22));
+}
+
+TEST(MessageBudgetTest, NoticesASlowFloodToo)
+{
+    MessageBudget budget;
+    for (int second = 1; second <= 100; ++second)
+        EXPECT_EQ(taken(budget, Message::Notice, 20, second), 20);
+    EXPECT_FALSE(budget.take(Message::Notice, 0, 101));
 }
 
 TEST(MessageBudgetTest, StartsAnewEachSecond)

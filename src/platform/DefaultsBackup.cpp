@@ -20,7 +20,7 @@ void DefaultsBackup::catchUp()
 
 void DefaultsBackup::follow(RowChanges changes)
 {
-    // Shared, because what a worker runs can be copied.
+    // Shared, because a worker's function must be copyable.
     _worker.perform([this, changes = std::make_shared<const RowChanges>(std::move(changes))] { bring(changes.get()); });
 }
 
@@ -48,7 +48,7 @@ bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* change
         openBackup();
     if (_backup) {
         const auto current = _backup->state();
-        // A whole copy may have gone ahead of the changes that are told after it.
+        // A whole copy may already contain changes that are reported after it.
         if (current && current->series == state.series && current->flush >= state.flush)
             return true;
         std::string error;

@@ -8,18 +8,18 @@
 
 namespace pagora {
 
-// Keeps a second file of stored values in the state of the first, in the background: by the same changes, or by a whole
-// copy where that does not do. A file that is damaged or newer is set aside before. Dropping it finishes what is under
-// way.
+// Keeps a second file of stored values up to date in the background, by applying the same changes or, where that is not
+// possible, by copying the whole file. A damaged or newer backup is set aside first. The destructor finishes the work
+// in progress.
 class DefaultsBackup {
 public:
     DefaultsBackup(std::string path, std::string backupPath);
 
-    // The file may have changed while nobody followed.
+    // The file may have changed in ways that were not reported.
     void catchUp();
-    // The file has taken these changes.
+    // These changes were written to the file.
     void follow(RowChanges changes);
-    // Returns when the backup is up to date, or that has failed.
+    // Blocks until the backup is up to date, or updating it has failed.
     void wait();
 
 private:
@@ -29,7 +29,7 @@ private:
 
     const std::string _path;
     const std::string _backupPath;
-    // Connections of the worker's own.
+    // Used by the worker only.
     std::unique_ptr<DefaultsFile> _file;
     std::unique_ptr<DefaultsFile> _backup;
     Worker _worker;

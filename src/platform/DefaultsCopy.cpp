@@ -16,10 +16,10 @@ namespace pagora {
 
 namespace {
 
-// Follows the name of a copy that is being made; the number of the process that makes it comes after it.
+// Suffix of an unfinished copy's name; the id of the process that makes it follows.
 constexpr std::string_view unfinishedMark = ".copy-";
 
-// Copies that were not finished by processes that are gone, or by this one.
+// Unfinished copies of processes that have exited, and of this one.
 void removeUnfinishedCopies(const std::string& path)
 {
     const std::filesystem::path target(path);
@@ -39,7 +39,7 @@ void removeUnfinishedCopies(const std::string& path)
 
 bool DefaultsFile::copyTo(const std::string& path)
 {
-    // One copy at a time under the name, which other processes do not use.
+    // The name holds the process id, and this process makes one copy at a time.
     static std::mutex copying;
     const std::lock_guard lock(copying);
     removeUnfinishedCopies(path);
@@ -55,7 +55,7 @@ bool DefaultsFile::copyTo(const std::string& path)
         std::filesystem::remove(unfinished, ignored);
         return false;
     }
-    // A journal or log of the file that had the name does not belong to the copy.
+    // A journal or log of the replaced file does not belong to the copy.
     for (const char* companion : { "-journal", "-wal", "-shm" })
         std::filesystem::remove(path + companion, ignored);
     if (std::rename(unfinished.c_str(), path.c_str()) != 0)

@@ -25,7 +25,7 @@ constexpr const char* schema = R"sql(
 DefaultsCondition conditionFrom(const SQLite::Exception& exception)
 {
     switch (exception.getErrorCode()) {
-    // A statement that does not fit the tables, and tables that do not fit the file.
+    // The statement does not match the tables, or the tables do not match the file.
     case SQLITE_ERROR:
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
@@ -154,7 +154,7 @@ std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, 
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
         return nullptr;
-    // Without a log nobody writes, and SQLite need not make one to read; a log that cannot be shared is passed over.
+    // Without a log nobody is writing, and SQLite need not create one to read. A log that cannot be shared is ignored.
     for (const bool unchanging : { !std::filesystem::exists(path + "-wal", ignored), true }) {
         try {
             auto file = std::make_unique<DefaultsFile>(
@@ -232,7 +232,7 @@ void DefaultsFile::writeState(const StoreState& state)
 DefaultsCondition DefaultsFile::read(const RowReader& reader)
 {
     try {
-        // One transaction, so that a flush elsewhere does not come in between.
+        // One transaction, so that no flush of another process comes between the statements.
         SQLite::Transaction transaction(*_database);
         const auto state = readState();
         if (!state)

@@ -14,34 +14,34 @@ class Database;
 
 namespace pagora {
 
-// What was found at the path of a file of stored values.
+// Condition of the file at a path.
 enum class DefaultsCondition {
     Good,
-    // There is nothing yet.
+    // The file does not exist.
     Missing,
     Damaged,
     // Written by a later version of the program.
     Newer,
-    // It can neither be opened nor be made, or another process holds it.
+    // The file cannot be opened or created, or another process has it locked.
     Unusable,
 };
 
-// One SQLite file of stored values. Every change is one transaction and is on the disk when it returns. One thread at a
-// time.
+// One SQLite file of stored values. Every change is one transaction and is on the disk when the call returns. Not
+// thread safe.
 class DefaultsFile {
 public:
-    // How changes reach the file: through a log beside it, which takes one write to the disk and does not disturb
-    // readers, or in place, so that the file alone is whole.
+    // How changes are written: to a write-ahead log, which takes one flush and does not disturb readers, or in place,
+    // so that the file is complete without a log.
     enum class Journal { Log, InPlace };
 
     // How long a change waits for other processes.
     static constexpr int busyMilliseconds = 3000;
 
-    // Opens the file when its condition is good; null for every other one.
+    // Opens the file when its condition is Good; otherwise null.
     static std::unique_ptr<DefaultsFile> open(const std::string& path, Journal journal, DefaultsCondition& condition);
-    // The same, but nothing is written, not even beside the file; works while it is being written elsewhere.
+    // The same, read-only: nothing is written, not even beside the file. Works while another process writes.
     static std::unique_ptr<DefaultsFile> openToRead(const std::string& path, DefaultsCondition& condition);
-    // Makes an empty file; null when that is not possible.
+    // Creates an empty file; null on failure.
     static std::unique_ptr<DefaultsFile> make(const std::string& path, Journal journal);
     // For the three above.
     DefaultsFile(std::unique_ptr<SQLite::Database> database, bool readOnly);
@@ -50,11 +50,12 @@ public:
     struct RowReader {
         std::function<void(const StoreState& state)> state;
         std::function<bool(ValueRow row)> value;
-        // The row with an empty payload, and its payload, which is valid for the call.
+        // The row with an empty payload, and its payload, valid during the call.
         std::function<bool(const ElementRow& row, std::string_view payload)> element;
         std::function<void(std::int64_t id)> leftData;
     };
-    // Tells every row but data, elements in no order. Anything but Good when a row is wrong, or `reader` refuses it.
+    // Passes every row except data rows to `reader`, elements in no order. Returns another condition than Good when a
+    // row is malformed or `reader` refuses it.
     DefaultsCondition read(const RowReader& reader);
     // Missing when the data cannot be reached.
     std::optional<std::int64_t> largestDataId();
@@ -63,24 +64,24 @@ public:
 
     enum class Outcome {
         Done,
-        // The file is not in the state that the changes start from.
+        // The file is not in the state that the changes were made from.
         OtherState,
-        // The file is not what was written to it.
+        // The file's content is not what was written to it.
         Damaged,
         Failed,
     };
     // `error` receives the system's description of a failure.
     Outcome apply(const RowChanges& changes, std::string& error);
 
-    // The state that the file is in; missing when it cannot be read.
+    // The state of the file; missing when it cannot be read.
     std::optional<StoreState> state();
-    // Makes a whole copy under another name, replacing what has it, once the copy is on the disk.
+    // Copies the whole file; replaces a file at that path once the copy is on the disk.
     bool copyTo(const std::string& path);
-    // Brings what the log holds into the file, as far as no reader is in the way.
+    // Writes the log's content to the file as far as no reader prevents it.
     void emptyLog();
 
     bool isReadOnly() const { return _readOnly; }
-    // How many rows were written or removed since it was opened.
+    // Number of rows written or removed since the file was opened.
     int rowsChanged() const;
 
 private:

@@ -13,8 +13,8 @@
 
 namespace pagora {
 
-// What a file of stored values holds, row by row, as far as it takes to say which rows a change touches. An array's
-// element counts as unchanged when it is a copy of the stored one. One thread at a time.
+// Index of the rows in a file of stored values; tells which rows a change touches. An array element is unchanged when
+// it is a copy of the stored one. Not thread safe.
 class DefaultsIndex {
 public:
     // By key: the value to store, or none to remove the key.
@@ -22,7 +22,7 @@ public:
 
     explicit DefaultsIndex(std::shared_ptr<StoredDataSource> source);
 
-    // Forgets what it knows and takes it from the file. `values` receives the values by key.
+    // Rebuilds the index from the file. `values` receives the values by key.
     DefaultsCondition load(DefaultsFile& file, std::map<std::string, Value>& values);
 
     // What one flush does to the file and, once it is done, to the index.
@@ -36,7 +36,7 @@ public:
 
     // The rows that bring the changes to the file.
     Plan plan(const Changes& changes);
-    // Takes over what a plan did to the file. Large data that it wrote leave the memory.
+    // Updates the index after a plan was written. Large data that was written is released from memory.
     void commit(Plan& plan);
 
 private:

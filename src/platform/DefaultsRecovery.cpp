@@ -94,7 +94,7 @@ private:
         return condition == DefaultsCondition::Good ? std::move(file) : nullptr;
     }
 
-    // A log that cannot be read may have left the file half emptied into; the backup is whole without one.
+    // With an unreadable log the file may be half updated; the backup is complete without a log.
     std::unique_ptr<DefaultsFile> openToRead()
     {
         for (const auto& path : { _paths.file, _paths.backup }) {
@@ -134,7 +134,7 @@ private:
             condition = _index.load(*backup, _values);
         if (condition == DefaultsCondition::Good) {
             _problem = formatted(_("%s; the last backup is used."), _problem.c_str());
-            // Without room for the copy the values are in memory; the next flush tries again.
+            // Without disk space for the copy the values stay in memory; the next flush tries again.
             if (!backup->copyTo(_paths.file))
                 return nullptr;
             backup.reset();

@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// How stored values lie in a file, row by row. Payloads are stored forms of values (see ValueCoding.hpp).
+// Rows of a file of stored values. Payloads are encoded values (see ValueCoding.hpp).
 
 // A key. An array's payload is empty: its elements are rows of their own.
 struct ValueRow {
@@ -25,15 +25,15 @@ struct ElementRow {
     std::string payload;
 };
 
-// Large data of elements, stored apart, so that a change beside it does not write it again.
+// Large data of elements, in a row of its own so that other changes to the element do not rewrite it.
 struct DataRow {
     std::int64_t id = 0;
     Data data;
 };
 
-// Which flush a file is the state of, and how many rows it has to have.
+// Identifies the flush whose state a file has, and the number of rows it must have.
 struct StoreState {
-    // Names the series of flushes; drawn at random when a file is made from nothing.
+    // Identifies the series of flushes; random, chosen when the file is created.
     std::int64_t series = 0;
     std::int64_t flush = 0;
     std::int64_t values = 0;
@@ -51,10 +51,10 @@ struct RowChanges {
     std::vector<std::int64_t> removedElements;
     std::vector<DataRow> data;
     std::vector<std::int64_t> removedData;
-    // Data rows that no element uses any more. They stay for as long as the data may be read from memory's copies, and
-    // go with a later flush.
+    // Data rows that no element uses any more. They stay while copies in memory may read them; a later flush removes
+    // them.
     std::vector<std::int64_t> leftData;
-    // Left data rows that an element uses again.
+    // Unused data rows that an element uses again.
     std::vector<std::int64_t> takenData;
 };
 

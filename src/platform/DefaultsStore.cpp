@@ -40,7 +40,7 @@ bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found, 
     std::string error;
     auto outcome = apply(changes, error);
     if (outcome == DefaultsFile::Outcome::OtherState) {
-        // Another process has written meanwhile: what the file holds is found out anew.
+        // Another process has written to the file: read the index again.
         Values ignored;
         if (_index.load(*_file, ignored) != DefaultsCondition::Good)
             return fail(_("another program has changed the file"), problem);

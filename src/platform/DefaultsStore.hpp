@@ -10,20 +10,20 @@
 
 namespace pagora {
 
-// The disk side of the stored values: the file, what is known to be in it, and the backup. One thread at a time.
+// The stored values on disk: the file, its index and the backup. Not thread safe.
 class DefaultsStore {
 public:
     using Values = std::map<std::string, Value>;
 
-    // `values` receives what is stored; `problem` one plain line when something was set aside.
+    // `values` receives the stored values, `problem` one line when a file was set aside.
     DefaultsStore(const std::string& folder, Values& values, std::string& problem);
 
-    // Stores the changes, whole or not at all. When the file could only be opened now, `found` receives what is in it.
-    // `problem` receives one plain line when that failed, or the file had to be set aside.
+    // Stores all changes or none. When the file could only be opened now, `found` receives its content. `problem`
+    // receives one line when storing failed or the file was set aside.
     bool write(const DefaultsIndex::Changes& changes, Values& found, std::string& problem);
     bool isWritable() const { return _file && !_file->isReadOnly(); }
     void waitForBackup();
-    // How many rows were written or removed since the start.
+    // Number of rows written or removed since the start.
     int rowsChanged() const;
 
 private:

@@ -14,7 +14,7 @@ namespace pagora {
 
 HomeLock::HomeLock(const std::string& folder)
 {
-    // Nobody else's business, as the stored values in it.
+    // Private, like the stored values in it.
     g_mkdir_with_parents(folder.c_str(), 0700);
     _file = FileDescriptor(
         ::open(appendingPathComponent(folder, "in-use").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));

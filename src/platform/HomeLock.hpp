@@ -6,14 +6,14 @@
 
 namespace pagora {
 
-// Says that this program uses a folder, for as long as it lives and no longer: a sudden end gives the folder free.
+// Exclusive lock on a folder. The kernel releases it when the process exits or crashes.
 class HomeLock {
 public:
-    // Makes the folder when it is missing.
+    // Creates the folder when it is missing.
     explicit HomeLock(const std::string& folder);
 
-    // Waits up to that long for another program that is ending. False when the folder is another's; a folder that
-    // cannot be locked is nobody's.
+    // Waits up to the timeout for a process that is exiting. Returns false when another process holds the lock, true
+    // when the folder cannot be locked at all.
     bool take(double seconds);
 
 private:

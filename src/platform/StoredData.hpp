@@ -12,15 +12,15 @@ namespace pagora {
 
 class DefaultsFile;
 
-// Reads large data from the store, or from its backup where the store's bytes are damaged. It has a connection of its
-// own, opened at the first read, and lives for as long as data may be read. Any thread.
+// Reads large data from the store, or from its backup where the store's bytes are damaged. Has its own connection,
+// opened at the first read. Lives as long as data may be read. Thread safe.
 class StoredDataSource {
 public:
     StoredDataSource(std::string path, std::string backupPath);
     ~StoredDataSource();
 
     std::optional<std::string> read(std::int64_t id);
-    // Another file has come to the store's place.
+    // The store's file was replaced.
     void reopen();
 
 private:
@@ -30,7 +30,7 @@ private:
     std::unique_ptr<DefaultsFile> _file;
 };
 
-// One row of large data or of a container's stored form, for as long as something in memory may read it.
+// One row of large data, or of an encoded container; lives as long as a value in memory may read it.
 struct StoredDataRow : Value::Source {
     StoredDataRow(std::shared_ptr<StoredDataSource> source, std::int64_t id);
     std::optional<Value> read() const override;

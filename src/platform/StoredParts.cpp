@@ -6,7 +6,8 @@ namespace pagora {
 
 namespace {
 
-// A flush that follows the removal of many elements is not held up by their data: the rest goes with later ones.
+// Limits how much data one flush removes, so that removing many elements does not delay it; later flushes remove the
+// rest.
 constexpr std::size_t mostRemovals = 256;
 
 }
@@ -40,7 +41,7 @@ void StoredParts::addLeft(std::int64_t id)
     _rows.try_emplace(id);
 }
 
-// After another process changed the file, a row of the same number may hold something else.
+// After another process changed the file, a row of the same id may hold other data.
 bool StoredParts::isRow(const StoredDataRow& row) const
 {
     if (row.source != _source)

@@ -10,7 +10,7 @@ namespace pagora {
 
 namespace {
 
-// Whether storing `next` over `current` changes nothing. Containers are not compared inside.
+// Whether storing `next` over `current` would change nothing. Does not compare the contents of containers.
 bool isStoredAlready(const Value& current, const Value& next)
 {
     if (next.array() || next.dictionary() || next.data())
@@ -57,7 +57,7 @@ void UserDefaults::change(const std::string& key, std::optional<Value> value)
         const bool isThere = entry != _values.end();
         if (isThere ? value && isStoredAlready(entry->second, *value) : !value)
             return;
-        // The value that gives way is dropped with `value`, after the lock.
+        // The replaced value is destroyed with `value`, after the lock is released.
         if (_changes.empty())
             tell = _whenChanged;
         _changes.insert_or_assign(key, value);
@@ -123,7 +123,7 @@ bool UserDefaults::synchronize()
         return true;
     const std::lock_guard lock(_mutex);
     for (auto& [key, value] : found) {
-        // What the program has set or removed since is newer than what the file held.
+        // Values that the program has set or removed meanwhile are newer than the file's.
         if (!changes.contains(key) && !_changes.contains(key))
             _values.try_emplace(key, value);
     }

@@ -14,21 +14,21 @@ namespace pagora {
 
 class DefaultsStore;
 
-// The program's stored values, by key: property lists of any shape. Reading and writing act on memory at once; a flush
-// brings what changed since the last one to the disk in one transaction. An array is stored element by element, and a
-// flush writes only the elements that are not copies of stored ones.
+// The program's stored values by key: property lists of any shape. Reads and writes act on memory; a flush writes the
+// changes since the last flush to the disk in one transaction. Arrays are stored element by element, and a flush writes
+// only elements that are not copies of stored ones.
 //
 // Invariants of what is on disk:
-// 1. It is the state of some flush, whole: a kill, a full disk or a power cut leaves the last flush that succeeded.
-// 2. A backup beside it follows in the background: it is the state of that flush or of an earlier one, whole.
-// 3. A damaged file is never deleted: it is set aside under another name, and the backup takes its place.
+// 1. The file has the complete state of one flush. After a kill, a full disk or a power cut it is the last one that
+//    succeeded.
+// 2. The backup, updated in the background, has the complete state of that flush or an earlier one.
+// 3. A damaged file is never deleted. It is renamed, and the backup replaces it.
 //
 // Any thread.
 class UserDefaults {
 public:
-    // Opens or makes the store in `folder`. When nothing can be stored there, values live in memory and each flush
-    // tries again. `problem`, when given, receives one plain line about a store that was set aside, or cannot be
-    // written.
+    // Opens or creates the store in `folder`. When nothing can be stored there, values stay in memory and each flush
+    // tries again. `problem`, when given, receives one line when a store was set aside or cannot be written.
     explicit UserDefaults(const std::string& folder, std::string* problem = nullptr);
     ~UserDefaults();
 
@@ -38,24 +38,24 @@ public:
     // Every key, sorted.
     std::vector<std::string> allKeys() const;
 
-    // The value under the key in the kind asked for; see Numbers.hpp for how kinds convert.
+    // The value under the key, converted to the requested kind; see Numbers.hpp.
     std::optional<std::string> stringForKey(const std::string& key) const;
     double realForKey(const std::string& key) const;
     std::int64_t integerForKey(const std::string& key) const;
     bool boolForKey(const std::string& key) const;
     bool hasKey(const std::string& key) const { return objectForKey(key).has_value(); }
 
-    // Flushes what changed to the disk; false when that failed, and the changes wait for the next flush.
+    // Writes the changes to the disk. Returns false on failure; the changes then wait for the next flush.
     bool synchronize();
 
-    // Called, on the thread that made the change, when there is something to flush and there was nothing before.
+    // Called on the thread that made the first change since the last flush.
     void setWhenChanged(std::function<void()> whenChanged);
 
-    // Called with one plain line, on the thread that flushes, when a flush is the first to fail, and when the store
-    // turns out to be damaged and is set aside. The line is in the log as well.
+    // Called with one line, on the flushing thread, when flushes begin to fail and when a damaged store is set aside.
+    // The line is also logged.
     void setWhenInTrouble(std::function<void(const std::string& problem)> whenInTrouble);
 
-    // Returns when the backup is in the state of the last flush, or that has failed.
+    // Blocks until the backup has the state of the last flush, or updating it has failed.
     void waitForBackup();
 
 private:
@@ -70,9 +70,9 @@ private:
     Changes _changes;
     std::function<void()> _whenChanged;
     std::function<void(const std::string&)> _whenInTrouble;
-    // Somebody has been told that flushes fail.
+    // The failure of flushes has been reported.
     bool _failing = false;
-    // Serialises flushes, so that they reach the disk in order.
+    // Serialises flushes, so that they are written in order.
     std::mutex _flushing;
     std::unique_ptr<DefaultsStore> _store;
 };

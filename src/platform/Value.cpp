@@ -7,7 +7,7 @@ namespace pagora {
 
 namespace {
 
-// Guards what is kept elsewhere while it is read: seldom, and never two for long.
+// One lock for all values: containers are read rarely and briefly.
 std::mutex reading;
 
 }

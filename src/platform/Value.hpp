@@ -18,18 +18,18 @@ struct Date {
     bool operator==(const Date&) const = default;
 };
 
-// What a property list can hold: a string, an integer, a real number, a boolean, a date, bytes, an array or a
-// dictionary. A value never changes once made; copies share it, so copying is cheap and safe on any thread.
+// A property-list value: a string, integer, real number, boolean, date, bytes, array or dictionary. Immutable; copies
+// share the content, so copying is cheap and safe on any thread.
 class Value {
 public:
     using Array = std::vector<Value>;
     using Dictionary = std::map<std::string, Value>;
 
-    // Where an array or a dictionary lies until somebody asks for its elements.
+    // Reads the elements of an array or dictionary on first use.
     class Source {
     public:
         virtual ~Source() = default;
-        // Missing when it cannot be read. Any thread.
+        // Missing when the elements cannot be read. Thread safe.
         virtual std::optional<Value> read() const = 0;
     };
     enum class Container : bool { Array, Dictionary };
@@ -44,7 +44,7 @@ public:
     Value(Data data);
     Value(Array array);
     Value(Dictionary dictionary);
-    // A container that is read when its elements are first asked for; empty when that fails.
+    // A container whose elements are read on first use; empty when reading fails.
     Value(Container kind, std::shared_ptr<const Source> source);
 
     // The content, or null when the value is of another kind.
@@ -66,11 +66,11 @@ public:
     // The entry of a dictionary; null when there is none or the value is no dictionary.
     const Value* find(const std::string& key) const;
 
-    // Whether both are copies of one value, so that nothing inside needs to be compared.
+    // Whether both are copies of the same value. Does not compare contents.
     bool isSameAs(const Value& other) const { return _content == other._content; }
     bool operator==(const Value& other) const;
 
-    // Names the shared content; equal for copies of one value, different for others that live at the same time.
+    // Address of the shared content: equal for copies of one value, different for other live values.
     const void* identity() const { return _content.get(); }
 
 private:
@@ -83,7 +83,7 @@ private:
     };
     using Content = std::variant<std::string, std::int64_t, double, bool, Date, Data, Array, Dictionary, Kept>;
 
-    // The content with its elements read.
+    // The content, with its elements read.
     const Content& content() const;
 
     std::shared_ptr<const Content> _content;

@@ -123,7 +123,7 @@ private:
     const PlaceParts& _place;
 };
 
-// Each operation gives a missing result at the end of the bytes or at anything malformed.
+// Each operation returns a missing result at the end of the bytes or on malformed input.
 class Decoder {
 public:
     Decoder(std::string_view bytes, const FindParts& find)
@@ -251,7 +251,7 @@ private:
     std::optional<Value> array(int depth)
     {
         const auto size = count();
-        // Every element takes a byte at least: a false count reserves no memory.
+        // Every element takes at least one byte, so a false count cannot reserve much memory.
         if (!size || *size > _left.size())
             return std::nullopt;
         Value::Array array;

@@ -10,12 +10,12 @@
 
 namespace pagora {
 
-// The stored form of a value: one byte that says the version, then the value. Arrays and dictionaries that are nested
-// deeper than `maxValueDepth` are stored empty. Any thread.
+// Encodes values: one version byte, then the value. Arrays and dictionaries nested deeper than `maxValueDepth` are
+// encoded as empty. Thread safe.
 constexpr int maxValueDepth = 256;
 
-// Where parts of a value are stored apart from it: each gives the number of the place, or nothing when the part is to
-// be stored within. Containers are asked for from the outside in, the value itself is not.
+// Decide which parts of a value are stored in rows of their own. Each returns the row's id, or nothing when the part is
+// encoded in place. Called for containers from the outside in, not for the value itself.
 struct PlaceParts {
     std::function<std::optional<std::int64_t>(const Data& data)> data;
     std::function<std::optional<std::int64_t>(const Value& container)> container;
@@ -27,10 +27,10 @@ struct FindParts {
 };
 
 std::string encodeValue(const Value& value, const PlaceParts& place = {});
-// Missing for everything but the stored form of one value.
+// Missing unless the bytes are exactly one encoded value.
 std::optional<Value> decodeValue(std::string_view bytes, const FindParts& find = {});
 
-// A number that tells damaged bytes from the ones that were stored; `seed` says where they belong.
+// Checksum of the stored bytes; `seed` identifies the row that they belong to.
 std::uint64_t checksum(std::string_view bytes, std::uint64_t seed = 0);
 
 }

@@ -50,6 +50,16 @@ protected:
 
 }
 
+TEST_F(ToplevelTest, ShowsNothingOnceItHasEnded)
+{
+    reader.window.makeKeyAndOrderFront();
+    ASSERT_TRUE(waitUntil([&] { return isShown(reader); }));
+    toplevel.end();
+    library.window.makeKeyAndOrderFront();
+    EXPECT_TRUE(library.window.isVisible());
+    EXPECT_FALSE(desktopWindow().get_visible());
+}
+
 TEST_F(ToplevelTest, ShowsTheWindowThatWasOrderedFrontLast)
 {
     library.window.makeKeyAndOrderFront();

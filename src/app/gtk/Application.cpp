@@ -211,6 +211,7 @@ void Application::on_shutdown()
     if (_parts) {
         auto& controller = _parts->controller;
         controller.cancelProcess();
+        _parts->toplevel.end();
         controller.finishReading();
         controller.applicationWillTerminate();
         _parts->store.defaults->synchronize();

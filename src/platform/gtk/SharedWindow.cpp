@@ -75,7 +75,7 @@ void SharedWindow::makeKeyAndOrderFront()
     _visible = true;
     onMainThread([this] {
         _toplevel.orderFront(*this);
-        _toplevel.window().present();
+        _toplevel.present();
     });
 }
 

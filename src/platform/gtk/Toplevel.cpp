@@ -104,7 +104,21 @@ void Toplevel::orderFront(SharedWindow& window)
             before->tellState();
     }
     _hiding.disconnect();
-    _window.set_visible(true);
+    if (!_ended)
+        _window.set_visible(true);
+}
+
+void Toplevel::present()
+{
+    if (!_ended)
+        _window.present();
+}
+
+void Toplevel::end()
+{
+    _ended = true;
+    _hiding.disconnect();
+    _window.set_visible(false);
 }
 
 void Toplevel::orderOut(SharedWindow& window)

@@ -27,6 +27,9 @@ public:
     Gtk::ApplicationWindow& window() { return _window; }
     // The window that is shown; null for none.
     const SharedWindow* front() const { return _ordered.empty() ? nullptr : _ordered.back(); }
+    // Hides the window for good. Later orders change what the windows say of themselves and nothing on the display, which
+    // may be gone: the toolkit would wait for its answer for ever.
+    void end();
 
 private:
     friend class SharedWindow;
@@ -41,6 +44,7 @@ private:
     void remove(SharedWindow& window);
     void orderFront(SharedWindow& window);
     void orderOut(SharedWindow& window);
+    void present();
     bool isOrderedIn(const SharedWindow& window) const;
     void showFront();
     void showTitle();
@@ -78,6 +82,7 @@ private:
     // The size that it gets as soon as it is not maximised any more.
     std::optional<Size> _sizeAfterMaximized;
     sigc::connection _hiding;
+    bool _ended = false;
     std::vector<sigc::connection> _connections;
 };
 

@@ -178,6 +178,19 @@ TEST_F(ReaderWindowTest, KeysCountWhileTheDisplayOptionsAreOpen)
     EXPECT_EQ(done, (Lines { "full screen", "close" }));
 }
 
+TEST_F(ReaderWindowTest, DisplayOptionsCloseWithTheTitleBar)
+{
+    makeEpubWindow();
+    epub->window().makeKeyAndOrderFront();
+    auto& panel = widget<Gtk::Popover>("displayOptions");
+    ASSERT_TRUE(waitUntil([&] { return widget<Gtk::Button>("displayOptionsButton").get_mapped(); }));
+    epub->displayOptions().makeKeyAndOrderFront();
+    ASSERT_TRUE(waitUntil([&] { return panel.get_mapped(); }));
+    widget<Gtk::Widget>("headerBar").set_visible(false);
+    EXPECT_FALSE(epub->displayOptions().isVisible());
+    EXPECT_FALSE(panel.get_visible());
+}
+
 TEST_F(ReaderWindowTest, ActionsOfAWindowThatIsDroppedAreDropped)
 {
     makeEpubWindow();

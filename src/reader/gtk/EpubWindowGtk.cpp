@@ -38,6 +38,8 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
             _parts.send(&ReaderWindowActions::changeWidth);
         }),
         panel.signal_closed().connect([this] { _parts.focusPage(); }),
+        // The title bar moves when full screen begins or ends. A panel that stayed open would keep the keys unseen.
+        _parts.widget<Gtk::Button>("displayOptionsButton").signal_unmap().connect([&panel] { panel.popdown(); }),
     };
 }
 

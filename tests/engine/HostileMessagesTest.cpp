@@ -118,7 +118,8 @@ TEST_F(HostileMessagesTest, WhatPagesKeepInTheNetworkProcessIsBounded)
 {
     show(PageKind::Columns);
     limitMemory({ std::uint64_t(2000) << 20, std::uint64_t(250) << 20 });
-    expectTakenOut(showRepeating("(globalThis.kept ??= []).push(new Blob([new Uint8Array(8 << 20).fill(n++)]))"));
+    expectTakenOut(
+        showRepeating("(globalThis.kept = globalThis.kept || []).push(new Blob([new Uint8Array(8 << 20).fill(n++)]))"));
     // Pages are loaded as before.
     loadDocument("<p id='q'>Next</p>");
     EXPECT_EQ(evaluate("document.getElementById('q').textContent"), "Next");
@@ -128,8 +129,9 @@ TEST_F(HostileMessagesTest, SharedMemoryCounts)
 {
     show(PageKind::Columns);
     limitMemory({ std::uint64_t(400) << 20, std::uint64_t(2000) << 20 });
-    expectTakenOut(showRepeating("const c = document.createElement('canvas'); c.width = c.height = 2048;"
-                                 "c.getContext('2d').fillRect(0, 0, 2048, 2048); (globalThis.kept ??= []).push(c);"));
+    expectTakenOut(showRepeating(
+        "const c = document.createElement('canvas'); c.width = c.height = 2048;"
+        "c.getContext('2d').fillRect(0, 0, 2048, 2048); (globalThis.kept = globalThis.kept || []).push(c);"));
 }
 
 TEST_F(HostileMessagesTest, ThereIsNoDatabaseToFill)

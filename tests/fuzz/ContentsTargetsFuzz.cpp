@@ -3,6 +3,8 @@
 #include "platform/Unicode.hpp"
 #include "platform/Url.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
+#include "tests/support/EpubBuilder.hpp"
+#include "tests/support/TemporaryFolder.hpp"
 
 using namespace pagora;
 using test::require;
@@ -39,9 +41,31 @@ void tryPath(const std::string& path, const std::string& other)
     require(matchesWildcards(other, "*") && matchesWildcards(path, path + "*") >= !hasWildcards(path));
 }
 
+// An unpacked book whose contents file has another folder than its package document.
+const std::string& book()
+{
+    static const test::TemporaryFolder folder;
+    static const std::string path = [] {
+        const std::string book = folder.path("book");
+        for (const char* const file : { "OEBPS/content.opf", "OEBPS/toc/toc.ncx", "OEBPS/toc/a.xhtml" })
+            test::makeFile(book + "/" + file, "");
+        return book;
+    }();
+    return path;
 }
 
-// Three lines: a target, the package document's folder, the contents file's folder.
+void tryTarget(const std::string& target)
+{
+    const std::string src = book() + "/OEBPS/" + target;
+    const auto found = withTargetsFound({ Value::Dictionary { { "src", src }, { "text", "Entry" } } }, book());
+    require(found.size() == 1 && *found[0].find("text")->string() == "Entry");
+    const std::string path = *found[0].find("src")->string();
+    require(path == src || isPathInside(path.substr(0, path.find('#')), book()));
+}
+
+}
+
+// Three lines: a target and two paths.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const test::FuzzRun run;
@@ -50,7 +74,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     tryUrl(lines[0]);
     tryPath(lines[0], lines[1]);
     require(isUtf8(composedForm(lines[0])) == isUtf8(lines[0]) && isUtf8(validUtf8(lines[0])));
-    const ContentsTargets targets(nullptr, lines[1], lines[2]);
-    require(targets.path(lines[0]) == appendingPathComponent(lines[1], lines[0]));
+    tryTarget(lines[0]);
     return 0;
 }

@@ -27,8 +27,8 @@ public:
     Gtk::ApplicationWindow& window() { return _window; }
     // The window that is shown; null for none.
     const SharedWindow* front() const { return _ordered.empty() ? nullptr : _ordered.back(); }
-    // Hides the window for good. Later orders change what the windows say of themselves and nothing on the display, which
-    // may be gone: the toolkit would wait for its answer for ever.
+    // Hides the window for good. Later orders change what the windows say of themselves and nothing on the display,
+    // which may be gone: the toolkit would wait for its answer for ever.
     void end();
 
 private:

@@ -262,10 +262,15 @@ TEST_P(ContrastTest, OfTheReadersBarsOnEachPaper)
 
 TEST_P(ContrastTest, OfABookWithNothingToShow)
 {
-    EpubWindowGtk reader(_toplevel, makePage());
-    reader.setNothingToShow(true);
-    reader.window().makeKeyAndOrderFront();
-    expectReadable(reader.parts().window.window(), { "This book has no pages that can be shown." });
+    for (const int theme : { 1, 2, 3 }) {
+        auto page = makePage();
+        page.setBackground = [](const Color&) {};
+        EpubWindowGtk reader(_toplevel, std::move(page));
+        reader.bgView().setFillColor(backgroundColorForTheme(theme));
+        reader.setNothingToShow(true);
+        reader.window().makeKeyAndOrderFront();
+        expectReadable(reader.parts().window.window(), { "This book has no pages that can be shown." });
+    }
 }
 
 TEST_P(ContrastTest, OfTheDisplayOptions)

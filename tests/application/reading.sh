@@ -71,13 +71,6 @@ picture full-screen
 key F11
 within 20 header_is "$shown"
 
-echo dark >&9
-within 20 title_bar_is_dark
-picture dark
-echo light >&9
-within 20 title_bar_is_light
-settle
-
 move 340 260
 button_down
 move 500 300
@@ -89,6 +82,14 @@ clipboard >"$pictures/copied.txt"
 close_window
 within 20 window_is Pagora
 within 20 catalogue 'books[0].get("LastInd", 0) > 0'
+settle
+
+# The bars of a reader have the paper of its page, so the library shows it.
+echo dark >&9
+within 20 title_bar_is_dark
+picture dark
+echo light >&9
+within 20 title_bar_is_light
 settle
 close_window
 within 20 ended

@@ -1,11 +1,11 @@
 #include "benches/data/MadeCatalogue.hpp"
 
+#include "base/Path.hpp"
 #include "benches/data/MadeBooks.hpp"
 #include "benches/data/MadePictures.hpp"
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
-#include "platform/Path.hpp"
-#include "platform/UserDefaults.hpp"
+#include "store/UserDefaults.hpp"
 
 #include <algorithm>
 #include <filesystem>

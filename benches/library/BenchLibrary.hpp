@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/MainController.hpp"
-#include "platform/GLibRunLoop.hpp"
-#include "platform/gtk/DesktopWorkspace.hpp"
+#include "desktop/gtk/DesktopWorkspace.hpp"
+#include "running/GLibRunLoop.hpp"
 #include "tests/support/FakeEpubWindow.hpp"
 #include "tests/support/FakeLibraryWindow.hpp"
 

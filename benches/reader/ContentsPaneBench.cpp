@@ -1,6 +1,6 @@
 // A table of contents of thousands of entries: building its links, and following the reading position through it.
 
-#include "reader/ContentsPane.hpp"
+#include "contents/ContentsPane.hpp"
 
 #include <benchmark/benchmark.h>
 

@@ -2,11 +2,11 @@
 // each frame takes of the main thread: all that it does from the frame before, covers that arrive and the drawing
 // included. bench-scroll FOLDER NAME... prints a "NAME VALUE" line. Needs a display of at least 1280 by 860.
 
-#include "app/gtk/LibraryWindowGtk.hpp"
 #include "benches/data/MadeCatalogue.hpp"
 #include "catalogue/Catalogue.hpp"
 #include "catalogue/Settings.hpp"
-#include "platform/gtk/Toplevel.hpp"
+#include "desktop/gtk/Toplevel.hpp"
+#include "library_window/gtk/LibraryWindowGtk.hpp"
 
 #include <glib.h>
 #include <gtk/gtk.h>

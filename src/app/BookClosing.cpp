@@ -1,8 +1,8 @@
 #include "app/BookClosing.hpp"
 
+#include "base/Log.hpp"
+#include "base/Numbers.hpp"
 #include "catalogue/CatalogueEntry.hpp"
-#include "platform/Log.hpp"
-#include "platform/Numbers.hpp"
 
 namespace pagora {
 

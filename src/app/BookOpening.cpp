@@ -1,11 +1,11 @@
 #include "app/BookOpening.hpp"
 
+#include "base/Numbers.hpp"
+#include "base/Path.hpp"
+#include "base/Translation.hpp"
 #include "epub/ContentsTargets.hpp"
 #include "epub/Unpacking.hpp"
-#include "platform/Files.hpp"
-#include "platform/Numbers.hpp"
-#include "platform/Path.hpp"
-#include "platform/Translation.hpp"
+#include "files/Files.hpp"
 
 namespace pagora {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/LibraryState.hpp"
-#include "platform/Task.hpp"
-#include "reader/ContentsPane.hpp"
+#include "contents/ContentsPane.hpp"
+#include "running/Task.hpp"
 
 #include <functional>
 #include <memory>

@@ -1,9 +1,9 @@
 #include "app/BookRemoval.hpp"
 
 #include "app/PendingRemovals.hpp"
-#include "platform/Files.hpp"
-#include "platform/Path.hpp"
-#include "platform/Translation.hpp"
+#include "base/Path.hpp"
+#include "base/Translation.hpp"
+#include "files/Files.hpp"
 
 #include <algorithm>
 #include <map>

@@ -1,9 +1,9 @@
 #include "app/Guide.hpp"
 
-#include "platform/Files.hpp"
-#include "platform/Path.hpp"
-#include "platform/Resource.hpp"
-#include "platform/Translation.hpp"
+#include "base/Path.hpp"
+#include "base/Resource.hpp"
+#include "base/Translation.hpp"
+#include "files/Files.hpp"
 
 namespace pagora {
 

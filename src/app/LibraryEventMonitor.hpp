@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/LibraryWindow.hpp"
 #include "library_views/LibraryViews.hpp"
+#include "library_window/LibraryWindow.hpp"
 
 #include <functional>
 

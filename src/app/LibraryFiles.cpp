@@ -1,7 +1,7 @@
 #include "app/LibraryFiles.hpp"
 
-#include "platform/Files.hpp"
-#include "platform/Path.hpp"
+#include "base/Path.hpp"
+#include "files/Files.hpp"
 
 namespace pagora {
 

@@ -2,11 +2,11 @@
 
 #include "app/LibraryFiles.hpp"
 #include "app/PendingRemovals.hpp"
-#include "platform/CopyIntoFolder.hpp"
-#include "platform/Files.hpp"
-#include "platform/Log.hpp"
-#include "platform/Path.hpp"
-#include "platform/Translation.hpp"
+#include "base/Log.hpp"
+#include "base/Path.hpp"
+#include "base/Translation.hpp"
+#include "files/CopyIntoFolder.hpp"
+#include "files/Files.hpp"
 
 namespace pagora {
 

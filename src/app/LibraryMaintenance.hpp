@@ -3,7 +3,7 @@
 #include "app/LibraryState.hpp"
 #include "epub/EpubImport.hpp"
 #include "library_views/LibraryViews.hpp"
-#include "platform/Task.hpp"
+#include "running/Task.hpp"
 
 #include <string>
 

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "app/LibraryWindow.hpp"
 #include "catalogue/Catalogue.hpp"
 #include "catalogue/LibraryFolders.hpp"
 #include "catalogue/Settings.hpp"
+#include "desktop/Workspace.hpp"
 #include "epub/FaultyBooks.hpp"
 #include "fixed/FixedLayoutWindowController.hpp"
-#include "platform/RunLoop.hpp"
-#include "platform/UserDefaults.hpp"
-#include "platform/Workspace.hpp"
-#include "reader/EpubWindowController.hpp"
+#include "library_window/LibraryWindow.hpp"
 #include "reader/ReaderState.hpp"
+#include "reflowable/EpubWindowController.hpp"
+#include "running/RunLoop.hpp"
+#include "store/UserDefaults.hpp"
 
 #include <atomic>
 #include <cstdint>

@@ -1,9 +1,9 @@
 #include "app/MainController.hpp"
 
 #include "app/Guide.hpp"
-#include "platform/Log.hpp"
-#include "platform/Path.hpp"
-#include "platform/Translation.hpp"
+#include "base/Log.hpp"
+#include "base/Path.hpp"
+#include "base/Translation.hpp"
 
 #include <unistd.h>
 

@@ -10,8 +10,8 @@
 #include "epub/EpubImport.hpp"
 #include "library_views/LibraryHub.hpp"
 #include "library_views/LibraryViews.hpp"
-#include "platform/Task.hpp"
 #include "reader/ReaderHub.hpp"
+#include "running/Task.hpp"
 
 #include <list>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "app/PendingRemovals.hpp"
 
+#include "base/Numbers.hpp"
 #include "catalogue/Settings.hpp"
-#include "platform/Numbers.hpp"
 
 #include <algorithm>
 

@@ -2,9 +2,9 @@
 
 #include "app/LibraryFiles.hpp"
 #include "app/PendingRemovals.hpp"
-#include "platform/Files.hpp"
-#include "platform/Log.hpp"
-#include "platform/Path.hpp"
+#include "base/Log.hpp"
+#include "base/Path.hpp"
+#include "files/Files.hpp"
 
 namespace pagora {
 

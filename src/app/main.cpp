@@ -1,9 +1,9 @@
 #include "app/gtk/Application.hpp"
-#include "platform/Confinement.hpp"
-#include "platform/Translation.hpp"
-#include "platform/UserFolders.hpp"
-#include "platform/gtk/BookFonts.hpp"
-#include "platform/gtk/Graphics.hpp"
+#include "base/Translation.hpp"
+#include "base/UserFolders.hpp"
+#include "confinement/Confinement.hpp"
+#include "desktop/gtk/BookFonts.hpp"
+#include "desktop/gtk/Graphics.hpp"
 
 #include <glib.h>
 

@@ -1,8 +1,8 @@
-#include "platform/DefaultsIndex.hpp"
-#include "platform/DefaultsRecovery.hpp"
-#include "platform/Json.hpp"
-#include "platform/Translation.hpp"
-#include "platform/UserFolders.hpp"
+#include "base/Json.hpp"
+#include "base/Translation.hpp"
+#include "base/UserFolders.hpp"
+#include "store/DefaultsIndex.hpp"
+#include "store/DefaultsRecovery.hpp"
 
 #include <cstdio>
 

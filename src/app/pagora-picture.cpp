@@ -1,4 +1,4 @@
-#include "platform/PictureProcess.hpp"
+#include "pictures/PictureProcess.hpp"
 
 // pagora-picture WIDTH HEIGHT: decodes one picture for Pagora, which starts it, within limits of time and memory.
 int main(int argc, char** argv)

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/Data.hpp"
-#include "platform/Image.hpp"
-#include "platform/Url.hpp"
-#include "platform/Value.hpp"
+#include "base/Data.hpp"
+#include "base/Url.hpp"
+#include "base/Value.hpp"
+#include "pictures/Image.hpp"
 
 #include <cstdint>
 #include <memory>

@@ -1,9 +1,9 @@
 #include "catalogue/Catalogue.hpp"
 
+#include "base/Numbers.hpp"
+#include "base/Path.hpp"
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
-#include "platform/Numbers.hpp"
-#include "platform/Path.hpp"
 
 #include <algorithm>
 #include <unordered_map>

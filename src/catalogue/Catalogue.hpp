@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Value.hpp"
 #include "catalogue/BookInfo.hpp"
-#include "platform/UserDefaults.hpp"
-#include "platform/Value.hpp"
+#include "store/UserDefaults.hpp"
 
 #include <cstddef>
 #include <memory>

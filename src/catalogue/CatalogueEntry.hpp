@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Value.hpp"
 #include "catalogue/BookInfo.hpp"
-#include "platform/Value.hpp"
 
 namespace pagora {
 

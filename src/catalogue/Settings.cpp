@@ -1,6 +1,6 @@
 #include "catalogue/Settings.hpp"
 
-#include "platform/Numbers.hpp"
+#include "base/Numbers.hpp"
 
 namespace pagora {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UserDefaults.hpp"
+#include "store/UserDefaults.hpp"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "epub/ContainerParser.hpp"
 
-#include "platform/Path.hpp"
+#include "base/Path.hpp"
 
 namespace pagora {
 

@@ -1,6 +1,6 @@
 #include "epub/ContentParser.hpp"
 
-#include "platform/Path.hpp"
+#include "base/Path.hpp"
 
 namespace pagora {
 

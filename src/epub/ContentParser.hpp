@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Url.hpp"
-#include "platform/Value.hpp"
-#include "platform/Xml.hpp"
+#include "base/Url.hpp"
+#include "base/Value.hpp"
+#include "xml/Xml.hpp"
 
 #include <cstdint>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "epub/ContentsTargets.hpp"
 
-#include "platform/Files.hpp"
-#include "platform/Path.hpp"
-#include "platform/Unicode.hpp"
+#include "base/Path.hpp"
+#include "base/Unicode.hpp"
+#include "files/Files.hpp"
 
 #include <optional>
 #include <set>

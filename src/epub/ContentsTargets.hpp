@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Value.hpp"
+#include "base/Value.hpp"
 
 #include <string>
 

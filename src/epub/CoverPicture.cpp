@@ -1,14 +1,14 @@
 #include "epub/CoverPicture.hpp"
 
+#include "base/Path.hpp"
+#include "base/Resource.hpp"
 #include "epub/ContainerParser.hpp"
 #include "epub/ExtractedMember.hpp"
 #include "epub/OPFParser.hpp"
-#include "platform/Archive.hpp"
-#include "platform/Files.hpp"
-#include "platform/Image.hpp"
-#include "platform/Path.hpp"
-#include "platform/Resource.hpp"
-#include "platform/ValueCoding.hpp"
+#include "files/Archive.hpp"
+#include "files/Files.hpp"
+#include "pictures/Image.hpp"
+#include "store/ValueCoding.hpp"
 
 #include <cstdint>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Data.hpp"
-#include "platform/FileDescriptor.hpp"
+#include "base/Data.hpp"
+#include "base/FileDescriptor.hpp"
 
 #include <cstdint>
 #include <optional>

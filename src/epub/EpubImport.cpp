@@ -1,12 +1,12 @@
 #include "epub/EpubImport.hpp"
 
+#include "base/Path.hpp"
+#include "base/Translation.hpp"
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
 #include "epub/KnownNames.hpp"
-#include "platform/CopyIntoFolder.hpp"
-#include "platform/Files.hpp"
-#include "platform/Path.hpp"
-#include "platform/Translation.hpp"
+#include "files/CopyIntoFolder.hpp"
+#include "files/Files.hpp"
 
 #include <algorithm>
 #include <utility>

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "catalogue/Catalogue.hpp"
+#include "controls/Controls.hpp"
+#include "desktop/Window.hpp"
+#include "desktop/Workspace.hpp"
 #include "epub/FaultyBooks.hpp"
 #include "epub/ImportAhead.hpp"
 #include "epub/InspectionProcess.hpp"
-#include "platform/Controls.hpp"
-#include "platform/RunLoop.hpp"
-#include "platform/UserDefaults.hpp"
-#include "platform/Window.hpp"
-#include "platform/Workspace.hpp"
+#include "running/RunLoop.hpp"
+#include "store/UserDefaults.hpp"
 
 #include <atomic>
 #include <condition_variable>

@@ -1,18 +1,18 @@
 #include "epub/EpubInspection.hpp"
 
+#include "base/Log.hpp"
+#include "base/Path.hpp"
+#include "base/Translation.hpp"
+#include "base/Unicode.hpp"
 #include "catalogue/CatalogueEntry.hpp"
 #include "epub/ContainerParser.hpp"
 #include "epub/ContentParser.hpp"
 #include "epub/ExtractedMember.hpp"
 #include "epub/HTMLParser.hpp"
 #include "epub/OPFParser.hpp"
-#include "platform/Archive.hpp"
-#include "platform/Files.hpp"
-#include "platform/Log.hpp"
-#include "platform/Path.hpp"
-#include "platform/Translation.hpp"
-#include "platform/Unicode.hpp"
-#include "platform/ValueCoding.hpp"
+#include "files/Archive.hpp"
+#include "files/Files.hpp"
+#include "store/ValueCoding.hpp"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "catalogue/BookInfo.hpp"
 #include "catalogue/LibraryFolders.hpp"
 #include "epub/CoverPicture.hpp"
-#include "platform/SpareFiles.hpp"
+#include "files/SpareFiles.hpp"
 
 #include <optional>
 #include <string>

@@ -1,9 +1,9 @@
 #include "epub/ExtractedMember.hpp"
 
-#include "platform/Files.hpp"
-#include "platform/Path.hpp"
-#include "platform/Unicode.hpp"
-#include "platform/Url.hpp"
+#include "base/Path.hpp"
+#include "base/Unicode.hpp"
+#include "base/Url.hpp"
+#include "files/Files.hpp"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Archive.hpp"
+#include "files/Archive.hpp"
 
 #include <optional>
 #include <string>

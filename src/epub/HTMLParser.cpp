@@ -1,8 +1,8 @@
 #include "epub/HTMLParser.hpp"
 
-#include "platform/Log.hpp"
-#include "platform/Numbers.hpp"
-#include "platform/Path.hpp"
+#include "base/Log.hpp"
+#include "base/Numbers.hpp"
+#include "base/Path.hpp"
 
 #include <optional>
 

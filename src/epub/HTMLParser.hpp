@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Url.hpp"
-#include "platform/Xml.hpp"
+#include "base/Url.hpp"
+#include "xml/Xml.hpp"
 
 #include <cstdint>
 #include <string>

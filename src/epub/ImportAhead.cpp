@@ -1,6 +1,6 @@
 #include "epub/ImportAhead.hpp"
 
-#include "platform/Path.hpp"
+#include "base/Path.hpp"
 
 #include <algorithm>
 #include <filesystem>

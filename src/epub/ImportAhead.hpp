@@ -1,9 +1,9 @@
 #pragma once
 
+#include "desktop/Workspace.hpp"
 #include "epub/CoverPicture.hpp"
 #include "epub/InspectionProcess.hpp"
-#include "platform/Worker.hpp"
-#include "platform/Workspace.hpp"
+#include "running/Worker.hpp"
 
 #include <atomic>
 #include <cstddef>

@@ -1,14 +1,14 @@
 #include "epub/InspectionProcess.hpp"
 
+#include "base/Log.hpp"
+#include "base/Numbers.hpp"
+#include "base/Path.hpp"
+#include "base/Translation.hpp"
+#include "base/Unicode.hpp"
 #include "catalogue/CatalogueEntry.hpp"
 #include "epub/InspectionMessages.hpp"
-#include "platform/Files.hpp"
-#include "platform/Log.hpp"
-#include "platform/Numbers.hpp"
-#include "platform/Path.hpp"
-#include "platform/Translation.hpp"
-#include "platform/Unicode.hpp"
-#include "platform/ValueCoding.hpp"
+#include "files/Files.hpp"
+#include "store/ValueCoding.hpp"
 
 #include <algorithm>
 #include <sys/stat.h>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Bounds.hpp"
+#include "confinement/HelperProcess.hpp"
 #include "epub/EpubInspection.hpp"
-#include "platform/Bounds.hpp"
-#include "platform/HelperProcess.hpp"
 
 #include <functional>
 #include <optional>

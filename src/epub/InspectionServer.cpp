@@ -1,14 +1,14 @@
 #include "epub/InspectionServer.hpp"
 
+#include "base/Log.hpp"
+#include "base/Numbers.hpp"
+#include "base/Translation.hpp"
 #include "catalogue/CatalogueEntry.hpp"
+#include "confinement/HelperConfinement.hpp"
+#include "confinement/HelperMessages.hpp"
 #include "epub/EpubInspection.hpp"
 #include "epub/InspectionMessages.hpp"
-#include "platform/HelperConfinement.hpp"
-#include "platform/HelperMessages.hpp"
-#include "platform/Log.hpp"
-#include "platform/Numbers.hpp"
-#include "platform/Translation.hpp"
-#include "platform/ValueCoding.hpp"
+#include "store/ValueCoding.hpp"
 
 #include <cstdlib>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #include "epub/OPFParser.hpp"
 
-#include "platform/Path.hpp"
+#include "base/Path.hpp"
 
 #include <initializer_list>
 

@@ -1,6 +1,6 @@
 #include "epub/Unpacking.hpp"
 
-#include "platform/Archive.hpp"
+#include "files/Archive.hpp"
 
 namespace pagora {
 

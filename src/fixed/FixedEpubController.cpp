@@ -1,8 +1,8 @@
 #include "fixed/FixedEpubController.hpp"
 
-#include "platform/Log.hpp"
-#include "platform/Numbers.hpp"
-#include "platform/Translation.hpp"
+#include "base/Log.hpp"
+#include "base/Numbers.hpp"
+#include "base/Translation.hpp"
 
 #include <cmath>
 #include <utility>

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "platform/RunLoop.hpp"
-#include "platform/SerialQueue.hpp"
-#include "platform/WebView.hpp"
-#include "reader/ContentsPane.hpp"
+#include "contents/ContentsPane.hpp"
+#include "contents/SplitRules.hpp"
+#include "page/WebView.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/LeavingLinks.hpp"
 #include "reader/LocationBar.hpp"
 #include "reader/ReaderHub.hpp"
 #include "reader/ReaderState.hpp"
-#include "reader/SplitRules.hpp"
+#include "running/RunLoop.hpp"
+#include "running/SerialQueue.hpp"
 
 #include <cstdint>
 #include <functional>

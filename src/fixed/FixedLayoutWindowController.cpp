@@ -1,6 +1,6 @@
 #include "fixed/FixedLayoutWindowController.hpp"
 
-#include "platform/Window.hpp"
+#include "desktop/Window.hpp"
 
 namespace pagora {
 

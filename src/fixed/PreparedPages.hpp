@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Task.hpp"
-#include "platform/WebView.hpp"
+#include "page/WebView.hpp"
+#include "running/Task.hpp"
 
 #include <array>
 #include <functional>

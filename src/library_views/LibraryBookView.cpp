@@ -1,6 +1,6 @@
 #include "library_views/LibraryBookView.hpp"
 
-#include "platform/Translation.hpp"
+#include "base/Translation.hpp"
 
 #include <utility>
 

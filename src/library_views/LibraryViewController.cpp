@@ -1,6 +1,6 @@
 #include "library_views/LibraryViewController.hpp"
 
-#include "platform/Path.hpp"
+#include "base/Path.hpp"
 
 #include <algorithm>
 

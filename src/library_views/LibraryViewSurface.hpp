@@ -1,9 +1,9 @@
 #pragma once
 
+#include "controls/Controls.hpp"
 #include "library_views/ArrayController.hpp"
 #include "library_views/BookMenu.hpp"
 #include "library_views/DraggingInfo.hpp"
-#include "platform/Controls.hpp"
 
 #include <cstddef>
 #include <functional>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/Controls.hpp"
-#include "platform/WebView.hpp"
-#include "platform/Window.hpp"
-#include "reader/SplitView.hpp"
-#include "reader/TocView.hpp"
+#include "contents/SplitView.hpp"
+#include "contents/TocView.hpp"
+#include "controls/Controls.hpp"
+#include "desktop/Window.hpp"
+#include "page/WebView.hpp"
 
 #include <cstdint>
 #include <functional>

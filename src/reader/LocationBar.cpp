@@ -1,6 +1,6 @@
 #include "reader/LocationBar.hpp"
 
-#include "platform/Translation.hpp"
+#include "base/Translation.hpp"
 
 namespace pagora {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/RequestedBy.hpp"
-#include "platform/Url.hpp"
+#include "base/Url.hpp"
+#include "desktop/RequestedBy.hpp"
 
 namespace pagora {
 

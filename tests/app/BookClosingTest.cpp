@@ -1,4 +1,4 @@
-#include "platform/Log.hpp"
+#include "base/Log.hpp"
 #include "tests/app/Program.hpp"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/Log.hpp"
+#include "base/Log.hpp"
 #include "tests/app/Program.hpp"
 #include "tests/support/ForkedTest.hpp"
 #include "tests/support/SmallDisk.hpp"

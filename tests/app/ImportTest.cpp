@@ -1,4 +1,4 @@
-#include "platform/Worker.hpp"
+#include "running/Worker.hpp"
 #include "tests/app/Program.hpp"
 
 #include <filesystem>

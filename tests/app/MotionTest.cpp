@@ -1,6 +1,6 @@
 // How long things move in the program's windows, as its style sheets and layouts say.
 
-#include "platform/Resource.hpp"
+#include "base/Resource.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/MainController.hpp"
-#include "platform/Files.hpp"
-#include "platform/Numbers.hpp"
-#include "platform/Path.hpp"
+#include "base/Numbers.hpp"
+#include "base/Path.hpp"
+#include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/FakeEpubWindow.hpp"
 #include "tests/support/FakeLibraryWindow.hpp"

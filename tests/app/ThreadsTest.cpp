@@ -1,4 +1,4 @@
-#include "platform/GLibRunLoop.hpp"
+#include "running/GLibRunLoop.hpp"
 #include "tests/app/Program.hpp"
 
 #include <glib.h>

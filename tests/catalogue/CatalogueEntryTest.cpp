@@ -1,6 +1,6 @@
 #include "catalogue/CatalogueEntry.hpp"
 
-#include "platform/Numbers.hpp"
+#include "base/Numbers.hpp"
 
 #include <gtest/gtest.h>
 #include <limits>

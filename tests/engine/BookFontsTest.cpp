@@ -1,4 +1,4 @@
-#include "platform/gtk/BookFonts.hpp"
+#include "desktop/gtk/BookFonts.hpp"
 
 #include "tests/engine/PageViewTest.hpp"
 

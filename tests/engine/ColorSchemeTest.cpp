@@ -1,4 +1,4 @@
-#include "platform/gtk/ColorScheme.hpp"
+#include "desktop/gtk/ColorScheme.hpp"
 
 #include "tests/engine/ToolkitTest.hpp"
 

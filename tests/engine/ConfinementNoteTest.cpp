@@ -1,9 +1,9 @@
 // The line that says that a book's own scripts are off.
 
+#include "desktop/gtk/Toplevel.hpp"
 #include "fixed/gtk/FixedWindowGtk.hpp"
 #include "fixed/gtk/PreparedPagesGtk.hpp"
-#include "platform/gtk/Toplevel.hpp"
-#include "reader/gtk/EpubWindowGtk.hpp"
+#include "reflowable/gtk/EpubWindowGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeWebView.hpp"
 

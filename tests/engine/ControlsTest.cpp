@@ -1,10 +1,10 @@
-#include "platform/Worker.hpp"
-#include "platform/gtk/ButtonControl.hpp"
-#include "platform/gtk/DesktopWindow.hpp"
-#include "platform/gtk/LabelField.hpp"
-#include "platform/gtk/ProgressControl.hpp"
-#include "platform/gtk/SegmentedSwitch.hpp"
-#include "platform/gtk/Tooltip.hpp"
+#include "controls/gtk/ButtonControl.hpp"
+#include "controls/gtk/LabelField.hpp"
+#include "controls/gtk/ProgressControl.hpp"
+#include "controls/gtk/SegmentedSwitch.hpp"
+#include "desktop/gtk/DesktopWindow.hpp"
+#include "desktop/gtk/Tooltip.hpp"
+#include "running/Worker.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/box.h>

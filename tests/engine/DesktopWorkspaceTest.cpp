@@ -1,6 +1,6 @@
-#include "platform/gtk/DesktopWorkspace.hpp"
+#include "desktop/gtk/DesktopWorkspace.hpp"
 
-#include "platform/Files.hpp"
+#include "files/Files.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 

@@ -1,6 +1,6 @@
 // Fixed-layout books read page by page in the running program.
 
-#include "platform/gtk/SharedWindow.hpp"
+#include "desktop/gtk/SharedWindow.hpp"
 #include "tests/engine/PageFaults.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/support/EpubBuilder.hpp"

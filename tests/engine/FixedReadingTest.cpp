@@ -1,13 +1,13 @@
 // The fixed-layout reader in its real window, with the real engine.
 
 #include "app/gtk/ReaderWindowFactoryGtk.hpp"
+#include "base/Log.hpp"
+#include "base/Resource.hpp"
+#include "desktop/gtk/Toplevel.hpp"
 #include "fixed/FixedLayoutWindowController.hpp"
 #include "fixed/PreparedPages.hpp"
 #include "fixed/gtk/FixedWindowGtk.hpp"
-#include "platform/GLibRunLoop.hpp"
-#include "platform/Log.hpp"
-#include "platform/Resource.hpp"
-#include "platform/gtk/Toplevel.hpp"
+#include "running/GLibRunLoop.hpp"
 #include "tests/engine/PageFaults.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/engine/ToolkitTest.hpp"

@@ -1,5 +1,5 @@
-#include "platform/gtk/FontLetters.hpp"
-#include "platform/gtk/PopUpControl.hpp"
+#include "controls/gtk/FontLetters.hpp"
+#include "controls/gtk/PopUpControl.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/box.h>

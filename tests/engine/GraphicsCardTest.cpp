@@ -1,7 +1,7 @@
-#include "platform/gtk/GraphicsCard.hpp"
+#include "desktop/gtk/GraphicsCard.hpp"
 
-#include "platform/Files.hpp"
-#include "platform/gtk/Graphics.hpp"
+#include "desktop/gtk/Graphics.hpp"
+#include "files/Files.hpp"
 #include "tests/support/ForkedTest.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 

@@ -1,4 +1,4 @@
-#include "platform/gtk/PageEngine.hpp"
+#include "page/gtk/PageEngine.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 

@@ -1,6 +1,6 @@
 // Pages that flood the program with messages, and pages that go on when nobody reads them any more.
 
-#include "platform/gtk/PageMemoryWatch.hpp"
+#include "confinement/gtk/PageMemoryWatch.hpp"
 #include "tests/engine/PageViewTest.hpp"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 
 #include "tests/engine/HostilePages.hpp"
 
-#include "platform/Url.hpp"
+#include "base/Url.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/support/WitnessServer.hpp"
 

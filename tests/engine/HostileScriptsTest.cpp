@@ -1,6 +1,6 @@
 // Pages that would end or hang the program, or take all of its memory.
 
-#include "platform/gtk/PageMemoryWatch.hpp"
+#include "confinement/gtk/PageMemoryWatch.hpp"
 #include "tests/engine/PageViewTest.hpp"
 
 namespace pagora::test {

@@ -1,5 +1,5 @@
-#include "reader/PageArithmetic.hpp"
-#include "reader/PageScripts.hpp"
+#include "reflowable/PageArithmetic.hpp"
+#include "reflowable/PageScripts.hpp"
 #include "tests/engine/PageViewTest.hpp"
 
 #include <cmath>

@@ -1,8 +1,8 @@
+#include "base/Resource.hpp"
+#include "files/Files.hpp"
 #include "library_views/gtk/BookCell.hpp"
 #include "library_views/gtk/GridSurface.hpp"
 #include "library_views/gtk/ListSurface.hpp"
-#include "platform/Files.hpp"
-#include "platform/Resource.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gdkmm/pixbuf.h>

@@ -1,6 +1,6 @@
 #include "tests/engine/MadeBooks.hpp"
 
-#include "platform/Unicode.hpp"
+#include "base/Unicode.hpp"
 #include "tests/support/EpubBuilder.hpp"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // The measure of pages: each kind of fault is counted where it is, and nowhere else.
 
-#include "tests/pages/PageCheck.hpp"
+#include "tests/page_check/PageCheck.hpp"
 
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/PageViewTest.hpp"

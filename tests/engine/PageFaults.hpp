@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Geometry.hpp"
+#include "base/Geometry.hpp"
 
 #include <gtk/gtk.h>
 

@@ -1,4 +1,4 @@
-#include "platform/gtk/PageFrame.hpp"
+#include "page/gtk/PageFrame.hpp"
 
 #include "tests/engine/ToolkitTest.hpp"
 

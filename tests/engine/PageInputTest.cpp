@@ -1,5 +1,5 @@
-#include "platform/Log.hpp"
-#include "platform/gtk/PageGestures.hpp"
+#include "base/Log.hpp"
+#include "page/gtk/PageGestures.hpp"
 #include "tests/engine/PageViewTest.hpp"
 
 #include <gtkmm/eventcontrollerkey.h>

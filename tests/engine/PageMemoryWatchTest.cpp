@@ -1,4 +1,4 @@
-#include "platform/gtk/PageMemoryWatch.hpp"
+#include "confinement/gtk/PageMemoryWatch.hpp"
 
 #include "tests/support/ForkedTest.hpp"
 

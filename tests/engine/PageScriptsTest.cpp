@@ -1,4 +1,4 @@
-#include "platform/Task.hpp"
+#include "running/Task.hpp"
 #include "tests/engine/PageViewTest.hpp"
 
 namespace pagora::test {

@@ -1,6 +1,6 @@
 #include "reader/gtk/PageSurroundings.hpp"
 
-#include "reader/ContentsPane.hpp"
+#include "contents/ContentsPane.hpp"
 #include "reader/gtk/EdgeBar.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 

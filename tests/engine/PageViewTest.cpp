@@ -1,6 +1,6 @@
 #include "tests/engine/PageViewTest.hpp"
 
-#include "platform/Task.hpp"
+#include "running/Task.hpp"
 
 #include <glibmm/main.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gtk/PageEngine.hpp"
+#include "page/gtk/PageEngine.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 #include <gtkmm/window.h>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/Log.hpp"
+#include "desktop/gtk/Toplevel.hpp"
 #include "fixed/gtk/FixedWindowGtk.hpp"
-#include "platform/Log.hpp"
-#include "platform/gtk/Toplevel.hpp"
-#include "reader/gtk/EpubWindowGtk.hpp"
+#include "reflowable/gtk/EpubWindowGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeWebView.hpp"
 

@@ -1,4 +1,4 @@
-#include "platform/gtk/PageView.hpp"
+#include "page/gtk/PageView.hpp"
 #include "tests/engine/FramesSeen.hpp"
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"

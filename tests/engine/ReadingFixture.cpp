@@ -1,8 +1,8 @@
 #include "tests/engine/ReadingFixture.hpp"
 
-#include "platform/Files.hpp"
-#include "platform/Path.hpp"
-#include "platform/Resource.hpp"
+#include "base/Path.hpp"
+#include "base/Resource.hpp"
+#include "files/Files.hpp"
 
 #include <webkit/webkit.h>
 

@@ -1,8 +1,8 @@
 #include "app/BookOpening.hpp"
+#include "base/Path.hpp"
+#include "base/Unicode.hpp"
 #include "epub/ContentsTargets.hpp"
-#include "platform/Archive.hpp"
-#include "platform/Path.hpp"
-#include "platform/Unicode.hpp"
+#include "files/Archive.hpp"
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 

@@ -1,6 +1,6 @@
 // The scripts that scale a page that comes with its layout, in the real engine.
 
-#include "platform/Resource.hpp"
+#include "base/Resource.hpp"
 #include "tests/engine/PageFaults.hpp"
 #include "tests/engine/PageViewTest.hpp"
 #include "tests/support/EpubBuilder.hpp"

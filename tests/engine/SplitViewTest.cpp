@@ -1,5 +1,5 @@
-#include "reader/SplitRules.hpp"
-#include "reader/gtk/SplitViewGtk.hpp"
+#include "contents/SplitRules.hpp"
+#include "contents/gtk/SplitViewGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/window.h>

@@ -1,6 +1,6 @@
-#include "reader/ContentsPane.hpp"
+#include "contents/ContentsPane.hpp"
+#include "contents/gtk/TocViewGtk.hpp"
 #include "reader/gtk/ReaderStyle.hpp"
-#include "reader/gtk/TocViewGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/gestureclick.h>

@@ -1,6 +1,6 @@
 // The windows that share the one window that the program has on the desktop.
 
-#include "platform/gtk/Toplevel.hpp"
+#include "desktop/gtk/Toplevel.hpp"
 
 #include "tests/engine/ToolkitTest.hpp"
 

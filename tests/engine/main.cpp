@@ -1,6 +1,6 @@
-#include "platform/UserFolders.hpp"
-#include "platform/gtk/BookFonts.hpp"
-#include "platform/gtk/Graphics.hpp"
+#include "base/UserFolders.hpp"
+#include "desktop/gtk/BookFonts.hpp"
+#include "desktop/gtk/Graphics.hpp"
 #include "tests/engine/EngineHome.hpp"
 
 #include <glib.h>

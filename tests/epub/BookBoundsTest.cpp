@@ -1,6 +1,6 @@
+#include "base/Bounds.hpp"
 #include "epub/EpubInspection.hpp"
-#include "platform/Bounds.hpp"
-#include "platform/Files.hpp"
+#include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/FakeInspectionHub.hpp"
 #include "tests/support/StoredArchive.hpp"

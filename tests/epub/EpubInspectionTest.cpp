@@ -1,8 +1,8 @@
 #include "epub/EpubInspection.hpp"
 
-#include "platform/Files.hpp"
-#include "platform/Log.hpp"
-#include "platform/Path.hpp"
+#include "base/Log.hpp"
+#include "base/Path.hpp"
+#include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/FakeInspectionHub.hpp"
 #include "tests/support/ForkedTest.hpp"

@@ -1,6 +1,6 @@
 #include "epub/HTMLParser.hpp"
 
-#include "platform/Log.hpp"
+#include "base/Log.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 

@@ -1,9 +1,9 @@
 #include "epub/InspectionProcess.hpp"
 
+#include "base/Bounds.hpp"
+#include "base/Log.hpp"
 #include "catalogue/CatalogueEntry.hpp"
-#include "platform/Bounds.hpp"
-#include "platform/Files.hpp"
-#include "platform/Log.hpp"
+#include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/FakeInspectionHub.hpp"
 #include "tests/support/StoredArchive.hpp"

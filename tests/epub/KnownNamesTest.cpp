@@ -1,6 +1,6 @@
 #include "epub/KnownNames.hpp"
 
-#include "platform/Path.hpp"
+#include "base/Path.hpp"
 
 #include <gtest/gtest.h>
 

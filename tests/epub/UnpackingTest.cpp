@@ -1,6 +1,6 @@
 #include "epub/Unpacking.hpp"
 
-#include "platform/Files.hpp"
+#include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 

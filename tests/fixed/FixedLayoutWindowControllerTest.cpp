@@ -1,6 +1,6 @@
 #include "fixed/FixedLayoutWindowController.hpp"
 
-#include "platform/Log.hpp"
+#include "base/Log.hpp"
 #include "tests/support/FakeEpubWindow.hpp"
 #include "tests/support/FakeReaderHub.hpp"
 #include "tests/support/ManualRunLoop.hpp"

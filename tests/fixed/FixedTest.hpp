@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Log.hpp"
 #include "fixed/FixedEpubController.hpp"
-#include "platform/Log.hpp"
 #include "tests/support/FakeEpubWindow.hpp"
 #include "tests/support/FakeReaderHub.hpp"
 #include "tests/support/ManualRunLoop.hpp"

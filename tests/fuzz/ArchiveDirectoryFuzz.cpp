@@ -1,5 +1,5 @@
-#include "platform/Archive.hpp"
-#include "platform/Path.hpp"
+#include "base/Path.hpp"
+#include "files/Archive.hpp"
 #include "tests/fuzz/FuzzArchive.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
 

@@ -1,5 +1,5 @@
-#include "platform/Archive.hpp"
-#include "platform/Files.hpp"
+#include "files/Archive.hpp"
+#include "files/Files.hpp"
 #include "tests/fuzz/FuzzArchive.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
 #include "tests/support/TemporaryFolder.hpp"

@@ -1,5 +1,5 @@
-#include "platform/Image.hpp"
-#include "platform/ImageFormat.hpp"
+#include "pictures/Image.hpp"
+#include "pictures/ImageFormat.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
 
 using namespace pagora;

@@ -1,6 +1,6 @@
-#include "platform/DefaultsFile.hpp"
-#include "platform/DefaultsIndex.hpp"
-#include "platform/Json.hpp"
+#include "base/Json.hpp"
+#include "store/DefaultsFile.hpp"
+#include "store/DefaultsIndex.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 

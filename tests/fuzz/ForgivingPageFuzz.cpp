@@ -1,5 +1,5 @@
-#include "platform/ForgivingPage.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
+#include "xml/ForgivingPage.hpp"
 
 using namespace pagora;
 

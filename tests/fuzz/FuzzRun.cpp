@@ -1,7 +1,7 @@
 #include "tests/fuzz/FuzzRun.hpp"
 
-#include "platform/Files.hpp"
-#include "platform/Log.hpp"
+#include "base/Log.hpp"
+#include "files/Files.hpp"
 
 #include <algorithm>
 #include <cstdio>

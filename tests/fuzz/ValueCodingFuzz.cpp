@@ -1,6 +1,6 @@
+#include "base/Json.hpp"
 #include "catalogue/CatalogueEntry.hpp"
-#include "platform/Json.hpp"
-#include "platform/ValueCoding.hpp"
+#include "store/ValueCoding.hpp"
 #include "tests/fuzz/FuzzRun.hpp"
 
 using namespace pagora;

@@ -1,10 +1,10 @@
 #include "tests/killing/Home.hpp"
 
+#include "base/Numbers.hpp"
+#include "base/Path.hpp"
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
-#include "platform/Files.hpp"
-#include "platform/Numbers.hpp"
-#include "platform/Path.hpp"
+#include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
 
 #include <filesystem>

@@ -1,5 +1,5 @@
-#include "platform/DefaultsRecovery.hpp"
-#include "platform/Log.hpp"
+#include "base/Log.hpp"
+#include "store/DefaultsRecovery.hpp"
 #include "tests/app/Program.hpp"
 #include "tests/killing/Home.hpp"
 

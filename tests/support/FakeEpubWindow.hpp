@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contents/tocLinkTextField.hpp"
 #include "reader/EpubWindow.hpp"
-#include "reader/tocLinkTextField.hpp"
 #include "tests/support/FakeControls.hpp"
 #include "tests/support/FakeWebView.hpp"
 #include "tests/support/FakeWindow.hpp"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/LibraryWindow.hpp"
+#include "library_window/LibraryWindow.hpp"
 #include "tests/support/FakeControls.hpp"
 #include "tests/support/FakeWindow.hpp"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/WebView.hpp"
+#include "page/WebView.hpp"
 #include "tests/support/FakeControls.hpp"
 
 #include <algorithm>

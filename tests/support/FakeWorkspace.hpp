@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/CopyIntoFolder.hpp"
-#include "platform/Path.hpp"
-#include "platform/Workspace.hpp"
+#include "base/Path.hpp"
+#include "desktop/Workspace.hpp"
+#include "files/CopyIntoFolder.hpp"
 
 #include <cstdio>
 #include <mutex>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RunLoop.hpp"
+#include "running/RunLoop.hpp"
 
 #include <deque>
 #include <functional>

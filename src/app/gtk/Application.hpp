@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/HomeLock.hpp"
+#include "store/HomeLock.hpp"
 
 #include <gtkmm/application.h>
 

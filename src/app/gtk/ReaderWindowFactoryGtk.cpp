@@ -2,8 +2,8 @@
 
 #include "fixed/gtk/FixedWindowGtk.hpp"
 #include "fixed/gtk/PreparedPagesGtk.hpp"
-#include "platform/gtk/PageEngine.hpp"
-#include "reader/gtk/EpubWindowGtk.hpp"
+#include "page/gtk/PageEngine.hpp"
+#include "reflowable/gtk/EpubWindowGtk.hpp"
 
 #include <glibmm/main.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Confinement.hpp"
+#include "confinement/Confinement.hpp"
 #include "reader/EpubWindow.hpp"
 
 #include <memory>

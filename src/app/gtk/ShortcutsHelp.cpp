@@ -1,8 +1,8 @@
 #include "app/gtk/ShortcutsHelp.hpp"
 
-#include "platform/Translation.hpp"
-#include "platform/gtk/AccessibleNames.hpp"
-#include "platform/gtk/FocusMark.hpp"
+#include "base/Translation.hpp"
+#include "desktop/gtk/AccessibleNames.hpp"
+#include "desktop/gtk/FocusMark.hpp"
 
 #include <gtkmm/builder.h>
 

@@ -1,9 +1,9 @@
 #include "library_views/gtk/BookCell.hpp"
 
-#include "platform/Translation.hpp"
-#include "platform/gtk/DisplayText.hpp"
-#include "platform/gtk/TextScale.hpp"
-#include "platform/gtk/Tooltip.hpp"
+#include "base/Translation.hpp"
+#include "desktop/gtk/DisplayText.hpp"
+#include "desktop/gtk/TextScale.hpp"
+#include "desktop/gtk/Tooltip.hpp"
 
 #include <gtkmm/stylecontext.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "library_views/gtk/CoverLoader.hpp"
-#include "library_views/gtk/CoverView.hpp"
+#include "covers/gtk/CoverLoader.hpp"
+#include "covers/gtk/CoverView.hpp"
 
 #include <gtkmm/label.h>
 

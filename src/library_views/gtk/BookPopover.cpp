@@ -1,7 +1,7 @@
 #include "library_views/gtk/BookPopover.hpp"
 
-#include "platform/Translation.hpp"
-#include "platform/gtk/AccessibleNames.hpp"
+#include "base/Translation.hpp"
+#include "desktop/gtk/AccessibleNames.hpp"
 
 #include <giomm/menu.h>
 

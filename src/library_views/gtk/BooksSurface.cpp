@@ -1,8 +1,8 @@
 #include "library_views/gtk/BooksSurface.hpp"
 
+#include "desktop/gtk/AccessibleNames.hpp"
 #include "library_views/gtk/BookCell.hpp"
 #include "library_views/gtk/BookItem.hpp"
-#include "platform/gtk/AccessibleNames.hpp"
 
 #include <glibmm/main.h>
 #include <gtkmm/bitset.h>

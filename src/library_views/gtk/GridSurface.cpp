@@ -1,7 +1,7 @@
 #include "library_views/gtk/GridSurface.hpp"
 
+#include "desktop/gtk/AccessibleNames.hpp"
 #include "library_views/gtk/BookCell.hpp"
-#include "platform/gtk/AccessibleNames.hpp"
 
 #include <glibmm/main.h>
 #include <gtkmm/adjustment.h>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "covers/gtk/CoverLoader.hpp"
 #include "library_views/gtk/BooksSurface.hpp"
-#include "library_views/gtk/CoverLoader.hpp"
 
 #include <gtkmm/builder.h>
 #include <gtkmm/gridview.h>

@@ -1,9 +1,9 @@
 #include "library_views/gtk/ListSurface.hpp"
 
+#include "base/Translation.hpp"
+#include "desktop/gtk/AccessibleNames.hpp"
+#include "desktop/gtk/TextScale.hpp"
 #include "library_views/gtk/BookCell.hpp"
-#include "platform/Translation.hpp"
-#include "platform/gtk/AccessibleNames.hpp"
-#include "platform/gtk/TextScale.hpp"
 
 #include <gtkmm/columnviewcolumn.h>
 

@@ -1,7 +1,7 @@
 #include "reader/gtk/ConfinementNote.hpp"
 
-#include "platform/Translation.hpp"
-#include "platform/gtk/AccessibleNames.hpp"
+#include "base/Translation.hpp"
+#include "desktop/gtk/AccessibleNames.hpp"
 
 #include <gtkmm/button.h>
 #include <gtkmm/label.h>

@@ -1,6 +1,6 @@
 #include "reader/gtk/NaviButton.hpp"
 
-#include "platform/Log.hpp"
+#include "base/Log.hpp"
 
 #include <glibmm/main.h>
 #include <gtkmm/eventcontrollermotion.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/gtk/WidgetControl.hpp"
-#include "reader/gtk/ActionQueue.hpp"
+#include "contents/gtk/ActionQueue.hpp"
+#include "controls/gtk/WidgetControl.hpp"
 
 #include <gtkmm/button.h>
 

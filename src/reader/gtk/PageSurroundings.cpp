@@ -1,7 +1,7 @@
 #include "reader/gtk/PageSurroundings.hpp"
 
-#include "platform/Translation.hpp"
-#include "platform/gtk/DisplayText.hpp"
+#include "base/Translation.hpp"
+#include "desktop/gtk/DisplayText.hpp"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Controls.hpp"
+#include "controls/Controls.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>

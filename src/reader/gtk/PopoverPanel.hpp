@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Window.hpp"
+#include "desktop/Window.hpp"
 
 #include <gtkmm/popover.h>
 

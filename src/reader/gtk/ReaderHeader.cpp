@@ -1,7 +1,7 @@
 #include "reader/gtk/ReaderHeader.hpp"
 
-#include "platform/Translation.hpp"
-#include "platform/gtk/DisplayText.hpp"
+#include "base/Translation.hpp"
+#include "desktop/gtk/DisplayText.hpp"
 
 #include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/window.h>

@@ -1,7 +1,7 @@
 #include "reader/gtk/ReaderWindowGtk.hpp"
 
-#include "platform/Translation.hpp"
-#include "platform/gtk/AccessibleNames.hpp"
+#include "base/Translation.hpp"
+#include "desktop/gtk/AccessibleNames.hpp"
 
 #include <gtkmm/dropdown.h>
 #include <gtkmm/editable.h>

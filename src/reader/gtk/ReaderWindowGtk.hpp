@@ -1,9 +1,11 @@
 #pragma once
 
-#include "platform/gtk/ColorArea.hpp"
-#include "platform/gtk/LabelField.hpp"
-#include "platform/gtk/SharedWindow.hpp"
-#include "platform/gtk/SliderControl.hpp"
+#include "contents/gtk/SplitViewGtk.hpp"
+#include "contents/gtk/TocViewGtk.hpp"
+#include "controls/gtk/ColorArea.hpp"
+#include "controls/gtk/LabelField.hpp"
+#include "controls/gtk/SliderControl.hpp"
+#include "desktop/gtk/SharedWindow.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/gtk/ConfinementNote.hpp"
 #include "reader/gtk/EdgeBar.hpp"
@@ -14,8 +16,6 @@
 #include "reader/gtk/ReaderKeys.hpp"
 #include "reader/gtk/ReaderLayout.hpp"
 #include "reader/gtk/ReaderPage.hpp"
-#include "reader/gtk/SplitViewGtk.hpp"
-#include "reader/gtk/TocViewGtk.hpp"
 
 namespace pagora {
 

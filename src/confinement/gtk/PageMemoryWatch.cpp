@@ -1,0 +1,187 @@
+#include "confinement/gtk/PageMemoryWatch.hpp"
+
+#include "base/Log.hpp"
+
+#include <glibmm/main.h>
+
+#include <algorithm>
+#include <charconv>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace pagora {
+
+namespace {
+
+constexpr auto key = "pagora-memory-watch";
+// How often to look, in milliseconds, and how often once a process has half of what it may have.
+constexpr unsigned interval = 500;
+constexpr unsigned closeInterval = 50;
+// The engine's helpers and their sandboxes lie a few steps below the program.
+constexpr int deepest = 8;
+// As much of the processes' names as the system keeps. What draws by a graphics card counts as a page does.
+constexpr std::string_view pageNames[] = { "WebKitWebProces", "WebKitGPUProces" };
+constexpr std::string_view networkName = "WebKitNetworkPr";
+
+std::string folderOf(pid_t process)
+{
+    return "/proc/" + std::to_string(process);
+}
+
+std::vector<pid_t> childrenOf(pid_t parent)
+{
+    std::vector<pid_t> children;
+    std::error_code ended;
+    for (std::filesystem::directory_iterator task(folderOf(parent) + "/task", ended), last; !ended && task != last;
+         task.increment(ended)) {
+        std::ifstream list(task->path() / "children");
+        for (pid_t child = 0; list >> child;)
+            children.push_back(child);
+    }
+    return children;
+}
+
+std::string nameOf(pid_t process)
+{
+    std::ifstream file(folderOf(process) + "/comm");
+    std::string name;
+    std::getline(file, name);
+    return name;
+}
+
+// What the process has for itself, in memory and swapped out, and what it shares that is no file.
+std::uint64_t bytesOf(pid_t process)
+{
+    std::ifstream file(folderOf(process) + "/status");
+    std::uint64_t kilobytes = 0;
+    for (std::string word; file >> word;) {
+        std::uint64_t number = 0;
+        if ((word == "RssAnon:" || word == "RssShmem:" || word == "VmSwap:") && file >> number)
+            kilobytes += number;
+    }
+    return kilobytes * 1024;
+}
+
+struct EngineProcesses {
+    std::vector<pid_t> pages;
+    std::vector<pid_t> networks;
+};
+
+// Whether it is one of the engine's; it then counts.
+bool collect(pid_t process, EngineProcesses& found)
+{
+    const auto name = nameOf(process);
+    const bool isPage = std::ranges::find(pageNames, name) != std::end(pageNames);
+    if (isPage)
+        found.pages.push_back(process);
+    else if (name == networkName)
+        found.networks.push_back(process);
+    return isPage || name == networkName;
+}
+
+void collectBelow(pid_t parent, int depth, EngineProcesses& found)
+{
+    for (const pid_t child : childrenOf(parent)) {
+        if (!collect(child, found) && depth < deepest)
+            collectBelow(child, depth + 1, found);
+    }
+}
+
+// In a Flatpak all visible processes are the program's own: its portal starts the engine's processes, which are not
+// below the program but share its table of processes.
+void collectVisible(EngineProcesses& found)
+{
+    std::error_code ended;
+    for (std::filesystem::directory_iterator entry("/proc", ended), last; !ended && entry != last;
+         entry.increment(ended)) {
+        const auto name = entry->path().filename().string();
+        pid_t process = 0;
+        const auto* const end = name.data() + name.size();
+        if (std::from_chars(name.data(), end, process).ptr == end)
+            collect(process, found);
+    }
+}
+
+PageMemoryWatch* watchOf(WebKitWebContext* context)
+{
+    return static_cast<PageMemoryWatch*>(g_object_get_data(G_OBJECT(context), key));
+}
+
+}
+
+void PageMemoryWatch::attach(WebKitWebContext* context, Limits limits)
+{
+    g_object_set_data_full(G_OBJECT(context), key, std::make_unique<PageMemoryWatch>(limits).release(),
+        [](gpointer watch) { std::default_delete<PageMemoryWatch>()(static_cast<PageMemoryWatch*>(watch)); });
+}
+
+bool PageMemoryWatch::takeEnded(WebKitWebContext* context)
+{
+    auto* const watch = watchOf(context);
+    return watch && std::exchange(watch->_hasEnded, false);
+}
+
+PageMemoryWatch::PageMemoryWatch(Limits limits, Surroundings where)
+    : _limits(limits)
+    , _where(where)
+{
+    lookEvery(interval);
+}
+
+PageMemoryWatch::~PageMemoryWatch()
+{
+    _timer.disconnect();
+}
+
+void PageMemoryWatch::lookEvery(unsigned milliseconds)
+{
+    _timer.disconnect();
+    _timer = Glib::signal_timeout().connect(
+        [this] {
+            look();
+            return false;
+        },
+        milliseconds, Glib::PRIORITY_HIGH);
+}
+
+void PageMemoryWatch::look()
+{
+    EngineProcesses processes;
+    if (_where == Surroundings::Desktop)
+        collectBelow(getpid(), 0, processes);
+    else
+        collectVisible(processes);
+    bool isClose = false;
+    bool endsPages = false;
+    const auto exceeds = [&](pid_t process, std::uint64_t limit) {
+        const auto bytes = bytesOf(process);
+        isClose = isClose || bytes > limit / 2;
+        return bytes > limit;
+    };
+    for (const pid_t process : processes.networks) {
+        if (exceeds(process, _limits.network)) {
+            endsPages = true;
+            log("a page kept too much in memory");
+            kill(process, SIGKILL);
+        }
+    }
+    for (const pid_t process : processes.pages) {
+        if (exceeds(process, _limits.page) || endsPages) {
+            _hasEnded = true;
+            log("a page took too much memory");
+            kill(process, SIGKILL);
+        }
+    }
+    lookEvery(isClose ? closeInterval : interval);
+}
+
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "contents/SplitView.hpp"
+
+namespace pagora {
+
+// How the contents pane and the page share a reader window: the contents pane is at least 200 points wide and at most
+// half the window, and a window that is resized keeps its width where it can. Both readers use it. Main thread.
+class SplitRules : public SplitViewDelegate {
+public:
+    // `didLayOut` is called after the divider moved, when `followDivider` says so, and after each resize.
+    enum class FollowDivider : bool { No, Yes };
+    SplitRules(SplitView& splitView, FollowDivider followDivider, std::function<void()> didLayOut);
+    ~SplitRules() override;
+
+    // Shows or hides the contents pane.
+    void toggleLeftView();
+
+    bool canCollapseSubview(int subview) const override { return false; }
+    double constrainMinCoordinate(double proposed, int divider) const override;
+    double constrainMaxCoordinate(double proposed, int divider) const override;
+    bool shouldHideDividerAtIndex(int divider) const override { return true; }
+    double constrainSplitPosition(double proposed, int divider) override;
+    void resizeSubviewsWithOldSize(const Size& oldSize) override;
+
+private:
+    double halfWidth() const;
+
+    SplitView& _mainSplitView;
+    FollowDivider _followDivider;
+    std::function<void()> _didLayOut;
+};
+
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/Geometry.hpp"
+
+#include <functional>
+
+namespace pagora {
+
+// Two panes side by side: contents (subview 0) and page (subview 1), with a divider that the user drags. The view asks
+// its delegate where the divider may go and how the panes share a new size. Points, origin at the bottom left. Main
+// thread.
+class SplitViewDelegate {
+public:
+    virtual ~SplitViewDelegate() = default;
+    virtual bool canCollapseSubview(int subview) const = 0;
+    virtual double constrainMinCoordinate(double proposed, int divider) const = 0;
+    virtual double constrainMaxCoordinate(double proposed, int divider) const = 0;
+    virtual bool shouldHideDividerAtIndex(int divider) const = 0;
+    // Where the divider goes for a drag to `proposed`.
+    virtual double constrainSplitPosition(double proposed, int divider) = 0;
+    // Lays the panes out in the split view's present frame.
+    virtual void resizeSubviewsWithOldSize(const Size& oldSize) = 0;
+};
+
+class SplitView {
+public:
+    virtual ~SplitView() = default;
+    virtual void setDelegate(SplitViewDelegate* delegate) = 0;
+    virtual Rect frame() const = 0;
+    virtual double dividerThickness() const = 0;
+    virtual Rect frameOfSubview(int subview) const = 0;
+    virtual void setFrameOfSubview(int subview, const Rect& frame) = 0;
+    virtual bool isSubviewHidden(int subview) const = 0;
+    virtual void setSubviewHidden(int subview, bool hidden) = 0;
+};
+
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/Geometry.hpp"
+
+#include <cstdint>
+#include <vector>
+
+namespace pagora {
+
+class tocLinkTextField;
+
+// The contents pane on screen: a tall view of links inside a scrolled, smaller one. Coordinates are points with the
+// origin at the bottom left of the tall view. It draws the links as their fields say. Main thread.
+class TocView {
+public:
+    virtual ~TocView() = default;
+    virtual Rect frame() const = 0;
+    virtual void setFrame(const Rect& frame) = 0;
+    // Height of the area through which the tall view is seen.
+    virtual double clipHeight() const = 0;
+    virtual void removeAllSubviews() = 0;
+    // The links belong to the contents pane and stay until they are removed.
+    virtual void addSubviews(const std::vector<tocLinkTextField*>& links) = 0;
+    // The link with this tag looks different now.
+    virtual void setNeedsDisplay(std::int64_t tag) = 0;
+    // Scrolls so that the point is at the bottom left of the visible area, as far as the view reaches.
+    virtual void scrollToPoint(double x, double y) = 0;
+};
+
+}

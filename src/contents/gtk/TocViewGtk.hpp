@@ -1,0 +1,83 @@
+#pragma once
+
+#include "contents/TocView.hpp"
+#include "contents/gtk/ActionQueue.hpp"
+
+#include <gtkmm/listitem.h>
+#include <gtkmm/listview.h>
+#include <gtkmm/scrolledwindow.h>
+
+#include <functional>
+#include <optional>
+#include <unordered_map>
+
+namespace pagora {
+
+class TocRow;
+
+// The contents pane over a list view of a layout. Rows are made for the links in view only. The bottom-left coordinates
+// of the links are turned into the list's scroll position here and nowhere else. Main thread.
+class TocViewGtk : public TocView {
+public:
+    // The widgets and the queue, through which links are opened, outlive it.
+    TocViewGtk(Gtk::ListView& list, Gtk::ScrolledWindow& clip, ActionQueue& queue);
+    ~TocViewGtk() override;
+
+    Rect frame() const override;
+    void setFrame(const Rect& frame) override { _height = frame.height; }
+    double clipHeight() const override;
+    void removeAllSubviews() override;
+    void addSubviews(const std::vector<tocLinkTextField*>& links) override;
+    void setNeedsDisplay(std::int64_t tag) override;
+    void scrollToPoint(double x, double y) override;
+
+    // The link under that distance from the top of the visible area; null where there is none.
+    tocLinkTextField* linkAt(double y) const;
+    // The text of the active link; empty without one.
+    std::string activeTitle() const;
+    // Is told after the links, or which of them is active, may have changed.
+    void setLinksChanged(std::function<void()> handler) { _linksChanged = std::move(handler); }
+    bool hasLinks() const { return !_links.empty(); }
+    std::size_t numberOfRows() const { return _rows.size(); }
+
+private:
+    void connectRows();
+    void connectPointer();
+    void connectKeys();
+    bool keyPressed(guint keyval, Gdk::ModifierType state);
+    // Moves the keyboard focus to the next link whose text begins with what was typed in quick succession.
+    void type(gunichar character);
+    void focus(std::int64_t tag);
+    // The tag of the link that has the keyboard focus.
+    std::optional<std::int64_t> focused() const;
+    void bind(const Glib::RefPtr<Gtk::ListItem>& item);
+    void unbind(const Glib::RefPtr<Gtk::ListItem>& item);
+    void describe(TocRow& row);
+    void tellLinksChanged();
+    void scrollWherePending();
+    void pointerIsAt(std::optional<double> y);
+    void open(std::int64_t tag);
+    tocLinkTextField* linkWithTag(std::int64_t tag) const;
+
+    Gtk::ListView& _list;
+    Gtk::ScrolledWindow& _clip;
+    ActionQueue& _queue;
+    // By tag; null for an entry without a link.
+    std::vector<tocLinkTextField*> _links;
+    std::unordered_map<std::int64_t, TocRow*> _rows;
+    std::optional<double> _height;
+    // Bottom edge of the visible area that is asked for while the list has not got its height.
+    std::optional<double> _pendingBottom;
+    std::optional<double> _pointerY;
+    std::optional<std::int64_t> _hovered;
+    // What was typed so far, without case, and when that ends, on the monotonic clock.
+    Glib::ustring _typed;
+    gint64 _typingEnds = 0;
+    std::function<void()> _linksChanged;
+    // Counts the lists, so that a click on an earlier one opens nothing.
+    std::uint64_t _generation = 0;
+    std::vector<Glib::RefPtr<Gtk::EventController>> _controllers;
+    std::vector<sigc::connection> _connections;
+};
+
+}

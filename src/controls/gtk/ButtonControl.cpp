@@ -1,0 +1,20 @@
+#include "controls/gtk/ButtonControl.hpp"
+
+namespace pagora {
+
+ButtonControl::ButtonControl(Gtk::Button& button)
+    : WidgetControl(button)
+{
+    _clicked = button.signal_clicked().connect([this] {
+        // A copy, for the action may drop the button.
+        if (const auto action = _action)
+            action();
+    });
+}
+
+ButtonControl::~ButtonControl()
+{
+    _clicked.disconnect();
+}
+
+}

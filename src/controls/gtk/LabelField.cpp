@@ -1,0 +1,57 @@
+#include "controls/gtk/LabelField.hpp"
+
+#include "desktop/gtk/AccessibleNames.hpp"
+#include "desktop/gtk/DisplayText.hpp"
+
+namespace pagora {
+
+LabelField::LabelField(Gtk::Label& label)
+    : WidgetControl(label)
+    , _label(&label)
+    , _text(label.get_text())
+{
+}
+
+LabelField::LabelField(Gtk::TextView& textView)
+    : WidgetControl(textView)
+    , _textView(&textView)
+    , _text(textView.get_buffer()->get_text())
+{
+}
+
+void LabelField::setStringValue(const std::string& text)
+{
+    {
+        const std::lock_guard lock(_mutex);
+        _text = text;
+    }
+    onMainThread([this, text] {
+        if (_label) {
+            _label->set_text(displayText(text));
+            // The toolkit does not tell assistive technology of a label's new text; a status is read out then.
+            if (_label->get_accessible_role() == Gtk::Accessible::Role::STATUS)
+                setAccessibleName(*_label, _label->get_text());
+        } else
+            _textView->get_buffer()->set_text(displayText(text));
+    });
+}
+
+std::string LabelField::stringValue() const
+{
+    const std::lock_guard lock(_mutex);
+    return _text;
+}
+
+void LabelField::sizeToFit()
+{
+    if (!_label)
+        return;
+    _label->set_size_request(-1, -1);
+    int minimum = 0;
+    int natural = 0;
+    int ignored = 0;
+    _label->measure(Gtk::Orientation::HORIZONTAL, -1, minimum, natural, ignored, ignored);
+    _label->set_size_request(natural, -1);
+}
+
+}

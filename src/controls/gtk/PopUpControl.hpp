@@ -1,0 +1,50 @@
+#pragma once
+
+#include "controls/gtk/WidgetControl.hpp"
+
+#include <gtkmm/dropdown.h>
+#include <gtkmm/stringlist.h>
+
+#include <vector>
+
+namespace pagora {
+
+// A pop-up button of a layout. Its rows are made as they come into view, so that long lists open at once; what it is
+// given reaches the widget at the end of the main loop's turn. Main thread.
+class PopUpControl : public PopUpButton, public WidgetControl {
+public:
+    // Whether each title in the list is written in the font family that it names.
+    enum class TitlesAreFonts : bool { No, Yes };
+    PopUpControl(Gtk::DropDown& dropDown, TitlesAreFonts titlesAreFonts);
+    ~PopUpControl() override;
+
+    void removeAllItems() override;
+    void addItem(const std::string& title) override;
+    void addSeparator() override;
+    void selectItemWithTitle(const std::string& title) override;
+    // Empty when nothing is selected.
+    std::string titleOfSelectedItem() const override;
+    void setAction(std::function<void()> action) override { _action = std::move(action); }
+
+    // Separators included; their titles are empty.
+    const std::vector<std::string>& titles() const { return _titles; }
+
+private:
+    void findByTyping();
+    void showSoon();
+    void showItems();
+    void selectionDidChange();
+
+    Gtk::DropDown& _dropDown;
+    Glib::RefPtr<Gtk::StringList> _items;
+    std::vector<std::string> _titles;
+    guint _selected = GTK_INVALID_LIST_POSITION;
+    // Whether the widget has still to be given the titles.
+    bool _isStale = false;
+    bool _isChanging = false;
+    std::function<void()> _action;
+    sigc::connection _selectionChanged;
+    sigc::connection _showing;
+};
+
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "controls/gtk/WidgetControl.hpp"
+
+#include <gtkmm/scale.h>
+
+namespace pagora {
+
+// A slider of a layout. While the pointer holds the knob it sends its action with each move or, where it is not
+// continuous, once on release; the keyboard, the wheel and assistive technology send it at once. Main thread.
+class SliderControl : public Slider, public WidgetControl {
+public:
+    enum class Continuous : bool { No, Yes };
+    SliderControl(Gtk::Scale& scale, Continuous continuous);
+    ~SliderControl() override;
+
+    double minValue() const override;
+    double maxValue() const override;
+    void setMinValue(double value) override;
+    void setMaxValue(double value) override;
+    float floatValue() const override;
+    void setFloatValue(float value) override;
+    void setAction(std::function<void(EventType)> action) override { _action = std::move(action); }
+    // Its parent shares out the room: the slider takes what its neighbours leave.
+    void setFrame(const Rect&) override { _scale.queue_resize(); }
+
+    // Moves the knob as the keyboard does.
+    void moveTo(double value) { _scale.set_value(value); }
+
+    // The pointer took hold of the slider, and let go of it.
+    void pointerDown() { _isPressed = true; }
+    void pointerUp();
+    // Called when the pointer has let go, after the action.
+    void setReleaseHandler(std::function<void()> handler) { _onRelease = std::move(handler); }
+
+private:
+    bool pointerDid(const Glib::RefPtr<const Gdk::Event>& event);
+    void valueDidChange();
+    void send(EventType event);
+
+    Gtk::Scale& _scale;
+    bool _isContinuous;
+    bool _isPressed = false;
+    bool _isSetting = false;
+    std::function<void(EventType)> _action;
+    std::function<void()> _onRelease;
+    Glib::RefPtr<Gtk::EventController> _pointer;
+    sigc::connection _valueChanged;
+    sigc::connection _pointerEvent;
+};
+
+}

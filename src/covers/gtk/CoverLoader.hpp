@@ -1,0 +1,48 @@
+#pragma once
+
+#include "covers/gtk/CoverCache.hpp"
+#include "desktop/gtk/MainThread.hpp"
+#include "running/Worker.hpp"
+
+#include <array>
+#include <functional>
+#include <memory>
+
+namespace pagora {
+
+// Makes the covers of books ready to be drawn: decoded in the background when they are asked for, and kept for as long
+// as they are among the ones shown last. Main thread.
+class CoverLoader : protected MainThreadOwner {
+public:
+    // In points; covers are decoded for screens of twice that many pixels.
+    static constexpr Size coverSize { 106, 156 };
+    static constexpr std::size_t cacheCapacity = 400;
+
+    // A cover that somebody waits for; dropping it calls it off.
+    struct Request;
+    using Ticket = std::shared_ptr<Request>;
+    using Receiver = std::function<void(const Glib::RefPtr<Gdk::Texture>&)>;
+
+    CoverLoader();
+    ~CoverLoader();
+
+    // Gives the book's cover to `receive`, at once when it is at hand; the default cover when the book has none or it
+    // does not decode.
+    [[nodiscard]] Ticket load(const BookInfoPtr& book, Receiver receive);
+
+    // Null when the program has none.
+    Glib::RefPtr<Gdk::Texture> defaultCover();
+    const CoverCache& cache() const { return _cache; }
+
+private:
+    void receive(const std::weak_ptr<Request>& waiting, const std::optional<Image>& cover);
+
+    CoverCache _cache { cacheCapacity };
+    Glib::RefPtr<Gdk::Texture> _defaultCover;
+    bool _defaultCoverIsLoaded = false;
+    // What is drawn from frame to frame goes first.
+    std::array<Worker, 2> _workers { Worker(Worker::Urgency::Low), Worker(Worker::Urgency::Low) };
+    std::size_t _nextWorker = 0;
+};
+
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "base/Geometry.hpp"
+
+#include <gdkmm/texture.h>
+#include <gtkmm/widget.h>
+
+namespace pagora {
+
+// A book's cover in a box of fixed size: as large as its proportion allows, centred, standing on the bottom. The box
+// never changes size, so that a cover that arrives costs one redraw and no new layout. Main thread.
+class CoverView : public Gtk::Widget {
+public:
+    // In points.
+    explicit CoverView(Size box);
+
+    // A pale plate is drawn for none.
+    void setCover(const Glib::RefPtr<Gdk::Texture>& cover);
+    const Glib::RefPtr<Gdk::Texture>& cover() const { return _cover; }
+
+protected:
+    Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }
+    void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline,
+        int& naturalBaseline) const override;
+    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
+
+private:
+    Size _box;
+    Glib::RefPtr<Gdk::Texture> _cover;
+};
+
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/Geometry.hpp"
+#include "running/Reply.hpp"
+
+#include <functional>
+#include <string>
+
+namespace pagora {
+
+// A window of the program, with a frame and a title of its own. Several may share one window of the desktop, which then
+// shows the one that was ordered front last. Main thread, but `orderFront`, `makeKeyAndOrderFront` and `orderOut` may
+// be called on any thread.
+class Window {
+public:
+    virtual ~Window() = default;
+
+    virtual void setTitle(const std::string& title) = 0;
+    virtual Rect frame() const = 0;
+    virtual void setFrame(const Rect& frame) = 0;
+    // The same, moved there visibly.
+    virtual void animateToFrame(const Rect& frame) = 0;
+    virtual void center() = 0;
+
+    virtual void orderFront() = 0;
+    virtual void makeKeyAndOrderFront() = 0;
+    virtual void orderOut() = 0;
+    virtual bool isVisible() const = 0;
+    virtual bool isKeyWindow() const = 0;
+
+    // Whether it is in full screen or on its way there.
+    virtual bool isFullScreen() const { return false; }
+    // Enters or leaves full screen; the window's delegate hears when it is done.
+    virtual void toggleFullScreen() = 0;
+
+    // Answers once the window's content has its size on screen.
+    virtual Reply<void> laidOut() = 0;
+};
+
+}

@@ -1,0 +1,80 @@
+#include "desktop/gtk/DesktopWindow.hpp"
+
+#include "desktop/gtk/DisplayText.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace pagora {
+
+namespace {
+
+int points(double length)
+{
+    return static_cast<int>(std::lround(std::clamp(length, 1.0, 32'767.0)));
+}
+
+}
+
+DesktopWindow::DesktopWindow(Gtk::Window& window)
+    : _window(window)
+    , _visible(window.get_visible())
+    , _active(window.is_active())
+{
+    _connections = {
+        window.property_visible().signal_changed().connect([this] { _visible = _window.get_visible(); }),
+        window.property_is_active().signal_changed().connect([this] { _active = _window.is_active(); }),
+    };
+}
+
+DesktopWindow::~DesktopWindow()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+}
+
+void DesktopWindow::setTitle(const std::string& title)
+{
+    _window.set_title(displayText(title, 1'000));
+}
+
+Rect DesktopWindow::frame() const
+{
+    // The size that `setFrame` takes, which follows what the user does to the window. The widget's own size leaves out
+    // what the toolkit draws around it, so windows that hand their frames on would shrink.
+    int width = 0;
+    int height = 0;
+    _window.get_default_size(width, height);
+    if (width <= 0 || height <= 0) {
+        width = _window.get_width();
+        height = _window.get_height();
+    }
+    return { _x, _y, static_cast<double>(std::max(width, 0)), static_cast<double>(std::max(height, 0)) };
+}
+
+void DesktopWindow::setFrame(const Rect& frame)
+{
+    _x = frame.x;
+    _y = frame.y;
+    _window.set_default_size(points(frame.width), points(frame.height));
+}
+
+void DesktopWindow::orderFront()
+{
+    _visible = true;
+    onMainThread([this] { _window.set_visible(true); });
+}
+
+void DesktopWindow::makeKeyAndOrderFront()
+{
+    _visible = true;
+    onMainThread([this] { _window.present(); });
+}
+
+void DesktopWindow::orderOut()
+{
+    _visible = false;
+    onMainThread([this] { _window.set_visible(false); });
+}
+
+}

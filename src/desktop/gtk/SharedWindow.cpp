@@ -1,0 +1,196 @@
+#include "desktop/gtk/SharedWindow.hpp"
+
+#include "desktop/gtk/Toplevel.hpp"
+
+#include <glibmm/main.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+// How long a window that the desktop does not draw, because it is covered or minimised, is waited for.
+constexpr unsigned layoutPatience = 1'000;
+
+int points(double length)
+{
+    return static_cast<int>(std::lround(std::clamp(length, 1.0, 32'767.0)));
+}
+
+}
+
+SharedWindow::SharedWindow(Toplevel& toplevel, Gtk::Widget& content)
+    : _toplevel(toplevel)
+    , _content(content)
+    , _placement(toplevel.placement())
+{
+    _toplevel.add(*this);
+}
+
+SharedWindow::~SharedWindow()
+{
+    _stateAction = nullptr;
+    _fullScreenAction = nullptr;
+    _toplevel.remove(*this);
+}
+
+void SharedWindow::setTitle(const std::string& title)
+{
+    _title = title;
+    if (isFront())
+        _toplevel.showTitle();
+    if (const auto action = _titleAction)
+        action();
+}
+
+Rect SharedWindow::frame() const
+{
+    const auto size = isFront() ? _toplevel.size() : _placement.size;
+    return { _x, _y, static_cast<double>(size.width), static_cast<double>(size.height) };
+}
+
+void SharedWindow::setFrame(const Rect& frame)
+{
+    _x = frame.x;
+    _y = frame.y;
+    const Size size { points(frame.width), points(frame.height) };
+    if (isFront())
+        _toplevel.setSize(size);
+    else if (size != _placement.size)
+        _placement = { size };
+}
+
+void SharedWindow::orderFront()
+{
+    _visible = true;
+    onMainThread([this] { _toplevel.orderFront(*this); });
+}
+
+void SharedWindow::makeKeyAndOrderFront()
+{
+    _visible = true;
+    onMainThread([this] {
+        _toplevel.orderFront(*this);
+        _toplevel.present();
+    });
+}
+
+void SharedWindow::orderOut()
+{
+    _visible = false;
+    onMainThread([this] { _toplevel.orderOut(*this); });
+}
+
+bool SharedWindow::isFront() const
+{
+    return _toplevel.front() == this;
+}
+
+bool SharedWindow::isFullScreen() const
+{
+    return isFront() && _toplevel.isFullScreen();
+}
+
+void SharedWindow::toggleFullScreen()
+{
+    _toplevel.setFullScreen(!_toplevel.isFullScreen(), *this);
+}
+
+void SharedWindow::addController(const Glib::RefPtr<Gtk::EventController>& controller)
+{
+    _controllers.push_back(controller);
+    if (isFront())
+        window().add_controller(controller);
+}
+
+Gtk::Window& SharedWindow::window()
+{
+    return _toplevel.window();
+}
+
+Gtk::Widget* SharedWindow::focus()
+{
+    auto* const focus = window().get_focus();
+    return focus && (focus == &_content || focus->is_ancestor(_content)) ? focus : nullptr;
+}
+
+void SharedWindow::didComeToFront()
+{
+    for (const auto& controller : _controllers)
+        window().add_controller(controller);
+    _toplevel.place(_placement);
+    if (auto* const focus = _focus.get(); focus && gtk_widget_is_ancestor(focus, _content.gobj()))
+        gtk_widget_grab_focus(focus);
+    updateKey();
+}
+
+void SharedWindow::willLeaveFront()
+{
+    _placement = _toplevel.placement();
+    for (const auto& controller : _controllers)
+        window().remove_controller(controller);
+    rememberFocus(focus());
+    _key = false;
+}
+
+void SharedWindow::tellState()
+{
+    if (const auto action = _stateAction)
+        action();
+}
+
+void SharedWindow::updateKey()
+{
+    _key = isFront() && _visible && window().is_active();
+}
+
+void SharedWindow::rememberFocus(Gtk::Widget* focus)
+{
+    _focus = GObjectPtr<GtkWidget>::share(focus ? focus->gobj() : nullptr);
+}
+
+// Missing while it is not on the screen.
+std::optional<SharedWindow::Size> SharedWindow::contentSize() const
+{
+    if (!_content.get_mapped() || _content.get_width() <= 0)
+        return std::nullopt;
+    return Size { _content.get_width(), _content.get_height() };
+}
+
+Reply<void> SharedWindow::laidOut()
+{
+    Reply<void> reply;
+    struct Layout {
+        Reply<void>::Resolver resolver;
+        std::optional<Size> seen = std::nullopt;
+        bool answered = false;
+
+        void answer()
+        {
+            if (!std::exchange(answered, true))
+                resolver();
+        }
+    };
+    const auto layout = std::make_shared<Layout>(Layout { reply.resolver() });
+    // Laid out is the size that was asked for, or one that two frames in a row agree on.
+    const auto look = whileAlive([this, layout] {
+        const auto size = contentSize();
+        if (size && !_toplevel.isBeingResized() && (_toplevel.hasAskedSize() || size == layout->seen))
+            layout->answer();
+        layout->seen = size;
+    });
+    window().add_tick_callback([layout, look](const Glib::RefPtr<Gdk::FrameClock>&) {
+        // The frame is laid out after this, and the coroutine that waits goes on outside of it.
+        if (!layout->answered)
+            Glib::signal_idle().connect_once(look, Glib::PRIORITY_DEFAULT);
+        return !layout->answered;
+    });
+    Glib::signal_timeout().connect_once([layout] { layout->answer(); }, layoutPatience);
+    return reply;
+}
+
+}

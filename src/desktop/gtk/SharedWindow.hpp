@@ -1,0 +1,104 @@
+#pragma once
+
+#include "base/GObjectPtr.hpp"
+#include "desktop/Window.hpp"
+#include "desktop/gtk/MainThread.hpp"
+
+#include <gtkmm/eventcontroller.h>
+#include <gtkmm/window.h>
+
+#include <atomic>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace pagora {
+
+class Toplevel;
+
+// One of the windows that share a toplevel, with a content, a title and a frame of its own. It is visible while it is
+// ordered in, and key while it is in front and the toplevel has the keyboard. Main thread; ordering in and out, and
+// asking whether it is visible or key, may be done on any thread.
+class SharedWindow : public Window, protected MainThreadOwner {
+public:
+    // The content outlives it and has no parent. Controls of the content belong to the layout, and so to its title bar.
+    SharedWindow(Toplevel& toplevel, Gtk::Widget& content);
+    ~SharedWindow() override;
+
+    void setTitle(const std::string& title) override;
+    const std::string& title() const { return _title; }
+    // Called when it has another title.
+    void setTitleAction(std::function<void()> action) { _titleAction = std::move(action); }
+    // The desktop places windows: the origin is what was last set.
+    Rect frame() const override;
+    void setFrame(const Rect& frame) override;
+    void animateToFrame(const Rect& frame) override { setFrame(frame); }
+    void center() override { }
+
+    void orderFront() override;
+    void makeKeyAndOrderFront() override;
+    void orderOut() override;
+    bool isVisible() const override { return _visible; }
+    bool isKeyWindow() const override { return _key; }
+    bool isFront() const;
+
+    bool isFullScreen() const override;
+    void toggleFullScreen() override;
+    Reply<void> laidOut() override;
+
+    // Called when the toplevel has entered or left full screen with this window in front, or because this window asked
+    // for it; with which of the two.
+    void setFullScreenAction(std::function<void(bool isFullScreen)> action) { _fullScreenAction = std::move(action); }
+    // Called when this window has come to the front or left it, and when the toplevel has entered or left full screen
+    // while it is in front.
+    void setStateAction(std::function<void()> action) { _stateAction = std::move(action); }
+    // Called when the toplevel is told to close while this window is in front; answers whether it may.
+    void setCloseAction(std::function<bool()> action) { _closeAction = std::move(action); }
+    // The toplevel has the controller while this window is in front.
+    void addController(const Glib::RefPtr<Gtk::EventController>& controller);
+
+    // The toplevel's.
+    Gtk::Window& window();
+    // The widget of this window that has the toplevel's focus; null for none.
+    Gtk::Widget* focus();
+
+private:
+    friend class Toplevel;
+    struct Size {
+        int width = 0;
+        int height = 0;
+        bool operator==(const Size&) const = default;
+    };
+    // Where a window that is not in front was, or will be.
+    struct Placement {
+        Size size;
+        // The size that it has when the desktop lets it choose, and whether it was maximised; missing where only the
+        // size is known.
+        std::optional<Size> freeSize = std::nullopt;
+        bool isMaximized = false;
+    };
+
+    void didComeToFront();
+    void willLeaveFront();
+    void tellState();
+    void updateKey();
+    void rememberFocus(Gtk::Widget* focus);
+    std::optional<Size> contentSize() const;
+
+    Toplevel& _toplevel;
+    Gtk::Widget& _content;
+    std::string _title;
+    double _x = 0;
+    double _y = 0;
+    Placement _placement;
+    std::atomic<bool> _visible = false;
+    std::atomic<bool> _key = false;
+    GObjectPtr<GtkWidget> _focus;
+    std::vector<Glib::RefPtr<Gtk::EventController>> _controllers;
+    std::function<void()> _titleAction;
+    std::function<void(bool)> _fullScreenAction;
+    std::function<void()> _stateAction;
+    std::function<bool()> _closeAction;
+};
+
+}

@@ -1,0 +1,304 @@
+#include "desktop/gtk/Toplevel.hpp"
+
+#include "desktop/gtk/AccessibleNames.hpp"
+#include "desktop/gtk/DisplayText.hpp"
+#include "desktop/gtk/FocusMark.hpp"
+
+#include <gdk/gdk.h>
+#include <gdkmm/surface.h>
+#include <glibmm/main.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+// Until something says otherwise.
+constexpr int firstWidth = 1032;
+constexpr int firstHeight = 720;
+
+constexpr std::size_t longestTitle = 1'000;
+
+constexpr int sizedByDesktop = GDK_TOPLEVEL_STATE_MAXIMIZED | GDK_TOPLEVEL_STATE_FULLSCREEN | GDK_TOPLEVEL_STATE_TILED
+    | GDK_TOPLEVEL_STATE_TOP_TILED | GDK_TOPLEVEL_STATE_RIGHT_TILED | GDK_TOPLEVEL_STATE_BOTTOM_TILED
+    | GDK_TOPLEVEL_STATE_LEFT_TILED;
+
+}
+
+Toplevel::Toplevel(Glib::RefPtr<Gtk::Application> application)
+    : _application(std::move(application))
+{
+    _window.set_title("Pagora");
+    _window.set_icon_name(PAGORA_IDENTIFIER);
+    _window.set_default_size(firstWidth, firstHeight);
+    _window.add_css_class("pagora");
+    // Each window has its title bar in its content.
+    _noTitlebar.set_visible(false);
+    _window.set_titlebar(_noTitlebar);
+    _contents.add_css_class("contents-of-windows");
+    _contents.set_overflow(Gtk::Overflow::HIDDEN);
+    _contents.set_hhomogeneous(false);
+    _contents.set_vhomogeneous(false);
+    _window.set_child(_contents);
+    keepFocusMarked(_window);
+    leaveUnnamed(_window);
+
+    _connections = {
+        _window.property_is_active().signal_changed().connect([this] {
+            for (auto* const window : _windows)
+                window->updateKey();
+        }),
+        _window.property_fullscreened().signal_changed().connect([this] { fullScreenDidChange(); }),
+        _window.property_maximized().signal_changed().connect([this] { maximizedDidChange(); }),
+        _window.property_focus_widget().signal_changed().connect([this] { keepFocusInFront(); }),
+        _window.signal_close_request().connect(
+            [this] {
+                const auto action = _ordered.empty() ? nullptr : _ordered.back()->_closeAction;
+                return !(action && action());
+            },
+            false),
+    };
+    if (_application) {
+        _window.set_application(_application);
+        // A hidden window leaves its application, and with it the program's actions and keys.
+        _connections.push_back(_window.signal_show().connect([this] { _window.set_application(_application); }));
+    }
+}
+
+Toplevel::~Toplevel()
+{
+    _hiding.disconnect();
+    for (auto& connection : _connections)
+        connection.disconnect();
+}
+
+void Toplevel::add(SharedWindow& window)
+{
+    window._content.set_visible(false);
+    _contents.add(window._content);
+    leaveUnnamed(_contents);
+    _windows.push_back(&window);
+}
+
+void Toplevel::remove(SharedWindow& window)
+{
+    orderOut(window);
+    std::erase(_windows, &window);
+    if (_asked && _asked->by == &window)
+        _asked->by = nullptr;
+    _contents.remove(window._content);
+}
+
+void Toplevel::orderFront(SharedWindow& window)
+{
+    auto* const before = _ordered.empty() ? nullptr : _ordered.back();
+    if (before != &window) {
+        if (before)
+            before->willLeaveFront();
+        std::erase(_ordered, &window);
+        _ordered.push_back(&window);
+        showFront();
+        if (before)
+            before->tellState();
+    }
+    _hiding.disconnect();
+    if (!_ended)
+        _window.set_visible(true);
+}
+
+void Toplevel::present()
+{
+    if (!_ended)
+        _window.present();
+}
+
+void Toplevel::end()
+{
+    _ended = true;
+    _hiding.disconnect();
+    _window.set_visible(false);
+}
+
+void Toplevel::orderOut(SharedWindow& window)
+{
+    const bool wasFront = window.isFront();
+    if (wasFront)
+        window.willLeaveFront();
+    std::erase(_ordered, &window);
+    if (!wasFront)
+        window._content.set_visible(false);
+    else if (_ordered.empty())
+        hideSoon();
+    else
+        showFront();
+    window.tellState();
+}
+
+// What orders the last window out may order another in.
+void Toplevel::hideSoon()
+{
+    _hiding.disconnect();
+    _hiding = Glib::signal_idle().connect(
+        [this] {
+            _window.set_visible(false);
+            return false;
+        },
+        Glib::PRIORITY_HIGH);
+}
+
+void Toplevel::showFront()
+{
+    auto& front = *_ordered.back();
+    // The stack would give the focus to the first control of the content.
+    _window.unset_focus();
+    front._content.set_visible(true);
+    _contents.set_visible_child(front._content);
+    for (auto* const window : _windows) {
+        if (!isOrderedIn(*window))
+            window->_content.set_visible(false);
+    }
+    showTitle();
+    front.didComeToFront();
+    front.tellState();
+}
+
+bool Toplevel::isOrderedIn(const SharedWindow& window) const
+{
+    return std::find(_ordered.begin(), _ordered.end(), &window) != _ordered.end();
+}
+
+void Toplevel::showTitle()
+{
+    _window.set_title(displayText(_ordered.back()->title(), longestTitle));
+}
+
+bool Toplevel::isSizedByDesktop() const
+{
+    const auto surface = _window.get_surface();
+    return surface && _window.get_mapped()
+        && (gdk_toplevel_get_state(GDK_TOPLEVEL(const_cast<GdkSurface*>(surface->gobj()))) & sizedByDesktop) != 0;
+}
+
+Toplevel::Size Toplevel::freeSize() const
+{
+    Size size;
+    _window.get_default_size(size.width, size.height);
+    return size;
+}
+
+// The widget's own size leaves out what the toolkit draws around it, so windows that hand their frames on would shrink.
+Toplevel::Size Toplevel::size() const
+{
+    if (_sizeAfterMaximized || !isSizedByDesktop())
+        return freeSize();
+    const auto surface = _window.get_surface();
+    return { surface->get_width(), surface->get_height() };
+}
+
+void Toplevel::setSize(Size size)
+{
+    if (size == this->size())
+        return;
+    if (_window.is_maximized() && !_window.is_fullscreen()) {
+        // The desktop gives it the size that it had before; this one follows.
+        _sizeAfterMaximized = size;
+        _window.unmaximize();
+    }
+    _window.set_default_size(size.width, size.height);
+}
+
+bool Toplevel::isMaximized() const
+{
+    return _window.is_maximized() && !_sizeAfterMaximized;
+}
+
+SharedWindow::Placement Toplevel::placement() const
+{
+    return { size(), freeSize(), isMaximized() };
+}
+
+void Toplevel::place(const SharedWindow::Placement& placement)
+{
+    if (!placement.freeSize)
+        return setSize(placement.size);
+    if (!placement.isMaximized || isMaximized())
+        return setSize(placement.isMaximized ? placement.size : *placement.freeSize);
+    _sizeAfterMaximized.reset();
+    _window.set_default_size(placement.freeSize->width, placement.freeSize->height);
+    _window.maximize();
+}
+
+void Toplevel::maximizedDidChange()
+{
+    if (_window.is_maximized() || !_sizeAfterMaximized)
+        return;
+    const auto size = *std::exchange(_sizeAfterMaximized, std::nullopt);
+    _window.set_default_size(size.width, size.height);
+}
+
+bool Toplevel::hasAskedSize() const
+{
+    const auto surface = _window.get_surface();
+    return surface && freeSize() == Size { surface->get_width(), surface->get_height() };
+}
+
+// As it was last asked for, for the desktop answers later.
+bool Toplevel::isFullScreen() const
+{
+    return _asked ? _asked->isFullScreen : _window.is_fullscreen();
+}
+
+void Toplevel::setFullScreen(bool isFullScreen, SharedWindow& by)
+{
+    _asked = Asked { isFullScreen, &by };
+    if (isFullScreen)
+        _window.fullscreen();
+    else
+        _window.unfullscreen();
+}
+
+void Toplevel::fullScreenDidChange()
+{
+    const bool isFullScreen = _window.is_fullscreen();
+    auto* told = _ordered.empty() ? nullptr : _ordered.back();
+    if (told)
+        told->tellState();
+    if (_asked) {
+        // What was asked for before the last change, and comes late.
+        if (_asked->isFullScreen != isFullScreen)
+            return;
+        told = std::exchange(_asked, std::nullopt)->by;
+    }
+    if (const auto action = told ? told->_fullScreenAction : nullptr)
+        action(isFullScreen);
+}
+
+SharedWindow* Toplevel::ownerOf(const Gtk::Widget& widget) const
+{
+    const auto owns = [&widget](const SharedWindow* window) {
+        return &widget == &window->_content || widget.is_ancestor(window->_content);
+    };
+    const auto owner = std::find_if(_windows.begin(), _windows.end(), owns);
+    return owner == _windows.end() ? nullptr : *owner;
+}
+
+// A window that is not in front has the focus that it is given when it comes to the front.
+void Toplevel::keepFocusInFront()
+{
+    auto* const focus = _window.get_focus();
+    auto* const owner = focus ? ownerOf(*focus) : nullptr;
+    if (!owner || _ordered.empty())
+        return;
+    auto& front = *_ordered.back();
+    owner->rememberFocus(focus);
+    if (owner == &front)
+        return;
+    if (auto* const before = front._focus.get(); before && gtk_widget_is_ancestor(before, front._content.gobj()))
+        gtk_widget_grab_focus(before);
+    else
+        _window.unset_focus();
+}
+
+}

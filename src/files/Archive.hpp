@@ -1,0 +1,60 @@
+#pragma once
+
+#include "base/Bounds.hpp"
+#include "base/FileDescriptor.hpp"
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+class SpareFiles;
+
+// Why there is no archive to extract from.
+enum class ArchiveProblem { Unreadable, PastBounds };
+
+// Extraction from a ZIP archive into a folder, with the contract of the classic command: existing files are
+// overwritten, each member keeps its folders, a member that is not there is passed over, and "*", "?" and "[" in an
+// asked-for name are wildcards. Nothing is written outside the destination: "../" and a leading "/" are dropped,
+// symbolic links are neither made nor followed, and encrypted members are passed over. A name in an archive that is not
+// UTF-8 is read as code page 437. Any thread; one thread an object.
+class Archive {
+public:
+    // Missing when there is no readable ZIP archive at `path`, or it breaks a bound by what its directory says;
+    // `problem` then receives which.
+    static std::optional<Archive> open(
+        const std::string& path, const ArchiveLimits& limits = {}, ArchiveProblem* problem = nullptr);
+    // The same for a file that is open already; none is no archive.
+    static std::optional<Archive> open(
+        FileDescriptor file, const ArchiveLimits& limits = {}, ArchiveProblem* problem = nullptr);
+    Archive(Archive&&) noexcept;
+    Archive& operator=(Archive&&) noexcept;
+    ~Archive();
+
+    // Where each member that is a file would go, as a path below the destination.
+    std::vector<std::string> filePaths() const;
+
+    // Extracts the members that match one of `members`, or all when it is empty. Of a damaged member come the bytes
+    // before the damage, and of one that holds more than the directory says as many as that says. Returns early when
+    // `stop` asks for it. Files are taken from `spare`, as far as it goes.
+    void extract(const std::vector<std::string>& members, const std::string& destination,
+        const std::stop_token& stop = {}, SpareFiles* spare = nullptr);
+
+    // From now on, what is extracted may take no more than that many bytes of the disk in all.
+    void setRoom(std::uint64_t bytes);
+    // Whether something did not come for that reason.
+    bool isOutOfRoom() const;
+
+    // The bytes of the member of that very name; missing when there is none, or it holds more than `limit`.
+    std::optional<std::string> read(const std::string& member, std::uint64_t limit) const;
+
+private:
+    struct Handle;
+    explicit Archive(std::unique_ptr<Handle> handle);
+    std::unique_ptr<Handle> _handle;
+};
+
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "base/Bounds.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace pagora {
+
+// Whether the directory of the archive in an open file is one that may be read: the archive library keeps all of it in
+// memory, and compares names that fall together one by one. What is no archive is within the bounds. Any thread.
+bool isDirectoryWithin(int file, std::uint64_t archiveBytes, const ArchiveLimits& limits);
+
+// Whether the names of a directory's entries lie apart well enough for the library's table of them.
+bool areNamesApart(std::string_view directory, const ArchiveLimits& limits);
+
+// The bytes of an open file from a place on; fewer where the file ends.
+std::string bytesAt(int file, std::uint64_t offset, std::size_t size);
+
+}

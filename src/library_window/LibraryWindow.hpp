@@ -1,0 +1,81 @@
+#pragma once
+
+#include "controls/Controls.hpp"
+#include "desktop/Window.hpp"
+#include "library_views/LibraryViewSurface.hpp"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// What the user does in the library window and its menu. Called from the main loop.
+struct LibraryWindowActions {
+    // The library window is asked to close; the answer says whether it may.
+    std::function<bool()> windowShouldClose;
+    std::function<void()> readBook;
+    std::function<void()> bookListMode;
+    std::function<void()> importDialog;
+    std::function<void()> cancelProcess;
+    std::function<void()> openSettings;
+    std::function<void()> saveSettings;
+    std::function<void()> showLibFolderInFinder;
+    std::function<void()> resetAppSettings;
+    std::function<void()> openGuide;
+    std::function<void()> testAction;
+};
+
+// A key press or a press of the left button that goes to one of the program's windows, before any control sees it.
+struct LibraryEvent {
+    enum class Kind { KeyDown, LeftMouseDown };
+    // The keys A and BackSpace/Delete by their classic codes.
+    static constexpr int keyA = 0;
+    static constexpr int keyDelete = 51;
+
+    Kind kind = Kind::KeyDown;
+    int keyCode = -1;
+    // Control is held.
+    bool command = false;
+};
+
+// The library window, with the progress, error and settings windows of the same layout; controls by their names there.
+// Main thread, save for the controls that say otherwise.
+class LibraryWindow : public LibraryViewHost {
+public:
+    virtual void setActions(LibraryWindowActions actions) = 0;
+
+    virtual Window& mainWindow() = 0;
+    virtual Window& errorWin() = 0;
+    virtual TextField& errorList() = 0;
+    virtual Window& indicatorWindow() = 0;
+    virtual TextField& processLabel() = 0;
+    virtual ProgressIndicator& processIndicator() = 0;
+    virtual ProgressIndicator& progressBar() = 0;
+    virtual TextField& procText() = 0;
+    virtual Button& stopButton() = 0;
+    virtual Window& settingsWin() = 0;
+    // Segments with the tags 1 ("Copy") and 2 ("Move"), in this order.
+    virtual SegmentedControl& dragDropMatrix() = 0;
+    // The toolbar's context menu; null when the toolbar has none.
+    virtual Menu* toolBarMenu() = 0;
+
+    // Ends the program.
+    virtual void terminate() = 0;
+
+    // Shows an alert with the texts and one button; does not wait.
+    virtual void runAlertPanel(const std::string& title, const std::string& message, const std::string& button) = 0;
+
+    // Lets the user choose files with the extension "epub"; `chosen` receives their paths in order, or nothing when the
+    // user cancelled. Starts in the process's current folder.
+    virtual void runOpenPanel(
+        const std::string& message, bool multiple, std::function<void(std::optional<std::vector<std::string>>)> chosen)
+        = 0;
+
+    // Installs the monitor of events that go to the program's windows; an empty one removes it. The answer says whether
+    // the event is swallowed.
+    virtual void setEventMonitor(std::function<bool(const LibraryEvent&)> monitor) = 0;
+};
+
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "library_window/gtk/AlertWindow.hpp"
+
+#include <giomm/file.h>
+#include <gtkmm/aboutdialog.h>
+#include <gtkmm/filechoosernative.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// The dialogs that come up over the library window and go again; none of them is waited for. Main thread.
+class LibraryDialogs {
+public:
+    using Chosen = std::function<void(std::optional<std::vector<std::string>>)>;
+
+    explicit LibraryDialogs(Gtk::Window& parent)
+        : _parent(parent)
+    {
+    }
+
+    void runAlertPanel(const std::string& title, const std::string& message, const std::string& button);
+    // `answered` receives 1000 for the first button, and for an alert that is put away, and 1001 for the second.
+    void runAlert(const std::string& informativeText, const std::string& firstButton, const std::string& secondButton,
+        std::function<void(int code)> answered);
+    // One at a time: a panel that is open already comes to the front, and `chosen` receives nothing.
+    void runOpenPanel(const std::string& message, bool multiple, Chosen chosen);
+    void showAbout();
+    // The alert that was shown last; null before the first.
+    AlertWindow* alert() { return _alert.get(); }
+
+private:
+    void show(std::unique_ptr<AlertWindow> alert);
+    // The program's current folder; null if there is none any more.
+    static Glib::RefPtr<Gio::File> startFolder();
+
+    Gtk::Window& _parent;
+    std::unique_ptr<AlertWindow> _alert;
+    std::unique_ptr<AlertWindow> _alertBefore;
+    std::unique_ptr<Gtk::AboutDialog> _about;
+    Glib::RefPtr<Gtk::FileChooserNative> _openPanel;
+};
+
+}

@@ -1,0 +1,267 @@
+#include "library_window/gtk/LibraryWindowGtk.hpp"
+
+#include "base/Translation.hpp"
+#include "desktop/gtk/AccessibleNames.hpp"
+#include "desktop/gtk/FocusMark.hpp"
+#include "desktop/gtk/StyleSheet.hpp"
+#include "desktop/gtk/Toplevel.hpp"
+#include "library_views/gtk/GridSurface.hpp"
+#include "library_views/gtk/ListSurface.hpp"
+
+#include <gtkmm/box.h>
+#include <gtkmm/shortcut.h>
+#include <gtkmm/shortcutcontroller.h>
+
+#include <string_view>
+
+namespace pagora {
+
+namespace {
+
+constexpr const char* quitAction = "quit";
+
+Glib::RefPtr<Gtk::Builder> loadLayout()
+{
+    addStyleSheet("library.css");
+    return Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/LibraryWindow.ui");
+}
+
+template <typename Widget>
+Widget& find(const Glib::RefPtr<Gtk::Builder>& layout, const char* name)
+{
+    return *layout->get_widget<Widget>(name);
+}
+
+std::unique_ptr<Gtk::Window> takeWindow(const Glib::RefPtr<Gtk::Builder>& layout, const char* name)
+{
+    return std::unique_ptr<Gtk::Window>(layout->get_widget<Gtk::Window>(name));
+}
+
+// For assistive technology.
+void nameParts(Gtk::Widget& root)
+{
+    leaveUnnamed(root);
+    correctAccessibleNames(root);
+    tellOfChanges(root);
+}
+
+// An action that is not set, or that replaces the actions, is no harm.
+template <typename Action>
+auto perform(const Action& action)
+{
+    const auto copy = action;
+    using Result = decltype(copy());
+    if constexpr (std::is_void_v<Result>) {
+        if (copy)
+            copy();
+    } else {
+        return copy ? copy() : Result(true);
+    }
+}
+
+}
+
+LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, Glib::RefPtr<Gtk::Application> application)
+    : _application(std::move(application))
+    , _layout(loadLayout())
+    , _windows { takeWindow(_layout, "errorWin"), takeWindow(_layout, "indicatorWindow"),
+        takeWindow(_layout, "settingsWin") }
+    , _mainWindow(toplevel, find<Gtk::Widget>(_layout, "mainWindow"))
+    , _errorWin(*_windows.error)
+    , _indicatorWindow(*_windows.indicator)
+    , _settingsWin(*_windows.settings)
+    , _errorList(find<Gtk::TextView>(_layout, "errorList"))
+    , _processLabel(find<Gtk::Label>(_layout, "processLabel"))
+    , _procText(find<Gtk::Label>(_layout, "procText"))
+    , _processIndicator(find<Gtk::ProgressBar>(_layout, "processIndicator"))
+    , _progressBar(find<Gtk::ProgressBar>(_layout, "progressBar"))
+    , _readerButton(find<Gtk::Button>(_layout, "readerButton"))
+    , _stopButton(find<Gtk::Button>(_layout, "stopButton"))
+    , _bListControl(find<Gtk::Widget>(_layout, "bListControl"))
+    , _dragDropMatrix(find<Gtk::Widget>(_layout, "dragDropMatrix"), 1)
+    , _toolBarMenu(find<Gtk::Widget>(_layout, "toolBar"))
+    , _dialogs(toplevel.window())
+{
+    _mainWindow.setTitle(_("Pagora"));
+    addProgramActions();
+    wireControls();
+    followProgress();
+    wireProgressWindow();
+    _emptyPageTarget = std::make_unique<FileDropTarget>(
+        find<Gtk::Widget>(_layout, "emptyPage"), [this] { return _shown ? _shown->dropDelegate() : nullptr; },
+        [this](bool isOver) { showDropTarget(isOver); });
+    _monitor.watch(toplevel.window());
+    nameParts(find<Gtk::Widget>(_layout, "mainWindow"));
+    for (auto* const window : { _windows.error.get(), _windows.settings.get(), _windows.indicator.get() }) {
+        window->set_transient_for(toplevel.window());
+        _monitor.watch(*window);
+        keepFocusMarked(*window);
+        nameParts(*window);
+    }
+}
+
+LibraryWindowGtk::~LibraryWindowGtk()
+{
+    _emptyPageTarget = nullptr;
+    for (auto& connection : _connections)
+        connection.disconnect();
+}
+
+void LibraryWindowGtk::addProgramActions()
+{
+    const std::pair<const char*, std::function<void()>> actions[] = {
+        { "import", [this] { perform(_actions.importDialog); } },
+        { "settings", [this] { perform(_actions.openSettings); } },
+        { "show-folder", [this] { perform(_actions.showLibFolderInFinder); } },
+        { "reset", [this] { perform(_actions.resetAppSettings); } },
+        { "help", [this] { perform(_actions.openGuide); } },
+        { "about", [this] { _dialogs.showAbout(); } },
+        { "test", [this] { perform(_actions.testAction); } },
+        { quitAction, [this] { perform(_actions.windowShouldClose); } },
+    };
+    _programActions = Gio::SimpleActionGroup::create();
+    for (const auto& [name, action] : actions)
+        _programActions->add_action(name, action);
+    addProgramKeys();
+    _mainWindow.setStateAction([this] { enableProgramActions(); });
+    enableProgramActions();
+}
+
+void LibraryWindowGtk::addProgramKeys()
+{
+    const std::pair<const char*, const char*> shortcuts[]
+        = { { "<Control>o", "app.import" }, { "<Control>comma", "app.settings" }, { "F1", "app.help" },
+              { "<Control><Shift>F12", "app.test" }, { "<Control>q", "app.quit" } };
+    if (_application) {
+        for (const auto& name : _programActions->list_actions())
+            _application->add_action(_programActions->lookup_action(name));
+        for (const auto& [trigger, action] : shortcuts)
+            _application->set_accels_for_action(action, { trigger });
+        return;
+    }
+    window().insert_action_group("app", _programActions);
+    const auto keys = Gtk::ShortcutController::create();
+    keys->set_scope(Gtk::ShortcutScope::MANAGED);
+    for (const auto& [trigger, action] : shortcuts)
+        keys->add_shortcut(
+            Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(trigger), Gtk::NamedAction::create(action)));
+    _mainWindow.addController(keys);
+}
+
+// While a book is read, the library's keys do nothing; the program can be ended all the same.
+void LibraryWindowGtk::enableProgramActions()
+{
+    for (const auto& name : _programActions->list_actions()) {
+        const auto action = std::dynamic_pointer_cast<Gio::SimpleAction>(_programActions->lookup_action(name));
+        action->set_enabled(name == quitAction || _mainWindow.isFront());
+    }
+}
+
+void LibraryWindowGtk::wireControls()
+{
+    _readerButton.setAction([this] { perform(_actions.readBook); });
+    _stopButton.setAction([this] { perform(_actions.cancelProcess); });
+    _bListControl.setAction([this] { perform(_actions.bookListMode); });
+    _connections = {
+        find<Gtk::Button>(_layout, "saveButton").signal_clicked().connect([this] { perform(_actions.saveSettings); }),
+    };
+    _mainWindow.setCloseAction([this] { return perform(_actions.windowShouldClose); });
+}
+
+void LibraryWindowGtk::followProgress()
+{
+    auto& strip = find<Gtk::Revealer>(_layout, "progressStrip");
+    const auto followed = [this, &strip] {
+        strip.set_reveal_child(!_progressBar.isHidden() || !_procText.isHidden() || !_stopButton.isHidden());
+        updateEmptyPage();
+    };
+    const std::initializer_list<Gtk::Widget*> watched
+        = { &_progressBar.widget(), &_procText.widget(), &_stopButton.widget(), _windows.indicator.get() };
+    for (auto* const widget : watched)
+        _connections.push_back(widget->property_visible().signal_changed().connect(followed));
+}
+
+// It goes when the import has ended, and no sooner.
+void LibraryWindowGtk::wireProgressWindow()
+{
+    _connections.push_back(_windows.indicator->signal_close_request().connect([] { return true; }, false));
+    _connections.push_back(find<Gtk::Button>(_layout, "indicatorStopButton").signal_clicked().connect([this] {
+        perform(_actions.cancelProcess);
+    }));
+}
+
+bool LibraryWindowGtk::isImporting() const
+{
+    return !_progressBar.isHidden() || _indicatorWindow.isVisible();
+}
+
+void LibraryWindowGtk::updateEmptyPage()
+{
+    find<Gtk::Widget>(_layout, "emptyPage").set_visible(_shown && _shown->isEmpty() && !isImporting());
+}
+
+std::unique_ptr<LibraryViewSurface> LibraryWindowGtk::loadView(const char* layout, ArrayController& books)
+{
+    std::unique_ptr<BooksSurface> view;
+    if (std::string_view(layout) == "TableView")
+        view = std::make_unique<ListSurface>(books, _coverLoader);
+    else
+        view = std::make_unique<GridSurface>(books, _coverLoader);
+    view->setContentAction([this, made = view.get()] {
+        if (made == _shown)
+            updateEmptyPage();
+    });
+    view->setDragAction([this](bool isOver) { showDropTarget(isOver); });
+    return view;
+}
+
+void LibraryWindowGtk::showDropTarget(bool isOver)
+{
+    find<Gtk::Revealer>(_layout, "dropTarget").set_reveal_child(isOver);
+}
+
+bool LibraryWindowGtk::isActive() const
+{
+    return _mainWindow.isKeyWindow() || _errorWin.isKeyWindow() || _indicatorWindow.isKeyWindow()
+        || _settingsWin.isKeyWindow();
+}
+
+void LibraryWindowGtk::setContentView(LibraryViewSurface& view)
+{
+    _shown = dynamic_cast<BooksSurface*>(&view);
+    if (_shown)
+        find<Gtk::Box>(_layout, "contentView").append(_shown->widget());
+}
+
+void LibraryWindowGtk::removeContentView(LibraryViewSurface& view)
+{
+    auto* const surface = dynamic_cast<BooksSurface*>(&view);
+    if (!surface || surface != _shown)
+        return;
+    find<Gtk::Box>(_layout, "contentView").remove(surface->widget());
+    _shown = nullptr;
+}
+
+void LibraryWindowGtk::terminate()
+{
+    if (_application)
+        _application->quit();
+}
+
+void LibraryWindowGtk::runAlert(const std::string& informativeText, const std::string& firstButton,
+    const std::string& secondButton, std::function<void(int code)> answered)
+{
+    _dialogs.runAlert(informativeText, firstButton, secondButton, std::move(answered));
+}
+
+void LibraryWindowGtk::runAlertPanel(const std::string& title, const std::string& message, const std::string& button)
+{
+    _dialogs.runAlertPanel(title, message, button);
+}
+
+void LibraryWindowGtk::runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen)
+{
+    _dialogs.runOpenPanel(message, multiple, std::move(chosen));
+}
+
+}

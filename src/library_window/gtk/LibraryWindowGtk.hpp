@@ -1,0 +1,118 @@
+#pragma once
+
+#include "controls/gtk/ButtonControl.hpp"
+#include "controls/gtk/LabelField.hpp"
+#include "controls/gtk/ProgressControl.hpp"
+#include "controls/gtk/SegmentedSwitch.hpp"
+#include "covers/gtk/CoverLoader.hpp"
+#include "desktop/gtk/DesktopWindow.hpp"
+#include "desktop/gtk/SharedWindow.hpp"
+#include "library_views/gtk/BooksSurface.hpp"
+#include "library_views/gtk/FileDropTarget.hpp"
+#include "library_window/LibraryWindow.hpp"
+#include "library_window/gtk/LibraryDialogs.hpp"
+#include "library_window/gtk/ToolBarMenu.hpp"
+#include "library_window/gtk/WindowEventMonitor.hpp"
+
+#include <giomm/simpleactiongroup.h>
+#include <gtkmm/application.h>
+#include <gtkmm/builder.h>
+#include <gtkmm/revealer.h>
+
+namespace pagora {
+
+// The layout "LibraryWindow": the library, which shares the toplevel, and the small windows over that. Library views
+// are dropped before it. Main thread, save for the controls that say otherwise.
+class LibraryWindowGtk : public LibraryWindow {
+public:
+    // The toplevel outlives it. Without an application, for tests, the toplevel holds the program's actions itself.
+    explicit LibraryWindowGtk(Toplevel& toplevel, Glib::RefPtr<Gtk::Application> application = {});
+    ~LibraryWindowGtk() override;
+
+    std::unique_ptr<LibraryViewSurface> loadView(const char* layout, ArrayController& books) override;
+    void setContentView(LibraryViewSurface& view) override;
+    void removeContentView(LibraryViewSurface& view) override;
+    Button& readerButton() override { return _readerButton; }
+    SegmentedControl& bListControl() override { return _bListControl; }
+
+    void setActions(LibraryWindowActions actions) override { _actions = std::move(actions); }
+    Window& mainWindow() override { return _mainWindow; }
+    Window& errorWin() override { return _errorWin; }
+    TextField& errorList() override { return _errorList; }
+    Window& indicatorWindow() override { return _indicatorWindow; }
+    TextField& processLabel() override { return _processLabel; }
+    ProgressIndicator& processIndicator() override { return _processIndicator; }
+    ProgressIndicator& progressBar() override { return _progressBar; }
+    TextField& procText() override { return _procText; }
+    Button& stopButton() override { return _stopButton; }
+    Window& settingsWin() override { return _settingsWin; }
+    SegmentedControl& dragDropMatrix() override { return _dragDropMatrix; }
+    Menu* toolBarMenu() override { return &_toolBarMenu; }
+
+    bool isActive() const override;
+    void activateIgnoringOtherApps() override { _mainWindow.makeKeyAndOrderFront(); }
+    void terminate() override;
+    void runAlertPanel(const std::string& title, const std::string& message, const std::string& button) override;
+    void runAlert(const std::string& informativeText, const std::string& firstButton, const std::string& secondButton,
+        std::function<void(int code)> answered) override;
+    void runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen) override;
+    void setEventMonitor(WindowEventMonitor::Monitor monitor) override { _monitor.setMonitor(std::move(monitor)); }
+
+    LibraryDialogs& dialogs() { return _dialogs; }
+    // The toplevel's.
+    Gtk::Window& window() { return _mainWindow.window(); }
+    // The widget that has the outlet's name in the layout; null when there is none.
+    template <typename Widget>
+    Widget* outlet(const char* name)
+    {
+        return _layout->get_widget<Widget>(name);
+    }
+
+private:
+    // Windows of the desktop are their owner's, not the layout's.
+    struct Windows {
+        std::unique_ptr<Gtk::Window> error;
+        std::unique_ptr<Gtk::Window> indicator;
+        std::unique_ptr<Gtk::Window> settings;
+    };
+
+    void addProgramActions();
+    void addProgramKeys();
+    void enableProgramActions();
+    void wireControls();
+    void followProgress();
+    void wireProgressWindow();
+    void showDropTarget(bool isOver);
+    bool isImporting() const;
+    void updateEmptyPage();
+
+    Glib::RefPtr<Gtk::Application> _application;
+    Glib::RefPtr<Gio::SimpleActionGroup> _programActions;
+    LibraryWindowActions _actions;
+    WindowEventMonitor _monitor;
+    CoverLoader _coverLoader;
+    Glib::RefPtr<Gtk::Builder> _layout;
+    Windows _windows;
+    SharedWindow _mainWindow;
+    DesktopWindow _errorWin;
+    DesktopWindow _indicatorWindow;
+    DesktopWindow _settingsWin;
+    LabelField _errorList;
+    LabelField _processLabel;
+    LabelField _procText;
+    ProgressControl _processIndicator;
+    ProgressControl _progressBar;
+    ButtonControl _readerButton;
+    ButtonControl _stopButton;
+    SegmentedSwitch _bListControl;
+    SegmentedSwitch _dragDropMatrix;
+    ToolBarMenu _toolBarMenu;
+    LibraryDialogs _dialogs;
+    // The view that is in the window; null for none.
+    BooksSurface* _shown = nullptr;
+    // The page of the empty library lies over the view and takes files for it.
+    std::unique_ptr<FileDropTarget> _emptyPageTarget;
+    std::vector<sigc::connection> _connections;
+};
+
+}

@@ -1,0 +1,75 @@
+#include "library_window/gtk/WindowEventMonitor.hpp"
+
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/eventcontrollerlegacy.h>
+
+namespace pagora {
+
+namespace {
+
+// The A key by its place, for keyboards with other letters on it.
+constexpr guint hardwareKeyA = 38;
+
+int classicKeyCode(guint key, guint hardwareKey)
+{
+    switch (key) {
+    case GDK_KEY_a:
+    case GDK_KEY_A:
+        return LibraryEvent::keyA;
+    case GDK_KEY_BackSpace:
+    case GDK_KEY_Delete:
+    case GDK_KEY_KP_Delete:
+        return LibraryEvent::keyDelete;
+    default:
+        // Letters beyond Latin-1 have no A of their own.
+        return hardwareKey == hardwareKeyA && key > 0xFF && gdk_keyval_to_unicode(key) ? LibraryEvent::keyA : -1;
+    }
+}
+
+bool isEditingText(Gtk::Window& window)
+{
+    auto* const focus = window.get_focus();
+    return focus && (GTK_IS_EDITABLE(focus->gobj()) || GTK_IS_TEXT_VIEW(focus->gobj()));
+}
+
+bool holdsControl(Gdk::ModifierType state)
+{
+    return (state & Gdk::ModifierType::CONTROL_MASK) != Gdk::ModifierType();
+}
+
+}
+
+void WindowEventMonitor::watch(Gtk::Window& window)
+{
+    const auto ask = [monitor = _monitor](const LibraryEvent& event) {
+        // A copy, for the monitor may be replaced by what it does.
+        const auto answer = *monitor;
+        return answer && answer(event);
+    };
+
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    keys->signal_key_pressed().connect(
+        [ask, &window](guint key, guint hardwareKey, Gdk::ModifierType state) {
+            const LibraryEvent event { .kind = LibraryEvent::Kind::KeyDown,
+                .keyCode = classicKeyCode(key, hardwareKey),
+                .command = holdsControl(state) };
+            return !(event.keyCode >= 0 && isEditingText(window)) && ask(event);
+        },
+        false);
+    window.add_controller(keys);
+
+    const auto buttons = Gtk::EventControllerLegacy::create();
+    buttons->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    buttons->signal_event().connect(
+        [ask](const Glib::RefPtr<const Gdk::Event>& event) {
+            if (event->get_event_type() != Gdk::Event::Type::BUTTON_PRESS || event->get_button() != GDK_BUTTON_PRIMARY)
+                return false;
+            return ask(
+                { .kind = LibraryEvent::Kind::LeftMouseDown, .command = holdsControl(event->get_modifier_state()) });
+        },
+        false);
+    window.add_controller(buttons);
+}
+
+}

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "base/Geometry.hpp"
+#include "base/Url.hpp"
+#include "desktop/RequestedBy.hpp"
+#include "running/Reply.hpp"
+#include "running/Task.hpp"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// What a page view loads: one resource of one load of the main frame.
+struct DataSource {
+    Url url;
+    // Counts the loads of the main frame from 1. A report of an earlier load than the page view's current one is stale.
+    std::uint64_t load = 0;
+    // Whether the resource is the page's document, not one of the resources that it uses.
+    bool isMainResource = true;
+    // Whether other resources of the load are still awaited.
+    bool isLoading = false;
+};
+
+// How a page begins.
+struct PageStart {
+    // In CSS: what the page is styled with from its first line on, besides all that scripts do to it once it is there.
+    std::string styleSheet;
+    // Whether the page is seen as soon as its beginning is drawn, because that is what is to be seen of it.
+    bool isShownAtOnce = false;
+    // How many columns the scripts are about to ask for; where it is fewer than two, by their width alone.
+    std::int32_t columnCount = 1;
+};
+
+// Hears what becomes of a load. Main thread.
+class WebViewDelegate {
+public:
+    virtual ~WebViewDelegate() = default;
+    // The document, as soon as it is complete, then each of its style sheets, images and fonts. `source.url` is the URL
+    // of the page, fragment included.
+    virtual void resourceDidFinishLoading(const DataSource& source) = 0;
+    // Everything that the page asked for has arrived or failed.
+    virtual void didFinishLoadForFrame(const DataSource& source) = 0;
+    virtual void resourceDidFailLoading(const DataSource& source) = 0;
+    // A request that is about to be sent; it goes on unchanged.
+    virtual void resourceWillSendRequest(const Url& url, RequestedBy requestedBy) = 0;
+    virtual void decidePolicyForMIMEType(const std::string& type) = 0;
+    // The load's page takes the place of the one that was shown. Nothing of it has been drawn yet.
+    virtual void didCommitLoad(const DataSource& source) { }
+    // The location's fragment changed within the page that is shown.
+    virtual void didChangeLocationWithinPage(const Url& url) = 0;
+    // The frame of the page view took another size.
+    virtual void didResize() = 0;
+    // The engine stopped, by itself or because the page did not answer. Scripts that are under way read as empty; the
+    // page follows as a load of its own, or fails.
+    virtual void webProcessDidTerminate() { }
+};
+
+// The page view: one document at a time, shown by the rendering engine. A page cannot be scrolled by the user, only by
+// evaluated scripts. Scripts run in a world of their own, which the page's scripts do not see. Main thread.
+class WebView {
+public:
+    virtual ~WebView() = default;
+
+    virtual void setDelegate(WebViewDelegate* delegate) = 0;
+
+    // The folder of the book that is shown: pages read no other file. Before the first load.
+    virtual void setBookFolder(const std::string& path) = 0;
+
+    // For the next load.
+    virtual void setPageStart(const PageStart& start) { }
+
+    // Loads the document into the main frame. A URL without a scheme that is an absolute path is a file; a file that is
+    // not there is tried with its escapes replaced once more, then in the other Unicode normal form. Returns the number
+    // of the load; a load that cannot start is reported as failed.
+    virtual std::uint64_t loadRequest(const Url& url) = 0;
+    virtual std::uint64_t currentLoad() const = 0;
+
+    // Runs the script in the document that is shown; the reply is its result as a text. A script that fails, or does
+    // not answer in good time, gives an empty text.
+    virtual Reply<std::string> evaluateScript(const std::string& script) = 0;
+
+    // Lets a page that comes with its layout be seen, which it is not before, and answers when it has been drawn, or
+    // after a moment where nothing is.
+    virtual Reply<std::string> drawn() { return Reply<std::string>::of(); }
+
+    // A hint that this page is likely to be loaded next: it may be got ready out of sight, with the scripts run in it.
+    virtual void prepareRequest(const Url& url, const std::vector<std::string>& scripts) { }
+
+    // The page that is loaded is laid out and may be seen. Until then, unless it is shown at once, and until the
+    // load fails, the page before it stays in view.
+    virtual void pageIsPrepared() { }
+
+    virtual void setTextSizeMultiplier(double multiplier) = 0;
+    // The page's visible area, in the page's own pixels: these are points, enlarged by the desktop's text scale.
+    virtual Rect frame() const = 0;
+    // Points to one of the page's own pixels.
+    virtual double pixelSize() const { return 1; }
+    virtual void setHidden(bool hidden) = 0;
+    virtual bool isHidden() const = 0;
+    // Gives it the keyboard focus.
+    virtual void makeFirstResponder() = 0;
+};
+
+// The script's result read as a whole number; anything but a number is 0.
+Task<std::int64_t> evaluateInteger(WebView& webView, std::string script);
+// Runs the script for its effects.
+Task<void> evaluate(WebView& webView, std::string script);
+
+// `text` as it stands between single quotes in a script, so that nothing in it ends the string.
+std::string scriptText(const std::string& text);
+
+}

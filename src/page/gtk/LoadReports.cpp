@@ -1,0 +1,90 @@
+#include "page/gtk/LoadReports.hpp"
+
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+constexpr std::size_t longestRequest = 65536;
+constexpr std::size_t mostRequests = 1000;
+
+}
+
+std::uint64_t LoadReports::begin(const Url& url)
+{
+    _url = url;
+    _documentReported = false;
+    _finished = false;
+    _heldBack = 0;
+    _requests.clear();
+    return ++_load;
+}
+
+void LoadReports::documentComplete(std::uint64_t load)
+{
+    if (isCurrent(load) && !_documentReported)
+        reportDocument();
+}
+
+void LoadReports::reportDocument()
+{
+    const std::uint64_t load = _load;
+    _documentReported = true;
+    _delegate->resourceDidFinishLoading(source(true));
+    // A report may start another load.
+    while (load == _load && _delegate && _heldBack > 0) {
+        --_heldBack;
+        _delegate->resourceDidFinishLoading(source(false));
+    }
+}
+
+void LoadReports::resourceFinished(std::uint64_t load)
+{
+    if (!isCurrent(load))
+        return;
+    if (_documentReported)
+        _delegate->resourceDidFinishLoading(source(false));
+    else
+        ++_heldBack;
+}
+
+void LoadReports::resourceFailed(std::uint64_t load)
+{
+    if (isCurrent(load))
+        _delegate->resourceDidFailLoading(source(false));
+}
+
+void LoadReports::everythingFinished(std::uint64_t load)
+{
+    if (!isCurrent(load))
+        return;
+    const bool wasReported = _documentReported;
+    _finished = true;
+    if (!wasReported)
+        reportDocument();
+    else if (_closing == ClosingReport::Yes)
+        _delegate->resourceDidFinishLoading(source(true));
+    if (load == _load && _delegate)
+        _delegate->didFinishLoadForFrame(source(true));
+}
+
+void LoadReports::documentFailed(std::uint64_t load)
+{
+    if (!isCurrent(load))
+        return;
+    _finished = true;
+    _delegate->resourceDidFailLoading(source(true));
+}
+
+void LoadReports::willSendRequest(const Url& url, RequestedBy requestedBy)
+{
+    // What a page asks for by itself is told up to a length and a number that no book comes near.
+    if (requestedBy == RequestedBy::Page && (url.text().size() > longestRequest || _requests.size() >= mostRequests))
+        return;
+    const bool isNew = _requests.insert(url.text()).second;
+    if ((isNew || requestedBy == RequestedBy::User) && _delegate)
+        _delegate->resourceWillSendRequest(url, requestedBy);
+}
+
+}

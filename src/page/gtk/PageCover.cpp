@@ -1,0 +1,80 @@
+#include "page/gtk/PageCover.hpp"
+
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+// The drawing as a picture with all of the screen's pixels; null where the page is not on a screen.
+GObjectPtr<GdkTexture> pictureOf(GtkWidget* page, GskRenderNode* drawing, const graphene_rect_t& place)
+{
+    GtkNative* const native = gtk_widget_get_native(page);
+    GskRenderer* const renderer = native ? gtk_native_get_renderer(native) : nullptr;
+    if (!renderer)
+        return {};
+    const auto scale = static_cast<float>(gtk_widget_get_scale_factor(page));
+    GtkSnapshot* const snapshot = gtk_snapshot_new();
+    gtk_snapshot_scale(snapshot, scale, scale);
+    gtk_snapshot_append_node(snapshot, drawing);
+    GskRenderNode* const scaled = gtk_snapshot_free_to_node(snapshot);
+    if (!scaled)
+        return {};
+    const graphene_rect_t area { { place.origin.x * scale, place.origin.y * scale },
+        { place.size.width * scale, place.size.height * scale } };
+    auto picture = GObjectPtr<GdkTexture>::adopt(gsk_renderer_render_texture(renderer, scaled, &area));
+    gsk_render_node_unref(scaled);
+    return picture;
+}
+
+}
+
+PageCover::~PageCover()
+{
+    forgetDrawing();
+}
+
+void PageCover::forgetDrawing()
+{
+    if (auto* const drawing = std::exchange(_drawing, nullptr))
+        gsk_render_node_unref(drawing);
+}
+
+void PageCover::put(GtkWidget* page, Show show)
+{
+    if (std::exchange(_isOn, true))
+        return;
+    if (show == Show::LastPicture && _drawing) {
+        if (!gtk_widget_compute_bounds(page, gtk_widget_get_parent(page), &_place))
+            _place = {};
+        _picture = pictureOf(page, _drawing, _place);
+    }
+    forgetDrawing();
+}
+
+void PageCover::remove()
+{
+    _isOn = false;
+    _picture = {};
+}
+
+void PageCover::draw(GtkWidget* frame, GtkWidget* page, GtkSnapshot* snapshot)
+{
+    // The engine goes on drawing only while it is drawn.
+    GtkSnapshot* const own = gtk_snapshot_new();
+    gtk_widget_snapshot_child(frame, page, own);
+    GskRenderNode* const drawing = gtk_snapshot_free_to_node(own);
+    if (_isOn) {
+        if (drawing)
+            gsk_render_node_unref(drawing);
+        if (_picture)
+            gtk_snapshot_append_texture(snapshot, _picture.get(), &_place);
+        return;
+    }
+    forgetDrawing();
+    _drawing = drawing;
+    if (_drawing)
+        gtk_snapshot_append_node(snapshot, _drawing);
+}
+
+}

@@ -1,0 +1,195 @@
+#include "page/gtk/PageEngine.hpp"
+
+#include "base/Resource.hpp"
+#include "base/Url.hpp"
+#include "confinement/gtk/PageMemoryWatch.hpp"
+#include "confinement/gtk/PageRefusals.hpp"
+#include "desktop/gtk/BookFonts.hpp"
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <system_error>
+
+namespace pagora {
+
+namespace {
+
+// Megabytes that a page may take before it is given up, the shares of them from which on the engine frees what it can,
+// and how often it looks, in seconds.
+constexpr guint pageMemoryLimit = 1536;
+// The same for the process that loads files and keeps blobs.
+constexpr guint networkMemoryLimit = 512;
+constexpr double carefulFrom = 0.5;
+constexpr double strictFrom = 0.75;
+constexpr double memoryInterval = 2;
+
+struct FreeMemorySettings {
+    void operator()(WebKitMemoryPressureSettings* settings) const { webkit_memory_pressure_settings_free(settings); }
+};
+using MemorySettings = std::unique_ptr<WebKitMemoryPressureSettings, FreeMemorySettings>;
+
+MemorySettings memorySettings(guint megabytes)
+{
+    MemorySettings settings(webkit_memory_pressure_settings_new());
+    webkit_memory_pressure_settings_set_memory_limit(settings.get(), megabytes);
+    webkit_memory_pressure_settings_set_kill_threshold(settings.get(), 1.0);
+    webkit_memory_pressure_settings_set_strict_threshold(settings.get(), strictFrom);
+    webkit_memory_pressure_settings_set_conservative_threshold(settings.get(), carefulFrom);
+    webkit_memory_pressure_settings_set_poll_interval(settings.get(), memoryInterval);
+    return settings;
+}
+
+// Keeps a page from running scripts of its own, however they come in; scripts of the reader's world run all the same.
+constexpr const char* policyWithoutScripts = "script-src 'none'; worker-src 'none'";
+
+GObjectPtr<WebKitWebContext> makeContext(Confinement confinement)
+{
+    std::optional<ConfinementSwitchedOff> off;
+    if (confinement == Confinement::None)
+        off.emplace();
+    const auto memory = memorySettings(pageMemoryLimit);
+    webkit_network_session_set_memory_pressure_settings(memorySettings(networkMemoryLimit).get());
+    auto* context
+        = WEBKIT_WEB_CONTEXT(g_object_new(WEBKIT_TYPE_WEB_CONTEXT, "memory-pressure-settings", memory.get(), nullptr));
+    PageMemoryWatch::attach(context, { std::uint64_t(pageMemoryLimit) << 20, std::uint64_t(networkMemoryLimit) << 20 });
+    webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
+    webkit_web_context_set_spell_checking_enabled(context, FALSE);
+    return GObjectPtr<WebKitWebContext>::adopt(context);
+}
+
+GObjectPtr<WebKitSettings> makeSettings()
+{
+    auto* settings = webkit_settings_new();
+    webkit_settings_set_enable_developer_extras(settings, FALSE);
+    webkit_settings_set_enable_page_cache(settings, FALSE);
+    // Its contents are in the memory of the process that all books share.
+    webkit_settings_set_enable_html5_database(settings, FALSE);
+    webkit_settings_set_enable_back_forward_navigation_gestures(settings, FALSE);
+    webkit_settings_set_javascript_can_open_windows_automatically(settings, FALSE);
+    webkit_settings_set_javascript_can_access_clipboard(settings, FALSE);
+    webkit_settings_set_enable_fullscreen(settings, FALSE);
+    webkit_settings_set_enable_media_stream(settings, FALSE);
+    webkit_settings_set_enable_webrtc(settings, FALSE);
+    webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
+    // A page of text that jumps from place to place is drawn soonest, and with the least memory, by the processor
+    // alone.
+    webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+    webkit_settings_set_enable_smooth_scrolling(settings, FALSE);
+    webkit_settings_set_enable_caret_browsing(settings, FALSE);
+    webkit_settings_set_zoom_text_only(settings, TRUE);
+    // What books are set in when neither they nor the reader say, and where they ask for any serif.
+    webkit_settings_set_default_font_family(settings, "Georgia");
+    webkit_settings_set_serif_font_family(settings, "Georgia");
+    // What books are written in when they do not say.
+    webkit_settings_set_default_charset(settings, "utf-8");
+    return GObjectPtr<WebKitSettings>::adopt(settings);
+}
+
+void addScript(WebKitUserContentManager* content, const char* name, WebKitUserScriptInjectionTime time)
+{
+    const auto text = resourceBytes(std::string("/org/pagora/Pagora/scripts/") + name).value();
+    auto* script = webkit_user_script_new_for_world(
+        text.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, time, pageWorld, nullptr, nullptr);
+    webkit_user_content_manager_add_script(content, script);
+    webkit_user_script_unref(script);
+}
+
+void cancelDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer)
+{
+    webkit_download_cancel(download);
+}
+
+// Kept in memory, and forgotten with the last view that has it.
+GObjectPtr<WebKitNetworkSession> makeSession()
+{
+    auto session = GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral());
+    g_signal_connect(session.get(), "download-started", G_CALLBACK(cancelDownload), nullptr);
+    return session;
+}
+
+}
+
+PageEngine::PageEngine(Options options)
+    : _options(std::move(options))
+    , _context(makeContext(_options.confinement))
+    , _filter(_options.cachesFolder + "/page-filters")
+{
+    std::error_code ignored;
+    std::filesystem::create_directories(_options.booksFolder, ignored);
+    // The engine takes no folder that could not be made.
+    if (std::filesystem::is_directory(_options.booksFolder, ignored))
+        webkit_web_context_add_path_to_sandbox(_context.get(), _options.booksFolder.c_str(), TRUE);
+    if (!bookFontsFile().empty())
+        webkit_web_context_add_path_to_sandbox(_context.get(), bookFontsFile().c_str(), TRUE);
+}
+
+PageEngine::~PageEngine()
+{
+    if (!_warmView)
+        return;
+    g_signal_handlers_disconnect_by_data(_warmView.get(), this);
+    webkit_web_view_terminate_web_process(_warmView.get());
+}
+
+GObjectPtr<WebKitWebView> PageEngine::makeEngineView(WebKitNetworkSession* session) const
+{
+    auto* content = webkit_user_content_manager_new();
+    webkit_user_content_manager_register_script_message_handler(content, "pagora", pageWorld);
+    for (const char* const name : { "page-fit-wide.js", "page-fit.js", "page-picture.js", "page-start.js" })
+        addScript(content, name, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START);
+    addScript(content, "page-end.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END);
+    const auto settings = makeSettings();
+    const char* const policy = _options.confinement == Confinement::None ? policyWithoutScripts : nullptr;
+    auto view = GObjectPtr<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "accessible-role",
+        GTK_ACCESSIBLE_ROLE_DOCUMENT, "web-context", _context.get(), "network-session", session, "settings",
+        settings.get(), "user-content-manager", content, "default-content-security-policy", policy, nullptr)));
+    g_object_unref(content);
+    refusePrivileges(view.get());
+    return view;
+}
+
+std::unique_ptr<PageView> PageEngine::makePageView(PageKind kind, const PageView* beside)
+{
+    if (beside) {
+        auto view = makeEngineView(webkit_web_view_get_network_session(beside->engineView()));
+        return std::make_unique<PageView>(std::move(view), kind, _filter, _options.scriptTimeout);
+    }
+    if (!_warmView)
+        return std::make_unique<PageView>(makeEngineView(makeSession().get()), kind, _filter, _options.scriptTimeout);
+    g_signal_handlers_disconnect_by_data(_warmView.get(), this);
+    const auto start = _isWarm ? PageView::Start::Ready : PageView::Start::WarmingUp;
+    return std::make_unique<PageView>(std::move(_warmView), kind, _filter, _options.scriptTimeout, start);
+}
+
+void PageEngine::warmPageChanged(WebKitWebView*, WebKitLoadEvent event, PageEngine* engine)
+{
+    engine->_isWarm = event == WEBKIT_LOAD_FINISHED;
+}
+
+// It starts again with the first page of a book.
+void PageEngine::warmPageEnded(WebKitWebView*, WebKitWebProcessTerminationReason, PageEngine* engine)
+{
+    engine->_isWarm = true;
+}
+
+void PageEngine::prepareWarmView()
+{
+    if (_warmView)
+        return;
+    _warmView = makeEngineView(makeSession().get());
+    _isWarm = false;
+    g_signal_connect(_warmView.get(), "load-changed", G_CALLBACK(warmPageChanged), this);
+    g_signal_connect(_warmView.get(), "web-process-terminated", G_CALLBACK(warmPageEnded), this);
+    // The engine's processes start with the first page, not with the view. That page is a file, as those of books are:
+    // much of what the first one takes is done only once, to read it, to find its fonts, to run the reader's scripts.
+    const std::string page = _options.cachesFolder + "/warm-page.xhtml";
+    std::error_code ignored;
+    std::filesystem::create_directories(_options.cachesFolder, ignored);
+    // Not for keeps, so without waiting for the disk.
+    std::ofstream(page) << resourceBytes("/org/pagora/Pagora/warm-page.xhtml").value();
+    webkit_web_view_load_uri(_warmView.get(), Url::file(page).text().c_str());
+}
+
+}

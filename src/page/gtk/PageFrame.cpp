@@ -1,0 +1,135 @@
+#include "page/gtk/PageFrame.hpp"
+
+#include <glibmm/main.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/snapshot.h>
+
+#include <algorithm>
+
+namespace pagora {
+
+namespace {
+
+bool scrollsPages(guint key)
+{
+    switch (key) {
+    case GDK_KEY_Left:
+    case GDK_KEY_Right:
+    case GDK_KEY_Up:
+    case GDK_KEY_Down:
+    case GDK_KEY_Page_Up:
+    case GDK_KEY_Page_Down:
+    case GDK_KEY_Home:
+    case GDK_KEY_End:
+    case GDK_KEY_space:
+    case GDK_KEY_KP_Left:
+    case GDK_KEY_KP_Right:
+    case GDK_KEY_KP_Up:
+    case GDK_KEY_KP_Down:
+    case GDK_KEY_KP_Page_Up:
+    case GDK_KEY_KP_Page_Down:
+    case GDK_KEY_KP_Home:
+    case GDK_KEY_KP_End:
+    case GDK_KEY_KP_Space:
+        return true;
+    default:
+        return false;
+    }
+}
+
+}
+
+PageFrame::PageFrame(GtkWidget* child)
+    : Glib::ObjectBase("PagoraPageFrame")
+    , _child(child)
+    , _gestures(*this)
+{
+    gtk_widget_set_parent(child, gobj());
+    set_hexpand(true);
+    set_vexpand(true);
+    set_overflow(Gtk::Overflow::HIDDEN);
+    swallowKeys();
+}
+
+PageFrame::~PageFrame()
+{
+    _sizeReport.disconnect();
+    gtk_widget_unparent(_child);
+}
+
+void PageFrame::swallowKeys()
+{
+    auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    keys->signal_key_pressed().connect(
+        [this](guint key, guint, Gdk::ModifierType) { return !_pageTakesKeys && scrollsPages(key); }, false);
+    add_controller(keys);
+}
+
+void PageFrame::cover(PageCover::Show show)
+{
+    _cover.put(_child, show);
+    queue_draw();
+}
+
+void PageFrame::uncover()
+{
+    _cover.remove();
+    queue_draw();
+}
+
+void PageFrame::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
+    int& minimumBaseline, int& naturalBaseline) const
+{
+    gtk_widget_measure(_child, static_cast<GtkOrientation>(orientation), forSize, &minimum, &natural, nullptr, nullptr);
+    minimumBaseline = naturalBaseline = -1;
+}
+
+void PageFrame::setMargins(const Margins& margins)
+{
+    _margins = margins;
+    queue_allocate();
+}
+
+void PageFrame::setConcealed(bool isConcealed)
+{
+    _isConcealed = isConcealed;
+    queue_draw();
+}
+
+void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
+{
+    if (!_isConcealed) {
+        _cover.draw(Gtk::Widget::gobj(), _child, snapshot->gobj());
+        return;
+    }
+    // The engine sends a page's next drawing only after the last one was taken up. Taken to the side, for the toolkit
+    // keeps for good what is clipped to nothing.
+    GtkSnapshot* const unseen = gtk_snapshot_new();
+    _cover.draw(Gtk::Widget::gobj(), _child, unseen);
+    if (GskRenderNode* const drawing = gtk_snapshot_free_to_node(unseen))
+        gsk_render_node_unref(drawing);
+}
+
+void PageFrame::size_allocate_vfunc(int width, int height, int baseline)
+{
+    const int room = std::max(1, width - 2 * _margins.least);
+    const int pageWidth = std::min(room, _margins.largestWidth);
+    const graphene_point_t place { static_cast<float>((width - pageWidth) / 2), 0 };
+    gtk_widget_allocate(_child, pageWidth, height, baseline, gsk_transform_translate(nullptr, &place));
+    if (pageWidth == _width && height == _height)
+        return;
+    _width = pageWidth;
+    _height = height;
+    // Whoever hears of it may change the layout that is under way here.
+    _sizeReport.disconnect();
+    _sizeReport = Glib::signal_idle().connect(
+        [this] {
+            if (_onResize)
+                _onResize();
+            return false;
+        },
+        Glib::PRIORITY_HIGH_IDLE);
+}
+
+}

@@ -1,0 +1,182 @@
+#pragma once
+
+#include "base/GObjectPtr.hpp"
+#include "confinement/MessageBudget.hpp"
+#include "confinement/gtk/BookFilter.hpp"
+#include "page/WebView.hpp"
+#include "page/gtk/LoadReports.hpp"
+#include "page/gtk/PageFrame.hpp"
+#include "page/gtk/PageScripts.hpp"
+#include "page/gtk/SpokenPage.hpp"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace pagora {
+
+// What a page view is for: text that the reader lays out as a strip of columns, or pages that come with their layout.
+enum class PageKind { Columns, Fixed };
+
+// The page view on top of the engine's widget. A load of a page that the page itself asked for (a link within the book)
+// and the reload after a crash of the engine count as loads of their own. Made by a `PageEngine`, which outlives it.
+// Main thread.
+class PageView final : public WebView {
+public:
+    // `scriptTimeout`, in seconds, is how long a script may take, a page to begin, and a fixed page's images to come;
+    // longer for large pages.
+    // Whether the engine is about to load a page of its own, which comes before everything else.
+    enum class Start : bool { Ready, WarmingUp };
+    PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout,
+        Start start = Start::Ready);
+    ~PageView() override;
+
+    // For the window that shows it.
+    Gtk::Widget& widget() { return _frame; }
+    // Called once a flick with dx: positive when the fingers move the page to the right, towards earlier pages.
+    // What stays free around the page: pixels at each side at least, and points beyond which the page grows no wider.
+    struct PageMargins {
+        int least = 0;
+        int largestWidth = 0;
+    };
+    void setMargins(const PageMargins& margins);
+    void setFlickHandler(std::function<void(double dx)> handler) { _frame.setFlickHandler(std::move(handler)); }
+    // The engine's widget, for pictures of the page and for tests.
+    WebKitWebView* engineView() const { return _view.get(); }
+
+    void setDelegate(WebViewDelegate* delegate) override { _reports.setDelegate(delegate); }
+    void setBookFolder(const std::string& path) override;
+    void setPageStart(const PageStart& start) override { _pageStart = start; }
+    std::uint64_t loadRequest(const Url& url) override;
+    std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
+    Reply<std::string> drawn() override { return _scripts.drawn(); }
+    Reply<std::string> evaluateScript(const std::string& script) override;
+    void pageIsPrepared() override;
+    // What is seen where the page paints nothing.
+    void setBackground(const Color& color);
+    // Names the page for assistive technology, by the title of its document.
+    void setNamer(std::function<std::string(const std::string& title)> namer) { _spoken.setNamer(std::move(namer)); }
+    // What assistive technology is told of the page.
+    void setNotice(const std::string& notice) { _spoken.setNotice(notice); }
+    void nameMayHaveChanged() { _spoken.pageMayHaveChanged(); }
+    const SpokenPage& spoken() const { return _spoken; }
+    // Whether the keyboard is at work in a control of the page.
+    bool pageTakesKeys() const { return _frame.pageTakesKeys(); }
+    // Whether the page shows a picture as large as the view, which the Escape key takes away.
+    bool pageTakesEscape() const { return _pageTakesEscape; }
+    // Whether the text runs from right to left, and the pages with it.
+    bool runsRightToLeft() const { return _runsRightToLeft; }
+
+    void setTextSizeMultiplier(double multiplier) override;
+    Rect frame() const override;
+    double pixelSize() const override;
+    void setHidden(bool hidden) override;
+    bool isHidden() const override { return _isHidden; }
+    void makeFirstResponder() override;
+
+private:
+    // `Waiting`: for the filter or the page that warms the engine up; `Starting`: asked for, not begun by the engine;
+    // `Shown`: begun, so that the engine's events are this load's.
+    enum class Stage { Idle, Waiting, Starting, Shown };
+
+    void connectEngine();
+    void begin(const Url& url);
+    void warmUpNoLongerThan(double seconds);
+    void startWhenReady();
+    void start();
+    void loadFresh();
+    void numberScripts();
+    void stylePages();
+    void pageStartIsOver();
+    void failSoon();
+    void expectDocument();
+    void documentComplete();
+    void showForgivingly();
+    void restartEngineAfter(double seconds);
+    void restartEngine();
+    void pageClosedItself();
+    void allowPageScripts(bool allowed);
+    void recover();
+    void textScaleDidChange();
+    void applyMargins();
+    bool isWithinBudget(MessageBudget::Message message, const char* text);
+    void frameDidChange();
+    void reportSize();
+    void reportFailure();
+    void coverUnprepared();
+    void coverUntilPrepared();
+    void uncoverWhenPainted();
+    void uncover();
+    bool isPageOfTarget() const;
+    bool isTarget(const Url& url) const;
+    bool isInBook(const Url& url) const;
+    static bool isWithinPage(const Url& url);
+
+    // The engine's events.
+    void loadChanged(WebKitLoadEvent event);
+    void loadFailed(const char* uri, const GError* error);
+    void resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request);
+    void resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed);
+    bool decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    bool decideResponse(WebKitResponsePolicyDecision* decision);
+    void locationChanged();
+    void messageReceived(const std::string& text);
+    friend struct PageViewSignals;
+
+    GObjectPtr<WebKitWebView> _view;
+    PageKind _kind;
+    BookFilter& _filterMaker;
+    double _timeout;
+    // The same for the page that is asked for, by its size.
+    double _patience;
+    // A book whose scripts have once held up the engine is read without them.
+    bool _allowsPageScripts = true;
+    LoadReports _reports;
+    // Of what the page tells.
+    MessageBudget _budget;
+    PageScripts _scripts;
+    PageFrame _frame;
+    SpokenPage _spoken;
+
+    std::string _bookFolder;
+    std::shared_ptr<void> _filterRequest;
+    // Whether the engine is still about the page with which it is warmed up.
+    bool _isWarmingUp;
+    bool _filterFailed = false;
+    Stage _stage = Stage::Idle;
+    // The URL as the engine gets it, and the one of the page that it shows.
+    std::string _target;
+    std::string _shown;
+    bool _runsRightToLeft = false;
+    // Whether it is read by the rules of HTML because it is not well-formed.
+    bool _isForgiven = false;
+    WebKitUserScript* _numberScript = nullptr;
+    PageStart _pageStart;
+    // What pages get from their beginning on.
+    WebKitUserStyleSheet* _pageStyles = nullptr;
+    std::string _pageStylesText;
+    int _recoveriesLeft = 0;
+    // On the monotonic clock, in microseconds.
+    std::int64_t _lastRecovery = 0;
+    // The last size that the page told of.
+    Rect _pageSize;
+    bool _pageTakesEscape = false;
+    // The page has still to hear of its new size.
+    bool _awaitsPageSize = false;
+    bool _isHidden = false;
+    // Whether the page that is loaded is not laid out yet.
+    bool _isUnprepared = false;
+    // Counts what asked for the page to be painted.
+    std::uint64_t _lastPaint = 0;
+    sigc::connection _paintTimer;
+    sigc::connection _startTimer;
+    sigc::connection _loadTimer;
+    sigc::connection _resizeTimer;
+    std::optional<PageMargins> _margins;
+    sigc::connection _textScaleChanges;
+    sigc::connection _recovery;
+    // Forgotten when the view goes, for what comes back later.
+    std::shared_ptr<PageView*> _self;
+};
+
+}

@@ -1,0 +1,396 @@
+#include "base/Log.hpp"
+#include "confinement/gtk/PageFile.hpp"
+#include "confinement/gtk/PageMemoryWatch.hpp"
+#include "confinement/gtk/PageRefusals.hpp"
+#include "files/Files.hpp"
+#include "page/gtk/PageView.hpp"
+#include "xml/ForgivingPage.hpp"
+
+#include <glibmm/main.h>
+
+#include <cstring>
+#include <filesystem>
+#include <sstream>
+#include <system_error>
+
+namespace pagora {
+
+namespace {
+
+// The largest page, in bytes, that is read by the forgiving parser: rewriting it holds the program up.
+constexpr std::uintmax_t largestForgiven = 32 << 20;
+
+Url urlOf(const char* text)
+{
+    const std::string uri = text ? text : "";
+    const auto url = Url::fromString(uri);
+    return url ? *url : *Url::fromString(addingPercentEscapes(uri));
+}
+
+Url requestUrl(WebKitURIRequest* request)
+{
+    return urlOf(webkit_uri_request_get_uri(request));
+}
+
+// A page's location that is longer than this, in bytes, is not told to the reader, and no step is made to it.
+constexpr std::size_t longestLocation = 65536;
+
+// Text that stands for a resource or a document is as long as it is.
+bool isData(const char* uri)
+{
+    return g_ascii_strncasecmp(uri, "data:", 5) == 0;
+}
+
+bool isTooLong(const char* uri)
+{
+    return std::strlen(uri) > longestLocation && !isData(uri);
+}
+
+struct WatchedResource {
+    std::weak_ptr<PageView*> owner;
+    std::uint64_t load;
+    // Of the page as the forgiving parser reads it, not of what there was of it before.
+    bool isForgiven;
+    bool ended = false;
+};
+
+}
+
+// The engine's C callbacks.
+struct PageViewSignals {
+    static PageView& view(gpointer data) { return *static_cast<PageView*>(data); }
+
+    static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) { view(data).loadChanged(event); }
+
+    static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, char* uri, GError* error, gpointer data)
+    {
+        view(data).loadFailed(uri, error);
+        // No error page takes the place of what is shown.
+        return TRUE;
+    }
+
+    static void resourceStarted(WebKitWebView*, WebKitWebResource* resource, WebKitURIRequest* request, gpointer data)
+    {
+        view(data).resourceStarted(resource, request);
+    }
+
+    static gboolean decidePolicy(
+        WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type, gpointer data)
+    {
+        const bool use = type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE
+            ? view(data).decideResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision))
+            : view(data).decideNavigation(decision, type);
+        if (use)
+            webkit_policy_decision_use(decision);
+        else
+            webkit_policy_decision_ignore(decision);
+        return TRUE;
+    }
+
+    static void locationChanged(WebKitWebView*, GParamSpec*, gpointer data) { view(data).locationChanged(); }
+
+    static void titleChanged(WebKitWebView* engineView, GParamSpec*, gpointer data)
+    {
+        view(data).isWithinBudget(MessageBudget::Message::Notice, webkit_web_view_get_title(engineView));
+    }
+
+    static void terminated(WebKitWebView* engineView, WebKitWebProcessTerminationReason reason, gpointer data)
+    {
+        // A page that took too much memory would take it again.
+        if (PageMemoryWatch::takeEnded(webkit_web_view_get_context(engineView))
+            || reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT)
+            view(data).allowPageScripts(false);
+        view(data).recover();
+    }
+
+    static void closed(WebKitWebView*, gpointer data) { view(data).pageClosedItself(); }
+
+    static void messageReceived(WebKitUserContentManager*, JSCValue* value, gpointer data)
+    {
+        char* text = jsc_value_to_string(value);
+        view(data).messageReceived(text ? text : "");
+        g_free(text);
+    }
+
+    static void end(WebKitWebResource* resource, WatchedResource& watched, bool failed)
+    {
+        // The engine says "finished" after "failed".
+        const auto owner = watched.owner.lock();
+        if (!std::exchange(watched.ended, true) && owner && (*owner)->_isForgiven == watched.isForgiven)
+            (*owner)->resourceEnded(resource, watched.load, failed);
+    }
+    static void resourceFinished(WebKitWebResource* resource, gpointer data)
+    {
+        end(resource, *static_cast<WatchedResource*>(data), false);
+    }
+    static void resourceFailed(WebKitWebResource* resource, GError*, gpointer data)
+    {
+        end(resource, *static_cast<WatchedResource*>(data), true);
+    }
+};
+
+void PageView::connectEngine()
+{
+    auto* view = _view.get();
+    g_signal_connect(view, "load-changed", G_CALLBACK(PageViewSignals::loadChanged), this);
+    g_signal_connect(view, "load-failed", G_CALLBACK(PageViewSignals::loadFailed), this);
+    g_signal_connect(view, "resource-load-started", G_CALLBACK(PageViewSignals::resourceStarted), this);
+    g_signal_connect(view, "decide-policy", G_CALLBACK(PageViewSignals::decidePolicy), this);
+    g_signal_connect(view, "notify::uri", G_CALLBACK(PageViewSignals::locationChanged), this);
+    g_signal_connect(view, "notify::title", G_CALLBACK(PageViewSignals::titleChanged), this);
+    setRefusalHandler(view, [this] { isWithinBudget(MessageBudget::Message::Notice, nullptr); });
+    g_signal_connect(view, "web-process-terminated", G_CALLBACK(PageViewSignals::terminated), this);
+    g_signal_connect(view, "close", G_CALLBACK(PageViewSignals::closed), this);
+    auto* content = webkit_web_view_get_user_content_manager(view);
+    g_signal_connect(content, "script-message-received::pagora", G_CALLBACK(PageViewSignals::messageReceived), this);
+}
+
+void PageView::loadChanged(WebKitLoadEvent event)
+{
+    if (_isWarmingUp) {
+        _isWarmingUp = event != WEBKIT_LOAD_FINISHED;
+        return startWhenReady();
+    }
+    if (event == WEBKIT_LOAD_COMMITTED) {
+        if (!isPageOfTarget())
+            return;
+        _stage = Stage::Shown;
+        _budget.startDocument();
+        expectDocument();
+        _frame.setPageTakesKeys(false);
+        _pageTakesEscape = false;
+        _shown = webkit_web_view_get_uri(_view.get());
+        if (auto* delegate = _reports.delegate(); delegate && !_isForgiven)
+            delegate->didCommitLoad({ *_reports.url(), currentLoad(), true, true });
+    } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown) {
+        _loadTimer.disconnect();
+        _reports.everythingFinished(currentLoad());
+    }
+}
+
+// A load that is making way for another one can still begin after that was asked for.
+bool PageView::isPageOfTarget() const
+{
+    auto* resource = webkit_web_view_get_main_resource(_view.get());
+    return _stage != Stage::Starting || !resource || isTarget(urlOf(webkit_web_resource_get_uri(resource)));
+}
+
+// Pages of a server may have been redirected.
+bool PageView::isTarget(const Url& url) const
+{
+    const Url target = urlOf(_target.c_str());
+    return !target.isFile() || url.withoutFragment() == target.withoutFragment();
+}
+
+void PageView::loadFailed(const char* uri, const GError* error)
+{
+    // A load that makes way for another one; the page that warms the engine up is none of the book's, whose filter may
+    // refuse it.
+    if (_isWarmingUp || g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
+        return;
+    if (_stage == Stage::Starting && isTarget(urlOf(uri))) {
+        _stage = Stage::Idle;
+        _loadTimer.disconnect();
+        reportFailure();
+    } else if (auto* delegate = _reports.delegate()) {
+        // A link of the page that is shown; that page stays.
+        delegate->resourceDidFailLoading({ urlOf(uri), currentLoad(), false, !_reports.isFinished() });
+    }
+}
+
+// A page that floods the program with messages is taken out: they would come before the person's next key.
+bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
+{
+    const double now = static_cast<double>(g_get_monotonic_time()) / 1e6;
+    const bool isWithin = _budget.take(message, text ? std::strlen(text) : 0, now);
+    // Without its scripts a page has only so much to tell.
+    if (!isWithin && _allowsPageScripts && !_isWarmingUp) {
+        log("a page sends messages without end");
+        restartEngine();
+    }
+    return isWithin;
+}
+
+void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request)
+{
+    const char* const uri = webkit_uri_request_get_uri(request);
+    if (!isWithinBudget(MessageBudget::Message::Resource, isData(uri) ? nullptr : uri) || isTooLong(uri))
+        return;
+    if (!isData(uri)) {
+        const Url url = urlOf(uri);
+        if (!url.isFile() && !isWithinPage(url))
+            _reports.willSendRequest(url, RequestedBy::Page);
+    }
+    auto watched = std::make_unique<WatchedResource>(WatchedResource { _self, currentLoad(), _isForgiven });
+    g_signal_connect(resource, "finished", G_CALLBACK(PageViewSignals::resourceFinished), watched.get());
+    g_signal_connect(resource, "failed", G_CALLBACK(PageViewSignals::resourceFailed), watched.get());
+    g_object_set_data_full(G_OBJECT(resource), "pagora-watched", watched.release(),
+        [](gpointer data) { std::default_delete<WatchedResource>()(static_cast<WatchedResource*>(data)); });
+}
+
+void PageView::resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed)
+{
+    // The document is reported when it is complete, which its own event does not tell.
+    if (resource == webkit_web_view_get_main_resource(_view.get()))
+        return;
+    if (failed)
+        _reports.resourceFailed(load);
+    else
+        _reports.resourceFinished(load);
+}
+
+bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type)
+{
+    if (_isWarmingUp)
+        return true;
+    auto* navigation
+        = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    const char* const uri = webkit_uri_request_get_uri(webkit_navigation_action_get_request(navigation));
+    // The reader's own steps are not the page's.
+    if (_stage != Stage::Starting && (!isWithinBudget(MessageBudget::Message::Navigation, uri) || isTooLong(uri)))
+        return false;
+    const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
+    if (url.isFile()) {
+        const bool isOurs = _stage == Stage::Starting && url.text() == _target;
+        if (!isOurs && !isInBook(url))
+            return false;
+    } else if (!isWithinPage(url)) {
+        const bool byUser = webkit_navigation_action_is_user_gesture(navigation);
+        _reports.willSendRequest(url, byUser ? RequestedBy::User : RequestedBy::Page);
+    }
+
+    if (type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION)
+        return true;
+    if (url.isFile())
+        webkit_web_view_load_uri(_view.get(), url.text().c_str());
+    return false;
+}
+
+bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
+{
+    if (_isWarmingUp)
+        return true;
+    const bool isPage = webkit_response_policy_decision_is_main_frame_main_resource(decision);
+    const bool isReadAgain = isPage && _isForgiven && _stage == Stage::Starting;
+    if (auto* delegate = _reports.delegate(); delegate && !isReadAgain) {
+        const char* type = webkit_uri_response_get_mime_type(webkit_response_policy_decision_get_response(decision));
+        delegate->decidePolicyForMIMEType(type ? type : "");
+    }
+    // What cannot be shown would be downloaded.
+    if (!webkit_response_policy_decision_is_mime_type_supported(decision))
+        return false;
+    if (isPage && _stage != Stage::Starting) {
+        // The page went on by itself.
+        _reports.begin(requestUrl(webkit_response_policy_decision_get_request(decision)));
+        _isForgiven = false;
+        pageStartIsOver();
+        coverUntilPrepared();
+        _target = _reports.url()->text();
+        _stage = Stage::Starting;
+        numberScripts();
+    }
+    return true;
+}
+
+void PageView::locationChanged()
+{
+    const char* uri = webkit_web_view_get_uri(_view.get());
+    // The page stays when the load of another one has failed.
+    const bool isShown = _stage == Stage::Shown || _stage == Stage::Idle;
+    if (!isShown || !uri || _shown == uri)
+        return;
+    if (!isWithinBudget(MessageBudget::Message::Notice, uri) || isTooLong(uri))
+        return;
+    const Url url = urlOf(uri);
+    if (url.withoutFragment() != urlOf(_shown.c_str()).withoutFragment())
+        return;
+    _shown = uri;
+    if (auto* delegate = _reports.delegate())
+        delegate->didChangeLocationWithinPage(url);
+}
+
+void PageView::documentComplete()
+{
+    const auto load = currentLoad();
+    _loadTimer.disconnect();
+    // A fixed page is shown once nothing is loading, which a server that never answers must not put off for ever.
+    if (_kind == PageKind::Fixed) {
+        _loadTimer = Glib::signal_timeout().connect(
+            [this, load] {
+                _reports.everythingFinished(load);
+                return false;
+            },
+            static_cast<unsigned>(_timeout * 1000));
+    }
+    _reports.documentComplete(load);
+}
+
+// The page is not well-formed, and the engine shows what comes before its first fault. It is given to the engine once
+// more, as a page of HTML with the same URL, before anything of the load is reported.
+void PageView::showForgivingly()
+{
+    if (_stage != Stage::Shown || _isForgiven)
+        return;
+    const Url url = urlOf(_target.c_str());
+    std::error_code unknown;
+    const bool isReadable = url.isFile() && (_bookFolder.empty() || isFileInFolder(url.path(), _bookFolder))
+        && std::filesystem::file_size(url.path(), unknown) <= largestForgiven;
+    auto text = isReadable ? readFile(url.path()) : std::nullopt;
+    const auto page = text ? forgivingPage(std::move(*text)) : std::nullopt;
+    if (!page)
+        return documentComplete();
+    _isForgiven = true;
+    _stage = Stage::Starting;
+    _reports.forgetResources();
+    _pageStart.isShownAtOnce = false;
+    coverUntilPrepared();
+    restartEngineAfter(_timeout);
+    GBytes* bytes = g_bytes_new(page->html.data(), page->html.size());
+    webkit_web_view_load_bytes(_view.get(), bytes, "text/html", page->encoding.c_str(), _target.c_str());
+    g_bytes_unref(bytes);
+}
+
+void PageView::messageReceived(const std::string& text)
+{
+    std::istringstream words(text);
+    std::uint64_t load = 0;
+    std::string what;
+    words >> load >> what;
+    if (load != currentLoad())
+        return;
+    if (what == "complete") {
+        std::string direction;
+        words >> direction;
+        _runsRightToLeft = direction == "rtl";
+        documentComplete();
+    } else if (what == "broken")
+        showForgivingly();
+    else if (what == "begun") {
+        if (std::exchange(_pageStart.isShownAtOnce, false) && _isUnprepared) {
+            _isUnprepared = false;
+            uncover();
+        }
+    } else if (what == "keys") {
+        int takes = 0;
+        words >> takes;
+        _frame.setPageTakesKeys(takes != 0);
+    } else if (what == "escape") {
+        int takes = 0;
+        words >> takes;
+        _pageTakesEscape = takes != 0;
+    } else if (what == "painted") {
+        std::uint64_t request = 0;
+        words >> request;
+        if (request == _lastPaint)
+            uncover();
+    } else if (what == "size") {
+        Rect size;
+        words >> size.width >> size.height;
+        _pageSize = size;
+        // Also when the page was too late for the first report.
+        if (size == frame() && std::exchange(_awaitsPageSize, false))
+            reportSize();
+    }
+}
+
+}

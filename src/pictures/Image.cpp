@@ -1,0 +1,198 @@
+#include "pictures/Image.hpp"
+
+#include "base/Bounds.hpp"
+#include "files/Files.hpp"
+#include "pictures/ImageFormat.hpp"
+#include "pictures/PictureClaims.hpp"
+#include "pictures/PictureProcess.hpp"
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace pagora {
+
+namespace {
+
+using PixbufPtr = std::shared_ptr<GdkPixbuf>;
+
+// One pass of the scaler looks at no more pixels than this on a side for each new one: its tables grow with the square.
+constexpr int largestStep = 8;
+
+PixbufPtr owned(GdkPixbuf* pixbuf)
+{
+    return pixbuf ? PixbufPtr(pixbuf, &g_object_unref) : nullptr;
+}
+
+constexpr int dividedUp(int length, int divisor)
+{
+    return (length + divisor - 1) / divisor;
+}
+
+// What the decoder reports of a picture, and the size that is asked of it.
+struct Decoding {
+    ImageFormat format;
+    bool progressive = false;
+    Size enough;
+    PictureLimits limits;
+    Size size;
+
+    void sizePrepared(GdkPixbufLoader* loader, int width, int height)
+    {
+        size = { static_cast<double>(width), static_cast<double>(height) };
+        const int divisor = chosenDivisor(width, height);
+        // A size of 0 makes the decoder give up.
+        if (divisor == 0)
+            gdk_pixbuf_loader_set_size(loader, 0, 0);
+        else if (divisor > 1)
+            gdk_pixbuf_loader_set_size(loader, dividedUp(width, divisor), dividedUp(height, divisor));
+    }
+
+    // By how much the sides are divided when decoding; 0 when the picture is too large.
+    int chosenDivisor(int width, int height) const
+    {
+        const auto pixels = static_cast<std::int64_t>(width) * height;
+        const bool isSvg = format.name == std::string_view("svg");
+        if (pixels > limits.pixels && (!format.decodesReduced || progressive))
+            return 0;
+        if (!format.decodesReduced)
+            return 1;
+        if (!isSvg && pixels > limits.decodedPixels)
+            return 0;
+        int divisor = 1;
+        const auto covers = [&](int d) {
+            return enough.width > 0 && dividedUp(width, d) >= enough.width && dividedUp(height, d) >= enough.height;
+        };
+        const auto fits = [&](int d) {
+            return static_cast<std::int64_t>(dividedUp(width, d)) * dividedUp(height, d) <= limits.pixels;
+        };
+        // A JPEG picture is made of blocks of 8 by 8 pixels, and can be decoded as fewer.
+        const int largest = isSvg ? 1 << 16 : 8;
+        while (divisor < largest && (covers(divisor * 2) || !fits(divisor)))
+            divisor *= 2;
+        return fits(divisor) ? divisor : 0;
+    }
+};
+
+void onSizePrepared(GdkPixbufLoader* loader, int width, int height, gpointer decoding)
+{
+    static_cast<Decoding*>(decoding)->sizePrepared(loader, width, height);
+}
+
+PixbufPtr decoded(const std::string& bytes, Decoding& decoding)
+{
+    const std::shared_ptr<GdkPixbufLoader> loader(
+        gdk_pixbuf_loader_new_with_type(decoding.format.name, nullptr), [](GdkPixbufLoader* object) {
+            if (object)
+                g_object_unref(object);
+        });
+    if (!loader)
+        return nullptr;
+    g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(onSizePrepared), &decoding);
+    const bool written
+        = gdk_pixbuf_loader_write(loader.get(), reinterpret_cast<const guchar*>(bytes.data()), bytes.size(), nullptr);
+    const bool closed = gdk_pixbuf_loader_close(loader.get(), nullptr);
+    if (!written || !closed)
+        return nullptr;
+    auto* pixbuf = gdk_pixbuf_loader_get_pixbuf(loader.get());
+    return pixbuf ? owned(GDK_PIXBUF(g_object_ref(pixbuf))) : nullptr;
+}
+
+// The same picture, smaller, until one pass leads to the wanted size.
+PixbufPtr reducedFor(PixbufPtr pixbuf, int width, int height)
+{
+    for (;;) {
+        const int w = gdk_pixbuf_get_width(pixbuf.get());
+        const int h = gdk_pixbuf_get_height(pixbuf.get());
+        if (w <= width * largestStep && h <= height * largestStep)
+            return pixbuf;
+        pixbuf = owned(gdk_pixbuf_scale_simple(pixbuf.get(), std::max(std::min(w, width), dividedUp(w, largestStep)),
+            std::max(std::min(h, height), dividedUp(h, largestStep)), GDK_INTERP_BILINEAR));
+        if (!pixbuf)
+            return nullptr;
+    }
+}
+
+}
+
+std::optional<Image> Image::fromFile(const std::string& path, Size enough)
+{
+    const auto bytes = readFile(path, PictureLimits().fileBytes);
+    return bytes ? fromBytes(*bytes, enough) : std::nullopt;
+}
+
+std::optional<Image> Image::fromBytes(const std::string& bytes, Size enough, const PictureLimits& limits)
+{
+    const auto format = imageFormatOf(bytes);
+    return format.name && format.name == std::string_view("svg") ? imageDecodedApart(bytes, enough)
+                                                                 : fromBytesHere(bytes, enough, limits);
+}
+
+std::optional<Image> Image::fromBytesHere(const std::string& bytes, Size enough, const PictureLimits& limits)
+{
+    Decoding decoding { imageFormatOf(bytes), false, enough, limits, {} };
+    if (!decoding.format.name || !isComplete(decoding.format, bytes)
+        || claimedPixels(decoding.format, bytes) > static_cast<double>(limits.pixels))
+        return std::nullopt;
+    decoding.progressive = decoding.format.name == std::string_view("jpeg") && isProgressiveJpeg(bytes);
+    auto pixbuf = decoded(bytes, decoding);
+    if (!pixbuf || decoding.size.width < 1 || decoding.size.height < 1)
+        return std::nullopt;
+    return Image(std::move(pixbuf), decoding.size);
+}
+
+std::optional<Image> Image::imageByScalingProportionallyToSize(Size target) const
+{
+    auto width = static_cast<int>(target.width);
+    auto height = static_cast<int>(target.height);
+    auto scaledWidth = width;
+    auto scaledHeight = height;
+    if (_size != target) {
+        const auto sourceWidth = static_cast<float>(_size.width);
+        const auto sourceHeight = static_cast<float>(_size.height);
+        const float factor = std::min(
+            static_cast<float>(target.width / _size.width), static_cast<float>(target.height / _size.height));
+        const float productWidth = sourceWidth * factor;
+        const float productHeight = sourceHeight * factor;
+        scaledWidth = static_cast<int>(productWidth);
+        scaledHeight = static_cast<int>(productHeight);
+        width = std::min(scaledWidth, width);
+        height = std::min(scaledHeight, height);
+    }
+    if (width < 1 || height < 1)
+        return std::nullopt;
+
+    const auto source = reducedFor(_pixbuf, scaledWidth, scaledHeight);
+    const auto drawn
+        = owned(gdk_pixbuf_new(GDK_COLORSPACE_RGB, gdk_pixbuf_get_has_alpha(_pixbuf.get()), 8, width, height));
+    if (!source || !drawn)
+        return std::nullopt;
+    gdk_pixbuf_scale(source.get(), drawn.get(), 0, 0, width, height, 0, 0,
+        static_cast<double>(scaledWidth) / gdk_pixbuf_get_width(source.get()),
+        static_cast<double>(scaledHeight) / gdk_pixbuf_get_height(source.get()), GDK_INTERP_BILINEAR);
+    return Image(drawn, { static_cast<double>(width), static_cast<double>(height) });
+}
+
+std::optional<std::string> Image::jpegData(double quality) const
+{
+    auto opaque = _pixbuf;
+    if (gdk_pixbuf_get_has_alpha(_pixbuf.get())) {
+        constexpr guint32 white = 0xFFFFFF;
+        const int width = gdk_pixbuf_get_width(_pixbuf.get());
+        const int height = gdk_pixbuf_get_height(_pixbuf.get());
+        opaque = owned(
+            gdk_pixbuf_composite_color_simple(_pixbuf.get(), width, height, GDK_INTERP_NEAREST, 255, 8, white, white));
+        if (!opaque)
+            return std::nullopt;
+    }
+    gchar* buffer = nullptr;
+    gsize size = 0;
+    const auto percent = std::to_string(std::clamp(static_cast<int>(std::lround(quality * 100)), 0, 100));
+    if (!gdk_pixbuf_save_to_buffer(opaque.get(), &buffer, &size, "jpeg", nullptr, "quality", percent.c_str(), nullptr))
+        return std::nullopt;
+    const std::unique_ptr<gchar, decltype(&g_free)> owner(buffer, &g_free);
+    return std::string(buffer, size);
+}
+
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "base/Bounds.hpp"
+#include "base/Geometry.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+using GdkPixbuf = struct _GdkPixbuf;
+
+namespace pagora {
+
+// A decoded picture. It never changes; copies share the pixels. Any thread.
+class Image {
+public:
+    // The picture that a JPEG, PNG, GIF, WebP, SVG, BMP, TIFF or AVIF file or byte string holds; missing when it does
+    // not decode, or is past one of `limits` also at a reduced size. `size()` is the picture's own
+    // size, also when it was decoded at a reduced size that still covers `enough`. Nothing that a picture refers to is
+    // read.
+    static std::optional<Image> fromFile(const std::string& path, Size enough = {});
+    static std::optional<Image> fromBytes(const std::string& bytes, Size enough = {}, const PictureLimits& limits = {});
+    // The same in this process whatever the picture is. `fromBytes` leaves SVG, which can ask for any time and memory,
+    // to another one.
+    static std::optional<Image> fromBytesHere(
+        const std::string& bytes, Size enough = {}, const PictureLimits& limits = {});
+
+    // In pixels, before any reduction at decoding.
+    Size size() const { return _size; }
+
+    // The picture scaled by the smaller of the two ratios of `target` to its size, in single precision, each side then
+    // truncated to whole pixels and drawn from the origin; `target` itself when the sizes are equal. Missing when a
+    // side comes out as 0.
+    std::optional<Image> imageByScalingProportionallyToSize(Size target) const;
+
+    // Baseline JPEG, transparent parts on white. `quality` runs from 0 to 1.
+    std::optional<std::string> jpegData(double quality) const;
+
+    // The pixels as decoded, possibly at a reduced size.
+    GdkPixbuf* pixbuf() const { return _pixbuf.get(); }
+
+    // `size` is the picture's own.
+    Image(std::shared_ptr<GdkPixbuf> pixbuf, Size size)
+        : _pixbuf(std::move(pixbuf))
+        , _size(size)
+    {
+    }
+
+private:
+    std::shared_ptr<GdkPixbuf> _pixbuf;
+    Size _size;
+};
+
+}

@@ -1,0 +1,150 @@
+// The reflowable reader's display options and its layout for a new size of the view.
+
+#include "base/Numbers.hpp"
+#include "reflowable/ColorThemes.hpp"
+#include "reflowable/EpubController.hpp"
+#include "reflowable/PageScripts.hpp"
+
+namespace pagora {
+
+const char* EpubController::getCSSColorFor(std::int32_t theme) const
+{
+    return cssColorForTheme(theme == 0 ? _currentColorOption : theme);
+}
+
+const char* EpubController::getCSSBackgroundColorFor(std::int32_t theme) const
+{
+    return cssBackgroundColorForTheme(theme == 0 ? _currentColorOption : theme);
+}
+
+Color EpubController::getBackgroundColorFor(std::int32_t theme) const
+{
+    return backgroundColorForTheme(theme == 0 ? _currentColorOption : theme);
+}
+
+void EpubController::enqueueOption(std::function<void()> adopt, SerialQueue::Work show)
+{
+    _pendingOptions.push_back(std::move(adopt));
+    _queue.enqueueAction([this, show = std::move(show)]() -> Task<void> {
+        _pendingOptions.pop_front();
+        co_await show();
+    });
+}
+
+void EpubController::adoptPendingOptions()
+{
+    for (const auto& adopt : std::exchange(_pendingOptions, {}))
+        adopt();
+}
+
+std::int32_t EpubController::nextNumberOfColumns() const
+{
+    return _numberOfColumns >= 3 ? 1 : _numberOfColumns + 1;
+}
+
+void EpubController::changeColor()
+{
+    auto& control = _window.colorControl();
+    const auto theme = control.tag(control.selectedSegment());
+    const auto show = [this, theme]() -> Task<void> {
+        if (theme == _currentColorOption)
+            co_return;
+        _window.bgView().setFillColor(getBackgroundColorFor(theme));
+        _currentColorOption = theme;
+        if (theme == 1) {
+            _state.restorePositionPending = true;
+            // Turns that waited together with this have not been noted.
+            co_await notePlace();
+            _placeToKeep = lastPlace();
+            _lastAnchor = std::nullopt;
+            loadSplit(_activeSplitIndex);
+        } else
+            co_await run(scripts::colors(getCSSColorFor(theme), getCSSBackgroundColorFor(theme)));
+    };
+    enqueueOption([this, theme] { _currentColorOption = theme; }, show);
+}
+
+void EpubController::fontChange()
+{
+    const auto family = _window.fontMenu().titleOfSelectedItem();
+    const auto show = [this, family]() -> Task<void> {
+        if (family == _currentFont)
+            co_return;
+        _currentFont = family;
+        co_await run(scripts::textFont(family));
+    };
+    enqueueOption([this, family] { _currentFont = family; }, show);
+}
+
+void EpubController::changeFontSize(float multiplier)
+{
+    const auto show = [this, multiplier] { return applyFontSize(multiplier); };
+    enqueueOption([this, multiplier] { _currentFontSize = multiplier; }, show);
+}
+
+Task<void> EpubController::applyFontSize(float multiplier)
+{
+    if (multiplier == _currentFontSize)
+        co_return;
+    const std::int64_t before = co_await integer(scripts::scrollWidthExpression);
+    const auto page = geometry();
+    const auto B = page.seekDivisor();
+    _window.webView().setTextSizeMultiplier(multiplier);
+    const double f = static_cast<float>(_capacity) / ((before / page.W) * B);
+    _currentFontSize = multiplier;
+    if (f > 0 && B != 0) {
+        const std::int64_t after = co_await integer(scripts::scrollWidthExpression);
+        const double V = B * (after / page.W);
+        _capacity = wrapped(f * V);
+        _readAmount = page.readAmount(_capacity, after, B);
+        const auto index = PageGeometry::pageIndex(_capacity, B);
+        const auto offset = page.offset32OfPage(index);
+        co_await run(scripts::scrollTo(offset));
+        co_await updateLocationWithOffset(offset);
+    }
+}
+
+void EpubController::changeWidth()
+{
+    const auto show = [this] { return applyColumns(); };
+    enqueueOption([this] { _numberOfColumns = nextNumberOfColumns(); }, show);
+}
+
+Task<void> EpubController::applyColumns()
+{
+    _numberOfColumns = nextNumberOfColumns();
+    _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
+    _window.setColumnCount(_numberOfColumns);
+    co_await run(scripts::columns(_numberOfColumns, _pageWidth));
+    co_await run(scripts::imageWidth(_pageWidth));
+}
+
+void EpubController::didResize()
+{
+    updateColumns();
+}
+
+void EpubController::updateColumns()
+{
+    // One layout serves all the sizes that came before it.
+    if (_window.webView().isHidden() || _bookSplits.empty() || _relayoutPending)
+        return;
+    _relayoutPending = true;
+    _queue.enqueueReport([this] { return applyRelayout(); });
+}
+
+Task<void> EpubController::applyRelayout()
+{
+    _relayoutPending = false;
+    _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
+    const auto page = geometry();
+    co_await run(scripts::relayout(_numberOfColumns, page.pageWidth, page.columnHeight(), page.imageHeight()));
+    if (_capacity != 0 && page.pageArea() != 0) {
+        const auto offset = page.offsetOfPage(PageGeometry::pageIndex(_capacity, page.pageArea()));
+        co_await run(scripts::scrollTo(offset));
+        co_await updateLocationWithOffset(offset);
+    }
+    co_await keepPlace();
+}
+
+}

@@ -1,0 +1,234 @@
+// The reflowable reader's movement: page turns, the location slider, the location display and the place that is kept.
+
+#include "base/Log.hpp"
+#include "base/Numbers.hpp"
+#include "reflowable/EpubController.hpp"
+#include "reflowable/PageScripts.hpp"
+
+#include <cmath>
+
+namespace pagora {
+
+namespace {
+enum Tag : int { Previous = 0, Next = 1 };
+}
+
+void EpubController::changePage(int tag)
+{
+    _queue.enqueueAction([this, tag] { return turn(tag); });
+}
+
+void EpubController::changePage(float sliderValue, EventType currentEvent)
+{
+    _queue.enqueueAction([this, sliderValue, currentEvent] { return seek(sliderValue, currentEvent); });
+}
+
+void EpubController::scrollWheelBegan(double deltaX)
+{
+    if (deltaX != 0)
+        changePage(deltaX > 0 ? Previous : Next);
+}
+
+bool EpubController::lastChapterIsShown() const
+{
+    return _activeSplitIndex + 1 == _bookSplits.size();
+}
+
+std::optional<std::uint64_t> EpubController::nextSplit(Direction direction) const
+{
+    auto index = _activeSplitIndex;
+    do {
+        if (direction == Direction::Back && index == 0)
+            return std::nullopt;
+        index += static_cast<std::uint64_t>(direction);
+        if (index >= _bookSplits.size())
+            return std::nullopt;
+    } while (_missingSplits.contains(index));
+    return index;
+}
+
+Task<void> EpubController::turn(int tag)
+{
+    if (tag == Previous)
+        co_await turnBack();
+    else
+        co_await turnOn();
+}
+
+Task<void> EpubController::turnOn()
+{
+    const auto lost = _lostPages;
+    const std::int64_t X = co_await integer(scripts::pageXOffset);
+    const std::int64_t S = co_await integer(scripts::scrollWidth);
+    if (lost != _lostPages)
+        co_return;
+    const auto page = geometry();
+    if (lastChapterIsShown() && X + page.W >= S)
+        co_return;
+    userMoves();
+    _state.openAtChapterEnd = false;
+    const auto N = truncated(X + page.W);
+    if (N < S) {
+        co_await adoptOffset(N, S);
+    } else if (const auto next = nextSplit(Direction::On)) {
+        _readAmount = 0;
+        _lastAnchor = std::nullopt;
+        loadSplit(*next);
+    } else
+        log("End of content");
+}
+
+Task<void> EpubController::turnBack()
+{
+    const auto lost = _lostPages;
+    const std::int64_t X = co_await integer(scripts::pageXOffset);
+    const std::int64_t S = co_await integer(scripts::scrollWidth);
+    if (lost != _lostPages)
+        co_return;
+    const auto page = geometry();
+    if (_activeSplitIndex == 0 && X == 0)
+        co_return;
+    userMoves();
+    _state.openAtChapterEnd = false;
+    if (X != 0) {
+        co_await adoptOffset(page.adjustOffset(truncated(X - page.W)), S);
+    } else if (const auto previous = nextSplit(Direction::Back)) {
+        _state.openAtChapterEnd = true;
+        _lastAnchor = std::nullopt;
+        loadSplit(*previous);
+    } else
+        log("Start of content");
+}
+
+// Scrolls there and takes the position over.
+Task<void> EpubController::adoptOffset(std::int64_t offset, std::int64_t S)
+{
+    const auto page = geometry();
+    co_await run(scripts::scrollTo(offset));
+    _capacity = page.capacityAt(offset);
+    _readAmount = page.readAmount(_capacity, S, page.pageArea());
+    co_await updateLocationWithOffset(offset);
+}
+
+void EpubController::goToFirstPage()
+{
+    _queue.enqueueAction([this]() -> Task<void> {
+        userMoves();
+        _state.openAtChapterEnd = false;
+        const std::int64_t S = co_await integer(scripts::scrollWidth);
+        co_await adoptOffset(0, S);
+    });
+}
+
+void EpubController::goToLastPage()
+{
+    _queue.enqueueAction([this]() -> Task<void> {
+        userMoves();
+        const std::int64_t S = co_await integer(scripts::scrollWidth);
+        const auto page = geometry();
+        co_await run(scripts::scrollToEnd);
+        const auto offset = truncated(S - page.W);
+        _capacity = page.capacityAt(offset);
+        _readAmount = page.readAmount(_capacity, S, page.pageArea());
+        co_await updateLocationWithOffset(offset);
+    });
+}
+
+Task<void> EpubController::seek(float value, EventType event)
+{
+    if (value == _state.lastSliderValue)
+        co_return;
+    userMoves();
+    _state.openAtChapterEnd = false;
+    _dragging = event == EventType::LeftMouseDown || event == EventType::LeftMouseDragged;
+    if (_location.slider().maxValue() > value) {
+        _state.pendingChapterFraction = value - std::trunc(value);
+        const auto target = clampedUnsigned(value);
+        if (target != _activeSplitIndex) {
+            activateSplit(target);
+            _lastAnchor = std::nullopt;
+            loadSplit(target);
+        } else
+            co_await scrollToAmount();
+        _state.lastSliderValue = value;
+    } else {
+        co_await run(scripts::scrollToEnd);
+        _location.setPercentage(100);
+    }
+}
+
+Task<void> EpubController::scrollToAmount()
+{
+    const float f = _state.pendingChapterFraction;
+    if (f == 0)
+        co_return;
+    const auto page = geometry();
+    const auto B = page.seekDivisor();
+    const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
+    if (B != 0) {
+        const double V = B * (S / page.W);
+        _capacity = wrapped(f * V);
+        _readAmount = page.readAmount(_capacity, S, B);
+        const auto index = PageGeometry::pageIndex(_capacity, B);
+        co_await run(scripts::scrollTo(page.offset32OfPage(index)));
+        showPercentage(_location.slider().floatValue() / _location.slider().maxValue());
+    }
+    _state.pendingChapterFraction = 0;
+}
+
+void EpubController::showPercentage(double fractionOfBook)
+{
+    _location.setPercentage(truncated32(fractionOfBook * 100));
+}
+
+Task<void> EpubController::updateLocationWithOffset(std::int64_t offset)
+{
+    const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
+    float p = static_cast<float>(_activeSplitIndex) + static_cast<float>(offset) / static_cast<float>(S);
+    // A scroll width that reads as 0 leaves the display unchanged.
+    if (!std::isfinite(p))
+        co_return;
+    auto& slider = _location.slider();
+    if (lastChapterIsShown()) {
+        const std::int64_t w = co_await integer(scripts::innerWidth);
+        if (w + offset >= S)
+            p = static_cast<float>(slider.maxValue());
+    }
+    slider.setFloatValue(p);
+    showPercentage(p / slider.maxValue());
+}
+
+Task<void> EpubController::keepPlace()
+{
+    if (!_placeToKeep)
+        co_return;
+    const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
+    const std::int64_t X = co_await integer(scripts::pageXOffset);
+    const auto page = geometry();
+    if (!_placeToKeep || S <= 0 || page.W <= 0 || _numberOfColumns < 1)
+        co_return;
+    const auto offset = page.offsetAround(*_placeToKeep, S);
+    if (offset != X)
+        co_await run(scripts::scrollTo(offset));
+}
+
+Task<void> EpubController::notePlace()
+{
+    // While a chapter is awaited, the page is not the one that the position belongs to.
+    if (!_pageIsShown || _queue.actionsAreHeld())
+        co_return;
+    const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
+    const std::int64_t X = co_await integer(scripts::pageXOffset);
+    const auto W = _window.webView().frame().width;
+    if (S <= 0 || W <= 0 || _bookSplits.empty() || _queue.actionsAreHeld())
+        co_return;
+    // Pictures that are still awaited will lengthen the chapter: its first page is its start then, not a fraction of
+    // it.
+    const bool atStart = X == 0 && !_frameIsLoaded;
+    _lastPlace = atStart ? 0 : (X + W / 2) / S;
+    const auto count = static_cast<std::int64_t>(std::ceil(S / W));
+    const auto page = static_cast<std::int64_t>(std::lround(X / W)) + 1;
+    _window.setPageOfChapter(std::min(page, count), count);
+}
+
+}

@@ -1,0 +1,80 @@
+#include "reflowable/EpubWindowController.hpp"
+
+#include "base/Log.hpp"
+
+namespace pagora {
+
+EpubWindowController::EpubWindowController(
+    std::unique_ptr<EpubWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub)
+    : _window(std::move(layout))
+    , _mainController(hub)
+    , _controller(std::make_unique<EpubController>(*_window, hub, state, runLoop))
+{
+    connect();
+}
+
+EpubWindowController::~EpubWindowController() = default;
+
+void EpubWindowController::connect()
+{
+    // A window that is leaving full screen to close has no reader any more.
+    const auto withReader = [this](auto action) {
+        return [this, action](auto... arguments) {
+            if (_controller)
+                action(*_controller, arguments...);
+        };
+    };
+    ReaderWindowActions actions;
+    actions.closeEPUB = withReader([this](EpubController&) { closeEPUB(); });
+    actions.toggleFullScreen = [this] { toggleFullScreen(); };
+    actions.windowDidEnterFullScreen = [this] { windowDidEnterFullScreen(); };
+    actions.windowDidExitFullScreen = [this] { windowDidExitFullScreen(); };
+    actions.toggleLeftView = withReader([](EpubController& reader) { reader.toggleLeftView(); });
+    actions.changePage = withReader([](EpubController& reader, int tag) { reader.changePage(tag); });
+    actions.goToFirstPage = withReader([](EpubController& reader) { reader.goToFirstPage(); });
+    actions.goToLastPage = withReader([](EpubController& reader) { reader.goToLastPage(); });
+    actions.scrollWheelBegan
+        = withReader([](EpubController& reader, double deltaX) { reader.scrollWheelBegan(deltaX); });
+    actions.displayOptions = withReader([](EpubController& reader) { reader.displayOptions(); });
+    actions.changeWidth = withReader([](EpubController& reader) { reader.changeWidth(); });
+    actions.searchContent
+        = withReader([](EpubController& reader, const std::string& text) { reader.searchContent(text); });
+    _window->setActions(std::move(actions));
+}
+
+void EpubWindowController::closeEPUB()
+{
+    log("close epub!");
+    _mainController._closeEPUB();
+}
+
+void EpubWindowController::hideDisplayOptions()
+{
+    auto& panel = _window->displayOptions();
+    if (panel.isVisible())
+        panel.orderOut();
+}
+
+void EpubWindowController::windowDidEnterFullScreen()
+{
+    if (!_mainController.mainWindow().isKeyWindow())
+        _mainController.setFullScreenMode(true);
+}
+
+void EpubWindowController::windowDidExitFullScreen()
+{
+    if (!_mainController.mainWindow().isKeyWindow() && window().isKeyWindow()) {
+        _mainController.setFullScreenMode(false);
+        if (_mainController.inCloseEpubMethod()) {
+            log("reset to mainWindow");
+            auto& library = _mainController.mainWindow();
+            library.setFrame(window().frame());
+            library.makeKeyAndOrderFront();
+            window().orderOut();
+            _mainController.setInCloseEpubMethod(false);
+        }
+    }
+    _mainController.windowDidExitFullScreen();
+}
+
+}

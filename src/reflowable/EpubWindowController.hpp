@@ -1,0 +1,42 @@
+#pragma once
+
+#include "reader/EpubWindow.hpp"
+#include "reader/ReaderHub.hpp"
+#include "reflowable/EpubController.hpp"
+
+#include <memory>
+
+namespace pagora {
+
+// A reflowable reader's window and the controller that it owns. The hub makes one for each book that is opened and
+// drops it at closing. Main thread.
+class EpubWindowController {
+public:
+    EpubWindowController(std::unique_ptr<EpubWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub);
+    ~EpubWindowController();
+
+    Window& window() { return _window->window(); }
+    WebView& webView() { return _window->webView(); }
+    void setBook(const std::string& title, const std::string& author) { _window->setBook(title, author); }
+    // Shows that the page is on its way, until it is there or cannot be had.
+    void setLoading() { _window->setLoading(true); }
+    // Null once the reading has ended.
+    EpubController* _epubController() { return _controller.get(); }
+    void set_epubController(std::unique_ptr<EpubController> controller) { _controller = std::move(controller); }
+
+    void closeEPUB();
+    // Puts the panel with the display options away.
+    void hideDisplayOptions();
+    void toggleFullScreen() { window().toggleFullScreen(); }
+    void windowDidEnterFullScreen();
+    void windowDidExitFullScreen();
+
+private:
+    void connect();
+
+    std::unique_ptr<EpubWindow> _window;
+    ReaderHub& _mainController;
+    std::unique_ptr<EpubController> _controller;
+};
+
+}

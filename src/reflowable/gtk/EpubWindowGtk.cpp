@@ -1,0 +1,107 @@
+#include "reflowable/gtk/EpubWindowGtk.hpp"
+
+#include "base/Translation.hpp"
+#include "desktop/gtk/AccessibleNames.hpp"
+
+#include <algorithm>
+#include <pangomm/fontfamily.h>
+#include <utility>
+
+namespace pagora {
+
+namespace {
+// How far a key moves the text size.
+constexpr double textSizeStep = 0.1;
+}
+
+EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout layout)
+    : ReaderWindowRole(toplevel, std::move(layout), std::move(page))
+    , _fontSizeSlider(_parts.widget<Gtk::Scale>("fontSizeSlider"), SliderControl::Continuous::Yes)
+    , _colorControl(_parts.widget<Gtk::Widget>("colorControl"), 1)
+    , _fontMenu(_parts.widget<Gtk::DropDown>("fontMenu"), PopUpControl::TitlesAreFonts::Yes)
+    , _searchField(_parts.widget<Gtk::Widget>("searchField"))
+    , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
+{
+    _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
+    auto& panel = _parts.widget<Gtk::Popover>("displayOptions");
+    leaveUnnamed(panel);
+    correctAccessibleNames(panel);
+    setAccessibleName(panel, _("Display options"));
+    _parts.watchKeys(panel);
+    _searchField.setActions([this] { _parts.send(&ReaderWindowActions::searchContent, _searchField.stringValue()); },
+        [this] { _parts.focusPage(); });
+    _connections = {
+        _parts.widget<Gtk::Button>("displayOptionsButton").signal_clicked().connect([this] {
+            _parts.send(&ReaderWindowActions::displayOptions);
+        }),
+        _parts.widget<Gtk::Button>("columnsButton").signal_clicked().connect([this] {
+            _parts.send(&ReaderWindowActions::changeWidth);
+        }),
+        panel.signal_closed().connect([this] { _parts.focusPage(); }),
+        // The title bar moves when full screen begins or ends. A panel that stayed open would keep the keys unseen.
+        _parts.widget<Gtk::Button>("displayOptionsButton").signal_unmap().connect([&panel] { panel.popdown(); }),
+    };
+}
+
+EpubWindowGtk::~EpubWindowGtk()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+}
+
+std::vector<std::string> EpubWindowGtk::availableFontFamilies() const
+{
+    // Each after what it is sorted by.
+    std::vector<std::pair<std::string, std::string>> families;
+    for (const auto& family : _parts.widget<Gtk::Widget>("stage").get_pango_context()->list_families()) {
+        const auto name = family->get_name();
+        families.emplace_back(name.casefold_collate_key(), name);
+    }
+    // The map of fonts has no order of its own.
+    std::sort(families.begin(), families.end());
+    std::vector<std::string> names;
+    names.reserve(families.size());
+    for (auto& [key, name] : families)
+        names.push_back(std::move(name));
+    return names;
+}
+
+void EpubWindowGtk::setColumnCount(std::int32_t columns)
+{
+    const char* const text = columns <= 1 ? _("One column") : columns == 2 ? _("Two columns") : _("Three columns");
+    _parts.widget<Gtk::Label>("columnsLabel").set_text(text);
+    gtk_accessible_update_property(
+        GTK_ACCESSIBLE(_parts.widget<Gtk::Button>("columnsButton").gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, text, -1);
+}
+
+bool EpubWindowGtk::perform(ReaderCommand command)
+{
+    switch (command) {
+    case ReaderCommand::Search:
+        // The field is in the contents pane.
+        if (_parts.mainSplitView.isSubviewHidden(0))
+            _parts.send(&ReaderWindowActions::toggleLeftView);
+        _parts.queue.post([this] { _searchField.makeFirstResponder(); });
+        return true;
+    case ReaderCommand::LargerText:
+    case ReaderCommand::SmallerText:
+    case ReaderCommand::DefaultText:
+        _parts.queue.post([this, command] { moveTextSize(command); });
+        return true;
+    default:
+        return false;
+    }
+}
+
+void EpubWindowGtk::moveTextSize(ReaderCommand command)
+{
+    const double now = _parts.widget<Gtk::Scale>("fontSizeSlider").get_value();
+    if (command == ReaderCommand::LargerText)
+        _fontSizeSlider.moveTo(now + textSizeStep);
+    else if (command == ReaderCommand::SmallerText)
+        _fontSizeSlider.moveTo(now - textSizeStep);
+    else
+        _fontSizeSlider.moveTo((_fontSizeSlider.minValue() + _fontSizeSlider.maxValue()) / 2);
+}
+
+}

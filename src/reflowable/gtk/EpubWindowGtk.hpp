@@ -1,0 +1,43 @@
+#pragma once
+
+#include "controls/gtk/PopUpControl.hpp"
+#include "controls/gtk/SegmentedSwitch.hpp"
+#include "reader/gtk/PopoverPanel.hpp"
+#include "reader/gtk/ReaderWindowGtk.hpp"
+#include "reflowable/gtk/SearchFieldControl.hpp"
+
+namespace pagora {
+
+// The window of the layout "EpubWindow": a reader window with display options and a search field. Main thread.
+class EpubWindowGtk : public ReaderWindowRole<EpubWindow> {
+public:
+    // The name of its layout.
+    static constexpr const char* layoutName = "EpubWindow";
+    EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout layout = ReaderLayout(layoutName));
+    ~EpubWindowGtk() override;
+
+    Slider& fontSizeSlider() override { return _fontSizeSlider; }
+    SegmentedControl& colorControl() override { return _colorControl; }
+    PopUpButton& fontMenu() override { return _fontMenu; }
+    TextField& searchField() override { return _searchField; }
+    void setPageOfChapter(std::int64_t page, std::int64_t count) override
+    {
+        _parts.surroundings.setPageOfChapter(page, count);
+    }
+    void setColumnCount(std::int32_t columns) override;
+    Window& displayOptions() override { return _displayOptions; }
+    std::vector<std::string> availableFontFamilies() const override;
+
+private:
+    bool perform(ReaderCommand command);
+    void moveTextSize(ReaderCommand command);
+
+    SliderControl _fontSizeSlider;
+    SegmentedSwitch _colorControl;
+    PopUpControl _fontMenu;
+    SearchFieldControl _searchField;
+    PopoverPanel _displayOptions;
+    std::vector<sigc::connection> _connections;
+};
+
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "running/RunLoop.hpp"
+
+#include <condition_variable>
+#include <deque>
+#include <list>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace pagora {
+
+class Worker;
+
+// The run loop on GLib's default main context; the thread that makes it is the main thread. Dropping it, on the main
+// thread, finishes the background work, serves what that asks of the main thread, and drops all else.
+class GLibRunLoop : public RunLoop {
+public:
+    GLibRunLoop();
+    ~GLibRunLoop() override;
+
+    // Waits for the background work as dropping the loop does; nothing is posted or answered afterwards. For the end of
+    // the program, while what the work uses still lives.
+    void finishBackgroundWork();
+
+    [[nodiscard]] std::unique_ptr<Timer> performAfterDelay(double seconds, std::function<void()> work) override;
+    Reply<void> performInBackground(std::function<void()> work) override;
+    void performOnMainThread(const std::function<void()>& work) override;
+    void postToMainThread(std::function<void()> work) override;
+    bool isMainThread() const override;
+
+private:
+    // What waits for the main thread. A call has somebody who waits for it, so it is served to the end.
+    struct Item {
+        enum class Kind { Posted, Call, Finished } kind;
+        std::function<void()> work;
+    };
+    struct Job {
+        std::unique_ptr<Worker> worker;
+        std::optional<Reply<void>::Resolver> answer;
+    };
+
+    void push(Item item);
+    std::optional<Item> take();
+    void runQueue();
+    void finish(std::list<Job>::iterator job);
+
+    const std::thread::id _mainThread = std::this_thread::get_id();
+    std::list<Job> _jobs;
+    std::mutex _mutex;
+    std::condition_variable _pushed;
+    std::deque<Item> _queue;
+    bool _closing = false;
+    // Counts the wake-ups of the main thread. Other threads write to it and do not call GLib.
+    int _wakeUps;
+    unsigned _wakeUpSource;
+};
+
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "running/Task.hpp"
+
+#include <deque>
+#include <functional>
+
+namespace pagora {
+
+// Runs coroutines one after another, never interleaved. Reports go before actions, and actions wait while they are
+// held: a page that is being loaded is reported before the user's next action acts on it. Dropping the queue ends the
+// one that runs where it waits, and forgets the others. Main thread only.
+class SerialQueue {
+public:
+    using Work = std::function<Task<void>()>;
+
+    void enqueueReport(Work work);
+    void enqueueAction(Work work);
+
+    void holdActions();
+    void releaseActions();
+    bool actionsAreHeld() const { return _held; }
+
+    // Whether nothing runs or can run.
+    bool isIdle() const { return !_running; }
+
+    // Called each time the queue has run dry, before it goes idle.
+    void setWhenDry(Work whenDry) { _whenDry = std::move(whenDry); }
+
+private:
+    void start();
+    bool takeNext();
+    Task<void> drain();
+
+    std::deque<Work> _reports;
+    std::deque<Work> _actions;
+    Work _whenDry;
+    bool _held = false;
+    bool _running = false;
+    // The work that runs; it holds what its coroutine captured.
+    Work _current;
+    Task<void> _drain;
+};
+
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "store/DefaultsRows.hpp"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace SQLite {
+class Database;
+}
+
+namespace pagora {
+
+// Condition of the file at a path.
+enum class DefaultsCondition {
+    Good,
+    // The file does not exist.
+    Missing,
+    Damaged,
+    // Written by a later version of the program.
+    Newer,
+    // The file cannot be opened or created, or another process has it locked.
+    Unusable,
+};
+
+// One SQLite file of stored values. Every change is one transaction and is on the disk when the call returns. Not
+// thread safe.
+class DefaultsFile {
+public:
+    // How changes are written: to a write-ahead log, which takes one flush and does not disturb readers, or in place,
+    // so that the file is complete without a log.
+    enum class Journal { Log, InPlace };
+
+    // How long a change waits for other processes.
+    static constexpr int busyMilliseconds = 3000;
+
+    // Opens the file when its condition is Good; otherwise null.
+    static std::unique_ptr<DefaultsFile> open(const std::string& path, Journal journal, DefaultsCondition& condition);
+    // The same, read-only: nothing is written, not even beside the file. Works while another process writes.
+    static std::unique_ptr<DefaultsFile> openToRead(const std::string& path, DefaultsCondition& condition);
+    // Creates an empty file; null on failure.
+    static std::unique_ptr<DefaultsFile> make(const std::string& path, Journal journal);
+    // For the three above.
+    DefaultsFile(std::unique_ptr<SQLite::Database> database, bool readOnly);
+    ~DefaultsFile();
+
+    struct RowReader {
+        std::function<void(const StoreState& state)> state;
+        std::function<bool(ValueRow row)> value;
+        // The row with an empty payload, and its payload, valid during the call.
+        std::function<bool(const ElementRow& row, std::string_view payload)> element;
+        std::function<void(std::int64_t id)> leftData;
+    };
+    // Passes every row except data rows to `reader`, elements in no order. Returns another condition than Good when a
+    // row is malformed or `reader` refuses it.
+    DefaultsCondition read(const RowReader& reader);
+    // Missing when the data cannot be reached.
+    std::optional<std::int64_t> largestDataId();
+    // Missing when there is no such row or its bytes are damaged.
+    std::optional<std::string> readData(std::int64_t id);
+
+    enum class Outcome {
+        Done,
+        // The file is not in the state that the changes were made from.
+        OtherState,
+        // The file's content is not what was written to it.
+        Damaged,
+        Failed,
+    };
+    // `error` receives the system's description of a failure.
+    Outcome apply(const RowChanges& changes, std::string& error);
+
+    // The state of the file; missing when it cannot be read.
+    std::optional<StoreState> state();
+    // Copies the whole file; replaces a file at that path once the copy is on the disk.
+    bool copyTo(const std::string& path);
+    // Writes the log's content to the file as far as no reader prevents it.
+    void emptyLog();
+
+    bool isReadOnly() const { return _readOnly; }
+    // Number of rows written or removed since the file was opened.
+    int rowsChanged() const;
+
+private:
+    DefaultsCondition check();
+    std::optional<StoreState> readState();
+    void writeState(const StoreState& state);
+    void writeRows(const RowChanges& changes);
+
+    std::unique_ptr<SQLite::Database> _database;
+    bool _readOnly;
+};
+
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "base/Value.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace pagora {
+
+class DefaultsFile;
+
+// Reads large data from the store, or from its backup where the store's bytes are damaged. Has its own connection,
+// opened at the first read. Lives as long as data may be read. Thread safe.
+class StoredDataSource {
+public:
+    StoredDataSource(std::string path, std::string backupPath);
+    ~StoredDataSource();
+
+    std::optional<std::string> read(std::int64_t id);
+    // The store's file was replaced.
+    void reopen();
+
+private:
+    const std::string _path;
+    const std::string _backupPath;
+    std::mutex _mutex;
+    std::unique_ptr<DefaultsFile> _file;
+};
+
+// One row of large data, or of an encoded container; lives as long as a value in memory may read it.
+struct StoredDataRow : Value::Source {
+    StoredDataRow(std::shared_ptr<StoredDataSource> source, std::int64_t id);
+    std::optional<Value> read() const override;
+
+    const std::shared_ptr<StoredDataSource> source;
+    const std::int64_t id;
+};
+
+// The reader of such data.
+struct StoredDataReader {
+    std::shared_ptr<const StoredDataRow> row;
+    std::optional<std::string> operator()() const { return row->source->read(row->id); }
+};
+
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "store/DefaultsRows.hpp"
+#include "store/StoredData.hpp"
+#include "store/ValueCoding.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <unordered_map>
+
+namespace pagora {
+
+// Parts of elements that have rows of their own, so that other changes do not rewrite them and they can be released
+// from memory: large data, and nested arrays and dictionaries without large data. Counts the uses of each row. Not
+// thread safe.
+class StoredParts {
+public:
+    // Data and encoded containers of more bytes than this get a row of their own.
+    static constexpr std::size_t largestInlinePart = 512;
+
+    explicit StoredParts(std::shared_ptr<StoredDataSource> source);
+
+    // Changes that one flush makes to the parts, besides the rows that it writes and removes.
+    struct Plan {
+        // Change in the number of uses of each row.
+        std::unordered_map<std::int64_t, int> uses;
+        // Ids of the parts that get a row, by identity. A container is kept as long as the plan.
+        std::unordered_map<const void*, std::int64_t> ids;
+        std::unordered_map<std::int64_t, Value> containers;
+    };
+
+    // Finds the parts of stored elements and counts each as one use.
+    FindParts finder();
+    // Unused rows of a file, and the largest row id in it.
+    void addLeft(std::int64_t id);
+    void setLargestId(std::int64_t id) { _nextId = id + 1; }
+
+    // Encodes an element that is to be written. Parts without a row get one.
+    std::string encode(const Value& element, Plan& plan, RowChanges& rows);
+    // Adds `step` to the number of uses of each part of an element.
+    void countUses(const Value& element, int step, Plan& plan) const;
+    // Rows that become used, become unused or can be removed, once all uses are counted.
+    void planRows(const Plan& plan, RowChanges& rows) const;
+    // Updates the counts after the plan was written. Large data is released from memory.
+    void commit(const Plan& plan, const RowChanges& rows);
+
+private:
+    struct Row {
+        int uses = 0;
+        // The object in memory that may read the row.
+        std::weak_ptr<const StoredDataRow> inMemory;
+        // Identity of the container in memory that was written to this row; it lives as long as it has uses.
+        const void* container = nullptr;
+    };
+
+    std::shared_ptr<const StoredDataRow> use(std::int64_t id);
+    bool isRow(const StoredDataRow& row) const;
+    std::optional<std::int64_t> placeOf(const Data& data, const Plan& plan) const;
+    std::optional<std::int64_t> placeOf(const Value& container, const Plan& plan) const;
+    std::optional<std::int64_t> place(const Data& data, Plan& plan, RowChanges& rows);
+    std::optional<std::int64_t> place(const Value& container, Plan& plan, RowChanges& rows);
+
+    std::shared_ptr<StoredDataSource> _source;
+    std::unordered_map<std::int64_t, Row> _rows;
+    // Containers written in this run, by identity.
+    std::unordered_map<const void*, std::int64_t> _containers;
+    // Unused rows.
+    std::set<std::int64_t> _left;
+    std::int64_t _nextId = 1;
+};
+
+}

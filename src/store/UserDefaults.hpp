@@ -1,0 +1,80 @@
+#pragma once
+
+#include "base/Value.hpp"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+class DefaultsStore;
+
+// The program's stored values by key: property lists of any shape. Reads and writes act on memory; a flush writes the
+// changes since the last flush to the disk in one transaction. Arrays are stored element by element, and a flush writes
+// only elements that are not copies of stored ones.
+//
+// Invariants of what is on disk:
+// 1. The file has the complete state of one flush. After a kill, a full disk or a power cut it is the last one that
+//    succeeded.
+// 2. The backup, updated in the background, has the complete state of that flush or an earlier one.
+// 3. A damaged file is never deleted. It is renamed, and the backup replaces it.
+//
+// Any thread.
+class UserDefaults {
+public:
+    // Opens or creates the store in `folder`. When nothing can be stored there, values stay in memory and each flush
+    // tries again. `problem`, when given, receives one line when a store was set aside or cannot be written.
+    explicit UserDefaults(const std::string& folder, std::string* problem = nullptr);
+    ~UserDefaults();
+
+    std::optional<Value> objectForKey(const std::string& key) const;
+    void setObject(const std::string& key, Value value);
+    void removeObject(const std::string& key);
+    // Every key, sorted.
+    std::vector<std::string> allKeys() const;
+
+    // The value under the key, converted to the requested kind; see Numbers.hpp.
+    std::optional<std::string> stringForKey(const std::string& key) const;
+    double realForKey(const std::string& key) const;
+    std::int64_t integerForKey(const std::string& key) const;
+    bool boolForKey(const std::string& key) const;
+    bool hasKey(const std::string& key) const { return objectForKey(key).has_value(); }
+
+    // Writes the changes to the disk. Returns false on failure; the changes then wait for the next flush.
+    bool synchronize();
+
+    // Called on the thread that made the first change since the last flush.
+    void setWhenChanged(std::function<void()> whenChanged);
+
+    // Called with one line, on the flushing thread, when flushes begin to fail and when a damaged store is set aside.
+    // The line is also logged.
+    void setWhenInTrouble(std::function<void(const std::string& problem)> whenInTrouble);
+
+    // Blocks until the backup has the state of the last flush, or updating it has failed.
+    void waitForBackup();
+
+private:
+    // One pending change: the value to store, or none to remove the key.
+    using Changes = std::map<std::string, std::optional<Value>>;
+
+    void change(const std::string& key, std::optional<Value> value);
+    void tell(const std::string& problem, bool isFailure);
+
+    mutable std::mutex _mutex;
+    std::map<std::string, Value> _values;
+    Changes _changes;
+    std::function<void()> _whenChanged;
+    std::function<void(const std::string&)> _whenInTrouble;
+    // The failure of flushes has been reported.
+    bool _failing = false;
+    // Serialises flushes, so that they are written in order.
+    std::mutex _flushing;
+    std::unique_ptr<DefaultsStore> _store;
+};
+
+}

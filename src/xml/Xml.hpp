@@ -1,0 +1,65 @@
+#pragma once
+
+#include "base/Bounds.hpp"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace pagora {
+
+struct XmlAttribute {
+    std::string name;
+    std::string value;
+};
+
+// An element's attributes in document order, with namespace declarations, by their qualified names.
+class XmlAttributes {
+public:
+    void add(std::string name, std::string value) { _attributes.push_back({ std::move(name), std::move(value) }); }
+    // The value under exactly this name; null when there is none.
+    const std::string* find(const std::string& name) const;
+    bool empty() const { return _attributes.empty(); }
+    auto begin() const { return _attributes.begin(); }
+    auto end() const { return _attributes.end(); }
+
+private:
+    std::vector<XmlAttribute> _attributes;
+};
+
+// What a document is made of, told in document order. Names are qualified names, as written. Character data comes in
+// pieces that end at line breaks and at element boundaries; entity and character references are replaced in them.
+// Sections marked as CDATA are told apart and not told as character data.
+class XmlDelegate {
+public:
+    virtual ~XmlDelegate() = default;
+    virtual void didStartElement(const std::string& name, const XmlAttributes& attributes) { }
+    virtual void didEndElement(const std::string& name) { }
+    virtual void foundCharacters(const std::string& text) { }
+    virtual void foundCDATA(const std::string& text) { }
+    virtual void didEndDocument() { }
+    // Whether the document holds more than the delegate takes: it ends there, as one past a bound. Asked after each
+    // report.
+    virtual bool isFull() const { return false; }
+    // The document is not well-formed, breaks a bound or cannot be read. Nothing is told after it.
+    virtual void parseErrorOccurred(const std::string& description) { }
+};
+
+enum class XmlOutcome {
+    // Well-formed to its end.
+    Whole,
+    // It is not, or it cannot be read.
+    NotWellFormed,
+    PastBounds,
+};
+
+// Reads the file at `path` and tells `delegate` of it, on the calling thread. Nothing but the file itself is read: no
+// network, no external entity, no external DTD; the expansion of entities is bounded.
+XmlOutcome parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits = {});
+
+// The same for a document that is in memory.
+XmlOutcome parseXmlBytes(std::string_view bytes, XmlDelegate& delegate, const XmlLimits& limits = {});
+
+}

@@ -1,0 +1,133 @@
+#include "store/ValueCoding.hpp"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+using namespace pagora;
+
+namespace {
+
+Value everyKind()
+{
+    return Value::Dictionary {
+        { "text", std::string("with \0 inside", 13) },
+        { "least", std::numeric_limits<std::int64_t>::min() },
+        { "greatest", std::numeric_limits<std::int64_t>::max() },
+        { "real", 0.1 },
+        { "flags", Value::Array { true, false } },
+        { "date", Date { -1.5 } },
+        { "data", Data(std::string(300, 'x')) },
+        { "empty", Value::Dictionary {} },
+    };
+}
+
+Value nested(int depth)
+{
+    Value value(Value::Array {});
+    for (int i = 0; i < depth; ++i)
+        value = Value::Array { value };
+    return value;
+}
+
+}
+
+TEST(ValueCoding, EveryKindComesBack)
+{
+    EXPECT_EQ(decodeValue(encodeValue(everyKind())), everyKind());
+}
+
+TEST(ValueCoding, EveryShorteningIsMalformed)
+{
+    const std::string bytes = encodeValue(everyKind());
+    for (std::size_t length = 0; length < bytes.size(); ++length)
+        EXPECT_EQ(decodeValue(bytes.substr(0, length)), std::nullopt) << length;
+}
+
+TEST(ValueCoding, MoreThanOneValueIsMalformed)
+{
+    EXPECT_EQ(decodeValue(encodeValue(Value(1)) + '\0'), std::nullopt);
+}
+
+TEST(ValueCoding, AnotherVersionIsMalformed)
+{
+    std::string bytes = encodeValue(Value(1));
+    bytes[0] = 2;
+    EXPECT_EQ(decodeValue(bytes), std::nullopt);
+}
+
+TEST(ValueCoding, AFalseCountIsMalformed)
+{
+    // An array that claims 2^63 elements.
+    EXPECT_EQ(decodeValue("\x01\x09\x80\x80\x80\x80\x80\x80\x80\x80\x80\x01"), std::nullopt);
+}
+
+TEST(ValueCoding, NestingPastTheBoundIsMalformed)
+{
+    std::string bytes("\x01", 1);
+    for (int i = 0; i < 100'000; ++i)
+        bytes += std::string("\x09\x01", 2);
+    EXPECT_EQ(decodeValue(bytes), std::nullopt);
+}
+
+TEST(ValueCoding, NestingPastTheBoundIsStoredEmpty)
+{
+    const auto value = decodeValue(encodeValue(nested(1000)));
+    EXPECT_EQ(value, nested(maxValueDepth));
+}
+
+TEST(ValueCoding, PlacedDataAreFoundByTheirPlace)
+{
+    const Value value(Value::Array { Data("large"), Data("s") });
+    const std::string bytes = encodeValue(value,
+        { [](const Data& data) { return data.size() > 1 ? std::optional<std::int64_t>(-7) : std::nullopt; }, {} });
+    EXPECT_EQ(bytes.find("large"), std::string::npos);
+    const auto decoded = decodeValue(bytes,
+        { [](std::int64_t place, std::size_t size) {
+             return place == -7 && size == 5 ? std::optional(Data("large")) : std::nullopt;
+         },
+            {} });
+    EXPECT_EQ(decoded, value);
+}
+
+TEST(ValueCoding, PlacedDataWithoutPlacesAreMalformed)
+{
+    const std::string bytes
+        = encodeValue(Data("a"), { [](const Data&) { return std::optional<std::int64_t>(1); }, {} });
+    EXPECT_EQ(decodeValue(bytes), std::nullopt);
+}
+
+TEST(ValueCoding, PlacedContainersAreFoundByTheirPlaceAndKind)
+{
+    const Value list(Value::Array { 1, 2 });
+    const Value value(Value::Dictionary { { "files", list }, { "title", "Sea" } });
+    const std::string bytes
+        = encodeValue(value, { {}, [&](const Value& container) -> std::optional<std::int64_t> {
+                                  return container.isSameAs(list) ? std::optional<std::int64_t>(12) : std::nullopt;
+                              } });
+    std::vector<Value::Container> kinds;
+    const auto decoded = decodeValue(bytes, { {}, [&](std::int64_t place, Value::Container kind) {
+                                                 kinds.push_back(kind);
+                                                 return place == 12 ? std::optional(list) : std::nullopt;
+                                             } });
+    EXPECT_EQ(decoded, value);
+    EXPECT_EQ(kinds, std::vector { Value::Container::Array });
+    EXPECT_EQ(decodeValue(bytes), std::nullopt);
+}
+
+TEST(ValueCoding, TheChecksumSeesEveryFlippedBitAndTheSeed)
+{
+    std::string bytes = "nineteen characters";
+    const auto sum = checksum(bytes, 1);
+    EXPECT_NE(checksum(bytes, 2), sum);
+    for (std::size_t bit = 0; bit < 8 * bytes.size(); ++bit) {
+        bytes[bit / 8] ^= static_cast<char>(1 << bit % 8);
+        EXPECT_NE(checksum(bytes, 1), sum);
+        bytes[bit / 8] ^= static_cast<char>(1 << bit % 8);
+    }
+}
+
+TEST(ValueCoding, SumOfNoBytesNeedsNoAddress)
+{
+    EXPECT_EQ(checksum(std::string_view(), 7), checksum(std::string_view("", 0), 7));
+    EXPECT_NE(checksum(std::string_view(), 7), checksum(std::string_view(), 8));
+}

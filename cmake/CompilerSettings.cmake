@@ -43,7 +43,7 @@ if(PAGORA_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
 endif()
 
-# What is handed out is hardened: scripts/check-hardening says how. Fortified functions need the optimizer, and sanitizers
+# What is handed out is hardened: packaging/check-hardening says how. Fortified functions need the optimizer, and sanitizers
 # have checks of their own.
 if(NOT PAGORA_SANITIZE)
   set(released "$<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>>")

@@ -53,7 +53,7 @@ Books are hostile until proven otherwise: they cannot read your files, keep
 anything about you, or run the reader.")
 
 set(documents "${CMAKE_INSTALL_DATADIR}/doc/pagora")
-set(make_changelog "${PROJECT_SOURCE_DIR}/scripts/make-debian-changelog")
+set(make_changelog "${PROJECT_SOURCE_DIR}/packaging/make-debian-changelog")
 set(changelog "${CMAKE_CURRENT_BINARY_DIR}/changelog")
 add_custom_command(
   OUTPUT "${changelog}"

@@ -2,7 +2,7 @@
 # Assistive technology finds no control without a name, in any window of the program.
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 # look WINDOW [LINE]: every control that can be seen from here has a name, and the line is among what assistive technology
 # sees here.
@@ -99,7 +99,7 @@ key ctrl+q
 within 20 ended
 program=
 
-"$tests/make-slow-books" "$HOME/books/01 "*.epub "$HOME/Documents/ePubLibrary" 12
+"$here/make-slow-books" "$HOME/books/01 "*.epub "$HOME/Documents/ePubLibrary/slow "{0..11}.epub
 start
 within 60 window_is "Preparing the Library"
 look_now progress "frame | Preparing the Library"

@@ -3,7 +3,7 @@
 # keyboard, of each page that is turned, of the location, of a missing page and of an alert.
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 told=$pictures/told.txt
 rm -f "$told"
@@ -26,8 +26,7 @@ within 20 window_is "Books Not Added"
 key Escape
 within 20 window_is Pagora
 
-mkdir "$HOME/new"
-"$tests/make-slow-books" "$HOME/books/01 "*.epub "$HOME/new" 3
+"$here/make-slow-books" "$HOME/books/01 "*.epub "$HOME/new/slow "{0,1,2}.epub
 "$programs/pagora" "$HOME/new/"*.epub
 hears "name | status bar | [0-9]* of 3"
 within 120 catalogue "len(books) == 5"

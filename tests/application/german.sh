@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Where German is asked for, the program speaks it; what it stores stays the same.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 export LANGUAGE=de
 "$here/make-sample-books" "$HOME/books" >/dev/null

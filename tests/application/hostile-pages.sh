@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Books whose pages attack are opened; a key closes each, and another ends the program, with nothing of it left.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 # One of each kind; with "all" after the folder of pictures, every one there is.
 attacks=("addresses" "alerts" "blobs" "filter" "focus" "loop at the end" "programs" "slow frames" "table" "workers")

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Keys turn pages, open panels and close, and text is typed, with each input method: IBus, and one with dead keys.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 has_ibus() { ibus list-engine && ibus engine xkb:us::eng; }
 search_is() { key ctrl+a ctrl+c && [ "$(clipboard)" = "$1" ]; }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # From the launch to a chapter that is read and back, by the keyboard alone.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 start_with 01 02
 settle

@@ -2,25 +2,13 @@
 # Books are dropped on the library with a real pointer, selected, and removed to the Trash; an import of ten is stopped at
 # its third book.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-files.sh"
 
 library=$HOME/Documents/ePubLibrary
 trash=$HOME/.local/share/Trash
 books=$HOME/books
 
-# A book whose cover takes a while to draw: slow_book FILE
-slow_book() {
-    python3 - "$books/08 "*.epub "$1" <<'END'
-import sys, zipfile
-turbulence = "".join(f'<feTurbulence baseFrequency="0.{i}3" numOctaves="60" seed="{i}"/>' for i in range(1, 9))
-cover = f"""<svg xmlns="http://www.w3.org/2000/svg" width="600" height="880"><filter id="f" x="0" y="0" width="1"
-height="1">{turbulence}</filter><rect width="600" height="880" filter="url(#f)"/></svg>"""
-with zipfile.ZipFile(sys.argv[1]) as old, zipfile.ZipFile(sys.argv[2], "w") as new:
-    for name in old.namelist():
-        new.writestr(name, cover if name.endswith("cover.svg") else old.read(name))
-END
-}
 copies_are() { [ "$(ls "$library" | wc -l)" = "$1" ]; }
 is_in_trash() { [ -f "$trash/files/$1" ] && grep -q '^Path=.*ePubLibrary' "$trash/info/$1.trashinfo"; }
 
@@ -71,7 +59,7 @@ mkdir "$HOME/ten"
 for number in 01 02 04 05 06 07 08 09 10; do
     cp "$books/06 Marginalia.epub" "$HOME/ten/Ten $number.epub"
 done
-slow_book "$HOME/ten/Ten 03.epub"
+"$here/make-slow-books" "$books/08 "*.epub "$HOME/ten/Ten 03.epub"
 offer_files "$HOME/ten/Ten "*.epub
 drop_files
 # The second is done, and nothing of the third is unpacked before its cover is drawn.

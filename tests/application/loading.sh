@@ -2,7 +2,7 @@
 # A book is left while its first page is still on its way, on a machine that is busy: the library is back long before the
 # page could have been shown. The page of a book that is not left appears.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 now() { date +%s%3N; }
 # A book whose first chapter has two megabytes: long_book FILE

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # In a language that is written from right to left the program lies and is worked with that way; pages turn as ever.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 mirror
 start_with 01 02

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The library and the readers share one window, which stays where the person has it.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 on_wayland() { [ -n "${WAYLAND_DISPLAY:-}" ]; }
 # is_at X Y WIDTH HEIGHT: the active window is there.

@@ -2,7 +2,7 @@
 # Memory stays the same however many books are opened: PAGORA_BOOKS of them (50), which may take at most 10 MB more at the
 # end than after the first ten.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 count=${PAGORA_BOOKS:-50}
 settled=10

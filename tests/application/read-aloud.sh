@@ -2,7 +2,7 @@
 # Assistive technology finds the book, the chapter and the text of the page, also after the page is turned.
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 # told NAME TEXT: whether the page has that name, and text that begins so.
 told() { text "$1" | grep -q "^$2"; }

@@ -3,7 +3,7 @@
 # copied, the desktop turns dark and light again, and the windows are closed as the desktop closes them.
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 mkfifo "$HOME/schemes"
 /usr/bin/python3 "$tests/portal.py" <"$HOME/schemes" >"$HOME/portal" &

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # A second start is the same program: it hands its file to the first, which reads it without filing it in the library.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 library=$HOME/Documents/ePubLibrary
 "$here/make-sample-books" "$HOME/books" >/dev/null

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Presses beside the books select nothing, in the grid and in the list, so that the keys of the library act on no book.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-files.sh"
 
 start_with 01 02 03

@@ -2,7 +2,7 @@
 # The program is killed or told to end while a book is read: the library and every place that was saved are there at the
 # next start.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 start_with 0
 kill -9 "$program"

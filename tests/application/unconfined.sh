@@ -9,7 +9,7 @@ if [ -z "${PAGORA_FORBIDDEN:-}" ] && unshare --user true 2>/dev/null; then
         for kind in mnt pid net user; do echo 0 >"/proc/sys/user/max_${kind}_namespaces"; done
         exec setpriv --inh-caps=-all --ambient-caps=-all "$@"' unconfined "$0" "$@"
 fi
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 ! bwrap --ro-bind / / true 2>/dev/null || fail "namespaces are not forbidden"
 

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Checks that scripts/make-jquery refuses a package at hand that is not the pinned one.
+# Checks that resources/jquery/make-jquery refuses a package at hand that is not the pinned one.
 set -euo pipefail
-scripts=$(cd "$(dirname "$0")/../../scripts" && pwd)
+jquery=$(cd "$(dirname "$0")/../../resources/jquery" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
 mkdir "$scratch/packages"
 echo changed >"$scratch/packages/backbone-0.9.2.tgz"
-if PAGORA_NPM_PACKAGES=$scratch/packages "$scripts/make-jquery" "$scratch/made" 2>"$scratch/said"; then
+if PAGORA_NPM_PACKAGES=$scratch/packages "$jquery/make-jquery" "$scratch/made" 2>"$scratch/said"; then
     echo "make-jquery.sh: a package with another sum was taken" >&2
     exit 1
 fi

@@ -85,7 +85,7 @@ mirror() {
     local mirrored=$HOME/mirrored
     mkdir -p "$mirrored/translations/he/LC_MESSAGES"
     cp "$programs"/pagora "$programs"/pagora-* "$mirrored"
-    msgen "$here/../po/pagora.pot" | msgfmt -o "$mirrored/translations/he/LC_MESSAGES/pagora.mo" -
+    msgen "$here/../../po/pagora.pot" | msgfmt -o "$mirrored/translations/he/LC_MESSAGES/pagora.mo" -
     programs=$mirrored
     export LANGUAGE=he
 }

@@ -104,6 +104,26 @@ TEST_F(ReaderWindowTest, DisplayOptionsCloseWithTheTitleBar)
     EXPECT_FALSE(panel.get_visible());
 }
 
+TEST_F(ReaderWindowTest, DisplayOptionsFillTheirSurfaceWhereNothingIsComposited)
+{
+    makeEpubWindow();
+    epub->window().makeKeyAndOrderFront();
+    ASSERT_TRUE(waitUntil([&] { return widget<Gtk::Button>("displayOptionsButton").get_mapped(); }));
+    epub->displayOptions().makeKeyAndOrderFront();
+    auto& panel = widget<Gtk::Popover>("displayOptions");
+    const auto* contents = panel.get_first_child();
+    while (contents && contents->get_css_name() != "contents")
+        contents = contents->get_next_sibling();
+    ASSERT_TRUE(contents);
+    ASSERT_TRUE(waitUntil([&] { return contents->get_width() > 0; }));
+    graphene_rect_t bounds;
+    ASSERT_TRUE(gtk_widget_compute_bounds(const_cast<GtkWidget*>(contents->gobj()), GTK_WIDGET(panel.gobj()), &bounds));
+    const auto surface = static_cast<float>(panel.get_surface()->get_width());
+    constexpr float borders = 2;
+    EXPECT_EQ(bounds.size.width + borders >= surface, !panel.get_display()->is_composited())
+        << bounds.size.width << " of " << surface;
+}
+
 TEST_F(ReaderWindowTest, ActionsOfAWindowThatIsDroppedAreDropped)
 {
     makeEpubWindow();

@@ -1,6 +1,6 @@
 #include "contents/ContentsPane.hpp"
 #include "contents/gtk/TocViewGtk.hpp"
-#include "reader/gtk/ReaderStyle.hpp"
+#include "desktop/gtk/StyleSheet.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/gestureclick.h>
@@ -21,7 +21,7 @@ class TocViewTest : public ToolkitTest {
 protected:
     TocViewTest()
     {
-        loadReaderStyle();
+        addStyleSheet("reader.css");
         clip.add_css_class("contents-pane");
         clip.set_child(list);
         clip.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);

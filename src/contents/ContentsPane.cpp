@@ -18,8 +18,8 @@ ContentsPane::~ContentsPane()
 void ContentsPane::removeAllLinks()
 {
     _tocView.removeAllSubviews();
-    _activeLink = nullptr;
-    _hoveredLink = nullptr;
+    _shared.active = nullptr;
+    _shared.hovered = nullptr;
     _links.clear();
 }
 
@@ -41,20 +41,12 @@ void ContentsPane::loadTOC(const std::vector<ContentsEntry>& entries)
             continue;
         const double y = pane.height - tocLinkTextField::height * (tag + 1);
         const Rect frame { 0, y, pane.width, tocLinkTextField::height };
-        _links.push_back(std::make_unique<tocLinkTextField>(*this, tag, frame, *entry.text, entry.src, entry.level));
+        _links.push_back(std::make_unique<tocLinkTextField>(_shared, tag, frame, *entry.text, entry.src, entry.level));
         shown.push_back(_links.back().get());
     }
     _tocView.addSubviews(shown);
     _tocTagDict = std::move(tagOfKey);
     _tocView.scrollToPoint(0, pane.height);
-}
-
-void ContentsPane::deactivateActiveLink()
-{
-    if (auto* active = _activeLink) {
-        active->setIsActive(false);
-        active->setBackgroundColor(Color::clear());
-    }
 }
 
 void ContentsPane::updateTOClinkWithKey(const std::string& key, double splitViewHeight)
@@ -63,9 +55,9 @@ void ContentsPane::updateTOClinkWithKey(const std::string& key, double splitView
     if (found == _tocTagDict.end())
         return;
     const auto tag = found->second;
-    if (_activeLink && _activeLink->tag() == tag)
+    if (_shared.active && _shared.active->tag() == tag)
         return;
-    deactivateActiveLink();
+    _shared.deactivateActive();
     const auto link = std::lower_bound(_links.begin(), _links.end(), tag,
         [](const auto& candidate, std::int64_t wanted) { return candidate->tag() < wanted; });
     if (link == _links.end() || (*link)->tag() != tag)

@@ -30,7 +30,7 @@ public:
     // The view and the delegate must outlive the pane.
     ContentsPane(TocView& tocView, ContentsDelegate& delegate)
         : _tocView(tocView)
-        , _delegate(delegate)
+        , _shared { tocView, delegate }
     {
     }
     ~ContentsPane();
@@ -52,16 +52,9 @@ public:
     const std::vector<std::unique_ptr<tocLinkTextField>>& links() const { return _links; }
 
 private:
-    friend class tocLinkTextField;
-
-    void deactivateActiveLink();
-
     TocView& _tocView;
-    ContentsDelegate& _delegate;
+    ContentsLinks _shared;
     std::vector<std::unique_ptr<tocLinkTextField>> _links;
-    // At most one link is active, and at most one has the pointer over it.
-    tocLinkTextField* _activeLink = nullptr;
-    tocLinkTextField* _hoveredLink = nullptr;
     std::map<std::string, std::int64_t> _tocTagDict;
     std::uint64_t _tocContentHeight = 0;
 };

@@ -1,12 +1,20 @@
 #include "contents/tocLinkTextField.hpp"
 
-#include "contents/ContentsPane.hpp"
+#include "contents/TocView.hpp"
 
 namespace pagora {
 
+void ContentsLinks::deactivateActive()
+{
+    if (auto* const link = active) {
+        link->setIsActive(false);
+        link->setBackgroundColor(Color::clear());
+    }
+}
+
 tocLinkTextField::tocLinkTextField(
-    ContentsPane& pane, std::int64_t tag, const Rect& frame, std::string text, Url link, std::int32_t level)
-    : _pane(pane)
+    ContentsLinks& links, std::int64_t tag, const Rect& frame, std::string text, Url link, std::int32_t level)
+    : _links(links)
     , _tag(tag)
     , _frame(frame)
     , _text(std::move(text))
@@ -20,7 +28,7 @@ void tocLinkTextField::setBackgroundColor(const Color& color)
     if (_background == color)
         return;
     _background = color;
-    _pane._tocView.setNeedsDisplay(_tag);
+    _links.view.setNeedsDisplay(_tag);
 }
 
 void tocLinkTextField::setIsActive(bool active)
@@ -29,24 +37,24 @@ void tocLinkTextField::setIsActive(bool active)
         return;
     _isActive = active;
     if (active)
-        _pane._activeLink = this;
-    else if (_pane._activeLink == this)
-        _pane._activeLink = nullptr;
+        _links.active = this;
+    else if (_links.active == this)
+        _links.active = nullptr;
 }
 
 void tocLinkTextField::mouseEntered()
 {
-    if (auto* other = _pane._hoveredLink; other && other != this && !other->_isActive)
+    if (auto* other = _links.hovered; other && other != this && !other->_isActive)
         other->setBackgroundColor(Color::clear());
-    _pane._hoveredLink = this;
+    _links.hovered = this;
     if (!_isActive)
         setBackgroundColor(hoverBackground);
 }
 
 void tocLinkTextField::mouseExited()
 {
-    if (_pane._hoveredLink == this)
-        _pane._hoveredLink = nullptr;
+    if (_links.hovered == this)
+        _links.hovered = nullptr;
     if (!_isActive)
         setBackgroundColor(Color::clear());
 }
@@ -54,11 +62,11 @@ void tocLinkTextField::mouseExited()
 void tocLinkTextField::mouseDown()
 {
     if (!_isActive) {
-        _pane.deactivateActiveLink();
+        _links.deactivateActive();
         setIsActive(true);
         setBackgroundColor(activeBackground);
     }
-    _pane._delegate.changeChapter(_link);
+    _links.delegate.changeChapter(_link);
 }
 
 }

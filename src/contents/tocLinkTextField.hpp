@@ -8,8 +8,6 @@
 
 namespace pagora {
 
-class ContentsPane;
-
 // Opens the target of a contents link.
 class ContentsDelegate {
 public:
@@ -17,8 +15,20 @@ public:
     virtual void changeChapter(const Url& url) = 0;
 };
 
-// One line of the contents pane. The pane owns it; the view draws it and passes on what the pointer and the keyboard
-// do. Main thread.
+class TocView;
+class tocLinkTextField;
+
+// What the links of a pane share. At most one link is active, and at most one has the pointer over it.
+struct ContentsLinks {
+    TocView& view;
+    ContentsDelegate& delegate;
+    tocLinkTextField* active = nullptr;
+    tocLinkTextField* hovered = nullptr;
+
+    void deactivateActive();
+};
+
+// One line of the contents pane. The pane owns it; the view draws it and passes on pointer and key events. Main thread.
 class tocLinkTextField {
 public:
     static constexpr double height = 20;
@@ -26,7 +36,7 @@ public:
     static constexpr Color hoverBackground = Color::white(0.17);
 
     tocLinkTextField(
-        ContentsPane& pane, std::int64_t tag, const Rect& frame, std::string text, Url link, std::int32_t level);
+        ContentsLinks& links, std::int64_t tag, const Rect& frame, std::string text, Url link, std::int32_t level);
 
     std::int64_t tag() const { return _tag; }
     const Rect& frame() const { return _frame; }
@@ -47,11 +57,10 @@ public:
     // A click, or the key that opens: makes it the active link and opens its target.
     void mouseDown();
 
-private:
-    friend class ContentsPane;
     void setBackgroundColor(const Color& color);
 
-    ContentsPane& _pane;
+private:
+    ContentsLinks& _links;
     std::int64_t _tag;
     Rect _frame;
     std::string _text;

@@ -1,7 +1,5 @@
 #include "library_views/MyTableView.hpp"
 
-#include "library_views/TableViewController.hpp"
-
 #include <algorithm>
 
 namespace pagora {

@@ -4,14 +4,19 @@
 
 namespace pagora {
 
-class TableViewController;
+// The target of the list's double action.
+class MyTableViewTarget {
+public:
+    virtual ~MyTableViewTarget() = default;
+    virtual void mouseDoubleClick() = 0;
+};
 
 // The list of books, as the user acts on it. `multiSelection` says whether Control was held at the last press of the
 // left button. Main thread.
 class MyTableView : public LibraryBookView {
 public:
     using LibraryBookView::LibraryBookView;
-    void set_tableController(TableViewController& controller) { _tableController = &controller; }
+    void set_tableController(MyTableViewTarget& controller) { _tableController = &controller; }
 
     void userDidSelect() override;
     // Without Control, a click starts a new selection.
@@ -23,7 +28,7 @@ public:
     void setToolbarReadButton() override;
 
 private:
-    TableViewController* _tableController = nullptr;
+    MyTableViewTarget* _tableController = nullptr;
 };
 
 }

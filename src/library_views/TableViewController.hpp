@@ -6,7 +6,7 @@
 namespace pagora {
 
 // The list of books.
-class TableViewController : public LibraryViewController {
+class TableViewController : public LibraryViewController, public MyTableViewTarget {
 public:
     TableViewController(LibraryViewHost& host, LibrarySelection& selection)
         : LibraryViewController("TableView", host)
@@ -27,7 +27,7 @@ public:
         _bookTable.setNoBookSelected();
     }
     // Opens the first selected book, if there is one.
-    void mouseDoubleClick();
+    void mouseDoubleClick() override;
 
 private:
     MyTableView _bookTable;

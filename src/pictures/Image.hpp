@@ -2,14 +2,12 @@
 
 #include "base/Bounds.hpp"
 #include "base/Geometry.hpp"
+#include "pictures/PictureDecoder.hpp"
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
-
-using GdkPixbuf = struct _GdkPixbuf;
 
 namespace pagora {
 
@@ -49,6 +47,8 @@ public:
     }
 
 private:
+    static std::optional<Image> of(std::optional<DecodedPicture> picture);
+
     std::shared_ptr<GdkPixbuf> _pixbuf;
     Size _size;
 };

@@ -69,7 +69,7 @@ std::optional<std::string> readAll(int file)
     return readFile("/proc/self/fd/" + std::to_string(file), PictureLimits().pixels * 4 + sizeof(Header));
 }
 
-std::optional<Image> imageFrom(const std::string& result)
+std::optional<DecodedPicture> pictureFrom(const std::string& result)
 {
     Header header {};
     if (result.size() < sizeof header)
@@ -86,7 +86,7 @@ std::optional<Image> imageFrom(const std::string& result)
             static_cast<int>(channels * header.width)),
         &g_object_unref);
     g_bytes_unref(bytes);
-    return Image(pixbuf, { header.ownWidth, header.ownHeight });
+    return DecodedPicture { pixbuf, { header.ownWidth, header.ownHeight } };
 }
 
 void limit(int resource, rlim_t most)
@@ -109,7 +109,7 @@ void limitAll()
 
 }
 
-std::optional<Image> imageDecodedApart(const std::string& bytes, Size enough)
+std::optional<DecodedPicture> decodePictureApart(const std::string& bytes, Size enough)
 {
     const auto input = memoryFile("picture");
     const auto output = memoryFile("pixels");
@@ -117,7 +117,7 @@ std::optional<Image> imageDecodedApart(const std::string& bytes, Size enough)
         || !run(input, output, enough))
         return std::nullopt;
     const auto result = readAll(output.get());
-    return result ? imageFrom(*result) : std::nullopt;
+    return result ? pictureFrom(*result) : std::nullopt;
 }
 
 int decodePictureHere(int count, char** arguments)
@@ -126,14 +126,14 @@ int decodePictureHere(int count, char** arguments)
     if (count != 3)
         return EXIT_FAILURE;
     const auto bytes = readFile("/proc/self/fd/" + std::to_string(STDIN_FILENO), PictureLimits().fileBytes);
-    const auto image = bytes
-        ? Image::fromBytesHere(*bytes, { std::strtod(arguments[1], nullptr), std::strtod(arguments[2], nullptr) })
+    const auto picture = bytes
+        ? decodePicture(*bytes, { std::strtod(arguments[1], nullptr), std::strtod(arguments[2], nullptr) })
         : std::nullopt;
-    if (!image)
+    if (!picture)
         return EXIT_FAILURE;
-    auto* const pixbuf = image->pixbuf();
+    auto* const pixbuf = picture->pixbuf.get();
     const auto rowBytes = std::size_t(gdk_pixbuf_get_width(pixbuf)) * std::size_t(gdk_pixbuf_get_n_channels(pixbuf));
-    const Header header { image->size().width, image->size().height, gdk_pixbuf_get_width(pixbuf),
+    const Header header { picture->size.width, picture->size.height, gdk_pixbuf_get_width(pixbuf),
         gdk_pixbuf_get_height(pixbuf), gdk_pixbuf_get_has_alpha(pixbuf) ? 1 : 0, 0 };
     bool written = writeAll(STDOUT_FILENO, { reinterpret_cast<const char*>(&header), sizeof header });
     const auto* row = reinterpret_cast<const char*>(gdk_pixbuf_read_pixels(pixbuf));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pictures/Image.hpp"
+#include "pictures/PictureDecoder.hpp"
 
 #include <optional>
 #include <string>
@@ -14,9 +14,9 @@ struct PictureProcessLimits {
 };
 
 // Decodes a picture with the program pagora-picture, which lies beside this one or where that installs it. Missing as
-// with Image::fromBytes, and when the picture takes more processor time or memory than the limits. Waits for it: any
+// with `decodePicture`, and when the picture takes more processor time or memory than the limits. Waits for it: any
 // thread but one that draws.
-std::optional<Image> imageDecodedApart(const std::string& bytes, Size enough);
+std::optional<DecodedPicture> decodePictureApart(const std::string& bytes, Size enough);
 
 // The other side, which is all that pagora-picture does: the picture comes on the standard input, and its pixels go to
 // the standard output. The arguments are the two sides of `enough`. Returns the program's status.

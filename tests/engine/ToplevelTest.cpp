@@ -1,7 +1,6 @@
 // The windows that share the one window that the program has on the desktop.
 
-#include "desktop/gtk/Toplevel.hpp"
-
+#include "desktop/gtk/SharedWindow.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/button.h>

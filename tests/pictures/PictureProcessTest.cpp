@@ -1,5 +1,6 @@
 #include "pictures/PictureProcess.hpp"
 
+#include "pictures/Image.hpp"
 #include "tests/support/EpubBuilder.hpp"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
@@ -37,7 +38,7 @@ std::string manyTimes(int depth)
 TEST(PictureProcess, GivesTheSamePixelsAsDecodingHere)
 {
     const auto picture = svg("<rect width='50' height='90' fill='red'/><circle r='40' cx='60' cy='60' opacity='0.5'/>");
-    const auto apart = imageDecodedApart(picture, box);
+    const auto apart = Image::fromBytes(picture, box);
     const auto here = Image::fromBytesHere(picture, box);
     ASSERT_TRUE(apart && here);
     EXPECT_EQ(apart->size(), here->size());
@@ -50,7 +51,7 @@ TEST(PictureProcess, DecodesThePicturesOfSeveralThreads)
     std::vector<std::thread> threads;
     threads.reserve(images.size());
     for (auto& image : images)
-        threads.emplace_back([&image] { image = imageDecodedApart(svg("<rect width='9' height='9'/>"), box); });
+        threads.emplace_back([&image] { image = Image::fromBytes(svg("<rect width='9' height='9'/>"), box); });
     for (auto& thread : threads)
         thread.join();
     for (const auto& image : images)
@@ -86,8 +87,8 @@ TEST(PictureProcess, PictureInAPictureTakesNoMoreMemoryThanTheLimit)
 
 TEST(PictureProcess, BytesThatAreNoPictureAreNone)
 {
-    EXPECT_FALSE(imageDecodedApart("<svg", box));
-    EXPECT_FALSE(imageDecodedApart("", box));
+    EXPECT_FALSE(decodePictureApart("<svg", box));
+    EXPECT_FALSE(decodePictureApart("", box));
 }
 
 }

@@ -1,7 +1,5 @@
 #include "desktop/gtk/SharedWindow.hpp"
 
-#include "desktop/gtk/Toplevel.hpp"
-
 #include <glibmm/main.h>
 
 #include <algorithm>
@@ -123,9 +121,8 @@ void SharedWindow::didComeToFront()
     for (const auto& controller : _controllers)
         window().add_controller(controller);
     _toplevel.place(_placement);
-    if (auto* const focus = _focus.get(); focus && gtk_widget_is_ancestor(focus, _content.gobj()))
-        gtk_widget_grab_focus(focus);
-    updateKey();
+    restoreFocus();
+    activeDidChange();
 }
 
 void SharedWindow::willLeaveFront()
@@ -137,15 +134,36 @@ void SharedWindow::willLeaveFront()
     _key = false;
 }
 
-void SharedWindow::tellState()
+void SharedWindow::stateDidChange()
 {
     if (const auto action = _stateAction)
         action();
 }
 
-void SharedWindow::updateKey()
+void SharedWindow::activeDidChange()
 {
     _key = isFront() && _visible && window().is_active();
+}
+
+void SharedWindow::fullScreenDidChange(bool isFullScreen)
+{
+    if (const auto action = _fullScreenAction)
+        action(isFullScreen);
+}
+
+bool SharedWindow::shouldClose()
+{
+    const auto action = _closeAction;
+    return action && action();
+}
+
+bool SharedWindow::restoreFocus()
+{
+    auto* const focus = _focus.get();
+    if (!focus || !gtk_widget_is_ancestor(focus, _content.gobj()))
+        return false;
+    gtk_widget_grab_focus(focus);
+    return true;
 }
 
 void SharedWindow::rememberFocus(Gtk::Widget* focus)

@@ -3,6 +3,7 @@
 #include "base/GObjectPtr.hpp"
 #include "desktop/Window.hpp"
 #include "desktop/gtk/MainThread.hpp"
+#include "desktop/gtk/Toplevel.hpp"
 
 #include <gtkmm/eventcontroller.h>
 #include <gtkmm/window.h>
@@ -14,19 +15,17 @@
 
 namespace pagora {
 
-class Toplevel;
-
 // One of the windows that share a toplevel, with a content, a title and a frame of its own. It is visible while it is
 // ordered in, and key while it is in front and the toplevel has the keyboard. Main thread; ordering in and out, and
 // asking whether it is visible or key, may be done on any thread.
-class SharedWindow : public Window, protected MainThreadOwner {
+class SharedWindow : public Window, public Toplevel::Member, protected MainThreadOwner {
 public:
     // The content outlives it and has no parent. Controls of the content belong to the layout, and so to its title bar.
     SharedWindow(Toplevel& toplevel, Gtk::Widget& content);
     ~SharedWindow() override;
 
     void setTitle(const std::string& title) override;
-    const std::string& title() const { return _title; }
+    const std::string& title() const override { return _title; }
     // Called when it has another title.
     void setTitleAction(std::function<void()> action) { _titleAction = std::move(action); }
     // The desktop places windows: the origin is what was last set.
@@ -63,26 +62,17 @@ public:
     Gtk::Widget* focus();
 
 private:
-    friend class Toplevel;
-    struct Size {
-        int width = 0;
-        int height = 0;
-        bool operator==(const Size&) const = default;
-    };
-    // Where a window that is not in front was, or will be.
-    struct Placement {
-        Size size;
-        // The size that it has when the desktop lets it choose, and whether it was maximised; missing where only the
-        // size is known.
-        std::optional<Size> freeSize = std::nullopt;
-        bool isMaximized = false;
-    };
+    using Size = Toplevel::Size;
 
-    void didComeToFront();
-    void willLeaveFront();
-    void tellState();
-    void updateKey();
-    void rememberFocus(Gtk::Widget* focus);
+    Gtk::Widget& content() override { return _content; }
+    void didComeToFront() override;
+    void willLeaveFront() override;
+    void stateDidChange() override;
+    void activeDidChange() override;
+    void fullScreenDidChange(bool isFullScreen) override;
+    bool shouldClose() override;
+    void rememberFocus(Gtk::Widget* focus) override;
+    bool restoreFocus() override;
     std::optional<Size> contentSize() const;
 
     Toplevel& _toplevel;
@@ -90,7 +80,7 @@ private:
     std::string _title;
     double _x = 0;
     double _y = 0;
-    Placement _placement;
+    Toplevel::Placement _placement;
     std::atomic<bool> _visible = false;
     std::atomic<bool> _key = false;
     GObjectPtr<GtkWidget> _focus;

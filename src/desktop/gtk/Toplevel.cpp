@@ -48,17 +48,13 @@ Toplevel::Toplevel(Glib::RefPtr<Gtk::Application> application)
     _connections = {
         _window.property_is_active().signal_changed().connect([this] {
             for (auto* const window : _windows)
-                window->updateKey();
+                window->activeDidChange();
         }),
         _window.property_fullscreened().signal_changed().connect([this] { fullScreenDidChange(); }),
         _window.property_maximized().signal_changed().connect([this] { maximizedDidChange(); }),
         _window.property_focus_widget().signal_changed().connect([this] { keepFocusInFront(); }),
         _window.signal_close_request().connect(
-            [this] {
-                const auto action = _ordered.empty() ? nullptr : _ordered.back()->_closeAction;
-                return !(action && action());
-            },
-            false),
+            [this] { return _ordered.empty() || !_ordered.back()->shouldClose(); }, false),
     };
     if (_application) {
         _window.set_application(_application);
@@ -74,24 +70,24 @@ Toplevel::~Toplevel()
         connection.disconnect();
 }
 
-void Toplevel::add(SharedWindow& window)
+void Toplevel::add(Member& window)
 {
-    window._content.set_visible(false);
-    _contents.add(window._content);
+    window.content().set_visible(false);
+    _contents.add(window.content());
     leaveUnnamed(_contents);
     _windows.push_back(&window);
 }
 
-void Toplevel::remove(SharedWindow& window)
+void Toplevel::remove(Member& window)
 {
     orderOut(window);
     std::erase(_windows, &window);
     if (_asked && _asked->by == &window)
         _asked->by = nullptr;
-    _contents.remove(window._content);
+    _contents.remove(window.content());
 }
 
-void Toplevel::orderFront(SharedWindow& window)
+void Toplevel::orderFront(Member& window)
 {
     auto* const before = _ordered.empty() ? nullptr : _ordered.back();
     if (before != &window) {
@@ -101,7 +97,7 @@ void Toplevel::orderFront(SharedWindow& window)
         _ordered.push_back(&window);
         showFront();
         if (before)
-            before->tellState();
+            before->stateDidChange();
     }
     _hiding.disconnect();
     if (!_ended)
@@ -121,19 +117,19 @@ void Toplevel::end()
     _window.set_visible(false);
 }
 
-void Toplevel::orderOut(SharedWindow& window)
+void Toplevel::orderOut(Member& window)
 {
-    const bool wasFront = window.isFront();
+    const bool wasFront = front() == &window;
     if (wasFront)
         window.willLeaveFront();
     std::erase(_ordered, &window);
     if (!wasFront)
-        window._content.set_visible(false);
+        window.content().set_visible(false);
     else if (_ordered.empty())
         hideSoon();
     else
         showFront();
-    window.tellState();
+    window.stateDidChange();
 }
 
 // What orders the last window out may order another in.
@@ -153,18 +149,18 @@ void Toplevel::showFront()
     auto& front = *_ordered.back();
     // The stack would give the focus to the first control of the content.
     _window.unset_focus();
-    front._content.set_visible(true);
-    _contents.set_visible_child(front._content);
+    front.content().set_visible(true);
+    _contents.set_visible_child(front.content());
     for (auto* const window : _windows) {
         if (!isOrderedIn(*window))
-            window->_content.set_visible(false);
+            window->content().set_visible(false);
     }
     showTitle();
     front.didComeToFront();
-    front.tellState();
+    front.stateDidChange();
 }
 
-bool Toplevel::isOrderedIn(const SharedWindow& window) const
+bool Toplevel::isOrderedIn(const Member& window) const
 {
     return std::find(_ordered.begin(), _ordered.end(), &window) != _ordered.end();
 }
@@ -214,12 +210,12 @@ bool Toplevel::isMaximized() const
     return _window.is_maximized() && !_sizeAfterMaximized;
 }
 
-SharedWindow::Placement Toplevel::placement() const
+Toplevel::Placement Toplevel::placement() const
 {
     return { size(), freeSize(), isMaximized() };
 }
 
-void Toplevel::place(const SharedWindow::Placement& placement)
+void Toplevel::place(const Placement& placement)
 {
     if (!placement.freeSize)
         return setSize(placement.size);
@@ -250,7 +246,7 @@ bool Toplevel::isFullScreen() const
     return _asked ? _asked->isFullScreen : _window.is_fullscreen();
 }
 
-void Toplevel::setFullScreen(bool isFullScreen, SharedWindow& by)
+void Toplevel::setFullScreen(bool isFullScreen, Member& by)
 {
     _asked = Asked { isFullScreen, &by };
     if (isFullScreen)
@@ -264,22 +260,21 @@ void Toplevel::fullScreenDidChange()
     const bool isFullScreen = _window.is_fullscreen();
     auto* told = _ordered.empty() ? nullptr : _ordered.back();
     if (told)
-        told->tellState();
+        told->stateDidChange();
     if (_asked) {
         // What was asked for before the last change, and comes late.
         if (_asked->isFullScreen != isFullScreen)
             return;
         told = std::exchange(_asked, std::nullopt)->by;
     }
-    if (const auto action = told ? told->_fullScreenAction : nullptr)
-        action(isFullScreen);
+    if (told)
+        told->fullScreenDidChange(isFullScreen);
 }
 
-SharedWindow* Toplevel::ownerOf(const Gtk::Widget& widget) const
+Toplevel::Member* Toplevel::ownerOf(const Gtk::Widget& widget) const
 {
-    const auto owns = [&widget](const SharedWindow* window) {
-        return &widget == &window->_content || widget.is_ancestor(window->_content);
-    };
+    const auto owns
+        = [&widget](Member* window) { return &widget == &window->content() || widget.is_ancestor(window->content()); };
     const auto owner = std::find_if(_windows.begin(), _windows.end(), owns);
     return owner == _windows.end() ? nullptr : *owner;
 }
@@ -295,9 +290,7 @@ void Toplevel::keepFocusInFront()
     owner->rememberFocus(focus);
     if (owner == &front)
         return;
-    if (auto* const before = front._focus.get(); before && gtk_widget_is_ancestor(before, front._content.gobj()))
-        gtk_widget_grab_focus(before);
-    else
+    if (!front.restoreFocus())
         _window.unset_focus();
 }
 

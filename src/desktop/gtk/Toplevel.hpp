@@ -1,13 +1,12 @@
 #pragma once
 
-#include "desktop/gtk/SharedWindow.hpp"
-
 #include <gtkmm/application.h>
 #include <gtkmm/applicationwindow.h>
 #include <gtkmm/box.h>
 #include <gtkmm/stack.h>
 
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace pagora {
@@ -18,6 +17,39 @@ namespace pagora {
 // Main thread.
 class Toplevel {
 public:
+    struct Size {
+        int width = 0;
+        int height = 0;
+        bool operator==(const Size&) const = default;
+    };
+    // Where a window that is not in front was, or will be.
+    struct Placement {
+        Size size;
+        // The size that it has when the desktop lets it choose, and whether it was maximised; missing where only the
+        // size is known.
+        std::optional<Size> freeSize = std::nullopt;
+        bool isMaximized = false;
+    };
+    // One of the windows that share it.
+    class Member {
+    public:
+        virtual ~Member() = default;
+        virtual Gtk::Widget& content() = 0;
+        virtual const std::string& title() const = 0;
+        virtual void didComeToFront() = 0;
+        virtual void willLeaveFront() = 0;
+        // Its own state, or that of the toplevel while it is in front, may have changed.
+        virtual void stateDidChange() = 0;
+        virtual void activeDidChange() = 0;
+        virtual void fullScreenDidChange(bool isFullScreen) = 0;
+        // Whether the toplevel may close.
+        virtual bool shouldClose() = 0;
+        // The widget of the content that has the focus when the window is in front.
+        virtual void rememberFocus(Gtk::Widget* focus) = 0;
+        // False when there is none.
+        virtual bool restoreFocus() = 0;
+    };
+
     // Belongs to the application for as long as it is shown; without one, for tests, to none.
     explicit Toplevel(Glib::RefPtr<Gtk::Application> application = {});
     ~Toplevel();
@@ -26,58 +58,56 @@ public:
 
     Gtk::ApplicationWindow& window() { return _window; }
     // The window that is shown; null for none.
-    const SharedWindow* front() const { return _ordered.empty() ? nullptr : _ordered.back(); }
+    const Member* front() const { return _ordered.empty() ? nullptr : _ordered.back(); }
     // Hides the window for good. Later orders change what the windows say of themselves and nothing on the display,
     // which may be gone: the toolkit would wait for its answer for ever.
     void end();
 
-private:
-    friend class SharedWindow;
-    using Size = SharedWindow::Size;
-    // A change that the desktop has not reported yet, and who asked for it; null once that window is gone or covered.
-    struct Asked {
-        bool isFullScreen = false;
-        SharedWindow* by = nullptr;
-    };
-
-    void add(SharedWindow& window);
-    void remove(SharedWindow& window);
-    void orderFront(SharedWindow& window);
-    void orderOut(SharedWindow& window);
+    // For its members.
+    void add(Member& window);
+    void remove(Member& window);
+    void orderFront(Member& window);
+    void orderOut(Member& window);
     void present();
-    bool isOrderedIn(const SharedWindow& window) const;
-    void showFront();
     void showTitle();
-    void hideSoon();
 
     // On the screen, in the units of `setSize`.
     Size size() const;
-    // Where the desktop leaves the choice.
-    Size freeSize() const;
     void setSize(Size size);
-    bool isMaximized() const;
-    SharedWindow::Placement placement() const;
-    void place(const SharedWindow::Placement& placement);
-    // Whether the desktop decides the size: maximised, tiled or full screen.
-    bool isSizedByDesktop() const;
+    Placement placement() const;
+    void place(const Placement& placement);
     bool isBeingResized() const { return _sizeAfterMaximized.has_value(); }
     bool hasAskedSize() const;
-    void maximizedDidChange();
-
     bool isFullScreen() const;
-    void setFullScreen(bool isFullScreen, SharedWindow& by);
-    void fullScreenDidChange();
+    void setFullScreen(bool isFullScreen, Member& by);
 
+private:
+    // A change that the desktop has not reported yet, and who asked for it; null once that window is gone or covered.
+    struct Asked {
+        bool isFullScreen = false;
+        Member* by = nullptr;
+    };
+
+    bool isOrderedIn(const Member& window) const;
+    void showFront();
+    void hideSoon();
+    // Where the desktop leaves the choice.
+    Size freeSize() const;
+    bool isMaximized() const;
+    // Whether the desktop decides the size: maximised, tiled or full screen.
+    bool isSizedByDesktop() const;
+    void maximizedDidChange();
+    void fullScreenDidChange();
     void keepFocusInFront();
-    SharedWindow* ownerOf(const Gtk::Widget& widget) const;
+    Member* ownerOf(const Gtk::Widget& widget) const;
 
     Glib::RefPtr<Gtk::Application> _application;
     Gtk::ApplicationWindow _window;
     Gtk::Box _noTitlebar;
     Gtk::Stack _contents;
-    std::vector<SharedWindow*> _windows;
+    std::vector<Member*> _windows;
     // Those that are ordered in; the last is in front.
-    std::vector<SharedWindow*> _ordered;
+    std::vector<Member*> _ordered;
     std::optional<Asked> _asked;
     // The size that it gets as soon as it is not maximised any more.
     std::optional<Size> _sizeAfterMaximized;

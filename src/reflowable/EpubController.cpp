@@ -3,7 +3,6 @@
 #include "base/Log.hpp"
 #include "base/Numbers.hpp"
 #include "base/Path.hpp"
-#include "reflowable/ColorThemes.hpp"
 
 #include <utility>
 
@@ -11,12 +10,8 @@ namespace pagora {
 
 namespace {
 
-constexpr const char* menuFonts[] = { "Arial", "Baskerville", "Georgia", "Helvetica", "Palatino", "Times New Roman" };
-constexpr const char* defaultFont = "Georgia";
-// How long the user's next action waits for a chapter to report itself.
-constexpr double loadPatience = 10;
-// How many changes of the location within the page wait to be followed.
-constexpr std::size_t mostLocationChanges = 8;
+// How long the user's next action waits for a chapter to report itself, in seconds.
+constexpr double loadTimeout = 10;
 
 }
 
@@ -54,69 +49,35 @@ EpubController::~EpubController()
 PageGeometry EpubController::geometry() const
 {
     const Rect frame = _window.webView().frame();
-    return { frame.width, frame.height, _numberOfColumns, _pageWidth };
-}
-
-void EpubController::rebuildFontMenu()
-{
-    auto& menu = _window.fontMenu();
-    menu.removeAllItems();
-    for (const char* family : menuFonts)
-        menu.addItem(family);
-    menu.addSeparator();
-    for (const auto& family : _window.availableFontFamilies())
-        menu.addItem(family);
+    return { frame.width, frame.height, _settings.numberOfColumns, _settings.pageWidth };
 }
 
 void EpubController::loadSplits(
     std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent)
 {
-    rebuildFontMenu();
     _contentsPane.removeAllLinks();
     if (tableOfContent)
         _contentsPane.loadTOC(*tableOfContent);
 
     // Not-a-number differs from 0 too.
-    _state.restorePositionPending = _readAmount != 0;
-    if (_activeSplitIndex != 0 && !_bookSplits.empty())
-        _activeSplitIndex = 0;
-
-    if (!_currentFont)
-        _currentFont = defaultFont;
-    _window.fontMenu().selectItemWithTitle(*_currentFont);
-    auto& fontSize = _window.fontSizeSlider();
-    if (_currentFontSize == 0)
-        _currentFontSize = static_cast<float>((fontSize.minValue() + fontSize.maxValue()) * 0.5);
-    auto& colors = _window.colorControl();
-    if (_currentColorOption == 0)
-        _currentColorOption = colors.selectedSegment() + 1;
-    colors.setSelectedSegment(_currentColorOption - 1);
-    if (_numberOfColumns == 0)
-        _numberOfColumns = 2;
-    _window.setColumnCount(_numberOfColumns);
-    _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
-
-    _bookSplits = std::move(splits);
-    _splitIndexDict.clear();
-    for (std::size_t i = 0; i < _bookSplits.size(); ++i)
-        _splitIndexDict[_bookSplits[i].lastPathComponent()] = i;
-    _missingSplits.clear();
+    _state.restorePositionPending = _position.readAmount != 0;
+    if (!_spine.bookSplits.empty())
+        _spine.activeSplitIndex = 0;
+    _settings.show(_window);
+    _spine.setDocuments(std::move(splits));
     _leavingLinks.clear();
     _window.setLoading(false);
-    _window.setNothingToShow(_bookSplits.empty());
-
-    _window.webView().setTextSizeMultiplier(_currentFontSize);
-    fontSize.setFloatValue(_currentFontSize);
+    _window.setNothingToShow(_spine.bookSplits.empty());
 
     _lastAnchor = std::nullopt;
-    loadSplit(_activeSplitIndex);
+    loadSplit(_spine.activeSplitIndex);
 
     for (auto* button : { &_window.goLeftButton(), &_window.goRightButton() }) {
         button->setEnabled(true);
         button->setHidden(false);
     }
     auto& slider = _location.slider();
-    slider.setMaxValue(static_cast<double>(_bookSplits.size()));
+    slider.setMaxValue(static_cast<double>(_spine.bookSplits.size()));
     slider.setFloatValue(0);
     slider.setHidden(false);
     _location.setPercentage(0);
@@ -124,21 +85,20 @@ void EpubController::loadSplits(
 
 void EpubController::activateSplit(std::uint64_t index)
 {
-    if (index != _activeSplitIndex)
-        _lastPlace = 0;
-    _activeSplitIndex = index;
+    if (index != _spine.activeSplitIndex)
+        _place.chapterChanges();
+    _spine.activeSplitIndex = index;
 }
 
 void EpubController::loadSplit(std::uint64_t index)
 {
-    if (index >= _bookSplits.size())
-        return;
-    load(_bookSplits[index], index);
+    if (index < _spine.bookSplits.size())
+        load(_spine.bookSplits[index], index);
 }
 
 void EpubController::load(const Url& url, std::optional<std::uint64_t> split)
 {
-    _requestedSplit = split;
+    _spine.requestedSplit = split;
     _window.webView().setPageStart(pageStart(url));
     // What leaves the book may never come.
     if (url.isFile() || url.scheme().empty())
@@ -152,42 +112,22 @@ PageStart EpubController::pageStart(const Url& url) const
     if (look.columnHeight <= 0 || look.pageWidth <= 0)
         return {};
     const bool opensElsewhere = _state.restorePositionPending || _state.openAtChapterEnd
-        || _state.pendingChapterFraction != 0 || url.fragment() || _lastAnchor || _placeToKeep;
-    return { scripts::styleSheet(look, _numberOfColumns), !opensElsewhere, _numberOfColumns };
-}
-
-scripts::Layout EpubController::layout() const
-{
-    const auto page = geometry();
-    scripts::Layout layout;
-    if (_currentColorOption != 1) {
-        layout.text = getCSSColorFor(_currentColorOption);
-        layout.background = getCSSBackgroundColorFor(_currentColorOption);
-    }
-    layout.font = _currentFont.value_or(defaultFont);
-    layout.pageWidth = page.pageWidth;
-    layout.columnHeight = page.columnHeight();
-    layout.imageHeight = page.imageHeight();
-    return layout;
+        || _state.pendingChapterFraction != 0 || url.fragment() || _lastAnchor || _place.toKeep();
+    return { scripts::styleSheet(look, _settings.numberOfColumns), !opensElsewhere, _settings.numberOfColumns };
 }
 
 void EpubController::holdActions()
 {
     _window.setLoading(true);
     _queue.holdActions();
-    _loadTimeout = _runLoop.performAfterDelay(loadPatience, [this] { releaseActions(); });
-}
-
-void EpubController::releaseActions()
-{
-    // The timer may be what calls; it goes with the next load or the reader.
-    _queue.releaseActions();
+    // The timer goes with the next load or the reader, not while it calls.
+    _loadTimeout = _runLoop.performAfterDelay(loadTimeout, [this] { _queue.releaseActions(); });
 }
 
 void EpubController::changeChapter(const Url& url)
 {
     _queue.enqueueAction([this, url]() -> Task<void> {
-        userMoves();
+        _place.userMoves();
         Url target = url;
         const auto parts = split(url.path(), '#');
         _lastAnchor = std::nullopt;
@@ -211,7 +151,7 @@ void EpubController::didFinishLoadForFrame(const DataSource& source)
 {
     _queue.enqueueReport([this, load = source.load]() -> Task<void> {
         if (load == _window.webView().currentLoad()) {
-            _frameIsLoaded = true;
+            _place.setFrameIsLoaded(true);
             co_await keepPlace();
         }
     });
@@ -222,22 +162,27 @@ void EpubController::resourceDidFailLoading(const DataSource& source)
     log("fail");
     if (!source.isMainResource || source.load != _window.webView().currentLoad())
         return;
-    if (_requestedSplit)
-        _missingSplits.insert(*_requestedSplit);
+    _spine.requestFailed();
     _window.setLoading(false);
-    releaseActions();
+    _queue.releaseActions();
 }
 
 void EpubController::webProcessDidTerminate()
 {
-    ++_lostPages;
-    // A chapter that was still being loaded is placed as it would have been.
-    if (_pageIsShown && !_queue.actionsAreHeld()) {
-        _state.restorePositionPending = true;
-        _placeToKeep = lastPlace();
-        _lastAnchor = std::nullopt;
-    }
+    const bool wasLoading = _queue.actionsAreHeld();
     holdActions();
+    // A chapter that was still being loaded is placed as it would have been.
+    if (_pageIsShown && !wasLoading) {
+        _state.restorePositionPending = true;
+        _state.pendingChapterFraction = 0;
+        _place.keepLast();
+        _lastAnchor = std::nullopt;
+        _window.webView().setTextSizeMultiplier(_settings.currentFontSize);
+    }
+    // No work goes on with answers that a lost page did not give.
+    _locationChanges.forget();
+    _isTrackingAnchors = false;
+    _queue.dropCurrent();
 }
 
 void EpubController::resourceWillSendRequest(const Url& url, RequestedBy requestedBy)
@@ -254,24 +199,21 @@ void EpubController::decidePolicyForMIMEType(const std::string& type)
 Task<void> EpubController::preparePage(DataSource source)
 {
     auto& webView = _window.webView();
-    const auto lost = _lostPages;
     if (source.load != webView.currentLoad())
         co_return;
     if (source.isMainResource)
-        _frameIsLoaded = !source.isLoading;
+        _place.setFrameIsLoaded(!source.isLoading);
     if (_lastAnchor) {
         co_await run(scripts::setHash(*_lastAnchor));
         co_await trackAnchors();
     }
-    // A fragment that the location took on belongs to the page's URL from then on.
-    const Url url = _pageLocationLoad == source.load && _pageLocation ? *_pageLocation : source.url;
-    const auto index = _splitIndexDict.find(url.lastPathComponent());
-    activateSplit(index == _splitIndexDict.end() ? 0 : index->second);
-    _missingSplits.erase(_activeSplitIndex);
+    const Url url = _locationChanges.urlOf(source);
+    activateSplit(_spine.indexOf(url));
+    _spine.missingSplits.erase(_spine.activeSplitIndex);
     // What fails from here on is a link of the page.
-    _requestedSplit = std::nullopt;
+    _spine.requestedSplit = std::nullopt;
 
-    co_await run(scripts::columns(_numberOfColumns, _pageWidth));
+    co_await run(scripts::columns(_settings.numberOfColumns, _settings.pageWidth));
     co_await run(scripts::layout(layout()));
     if (webView.isHidden())
         webView.setHidden(false);
@@ -280,38 +222,33 @@ Task<void> EpubController::preparePage(DataSource source)
             contentsKey(url), _window.mainSplitView().frame().height / _window.webView().pixelSize());
 
     // The page may have gone elsewhere by itself.
-    if (source.load != webView.currentLoad() || lost != _lostPages)
+    if (source.load != webView.currentLoad())
         co_return;
     co_await placeReader(url);
     co_await keepPlace();
-    if (lost != _lostPages)
-        co_return;
     _pageIsShown = true;
     if (source.load != webView.currentLoad())
         co_return;
     webView.pageIsPrepared();
     _window.setLoading(false);
     if (source.isMainResource)
-        releaseActions();
+        _queue.releaseActions();
 }
 
 Task<void> EpubController::placeReader(Url url)
 {
-    const auto lost = _lostPages;
     const std::int64_t S = co_await integer(scripts::scrollWidth);
-    if (lost != _lostPages)
-        co_return;
     const auto page = geometry();
     const auto A = page.pageArea();
     std::int64_t shown = 0;
     if (A != 0) {
         if (std::exchange(_state.restorePositionPending, false)) {
-            _capacity = wrapped(A * (S / page.W) * _readAmount);
-            const auto offset = page.offsetOfPage(PageGeometry::pageIndex(_capacity, A));
+            _position.capacity = wrapped(A * (S / page.W) * _position.readAmount);
+            const auto offset = page.offsetOfPage(PageGeometry::pageIndex(_position.capacity, A));
             co_await run(scripts::scrollTo(offset));
             co_await updateLocationWithOffset(offset);
         } else {
-            _capacity = 0;
+            _position.capacity = 0;
             const auto fragment = url.fragment();
             if (fragment) {
                 const std::int64_t T = co_await integer(scripts::offsetTopOf(*fragment));
@@ -319,8 +256,7 @@ Task<void> EpubController::placeReader(Url url)
                     const auto index = page.pageOfElement(T, A);
                     shown = page.offsetOfSignedPage(index);
                     co_await run(scripts::scrollTo(shown));
-                    _capacity = static_cast<std::uint64_t>(index * A);
-                    _readAmount = page.readAmount(_capacity, S, A);
+                    _position.set(static_cast<std::uint64_t>(index * A), page, S, A);
                 }
             } else if (_state.pendingChapterFraction != 0) {
                 co_await scrollToAmount();
@@ -328,8 +264,7 @@ Task<void> EpubController::placeReader(Url url)
             } else if (_state.openAtChapterEnd) {
                 co_await run(scripts::scrollToEnd);
                 shown = truncated(S - page.W);
-                _capacity = page.capacityAt(shown);
-                _readAmount = page.readAmount(_capacity, S, A);
+                _position.setOffset(shown, page, S);
             }
         }
     }
@@ -339,21 +274,15 @@ Task<void> EpubController::placeReader(Url url)
 
 void EpubController::didChangeLocationWithinPage(const Url& url)
 {
-    _pageLocation = url;
-    _pageLocationLoad = _window.webView().currentLoad();
-    _locationChanges.push_back(url.fragment().value_or(""));
-    // The newest ones count.
-    if (_locationChanges.size() > mostLocationChanges)
-        _locationChanges.erase(_locationChanges.begin());
+    _locationChanges.add(url, _window.webView().currentLoad());
     if (!std::exchange(_isTrackingAnchors, true))
         _queue.enqueueReport([this] { return trackAnchors(); });
 }
 
 Task<void> EpubController::trackAnchors()
 {
-    for (auto count = _locationChanges.size(); count > 0 && !_locationChanges.empty(); --count) {
-        const std::string fragment = _locationChanges.front();
-        _locationChanges.erase(_locationChanges.begin());
+    for (auto count = _locationChanges.count(); count > 0 && !_locationChanges.empty(); --count) {
+        const std::string fragment = _locationChanges.takeFragment();
         co_await trackAnchor(fragment);
     }
     // What the page has changed meanwhile comes after what the person has asked for.
@@ -367,7 +296,7 @@ Task<void> EpubController::trackAnchor(std::string fragment)
     const std::int64_t T = co_await integer(scripts::offsetTopOf(fragment));
     if (T == 0)
         co_return;
-    userMoves();
+    _place.userMoves();
     const auto page = geometry();
     const std::int64_t S = co_await integer(scripts::scrollWidth);
     const auto B = page.seekDivisor();
@@ -376,8 +305,7 @@ Task<void> EpubController::trackAnchor(std::string fragment)
     const auto index = page.pageOfElement(T, B);
     const auto offset = page.offsetOfSignedPage(index);
     co_await run(scripts::scrollTo(offset));
-    _capacity = static_cast<std::uint64_t>(index * B);
-    _readAmount = page.readAmount(_capacity, S, B);
+    _position.set(static_cast<std::uint64_t>(index * B), page, S, B);
     co_await updateLocationWithOffset(offset);
 }
 

@@ -8,18 +8,18 @@
 #include "reader/LocationBar.hpp"
 #include "reader/ReaderHub.hpp"
 #include "reader/ReaderState.hpp"
-#include "reflowable/PageArithmetic.hpp"
-#include "reflowable/PageScripts.hpp"
+#include "reflowable/DisplaySettings.hpp"
+#include "reflowable/KeptPlace.hpp"
+#include "reflowable/LocationChanges.hpp"
+#include "reflowable/ReadingPosition.hpp"
+#include "reflowable/Spine.hpp"
 #include "running/RunLoop.hpp"
 #include "running/SerialQueue.hpp"
 
-#include <cstdint>
-#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -55,7 +55,7 @@ public:
     void changeFontSize(float multiplier);
     void changeWidth();
     // Takes up, before the reader is closed, the options that were chosen while a page was on its way.
-    void adoptPendingOptions();
+    void adoptPendingOptions() { _settings.adoptPending(); }
     // Lays the page out for a new size of the view.
     void updateColumns();
     const char* getCSSColorFor(std::int32_t theme) const;
@@ -67,27 +67,27 @@ public:
     void searchContent(const std::string& text);
     void focusSearch();
 
-    const std::vector<Url>& bookSplits() const { return _bookSplits; }
-    void setBookSplits(std::vector<Url> splits) { _bookSplits = std::move(splits); }
-    const std::map<std::string, std::uint64_t>& splitIndexDict() const { return _splitIndexDict; }
-    void setSplitIndexDict(std::map<std::string, std::uint64_t> dict) { _splitIndexDict = std::move(dict); }
+    const std::vector<Url>& bookSplits() const { return _spine.bookSplits; }
+    void setBookSplits(std::vector<Url> splits) { _spine.bookSplits = std::move(splits); }
+    const std::map<std::string, std::uint64_t>& splitIndexDict() const { return _spine.splitIndexDict; }
+    void setSplitIndexDict(std::map<std::string, std::uint64_t> dict) { _spine.splitIndexDict = std::move(dict); }
     ContentsPane& contentsPane() { return _contentsPane; }
     const std::optional<std::string>& lastAnchor() const { return _lastAnchor; }
     void setLastAnchor(std::optional<std::string> anchor) { _lastAnchor = std::move(anchor); }
-    std::uint64_t activeSplitIndex() const { return _activeSplitIndex; }
-    void setActiveSplitIndex(std::uint64_t index) { _activeSplitIndex = index; }
-    std::uint64_t capacity() const { return _capacity; }
-    float readAmount() const { return _readAmount; }
-    void setReadAmount(float amount) { _readAmount = amount; }
-    const std::optional<std::string>& currentFont() const { return _currentFont; }
-    void setCurrentFont(std::optional<std::string> family) { _currentFont = std::move(family); }
-    float currentFontSize() const { return _currentFontSize; }
-    void setCurrentFontSize(float multiplier) { _currentFontSize = multiplier; }
-    std::int32_t currentColorOption() const { return _currentColorOption; }
-    void setCurrentColorOption(std::int32_t theme) { _currentColorOption = theme; }
-    std::int32_t numberOfColumns() const { return _numberOfColumns; }
-    void setNumberOfColumns(std::int32_t columns) { _numberOfColumns = columns; }
-    std::int32_t pageWidth() const { return _pageWidth; }
+    std::uint64_t activeSplitIndex() const { return _spine.activeSplitIndex; }
+    void setActiveSplitIndex(std::uint64_t index) { _spine.activeSplitIndex = index; }
+    std::uint64_t capacity() const { return _position.capacity; }
+    float readAmount() const { return _position.readAmount; }
+    void setReadAmount(float amount) { _position.readAmount = amount; }
+    const std::optional<std::string>& currentFont() const { return _settings.currentFont; }
+    void setCurrentFont(std::optional<std::string> family) { _settings.currentFont = std::move(family); }
+    float currentFontSize() const { return _settings.currentFontSize; }
+    void setCurrentFontSize(float multiplier) { _settings.currentFontSize = multiplier; }
+    std::int32_t currentColorOption() const { return _settings.currentColorOption; }
+    void setCurrentColorOption(std::int32_t theme) { _settings.currentColorOption = theme; }
+    std::int32_t numberOfColumns() const { return _settings.numberOfColumns; }
+    void setNumberOfColumns(std::int32_t columns) { _settings.numberOfColumns = columns; }
+    std::int32_t pageWidth() const { return _settings.pageWidth; }
     bool dragging() const { return _dragging; }
     // Whether no action, report or chapter is still under way.
     bool isSettled() const { return _queue.isIdle() && !_queue.actionsAreHeld(); }
@@ -95,10 +95,10 @@ public:
 
     // The fraction of the chapter at the middle of the page that is shown, 0 at a chapter's start while pictures are
     // awaited; until the user moves, the place to keep. Missing while neither is there.
-    std::optional<double> lastPlace() const { return _placeToKeep ? _placeToKeep : _lastPlace; }
+    std::optional<double> lastPlace() const { return _place.last(); }
     // Keeps that fraction of the chapter in the middle of the page until the user moves, also when pictures or fonts
     // that arrive late lay the chapter out anew.
-    void setPlaceToKeep(std::optional<double> place) { _placeToKeep = place; }
+    void setPlaceToKeep(std::optional<double> place) { _place.setToKeep(place); }
 
     void resourceDidFinishLoading(const DataSource& source) override;
     void didFinishLoadForFrame(const DataSource& source) override;
@@ -110,25 +110,17 @@ public:
     void webProcessDidTerminate() override;
 
 private:
-    enum class Direction : int { Back = -1, On = 1 };
-
     // W, H, C and PW as they are now.
     PageGeometry geometry() const;
+    scripts::Layout layout() const { return _settings.layout(geometry()); }
     // `split` is the index of the URL when it is loaded as that spine document.
     void load(const Url& url, std::optional<std::uint64_t> split = std::nullopt);
     // How the page at that URL is to begin.
     PageStart pageStart(const Url& url) const;
-    scripts::Layout layout() const;
-    void holdActions();
     void loadSplit(std::uint64_t index);
     // The chapter becomes the active one; the place in another is forgotten.
     void activateSplit(std::uint64_t index);
-    void releaseActions();
-    // The nearest spine document in that direction that is not known to be missing.
-    std::optional<std::uint64_t> nextSplit(Direction direction) const;
-    bool lastChapterIsShown() const;
-    // The user moves: the place that was kept is given up.
-    void userMoves() { _placeToKeep = std::nullopt; }
+    void holdActions();
 
     Task<std::int64_t> integer(std::string script) { return evaluateInteger(_window.webView(), std::move(script)); }
     Task<void> run(std::string script) { return evaluate(_window.webView(), std::move(script)); }
@@ -150,10 +142,8 @@ private:
     Task<void> keepPlace();
     Task<void> notePlace();
 
-    // `adopt` takes up an option of the display, `show` does it and shows it on the page.
+    // `adopt` takes up a display option; `show` takes it up and shows it on the page.
     void enqueueOption(std::function<void()> adopt, SerialQueue::Work show);
-    std::int32_t nextNumberOfColumns() const;
-    void rebuildFontMenu();
     void showPercentage(double fractionOfBook);
 
     EpubWindow& _window;
@@ -165,38 +155,16 @@ private:
 
     bool _dragging = false;
     std::optional<std::string> _lastAnchor;
-    std::vector<Url> _bookSplits;
-    std::map<std::string, std::uint64_t> _splitIndexDict;
-    std::uint64_t _activeSplitIndex = 0;
-    std::uint64_t _capacity = 0;
-    float _readAmount = 0;
-    std::optional<std::string> _currentFont;
-    float _currentFontSize = 0;
-    std::int32_t _currentColorOption = 0;
-    std::int32_t _numberOfColumns = 0;
-    std::int32_t _pageWidth = 0;
-
-    // Counts the pages that were lost with the engine, so that nothing goes by what a lost page did not answer.
-    std::uint64_t _lostPages = 0;
+    Spine _spine;
+    ReadingPosition _position;
+    DisplaySettings _settings;
+    KeptPlace _place;
+    LocationChanges _locationChanges;
+    bool _isTrackingAnchors = false;
     // Whether a chapter has ever been laid out.
     bool _pageIsShown = false;
-    std::optional<double> _lastPlace;
-    // Everything that the chapter asked for has arrived or failed.
-    bool _frameIsLoaded = false;
-    std::optional<double> _placeToKeep;
-    // Spine documents whose load failed; page turns go past them.
-    std::set<std::uint64_t> _missingSplits;
-    std::optional<std::uint64_t> _requestedSplit;
-    // Fragments that the location changed to and that are not yet tracked.
-    std::vector<std::string> _locationChanges;
-    bool _isTrackingAnchors = false;
-    // The URL with the last of these fragments, and the load that it belongs to.
-    std::optional<Url> _pageLocation;
-    std::uint64_t _pageLocationLoad = 0;
     LeavingLinks _leavingLinks;
     bool _relayoutPending = false;
-    // Options that are chosen and not yet shown.
-    std::deque<std::function<void()>> _pendingOptions;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 
     SplitRules _splitRules;

@@ -9,37 +9,26 @@ namespace pagora {
 
 const char* EpubController::getCSSColorFor(std::int32_t theme) const
 {
-    return cssColorForTheme(theme == 0 ? _currentColorOption : theme);
+    return cssColorForTheme(theme == 0 ? _settings.currentColorOption : theme);
 }
 
 const char* EpubController::getCSSBackgroundColorFor(std::int32_t theme) const
 {
-    return cssBackgroundColorForTheme(theme == 0 ? _currentColorOption : theme);
+    return cssBackgroundColorForTheme(theme == 0 ? _settings.currentColorOption : theme);
 }
 
 Color EpubController::getBackgroundColorFor(std::int32_t theme) const
 {
-    return backgroundColorForTheme(theme == 0 ? _currentColorOption : theme);
+    return backgroundColorForTheme(theme == 0 ? _settings.currentColorOption : theme);
 }
 
 void EpubController::enqueueOption(std::function<void()> adopt, SerialQueue::Work show)
 {
-    _pendingOptions.push_back(std::move(adopt));
+    _settings.pending.push_back(std::move(adopt));
     _queue.enqueueAction([this, show = std::move(show)]() -> Task<void> {
-        _pendingOptions.pop_front();
+        _settings.pending.pop_front();
         co_await show();
     });
-}
-
-void EpubController::adoptPendingOptions()
-{
-    for (const auto& adopt : std::exchange(_pendingOptions, {}))
-        adopt();
-}
-
-std::int32_t EpubController::nextNumberOfColumns() const
-{
-    return _numberOfColumns >= 3 ? 1 : _numberOfColumns + 1;
 }
 
 void EpubController::changeColor()
@@ -47,57 +36,56 @@ void EpubController::changeColor()
     auto& control = _window.colorControl();
     const auto theme = control.tag(control.selectedSegment());
     const auto show = [this, theme]() -> Task<void> {
-        if (theme == _currentColorOption)
+        if (theme == _settings.currentColorOption)
             co_return;
         _window.bgView().setFillColor(getBackgroundColorFor(theme));
-        _currentColorOption = theme;
+        _settings.currentColorOption = theme;
         if (theme == 1) {
             _state.restorePositionPending = true;
             // Turns that waited together with this have not been noted.
             co_await notePlace();
-            _placeToKeep = lastPlace();
+            _place.keepLast();
             _lastAnchor = std::nullopt;
-            loadSplit(_activeSplitIndex);
+            loadSplit(_spine.activeSplitIndex);
         } else
             co_await run(scripts::colors(getCSSColorFor(theme), getCSSBackgroundColorFor(theme)));
     };
-    enqueueOption([this, theme] { _currentColorOption = theme; }, show);
+    enqueueOption([this, theme] { _settings.currentColorOption = theme; }, show);
 }
 
 void EpubController::fontChange()
 {
     const auto family = _window.fontMenu().titleOfSelectedItem();
     const auto show = [this, family]() -> Task<void> {
-        if (family == _currentFont)
+        if (family == _settings.currentFont)
             co_return;
-        _currentFont = family;
+        _settings.currentFont = family;
         co_await run(scripts::textFont(family));
     };
-    enqueueOption([this, family] { _currentFont = family; }, show);
+    enqueueOption([this, family] { _settings.currentFont = family; }, show);
 }
 
 void EpubController::changeFontSize(float multiplier)
 {
     const auto show = [this, multiplier] { return applyFontSize(multiplier); };
-    enqueueOption([this, multiplier] { _currentFontSize = multiplier; }, show);
+    enqueueOption([this, multiplier] { _settings.currentFontSize = multiplier; }, show);
 }
 
 Task<void> EpubController::applyFontSize(float multiplier)
 {
-    if (multiplier == _currentFontSize)
+    if (multiplier == _settings.currentFontSize)
         co_return;
+    _settings.currentFontSize = multiplier;
     const std::int64_t before = co_await integer(scripts::scrollWidthExpression);
     const auto page = geometry();
     const auto B = page.seekDivisor();
     _window.webView().setTextSizeMultiplier(multiplier);
-    const double f = static_cast<float>(_capacity) / ((before / page.W) * B);
-    _currentFontSize = multiplier;
+    const double f = static_cast<float>(_position.capacity) / ((before / page.W) * B);
     if (f > 0 && B != 0) {
         const std::int64_t after = co_await integer(scripts::scrollWidthExpression);
         const double V = B * (after / page.W);
-        _capacity = wrapped(f * V);
-        _readAmount = page.readAmount(_capacity, after, B);
-        const auto index = PageGeometry::pageIndex(_capacity, B);
+        _position.set(wrapped(f * V), page, after, B);
+        const auto index = PageGeometry::pageIndex(_position.capacity, B);
         const auto offset = page.offset32OfPage(index);
         co_await run(scripts::scrollTo(offset));
         co_await updateLocationWithOffset(offset);
@@ -107,16 +95,16 @@ Task<void> EpubController::applyFontSize(float multiplier)
 void EpubController::changeWidth()
 {
     const auto show = [this] { return applyColumns(); };
-    enqueueOption([this] { _numberOfColumns = nextNumberOfColumns(); }, show);
+    enqueueOption([this] { _settings.numberOfColumns = _settings.nextNumberOfColumns(); }, show);
 }
 
 Task<void> EpubController::applyColumns()
 {
-    _numberOfColumns = nextNumberOfColumns();
-    _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
-    _window.setColumnCount(_numberOfColumns);
-    co_await run(scripts::columns(_numberOfColumns, _pageWidth));
-    co_await run(scripts::imageWidth(_pageWidth));
+    _settings.numberOfColumns = _settings.nextNumberOfColumns();
+    _settings.updatePageWidth(_window);
+    _window.setColumnCount(_settings.numberOfColumns);
+    co_await run(scripts::columns(_settings.numberOfColumns, _settings.pageWidth));
+    co_await run(scripts::imageWidth(_settings.pageWidth));
 }
 
 void EpubController::didResize()
@@ -127,7 +115,7 @@ void EpubController::didResize()
 void EpubController::updateColumns()
 {
     // One layout serves all the sizes that came before it.
-    if (_window.webView().isHidden() || _bookSplits.empty() || _relayoutPending)
+    if (_window.webView().isHidden() || _spine.bookSplits.empty() || _relayoutPending)
         return;
     _relayoutPending = true;
     _queue.enqueueReport([this] { return applyRelayout(); });
@@ -136,11 +124,11 @@ void EpubController::updateColumns()
 Task<void> EpubController::applyRelayout()
 {
     _relayoutPending = false;
-    _pageWidth = PageGeometry::pageWidthFor(_window.webView().frame().width, _numberOfColumns);
+    _settings.updatePageWidth(_window);
     const auto page = geometry();
-    co_await run(scripts::relayout(_numberOfColumns, page.pageWidth, page.columnHeight(), page.imageHeight()));
-    if (_capacity != 0 && page.pageArea() != 0) {
-        const auto offset = page.offsetOfPage(PageGeometry::pageIndex(_capacity, page.pageArea()));
+    co_await run(scripts::relayout(_settings.numberOfColumns, page.pageWidth, page.columnHeight(), page.imageHeight()));
+    if (_position.capacity != 0 && page.pageArea() != 0) {
+        const auto offset = page.offsetOfPage(PageGeometry::pageIndex(_position.capacity, page.pageArea()));
         co_await run(scripts::scrollTo(offset));
         co_await updateLocationWithOffset(offset);
     }

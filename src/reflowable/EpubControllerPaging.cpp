@@ -29,24 +29,6 @@ void EpubController::scrollWheelBegan(double deltaX)
         changePage(deltaX > 0 ? Previous : Next);
 }
 
-bool EpubController::lastChapterIsShown() const
-{
-    return _activeSplitIndex + 1 == _bookSplits.size();
-}
-
-std::optional<std::uint64_t> EpubController::nextSplit(Direction direction) const
-{
-    auto index = _activeSplitIndex;
-    do {
-        if (direction == Direction::Back && index == 0)
-            return std::nullopt;
-        index += static_cast<std::uint64_t>(direction);
-        if (index >= _bookSplits.size())
-            return std::nullopt;
-    } while (_missingSplits.contains(index));
-    return index;
-}
-
 Task<void> EpubController::turn(int tag)
 {
     if (tag == Previous)
@@ -57,21 +39,18 @@ Task<void> EpubController::turn(int tag)
 
 Task<void> EpubController::turnOn()
 {
-    const auto lost = _lostPages;
     const std::int64_t X = co_await integer(scripts::pageXOffset);
     const std::int64_t S = co_await integer(scripts::scrollWidth);
-    if (lost != _lostPages)
-        co_return;
     const auto page = geometry();
-    if (lastChapterIsShown() && X + page.W >= S)
+    if (_spine.lastIsActive() && X + page.W >= S)
         co_return;
-    userMoves();
+    _place.userMoves();
     _state.openAtChapterEnd = false;
     const auto N = truncated(X + page.W);
     if (N < S) {
         co_await adoptOffset(N, S);
-    } else if (const auto next = nextSplit(Direction::On)) {
-        _readAmount = 0;
+    } else if (const auto next = _spine.next(Spine::Direction::On)) {
+        _position.readAmount = 0;
         _lastAnchor = std::nullopt;
         loadSplit(*next);
     } else
@@ -80,19 +59,16 @@ Task<void> EpubController::turnOn()
 
 Task<void> EpubController::turnBack()
 {
-    const auto lost = _lostPages;
     const std::int64_t X = co_await integer(scripts::pageXOffset);
     const std::int64_t S = co_await integer(scripts::scrollWidth);
-    if (lost != _lostPages)
-        co_return;
     const auto page = geometry();
-    if (_activeSplitIndex == 0 && X == 0)
+    if (_spine.activeSplitIndex == 0 && X == 0)
         co_return;
-    userMoves();
+    _place.userMoves();
     _state.openAtChapterEnd = false;
     if (X != 0) {
         co_await adoptOffset(page.adjustOffset(truncated(X - page.W)), S);
-    } else if (const auto previous = nextSplit(Direction::Back)) {
+    } else if (const auto previous = _spine.next(Spine::Direction::Back)) {
         _state.openAtChapterEnd = true;
         _lastAnchor = std::nullopt;
         loadSplit(*previous);
@@ -105,15 +81,14 @@ Task<void> EpubController::adoptOffset(std::int64_t offset, std::int64_t S)
 {
     const auto page = geometry();
     co_await run(scripts::scrollTo(offset));
-    _capacity = page.capacityAt(offset);
-    _readAmount = page.readAmount(_capacity, S, page.pageArea());
+    _position.setOffset(offset, page, S);
     co_await updateLocationWithOffset(offset);
 }
 
 void EpubController::goToFirstPage()
 {
     _queue.enqueueAction([this]() -> Task<void> {
-        userMoves();
+        _place.userMoves();
         _state.openAtChapterEnd = false;
         const std::int64_t S = co_await integer(scripts::scrollWidth);
         co_await adoptOffset(0, S);
@@ -123,13 +98,12 @@ void EpubController::goToFirstPage()
 void EpubController::goToLastPage()
 {
     _queue.enqueueAction([this]() -> Task<void> {
-        userMoves();
+        _place.userMoves();
         const std::int64_t S = co_await integer(scripts::scrollWidth);
         const auto page = geometry();
         co_await run(scripts::scrollToEnd);
         const auto offset = truncated(S - page.W);
-        _capacity = page.capacityAt(offset);
-        _readAmount = page.readAmount(_capacity, S, page.pageArea());
+        _position.setOffset(offset, page, S);
         co_await updateLocationWithOffset(offset);
     });
 }
@@ -138,13 +112,13 @@ Task<void> EpubController::seek(float value, EventType event)
 {
     if (value == _state.lastSliderValue)
         co_return;
-    userMoves();
+    _place.userMoves();
     _state.openAtChapterEnd = false;
     _dragging = event == EventType::LeftMouseDown || event == EventType::LeftMouseDragged;
     if (_location.slider().maxValue() > value) {
         _state.pendingChapterFraction = value - std::trunc(value);
         const auto target = clampedUnsigned(value);
-        if (target != _activeSplitIndex) {
+        if (target != _spine.activeSplitIndex) {
             activateSplit(target);
             _lastAnchor = std::nullopt;
             loadSplit(target);
@@ -167,9 +141,8 @@ Task<void> EpubController::scrollToAmount()
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
     if (B != 0) {
         const double V = B * (S / page.W);
-        _capacity = wrapped(f * V);
-        _readAmount = page.readAmount(_capacity, S, B);
-        const auto index = PageGeometry::pageIndex(_capacity, B);
+        _position.set(wrapped(f * V), page, S, B);
+        const auto index = PageGeometry::pageIndex(_position.capacity, B);
         co_await run(scripts::scrollTo(page.offset32OfPage(index)));
         showPercentage(_location.slider().floatValue() / _location.slider().maxValue());
     }
@@ -184,12 +157,12 @@ void EpubController::showPercentage(double fractionOfBook)
 Task<void> EpubController::updateLocationWithOffset(std::int64_t offset)
 {
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
-    float p = static_cast<float>(_activeSplitIndex) + static_cast<float>(offset) / static_cast<float>(S);
+    float p = static_cast<float>(_spine.activeSplitIndex) + static_cast<float>(offset) / static_cast<float>(S);
     // A scroll width that reads as 0 leaves the display unchanged.
     if (!std::isfinite(p))
         co_return;
     auto& slider = _location.slider();
-    if (lastChapterIsShown()) {
+    if (_spine.lastIsActive()) {
         const std::int64_t w = co_await integer(scripts::innerWidth);
         if (w + offset >= S)
             p = static_cast<float>(slider.maxValue());
@@ -200,14 +173,14 @@ Task<void> EpubController::updateLocationWithOffset(std::int64_t offset)
 
 Task<void> EpubController::keepPlace()
 {
-    if (!_placeToKeep)
+    if (!_place.toKeep())
         co_return;
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
     const std::int64_t X = co_await integer(scripts::pageXOffset);
     const auto page = geometry();
-    if (!_placeToKeep || S <= 0 || page.W <= 0 || _numberOfColumns < 1)
+    if (!_place.toKeep() || S <= 0 || page.W <= 0 || page.columns < 1)
         co_return;
-    const auto offset = page.offsetAround(*_placeToKeep, S);
+    const auto offset = page.offsetAround(*_place.toKeep(), S);
     if (offset != X)
         co_await run(scripts::scrollTo(offset));
 }
@@ -220,12 +193,9 @@ Task<void> EpubController::notePlace()
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
     const std::int64_t X = co_await integer(scripts::pageXOffset);
     const auto W = _window.webView().frame().width;
-    if (S <= 0 || W <= 0 || _bookSplits.empty() || _queue.actionsAreHeld())
+    if (S <= 0 || W <= 0 || _spine.bookSplits.empty() || _queue.actionsAreHeld())
         co_return;
-    // Pictures that are still awaited will lengthen the chapter: its first page is its start then, not a fraction of
-    // it.
-    const bool atStart = X == 0 && !_frameIsLoaded;
-    _lastPlace = atStart ? 0 : (X + W / 2) / S;
+    _place.note(static_cast<double>(X), W, static_cast<double>(S));
     const auto count = static_cast<std::int64_t>(std::ceil(S / W));
     const auto page = static_cast<std::int64_t>(std::lround(X / W)) + 1;
     _window.setPageOfChapter(std::min(page, count), count);

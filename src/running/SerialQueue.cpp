@@ -27,6 +27,14 @@ void SerialQueue::releaseActions()
     start();
 }
 
+void SerialQueue::dropCurrent()
+{
+    _drain = {};
+    _current = nullptr;
+    _running = false;
+    start();
+}
+
 void SerialQueue::start()
 {
     if (_running || (_reports.empty() && (_held || _actions.empty())))

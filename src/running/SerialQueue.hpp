@@ -19,6 +19,8 @@ public:
 
     void holdActions();
     void releaseActions();
+    // Ends the work that runs where it waits and goes on with the next. Not called by work that is not waiting.
+    void dropCurrent();
     bool actionsAreHeld() const { return _held; }
 
     // Whether nothing runs or can run.

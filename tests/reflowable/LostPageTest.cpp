@@ -113,3 +113,46 @@ TEST_F(LostPage, SavedPlaceOutlivesALossDuringTheOpening)
     EXPECT_EQ(page().page.X, 800);
     EXPECT_TRUE(reader->isSettled());
 }
+
+TEST_F(LostPage, TextSizeChosenWhileItWasLostHolds)
+{
+    open(3, 1);
+    reader->changePage(1);
+    page().holdsReplies = true;
+    reader->changeFontSize(2);
+    lose();
+    page().holdsReplies = false;
+    comeBack();
+    EXPECT_EQ(reader->currentFontSize(), 2);
+    EXPECT_EQ(page().textSizeMultiplier, 2);
+    EXPECT_EQ(page().page.X, 800);
+}
+
+TEST_F(LostPage, SeekThatItDidNotAnswerLeavesThePosition)
+{
+    open(3, 1);
+    reader->changePage(1);
+    const auto capacity = reader->capacity();
+    page().holdsReplies = true;
+    reader->changePage(1.9F, EventType::LeftMouseDown);
+    lose();
+    page().holdsReplies = false;
+    EXPECT_EQ(reader->capacity(), capacity);
+    comeBack();
+    EXPECT_EQ(page().page.X, 800);
+    EXPECT_EQ(state.pendingChapterFraction, 0);
+}
+
+TEST_F(LostPage, StepToTheLastPageThatItDidNotAnswerLeavesThePosition)
+{
+    open(3, 1);
+    reader->changePage(1);
+    const auto capacity = reader->capacity();
+    page().holdsReplies = true;
+    reader->goToLastPage();
+    lose();
+    page().holdsReplies = false;
+    EXPECT_EQ(reader->capacity(), capacity);
+    comeBack();
+    EXPECT_EQ(page().page.X, 800);
+}

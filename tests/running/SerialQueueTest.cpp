@@ -173,3 +173,31 @@ TEST(SerialQueue, WorkGivenWhileItTellsRunsAndIsFollowedByAnotherTelling)
     EXPECT_EQ(notes.order, (Order { "a", "dry", "late", "dry" }));
     EXPECT_TRUE(queue.isIdle());
 }
+
+TEST(SerialQueue, DroppedWorkDoesNotGoOnAndTheNextOneRuns)
+{
+    Notes notes;
+    Reply<void> reply;
+    const auto answer = reply.resolver();
+    SerialQueue queue;
+    queue.enqueueAction(notes.waiting("a", reply));
+    queue.enqueueAction(notes.work("b"));
+    queue.dropCurrent();
+    answer();
+    EXPECT_EQ(notes.order, (Order { "a", "b" }));
+    EXPECT_TRUE(queue.isIdle());
+}
+
+TEST(SerialQueue, ActionsThatAreHeldWaitWhenWorkIsDropped)
+{
+    Notes notes;
+    Reply<void> reply;
+    SerialQueue queue;
+    queue.enqueueAction(notes.waiting("a", reply));
+    queue.enqueueAction(notes.work("b"));
+    queue.holdActions();
+    queue.dropCurrent();
+    EXPECT_EQ(notes.order, Order { "a" });
+    queue.releaseActions();
+    EXPECT_EQ(notes.order, (Order { "a", "b" }));
+}

@@ -34,6 +34,7 @@ public:
     void setFlickHandler(std::function<void(double)> handler) { _gestures.setFlickHandler(std::move(handler)); }
     // Whether nothing of the child is seen. It is drawn all the same, so that what it shows later is up to date.
     void setConcealed(bool isConcealed);
+    bool isConcealed() const { return _isConcealed; }
     // Whether a control in the page needs the keys that would otherwise scroll.
     void setPageTakesKeys(bool takes) { _pageTakesKeys = takes; }
     bool pageTakesKeys() const { return _pageTakesKeys; }

@@ -1,6 +1,5 @@
 #include "page/gtk/PageView.hpp"
 
-#include "base/Resource.hpp"
 #include "confinement/gtk/PageFile.hpp"
 #include "confinement/gtk/PageRefusals.hpp"
 #include "desktop/gtk/TextScale.hpp"
@@ -17,17 +16,10 @@ namespace pagora {
 
 namespace {
 
-// How often a page that brings down the engine is loaded again, unless it has been shown for so many microseconds.
-constexpr int recoveriesPerLoad = 3;
-constexpr gint64 steadyTime = 20'000'000;
-// Seconds that each megabyte of a page may take more, and how long the largest may take: laying out text in columns
-// takes one to two for each on a machine of today.
+// Seconds that a document may take in addition for each megabyte, and in all. Laying out a megabyte of text in columns
+// takes one to two seconds.
 constexpr double secondsPerMegabyte = 5;
-constexpr double longestPatience = 180;
-// How long the page may take to hear of its new size before it is reported regardless, in milliseconds.
-constexpr unsigned resizePatience = 200;
-// How long a page that is laid out may take to be painted, in milliseconds: one that nobody sees is not painted at all.
-constexpr unsigned paintPatience = 2000;
+constexpr double maxDocumentTimeout = 180;
 
 std::string withoutFragment(const std::string& uri)
 {
@@ -42,81 +34,54 @@ std::string asTheEngineSpells(const std::string& uri)
     return spelled && *spelled ? spelled : uri;
 }
 
-void addStyleSheet(WebKitWebView* view, const char* name)
-{
-    const auto text = resourceBytes(std::string("/org/pagora/Pagora/") + name).value();
-    auto* sheet = webkit_user_style_sheet_new(
-        text.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
-    webkit_user_content_manager_add_style_sheet(webkit_web_view_get_user_content_manager(view), sheet);
-    webkit_user_style_sheet_unref(sheet);
-}
-
 }
 
 PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout, Start start)
     : _view(std::move(view))
     , _kind(kind)
-    , _filterMaker(filter)
     , _timeout(scriptTimeout)
-    , _patience(scriptTimeout)
+    , _documentTimeout(scriptTimeout)
     , _reports(kind == PageKind::Fixed ? LoadReports::ClosingReport::Yes : LoadReports::ClosingReport::No)
     , _scripts(
           _view.get(), scriptTimeout, [this] { restartEngine(); },
           [this] {
-              if (_allowsPageScripts)
+              if (_content.allowsScripts())
                   restartEngine();
           })
     , _frame(GTK_WIDGET(_view.get()))
     , _spoken(_view.get())
+    , _content(_view.get(), kind, filter)
+    , _curtain(_view.get(), _frame)
+    , _sizes([this] {
+        if (auto* delegate = _reports.delegate())
+            delegate->didResize();
+    })
     , _isWarmingUp(start == Start::WarmingUp)
     , _self(std::make_shared<PageView*>(this))
 {
-    // The page with which the engine is warmed up is not for anybody's eyes.
-    coverUnprepared();
-    if (kind == PageKind::Columns) {
-        addStyleSheet(_view.get(), "page.css");
-        addStyleSheet(_view.get(), "type.css");
-    } else
-        addStyleSheet(_view.get(), "fixed-page.css");
+    // The page that warms the engine up is never seen.
+    if (kind == PageKind::Columns)
+        _curtain.cover(PageCover::Show::Nothing);
     _frame.setResizeHandler([this] { frameDidChange(); });
     _textScaleChanges = Gtk::Settings::get_default()->property_gtk_xft_dpi().signal_changed().connect(
         [this] { textScaleDidChange(); });
-    allowPageScripts(true);
     connectEngine();
 }
 
 PageView::~PageView()
 {
-    for (auto* timer : { &_startTimer, &_loadTimer, &_resizeTimer, &_recovery, &_paintTimer, &_textScaleChanges })
+    for (auto* timer : { &_startTimer, &_loadTimer, &_textScaleChanges })
         timer->disconnect();
     g_signal_handlers_disconnect_by_data(_view.get(), this);
     g_signal_handlers_disconnect_by_data(webkit_web_view_get_user_content_manager(_view.get()), this);
     setRefusalHandler(_view.get(), {});
     // A page that is busy would not hear that it is closed, and go on for as long as it likes.
     webkit_web_view_terminate_web_process(_view.get());
-    if (_numberScript)
-        webkit_user_script_unref(_numberScript);
-    if (_pageStyles)
-        webkit_user_style_sheet_unref(_pageStyles);
 }
 
 void PageView::setBookFolder(const std::string& path)
 {
-    auto* content = webkit_web_view_get_user_content_manager(_view.get());
-    webkit_user_content_manager_remove_all_filters(content);
-    allowPageScripts(true);
-    _bookFolder = path;
-    _filterFailed = false;
-    _filterRequest.reset();
-    if (auto* const filter = _filterMaker.made(path))
-        return webkit_user_content_manager_add_filter(content, filter);
-    _filterRequest = _filterMaker.compile(path, [this, content](WebKitUserContentFilter* filter) {
-        _filterRequest.reset();
-        _filterFailed = !filter;
-        if (filter)
-            webkit_user_content_manager_add_filter(content, filter);
-        startWhenReady();
-    });
+    _content.setBookFolder(path, [this] { startWhenReady(); });
 }
 
 bool PageView::isWithinPage(const Url& url)
@@ -127,12 +92,12 @@ bool PageView::isWithinPage(const Url& url)
 
 bool PageView::isInBook(const Url& url) const
 {
-    return isUrlInFolder(url, _bookFolder);
+    return isUrlInFolder(url, _content.bookFolder());
 }
 
 std::uint64_t PageView::loadRequest(const Url& url)
 {
-    _recoveriesLeft = recoveriesPerLoad;
+    _recovery.reset();
     begin(url);
     return currentLoad();
 }
@@ -144,21 +109,21 @@ void PageView::begin(const Url& url)
     _isForgiven = false;
     _startTimer.disconnect();
     _loadTimer.disconnect();
-    _recovery.disconnect();
+    _recovery.callOff();
 
     const bool isFile = url.isFile() || url.scheme().empty();
     const auto target = isFile ? existingFile(url) : std::optional(url);
-    // What is no place but text or a script of its own.
+    // data:, blob:, about: and javascript: URLs are not documents.
     if (isWithinPage(url))
         return failSoon();
-    if (!target || (isFile && !_bookFolder.empty() && !isFileInFolder(target->path(), _bookFolder)))
+    if (!target || (isFile && !_content.bookFolder().empty() && !isFileInFolder(target->path(), _content.bookFolder())))
         return failSoon();
     _target = asTheEngineSpells(target->text());
     std::error_code unknown;
     const auto bytes = isFile ? std::filesystem::file_size(target->path(), unknown) : 0;
     const double more = unknown ? 0 : secondsPerMegabyte * static_cast<double>(bytes) / 1e6;
-    _patience = std::max(_timeout, std::min(_timeout + more, longestPatience));
-    _scripts.setTimeout(_patience);
+    _documentTimeout = std::max(_timeout, std::min(_timeout + more, maxDocumentTimeout));
+    _scripts.setTimeout(_documentTimeout);
     coverUntilPrepared();
     _stage = Stage::Waiting;
     if (_isWarmingUp)
@@ -179,7 +144,7 @@ void PageView::warmUpNoLongerThan(double seconds)
 
 void PageView::startWhenReady()
 {
-    if (_stage == Stage::Waiting && !_filterRequest && !_isWarmingUp)
+    if (_stage == Stage::Waiting && !_content.awaitsFilter() && !_isWarmingUp)
         start();
 }
 
@@ -199,11 +164,11 @@ void PageView::reportFailure()
 
 void PageView::start()
 {
-    if (_filterFailed)
+    if (_content.filterFailed())
         return failSoon();
     _stage = Stage::Starting;
     numberScripts();
-    stylePages();
+    _content.setStartStyle(_pageStart.styleSheet);
     // A page whose scripts never end would keep the engine from even beginning with another one.
     _loadTimer.disconnect();
     if (_target.rfind("file:", 0) == 0)
@@ -242,46 +207,12 @@ void PageView::loadFresh()
         _view.get(), script.c_str(), -1, pageWorld, nullptr, nullptr, renamed, reload.release());
 }
 
-void PageView::numberScripts()
-{
-    auto* content = webkit_web_view_get_user_content_manager(_view.get());
-    if (_numberScript) {
-        webkit_user_content_manager_remove_script(content, _numberScript);
-        webkit_user_script_unref(_numberScript);
-    }
-    const auto columns = _pageStart.columnCount;
-    const std::string source = "var pagoraLoad = " + std::to_string(currentLoad())
-        + ", pagoraLaysOut = " + (_kind == PageKind::Columns ? "true" : "false") + ", pagoraColumnCount = '"
-        + (columns < 2 ? "auto" : std::to_string(columns)) + "'; pagoraMarkColumns('"
-        + std::to_string(std::max(columns, 1)) + "');";
-    _numberScript = webkit_user_script_new_for_world(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
-        WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageWorld, nullptr, nullptr);
-    webkit_user_content_manager_add_script(content, _numberScript);
-}
-
-void PageView::stylePages()
-{
-    // Putting one in place has the page that is still shown styled anew.
-    if (_pageStart.styleSheet == _pageStylesText)
-        return;
-    _pageStylesText = _pageStart.styleSheet;
-    auto* content = webkit_web_view_get_user_content_manager(_view.get());
-    if (_pageStyles) {
-        webkit_user_content_manager_remove_style_sheet(content, _pageStyles);
-        webkit_user_style_sheet_unref(_pageStyles);
-    }
-    // Of the author's level, so that what scripts set in the elements themselves goes before it.
-    _pageStyles = webkit_user_style_sheet_new(_pageStylesText.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
-        WEBKIT_USER_STYLE_LEVEL_AUTHOR, nullptr, nullptr);
-    webkit_user_content_manager_add_style_sheet(content, _pageStyles);
-}
-
 // The page has begun. One whose scripts never end, or never come, would not be completed.
 void PageView::expectDocument()
 {
     _loadTimer.disconnect();
-    if (_allowsPageScripts)
-        restartEngineAfter(_patience);
+    if (_content.allowsScripts())
+        restartEngineAfter(_documentTimeout);
 }
 
 void PageView::restartEngineAfter(double seconds)
@@ -306,25 +237,14 @@ void PageView::restartEngine()
 {
     // Without a page there is none that could be to blame.
     if (!_shown.empty())
-        allowPageScripts(false);
+        _content.allowScripts(false);
     webkit_web_view_terminate_web_process(_view.get());
 }
 
 // It is still seen, but its frames and timers have ended.
 void PageView::pageClosedItself()
 {
-    _recovery.disconnect();
-    _recovery = Glib::signal_idle().connect([this] {
-        restartEngine();
-        return false;
-    });
-}
-
-void PageView::allowPageScripts(bool allowed)
-{
-    // A view that was made for pages without scripts stays so.
-    _allowsPageScripts = allowed && !webkit_web_view_get_default_content_security_policy(_view.get());
-    webkit_settings_set_enable_javascript_markup(webkit_web_view_get_settings(_view.get()), _allowsPageScripts);
+    _recovery.performSoon([this] { restartEngine(); });
 }
 
 void PageView::recover()
@@ -342,24 +262,18 @@ void PageView::recover()
     // Answers may have started another load by then.
     if (self.expired() || lost != currentLoad())
         return;
-    _recovery.disconnect();
-    _recovery = Glib::signal_idle().connect([this, lost] {
+    _recovery.performSoon([this, lost] {
         if (lost != currentLoad() || !_reports.url())
-            return false;
+            return;
         const Url url = *_reports.url();
-        const gint64 now = g_get_monotonic_time();
-        if (now - std::exchange(_lastRecovery, now) > steadyTime)
-            _recoveriesLeft = recoveriesPerLoad;
-        else if (_recoveriesLeft < recoveriesPerLoad)
-            allowPageScripts(false);
+        const auto attempt = _recovery.nextAttempt();
+        if (!attempt.allowsScripts)
+            _content.allowScripts(false);
         pageStartIsOver();
-        if (_recoveriesLeft-- > 0)
-            begin(url);
-        else {
-            _reports.begin(url);
-            reportFailure();
-        }
-        return false;
+        if (attempt.isAllowed)
+            return begin(url);
+        _reports.begin(url);
+        reportFailure();
     });
 }
 
@@ -383,24 +297,7 @@ void PageView::applyMargins()
 
 void PageView::frameDidChange()
 {
-    _awaitsPageSize = _stage == Stage::Shown && _pageSize != frame();
-    if (!_awaitsPageSize)
-        return reportSize();
-    // The page script tells when the page has the new size too; only then do its measures fit the frame.
-    _resizeTimer.disconnect();
-    _resizeTimer = Glib::signal_timeout().connect(
-        [this] {
-            reportSize();
-            return false;
-        },
-        resizePatience);
-}
-
-void PageView::reportSize()
-{
-    _resizeTimer.disconnect();
-    if (auto* delegate = _reports.delegate())
-        delegate->didResize();
+    _sizes.frameDidChange(frame(), _stage == Stage::Shown);
 }
 
 void PageView::setTextSizeMultiplier(double multiplier)
@@ -427,33 +324,19 @@ double PageView::pixelSize() const
 void PageView::setHidden(bool hidden)
 {
     // It stays laid out at its size and goes on drawing, so that the page in it can be prepared.
-    _isHidden = hidden;
     _frame.setConcealed(hidden);
     _frame.set_can_target(!hidden);
 }
 
-// Not for ever: a page that never comes to an end is shown as it is.
 void PageView::coverUntilPrepared()
 {
-    coverUnprepared();
-    if (!_isUnprepared)
-        return;
-    _paintTimer = Glib::signal_timeout().connect(
-        [this] {
-            pageIsPrepared();
-            return false;
-        },
-        static_cast<unsigned>(_patience * 1000));
+    if (_kind == PageKind::Columns)
+        _curtain.cover(_shown.empty() ? PageCover::Show::Nothing : PageCover::Show::LastPicture, _documentTimeout);
 }
 
-void PageView::coverUnprepared()
+void PageView::numberScripts()
 {
-    if (_kind != PageKind::Columns)
-        return;
-    _isUnprepared = true;
-    _paintTimer.disconnect();
-    ++_lastPaint;
-    _frame.cover(_shown.empty() ? PageCover::Show::Nothing : PageCover::Show::LastPicture);
+    _content.numberScripts(currentLoad(), _pageStart.columnCount);
 }
 
 // What the reader said of a page's start holds for the load that it asked for.
@@ -461,36 +344,6 @@ void PageView::pageStartIsOver()
 {
     _pageStart.isShownAtOnce = false;
     _pageStart.columnCount = 1;
-}
-
-void PageView::pageIsPrepared()
-{
-    _isUnprepared = false;
-    uncoverWhenPainted();
-}
-
-void PageView::uncoverWhenPainted()
-{
-    if (_isUnprepared || !_frame.isCovered())
-        return;
-    // The engine draws the page a moment after it has laid it out.
-    const auto request = "pagoraReportPaint(" + std::to_string(++_lastPaint) + ")";
-    webkit_web_view_evaluate_javascript(
-        _view.get(), request.c_str(), -1, pageWorld, nullptr, nullptr, nullptr, nullptr);
-    _paintTimer.disconnect();
-    _paintTimer = Glib::signal_timeout().connect(
-        [this] {
-            uncover();
-            return false;
-        },
-        paintPatience);
-}
-
-void PageView::uncover()
-{
-    _paintTimer.disconnect();
-    if (!_isUnprepared)
-        _frame.uncover();
 }
 
 void PageView::setBackground(const Color& color)

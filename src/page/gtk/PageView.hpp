@@ -2,11 +2,14 @@
 
 #include "base/GObjectPtr.hpp"
 #include "confinement/MessageBudget.hpp"
-#include "confinement/gtk/BookFilter.hpp"
 #include "page/WebView.hpp"
 #include "page/gtk/LoadReports.hpp"
+#include "page/gtk/PageContent.hpp"
+#include "page/gtk/PageCurtain.hpp"
 #include "page/gtk/PageFrame.hpp"
+#include "page/gtk/PageRecovery.hpp"
 #include "page/gtk/PageScripts.hpp"
+#include "page/gtk/PageSizeReports.hpp"
 #include "page/gtk/SpokenPage.hpp"
 
 #include <functional>
@@ -14,9 +17,6 @@
 #include <string>
 
 namespace pagora {
-
-// What a page view is for: text that the reader lays out as a strip of columns, or pages that come with their layout.
-enum class PageKind { Columns, Fixed };
 
 // The page view on top of the engine's widget. A load of a page that the page itself asked for (a link within the book)
 // and the reload after a crash of the engine count as loads of their own. Made by a `PageEngine`, which outlives it.
@@ -51,7 +51,7 @@ public:
     std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
     Reply<std::string> drawn() override { return _scripts.drawn(); }
     Reply<std::string> evaluateScript(const std::string& script) override;
-    void pageIsPrepared() override;
+    void pageIsPrepared() override { _curtain.pageIsPrepared(); }
     // What is seen where the page paints nothing.
     void setBackground(const Color& color);
     // Names the page for assistive technology, by the title of its document.
@@ -71,7 +71,7 @@ public:
     Rect frame() const override;
     double pixelSize() const override;
     void setHidden(bool hidden) override;
-    bool isHidden() const override { return _isHidden; }
+    bool isHidden() const override { return _frame.isConcealed(); }
     void makeFirstResponder() override;
 
 private:
@@ -86,7 +86,6 @@ private:
     void start();
     void loadFresh();
     void numberScripts();
-    void stylePages();
     void pageStartIsOver();
     void failSoon();
     void expectDocument();
@@ -95,18 +94,13 @@ private:
     void restartEngineAfter(double seconds);
     void restartEngine();
     void pageClosedItself();
-    void allowPageScripts(bool allowed);
     void recover();
     void textScaleDidChange();
     void applyMargins();
     bool isWithinBudget(MessageBudget::Message message, const char* text);
     void frameDidChange();
-    void reportSize();
     void reportFailure();
-    void coverUnprepared();
     void coverUntilPrepared();
-    void uncoverWhenPainted();
-    void uncover();
     bool isPageOfTarget() const;
     bool isTarget(const Url& url) const;
     bool isInBook(const Url& url) const;
@@ -125,56 +119,36 @@ private:
 
     GObjectPtr<WebKitWebView> _view;
     PageKind _kind;
-    BookFilter& _filterMaker;
+    // In seconds: the least that a script or a page may take, and what the page that is asked for may, by its size.
     double _timeout;
-    // The same for the page that is asked for, by its size.
-    double _patience;
-    // A book whose scripts have once held up the engine is read without them.
-    bool _allowsPageScripts = true;
+    double _documentTimeout;
     LoadReports _reports;
     // Of what the page tells.
     MessageBudget _budget;
     PageScripts _scripts;
     PageFrame _frame;
     SpokenPage _spoken;
+    // A book whose scripts have once held up the engine is read without them.
+    PageContent _content;
+    PageCurtain _curtain;
+    PageSizeReports _sizes;
+    PageRecovery _recovery;
 
-    std::string _bookFolder;
-    std::shared_ptr<void> _filterRequest;
-    // Whether the engine is still about the page with which it is warmed up.
+    // Whether the engine is still loading the page that warms it up.
     bool _isWarmingUp;
-    bool _filterFailed = false;
     Stage _stage = Stage::Idle;
     // The URL as the engine gets it, and the one of the page that it shows.
     std::string _target;
     std::string _shown;
-    bool _runsRightToLeft = false;
     // Whether it is read by the rules of HTML because it is not well-formed.
     bool _isForgiven = false;
-    WebKitUserScript* _numberScript = nullptr;
-    PageStart _pageStart;
-    // What pages get from their beginning on.
-    WebKitUserStyleSheet* _pageStyles = nullptr;
-    std::string _pageStylesText;
-    int _recoveriesLeft = 0;
-    // On the monotonic clock, in microseconds.
-    std::int64_t _lastRecovery = 0;
-    // The last size that the page told of.
-    Rect _pageSize;
+    bool _runsRightToLeft = false;
     bool _pageTakesEscape = false;
-    // The page has still to hear of its new size.
-    bool _awaitsPageSize = false;
-    bool _isHidden = false;
-    // Whether the page that is loaded is not laid out yet.
-    bool _isUnprepared = false;
-    // Counts what asked for the page to be painted.
-    std::uint64_t _lastPaint = 0;
-    sigc::connection _paintTimer;
+    PageStart _pageStart;
+    std::optional<PageMargins> _margins;
     sigc::connection _startTimer;
     sigc::connection _loadTimer;
-    sigc::connection _resizeTimer;
-    std::optional<PageMargins> _margins;
     sigc::connection _textScaleChanges;
-    sigc::connection _recovery;
     // Forgotten when the view goes, for what comes back later.
     std::shared_ptr<PageView*> _self;
 };

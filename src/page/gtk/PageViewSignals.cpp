@@ -99,7 +99,7 @@ struct PageViewSignals {
         // A page that took too much memory would take it again.
         if (PageMemoryWatch::takeEnded(webkit_web_view_get_context(engineView))
             || reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT)
-            view(data).allowPageScripts(false);
+            view(data)._content.allowScripts(false);
         view(data).recover();
     }
 
@@ -204,7 +204,7 @@ bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
     const double now = static_cast<double>(g_get_monotonic_time()) / 1e6;
     const bool isWithin = _budget.take(message, text ? std::strlen(text) : 0, now);
     // Without its scripts a page has only so much to tell.
-    if (!isWithin && _allowsPageScripts && !_isWarmingUp) {
+    if (!isWithin && _content.allowsScripts() && !_isWarmingUp) {
         log("a page sends messages without end");
         restartEngine();
     }
@@ -333,7 +333,8 @@ void PageView::showForgivingly()
         return;
     const Url url = urlOf(_target.c_str());
     std::error_code unknown;
-    const bool isReadable = url.isFile() && (_bookFolder.empty() || isFileInFolder(url.path(), _bookFolder))
+    const bool isReadable = url.isFile()
+        && (_content.bookFolder().empty() || isFileInFolder(url.path(), _content.bookFolder()))
         && std::filesystem::file_size(url.path(), unknown) <= largestForgiven;
     auto text = isReadable ? readFile(url.path()) : std::nullopt;
     const auto page = text ? forgivingPage(std::move(*text)) : std::nullopt;
@@ -366,10 +367,8 @@ void PageView::messageReceived(const std::string& text)
     } else if (what == "broken")
         showForgivingly();
     else if (what == "begun") {
-        if (std::exchange(_pageStart.isShownAtOnce, false) && _isUnprepared) {
-            _isUnprepared = false;
-            uncover();
-        }
+        if (std::exchange(_pageStart.isShownAtOnce, false))
+            _curtain.uncoverBeginning();
     } else if (what == "keys") {
         int takes = 0;
         words >> takes;
@@ -381,15 +380,11 @@ void PageView::messageReceived(const std::string& text)
     } else if (what == "painted") {
         std::uint64_t request = 0;
         words >> request;
-        if (request == _lastPaint)
-            uncover();
+        _curtain.pageIsPainted(request);
     } else if (what == "size") {
         Rect size;
         words >> size.width >> size.height;
-        _pageSize = size;
-        // Also when the page was too late for the first report.
-        if (size == frame() && std::exchange(_awaitsPageSize, false))
-            reportSize();
+        _sizes.pageDidChange(size, frame());
     }
 }
 

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "confinement/gtk/BookFilter.hpp"
+
+#include <webkit/webkit.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace pagora {
+
+// What a page view is for: text that the reader lays out as a strip of columns, or pages that come with their layout.
+enum class PageKind { Columns, Fixed };
+
+// What a page view adds to its pages: style sheets, scripts and the book's content filter. It also decides whether
+// pages run scripts of their own. Main thread.
+class PageContent {
+public:
+    // The view and the filters outlive it.
+    PageContent(WebKitWebView* view, PageKind kind, BookFilter& filters);
+    ~PageContent();
+    PageContent(const PageContent&) = delete;
+    PageContent& operator=(const PageContent&) = delete;
+
+    // Installs the filter for the book's folder and allows scripts again. `whenFiltered` is called if the filter has to
+    // be compiled first.
+    void setBookFolder(const std::string& path, std::function<void()> whenFiltered);
+    const std::string& bookFolder() const { return _bookFolder; }
+    bool awaitsFilter() const { return _filterRequest != nullptr; }
+    bool filterFailed() const { return _filterFailed; }
+
+    // Tells the scripts of the next document their load, and how many columns the reader will ask for.
+    void numberScripts(std::uint64_t load, std::int32_t columnCount);
+    // Styles pages from their beginning on; in CSS.
+    void setStartStyle(const std::string& css);
+
+    // A view that was made for pages without scripts stays so.
+    void allowScripts(bool allowed);
+    bool allowsScripts() const { return _allowsScripts; }
+
+private:
+    void addStyleSheet(const char* name);
+
+    WebKitWebView* _view;
+    WebKitUserContentManager* _content;
+    PageKind _kind;
+    BookFilter& _filters;
+    std::string _bookFolder;
+    std::shared_ptr<void> _filterRequest;
+    bool _filterFailed = false;
+    bool _allowsScripts = true;
+    WebKitUserScript* _numberScript = nullptr;
+    WebKitUserStyleSheet* _startStyle = nullptr;
+    std::string _startStyleText;
+};
+
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "page/gtk/PageFrame.hpp"
+
+#include <webkit/webkit.h>
+
+#include <cstdint>
+#include <sigc++/connection.h>
+
+namespace pagora {
+
+// Covers a page until it is laid out and painted. Main thread.
+class PageCurtain {
+public:
+    // Both outlive it.
+    PageCurtain(WebKitWebView* view, PageFrame& frame)
+        : _view(view)
+        , _frame(frame)
+    {
+    }
+    ~PageCurtain() { _timer.disconnect(); }
+    PageCurtain(const PageCurtain&) = delete;
+    PageCurtain& operator=(const PageCurtain&) = delete;
+
+    // Covers the page until it is prepared.
+    void cover(PageCover::Show show);
+    // The same, for no longer than so many seconds: a page that never comes to an end is shown as it is.
+    void cover(PageCover::Show show, double seconds);
+    // The page is laid out: it is uncovered once it is painted, or after a moment if nobody sees it.
+    void pageIsPrepared();
+    // The page reports that it was painted for this request.
+    void pageIsPainted(std::uint64_t request);
+    // Uncovers a page that may be seen as soon as its beginning is drawn.
+    void uncoverBeginning();
+
+private:
+    void uncover();
+
+    WebKitWebView* _view;
+    PageFrame& _frame;
+    // Whether the page that is loaded is not laid out yet.
+    bool _isUnprepared = false;
+    // Counts the requests to report the painting.
+    std::uint64_t _lastRequest = 0;
+    sigc::connection _timer;
+};
+
+}

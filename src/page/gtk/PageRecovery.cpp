@@ -1,0 +1,39 @@
+#include "page/gtk/PageRecovery.hpp"
+
+#include <glib.h>
+#include <glibmm/main.h>
+
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+// In microseconds: a page that was shown for so long gets all its attempts again.
+constexpr std::int64_t steadyTime = 20'000'000;
+
+}
+
+void PageRecovery::performSoon(std::function<void()> work)
+{
+    _soon.disconnect();
+    _soon = Glib::signal_idle().connect([work = std::move(work)] {
+        // It may call itself off.
+        const auto own = work;
+        own();
+        return false;
+    });
+}
+
+PageRecovery::Attempt PageRecovery::nextAttempt()
+{
+    const std::int64_t now = g_get_monotonic_time();
+    bool allowsScripts = true;
+    if (now - std::exchange(_lastAttempt, now) > steadyTime)
+        _attemptsLeft = maxAttempts;
+    else if (_attemptsLeft < maxAttempts)
+        allowsScripts = false;
+    return { _attemptsLeft-- > 0, allowsScripts };
+}
+
+}

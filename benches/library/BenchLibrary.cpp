@@ -27,7 +27,9 @@ BenchLibrary::BenchLibrary(const std::string& home)
         [](const std::string&) { return std::string(); });
     _controller->applicationWillFinishLaunching();
     _controller->applicationDidFinishLaunching();
-    waitFor([this] { return _controller->state()._PagoraLaunched && !_controller->state()._initProcessing; });
+    waitFor([this] {
+        return _controller->state().launch._PagoraLaunched() && !_controller->state().launch._initProcessing();
+    });
     _defaults.waitForBackup();
 }
 

@@ -12,22 +12,21 @@ constexpr double patienceForFullScreen = 2;
 
 void BookClosing::close()
 {
-    const auto book = _state.currentBook;
+    const auto book = _state.reading.currentBook;
     // A book that was removed from the library while it is read leaves its reader behind.
-    if (book ? book->type() == "default" : _state._epubWindowController != nullptr)
+    if (book ? book->type() == "default" : _state.reading._epubWindowController != nullptr)
         closeReflowable();
-    else if (book ? book->type() == "fixed" : _state._fixedWindowController != nullptr)
+    else if (book ? book->type() == "fixed" : _state.reading._fixedWindowController != nullptr)
         closeFixed();
 
-    if (_state._singleEpub && book && book->epubPath() && _state.singleEpubWasCopied)
+    if (_state.reading.origin == Reading::Origin::Copy && book && book->epubPath())
         _import.removeSingleCopy(*book->epubPath());
-    _state._singleEpub = false;
-    _state.singleEpubWasCopied = false;
+    _state.reading.origin = Reading::Origin::Library;
 }
 
 void BookClosing::closeReflowable()
 {
-    auto* controller = _state._epubWindowController.get();
+    auto* controller = _state.reading._epubWindowController.get();
     if (!controller || !controller->_epubController())
         return;
     auto& reader = *controller->_epubController();
@@ -36,12 +35,10 @@ void BookClosing::closeReflowable()
     reader.setSplitIndexDict({});
     reader.contentsPane().clearTocTagDict();
 
-    _state.inCloseEpubMethod = true;
-    _state.epubWinInFullScreen = _state.fullScreenMode;
+    _state.windows.close();
     auto& window = controller->window();
     auto& library = _platform.libraryWindow.mainWindow();
-    if (_state.fullScreenMode) {
-        _state.exitedByCode = true;
+    if (_state.windows.fullScreenMode) {
         window.toggleFullScreen();
     } else {
         library.setFrame(window.frame());
@@ -50,9 +47,9 @@ void BookClosing::closeReflowable()
     }
     controller->hideDisplayOptions();
     controller->set_epubController(nullptr);
-    auto released = std::move(_state._epubWindowController);
-    if (_state.fullScreenMode) {
-        _state.leavingEpubWindow = std::move(released);
+    auto released = std::move(_state.reading._epubWindowController);
+    if (_state.windows.fullScreenMode) {
+        _state.windows.leavingEpubWindow = std::move(released);
         waitForFullScreen();
     }
 }
@@ -60,44 +57,42 @@ void BookClosing::closeReflowable()
 void BookClosing::savePosition(EpubController& reader)
 {
     reader.adoptPendingOptions();
-    _state.curStorageIndex = reader.activeSplitIndex();
-    _state.curStorageCap = reader.readAmount();
+    _state.reading.curStorageIndex = reader.activeSplitIndex();
+    _state.reading.curStorageCap = reader.readAmount();
     _state.settings.curFontName = reader.currentFont();
     _state.settings.curFontSize = reader.currentFontSize();
     _state.settings.curNumOfColumns = reader.numberOfColumns();
     _state.settings.curColorOption = reader.currentColorOption();
     _state.settings.store(_platform.defaults);
 
-    const auto& book = _state.currentBook;
-    const auto entry = _state._singleEpub ? std::nullopt : _state.catalogue.entryOf(book);
+    const auto& book = _state.reading.currentBook;
+    const auto entry = _state.reading._singleEpub() ? std::nullopt : _state.catalogue.entryOf(book);
     if (!entry) {
         _platform.defaults.synchronize();
         return;
     }
-    const auto lastCap = clampedUnsigned(_state.curStorageCap);
+    const auto lastCap = clampedUnsigned(_state.reading.curStorageCap);
     const auto lastPlace = reader.lastPlace();
-    book->setLastIndex(_state.curStorageIndex);
+    book->setLastIndex(_state.reading.curStorageIndex);
     book->setLastCap(lastCap);
     if (lastPlace)
         book->setLastPlace(lastPlace);
-    _state.catalogue.replaceEntry(book, entryWithPosition(*entry, _state.curStorageIndex, lastCap, lastPlace));
+    _state.catalogue.replaceEntry(book, entryWithPosition(*entry, _state.reading.curStorageIndex, lastCap, lastPlace));
     _state.catalogue.save(_platform.defaults);
 }
 
 void BookClosing::closeFixed()
 {
-    auto* controller = _state._fixedWindowController.get();
+    auto* controller = _state.reading._fixedWindowController.get();
     if (!controller)
         return;
-    _state.inCloseEpubMethod = true;
-    _state.epubWinInFullScreen = _state.fullScreenMode;
+    _state.windows.close();
     auto& window = controller->window();
     auto& library = _platform.libraryWindow.mainWindow();
-    if (_state.fullScreenMode) {
-        _state.exitedByCode = true;
+    if (_state.windows.fullScreenMode) {
         window.toggleFullScreen();
         controller->set_fixedController(nullptr);
-        _state.leavingFixedWindow = std::move(_state._fixedWindowController);
+        _state.windows.leavingFixedWindow = std::move(_state.reading._fixedWindowController);
         waitForFullScreen();
     } else {
         const Rect frame = library.frame();
@@ -106,15 +101,15 @@ void BookClosing::closeFixed()
         library.makeKeyAndOrderFront();
         window.orderOut();
         controller->set_fixedController(nullptr);
-        _state._fixedWindowController = nullptr;
+        _state.reading._fixedWindowController = nullptr;
     }
 }
 
 void BookClosing::windowDidExitFullScreen()
 {
-    log("exited by code - " + std::to_string(_state.exitedByCode ? 1 : 0));
-    if (!_state.exitedByCode) {
-        _state.epubWinInFullScreen = false;
+    log("exited by code - " + std::to_string(_state.windows.exitedByCode() ? 1 : 0));
+    if (!_state.windows.exitedByCode()) {
+        _state.windows.epubWinInFullScreen = false;
         return;
     }
     showLibrary();
@@ -123,36 +118,36 @@ void BookClosing::windowDidExitFullScreen()
 void BookClosing::waitForFullScreen()
 {
     _patience = _platform.runLoop.performAfterDelay(patienceForFullScreen, [this] {
-        _state.fullScreenMode = false;
+        _state.windows.fullScreenMode = false;
         showLibrary();
     });
 }
 
 void BookClosing::makeWay()
 {
-    if (!_state.leavingEpubWindow && !_state.leavingFixedWindow)
+    if (!_state.windows.leavingEpubWindow && !_state.windows.leavingFixedWindow)
         return;
-    _state.fullScreenMode = false;
-    if (_state.leavingEpubWindow)
-        _state.leavingEpubWindow->window().orderOut();
-    if (_state.leavingFixedWindow)
-        _state.leavingFixedWindow->window().orderOut();
+    _state.windows.fullScreenMode = false;
+    if (_state.windows.leavingEpubWindow)
+        _state.windows.leavingEpubWindow->window().orderOut();
+    if (_state.windows.leavingFixedWindow)
+        _state.windows.leavingFixedWindow->window().orderOut();
     dropLeavingWindow();
 }
 
 void BookClosing::showLibrary()
 {
     _platform.libraryWindow.mainWindow().makeKeyAndOrderFront();
-    if (_state.leavingEpubWindow)
-        _state.leavingEpubWindow->window().orderOut();
+    if (_state.windows.leavingEpubWindow)
+        _state.windows.leavingEpubWindow->window().orderOut();
     dropLeavingWindow();
 }
 
 void BookClosing::dropLeavingWindow()
 {
     _patience = nullptr;
-    const std::shared_ptr<EpubWindowController> epub = std::move(_state.leavingEpubWindow);
-    const std::shared_ptr<FixedLayoutWindowController> fixed = std::move(_state.leavingFixedWindow);
+    const std::shared_ptr<EpubWindowController> epub = std::move(_state.windows.leavingEpubWindow);
+    const std::shared_ptr<FixedLayoutWindowController> fixed = std::move(_state.windows.leavingFixedWindow);
     if (epub || fixed)
         _platform.runLoop.postToMainThread([epub, fixed] {});
 }

@@ -57,8 +57,7 @@ BookOpening::~BookOpening()
 
 void BookOpening::open(const BookInfoPtr& book)
 {
-    _state.exitedByCode = false;
-    _state.inCloseEpubMethod = false;
+    _state.windows.open();
     if (!book)
         return;
     cancel();
@@ -74,7 +73,7 @@ void BookOpening::cancel()
 
 Task<void> BookOpening::run(BookInfoPtr book)
 {
-    _state.currentBook = book;
+    _state.reading.currentBook = book;
     if (!hasArchive(*book)) {
         tellOfMissingArchive();
         co_return;
@@ -86,27 +85,27 @@ Task<void> BookOpening::run(BookInfoPtr book)
         showFixedReader(*book);
     _platform.libraryWindow.mainWindow().orderOut();
     if (!isUnpacked(book)) {
-        if (_state._epubWindowController)
-            _state._epubWindowController->setLoading();
-        if (_state._fixedWindowController)
-            _state._fixedWindowController->setLoading();
+        if (_state.reading._epubWindowController)
+            _state.reading._epubWindowController->setLoading();
+        if (_state.reading._fixedWindowController)
+            _state.reading._fixedWindowController->setLoading();
         co_await unpack(book);
     }
     const auto tableOfContent = tableOfContentFrom(contentsOf(*book));
     if (!isPathInside(*book->epubPath(), _state.folders.tempPath))
         _platform.workspace.noteNewRecentDocumentURL(Url::file(*book->epubPath()));
 
-    auto* window = readerWindow();
+    auto* const window = _state.reading.window();
     if (!window)
         co_return;
     // The readers measure the page view, which has its size once the window is on screen.
     auto laidOut = window->laidOut();
     co_await laidOut;
     if (type == reflowable)
-        _state._epubWindowController->_epubController()->loadSplits(book->files(), tableOfContent);
+        _state.reading._epubWindowController->_epubController()->loadSplits(book->files(), tableOfContent);
     else
-        _state._fixedWindowController->_fixedController()->loadSplits(book->files(), tableOfContent);
-    if (_state.fullScreenMode && !window->isFullScreen())
+        _state.reading._fixedWindowController->_fixedController()->loadSplits(book->files(), tableOfContent);
+    if (_state.windows.fullScreenMode && !window->isFullScreen())
         window->toggleFullScreen();
 }
 
@@ -120,28 +119,18 @@ void BookOpening::tellOfMissingArchive()
     _platform.libraryWindow.runAlertPanel(_("ERROR"), _("ePub does not exists!"), _("OK"));
 }
 
-Window* BookOpening::readerWindow() const
-{
-    const auto type = _state.currentBook->type();
-    if (type == reflowable && _state._epubWindowController)
-        return &_state._epubWindowController->window();
-    if (type == fixedLayout && _state._fixedWindowController)
-        return &_state._fixedWindowController->window();
-    return nullptr;
-}
-
 void BookOpening::showReflowableReader(BookInfo& book)
 {
-    _state._epubWindowController = std::make_unique<EpubWindowController>(
+    _state.reading._epubWindowController = std::make_unique<EpubWindowController>(
         _platform.readerWindows.makeEpubWindow(), _state.reader, _platform.runLoop, _readerHub);
-    auto& controller = *_state._epubWindowController;
+    auto& controller = *_state.reading._epubWindowController;
     auto& window = controller.window();
     window.setTitle(windowTitle(book));
     controller.setBook(book.title().value_or(""), book.author().value_or(""));
     window.setFrame(_platform.libraryWindow.mainWindow().frame());
     if (book.bookPath())
         controller.webView().setBookFolder(*book.bookPath());
-    _state.fullScreenMode = _state.epubWinInFullScreen;
+    _state.windows.fullScreenMode = _state.windows.epubWinInFullScreen;
 
     auto& reader = *controller._epubController();
     const auto& settings = _state.settings;
@@ -155,10 +144,10 @@ void BookOpening::showReflowableReader(BookInfo& book)
         reader.setCurrentColorOption(settings.curColorOption);
     reader.bgView().setFillColor(reader.getBackgroundColorFor(settings.curColorOption));
 
-    _state.curStorageIndex = book.lastIndex();
-    _state.curStorageCap = static_cast<float>(book.lastCap());
-    reader.setActiveSplitIndex(_state.curStorageIndex);
-    reader.setReadAmount(_state.curStorageCap);
+    _state.reading.curStorageIndex = book.lastIndex();
+    _state.reading.curStorageCap = static_cast<float>(book.lastCap());
+    reader.setActiveSplitIndex(_state.reading.curStorageIndex);
+    reader.setReadAmount(_state.reading.curStorageCap);
     // A cap beyond 1 is no fraction of the chapter: it comes of a turn back in a chapter of less than two views.
     const bool capIsPlace = book.lastCap() == 1;
     if (const auto place = book.lastPlace(); place && !capIsPlace && *place > 0 && *place < 1) {
@@ -170,9 +159,9 @@ void BookOpening::showReflowableReader(BookInfo& book)
 
 void BookOpening::showFixedReader(BookInfo& book)
 {
-    _state._fixedWindowController = std::make_unique<FixedLayoutWindowController>(
+    _state.reading._fixedWindowController = std::make_unique<FixedLayoutWindowController>(
         _platform.readerWindows.makeFixedWindow(), _state.reader, _platform.runLoop, _readerHub, _scripts);
-    auto& controller = *_state._fixedWindowController;
+    auto& controller = *_state.reading._fixedWindowController;
     if (book.bookPath())
         controller.webView().setBookFolder(*book.bookPath());
     auto& window = controller.window();

@@ -40,7 +40,6 @@ private:
     Task<void> unpack(BookInfoPtr book);
     bool isUnpacked(const BookInfoPtr& book) const;
     Value::Array contentsOf(const BookInfo& book) const;
-    Window* readerWindow() const;
 
     Platform _platform;
     LibraryState& _state;

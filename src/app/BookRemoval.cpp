@@ -101,8 +101,8 @@ bool BookRemoval::takeOut(std::vector<BookInfoPtr> books)
         isbns.push_back(*book->isbn());
     const auto removed = _state.catalogue.removeFirstWithISBNs(isbns);
     for (std::size_t i = 0; i < books.size(); ++i) {
-        if (removed[i] && _state.currentBook == books[i])
-            _state.currentBook = nullptr;
+        if (removed[i] && _state.reading.currentBook == books[i])
+            _state.reading.currentBook = nullptr;
     }
     return std::find(removed.begin(), removed.end(), true) != removed.end();
 }

@@ -30,7 +30,7 @@ Task<void> LibraryMaintenance::resetAppSettings()
 {
     auto& defaults = _platform.defaults;
     auto& window = _platform.libraryWindow;
-    _state.isResetting = true;
+    _state.launch.beginReset();
     if (_import.isUnderWay()) {
         auto idle = _platform.runLoop.performInBackground([this] { _import.waitForImports(); });
         co_await idle;
@@ -55,7 +55,7 @@ Task<void> LibraryMaintenance::resetAppSettings()
     window.mainWindow().makeKeyAndOrderFront();
     _views.refreshBookView(_state.catalogue.bookList());
     _import.showFaultyBooks();
-    _state.isResetting = false;
+    _state.launch.endReset();
 }
 
 Task<void> LibraryMaintenance::resetEpubLibrary(std::string folder, std::string mode)

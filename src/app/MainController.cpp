@@ -64,15 +64,14 @@ MainController::~MainController() = default;
 
 void MainController::applicationWillFinishLaunching()
 {
-    _state._PagoraLaunched = false;
-    _state._initProcessing = true;
+    _state.launch.willFinish();
 }
 
 void MainController::applicationDidFinishLaunching()
 {
     _monitor.install();
-    _state._PagoraLaunched = true;
-    _state._singleEpub = false;
+    _state.launch.didFinish();
+    _state.reading.origin = Reading::Origin::Library;
     _launchDelay = _platform.runLoop.performAfterDelay(launchDelay, [this] { keep(finishPagoraInit()); });
 }
 
@@ -80,7 +79,8 @@ Task<void> MainController::finishPagoraInit()
 {
     StartUp startUp(_platform, _state, _views, _import);
     co_await startUp.initPagoraData();
-    const auto files = std::exchange(_state._filesToOpenByApp, std::nullopt).value_or(std::vector<std::string> {});
+    const auto files
+        = std::exchange(_state.launch._filesToOpenByApp, std::nullopt).value_or(std::vector<std::string> {});
     // One is read right away: the page view comes up while it is imported.
     if (files.size() == 1)
         _platform.readerWindows.prepareNextWindow();
@@ -113,7 +113,7 @@ void MainController::applicationWillTerminate()
 
 void MainController::finishReading()
 {
-    if (aBookIsOpen() || _state._singleEpub)
+    if (_state.reading.hasWindow() || _state.reading._singleEpub())
         _closeEPUB();
 }
 
@@ -125,12 +125,8 @@ bool MainController::windowShouldClose()
 
 void MainController::applicationWasReopened()
 {
-    if (_state._epubWindowController)
-        _state._epubWindowController->window().makeKeyAndOrderFront();
-    else if (_state._fixedWindowController)
-        _state._fixedWindowController->window().makeKeyAndOrderFront();
-    else
-        mainWindow().makeKeyAndOrderFront();
+    auto* const reader = _state.reading.window();
+    (reader ? *reader : mainWindow()).makeKeyAndOrderFront();
 }
 
 void MainController::keep(Task<void> task)
@@ -142,12 +138,12 @@ void MainController::keep(Task<void> task)
 
 void MainController::openFiles(std::vector<std::string> paths)
 {
-    if (_state._PagoraLaunched && filesHaveToWait()) {
+    if (_state.launch._PagoraLaunched() && _state.launch.filesHaveToWait()) {
         _openRequests.push_back(std::move(paths));
         return;
     }
-    _state._filesToOpenByApp = paths;
-    if (_state._PagoraLaunched)
+    _state.launch._filesToOpenByApp = paths;
+    if (_state.launch._PagoraLaunched())
         keep(openHandedOver(std::move(paths)));
 }
 
@@ -161,7 +157,7 @@ Task<void> MainController::openHandedOver(std::vector<std::string> paths)
         co_await imported;
         refreshBookView();
     }
-    _state._filesToOpenByApp = std::nullopt;
+    _state.launch._filesToOpenByApp = std::nullopt;
 }
 
 Task<void> MainController::openSingle(std::string path)
@@ -182,18 +178,21 @@ Task<void> MainController::openSingle(std::string path)
         co_return;
     }
     // The same file once more: the copy that is being read stays for this reading.
-    if (_state._singleEpub && _state.currentBook && _state.currentBook->epubPath() == outcome->book->epubPath())
-        outcome->copied = std::exchange(_state.singleEpubWasCopied, false) || outcome->copied;
+    auto& reading = _state.reading;
+    if (reading.origin == Reading::Origin::Copy && reading.currentBook
+        && reading.currentBook->epubPath() == outcome->book->epubPath()) {
+        reading.origin = Reading::Origin::OwnFile;
+        outcome->copied = true;
+    }
     makeWay();
-    _state._singleEpub = true;
-    _state.singleEpubWasCopied = outcome->copied;
+    reading.origin = outcome->copied ? Reading::Origin::Copy : Reading::Origin::OwnFile;
     _opening.open(outcome->book);
 }
 
 // Says that there is nothing to read. A book that is being read stays.
 void MainController::openWithoutArchive(const BookInfoPtr& book)
 {
-    if (aBookIsOpen())
+    if (_state.reading.hasWindow())
         _opening.tellOfMissingArchive();
     else
         _opening.open(book);
@@ -201,14 +200,9 @@ void MainController::openWithoutArchive(const BookInfoPtr& book)
 
 void MainController::makeWay()
 {
-    if (aBookIsOpen() || _state._singleEpub)
+    if (_state.reading.hasWindow() || _state.reading._singleEpub())
         _closeEPUB();
     _closing.makeWay();
-}
-
-bool MainController::aBookIsOpen() const
-{
-    return _state._epubWindowController || _state._fixedWindowController;
 }
 
 void MainController::importDialog()
@@ -239,7 +233,7 @@ void MainController::filesLoadingWithMessage(const std::string& message)
 
 void MainController::draggedEpubs(std::vector<std::string> files)
 {
-    if (filesHaveToWait())
+    if (_state.launch.filesHaveToWait())
         _importRequests.push_back(std::move(files));
     else
         _import.draggedEpubs(std::move(files));
@@ -313,7 +307,7 @@ void MainController::askToReset()
 
 void MainController::resetAppSettings()
 {
-    if (!filesHaveToWait())
+    if (!_state.launch.filesHaveToWait())
         keep(resetAndGoOn());
 }
 
@@ -335,7 +329,7 @@ void MainController::killTempItems()
 
 void MainController::openGuide()
 {
-    if (!aBookIsOpen() && !filesHaveToWait())
+    if (!_state.reading.hasWindow() && !_state.launch.filesHaveToWait())
         keep(openGuideBook());
 }
 
@@ -350,7 +344,7 @@ Task<void> MainController::openGuideBook()
     if (!*guide)
         co_return;
     makeWay();
-    _state._singleEpub = true;
+    _state.reading.origin = Reading::Origin::OwnFile;
     _opening.open(*guide);
 }
 
@@ -384,7 +378,7 @@ void MainController::prepareNextBook(double delay)
 {
     // A book that is read then has the view, and the next one is prepared when that is closed.
     _warmUpDelay = _platform.runLoop.performAfterDelay(delay, [this] {
-        if (!aBookIsOpen())
+        if (!_state.reading.hasWindow())
             _platform.readerWindows.prepareNextWindow();
     });
 }

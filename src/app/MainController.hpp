@@ -88,13 +88,13 @@ public:
     LibraryViews& views() { return _views; }
     LibraryEventMonitor& eventMonitor() { return _monitor; }
     EpubImport& import() { return _import; }
-    const BookInfoPtr& currentBook() const { return _state.currentBook; }
+    const BookInfoPtr& currentBook() const { return _state.reading.currentBook; }
 
     Window& mainWindow() override { return _platform.libraryWindow.mainWindow(); }
-    bool fullScreenMode() const override { return _state.fullScreenMode; }
-    void setFullScreenMode(bool fullScreen) override { _state.fullScreenMode = fullScreen; }
-    bool inCloseEpubMethod() const override { return _state.inCloseEpubMethod; }
-    void setInCloseEpubMethod(bool closing) override { _state.inCloseEpubMethod = closing; }
+    bool fullScreenMode() const override { return _state.windows.fullScreenMode; }
+    void setFullScreenMode(bool fullScreen) override { _state.windows.fullScreenMode = fullScreen; }
+    bool inCloseEpubMethod() const override { return _state.windows.inCloseEpubMethod(); }
+    void setInCloseEpubMethod(bool closing) override { _state.windows.setInCloseEpubMethod(closing); }
     void windowDidExitFullScreen() override;
     void selectFile(const std::string& path) override { _platform.workspace.selectFile(path); }
     void openURL(const Url& url, RequestedBy requestedBy) override { _platform.workspace.openURL(url, requestedBy); }
@@ -111,8 +111,6 @@ public:
 
 private:
     Task<void> finishPagoraInit();
-    // The launch or a reset is at work: files have to wait.
-    bool filesHaveToWait() const { return _state._initProcessing || _state.isResetting; }
     void takeUpWaitingFiles();
     Task<void> resetAndGoOn();
     // Asks first: a reset forgets every place in every book.
@@ -122,7 +120,6 @@ private:
     Task<void> openSingle(std::string path);
     // Keeps a task until it is done.
     void keep(Task<void> task);
-    bool aBookIsOpen() const;
     // Ends what is being read, with its place, for another book.
     void openWithoutArchive(const BookInfoPtr& book);
     void makeWay();

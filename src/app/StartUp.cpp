@@ -32,7 +32,7 @@ Task<void> StartUp::initPagoraData()
         window.indicatorWindow().orderFront();
     }
     _views.showFirstView();
-    _state.fullScreenMode = false;
+    _state.windows.fullScreenMode = false;
     _state.folders.tempPath = appendingPathComponent(program.cachesFolder, program.bundleIdentifier);
     checkVersion();
     loadCatalogue();
@@ -58,7 +58,7 @@ Task<void> StartUp::initPagoraData()
         window.errorList().setStringValue(joined(lines, "\n"));
         window.errorWin().orderFront();
     }
-    _state._initProcessing = false;
+    _state.launch.libraryIsLoaded();
     _platform.defaults.setObject(PreviousSuccessfulLaunch, true);
 }
 

@@ -137,7 +137,7 @@ TEST_F(Closing, ABookThatLeftTheLibraryStoresItsSettingsOnly)
 TEST_F(Closing, ABookThatWasRemovedWhileItIsReadStillCloses)
 {
     program.catalogue().removeAt(0);
-    state().currentBook = nullptr;
+    state().reading.currentBook = nullptr;
     program.closeReader();
     EXPECT_FALSE(program.isReading());
     EXPECT_TRUE(library().visible);
@@ -281,9 +281,9 @@ TEST_F(Closing, InFullScreenIsRememberedForTheNextBook)
 TEST_F(Closing, FullScreenLeftByHandIsForgotten)
 {
     enterFullScreen();
-    state().epubWinInFullScreen = true;
+    state().windows.epubWinInFullScreen = true;
     leaveFullScreen();
-    EXPECT_FALSE(state().epubWinInFullScreen);
+    EXPECT_FALSE(state().windows.epubWinInFullScreen);
     program.closeReader();
     program.doubleClick(0);
     EXPECT_EQ(program.reader().window.timesToggled, 0);
@@ -327,7 +327,7 @@ TEST_F(Closing, AFixedLayoutBookInFullScreenLeavesItFirst)
     fixed.actions.closeEPUB();
     EXPECT_EQ(fixed.window.timesToggled, 1);
     EXPECT_FALSE(library().visible);
-    EXPECT_TRUE(state().epubWinInFullScreen);
+    EXPECT_TRUE(state().windows.epubWinInFullScreen);
     program.window.monitor({});
     fixed.actions.windowDidExitFullScreen();
     program.runLoop.runPosted();

@@ -83,7 +83,7 @@ TEST_F(Opening, GoesThroughItsStepsInOrder)
     Journal journal;
     program.window.mainWindowFake.keepJournal(journal, "mainWindow");
     program.readerWindows.journal = &journal;
-    state().epubWinInFullScreen = true;
+    state().windows.epubWinInFullScreen = true;
     program.doubleClick(0);
     EXPECT_EQ(journal,
         (Journal { "epubWin.make", "epubWin.setFrame", "epubWin.makeKeyAndOrderFront", "mainWindow.orderOut",
@@ -287,7 +287,7 @@ TEST_F(Opening, APlaceOutsideTheChapterIsNotHandedOver)
 TEST_F(Opening, AFixedLayoutBookOpensInItsOwnReader)
 {
     program.drop({ program.download("Plan.epub", EpubBuilder().fixedLayout(640, 480)) });
-    state().fullScreenMode = true;
+    state().windows.fullScreenMode = true;
     state().settings.curNumOfColumns = 3;
     program.doubleClick(2);
     ASSERT_EQ(program.readerWindows.fixedWindows.size(), 1u);
@@ -315,7 +315,7 @@ TEST_F(Opening, FullScreenFollowsTheLastReading)
     program.doubleClick(0);
     EXPECT_EQ(program.reader().window.timesToggled, 0);
     program.closeReader();
-    state().epubWinInFullScreen = true;
+    state().windows.epubWinInFullScreen = true;
     program.doubleClick(0);
     EXPECT_TRUE(program.controller->fullScreenMode());
     EXPECT_EQ(program.reader().window.timesToggled, 1);
@@ -324,7 +324,7 @@ TEST_F(Opening, FullScreenFollowsTheLastReading)
 TEST_F(Opening, AWindowThatIsInFullScreenAlreadyStaysThere)
 {
     program.readerWindows.areFullScreen = true;
-    state().epubWinInFullScreen = true;
+    state().windows.epubWinInFullScreen = true;
     program.doubleClick(0);
     EXPECT_EQ(program.reader().window.timesToggled, 0);
     EXPECT_TRUE(program.controller->fullScreenMode());

@@ -138,7 +138,7 @@ TEST_F(BrokenDisk, InAReadOnlyHomeTheProgramStartsAndSaysSo)
         program.launch();
         EXPECT_EQ(program.storeProblem,
             "The library cannot be saved in " + home.path("defaults") + "; what changes is lost when Pagora ends.");
-        EXPECT_FALSE(program.controller->state()._initProcessing);
+        EXPECT_FALSE(program.controller->state().launch._initProcessing());
         EXPECT_EQ(program.catalogue().count(), 0u);
         EXPECT_FALSE(program.defaults.synchronize());
     });

@@ -26,8 +26,8 @@ TEST_F(OpenFiles, OneFileIsCopiedAndReadWithoutANewCover)
     EXPECT_EQ(program.controller->currentBook()->epubPath(), program.inLibrary("Sea.epub"));
     EXPECT_EQ(program.catalogue().count(), 0u);
     EXPECT_TRUE(program.window.shown->books.content().empty());
-    EXPECT_TRUE(program.controller->state()._singleEpub);
-    EXPECT_FALSE(program.controller->state()._filesToOpenByApp);
+    EXPECT_TRUE(program.controller->state().reading._singleEpub());
+    EXPECT_FALSE(program.controller->state().launch._filesToOpenByApp);
 }
 
 TEST_F(OpenFiles, ClosingItDeletesTheCopyAndSavesTheReaderSettings)
@@ -39,7 +39,7 @@ TEST_F(OpenFiles, ClosingItDeletesTheCopyAndSavesTheReaderSettings)
     EXPECT_TRUE(fileExists(program.inDownloads("Sea.epub")));
     EXPECT_EQ(program.defaults.integerForKey("Columns"), 3);
     EXPECT_FALSE(program.defaults.hasKey("BookData"));
-    EXPECT_FALSE(program.controller->state()._singleEpub);
+    EXPECT_FALSE(program.controller->state().reading._singleEpub());
 }
 
 TEST_F(OpenFiles, ARejectedFileShowsWhyAndOpensNothing)
@@ -77,7 +77,7 @@ TEST_F(OpenFiles, AFileThatCannotBeReadLeavesTheReadingAsItIs)
     EXPECT_TRUE(program.reader().open);
     EXPECT_EQ(program.readerWindows.epubWindows.size(), 1u);
     EXPECT_EQ(program.controller->currentBook(), program.book(0));
-    EXPECT_FALSE(program.controller->state()._singleEpub);
+    EXPECT_FALSE(program.controller->state().reading._singleEpub());
     program.epubReader().setActiveSplitIndex(1);
     program.closeReader();
     EXPECT_TRUE(isInLibrary("Land.epub"));
@@ -137,7 +137,7 @@ TEST_F(OpenFiles, SeveralFilesAreCopiedIntoTheLibraryWhateverTheMode)
     EXPECT_TRUE(fileExists(program.inDownloads("Sea.epub")));
     EXPECT_EQ(program.window.shown->books.content().size(), 2u);
     EXPECT_FALSE(program.isReading());
-    EXPECT_FALSE(program.controller->state()._filesToOpenByApp);
+    EXPECT_FALSE(program.controller->state().launch._filesToOpenByApp);
 }
 
 TEST_F(OpenFiles, RejectedOnesOfSeveralAreShownTheNextTime)

@@ -19,8 +19,8 @@ TEST(OpeningAtLaunch, OneFileIsImportedAndOpened)
     EXPECT_EQ(program.titles(), Names { "Sea" });
     EXPECT_TRUE(program.isReading());
     EXPECT_EQ(program.reader().window.title, "Pagora - Sea");
-    EXPECT_FALSE(program.controller->state()._singleEpub);
-    EXPECT_FALSE(program.controller->state()._filesToOpenByApp);
+    EXPECT_FALSE(program.controller->state().reading._singleEpub());
+    EXPECT_FALSE(program.controller->state().launch._filesToOpenByApp);
 }
 
 TEST(OpeningAtLaunch, ThePageViewOfOneFileIsPreparedBeforeItIsImported)
@@ -105,7 +105,7 @@ TEST(OpeningAtLaunch, AFileThatArrivesDuringTheLaunchWaitsForItsEnd)
     program.launch();
     program.controller->openFiles({ program.download("Sea.epub") });
     EXPECT_FALSE(fileExists(program.inLibrary("Sea.epub")));
-    EXPECT_FALSE(program.controller->state()._filesToOpenByApp);
+    EXPECT_FALSE(program.controller->state().launch._filesToOpenByApp);
     program.runLoop.holdsBackground = false;
     program.runLoop.finishBackground();
     EXPECT_EQ(program.catalogue().count(), 0u);

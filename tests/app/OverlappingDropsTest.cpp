@@ -17,7 +17,7 @@ struct OverlappingDrops : testing::Test {
     OverlappingDrops()
     {
         program.beginLaunch();
-        runUntil([this] { return !program.controller->state()._initProcessing; });
+        runUntil([this] { return !program.controller->state().launch._initProcessing(); });
     }
     ~OverlappingDrops() override
     {

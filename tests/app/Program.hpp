@@ -93,8 +93,11 @@ public:
 
     // The reader window that was opened last.
     ReaderWindowParts& reader() { return *readerWindows.epubWindows.back(); }
-    EpubController& epubReader() { return *controller->state()._epubWindowController->_epubController(); }
-    bool isReading() { return controller->state()._epubWindowController || controller->state()._fixedWindowController; }
+    EpubController& epubReader() { return *controller->state().reading._epubWindowController->_epubController(); }
+    bool isReading()
+    {
+        return controller->state().reading._epubWindowController || controller->state().reading._fixedWindowController;
+    }
     void closeReader() { reader().actions.closeEPUB(); }
 
     TemporaryFolder home;

@@ -16,8 +16,8 @@ TEST(StartUp, HappensShortlyAfterTheDesktopsCall)
     program.beginLaunch();
     EXPECT_EQ(program.runLoop.delays, std::vector<double> { 0.05 });
     EXPECT_FALSE(fileExists(program.inLibrary("")));
-    EXPECT_TRUE(program.controller->state()._PagoraLaunched);
-    EXPECT_TRUE(program.controller->state()._initProcessing);
+    EXPECT_TRUE(program.controller->state().launch._PagoraLaunched());
+    EXPECT_TRUE(program.controller->state().launch._initProcessing());
 }
 
 TEST(StartUp, GoesThroughItsStepsInOrder)
@@ -204,7 +204,7 @@ TEST(StartUp, ALibraryFolderThatCannotBeMadeIsLogged)
     }
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_TRUE(lines[0].starts_with("ERROR: "));
-    EXPECT_FALSE(program.controller->state()._initProcessing);
+    EXPECT_FALSE(program.controller->state().launch._initProcessing());
 }
 
 TEST(StartUp, LoadsTheReaderSettings)

@@ -30,7 +30,7 @@ void runUntil(Condition condition)
 void launch(ThreadedProgram& program)
 {
     program.beginLaunch();
-    runUntil([&program] { return !program.controller->state()._initProcessing; });
+    runUntil([&program] { return !program.controller->state().launch._initProcessing(); });
 }
 
 // The end of the program, as the desktop brings it about.
@@ -82,7 +82,7 @@ TEST(Threads, AResetDuringAnImportHasEveryBookOfBothAtItsStart)
             program.controller->resetAppSettings();
     };
     program.drop(downloads(program, "Sea", 6));
-    runUntil([&] { return isReset && !program.controller->state().isResetting; });
+    runUntil([&] { return isReset && !program.controller->state().launch.isResetting(); });
     EXPECT_EQ(sorted(program.titles()), (Names { "Land0", "Land1", "Sea0", "Sea1", "Sea2", "Sea3", "Sea4", "Sea5" }));
     EXPECT_EQ(program.storedCount(), 8u);
     EXPECT_EQ(archivesOf(program).size(), 8u);

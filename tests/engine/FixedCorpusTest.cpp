@@ -23,7 +23,7 @@ protected:
         open();
         return true;
     }
-    Window& window() { return state()._fixedWindowController->window(); }
+    Window& window() { return state().reading._fixedWindowController->window(); }
     std::size_t pageCount() { return fixedReader().bookSplits().size(); }
     void resizeTo(double width, double height)
     {

@@ -216,8 +216,9 @@ TEST_F(HostileBook, ResourcesThatNeverAnswerDoNotHoldThePagesBack)
     import(archive.write(_home.path("hostile.epub")));
     ASSERT_EQ(bookCount(), 1u);
     _program->controller.sendDoubleClick(book());
-    ASSERT_TRUE(waitUntil(
-        [&] { return state()._epubWindowController && !reader().bookSplits().empty() && reader().isSettled(); }));
+    ASSERT_TRUE(waitUntil([&] {
+        return state().reading._epubWindowController && !reader().bookSplits().empty() && reader().isSettled();
+    }));
     reader().changePage(1);
     EXPECT_TRUE(waitUntil([&] { return number("window.pageXOffset") == number("window.innerWidth"); }));
     EXPECT_EQ(evaluate("getComputedStyle(document.body).webkitColumnCount"), "2");

@@ -91,7 +91,7 @@ void ReadingTest::restart()
 {
     _program = nullptr;
     _program = std::make_unique<RunningProgram>(_home);
-    EXPECT_TRUE(waitUntil([this] { return !state()._initProcessing; }));
+    EXPECT_TRUE(waitUntil([this] { return !state().launch._initProcessing(); }));
 }
 
 void ReadingTest::import(const std::string& archive)
@@ -125,7 +125,7 @@ bool ReadingTest::pageIsLoading() const
 void ReadingTest::settle()
 {
     const auto isSettled = [this] {
-        return state()._epubWindowController && !reader().bookSplits().empty() && reader().isSettled()
+        return state().reading._epubWindowController && !reader().bookSplits().empty() && reader().isSettled()
             && !pageIsLoading();
     };
     // What is under way may begin something else; a page that has answered afterwards has told all that it had to tell.
@@ -139,15 +139,15 @@ void ReadingTest::settle()
 void ReadingTest::settleFixed()
 {
     ASSERT_TRUE(waitUntil([this] {
-        return state()._fixedWindowController && !fixedReader().bookSplits().empty() && fixedReader().isSettled()
-            && !webView().isHidden();
+        return state().reading._fixedWindowController && !fixedReader().bookSplits().empty()
+            && fixedReader().isSettled() && !webView().isHidden();
     }));
 }
 
 WebView& ReadingTest::webView()
 {
-    return state()._fixedWindowController ? state()._fixedWindowController->webView()
-                                          : state()._epubWindowController->webView();
+    return state().reading._fixedWindowController ? state().reading._fixedWindowController->webView()
+                                                  : state().reading._epubWindowController->webView();
 }
 
 void ReadingTest::turn(int tag)

@@ -69,11 +69,11 @@ protected:
     void open(std::size_t index = 0);
     void close() { _program->controller._closeEPUB(); }
 
-    EpubController& reader() { return *state()._epubWindowController->_epubController(); }
+    EpubController& reader() { return *state().reading._epubWindowController->_epubController(); }
     EpubWindowGtk& window() { return *_program->readerWindows.last; }
     // Waits until nothing is under way: no turn, no load, no picture.
     void settle();
-    FixedEpubController& fixedReader() { return *state()._fixedWindowController->_fixedController(); }
+    FixedEpubController& fixedReader() { return *state().reading._fixedWindowController->_fixedController(); }
     // Waits until a page of a fixed-layout book is shown.
     void settleFixed();
     // The page of the book that is read, of either kind.

@@ -21,7 +21,10 @@ protected:
     }
     long long width() { return number("window.innerWidth"); }
     // Whether the library is shown and no book is.
-    bool libraryIsShown() { return !state()._epubWindowController && _program->libraryWindow.mainWindow().isVisible(); }
+    bool libraryIsShown()
+    {
+        return !state().reading._epubWindowController && _program->libraryWindow.mainWindow().isVisible();
+    }
 };
 
 class ReadingPlaceInBook : public ReadingPlace, public testing::WithParamInterface<std::string> { };
@@ -174,7 +177,7 @@ TEST_F(ReadingPlace, AnotherBookTakesTheOpenOnesPlace)
     turnPages(2);
     const auto left = place();
     open(1);
-    EXPECT_EQ(state().currentBook, book(1));
+    EXPECT_EQ(state().reading.currentBook, book(1));
     EXPECT_EQ(reader().bookSplits(), book(1)->files());
     EXPECT_EQ(place().offset, 0);
     open(0);

@@ -33,7 +33,7 @@ public:
         _program = std::make_unique<ProgramOn<GLibRunLoop>>(home.path());
         _program->workspace.trash = home.trash();
         _program->beginLaunch();
-        runUntil([this] { return !state()._initProcessing; });
+        runUntil([this] { return !state().launch._initProcessing(); });
         _program->defaults.synchronize();
         note("done");
     }
@@ -140,7 +140,7 @@ private:
     {
         note("begin reset");
         _program->controller->resetAppSettings();
-        runUntil([this] { return !state().isResetting; });
+        runUntil([this] { return !state().launch.isResetting(); });
         note("done");
     }
 

@@ -7,6 +7,7 @@
 #include "catalogue/Settings.hpp"
 #include "desktop/gtk/Toplevel.hpp"
 #include "library_window/gtk/LibraryWindowGtk.hpp"
+#include "running/GLibRunLoop.hpp"
 
 #include <glib.h>
 #include <gtk/gtk.h>
@@ -141,8 +142,9 @@ public:
 
 private:
     ArrayController _books;
+    GLibRunLoop _runLoop;
     Toplevel _toplevel;
-    LibraryWindowGtk _window { _toplevel };
+    LibraryWindowGtk _window { _toplevel, _runLoop };
     std::unique_ptr<LibraryViewSurface> _view;
     Glib::RefPtr<Gtk::Adjustment> _adjustment;
 };

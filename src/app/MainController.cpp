@@ -162,13 +162,9 @@ Task<void> MainController::openHandedOver(std::vector<std::string> paths)
 
 Task<void> MainController::openSingle(std::string path)
 {
-    struct Outcome {
-        BookInfoPtr book;
-        bool copied = false;
-    };
-    const auto outcome = std::make_shared<Outcome>();
-    auto inspected = _platform.runLoop.performInBackground(
-        [this, path, outcome] { outcome->book = _import.bookFromSingleFile(path, outcome->copied); });
+    const auto outcome = std::make_shared<EpubImport::SingleBook>();
+    auto inspected
+        = _platform.runLoop.performInBackground([this, path, outcome] { *outcome = _import.bookFromSingleFile(path); });
     co_await inspected;
     _import.showFaultyBooks();
     if (!outcome->book)
@@ -182,10 +178,10 @@ Task<void> MainController::openSingle(std::string path)
     if (reading.origin == Reading::Origin::Copy && reading.currentBook
         && reading.currentBook->epubPath() == outcome->book->epubPath()) {
         reading.origin = Reading::Origin::OwnFile;
-        outcome->copied = true;
+        outcome->isCopied = true;
     }
     makeWay();
-    reading.origin = outcome->copied ? Reading::Origin::Copy : Reading::Origin::OwnFile;
+    reading.origin = outcome->isCopied ? Reading::Origin::Copy : Reading::Origin::OwnFile;
     _opening.open(outcome->book);
 }
 

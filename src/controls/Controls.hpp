@@ -9,7 +9,7 @@
 namespace pagora {
 
 // The controls of the windows, as far as controllers drive them. Frames are in points of the enclosing view, with the
-// origin at the bottom left. Main thread, unless said otherwise. Controls belong to their window.
+// origin at the bottom left. Main thread. Controls belong to their window.
 
 class Control {
 public:
@@ -26,7 +26,6 @@ public:
 
 class TextField : public virtual Control {
 public:
-    // Any thread for `setStringValue`.
     virtual void setStringValue(const std::string& text) = 0;
     virtual std::string stringValue() const = 0;
     // The frame takes the width that the text needs; its origin stays.
@@ -38,7 +37,7 @@ public:
     virtual void setAction(std::function<void()> action) = 0;
 };
 
-// How far along a task is. Its operations may be called on any thread.
+// How far along a task is.
 class ProgressIndicator : public virtual Control {
 public:
     virtual void setMinValue(double value) = 0;

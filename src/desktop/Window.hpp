@@ -9,8 +9,7 @@
 namespace pagora {
 
 // A window of the program, with a frame and a title of its own. Several may share one window of the desktop, which then
-// shows the one that was ordered front last. Main thread, but `orderFront`, `makeKeyAndOrderFront` and `orderOut` may
-// be called on any thread.
+// shows the one that was ordered front last. Main thread.
 class Window {
 public:
     virtual ~Window() = default;

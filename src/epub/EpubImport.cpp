@@ -31,28 +31,75 @@ std::vector<std::string> chosen(const std::vector<std::string>& files, const std
 class EpubImport::UnderWay {
 public:
     explicit UnderWay(EpubImport& import)
-        : _import(import)
+        : _count(import._countUnderWay)
     {
-        const std::scoped_lock lock(_import._counting);
-        ++_import._countUnderWay;
+        ++_count;
     }
     ~UnderWay()
     {
-        const std::scoped_lock lock(_import._counting);
-        --_import._countUnderWay;
-        _import._oneLess.notify_all();
+        --_count;
+        _count.notify_all();
     }
     UnderWay(const UnderWay&) = delete;
     UnderWay& operator=(const UnderWay&) = delete;
 
 private:
+    std::atomic<int>& _count;
+};
+
+class EpubImport::Progress {
+public:
+    Progress(EpubImport& import, std::size_t count)
+        : _import(import)
+        , _count(count)
+    {
+        _import.onMainThread([outlets = _import._outlets, count] {
+            outlets.processIndicator.setMaxValue(static_cast<double>(count));
+            if (outlets.indicatorWindow.isVisible())
+                return;
+            outlets.progressBar.setMinValue(0);
+            outlets.progressBar.setMaxValue(static_cast<double>(count));
+            outlets.progressBar.setHidden(false);
+            outlets.procText.setHidden(false);
+            outlets.stopButton.setHidden(false);
+        });
+    }
+    ~Progress()
+    {
+        _import.onMainThread([outlets = _import._outlets] {
+            outlets.progressBar.setHidden(true);
+            outlets.procText.setHidden(true);
+            outlets.stopButton.setHidden(true);
+        });
+    }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    // The batch has come to that file. Numbers that the main thread has not shown yet give way to the newest.
+    void show(std::size_t index)
+    {
+        if (_newest->exchange(index + 1) != 0)
+            return;
+        _import.onMainThread([outlets = _import._outlets, newest = _newest, count = _count] {
+            const auto number = newest->exchange(0);
+            outlets.processIndicator.setDoubleValue(static_cast<double>(number));
+            outlets.progressBar.setDoubleValue(static_cast<double>(number));
+            outlets.procText.setStringValue(
+                formatted(_("%d of %lu"), static_cast<int>(number), static_cast<unsigned long>(count)));
+        });
+    }
+
+private:
     EpubImport& _import;
+    std::size_t _count;
+    // The number that is still to be shown; 0 for none.
+    std::shared_ptr<std::atomic<std::size_t>> _newest = std::make_shared<std::atomic<std::size_t>>(0);
 };
 
 EpubImport::EpubImport(ImportHub& hub, const ImportOutlets& outlets)
     : _mainController(hub)
     , _outlets(outlets)
-    , _inspection(hub, [this] { return _ended.load(); })
+    , _inspector(hub, [this] { return _ended.load(); })
 {
 }
 
@@ -65,44 +112,6 @@ void EpubImport::onMainThread(std::function<void()> work)
         runLoop.postToMainThread(std::move(work));
 }
 
-void EpubImport::beginProgress(std::size_t count)
-{
-    _newestProgress = std::make_shared<std::atomic<std::size_t>>(0);
-    onMainThread([outlets = _outlets, count] {
-        outlets.processIndicator.setMaxValue(static_cast<double>(count));
-        if (outlets.indicatorWindow.isVisible())
-            return;
-        outlets.progressBar.setMinValue(0);
-        outlets.progressBar.setMaxValue(static_cast<double>(count));
-        outlets.progressBar.setHidden(false);
-        outlets.procText.setHidden(false);
-        outlets.stopButton.setHidden(false);
-    });
-}
-
-void EpubImport::showProgress(std::size_t index, std::size_t count)
-{
-    // Files that are known pass by faster than the main thread can show them.
-    if (_newestProgress->exchange(index + 1) != 0)
-        return;
-    onMainThread([outlets = _outlets, newest = _newestProgress, count] {
-        const auto number = newest->exchange(0);
-        outlets.processIndicator.setDoubleValue(static_cast<double>(number));
-        outlets.progressBar.setDoubleValue(static_cast<double>(number));
-        outlets.procText.setStringValue(
-            formatted(_("%d of %lu"), static_cast<int>(number), static_cast<unsigned long>(count)));
-    });
-}
-
-void EpubImport::endProgress()
-{
-    onMainThread([outlets = _outlets] {
-        outlets.progressBar.setHidden(true);
-        outlets.procText.setHidden(true);
-        outlets.stopButton.setHidden(true);
-    });
-}
-
 void EpubImport::draggedEpubs(std::vector<std::string> files)
 {
     if (files.empty())
@@ -111,16 +120,10 @@ void EpubImport::draggedEpubs(std::vector<std::string> files)
         [this, files = std::move(files), underWay = std::make_shared<UnderWay>(*this)] { process_Epubs(files); });
 }
 
-bool EpubImport::isUnderWay() const
-{
-    const std::scoped_lock lock(_counting);
-    return _countUnderWay > 0;
-}
-
 void EpubImport::waitForImports()
 {
-    std::unique_lock lock(_counting);
-    _oneLess.wait(lock, [this] { return _countUnderWay == 0; });
+    for (int count = _countUnderWay; count != 0; count = _countUnderWay)
+        _countUnderWay.wait(count);
 }
 
 void EpubImport::process_Epubs(const std::vector<std::string>& files)
@@ -153,28 +156,26 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
     std::scoped_lock batch(_batch);
     auto& catalogue = _mainController.catalogue();
     const auto isNew = newOnes(files);
-    beginProgress(files.size());
-    _cancelled = false;
-
     std::vector<std::string> imported;
     {
+        Progress progress(*this, files.size());
+        _cancelled = false;
         ImportAhead ahead(_mainController.workspace(), chosen(files, isNew),
             mode == copyMode || mode == moveMode ? _mainController.folders().libPath : "",
             [this] { return _ended.load(); });
         for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
-            showProgress(i, files.size());
-            std::scoped_lock inspecting(_inspecting);
+            progress.show(i);
+            const auto inspector = _inspector.lock();
             // Files that are passed over leave it as it is.
-            if (isNew[i] || i == 0 || !_scratchIsEmpty)
-                emptyScratch();
-            const auto book = isNew[i] ? importFile(files[i], mode, ahead.take(files[i])) : nullptr;
+            if (isNew[i] || i == 0 || !inspector->scratchIsEmpty)
+                inspector->emptyScratch();
+            const auto book = isNew[i] ? importFile(*inspector, files[i], mode, ahead.take(files[i])) : nullptr;
             if (!book)
                 continue;
             imported.push_back(*book->epubPath());
             catalogue.append(book, entryFromBook(*book), lastPathComponent(*book->epubPath()));
         }
     }
-    endProgress();
     if (!imported.empty()) {
         flushFolder(_mainController.folders().libPath);
         catalogue.save(_mainController.defaults());
@@ -192,35 +193,36 @@ std::vector<bool> EpubImport::newOnes(const std::vector<std::string>& files)
     return isNew;
 }
 
-void EpubImport::emptyScratch()
+void EpubImport::Inspector::emptyScratch()
 {
-    _inspection.emptyScratch();
-    _scratchIsEmpty = true;
+    process.emptyScratch();
+    scratchIsEmpty = true;
 }
 
-BookInfoPtr EpubImport::inspect(const std::string& file, const ScaledCover* cover)
+BookInfoPtr EpubImport::Inspector::inspect(const std::string& file, const ScaledCover* cover)
 {
-    _scratchIsEmpty = false;
-    return _inspection.getBookInfo(file, StopOnErrors::Yes, cover);
+    scratchIsEmpty = false;
+    return process.getBookInfo(file, StopOnErrors::Yes, cover);
 }
 
 BookInfoPtr EpubImport::getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors)
 {
-    const std::scoped_lock inspecting(_inspecting);
-    _scratchIsEmpty = false;
-    return _inspection.getBookInfo(archivePath, stopOnErrors);
+    const auto inspector = _inspector.lock();
+    inspector->scratchIsEmpty = false;
+    return inspector->process.getBookInfo(archivePath, stopOnErrors);
 }
 
 BookInfoPtr EpubImport::bookFromOwnFile(const std::string& path)
 {
-    std::scoped_lock inspecting(_inspecting);
-    emptyScratch();
-    return inspect(path);
+    const auto inspector = _inspector.lock();
+    inspector->emptyScratch();
+    return inspector->inspect(path);
 }
 
-BookInfoPtr EpubImport::importFile(const std::string& file, const std::string& mode, const ImportAhead::Results& ahead)
+BookInfoPtr EpubImport::importFile(
+    Inspector& inspector, const std::string& file, const std::string& mode, const ImportAhead::Results& ahead)
 {
-    auto book = inspect(file, ahead.cover ? &*ahead.cover : nullptr);
+    auto book = inspector.inspect(file, ahead.cover ? &*ahead.cover : nullptr);
     if (!book)
         return nullptr;
     const auto& libPath = _mainController.folders().libPath;
@@ -249,40 +251,33 @@ std::string EpubImport::archiveOf(const std::string& file, const std::optional<s
     return fileExists(expected) ? file : expected;
 }
 
-BookInfoPtr EpubImport::bookFromSingleFile(const std::string& path, bool& copied)
+EpubImport::SingleBook EpubImport::bookFromSingleFile(const std::string& path)
 {
-    copied = false;
-    std::scoped_lock inspecting(_inspecting);
-    removeLeftCopies();
-    auto book = inspect(path);
-    if (!book)
-        return nullptr;
+    const auto inspector = _inspector.lock();
+    removeLeftCopies(*inspector);
+    SingleBook single { inspector->inspect(path) };
+    if (!single.book)
+        return {};
     const auto& libPath = _mainController.folders().libPath;
     const auto name = lastPathComponent(path);
     const auto before = folderEntries(libPath).value_or(std::vector<std::string> {});
     const auto copies = _mainController.workspace().copyFiles(deletingLastPathComponent(path), libPath, { name });
     const auto& copy = copies.front();
-    copied = copy && std::find(before.begin(), before.end(), *copy) == before.end();
-    book->setEpubPath(archiveOf(path, copy));
-    return book;
+    single.isCopied = copy && std::find(before.begin(), before.end(), *copy) == before.end();
+    single.book->setEpubPath(archiveOf(path, copy));
+    return single;
 }
 
 void EpubImport::removeSingleCopy(const std::string& path)
 {
-    {
-        std::scoped_lock lock(_leaving);
-        _leftCopies.push_back(path);
-    }
-    _mainController.runLoop().performInBackground([this] {
-        std::scoped_lock inspecting(_inspecting);
-        removeLeftCopies();
-    });
+    _leftCopies.lock()->push_back(path);
+    _mainController.runLoop().performInBackground([this] { removeLeftCopies(*_inspector.lock()); });
 }
 
-void EpubImport::removeLeftCopies()
+void EpubImport::removeLeftCopies(const Inspector&)
 {
-    std::scoped_lock lock(_leaving);
-    for (const auto& copy : std::exchange(_leftCopies, {})) {
+    const auto leftCopies = _leftCopies.lock();
+    for (const auto& copy : std::exchange(*leftCopies, {})) {
         if (!_mainController.catalogue().holdsArchive(copy))
             removeItem(copy);
     }

@@ -7,11 +7,12 @@
 #include "epub/FaultyBooks.hpp"
 #include "epub/ImportAhead.hpp"
 #include "epub/InspectionProcess.hpp"
+#include "running/Guarded.hpp"
 #include "running/RunLoop.hpp"
 #include "store/UserDefaults.hpp"
 
 #include <atomic>
-#include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -66,7 +67,7 @@ public:
     void cancelProcess() { _cancelled = true; }
 
     // Whether an import is under way or waits for another.
-    bool isUnderWay() const;
+    bool isUnderWay() const { return _countUnderWay > 0; }
     // Returns when none is. Not from the main thread, which imports wait for.
     void waitForImports();
 
@@ -76,9 +77,15 @@ public:
     // The program ends: stops the batch that runs, and those that wait, without the book at hand. Any thread.
     void end() { _ended = true; }
 
-    // Inspects one file that is to be read and not catalogued, and copies it into the library folder for that reading;
-    // null when it was rejected. `copied` tells whether a copy was made that is not another book's archive. Any thread.
-    BookInfoPtr bookFromSingleFile(const std::string& path, bool& copied);
+    struct SingleBook {
+        // Null when the file was rejected.
+        BookInfoPtr book;
+        // Whether a copy was made that is not another book's archive.
+        bool isCopied = false;
+    };
+    // Inspects one file that is to be read and not catalogued, and copies it into the library folder for that reading.
+    // Any thread.
+    SingleBook bookFromSingleFile(const std::string& path);
 
     // Inspects a file of the program's own, which is neither catalogued nor copied. Any thread.
     BookInfoPtr bookFromOwnFile(const std::string& path);
@@ -93,42 +100,46 @@ public:
 private:
     // One import for as long as it lives.
     class UnderWay;
+    // What a batch shows of itself.
+    class Progress;
+    // The inspection, with its scratch folder.
+    struct Inspector {
+        Inspector(InspectionHub& hub, std::function<bool()> isEnded)
+            : process(hub, std::move(isEnded))
+        {
+        }
+
+        InspectionProcess process;
+        // Since it was emptied, no file was inspected.
+        bool scratchIsEmpty = false;
+
+        void emptyScratch();
+        BookInfoPtr inspect(const std::string& file, const ScaledCover* cover = nullptr);
+    };
 
     void onMainThread(std::function<void()> work);
-    void beginProgress(std::size_t count);
-    // Numbers that the main thread has not come to show yet give way to the newest.
-    void showProgress(std::size_t index, std::size_t count);
-    void endProgress();
-    // Call these two with `_inspecting` held.
-    void emptyScratch();
-    BookInfoPtr inspect(const std::string& file, const ScaledCover* cover = nullptr);
     // Which of the files are not in the library yet.
     std::vector<bool> newOnes(const std::vector<std::string>& files);
     // Null when the file is rejected.
-    BookInfoPtr importFile(const std::string& file, const std::string& mode, const ImportAhead::Results& ahead);
+    BookInfoPtr importFile(
+        Inspector& inspector, const std::string& file, const std::string& mode, const ImportAhead::Results& ahead);
     // The path that a file has in the library folder once it was copied there under the name `copy`.
     std::string archiveOf(const std::string& file, const std::optional<std::string>& copy) const;
-    // Call it with `_inspecting` held.
-    void removeLeftCopies();
+    // Only while no file is inspected: one might be copied to the same place.
+    void removeLeftCopies(const Inspector& inspector);
 
     ImportHub& _mainController;
     ImportOutlets _outlets;
-    InspectionProcess _inspection;
     std::atomic<bool> _cancelled = false;
     std::atomic<bool> _ended = false;
-    // A batch holds the first for its whole length, and the second while it inspects a file.
+    // Held by a batch for its whole length.
     std::mutex _batch;
-    std::mutex _inspecting;
-    // Since it was emptied, no file was inspected.
-    bool _scratchIsEmpty = false;
-    // The number of the file that the batch has come to and that is still to be shown; 0 for none. One a batch.
-    std::shared_ptr<std::atomic<std::size_t>> _newestProgress;
-    mutable std::mutex _counting;
-    std::condition_variable _oneLess;
-    int _countUnderWay = 0;
+    // Held while a file is inspected.
+    Guarded<Inspector> _inspector;
+    // How many imports are under way or wait.
+    std::atomic<int> _countUnderWay = 0;
     // Copies whose reading has ended and that are still to be removed.
-    std::mutex _leaving;
-    std::vector<std::string> _leftCopies;
+    Guarded<std::vector<std::string>> _leftCopies;
 };
 
 }

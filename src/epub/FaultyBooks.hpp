@@ -1,6 +1,7 @@
 #pragma once
 
-#include <mutex>
+#include "running/Guarded.hpp"
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,27 +11,12 @@ namespace pagora {
 // The lines on files that were rejected and not yet shown. Any thread.
 class FaultyBooks {
 public:
-    void add(const std::string& line)
-    {
-        std::scoped_lock lock(_mutex);
-        _lines.push_back(line);
-    }
-
-    bool empty() const
-    {
-        std::scoped_lock lock(_mutex);
-        return _lines.empty();
-    }
-
-    std::vector<std::string> takeAll()
-    {
-        std::scoped_lock lock(_mutex);
-        return std::exchange(_lines, {});
-    }
+    void add(const std::string& line) { _lines.lock()->push_back(line); }
+    bool empty() const { return _lines.lock()->empty(); }
+    std::vector<std::string> takeAll() { return std::exchange(*_lines.lock(), {}); }
 
 private:
-    mutable std::mutex _mutex;
-    std::vector<std::string> _lines;
+    mutable Guarded<std::vector<std::string>> _lines;
 };
 
 }

@@ -41,7 +41,7 @@ struct LibraryEvent {
 };
 
 // The library window, with the progress, error and settings windows of the same layout; controls by their names there.
-// Main thread, save for the controls that say otherwise.
+// Main thread.
 class LibraryWindow : public LibraryViewHost {
 public:
     virtual void setActions(LibraryWindowActions actions) = 0;

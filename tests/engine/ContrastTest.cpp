@@ -9,6 +9,7 @@
 #include "reflowable/ColorThemes.hpp"
 #include "reflowable/PageScripts.hpp"
 #include "reflowable/gtk/EpubWindowGtk.hpp"
+#include "running/GLibRunLoop.hpp"
 #include "tests/engine/PageViewTest.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeLibraryHub.hpp"
@@ -51,7 +52,7 @@ protected:
 
     void makeLibrary(int books)
     {
-        _library = std::make_unique<LibraryWindowGtk>(_toplevel);
+        _library = std::make_unique<LibraryWindowGtk>(_toplevel, _runLoop);
         LibraryWindowActions actions;
         actions.bookListMode = [this] { _views->bookListMode(); };
         _views = std::make_unique<LibraryViews>(*_library, *this, [this] { return BookArray(_books); });
@@ -111,6 +112,7 @@ protected:
     }
 
     std::shared_ptr<std::vector<BookInfoPtr>> _books = makeBooks(0);
+    GLibRunLoop _runLoop;
     Toplevel _toplevel;
     std::unique_ptr<LibraryWindowGtk> _library;
     std::unique_ptr<LibraryViews> _views;

@@ -4,28 +4,16 @@
 #include "controls/gtk/SegmentedSwitch.hpp"
 #include "desktop/gtk/DesktopWindow.hpp"
 #include "desktop/gtk/Tooltip.hpp"
-#include "running/Worker.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/togglebutton.h>
 
-#include <optional>
-
 namespace pagora::test {
 
 namespace {
 
-class Controls : public ToolkitTest {
-protected:
-    // Runs the work on another thread and waits until it has run.
-    static void performElsewhere(std::function<void()> work)
-    {
-        Worker worker;
-        worker.perform(std::move(work));
-        worker.wait();
-    }
-};
+using Controls = ToolkitTest;
 
 // Two toggle buttons of one group.
 struct Segments {
@@ -99,41 +87,28 @@ TEST_F(Controls, TextOfManyLinesIsShownInATextView)
     EXPECT_EQ(textView.get_buffer()->get_text(), "one --> a\ntwo --> b");
 }
 
-TEST_F(Controls, TextFromAnotherThreadIsShownByTheMainLoop)
+TEST_F(Controls, TextIsReadBackAsItWasSet)
 {
     Gtk::Label label;
     LabelField field(label);
-    performElsewhere([&] {
-        field.setStringValue("1 of 2");
-        field.setStringValue("2 of 2");
-    });
+    field.setStringValue("1 of 2");
+    field.setStringValue("2 of 2");
     EXPECT_EQ(field.stringValue(), "2 of 2");
-    EXPECT_TRUE(waitUntil([&] { return label.get_text() == "2 of 2"; }));
+    EXPECT_EQ(label.get_text(), "2 of 2");
 }
 
-TEST_F(Controls, TextForAControlThatIsGoneIsDropped)
-{
-    Gtk::Label label("before");
-    std::optional<LabelField> field(std::in_place, label);
-    performElsewhere([&] { field->setStringValue("after"); });
-    field.reset();
-    settle();
-    EXPECT_EQ(label.get_text(), "before");
-}
-
-TEST_F(Controls, ProgressFromAnotherThreadIsShown)
+TEST_F(Controls, ProgressIsShown)
 {
     Gtk::ProgressBar bar;
     bar.set_visible(false);
     ProgressControl progress(bar);
-    performElsewhere([&] {
-        progress.setMinValue(0);
-        progress.setMaxValue(40);
-        progress.setHidden(false);
-        progress.setDoubleValue(10);
-    });
+    progress.setMinValue(0);
+    progress.setMaxValue(40);
+    progress.setHidden(false);
+    progress.setDoubleValue(10);
     EXPECT_FALSE(progress.isHidden());
-    EXPECT_TRUE(waitUntil([&] { return bar.get_visible() && bar.get_fraction() == 0.25; }));
+    EXPECT_TRUE(bar.get_visible());
+    EXPECT_EQ(bar.get_fraction(), 0.25);
 }
 
 TEST_F(Controls, ProgressWithoutLengthIsEmpty)
@@ -179,11 +154,11 @@ TEST_F(Controls, SegmentSelectedByTheProgramDoesNotRunTheAction)
     EXPECT_EQ(selections, 0);
 }
 
-TEST_F(Controls, WindowThatIsOrderedFrontElsewhereIsVisible)
+TEST_F(Controls, WindowThatIsOrderedFrontIsVisible)
 {
     Gtk::Window widget;
     DesktopWindow window(widget);
-    performElsewhere([&] { window.orderFront(); });
+    window.orderFront();
     EXPECT_TRUE(window.isVisible());
     EXPECT_TRUE(waitUntil([&] { return widget.get_mapped(); }));
     window.orderOut();

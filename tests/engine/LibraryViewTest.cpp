@@ -3,6 +3,7 @@
 #include "library_views/gtk/BookCell.hpp"
 #include "library_views/gtk/GridSurface.hpp"
 #include "library_views/gtk/ListSurface.hpp"
+#include "running/GLibRunLoop.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
 #include <gdkmm/pixbuf.h>
@@ -43,7 +44,8 @@ protected:
         view.activate_action("list.activate-item", Glib::Variant<guint>::create(position));
     }
 
-    CoverLoader _loader;
+    GLibRunLoop _runLoop;
+    CoverLoader _loader { _runLoop };
     ArrayController _books;
     RecordingHandler _handler;
     Surface _surface { _books, _loader };

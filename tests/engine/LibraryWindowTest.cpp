@@ -2,6 +2,7 @@
 #include "files/Files.hpp"
 #include "library_views/LibraryViews.hpp"
 #include "library_window/gtk/LibraryWindowGtk.hpp"
+#include "running/GLibRunLoop.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeLibraryHub.hpp"
 #include "tests/support/TemporaryFolder.hpp"
@@ -88,8 +89,9 @@ protected:
         return swallowed;
     }
 
+    GLibRunLoop _runLoop;
     Toplevel _toplevel;
-    LibraryWindowGtk _window { _toplevel };
+    LibraryWindowGtk _window { _toplevel, _runLoop };
     std::shared_ptr<std::vector<BookInfoPtr>> _bookList = makeBooks(3);
     std::unique_ptr<LibraryViews> _views;
     // What the window and its views asked for.

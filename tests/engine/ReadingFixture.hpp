@@ -47,7 +47,7 @@ struct RunningProgram {
     GLibRunLoop runLoop;
     FakeWorkspace workspace;
     Toplevel toplevel;
-    LibraryWindowGtk libraryWindow { toplevel };
+    LibraryWindowGtk libraryWindow { toplevel, runLoop };
     KeptReaderWindows readerWindows;
     MainController controller;
 };

@@ -80,7 +80,7 @@ struct Application::Parts {
     Parts(const Glib::RefPtr<Gtk::Application>& application, Store opened)
         : store(std::move(opened))
         , toplevel(application)
-        , libraryWindow(toplevel, application)
+        , libraryWindow(toplevel, runLoop, application)
         , shortcuts(*application, toplevel.window(), [this] { return !libraryWindow.mainWindow().isVisible(); })
         , readerWindows(temporaryFolder(), toplevel)
         , lateFlush(*store.defaults, runLoop)

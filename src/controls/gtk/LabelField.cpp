@@ -21,25 +21,13 @@ LabelField::LabelField(Gtk::TextView& textView)
 
 void LabelField::setStringValue(const std::string& text)
 {
-    {
-        const std::lock_guard lock(_mutex);
-        _text = text;
-    }
-    onMainThread([this, text] {
-        if (_label) {
-            _label->set_text(displayText(text));
-            // The toolkit does not tell assistive technology of a label's new text; a status is read out then.
-            if (_label->get_accessible_role() == Gtk::Accessible::Role::STATUS)
-                setAccessibleName(*_label, _label->get_text());
-        } else
-            _textView->get_buffer()->set_text(displayText(text));
-    });
-}
-
-std::string LabelField::stringValue() const
-{
-    const std::lock_guard lock(_mutex);
-    return _text;
+    _text = text;
+    if (_textView)
+        return _textView->get_buffer()->set_text(displayText(text));
+    _label->set_text(displayText(text));
+    // The toolkit does not tell assistive technology of a label's new text; a status is read out then.
+    if (_label->get_accessible_role() == Gtk::Accessible::Role::STATUS)
+        setAccessibleName(*_label, _label->get_text());
 }
 
 void LabelField::sizeToFit()

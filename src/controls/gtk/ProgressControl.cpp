@@ -30,10 +30,8 @@ void ProgressControl::setDoubleValue(double value)
 
 void ProgressControl::show()
 {
-    onMainThread([this] {
-        const double length = _maxValue - _minValue;
-        _progressBar.set_fraction(length > 0 ? std::clamp((_value - _minValue) / length, 0.0, 1.0) : 0);
-    });
+    const double length = _maxValue - _minValue;
+    _progressBar.set_fraction(length > 0 ? std::clamp((_value - _minValue) / length, 0.0, 1.0) : 0);
 }
 
 }

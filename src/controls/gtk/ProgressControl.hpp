@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// A progress bar of a layout. Any thread.
+// A progress bar of a layout.
 class ProgressControl : public ProgressIndicator, public WidgetControl {
 public:
     explicit ProgressControl(Gtk::ProgressBar& progressBar);
@@ -23,9 +23,9 @@ private:
     void show();
 
     Gtk::ProgressBar& _progressBar;
-    std::atomic<double> _minValue = 0;
-    std::atomic<double> _maxValue = 1;
-    std::atomic<double> _value = 0;
+    double _minValue = 0;
+    double _maxValue = 1;
+    double _value = 0;
 };
 
 }

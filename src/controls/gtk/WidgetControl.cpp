@@ -18,34 +18,6 @@ Rect frameInParent(const Gtk::Widget& widget)
         bounds.size.height };
 }
 
-WidgetControl::WidgetControl(Gtk::Widget& widget)
-    : _widget(widget)
-    , _hidden(!widget.get_visible())
-    , _enabled(widget.get_sensitive())
-{
-    _visibleChanged = widget.property_visible().signal_changed().connect([this] { _hidden = !_widget.get_visible(); });
-    _sensitiveChanged
-        = widget.property_sensitive().signal_changed().connect([this] { _enabled = _widget.get_sensitive(); });
-}
-
-WidgetControl::~WidgetControl()
-{
-    _visibleChanged.disconnect();
-    _sensitiveChanged.disconnect();
-}
-
-void WidgetControl::setHidden(bool hidden)
-{
-    _hidden = hidden;
-    onMainThread([this, hidden] { _widget.set_visible(!hidden); });
-}
-
-void WidgetControl::setEnabled(bool enabled)
-{
-    _enabled = enabled;
-    onMainThread([this, enabled] { _widget.set_sensitive(enabled); });
-}
-
 void WidgetControl::setFrame(const Rect& frame)
 {
     const auto points = [](double length) { return static_cast<int>(std::lround(std::clamp(length, 0.0, 32'767.0))); };

@@ -1,11 +1,8 @@
 #pragma once
 
 #include "controls/Controls.hpp"
-#include "desktop/gtk/MainThread.hpp"
 
 #include <gtkmm/widget.h>
-
-#include <atomic>
 
 namespace pagora {
 
@@ -14,16 +11,17 @@ namespace pagora {
 Rect frameInParent(const Gtk::Widget& widget);
 
 // What every control does, over a widget of a layout. The widget belongs to its window, which outlives the control.
-// Hiding and enabling may be called on any thread, and so may asking for both; the rest on the main thread.
-class WidgetControl : public virtual Control, protected MainThreadOwner {
+class WidgetControl : public virtual Control {
 public:
-    explicit WidgetControl(Gtk::Widget& widget);
-    ~WidgetControl() override;
+    explicit WidgetControl(Gtk::Widget& widget)
+        : _widget(widget)
+    {
+    }
 
-    void setHidden(bool hidden) override;
-    bool isHidden() const override { return _hidden; }
-    void setEnabled(bool enabled) override;
-    bool isEnabled() const override { return _enabled; }
+    void setHidden(bool hidden) override { _widget.set_visible(!hidden); }
+    bool isHidden() const override { return !_widget.get_visible(); }
+    void setEnabled(bool enabled) override { _widget.set_sensitive(enabled); }
+    bool isEnabled() const override { return _widget.get_sensitive(); }
     Rect frame() const override { return frameInParent(_widget); }
     // Asks for the size; the place too where the parent leaves places to its children.
     void setFrame(const Rect& frame) override;
@@ -33,10 +31,6 @@ public:
 
 private:
     Gtk::Widget& _widget;
-    std::atomic<bool> _hidden;
-    std::atomic<bool> _enabled;
-    sigc::connection _visibleChanged;
-    sigc::connection _sensitiveChanged;
 };
 
 }

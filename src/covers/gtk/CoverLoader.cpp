@@ -31,7 +31,12 @@ Glib::RefPtr<Gdk::Texture> textureOf(const Image& cover)
 
 }
 
-CoverLoader::CoverLoader() = default;
+CoverLoader::CoverLoader(RunLoop& runLoop)
+    : _runLoop(runLoop)
+    , _self(std::make_shared<CoverLoader*>(this))
+{
+}
+
 CoverLoader::~CoverLoader() = default;
 
 CoverLoader::Ticket CoverLoader::load(const BookInfoPtr& book, Receiver receive)
@@ -47,11 +52,13 @@ CoverLoader::Ticket CoverLoader::load(const BookInfoPtr& book, Receiver receive)
     auto ticket = std::make_shared<Request>(Request { book, *book->imgData(), std::move(receive) });
     // The workers see the bytes and whether they are still waited for, nothing else: the record is the main thread's.
     _workers[_nextWorker++ % _workers.size()].perform(
-        [this, waiting = std::weak_ptr<Request>(ticket), data = ticket->data] {
+        [this, self = std::weak_ptr(_self), waiting = std::weak_ptr<Request>(ticket), data = ticket->data] {
             if (waiting.expired())
                 return;
-            auto cover = decoded(data.bytes());
-            onMainThread([this, waiting, cover = std::move(cover)] { this->receive(waiting, cover); });
+            _runLoop.postToMainThread([this, self, waiting, cover = decoded(data.bytes())] {
+                if (!self.expired())
+                    this->receive(waiting, cover);
+            });
         });
     return ticket;
 }

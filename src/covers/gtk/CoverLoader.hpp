@@ -1,7 +1,7 @@
 #pragma once
 
 #include "covers/gtk/CoverCache.hpp"
-#include "desktop/gtk/MainThread.hpp"
+#include "running/RunLoop.hpp"
 #include "running/Worker.hpp"
 
 #include <array>
@@ -12,7 +12,7 @@ namespace pagora {
 
 // Makes the covers of books ready to be drawn: decoded in the background when they are asked for, and kept for as long
 // as they are among the ones shown last. Main thread.
-class CoverLoader : protected MainThreadOwner {
+class CoverLoader {
 public:
     // In points; covers are decoded for screens of twice that many pixels.
     static constexpr Size coverSize { 106, 156 };
@@ -23,7 +23,7 @@ public:
     using Ticket = std::shared_ptr<Request>;
     using Receiver = std::function<void(const Glib::RefPtr<Gdk::Texture>&)>;
 
-    CoverLoader();
+    explicit CoverLoader(RunLoop& runLoop);
     ~CoverLoader();
 
     // Gives the book's cover to `receive`, at once when it is at hand; the default cover when the book has none or it
@@ -37,12 +37,15 @@ public:
 private:
     void receive(const std::weak_ptr<Request>& waiting, const std::optional<Image>& cover);
 
+    RunLoop& _runLoop;
     CoverCache _cache { cacheCapacity };
     Glib::RefPtr<Gdk::Texture> _defaultCover;
     bool _defaultCoverIsLoaded = false;
     // What is drawn from frame to frame goes first.
     std::array<Worker, 2> _workers { Worker(Worker::Urgency::Low), Worker(Worker::Urgency::Low) };
     std::size_t _nextWorker = 0;
+    // Goes with the loader; for covers that come back later.
+    std::shared_ptr<CoverLoader*> _self;
 };
 
 }

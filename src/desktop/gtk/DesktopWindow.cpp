@@ -16,23 +16,6 @@ int points(double length)
 
 }
 
-DesktopWindow::DesktopWindow(Gtk::Window& window)
-    : _window(window)
-    , _visible(window.get_visible())
-    , _active(window.is_active())
-{
-    _connections = {
-        window.property_visible().signal_changed().connect([this] { _visible = _window.get_visible(); }),
-        window.property_is_active().signal_changed().connect([this] { _active = _window.is_active(); }),
-    };
-}
-
-DesktopWindow::~DesktopWindow()
-{
-    for (auto& connection : _connections)
-        connection.disconnect();
-}
-
 void DesktopWindow::setTitle(const std::string& title)
 {
     _window.set_title(displayText(title, 1'000));
@@ -57,24 +40,6 @@ void DesktopWindow::setFrame(const Rect& frame)
     _x = frame.x;
     _y = frame.y;
     _window.set_default_size(points(frame.width), points(frame.height));
-}
-
-void DesktopWindow::orderFront()
-{
-    _visible = true;
-    onMainThread([this] { _window.set_visible(true); });
-}
-
-void DesktopWindow::makeKeyAndOrderFront()
-{
-    _visible = true;
-    onMainThread([this] { _window.present(); });
-}
-
-void DesktopWindow::orderOut()
-{
-    _visible = false;
-    onMainThread([this] { _window.set_visible(false); });
 }
 
 }

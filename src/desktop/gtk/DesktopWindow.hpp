@@ -1,22 +1,19 @@
 #pragma once
 
 #include "desktop/Window.hpp"
-#include "desktop/gtk/MainThread.hpp"
 
 #include <gtkmm/window.h>
-
-#include <atomic>
-#include <vector>
 
 namespace pagora {
 
 // A small window of its own, like a dialog. It belongs to a layout, which outlives it. The desktop places windows: the
-// origin of the frame is what was last set. Ordering a window in or out, and asking whether it is visible or key, may
-// be done on any thread.
-class DesktopWindow : public Window, protected MainThreadOwner {
+// origin of the frame is what was last set.
+class DesktopWindow : public Window {
 public:
-    explicit DesktopWindow(Gtk::Window& window);
-    ~DesktopWindow() override;
+    explicit DesktopWindow(Gtk::Window& window)
+        : _window(window)
+    {
+    }
 
     void setTitle(const std::string& title) override;
     Rect frame() const override;
@@ -25,12 +22,12 @@ public:
     // The desktop centres a window over the one that it is transient for.
     void center() override { }
 
-    void orderFront() override;
-    void makeKeyAndOrderFront() override;
-    void orderOut() override;
-    bool isVisible() const override { return _visible; }
+    void orderFront() override { _window.set_visible(true); }
+    void makeKeyAndOrderFront() override { _window.present(); }
+    void orderOut() override { _window.set_visible(false); }
+    bool isVisible() const override { return _window.get_visible(); }
     // The toolkit may leave a window active that was hidden while it had the keyboard.
-    bool isKeyWindow() const override { return _active && _visible; }
+    bool isKeyWindow() const override { return _window.is_active() && isVisible(); }
 
     void toggleFullScreen() override { }
     Reply<void> laidOut() override { return Reply<void>::of(); }
@@ -41,9 +38,6 @@ private:
     Gtk::Window& _window;
     double _x = 0;
     double _y = 0;
-    std::atomic<bool> _visible;
-    std::atomic<bool> _active;
-    std::vector<sigc::connection> _connections;
 };
 
 }

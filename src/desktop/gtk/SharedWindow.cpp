@@ -12,7 +12,7 @@ namespace pagora {
 namespace {
 
 // How long a window that the desktop does not draw, because it is covered or minimised, is waited for.
-constexpr unsigned layoutPatience = 1'000;
+constexpr unsigned layoutTimeout = 1'000;
 
 int points(double length)
 {
@@ -65,22 +65,20 @@ void SharedWindow::setFrame(const Rect& frame)
 void SharedWindow::orderFront()
 {
     _visible = true;
-    onMainThread([this] { _toplevel.orderFront(*this); });
+    _toplevel.orderFront(*this);
 }
 
 void SharedWindow::makeKeyAndOrderFront()
 {
     _visible = true;
-    onMainThread([this] {
-        _toplevel.orderFront(*this);
-        _toplevel.present();
-    });
+    _toplevel.orderFront(*this);
+    _toplevel.present();
 }
 
 void SharedWindow::orderOut()
 {
     _visible = false;
-    onMainThread([this] { _toplevel.orderOut(*this); });
+    _toplevel.orderOut(*this);
 }
 
 bool SharedWindow::isFront() const
@@ -195,19 +193,21 @@ Reply<void> SharedWindow::laidOut()
     };
     const auto layout = std::make_shared<Layout>(Layout { reply.resolver() });
     // Laid out is the size that was asked for, or one that two frames in a row agree on.
-    const auto look = whileAlive([this, layout] {
+    const auto look = [this, self = std::weak_ptr(_self), layout] {
+        if (self.expired())
+            return;
         const auto size = contentSize();
         if (size && !_toplevel.isBeingResized() && (_toplevel.hasAskedSize() || size == layout->seen))
             layout->answer();
         layout->seen = size;
-    });
+    };
     window().add_tick_callback([layout, look](const Glib::RefPtr<Gdk::FrameClock>&) {
         // The frame is laid out after this, and the coroutine that waits goes on outside of it.
         if (!layout->answered)
             Glib::signal_idle().connect_once(look, Glib::PRIORITY_DEFAULT);
         return !layout->answered;
     });
-    Glib::signal_timeout().connect_once([layout] { layout->answer(); }, layoutPatience);
+    Glib::signal_timeout().connect_once([layout] { layout->answer(); }, layoutTimeout);
     return reply;
 }
 

@@ -2,23 +2,21 @@
 
 #include "base/GObjectPtr.hpp"
 #include "desktop/Window.hpp"
-#include "desktop/gtk/MainThread.hpp"
 #include "desktop/gtk/Toplevel.hpp"
 
 #include <gtkmm/eventcontroller.h>
 #include <gtkmm/window.h>
 
-#include <atomic>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
 namespace pagora {
 
 // One of the windows that share a toplevel, with a content, a title and a frame of its own. It is visible while it is
-// ordered in, and key while it is in front and the toplevel has the keyboard. Main thread; ordering in and out, and
-// asking whether it is visible or key, may be done on any thread.
-class SharedWindow : public Window, public Toplevel::Member, protected MainThreadOwner {
+// ordered in, and key while it is in front and the toplevel has the keyboard. Main thread.
+class SharedWindow : public Window, public Toplevel::Member {
 public:
     // The content outlives it and has no parent. Controls of the content belong to the layout, and so to its title bar.
     SharedWindow(Toplevel& toplevel, Gtk::Widget& content);
@@ -81,14 +79,16 @@ private:
     double _x = 0;
     double _y = 0;
     Toplevel::Placement _placement;
-    std::atomic<bool> _visible = false;
-    std::atomic<bool> _key = false;
+    bool _visible = false;
+    bool _key = false;
     GObjectPtr<GtkWidget> _focus;
     std::vector<Glib::RefPtr<Gtk::EventController>> _controllers;
     std::function<void()> _titleAction;
     std::function<void(bool)> _fullScreenAction;
     std::function<void()> _stateAction;
     std::function<bool()> _closeAction;
+    // Goes with the window; for what comes back later.
+    std::shared_ptr<SharedWindow*> _self = std::make_shared<SharedWindow*>(this);
 };
 
 }

@@ -61,8 +61,9 @@ auto perform(const Action& action)
 
 }
 
-LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, Glib::RefPtr<Gtk::Application> application)
+LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, RunLoop& runLoop, Glib::RefPtr<Gtk::Application> application)
     : _application(std::move(application))
+    , _coverLoader(runLoop)
     , _layout(loadLayout())
     , _windows { takeWindow(_layout, "errorWin"), takeWindow(_layout, "indicatorWindow"),
         takeWindow(_layout, "settingsWin") }

@@ -22,11 +22,12 @@
 namespace pagora {
 
 // The layout "LibraryWindow": the library, which shares the toplevel, and the small windows over that. Library views
-// are dropped before it. Main thread, save for the controls that say otherwise.
+// are dropped before it. Main thread.
 class LibraryWindowGtk : public LibraryWindow {
 public:
-    // The toplevel outlives it. Without an application, for tests, the toplevel holds the program's actions itself.
-    explicit LibraryWindowGtk(Toplevel& toplevel, Glib::RefPtr<Gtk::Application> application = {});
+    // The toplevel and the run loop outlive it. Without an application, for tests, the toplevel holds the program's
+    // actions itself.
+    LibraryWindowGtk(Toplevel& toplevel, RunLoop& runLoop, Glib::RefPtr<Gtk::Application> application = {});
     ~LibraryWindowGtk() override;
 
     std::unique_ptr<LibraryViewSurface> loadView(const char* layout, ArrayController& books) override;

@@ -1,4 +1,4 @@
-#include "page/gtk/PageEngine.hpp"
+#include "page_view/gtk/PageEngine.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 

@@ -1,4 +1,4 @@
-#include "page/gtk/PageView.hpp"
+#include "page_view/gtk/PageView.hpp"
 #include "tests/engine/FramesSeen.hpp"
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "page/gtk/PageEngine.hpp"
+#include "page_view/gtk/PageEngine.hpp"
 #include "tests/support/FakeInspectionHub.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 

@@ -2,7 +2,7 @@
 
 #include "fixed/gtk/FixedWindowGtk.hpp"
 #include "fixed/gtk/PreparedPagesGtk.hpp"
-#include "page/gtk/PageEngine.hpp"
+#include "page_view/gtk/PageEngine.hpp"
 #include "reflowable/gtk/EpubWindowGtk.hpp"
 
 #include <glibmm/main.h>

@@ -24,6 +24,7 @@ public:
     PageContent(const PageContent&) = delete;
     PageContent& operator=(const PageContent&) = delete;
 
+    PageKind kind() const { return _kind; }
     // Installs the filter for the book's folder and allows scripts again. `whenFiltered` is called if the filter has to
     // be compiled first.
     void setBookFolder(const std::string& path, std::function<void()> whenFiltered);

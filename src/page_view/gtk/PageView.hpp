@@ -118,7 +118,6 @@ private:
     friend struct PageViewSignals;
 
     GObjectPtr<WebKitWebView> _view;
-    PageKind _kind;
     // In seconds: the least that a script or a page may take, and what the page that is asked for may, by its size.
     double _timeout;
     double _documentTimeout;

@@ -1,4 +1,4 @@
-#include "page/gtk/PageEngine.hpp"
+#include "page_view/gtk/PageEngine.hpp"
 
 #include "base/Resource.hpp"
 #include "base/Url.hpp"

@@ -3,7 +3,7 @@
 #include "confinement/gtk/PageMemoryWatch.hpp"
 #include "confinement/gtk/PageRefusals.hpp"
 #include "files/Files.hpp"
-#include "page/gtk/PageView.hpp"
+#include "page_view/gtk/PageView.hpp"
 #include "xml/ForgivingPage.hpp"
 
 #include <glibmm/main.h>
@@ -314,7 +314,7 @@ void PageView::documentComplete()
     const auto load = currentLoad();
     _loadTimer.disconnect();
     // A fixed page is shown once nothing is loading, which a server that never answers must not put off for ever.
-    if (_kind == PageKind::Fixed) {
+    if (_content.kind() == PageKind::Fixed) {
         _loadTimer = Glib::signal_timeout().connect(
             [this, load] {
                 _reports.everythingFinished(load);

@@ -1,4 +1,4 @@
-#include "page/gtk/PageView.hpp"
+#include "page_view/gtk/PageView.hpp"
 
 #include "confinement/gtk/PageFile.hpp"
 #include "confinement/gtk/PageRefusals.hpp"
@@ -38,7 +38,6 @@ std::string asTheEngineSpells(const std::string& uri)
 
 PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout, Start start)
     : _view(std::move(view))
-    , _kind(kind)
     , _timeout(scriptTimeout)
     , _documentTimeout(scriptTimeout)
     , _reports(kind == PageKind::Fixed ? LoadReports::ClosingReport::Yes : LoadReports::ClosingReport::No)
@@ -303,7 +302,7 @@ void PageView::frameDidChange()
 void PageView::setTextSizeMultiplier(double multiplier)
 {
     webkit_web_view_set_zoom_level(_view.get(), multiplier);
-    if (_kind == PageKind::Columns)
+    if (_content.kind() == PageKind::Columns)
         webkit_web_view_evaluate_javascript(
             _view.get(), "pagoraFollowStrip()", -1, pageWorld, nullptr, nullptr, nullptr, nullptr);
     _spoken.pageMayHaveChanged();
@@ -330,7 +329,7 @@ void PageView::setHidden(bool hidden)
 
 void PageView::coverUntilPrepared()
 {
-    if (_kind == PageKind::Columns)
+    if (_content.kind() == PageKind::Columns)
         _curtain.cover(_shown.empty() ? PageCover::Show::Nothing : PageCover::Show::LastPicture, _documentTimeout);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "confinement/Confinement.hpp"
-#include "page/gtk/PageView.hpp"
+#include "page_view/gtk/PageView.hpp"
 
 #include <memory>
 #include <string>

@@ -16,10 +16,9 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "%s\n", _("Usage: pagora-defaults [KEY]"));
         return 2;
     }
-    std::string problem;
-    const auto values = readDefaults(defaultsFolder(), problem);
+    const auto values = readDefaults(defaultsFolder());
     if (!values) {
-        std::fprintf(stderr, "pagora-defaults: %s\n", problem.c_str());
+        std::fprintf(stderr, "pagora-defaults: %s\n", values.reason().c_str());
         return 1;
     }
     std::string text;

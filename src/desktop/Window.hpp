@@ -8,12 +8,19 @@
 
 namespace pagora {
 
+// What is shown over or beside other content and taken away again. Main thread.
+class Panel {
+public:
+    virtual ~Panel() = default;
+    virtual void makeKeyAndOrderFront() = 0;
+    virtual void orderOut() = 0;
+    virtual bool isVisible() const = 0;
+};
+
 // A window of the program, with a frame and a title of its own. Several may share one window of the desktop, which then
 // shows the one that was ordered front last. Main thread.
-class Window {
+class Window : public Panel {
 public:
-    virtual ~Window() = default;
-
     virtual void setTitle(const std::string& title) = 0;
     virtual Rect frame() const = 0;
     virtual void setFrame(const Rect& frame) = 0;
@@ -22,9 +29,6 @@ public:
     virtual void center() = 0;
 
     virtual void orderFront() = 0;
-    virtual void makeKeyAndOrderFront() = 0;
-    virtual void orderOut() = 0;
-    virtual bool isVisible() const = 0;
     virtual bool isKeyWindow() const = 0;
 
     // Whether it is in full screen or on its way there.

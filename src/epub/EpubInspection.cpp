@@ -118,13 +118,11 @@ private:
 
 bool Inspection::openArchive()
 {
-    auto problem = ArchiveProblem::Unreadable;
-    _archive = Archive::open(std::move(_archiveFile), {}, &problem);
+    auto opened = Archive::open(std::move(_archiveFile));
     // A file that is no archive has no members, and is rejected as such.
-    if (!_archive && problem == ArchiveProblem::PastBounds)
-        return rejectTooLarge();
-    if (!_archive)
-        return true;
+    if (!opened)
+        return opened.reason() != ArchiveProblem::PastBounds || rejectTooLarge();
+    _archive = std::move(*opened);
     _archive->setRoom(BookLimits().extractedBytes);
     _archive->extract(
         { mimetypeMember, displayOptionsMember, encryptionMember, containerMember }, _dataPath, {}, _spare);

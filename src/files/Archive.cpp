@@ -243,26 +243,19 @@ Archive::Archive(Archive&&) noexcept = default;
 Archive& Archive::operator=(Archive&&) noexcept = default;
 Archive::~Archive() = default;
 
-std::optional<Archive> Archive::open(const std::string& path, const ArchiveLimits& limits, ArchiveProblem* problem)
+Result<Archive, ArchiveProblem> Archive::open(const std::string& path, const ArchiveLimits& limits)
 {
-    return open(openFile(path), limits, problem);
+    return open(openFile(path), limits);
 }
 
-std::optional<Archive> Archive::open(FileDescriptor file, const ArchiveLimits& limits, ArchiveProblem* problem)
+Result<Archive, ArchiveProblem> Archive::open(FileDescriptor file, const ArchiveLimits& limits)
 {
-    if (problem)
-        *problem = ArchiveProblem::Unreadable;
     struct stat info { };
     if (!file || ::fstat(file.get(), &info) != 0)
-        return std::nullopt;
+        return ArchiveProblem::Unreadable;
     const auto bytes = static_cast<std::uint64_t>(info.st_size);
-    const auto pastBounds = [&] {
-        if (problem)
-            *problem = ArchiveProblem::PastBounds;
-        return std::nullopt;
-    };
     if (!isDirectoryWithin(file.get(), bytes, limits))
-        return pastBounds();
+        return ArchiveProblem::PastBounds;
     auto handle = std::make_unique<Handle>();
     // The library works on a duplicate, and closes the one that it was given once it has opened it.
     if (FileDescriptor given(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0)); given) {
@@ -271,21 +264,18 @@ std::optional<Archive> Archive::open(FileDescriptor file, const ArchiveLimits& l
             given.release();
     }
     if (!handle->zip) {
-        bool isPastBounds = false;
-        auto directory = straightDirectory(file.get(), bytes, limits, isPastBounds);
-        if (isPastBounds)
-            return pastBounds();
+        auto directory = straightDirectory(file.get(), bytes, limits);
         if (!directory)
-            return std::nullopt;
+            return directory.reason();
         auto* source = straightSource(std::move(file), std::move(*directory));
         handle->zip.reset(source ? zip_open_from_source(source, ZIP_RDONLY, nullptr) : nullptr);
         if (!handle->zip && source)
             zip_source_free(source);
     }
     if (!handle->zip)
-        return std::nullopt;
+        return ArchiveProblem::Unreadable;
     if (!handle->readDirectory(limits, bytes))
-        return pastBounds();
+        return ArchiveProblem::PastBounds;
     return Archive(std::move(handle));
 }
 

@@ -2,6 +2,8 @@
 
 #include "base/Bounds.hpp"
 #include "base/FileDescriptor.hpp"
+#include "base/Result.hpp"
+#include "files/ArchiveDirectory.hpp"
 
 #include <memory>
 #include <optional>
@@ -13,9 +15,6 @@ namespace pagora {
 
 class SpareFiles;
 
-// Why there is no archive to extract from.
-enum class ArchiveProblem { Unreadable, PastBounds };
-
 // Extraction from a ZIP archive into a folder, with the contract of the classic command: existing files are
 // overwritten, each member keeps its folders, a member that is not there is passed over, and "*", "?" and "[" in an
 // asked-for name are wildcards. Nothing is written outside the destination: "../" and a leading "/" are dropped,
@@ -23,13 +22,11 @@ enum class ArchiveProblem { Unreadable, PastBounds };
 // UTF-8 is read as code page 437. Any thread; one thread an object.
 class Archive {
 public:
-    // Missing when there is no readable ZIP archive at `path`, or it breaks a bound by what its directory says;
-    // `problem` then receives which.
-    static std::optional<Archive> open(
-        const std::string& path, const ArchiveLimits& limits = {}, ArchiveProblem* problem = nullptr);
+    // The archive at `path`, or why there is none: it is no readable ZIP archive, or breaks a bound by what its
+    // directory says.
+    static Result<Archive, ArchiveProblem> open(const std::string& path, const ArchiveLimits& limits = {});
     // The same for a file that is open already; none is no archive.
-    static std::optional<Archive> open(
-        FileDescriptor file, const ArchiveLimits& limits = {}, ArchiveProblem* problem = nullptr);
+    static Result<Archive, ArchiveProblem> open(FileDescriptor file, const ArchiveLimits& limits = {});
     Archive(Archive&&) noexcept;
     Archive& operator=(Archive&&) noexcept;
     ~Archive();

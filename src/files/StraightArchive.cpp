@@ -213,13 +213,12 @@ void addEnd(std::string& directory, std::uint64_t start, std::uint64_t count)
 
 }
 
-std::optional<StraightDirectory> straightDirectory(
-    int file, std::uint64_t archiveBytes, const ArchiveLimits& limits, bool& pastBounds)
+Result<StraightDirectory, ArchiveProblem> straightDirectory(
+    int file, std::uint64_t archiveBytes, const ArchiveLimits& limits)
 {
-    pastBounds = false;
     const auto end = lastEndRecord(file, archiveBytes);
     if (!end || end->directoryBytes > end->place || end->directoryOffset > end->place - end->directoryBytes)
-        return std::nullopt;
+        return ArchiveProblem::Unreadable;
     const auto isEntryAt = [&](std::uint64_t place) { return bytesAt(file, place, 4) == "PK\1\2"; };
     // Bytes before the archive move all of it; where the places count from the start of the file, they do not.
     const auto stated = end->directoryOffset + end->directoryBytes;
@@ -228,7 +227,7 @@ std::optional<StraightDirectory> straightDirectory(
         shift = 0;
     StraightDirectory straight { end->directoryOffset + shift, {} };
     if (straight.start >= largeNumber || straight.start >= end->place || !isEntryAt(straight.start))
-        return std::nullopt;
+        return ArchiveProblem::Unreadable;
     const auto directory
         = bytesAt(file, straight.start, std::min(end->place - straight.start, limits.directoryBytes + 1));
     std::uint64_t count = 0;
@@ -244,10 +243,9 @@ std::optional<StraightDirectory> straightDirectory(
         rest.remove_prefix(entryBytes);
         ++count;
     }
-    pastBounds = directory.size() > limits.directoryBytes || count > std::min(limits.members, largestCount)
-        || !areNamesApart(straight.bytes, limits);
-    if (pastBounds)
-        return std::nullopt;
+    if (directory.size() > limits.directoryBytes || count > std::min(limits.members, largestCount)
+        || !areNamesApart(straight.bytes, limits))
+        return ArchiveProblem::PastBounds;
     addEnd(straight.bytes, straight.start, count);
     return straight;
 }

@@ -2,9 +2,10 @@
 
 #include "base/Bounds.hpp"
 #include "base/FileDescriptor.hpp"
+#include "base/Result.hpp"
+#include "files/ArchiveDirectory.hpp"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 typedef struct zip_source zip_source_t;
@@ -19,10 +20,9 @@ struct StraightDirectory {
 };
 
 // Reads the directory as the classic command does: from the last end record on, entry by entry, as long as entries
-// follow. Bytes before the archive, a wrong count and malformed extra fields do not matter. Missing when there is no
-// directory, or it is past a bound, which `pastBounds` then says. Any thread.
-std::optional<StraightDirectory> straightDirectory(
-    int file, std::uint64_t archiveBytes, const ArchiveLimits& limits, bool& pastBounds);
+// follow. Bytes before the archive, a wrong count and malformed extra fields do not matter. Any thread.
+Result<StraightDirectory, ArchiveProblem> straightDirectory(
+    int file, std::uint64_t archiveBytes, const ArchiveLimits& limits);
 
 // The archive in an open file with that directory in place of its own; null when there is no memory.
 zip_source_t* straightSource(FileDescriptor file, StraightDirectory directory);

@@ -23,7 +23,7 @@ constexpr const char* pageScripts[] = { "jquery-1.7.1.min", "rescaling" };
 FixedEpubController::FixedEpubController(
     ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop, ScriptResources scripts)
     : _window(window)
-    , _hub(hub)
+    , _mainController(hub)
     , _state(state)
     , _runLoop(runLoop)
     , _scripts(std::move(scripts))
@@ -299,7 +299,7 @@ Task<void> FixedEpubController::showMissingPage(DataSource source)
 void FixedEpubController::resourceWillSendRequest(const Url& url, RequestedBy requestedBy)
 {
     if (_leavingLinks.take(url, requestedBy))
-        _hub.openURL(url, requestedBy);
+        _mainController.openURL(url, requestedBy);
 }
 
 void FixedEpubController::decidePolicyForMIMEType(const std::string& type)

@@ -81,7 +81,7 @@ private:
     void prepareNextPage();
 
     ReaderWindow& _window;
-    ReaderHub& _hub;
+    ReaderHub& _mainController;
     ReaderState& _state;
     RunLoop& _runLoop;
     ScriptResources _scripts;

@@ -4,7 +4,7 @@ namespace pagora {
 
 LibraryViews::LibraryViews(LibraryViewHost& host, LibraryHub& hub, std::function<BookArray()> bookList)
     : _host(host)
-    , _hub(hub)
+    , _mainController(hub)
     , _bookList(std::move(bookList))
 {
 }
@@ -29,7 +29,7 @@ Controller& LibraryViews::show(std::unique_ptr<Controller>& controller)
     if (_currentContentView)
         _host.removeContentView(*_currentContentView);
     controller = std::make_unique<Controller>(_host, _selection);
-    controller->set_mainController(_hub);
+    controller->set_mainController(_mainController);
     _host.setContentView(controller->view());
     _activeViewController = controller.get();
     _currentContentView = &controller->view();

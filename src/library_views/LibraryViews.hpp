@@ -42,7 +42,7 @@ private:
     Controller& show(std::unique_ptr<Controller>& controller);
 
     LibraryViewHost& _host;
-    LibraryHub& _hub;
+    LibraryHub& _mainController;
     std::function<BookArray()> _bookList;
     LibrarySelection _selection;
     std::unique_ptr<ImageViewController> _imageController;

@@ -73,7 +73,7 @@ public:
     // Shows how many columns the page has.
     virtual void setColumnCount(std::int32_t columns) = 0;
     // The panel with the display options.
-    virtual Window& displayOptions() = 0;
+    virtual Panel& displayOptions() = 0;
     // Every font family installed, as the system lists them.
     virtual std::vector<std::string> availableFontFamilies() const = 0;
 };

@@ -17,7 +17,7 @@ constexpr double loadTimeout = 10;
 
 EpubController::EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop)
     : _window(window)
-    , _hub(hub)
+    , _mainController(hub)
     , _state(state)
     , _runLoop(runLoop)
     , _location(window.locLabel(), window.locSlider())
@@ -188,7 +188,7 @@ void EpubController::webProcessDidTerminate()
 void EpubController::resourceWillSendRequest(const Url& url, RequestedBy requestedBy)
 {
     if (_leavingLinks.take(url, requestedBy))
-        _hub.openURL(url, requestedBy);
+        _mainController.openURL(url, requestedBy);
 }
 
 void EpubController::decidePolicyForMIMEType(const std::string& type)

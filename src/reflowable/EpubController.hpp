@@ -147,7 +147,7 @@ private:
     void showPercentage(double fractionOfBook);
 
     EpubWindow& _window;
-    ReaderHub& _hub;
+    ReaderHub& _mainController;
     ReaderState& _state;
     RunLoop& _runLoop;
     LocationBar _location;

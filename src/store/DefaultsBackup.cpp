@@ -31,9 +31,10 @@ void DefaultsBackup::wait()
 
 void DefaultsBackup::bring(const RowChanges* changes)
 {
-    DefaultsCondition condition;
-    if (!_file)
-        _file = DefaultsFile::open(_path, DefaultsFile::Journal::Log, condition);
+    if (!_file) {
+        if (auto opened = DefaultsFile::open(_path, DefaultsFile::Journal::Log))
+            _file = std::move(*opened);
+    }
     const auto state = _file ? _file->state() : std::nullopt;
     if (!state)
         return;
@@ -51,8 +52,7 @@ bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* change
         // A whole copy may already contain changes that are reported after it.
         if (current && current->series == state.series && current->flush >= state.flush)
             return true;
-        std::string error;
-        if (changes && _backup->apply(*changes, error) == DefaultsFile::Outcome::Done)
+        if (changes && _backup->apply(*changes).outcome == DefaultsFile::Outcome::Done)
             return true;
         _backup.reset();
     }
@@ -64,8 +64,13 @@ bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* change
 
 void DefaultsBackup::openBackup()
 {
-    DefaultsCondition condition;
-    _backup = DefaultsFile::open(_backupPath, DefaultsFile::Journal::InPlace, condition);
+    auto opened = DefaultsFile::open(_backupPath, DefaultsFile::Journal::InPlace);
+    if (opened) {
+        _backup = std::move(*opened);
+        return;
+    }
+    _backup.reset();
+    const auto condition = opened.reason();
     if (condition == DefaultsCondition::Damaged || condition == DefaultsCondition::Newer)
         log("The backup of the stored values could not be read; it was set aside as " + setAside(_backupPath, condition)
             + ".");

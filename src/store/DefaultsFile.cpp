@@ -126,34 +126,30 @@ DefaultsCondition DefaultsFile::check()
     return version == schemaVersion && readState() ? DefaultsCondition::Good : DefaultsCondition::Damaged;
 }
 
-std::unique_ptr<DefaultsFile> DefaultsFile::open(const std::string& path, Journal journal, DefaultsCondition& condition)
+DefaultsFile::Opened DefaultsFile::open(const std::string& path, Journal journal)
 {
-    condition = DefaultsCondition::Missing;
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
-        return nullptr;
+        return DefaultsCondition::Missing;
     try {
         auto file = std::make_unique<DefaultsFile>(
             std::make_unique<SQLite::Database>(path, SQLite::OPEN_READWRITE, DefaultsFile::busyMilliseconds), false);
-        condition = file->check();
-        if (condition != DefaultsCondition::Good)
-            return nullptr;
+        if (const auto condition = file->check(); condition != DefaultsCondition::Good)
+            return condition;
         file->_readOnly = sqlite3_db_readonly(file->_database->getHandle(), "main") != 0;
         if (!file->_readOnly)
             useJournal(*file->_database, journal);
         return file;
     } catch (const SQLite::Exception& exception) {
-        condition = conditionFrom(exception);
-        return nullptr;
+        return conditionFrom(exception);
     }
 }
 
-std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, DefaultsCondition& condition)
+DefaultsFile::Opened DefaultsFile::openToRead(const std::string& path)
 {
-    condition = DefaultsCondition::Missing;
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
-        return nullptr;
+        return DefaultsCondition::Missing;
     // Without a log nobody is writing, and SQLite need not create one to read. A log that cannot be shared is ignored.
     for (const bool unchanging : { !std::filesystem::exists(path + "-wal", ignored), true }) {
         try {
@@ -161,15 +157,15 @@ std::unique_ptr<DefaultsFile> DefaultsFile::openToRead(const std::string& path, 
                 std::make_unique<SQLite::Database>(readOnlyUri(path, unchanging),
                     SQLite::OPEN_READONLY | SQLite::OPEN_URI, DefaultsFile::busyMilliseconds),
                 true);
-            condition = file->check();
-            return condition == DefaultsCondition::Good ? std::move(file) : nullptr;
+            if (const auto condition = file->check(); condition != DefaultsCondition::Good)
+                return condition;
+            return file;
         } catch (const SQLite::Exception& exception) {
-            condition = conditionFrom(exception);
-            if (condition != DefaultsCondition::Unusable)
-                return nullptr;
+            if (const auto condition = conditionFrom(exception); condition != DefaultsCondition::Unusable)
+                return condition;
         }
     }
-    return nullptr;
+    return DefaultsCondition::Unusable;
 }
 
 std::unique_ptr<DefaultsFile> DefaultsFile::make(const std::string& path, Journal journal)
@@ -325,19 +321,19 @@ void DefaultsFile::writeRows(const RowChanges& changes)
         });
 }
 
-DefaultsFile::Outcome DefaultsFile::apply(const RowChanges& changes, std::string& error)
+DefaultsFile::Applied DefaultsFile::apply(const RowChanges& changes)
 {
     try {
         SQLite::Transaction transaction(*_database, SQLite::TransactionBehavior::IMMEDIATE);
         if (readState() != changes.before)
-            return Outcome::OtherState;
+            return { Outcome::OtherState };
         writeRows(changes);
         writeState(changes.after);
         transaction.commit();
-        return Outcome::Done;
+        return { Outcome::Done };
     } catch (const SQLite::Exception& exception) {
-        error = exception.what();
-        return conditionFrom(exception) == DefaultsCondition::Damaged ? Outcome::Damaged : Outcome::Failed;
+        const bool isDamaged = conditionFrom(exception) == DefaultsCondition::Damaged;
+        return { isDamaged ? Outcome::Damaged : Outcome::Failed, exception.what() };
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Result.hpp"
 #include "store/DefaultsRows.hpp"
 
 #include <functional>
@@ -37,10 +38,11 @@ public:
     // How long a change waits for other processes.
     static constexpr int busyMilliseconds = 3000;
 
-    // Opens the file when its condition is Good; otherwise null.
-    static std::unique_ptr<DefaultsFile> open(const std::string& path, Journal journal, DefaultsCondition& condition);
+    // The open file, or its condition where that is not Good.
+    using Opened = Result<std::unique_ptr<DefaultsFile>, DefaultsCondition>;
+    static Opened open(const std::string& path, Journal journal);
     // The same, read-only: nothing is written, not even beside the file. Works while another process writes.
-    static std::unique_ptr<DefaultsFile> openToRead(const std::string& path, DefaultsCondition& condition);
+    static Opened openToRead(const std::string& path);
     // Creates an empty file; null on failure.
     static std::unique_ptr<DefaultsFile> make(const std::string& path, Journal journal);
     // For the three above.
@@ -70,8 +72,12 @@ public:
         Damaged,
         Failed,
     };
-    // `error` receives the system's description of a failure.
-    Outcome apply(const RowChanges& changes, std::string& error);
+    struct Applied {
+        Outcome outcome;
+        // The system's description of a failure.
+        std::string error = {};
+    };
+    Applied apply(const RowChanges& changes);
 
     // The state of the file; missing when it cannot be read.
     std::optional<StoreState> state();

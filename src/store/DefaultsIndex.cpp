@@ -29,10 +29,10 @@ DefaultsIndex::DefaultsIndex(std::shared_ptr<StoredDataSource> source)
 {
 }
 
-DefaultsCondition DefaultsIndex::load(DefaultsFile& file, std::map<std::string, Value>& values)
+Result<DefaultsIndex::Values, DefaultsCondition> DefaultsIndex::load(DefaultsFile& file)
 {
     *this = DefaultsIndex(_source);
-    values.clear();
+    Values values;
     DefaultsFile::RowReader reader;
     reader.state = [&](const StoreState& state) { _state = state; };
     reader.value = [&](ValueRow row) {
@@ -53,8 +53,7 @@ DefaultsCondition DefaultsIndex::load(DefaultsFile& file, std::map<std::string, 
         return true;
     };
     reader.leftData = [&](std::int64_t id) { _parts.addLeft(id); };
-    const auto condition = file.read(reader);
-    if (condition != DefaultsCondition::Good)
+    if (const auto condition = file.read(reader); condition != DefaultsCondition::Good)
         return condition;
     const auto largestId = file.largestDataId();
     if (!largestId)
@@ -71,7 +70,7 @@ DefaultsCondition DefaultsIndex::load(DefaultsFile& file, std::map<std::string, 
             array.push_back(element.value);
         values.emplace(key, std::move(array));
     }
-    return condition;
+    return values;
 }
 
 DefaultsIndex::Plan DefaultsIndex::plan(const Changes& changes)

@@ -22,8 +22,9 @@ public:
 
     explicit DefaultsIndex(std::shared_ptr<StoredDataSource> source);
 
-    // Rebuilds the index from the file. `values` receives the values by key.
-    DefaultsCondition load(DefaultsFile& file, std::map<std::string, Value>& values);
+    using Values = std::map<std::string, Value>;
+    // Rebuilds the index from the file. Returns the values by key, or the condition of the file.
+    Result<Values, DefaultsCondition> load(DefaultsFile& file);
 
     // What one flush does to the file and, once it is done, to the index.
     struct Plan {

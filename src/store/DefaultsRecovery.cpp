@@ -14,7 +14,6 @@ namespace pagora {
 namespace {
 
 using Journal = DefaultsFile::Journal;
-using Values = std::map<std::string, Value>;
 
 bool exists(const std::string& path)
 {
@@ -34,126 +33,128 @@ std::string universalTime()
 
 class Opening {
 public:
-    Opening(const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem)
+    Opening(const DefaultsPaths& paths, DefaultsIndex& index)
         : _paths(paths)
         , _index(index)
-        , _values(values)
-        , _problem(problem)
     {
     }
 
-    std::unique_ptr<DefaultsFile> open()
+    OpenedDefaults open() &&
     {
-        auto file = openOrRestore();
-        if ((!file || file->isReadOnly()) && _problem.empty())
-            _problem = formatted(
+        openOrRestore();
+        if ((!_opened.file || _opened.file->isReadOnly()) && problem().empty())
+            problem() = formatted(
                 _("The library cannot be saved in %s; what changes is lost when Pagora ends."), _paths.folder.c_str());
-        return file;
+        return std::move(_opened);
     }
 
-    std::unique_ptr<DefaultsFile> setAsideAndRestore()
+    OpenedDefaults restore() &&
     {
-        _problem = _("The stored library was damaged and could not be set aside.");
-        return setFileAside(DefaultsCondition::Damaged).empty() ? nullptr : restore();
+        setAsideAndRestore();
+        return std::move(_opened);
     }
 
 private:
-    std::unique_ptr<DefaultsFile> openOrRestore()
+    std::string& problem() { return _opened.problem; }
+
+    // Takes the file over when its content can be loaded; otherwise tells its condition.
+    DefaultsCondition load(DefaultsFile::Opened opened)
+    {
+        if (!opened)
+            return opened.reason();
+        auto values = _index.load(**opened);
+        if (!values)
+            return values.reason();
+        _opened.file = std::move(*opened);
+        _opened.values = std::move(*values);
+        return DefaultsCondition::Good;
+    }
+
+    void openOrRestore()
     {
         g_mkdir_with_parents(_paths.folder.c_str(), 0700);
-        DefaultsCondition condition = DefaultsCondition::Good;
-        if (auto file = openAndLoad(condition))
-            return file;
+        const auto condition = load(DefaultsFile::open(_paths.file, Journal::Log));
         switch (condition) {
+        case DefaultsCondition::Good:
+            return;
         case DefaultsCondition::Missing:
             if (!exists(_paths.backup))
                 return makeEmpty();
-            _problem = _("The stored library was missing");
+            problem() = _("The stored library was missing");
             if (exists(_paths.file) && setFileAside(DefaultsCondition::Damaged).empty())
                 return openToRead();
-            return restore();
+            return useBackup();
         case DefaultsCondition::Damaged:
             return setAsideAndRestore();
         case DefaultsCondition::Newer:
-            _problem
+            problem()
                 = _("The stored library was written by a later version of the program and could not be set aside.");
             if (setFileAside(condition).empty())
-                return nullptr;
-            _problem = formatted(_("%s; the library is read from its folder again."), _problem.c_str());
+                return;
+            problem() = formatted(_("%s; the library is read from its folder again."), problem().c_str());
             return makeEmpty();
         default:
             return openToRead();
         }
     }
 
-    std::unique_ptr<DefaultsFile> openAndLoad(DefaultsCondition& condition)
+    void setAsideAndRestore()
     {
-        auto file = DefaultsFile::open(_paths.file, Journal::Log, condition);
-        if (file)
-            condition = _index.load(*file, _values);
-        return condition == DefaultsCondition::Good ? std::move(file) : nullptr;
+        problem() = _("The stored library was damaged and could not be set aside.");
+        if (!setFileAside(DefaultsCondition::Damaged).empty())
+            useBackup();
     }
 
     // With an unreadable log the file may be half updated; the backup is complete without a log.
-    std::unique_ptr<DefaultsFile> openToRead()
+    void openToRead()
     {
         for (const auto& path : { _paths.file, _paths.backup }) {
-            DefaultsCondition condition;
-            auto file = DefaultsFile::openToRead(path, condition);
-            if (file && _index.load(*file, _values) == DefaultsCondition::Good)
-                return file;
+            if (load(DefaultsFile::openToRead(path)) == DefaultsCondition::Good)
+                return;
         }
-        _values.clear();
-        return nullptr;
     }
 
-    std::unique_ptr<DefaultsFile> makeEmpty()
+    void makeEmpty()
     {
-        auto file = DefaultsFile::make(_paths.file, Journal::Log);
-        if (file && _index.load(*file, _values) == DefaultsCondition::Good)
-            return file;
-        return nullptr;
+        if (auto file = DefaultsFile::make(_paths.file, Journal::Log))
+            load(std::move(file));
     }
 
     std::string setFileAside(DefaultsCondition condition)
     {
         std::string name = setAside(_paths.file, condition);
         if (!name.empty())
-            _problem = formatted(condition == DefaultsCondition::Newer
+            problem() = formatted(condition == DefaultsCondition::Newer
                     ? _("The stored library was written by a later version of the program and is kept as %s")
                     : _("The stored library was damaged and is kept as %s"),
                 name.c_str());
         return name;
     }
 
-    std::unique_ptr<DefaultsFile> restore()
+    void useBackup()
     {
-        DefaultsCondition condition;
-        auto backup = DefaultsFile::open(_paths.backup, Journal::InPlace, condition);
-        if (backup)
-            condition = _index.load(*backup, _values);
+        const auto condition = load(DefaultsFile::open(_paths.backup, Journal::InPlace));
+        auto backup = std::move(_opened.file);
         if (condition == DefaultsCondition::Good) {
-            _problem = formatted(_("%s; the last backup is used."), _problem.c_str());
+            problem() = formatted(_("%s; the last backup is used."), problem().c_str());
             // Without disk space for the copy the values stay in memory; the next flush tries again.
             if (!backup->copyTo(_paths.file))
-                return nullptr;
+                return;
             backup.reset();
-            return openAndLoad(condition);
+            load(DefaultsFile::open(_paths.file, Journal::Log));
+            return;
         }
-        backup.reset();
-        _values.clear();
         if (condition == DefaultsCondition::Damaged)
-            _problem = formatted(
-                _("%s, like its backup (%s)"), _problem.c_str(), setAside(_paths.backup, condition).c_str());
-        _problem = formatted(
-            _("%s; there is no usable backup, so the library is read from its folder again."), _problem.c_str());
-        return makeEmpty();
+            problem() = formatted(
+                _("%s, like its backup (%s)"), problem().c_str(), setAside(_paths.backup, condition).c_str());
+        problem() = formatted(
+            _("%s; there is no usable backup, so the library is read from its folder again."), problem().c_str());
+        makeEmpty();
     }
 
     const DefaultsPaths& _paths;
     DefaultsIndex& _index;
-    Values& _values;
-    std::string& _problem;
+    OpenedDefaults _opened;
 };
 
 }
@@ -182,34 +183,34 @@ std::string setAside(const std::string& path, DefaultsCondition condition)
     return name;
 }
 
-std::unique_ptr<DefaultsFile> openDefaults(
-    const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem)
+OpenedDefaults openDefaults(const DefaultsPaths& paths, DefaultsIndex& index)
 {
-    return Opening(paths, index, values, problem).open();
+    return Opening(paths, index).open();
 }
 
-std::unique_ptr<DefaultsFile> restoreDefaults(
-    const DefaultsPaths& paths, DefaultsIndex& index, Values& values, std::string& problem)
+OpenedDefaults restoreDefaults(const DefaultsPaths& paths, DefaultsIndex& index)
 {
-    return Opening(paths, index, values, problem).setAsideAndRestore();
+    return Opening(paths, index).restore();
 }
 
-std::optional<Value> readDefaults(const std::string& folder, std::string& problem)
+Result<Value, std::string> readDefaults(const std::string& folder)
 {
     const DefaultsPaths paths(folder);
-    DefaultsCondition condition;
-    const auto file = DefaultsFile::openToRead(paths.file, condition);
-    DefaultsIndex index(std::make_shared<StoredDataSource>(paths.file, paths.backup));
-    Values values;
-    if (file)
-        condition = index.load(*file, values);
-    if (condition == DefaultsCondition::Good || condition == DefaultsCondition::Missing)
-        return Value(Value::Dictionary(values.begin(), values.end()));
-    problem = formatted(condition == DefaultsCondition::Newer ? _("%s was written by a later version of Pagora")
-            : condition == DefaultsCondition::Damaged         ? _("%s is damaged")
-                                                              : _("%s cannot be read"),
+    auto condition = DefaultsCondition::Good;
+    if (const auto file = DefaultsFile::openToRead(paths.file)) {
+        DefaultsIndex index(std::make_shared<StoredDataSource>(paths.file, paths.backup));
+        if (const auto values = index.load(**file))
+            return Value(Value::Dictionary(values->begin(), values->end()));
+        else
+            condition = values.reason();
+    } else
+        condition = file.reason();
+    if (condition == DefaultsCondition::Missing)
+        return Value(Value::Dictionary());
+    return formatted(condition == DefaultsCondition::Newer ? _("%s was written by a later version of Pagora")
+            : condition == DefaultsCondition::Damaged      ? _("%s is damaged")
+                                                           : _("%s cannot be read"),
         paths.file.c_str());
-    return std::nullopt;
 }
 
 }

@@ -6,79 +6,75 @@
 
 namespace pagora {
 
-DefaultsStore::DefaultsStore(const std::string& folder, Values& values, std::string& problem)
+DefaultsStore::DefaultsStore(const std::string& folder)
     : _paths(folder)
     , _source(std::make_shared<StoredDataSource>(_paths.file, _paths.backup))
     , _index(_source)
 {
-    open(values, problem);
 }
 
-void DefaultsStore::open(Values& values, std::string& problem)
+DefaultsStore::Opened DefaultsStore::open()
 {
-    use(openDefaults(_paths, _index, values, problem));
+    return use(openDefaults(_paths, _index));
 }
 
-void DefaultsStore::use(std::unique_ptr<DefaultsFile> file)
+DefaultsStore::Opened DefaultsStore::use(OpenedDefaults opened)
 {
-    _file = std::move(file);
+    _file = std::move(opened.file);
     _source->reopen();
-    if (!isWritable())
-        return;
-    _backup = std::make_unique<DefaultsBackup>(_paths.file, _paths.backup);
-    _backup->catchUp();
+    if (isWritable()) {
+        _backup = std::make_unique<DefaultsBackup>(_paths.file, _paths.backup);
+        _backup->catchUp();
+    }
+    return { std::move(opened.values), std::move(opened.problem) };
 }
 
-bool DefaultsStore::write(const DefaultsIndex::Changes& changes, Values& found, std::string& problem)
+DefaultsStore::Written DefaultsStore::write(const DefaultsIndex::Changes& changes)
 {
+    Opened opened;
     if (!isWritable()) {
         _file.reset();
-        open(found, problem);
+        opened = open();
         if (!isWritable())
-            return fail(_("the file cannot be written"), problem);
+            return { false, std::move(opened.values), problemOf(_("the file cannot be written")) };
     }
-    std::string error;
-    auto outcome = apply(changes, error);
-    if (outcome == DefaultsFile::Outcome::OtherState) {
+    auto applied = apply(changes);
+    if (applied.outcome == DefaultsFile::Outcome::OtherState) {
         // Another process has written to the file: read the index again.
-        Values ignored;
-        if (_index.load(*_file, ignored) != DefaultsCondition::Good)
-            return fail(_("another program has changed the file"), problem);
-        outcome = apply(changes, error);
+        if (!_index.load(*_file))
+            return { false, std::move(opened.values), problemOf(_("another program has changed the file")) };
+        applied = apply(changes);
     }
-    if (outcome == DefaultsFile::Outcome::Damaged && restore(problem))
-        outcome = apply(changes, error);
-    return outcome == DefaultsFile::Outcome::Done || fail(error, problem);
+    if (applied.outcome == DefaultsFile::Outcome::Damaged) {
+        // The backup is brought up to date first.
+        _backup.reset();
+        _file.reset();
+        opened.problem = use(restoreDefaults(_paths, _index)).problem;
+        if (_file)
+            applied = apply(changes);
+    }
+    if (applied.outcome == DefaultsFile::Outcome::Done)
+        return { true, std::move(opened.values), std::move(opened.problem) };
+    return { false, std::move(opened.values), problemOf(applied.error) };
 }
 
-DefaultsFile::Outcome DefaultsStore::apply(const DefaultsIndex::Changes& changes, std::string& error)
+DefaultsFile::Applied DefaultsStore::apply(const DefaultsIndex::Changes& changes)
 {
     auto plan = _index.plan(changes);
     if (plan.isEmpty())
-        return DefaultsFile::Outcome::Done;
-    const auto outcome = _file->apply(plan.rows, error);
-    if (outcome == DefaultsFile::Outcome::Done) {
+        return { DefaultsFile::Outcome::Done };
+    auto applied = _file->apply(plan.rows);
+    if (applied.outcome == DefaultsFile::Outcome::Done) {
         _index.commit(plan);
         _backup->follow(std::move(plan.rows));
     }
-    return outcome;
+    return applied;
 }
 
-bool DefaultsStore::restore(std::string& problem)
+std::string DefaultsStore::problemOf(const std::string& reason) const
 {
-    // The backup is brought up to date first.
-    _backup.reset();
-    _file.reset();
-    Values ignored;
-    use(restoreDefaults(_paths, _index, ignored, problem));
-    return _file != nullptr;
-}
-
-bool DefaultsStore::fail(const std::string& reason, std::string& problem) const
-{
-    problem = formatted(_("The library cannot be saved in %s (%s); it is tried again with the next change."),
+    return formatted(_("The library cannot be saved in %s (%s); it is tried again with the next change."),
         _paths.folder.c_str(), reason.c_str());
-    return false;
 }
 
 void DefaultsStore::waitForBackup()

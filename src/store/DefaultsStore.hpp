@@ -15,23 +15,33 @@ class DefaultsStore {
 public:
     using Values = std::map<std::string, Value>;
 
-    // `values` receives the stored values, `problem` one line when a file was set aside.
-    DefaultsStore(const std::string& folder, Values& values, std::string& problem);
+    explicit DefaultsStore(const std::string& folder);
 
-    // Stores all changes or none. When the file could only be opened now, `found` receives its content. `problem`
-    // receives one line when storing failed or the file was set aside.
-    bool write(const DefaultsIndex::Changes& changes, Values& found, std::string& problem);
+    struct Opened {
+        Values values;
+        // One line when a file was set aside or nothing can be stored.
+        std::string problem;
+    };
+    Opened open();
+
+    struct Written {
+        bool isDone = false;
+        // The content of a file that could only be opened now.
+        Values found = {};
+        // One line when storing failed or a file was set aside.
+        std::string problem = {};
+    };
+    // Stores all changes or none.
+    Written write(const DefaultsIndex::Changes& changes);
     bool isWritable() const { return _file && !_file->isReadOnly(); }
     void waitForBackup();
     // Number of rows written or removed since the start.
     int rowsChanged() const;
 
 private:
-    void open(Values& values, std::string& problem);
-    void use(std::unique_ptr<DefaultsFile> file);
-    DefaultsFile::Outcome apply(const DefaultsIndex::Changes& changes, std::string& error);
-    bool restore(std::string& problem);
-    bool fail(const std::string& reason, std::string& problem) const;
+    Opened use(OpenedDefaults opened);
+    DefaultsFile::Applied apply(const DefaultsIndex::Changes& changes);
+    std::string problemOf(const std::string& reason) const;
 
     const DefaultsPaths _paths;
     const std::shared_ptr<StoredDataSource> _source;

@@ -19,16 +19,17 @@ StoredDataSource::~StoredDataSource() = default;
 std::optional<std::string> StoredDataSource::read(std::int64_t id)
 {
     const std::lock_guard lock(_mutex);
-    DefaultsCondition condition;
-    if (!_file)
-        _file = DefaultsFile::openToRead(_path, condition);
+    if (!_file) {
+        if (auto opened = DefaultsFile::openToRead(_path))
+            _file = std::move(*opened);
+    }
     if (_file) {
         if (auto bytes = _file->readData(id))
             return bytes;
     }
     log("Stored data " + std::to_string(id) + " cannot be read from " + _path + "; trying the backup.");
-    const auto backup = DefaultsFile::openToRead(_backupPath, condition);
-    return backup ? backup->readData(id) : std::nullopt;
+    const auto backup = DefaultsFile::openToRead(_backupPath);
+    return backup ? (*backup)->readData(id) : std::nullopt;
 }
 
 void StoredDataSource::reopen()

@@ -20,13 +20,13 @@ bool isStoredAlready(const Value& current, const Value& next)
 
 }
 
-UserDefaults::UserDefaults(const std::string& folder, std::string* problem)
+UserDefaults::UserDefaults(const std::string& folder)
+    : _store(std::make_unique<DefaultsStore>(folder))
 {
-    std::string line;
-    _store = std::make_unique<DefaultsStore>(folder, _values, line);
-    _failing = !line.empty() && !_store->isWritable();
-    if (problem)
-        *problem = line;
+    auto opened = _store->open();
+    _values = std::move(opened.values);
+    _openingProblem = std::move(opened.problem);
+    _failing = !_openingProblem.empty() && !_store->isWritable();
 }
 
 UserDefaults::~UserDefaults() = default;
@@ -115,21 +115,19 @@ bool UserDefaults::synchronize()
     }
     if (changes.empty())
         return true;
-    std::map<std::string, Value> found;
-    std::string problem;
-    const bool written = _store->write(changes, found, problem);
-    tell(problem, !written);
-    if (written && found.empty())
+    const auto written = _store->write(changes);
+    tell(written.problem, !written.isDone);
+    if (written.isDone && written.found.empty())
         return true;
     const std::lock_guard lock(_mutex);
-    for (auto& [key, value] : found) {
+    for (const auto& [key, value] : written.found) {
         // Values that the program has set or removed meanwhile are newer than the file's.
         if (!changes.contains(key) && !_changes.contains(key))
             _values.try_emplace(key, value);
     }
-    if (!written)
+    if (!written.isDone)
         _changes.merge(changes);
-    return written;
+    return written.isDone;
 }
 
 void UserDefaults::tell(const std::string& problem, bool isFailure)

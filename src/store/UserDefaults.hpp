@@ -28,9 +28,12 @@ class DefaultsStore;
 class UserDefaults {
 public:
     // Opens or creates the store in `folder`. When nothing can be stored there, values stay in memory and each flush
-    // tries again. `problem`, when given, receives one line when a store was set aside or cannot be written.
-    explicit UserDefaults(const std::string& folder, std::string* problem = nullptr);
+    // tries again.
+    explicit UserDefaults(const std::string& folder);
     ~UserDefaults();
+
+    // One line when a store was set aside at the opening or cannot be written.
+    const std::string& openingProblem() const { return _openingProblem; }
 
     std::optional<Value> objectForKey(const std::string& key) const;
     void setObject(const std::string& key, Value value);
@@ -75,6 +78,7 @@ private:
     // Serialises flushes, so that they are written in order.
     std::mutex _flushing;
     std::unique_ptr<DefaultsStore> _store;
+    std::string _openingProblem;
 };
 
 }

@@ -123,8 +123,8 @@ TEST_F(BrokenDisk, APlaceThatCannotBeSavedIsSavedLater)
         EXPECT_NE(told.at(0).find("The library cannot be saved in "), std::string::npos);
         disk.makeRoom();
         EXPECT_TRUE(program.defaults.synchronize());
-        std::string problem;
-        const UserDefaults stored(home.path("defaults"), &problem);
+        const UserDefaults stored(home.path("defaults"));
+        const auto& problem = stored.openingProblem();
         EXPECT_EQ(problem, "");
         EXPECT_EQ(integerFrom(stored.objectForKey("BookData")->array()->at(0).find("LastInd")), 2);
     });
@@ -136,7 +136,7 @@ TEST_F(BrokenDisk, InAReadOnlyHomeTheProgramStartsAndSaysSo)
         makeReadOnly(home.path());
         Program program(home.path());
         program.launch();
-        EXPECT_EQ(program.storeProblem,
+        EXPECT_EQ(program.defaults.openingProblem(),
             "The library cannot be saved in " + home.path("defaults") + "; what changes is lost when Pagora ends.");
         EXPECT_FALSE(program.controller->state().launch._initProcessing());
         EXPECT_EQ(program.catalogue().count(), 0u);
@@ -158,7 +158,7 @@ TEST_F(BrokenDisk, AStoredLibraryIsShownFromAReadOnlyHome)
         Program program(home.path());
         program.launch();
         EXPECT_EQ(program.titles(), titles);
-        EXPECT_NE(program.storeProblem, "");
+        EXPECT_NE(program.defaults.openingProblem(), "");
         EXPECT_FALSE(program.window.errorWinFake.visible);
     });
     makeWritable(home.path());
@@ -220,7 +220,7 @@ TEST_F(BrokenDisk, ALostStoreIsBuiltAnewFromTheLibraryFolder)
         test::makeFile(home.path(std::string("defaults/") + name), "no store");
     Program program(home.path());
     program.launch();
-    EXPECT_NE(program.storeProblem.find("the library is read from its folder again"), std::string::npos);
+    EXPECT_NE(program.defaults.openingProblem().find("the library is read from its folder again"), std::string::npos);
     auto titles = program.titles();
     std::sort(titles.begin(), titles.end());
     EXPECT_EQ(titles, (Names { "Land", "Sea" }));
@@ -242,7 +242,8 @@ TEST_F(BrokenDisk, AStoreOfALaterVersionIsKeptAsideAndTheLibraryBuiltAnew)
     test::makeFile(file, later);
     Program program(home.path());
     program.launch();
-    EXPECT_NE(program.storeProblem.find("by a later version of the program and is kept as defaults-newer-"),
+    EXPECT_NE(
+        program.defaults.openingProblem().find("by a later version of the program and is kept as defaults-newer-"),
         std::string::npos);
     EXPECT_EQ(program.titles(), Names { "Sea" });
     bool isKept = false;

@@ -101,8 +101,7 @@ public:
     void closeReader() { reader().actions.closeEPUB(); }
 
     TemporaryFolder home;
-    std::string storeProblem;
-    UserDefaults defaults { home.path("defaults"), &storeProblem };
+    UserDefaults defaults { home.path("defaults") };
     FakeWorkspace workspace;
     Loop runLoop;
     FakeLibraryWindow window;

@@ -194,7 +194,7 @@ TEST(Threads, TwoProgramsOnOneHomeLoseNoBook)
         quit(second);
     }
     ThreadedProgram program(home.path());
-    EXPECT_EQ(program.storeProblem, "");
+    EXPECT_EQ(program.defaults.openingProblem(), "");
     launch(program);
     EXPECT_EQ(sorted(program.titles()), (Names { "Land0", "Land1", "Land2", "Sea0", "Sea1", "Sea2" }));
     EXPECT_EQ(archivesOf(program).size(), 6u);

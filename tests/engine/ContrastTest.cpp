@@ -282,7 +282,7 @@ TEST_P(ContrastTest, OfTheDisplayOptions)
     // It would go when another window takes the keyboard.
     dynamic_cast<Gtk::Popover&>(panel).set_autohide(false);
     reader.window().makeKeyAndOrderFront();
-    reader.displayOptions().orderFront();
+    reader.displayOptions().makeKeyAndOrderFront();
     expectReadable(panel, { "Aa", "Night", "Sepia", "Two columns" });
     reader.displayOptions().orderOut();
     settle();

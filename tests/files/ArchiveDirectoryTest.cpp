@@ -17,9 +17,8 @@ constexpr std::size_t endBytes = 22;
 std::optional<ArchiveProblem> problemOf(const std::string& bytes, const ArchiveLimits& limits = {})
 {
     test::TemporaryFolder folder;
-    auto problem = ArchiveProblem::Unreadable;
-    const bool opens = Archive::open(test::makeFile(folder.path("x.epub"), bytes), limits, &problem).has_value();
-    return opens ? std::nullopt : std::optional(problem);
+    const auto archive = Archive::open(test::makeFile(folder.path("x.epub"), bytes), limits);
+    return archive ? std::nullopt : std::optional(archive.reason());
 }
 
 StoredArchive archiveOf(int members)

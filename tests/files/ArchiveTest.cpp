@@ -269,8 +269,8 @@ TEST_F(ArchiveFolder, ArchivePastABoundDoesNotOpen)
                           .member("d", std::string(1'000'000, 'y'))
                           .write(_folder.path("x.epub"));
     const auto isPast = [&](const ArchiveLimits& limits) {
-        auto problem = ArchiveProblem::Unreadable;
-        return !Archive::open(path, limits, &problem) && problem == ArchiveProblem::PastBounds;
+        const auto archive = Archive::open(path, limits);
+        return !archive && archive.reason() == ArchiveProblem::PastBounds;
     };
     EXPECT_TRUE(isPast({ .members = 1 }));
     EXPECT_TRUE(isPast({ .memberBytes = 1'999'999 }));

@@ -16,8 +16,7 @@ public:
     StoreFile()
     {
         test::require(DefaultsFile::make(path(), DefaultsFile::Journal::InPlace) != nullptr);
-        auto condition = DefaultsCondition::Missing;
-        test::require(DefaultsFile::openToRead(path(), condition) != nullptr);
+        test::require(bool(DefaultsFile::openToRead(path())));
     }
     std::string path() const { return _folder.path("store"); }
     std::string write(std::string_view bytes)
@@ -41,18 +40,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static StoreFile store;
     const test::FuzzRun run;
     const auto path = store.write(test::inputBytes(data, size));
-    auto condition = DefaultsCondition::Good;
-    const auto file = DefaultsFile::openToRead(path, condition);
-    test::require((file != nullptr) == (condition == DefaultsCondition::Good));
+    const auto file = DefaultsFile::openToRead(path);
+    test::require(file || file.reason() != DefaultsCondition::Good);
     if (!file)
         return 0;
     const auto source = std::make_shared<StoredDataSource>(path, path);
     DefaultsIndex index(source);
-    std::map<std::string, Value> values;
-    if (index.load(*file, values) != DefaultsCondition::Good)
+    const auto values = index.load(**file);
+    if (!values)
         return 0;
     // Elements that are stored apart are read here.
-    for (const auto& [key, value] : values)
+    for (const auto& [key, value] : *values)
         jsonText(value);
     return 0;
 }

@@ -88,11 +88,10 @@ struct Killing : testing::Test {
 
     KeptState storedState()
     {
-        std::string problem;
-        const auto values = readDefaults(home.store(), problem);
-        EXPECT_TRUE(values) << problem;
+        const auto values = readDefaults(home.store());
+        EXPECT_TRUE(values) << values.reason();
         std::string fault;
-        const auto state = test::keptState(values.value_or(Value(Value::Dictionary {})), fault);
+        const auto state = test::keptState(values ? *values : Value(Value::Dictionary {}), fault);
         EXPECT_EQ(fault, "");
         return state;
     }

@@ -67,7 +67,8 @@ struct DefaultsDamage : testing::Test {
         std::string problem;
         bool isSetAside = false;
         {
-            UserDefaults defaults(path, &problem);
+            UserDefaults defaults(path);
+            problem = defaults.openingProblem();
             EXPECT_EQ(defaults.objectForKey("BookData"), books(bookCount));
             EXPECT_EQ(defaults.stringForKey("DragDropMode"), "Copy");
             defaults.setObject("BookData", books(bookCount + 1));
@@ -143,8 +144,8 @@ TEST_F(DefaultsDamage, ADamagedBackupIsMadeAnew)
              std::string(backup.size(), '?'), std::string(pageSize, '\0') + backup.substr(pageSize) }) {
         const auto path = folderWith(whole, damaged);
         {
-            std::string problem;
-            UserDefaults defaults(path, &problem);
+            UserDefaults defaults(path);
+            const auto& problem = defaults.openingProblem();
             EXPECT_EQ(problem, "");
             defaults.waitForBackup();
         }
@@ -160,8 +161,8 @@ TEST_F(DefaultsDamage, WithFileAndBackupDamagedAnywhereTheProgramStartsAndStores
         SCOPED_TRACE("end at " + std::to_string(size));
         const auto path = folderWith(truncated(whole, size), truncated(bytesOf("defaults-backup.sqlite"), size));
         {
-            std::string problem;
-            UserDefaults defaults(path, &problem);
+            UserDefaults defaults(path);
+            const auto& problem = defaults.openingProblem();
             EXPECT_NE(problem.find("the library is read from its folder again"), std::string::npos) << problem;
             EXPECT_TRUE(defaults.allKeys().empty());
             defaults.setObject("BookData", books(1));

@@ -70,8 +70,8 @@ void overwrite(const std::string& path, std::size_t offset, const std::string& b
 void expectRestored(const StoredFolder& folder)
 {
     const std::string damaged = contents(folder.file());
-    std::string problem;
-    const UserDefaults defaults(folder.folder.path(), &problem);
+    const UserDefaults defaults(folder.folder.path());
+    const auto& problem = defaults.openingProblem();
     EXPECT_TRUE(defaults.objectForKey("BookData") == folder.stored);
     EXPECT_NE(problem, "");
     EXPECT_EQ(problem.find('\n'), std::string::npos);
@@ -123,8 +123,8 @@ TEST(DefaultsRecovery, AMissingFileIsRestored)
 {
     const StoredFolder folder;
     std::filesystem::remove(folder.file());
-    std::string problem;
-    const UserDefaults defaults(folder.folder.path(), &problem);
+    const UserDefaults defaults(folder.folder.path());
+    const auto& problem = defaults.openingProblem();
     EXPECT_TRUE(defaults.objectForKey("BookData") == folder.stored);
     EXPECT_NE(problem, "");
 }
@@ -151,7 +151,8 @@ TEST(DefaultsRecovery, WithBothDamagedTheStoreStartsEmptyAndKeepsBoth)
     overwrite(folder.backup(), 0, std::string(100, '!'));
     std::string problem;
     {
-        UserDefaults defaults(folder.folder.path(), &problem);
+        UserDefaults defaults(folder.folder.path());
+        problem = defaults.openingProblem();
         EXPECT_TRUE(defaults.allKeys().empty());
         defaults.setObject("a", 1);
         EXPECT_TRUE(defaults.synchronize());
@@ -168,7 +169,8 @@ TEST(DefaultsRecovery, ADamagedBackupIsSetAsideAndMadeAnew)
     const LogCapture quiet([](const std::string&) {});
     std::string problem;
     {
-        const UserDefaults defaults(folder.folder.path(), &problem);
+        const UserDefaults defaults(folder.folder.path());
+        problem = defaults.openingProblem();
     }
     EXPECT_EQ(problem, "");
     EXPECT_EQ(folder.setAside("damaged").size(), 1u);
@@ -183,7 +185,8 @@ TEST(DefaultsRecovery, ANewerFileIsKept)
     const std::string newer = contents(folder.file());
     std::string problem;
     {
-        UserDefaults defaults(folder.folder.path(), &problem);
+        UserDefaults defaults(folder.folder.path());
+        problem = defaults.openingProblem();
         defaults.setObject("a", 1);
         EXPECT_TRUE(defaults.synchronize());
     }
@@ -197,8 +200,8 @@ TEST(DefaultsRecovery, ANewerFileIsKept)
 TEST(DefaultsRecovery, AFirstStartIsNoProblem)
 {
     const TemporaryFolder folder;
-    std::string problem = "?";
-    const UserDefaults defaults(folder.path("new/folder"), &problem);
+    const UserDefaults defaults(folder.path("new/folder"));
+    const auto& problem = defaults.openingProblem();
     EXPECT_EQ(problem, "");
     EXPECT_TRUE(defaults.allKeys().empty());
 }
@@ -227,8 +230,8 @@ TEST(DefaultsRecovery, AFullDiskLosesNothing)
     int status = 0;
     waitpid(child, &status, 0);
     EXPECT_EQ(status, 0);
-    std::string problem;
-    const UserDefaults defaults(folder.folder.path(), &problem);
+    const UserDefaults defaults(folder.folder.path());
+    const auto& problem = defaults.openingProblem();
     EXPECT_EQ(problem, "");
     EXPECT_EQ(defaults.stringForKey("large")->size(), 1'000'000u);
     EXPECT_TRUE(defaults.objectForKey("BookData") == folder.stored);

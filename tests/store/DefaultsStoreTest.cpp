@@ -48,14 +48,15 @@ Data cover(char character = 'x')
 class Flushes {
 public:
     explicit Flushes(const std::string& folder)
-        : _store(folder, values, _problem)
+        : _store(folder)
     {
+        values = _store.open().values;
     }
 
     int rows(const std::string& key, std::optional<Value> value)
     {
         const int before = _store.rowsChanged();
-        EXPECT_TRUE(_store.write({ { key, std::move(value) } }, _found, _problem));
+        EXPECT_TRUE(_store.write({ { key, std::move(value) } }).isDone);
         _store.waitForBackup();
         return _store.rowsChanged() - before - stateRow;
     }
@@ -63,8 +64,6 @@ public:
     std::map<std::string, Value> values;
 
 private:
-    std::string _problem;
-    std::map<std::string, Value> _found;
     DefaultsStore _store;
 };
 

@@ -153,8 +153,8 @@ TEST(UserDefaults, AKillLosesNothingThatWasFlushed)
     }
     int status = 0;
     waitpid(child, &status, 0);
-    std::string problem;
-    const UserDefaults defaults(folder.path(), &problem);
+    const UserDefaults defaults(folder.path());
+    const auto& problem = defaults.openingProblem();
     EXPECT_EQ(problem, "");
     const auto value = defaults.objectForKey("BookData");
     ASSERT_TRUE(value && value->array());
@@ -293,9 +293,8 @@ TEST(UserDefaults, CanBeReadFromElsewhereWhileOpen)
     defaults.setObject("DragDropMode", "Copy");
     defaults.setObject("BookData", Value::Array { entry(1) });
     defaults.synchronize();
-    std::string problem;
-    const auto values = readDefaults(folder.path(), problem);
-    ASSERT_TRUE(values) << problem;
+    const auto values = readDefaults(folder.path());
+    ASSERT_TRUE(values) << values.reason();
     EXPECT_EQ(values->find("DragDropMode")->string()->c_str(), std::string("Copy"));
     EXPECT_NE(jsonText(*values).find("\"data\": \"YmJi"), std::string::npos);
 }
@@ -308,9 +307,8 @@ TEST(UserDefaults, ReadingFromElsewhereLeavesNothingBehind)
         defaults.setObject("a", 1);
         defaults.synchronize();
     }
-    std::string problem;
-    EXPECT_TRUE(readDefaults(folder.path(), problem));
+    EXPECT_TRUE(readDefaults(folder.path()));
     EXPECT_FALSE(std::filesystem::exists(folder.path("defaults.sqlite-wal")));
-    EXPECT_EQ(readDefaults(folder.path("nothing"), problem), Value(Value::Dictionary {}));
+    EXPECT_EQ(*readDefaults(folder.path("nothing")), Value(Value::Dictionary {}));
     EXPECT_FALSE(std::filesystem::exists(folder.path("nothing")));
 }

@@ -131,7 +131,7 @@ public:
     PopUpButton& fontMenu() override { return parts->fontMenu; }
     TextField& searchField() override { return parts->searchField; }
     void setColumnCount(std::int32_t columns) override { parts->columnCount = columns; }
-    Window& displayOptions() override { return parts->displayOptions; }
+    Panel& displayOptions() override { return parts->displayOptions; }
     std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }
 };
 

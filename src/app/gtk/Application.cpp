@@ -69,30 +69,23 @@ private:
 
 }
 
-// The stored values, and the line that they have for the user.
-struct Application::Store {
-    std::unique_ptr<UserDefaults> defaults;
-    std::string problem;
-};
-
 // In the order in which they are built on each other; they go the other way round.
 struct Application::Parts {
-    Parts(const Glib::RefPtr<Gtk::Application>& application, Store opened)
-        : store(std::move(opened))
+    Parts(const Glib::RefPtr<Gtk::Application>& application, std::unique_ptr<UserDefaults> opened)
+        : defaults(std::move(opened))
         , toplevel(application)
         , libraryWindow(toplevel, runLoop, application)
         , shortcuts(*application, toplevel.window(), [this] { return !libraryWindow.mainWindow().isVisible(); })
         , readerWindows(temporaryFolder(), toplevel)
-        , lateFlush(*store.defaults, runLoop)
-        , controller(
-              { programInfo(), *store.defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
+        , lateFlush(*defaults, runLoop)
+        , controller({ programInfo(), *defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
     {
-        store.defaults->setWhenInTrouble([this](const std::string& problem) {
+        defaults->setWhenInTrouble([this](const std::string& problem) {
             runLoop.postToMainThread([this, problem] { tellOfStore(problem); });
         });
     }
 
-    ~Parts() { store.defaults->setWhenInTrouble(nullptr); }
+    ~Parts() { defaults->setWhenInTrouble(nullptr); }
 
     // In an alert over the window that is shown.
     void tellOfStore(const std::string& problem)
@@ -105,7 +98,7 @@ struct Application::Parts {
         return resourceBytes("/org/pagora/Pagora/scripts/" + name + ".js").value_or("");
     }
 
-    Store store;
+    std::unique_ptr<UserDefaults> defaults;
     GLibRunLoop runLoop;
     DesktopWorkspace workspace;
     ColorScheme colorScheme;
@@ -133,17 +126,16 @@ Glib::RefPtr<Application> Application::create()
 void Application::on_startup()
 {
     const bool hasHome = _home.take(patienceForHome);
-    Store store;
+    std::unique_ptr<UserDefaults> defaults;
     {
         // Reading a large library takes as long as starting the toolkit, and needs none of it.
         std::optional<Worker> opening;
         if (hasHome)
-            opening.emplace().perform(
-                [&store] { store.defaults = std::make_unique<UserDefaults>(defaultsFolder(), &store.problem); });
+            opening.emplace().perform([&defaults] { defaults = std::make_unique<UserDefaults>(defaultsFolder()); });
         // Without a display, it ends the program below, when nothing is open.
         if (!gtk_init_check()) {
             opening.reset();
-            store.defaults = nullptr;
+            defaults = nullptr;
         }
     }
     Gtk::Application::on_startup();
@@ -153,7 +145,7 @@ void Application::on_startup()
     }
     _parts = std::make_unique<Parts>(
         Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))),
-        std::move(store));
+        std::move(defaults));
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
     // The window may be hidden for a moment; the program ends when it is told to.
@@ -180,9 +172,9 @@ void Application::finishLaunching()
     _launched = true;
     _parts->libraryWindow.mainWindow().makeKeyAndOrderFront();
     _parts->controller.applicationDidFinishLaunching();
-    if (!_parts->store.problem.empty()) {
-        log(_parts->store.problem);
-        _parts->tellOfStore(_parts->store.problem);
+    if (const auto& problem = _parts->defaults->openingProblem(); !problem.empty()) {
+        log(problem);
+        _parts->tellOfStore(problem);
     }
 }
 
@@ -214,12 +206,12 @@ void Application::on_shutdown()
         _parts->toplevel.end();
         controller.finishReading();
         controller.applicationWillTerminate();
-        _parts->store.defaults->synchronize();
+        _parts->defaults->synchronize();
         // What a disk or a drive keeps waiting is not waited for: books that are copied and not yet in the catalogue
         // are taken up by the next launch.
         endProcessWithin(patienceForEnd);
         _parts->runLoop.finishBackgroundWork();
-        _parts->store.defaults->synchronize();
+        _parts->defaults->synchronize();
         _parts = nullptr;
     }
     Gtk::Application::on_shutdown();

@@ -25,7 +25,6 @@ protected:
     void on_shutdown() override;
 
 private:
-    struct Store;
     struct Parts;
 
     Application();

@@ -13,9 +13,4 @@ PopoverPanel::~PopoverPanel()
     _popover.unparent();
 }
 
-Rect PopoverPanel::frame() const
-{
-    return { 0, 0, static_cast<double>(_popover.get_width()), static_cast<double>(_popover.get_height()) };
-}
-
 }

@@ -25,7 +25,7 @@ public:
         _parts.surroundings.setPageOfChapter(page, count);
     }
     void setColumnCount(std::int32_t columns) override;
-    Window& displayOptions() override { return _displayOptions; }
+    Panel& displayOptions() override { return _displayOptions; }
     std::vector<std::string> availableFontFamilies() const override;
 
 private:

@@ -247,14 +247,14 @@ std::optional<Area> WatchedScreen::nextDrawing(double deadline)
     }
 }
 
-std::optional<double> WatchedScreen::shown(const Area& area, double quiet, double patience)
+std::optional<double> WatchedScreen::shown(const Area& area, double quiet, double timeout)
 {
     const double start = now();
     std::optional<double> since, last;
     std::size_t picture = 0;
     for (;;) {
         // What is blank is not what is waited for.
-        const auto drawn = nextDrawing(since ? *last + quiet : start + patience);
+        const auto drawn = nextDrawing(since ? *last + quiet : start + timeout);
         if (!drawn)
             return since;
         if (!drawn->meets(area))
@@ -266,14 +266,14 @@ std::optional<double> WatchedScreen::shown(const Area& area, double quiet, doubl
         else if (!since || *seen != picture)
             since = last;
         picture = seen.value_or(0);
-        if (now() > start + patience)
+        if (now() > start + timeout)
             fail("the screen does not come to rest");
     }
 }
 
-void WatchedScreen::waitForPicture(const Area& area, double patience)
+void WatchedScreen::waitForPicture(const Area& area, double timeout)
 {
-    const double end = now() + patience;
+    const double end = now() + timeout;
     while (!look(area)) {
         if (now() > end)
             fail("there is nothing to be seen");

@@ -48,10 +48,10 @@ public:
     // Forgets what was drawn up to now.
     void forget();
     // When the area came to look as it does once nothing was drawn for `quiet` seconds; missing when it was
-    // blank for `patience`.
-    std::optional<double> shown(const Area& area, double quiet = 0.15, double patience = 90);
+    // blank for `timeout`.
+    std::optional<double> shown(const Area& area, double quiet = 0.15, double timeout = 90);
     // Waits until the area is no longer blank.
-    void waitForPicture(const Area& area, double patience = 60);
+    void waitForPicture(const Area& area, double timeout = 60);
     // Waits until nothing is drawn any more.
     void settle(double quiet = 0.4);
 

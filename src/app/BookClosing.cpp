@@ -7,13 +7,13 @@
 namespace pagora {
 
 namespace {
-constexpr double patienceForFullScreen = 2;
+constexpr double fullScreenTimeout = 2;
 }
 
 void BookClosing::close()
 {
     const auto book = _state.reading.currentBook;
-    // A book that was removed from the library while it is read leaves its reader behind.
+    // A book that is removed while it is read leaves its reader open.
     if (book ? book->type() == "default" : _state.reading._epubWindowController != nullptr)
         closeReflowable();
     else if (book ? book->type() == "fixed" : _state.reading._fixedWindowController != nullptr)
@@ -117,7 +117,7 @@ void BookClosing::windowDidExitFullScreen()
 
 void BookClosing::waitForFullScreen()
 {
-    _patience = _platform.runLoop.performAfterDelay(patienceForFullScreen, [this] {
+    _fullScreenTimer = _platform.runLoop.performAfterDelay(fullScreenTimeout, [this] {
         _state.windows.fullScreenMode = false;
         showLibrary();
     });
@@ -145,7 +145,7 @@ void BookClosing::showLibrary()
 
 void BookClosing::dropLeavingWindow()
 {
-    _patience = nullptr;
+    _fullScreenTimer = nullptr;
     const std::shared_ptr<EpubWindowController> epub = std::move(_state.windows.leavingEpubWindow);
     const std::shared_ptr<FixedLayoutWindowController> fixed = std::move(_state.windows.leavingFixedWindow);
     if (epub || fixed)

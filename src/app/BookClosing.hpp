@@ -20,7 +20,7 @@ public:
     // A window has left full screen: finishes a close that had to wait for it, or forgets full screen for the next
     // book.
     void windowDidExitFullScreen();
-    // A window that is still leaving full screen goes at once, since another book takes its place.
+    // Closes a window that is still leaving full screen at once, because another book opens.
     void makeWay();
 
 private:
@@ -29,14 +29,14 @@ private:
     void savePosition(EpubController& reader);
     void waitForFullScreen();
     void showLibrary();
-    // Drops the window that was leaving full screen, from outside its own handling.
+    // Destroys the window that was leaving full screen, outside of its own event handling.
     void dropLeavingWindow();
 
     Platform _platform;
     LibraryState& _state;
     EpubImport& _import;
-    // Brings the library back when a window manager never reports the exit from full screen.
-    std::unique_ptr<RunLoop::Timer> _patience;
+    // Shows the library when the window manager never reports the exit from full screen.
+    std::unique_ptr<RunLoop::Timer> _fullScreenTimer;
 };
 
 }

@@ -98,7 +98,7 @@ Task<void> BookOpening::run(BookInfoPtr book)
     auto* const window = _state.reading.window();
     if (!window)
         co_return;
-    // The readers measure the page view, which has its size once the window is on screen.
+    // The readers need the page view's size, which it has once the window is shown.
     auto laidOut = window->laidOut();
     co_await laidOut;
     if (type == reflowable)
@@ -148,7 +148,7 @@ void BookOpening::showReflowableReader(BookInfo& book)
     _state.reading.curStorageCap = static_cast<float>(book.lastCap());
     reader.setActiveSplitIndex(_state.reading.curStorageIndex);
     reader.setReadAmount(_state.reading.curStorageCap);
-    // A cap beyond 1 is no fraction of the chapter: it comes of a turn back in a chapter of less than two views.
+    // A value above 1 is no fraction; it results from turning back in a chapter shorter than two views.
     const bool capIsPlace = book.lastCap() == 1;
     if (const auto place = book.lastPlace(); place && !capIsPlace && *place > 0 && *place < 1) {
         reader.setReadAmount(static_cast<float>(*place));

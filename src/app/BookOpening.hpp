@@ -17,19 +17,19 @@ namespace pagora {
 // percent-escaped twice, its last component once. Entries without a target, or whose target is no URL, are left out.
 std::vector<ContentsEntry> tableOfContentFrom(const Value::Array& content);
 
-// Turns a record into an open book: its reader window in the library window's place, the archive unpacked, the position
-// and the settings handed over. Main thread; the unpacking runs in the background.
+// Opens a book: shows its reader window in place of the library, unpacks the archive, and passes position and settings
+// on. Main thread; unpacking runs in the background.
 class BookOpening {
 public:
     BookOpening(const Platform& platform, LibraryState& state, ReaderHub& readerHub, ScriptResources scripts);
     ~BookOpening();
 
-    // Opens the book; an opening that is still under way is given up. Null opens nothing and gives up nothing.
+    // Opens the book and cancels an opening in progress. Null does nothing.
     void open(const BookInfoPtr& book);
     // Whether there is an archive to read the book from.
     static bool hasArchive(const BookInfo& book);
     void tellOfMissingArchive();
-    // Gives up an opening that is under way.
+    // Cancels an opening in progress.
     void cancel();
     bool isUnderWay() const { return !_opening.done(); }
 
@@ -50,9 +50,9 @@ private:
         // The record's contents, with targets found in the folder.
         Value::Array contents;
     };
-    // Which record's archive lies unpacked in a folder; two books may share one.
+    // The record whose archive is unpacked in a folder; two books may share one.
     std::unordered_map<std::string, Unpacked> _unpackedInto;
-    // One unpacking at a time; shared with those that still run in the background.
+    // Serialises unpacking; shared with background work that may outlive this.
     std::shared_ptr<std::mutex> _unpacking = std::make_shared<std::mutex>();
     std::stop_source _stop;
     Task<void> _opening;

@@ -12,8 +12,8 @@ namespace pagora {
 
 namespace {
 
-// An alert names no more files than this.
-constexpr std::size_t mostNames = 5;
+// The largest number of files named in an alert.
+constexpr std::size_t maxNames = 5;
 
 std::string moreNames(std::size_t count)
 {
@@ -23,14 +23,14 @@ std::string moreNames(std::size_t count)
 std::string listed(const std::vector<std::string>& paths)
 {
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < paths.size() && i < mostNames; ++i)
+    for (std::size_t i = 0; i < paths.size() && i < maxNames; ++i)
         names.push_back(formatted(_("“%s”"), lastPathComponent(paths[i]).c_str()));
-    if (paths.size() > mostNames)
-        names.push_back(moreNames(paths.size() - mostNames));
+    if (paths.size() > maxNames)
+        names.push_back(moreNames(paths.size() - maxNames));
     return joined(names, "\n");
 }
 
-// Whether the files of a folder can go to the Trash is asked once a folder.
+// Caches per folder whether its files can be moved to the Trash.
 class TrashQuestions {
 public:
     explicit TrashQuestions(const Workspace& workspace)
@@ -44,7 +44,7 @@ public:
         const auto known = _answers.find(folder);
         if (known != _answers.end())
             return known->second;
-        // A file that is missing says nothing about its folder.
+        // A missing file gives no answer for its folder.
         if (!fileExists(path))
             return true;
         return _answers[folder] = _workspace.canRecycleFile(path);

@@ -83,7 +83,7 @@ std::vector<std::string> LibraryMaintenance::bringIn(const std::string& folder, 
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto source = appendingPathComponent(folder, names[i]);
         auto book = appendingPathComponent(libPath, copies[i].value_or(names[i]));
-        // What could not be copied stays where it is.
+        // Files that could not be copied stay.
         if (mode == moveMode && copies[i] && !isSameFile(source, book))
             removeItem(source);
         names[i] = std::move(book);

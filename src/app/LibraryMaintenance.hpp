@@ -9,14 +9,14 @@
 
 namespace pagora {
 
-// What is done to the library as a whole. Long work runs in the background; the operations are over when their tasks
-// are. Main thread.
+// Operations on the whole library. Long work runs in the background; an operation is finished when its task is. Main
+// thread.
 class LibraryMaintenance {
 public:
     LibraryMaintenance(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);
 
-    // Forgets all that is stored and builds the catalogue anew from the library folder. A catalogue whose folder holds
-    // no book is kept. Imports that are under way come to their end first.
+    // Removes all stored values and rebuilds the catalogue from the library folder. A catalogue whose folder has no
+    // book is kept. Waits for imports in progress.
     Task<void> resetAppSettings();
     // Brings the books of a folder into the library folder, by "move", or by any other mode but "empty" as copies, and
     // imports what is in the library folder.

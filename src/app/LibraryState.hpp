@@ -17,7 +17,7 @@
 
 namespace pagora {
 
-// Where the program keeps its things and what it is called, as the system says.
+// The program's folders and names.
 struct ProgramInfo {
     std::string documentsFolder;
     std::string cachesFolder;

@@ -11,12 +11,12 @@ namespace pagora {
 
 namespace {
 
-// Lets the window and the files that the desktop hands over settle first.
+// Gives the window and files from the desktop time to arrive.
 constexpr double launchDelay = 0.05;
 
-// When the library that has been shown is drawn: the page view's processes take as much of the processor as a launch.
+// After the library has been drawn: starting the page engine takes as much processor time as a launch.
 constexpr double warmUpDelay = 1.5;
-// The same for a library that comes back, which is there already.
+// The same after closing a book, when the library is already drawn.
 constexpr double closingDelay = 0.15;
 
 constexpr const char* importMessage = N_("Choose epub file(s) for import to Pagora Library");
@@ -81,7 +81,7 @@ Task<void> MainController::finishPagoraInit()
     co_await startUp.initPagoraData();
     const auto files
         = std::exchange(_state.launch._filesToOpenByApp, std::nullopt).value_or(std::vector<std::string> {});
-    // One is read right away: the page view comes up while it is imported.
+    // A single file is opened at once: the page view starts while it is imported.
     if (files.size() == 1)
         _platform.readerWindows.prepareNextWindow();
     if (!files.empty()) {
@@ -173,7 +173,7 @@ Task<void> MainController::openSingle(std::string path)
         openWithoutArchive(outcome->book);
         co_return;
     }
-    // The same file once more: the copy that is being read stays for this reading.
+    // The same file again: its copy is kept for this reading.
     auto& reading = _state.reading;
     if (reading.origin == Reading::Origin::Copy && reading.currentBook
         && reading.currentBook->epubPath() == outcome->book->epubPath()) {
@@ -185,7 +185,7 @@ Task<void> MainController::openSingle(std::string path)
     _opening.open(outcome->book);
 }
 
-// Says that there is nothing to read. A book that is being read stays.
+// Shows that the archive is missing. A book that is being read stays open.
 void MainController::openWithoutArchive(const BookInfoPtr& book)
 {
     if (_state.reading.hasWindow())
@@ -346,7 +346,7 @@ Task<void> MainController::openGuideBook()
 
 void MainController::sendDoubleClick(const BookInfoPtr& book)
 {
-    // While the temporary folder is being renewed, nothing can be unpacked into it.
+    // The temporary folder is not ready yet.
     if (_state.folders._booksPath.empty())
         return;
     if (book && !BookOpening::hasArchive(*book))
@@ -372,7 +372,7 @@ void MainController::_closeEPUB()
 
 void MainController::prepareNextBook(double delay)
 {
-    // A book that is read then has the view, and the next one is prepared when that is closed.
+    // An open book uses the view; the next one is prepared when it is closed.
     _warmUpDelay = _platform.runLoop.performAfterDelay(delay, [this] {
         if (!_state.reading.hasWindow())
             _platform.readerWindows.prepareNextWindow();

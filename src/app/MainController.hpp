@@ -52,7 +52,7 @@ public:
     void draggedEpubs(std::vector<std::string> files) override;
     void cancelProcess() { _import.cancelProcess(); }
     BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
-    // Shows an alert with a message and more on it; nothing in the program calls it.
+    // Shows an alert with a message and a description; nothing in the program calls it.
     void showAlert(const std::string& message, const std::string& description);
 
     void openSettings();
@@ -113,17 +113,17 @@ private:
     Task<void> finishPagoraInit();
     void takeUpWaitingFiles();
     Task<void> resetAndGoOn();
-    // Asks first: a reset forgets every place in every book.
+    // Asks first, because a reset removes all reading positions.
     void askToReset();
     Task<void> openGuideBook();
     Task<void> openHandedOver(std::vector<std::string> paths);
     Task<void> openSingle(std::string path);
     // Keeps a task until it is done.
     void keep(Task<void> task);
-    // Ends what is being read, with its place, for another book.
+    // Shows that a book has no archive.
     void openWithoutArchive(const BookInfoPtr& book);
     void makeWay();
-    // Has what the next book is read in ready that many seconds from now.
+    // Prepares the next reader window after `delay` seconds.
     void prepareNextBook(double delay);
 
     Platform _platform;

@@ -7,8 +7,8 @@
 
 namespace pagora {
 
-// The archives that are on their way to the Trash: noted in the same flush that takes their books out of the catalogue,
-// so that the start after a sudden end finishes the removal. Main thread.
+// Archives that are being moved to the Trash. They are stored in the same flush that removes their books from the
+// catalogue, so that the next start finishes the removal after a crash. Main thread.
 class PendingRemovals {
 public:
     explicit PendingRemovals(UserDefaults& defaults)

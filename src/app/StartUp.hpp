@@ -10,9 +10,8 @@
 
 namespace pagora {
 
-// The launch: lays out the folders, wipes stored state when the version changed, loads catalogue and settings, and
-// brings in what lies in the library folder. Long steps run in the background, so that the window lives meanwhile. Main
-// thread.
+// The launch: creates the folders, resets stored values after a version change, loads catalogue and settings, and
+// imports the library folder. Long steps run in the background, so that the window responds. Main thread.
 class StartUp {
 public:
     StartUp(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);
@@ -23,9 +22,9 @@ private:
     void layOutLibraryFolder();
     void checkVersion();
     void loadCatalogue();
-    // Empties the temporary folder, and clears the library folder of copies that a sudden end has left unfinished.
+    // Empties the temporary folder and removes unfinished copies from the library folder.
     Task<void> clearFolders();
-    // Moves the archives to the Trash that a sudden end has left in the library folder.
+    // Finishes removals that a crash interrupted.
     Task<void> finishRemovals(std::vector<std::string> archives);
 
     Platform _platform;
@@ -34,7 +33,7 @@ private:
     EpubImport& _import;
 };
 
-// Hides what is beyond the items 0, 1 and 3 of a toolbar's context menu and parts the third from the first two.
+// Hides all items of a toolbar's context menu but 0, 1 and 3, and inserts a separator before the third.
 void trimToolbarMenu(Menu& menu);
 
 }

@@ -32,7 +32,7 @@ public:
 
     // Reads the bytes where they are stored; empty when they are in memory.
     Reader reader() const;
-    // Lets go of the bytes in memory, for all copies: from now on `reader` gives them.
+    // Releases the bytes in memory, for all copies. `reader` returns them from then on.
     void keepIn(Reader reader) const;
 
 private:

@@ -5,7 +5,7 @@
 
 namespace pagora {
 
-// Owns an open file of the system; closed when it goes.
+// Owns a file descriptor and closes it.
 class FileDescriptor {
 public:
     explicit FileDescriptor(int fd = -1)
@@ -28,7 +28,7 @@ public:
     }
 
     int get() const { return _fd; }
-    // Leaves the file open, for somebody else to close.
+    // Returns the descriptor without closing it. The caller owns it.
     int release() { return std::exchange(_fd, -1); }
     explicit operator bool() const { return _fd >= 0; }
 

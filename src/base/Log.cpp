@@ -47,7 +47,7 @@ void log(const std::string& text)
         return;
     }
     line += '\n';
-    // In one piece, so that lines of several threads do not mix; there is nobody to tell when it fails.
+    // One write, so that lines of several threads do not mix. A failure cannot be reported anywhere.
     if (write(STDERR_FILENO, line.data(), line.size()) < 0)
         return;
 }

@@ -2,8 +2,7 @@
 
 namespace pagora {
 
-// Where the program runs. In a Flatpak, portals do for it what it does itself on a plain desktop: they start the page
-// engine's processes and move files to the Trash.
+// Where the program runs. In a Flatpak, portals start the page engine's processes and move files to the Trash.
 enum class Surroundings { Desktop, Flatpak };
 
 // Of this process.

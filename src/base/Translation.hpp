@@ -4,10 +4,10 @@
 
 namespace pagora {
 
-// What the program says to the person goes through these; the translations are in po/. The texts in the code are
-// English, and are what is said where there is no translation. Any thread.
+// Translations of the texts that the user reads. They are in po/. The texts in the code are English and are used where
+// there is no translation. Any thread.
 
-// The text in the person's language.
+// The translated text.
 const char* _(const char* text) __attribute__((format_arg(1)));
 
 // Marks a text that is translated where it is shown.
@@ -16,14 +16,14 @@ constexpr const char* N_(const char* text)
     return text;
 }
 
-// The text for `count` of something, which English has two of and other languages more or fewer.
+// The plural form of the text for `count`. Languages differ in the number of forms.
 const char* plural(const char* one, const char* many, unsigned long count)
     __attribute__((format_arg(1), format_arg(2)));
 
 // The text with its placeholders filled in, as printf does it.
 std::string formatted(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
-// Takes the person's language from the environment. Once, at the very start, while there is one thread.
+// Reads the user's language from the environment. Called once at startup, before other threads exist.
 void startTranslation();
 
 }

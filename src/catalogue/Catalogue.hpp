@@ -24,7 +24,7 @@ public:
     // Stores the whole catalogue under "BookData" and flushes. Saves from several threads keep their order.
     void save(UserDefaults& defaults) const;
 
-    // Takes the stored array over; entries become records with `bookDataToList`.
+    // Sets the stored entries; `bookDataToList` makes records of them.
     void setBookData(Value::Array bookData);
     // Appends one record and one location for each stored entry.
     void bookDataToList();
@@ -33,8 +33,8 @@ public:
     // Appends a book at the end of all three arrays. `location` is its archive's file name.
     void append(const BookInfoPtr& book, Value entry, std::string location);
     void removeAt(std::size_t index);
-    // For each identifier, in order, removes the first book whose stored entry has it; tells of each whether there was
-    // one.
+    // For each identifier, in order, removes the first book whose stored entry has it. Returns for each whether there
+    // was one.
     std::vector<bool> removeFirstWithISBNs(const std::vector<std::string>& isbns);
     // Puts the record and its stored entry back at the record's index; false when the record is not in the catalogue.
     bool replaceEntry(const BookInfoPtr& book, Value entry);

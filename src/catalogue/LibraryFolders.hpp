@@ -4,9 +4,9 @@
 
 namespace pagora {
 
-// Where the library lives. Absolute paths, laid out by start-up and not changed afterwards.
+// The library's folders: absolute paths that are set at startup and not changed afterwards.
 struct LibraryFolders {
-    // One EPUB archive a book, as flat files; the person's own.
+    // The archives of the books. The folder belongs to the user.
     std::string libPath;
     // Emptied at every launch.
     std::string tempPath;

@@ -19,7 +19,7 @@ inline constexpr const char* FontName = "FontName";
 inline constexpr const char* FontSize = "FontSize";
 inline constexpr const char* Columns = "Columns";
 inline constexpr const char* Background = "Background";
-// Archives that are on their way to the Trash; only there meanwhile.
+// Archives that are being moved to the Trash; absent at other times.
 inline constexpr const char* Removals = "Removals";
 }
 

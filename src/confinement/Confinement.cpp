@@ -28,7 +28,7 @@ constexpr const char* shutIn = "0";
 constexpr const char* notShutIn = "1";
 constexpr auto lookInterval = std::chrono::milliseconds(5);
 
-// A filter of system calls that lets all of them through: some systems have no filters at all.
+// A seccomp filter that allows everything: some kernels have no filters.
 FileDescriptor openFilter()
 {
     FileDescriptor file(::memfd_create("filter", MFD_CLOEXEC));
@@ -38,7 +38,7 @@ FileDescriptor openFilter()
     return file;
 }
 
-// What the engine asks for when it starts a page process. The program that is shut in is one that the engine needs too.
+// The arguments with which the engine starts a page process. The confined program is one that the engine needs too.
 std::vector<std::string> arguments(const std::string& program, int filter)
 {
     std::vector<std::string> all = { program, "--die-with-parent", "--unshare-uts", "--unshare-pid", "--unshare-ipc",
@@ -49,7 +49,7 @@ std::vector<std::string> arguments(const std::string& program, int filter)
     return all;
 }
 
-// The process; none when it could not be started.
+// The process id; 0 when the process could not be started.
 pid_t start(const std::string& program, const FileDescriptor& filter)
 {
     auto texts = arguments(program, filter.get());
@@ -64,17 +64,17 @@ pid_t start(const std::string& program, const FileDescriptor& filter)
     bool isReady = true;
     for (const int stream : { STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO })
         isReady = isReady && ::posix_spawn_file_actions_addopen(&files, stream, "/dev/null", O_RDWR, 0) == 0;
-    // To the same number: that leaves it open.
+    // Duplicating to the same number keeps the descriptor open.
     const bool started = isReady && ::posix_spawn_file_actions_adddup2(&files, filter.get(), filter.get()) == 0
         && ::posix_spawnp(&process, program.c_str(), &files, nullptr, pointers.data(), environ) == 0;
     ::posix_spawn_file_actions_destroy(&files);
     return started ? process : 0;
 }
 
-// Whether it ends well, in time.
-bool endsWell(pid_t process, double patience)
+// Whether the process exits successfully within the timeout.
+bool endsWell(pid_t process, double timeout)
 {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(patience);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeout);
     int status = 0;
     pid_t ended = 0;
     while ((ended = ::waitpid(process, &status, WNOHANG)) == 0 || (ended < 0 && errno == EINTR)) {
@@ -92,12 +92,12 @@ bool confines(const ConfinementProbe::Options& options)
 {
     if (isConfinementSwitchedOff())
         return false;
-    // The engine asks the host to shut its processes in.
+    // In a Flatpak the engine asks the portal to confine its processes.
     if (surroundings() == Surroundings::Flatpak)
         return true;
     const auto filter = openFilter();
     const pid_t process = filter ? start(options.program, filter) : 0;
-    return process != 0 && endsWell(process, options.patience);
+    return process != 0 && endsWell(process, options.timeout);
 }
 
 }

@@ -7,19 +7,19 @@
 
 namespace pagora {
 
-// Whether the page processes are shut in: they see the unpacked books and no other file of the person's.
+// Whether the page processes are confined: they see the unpacked books and no other file of the user.
 enum class Confinement : bool { None, Full };
 
-// Finds out whether this system lets the page engine shut its processes in, by starting a program that does nothing in
-// the same way. Many containers, plain changed roots and some rules of AppArmor forbid it. Looks once, on a thread of
-// its own. Dropping it waits for the end of that. Any thread, one at a time.
+// Tests whether the page engine can confine its processes on this system, by starting a trivial program in the same
+// way. Many containers, chroots and AppArmor rules forbid it. Runs once, on a thread of its own; the destructor waits
+// for it. Any thread, one at a time.
 class ConfinementProbe {
 public:
     struct Options {
-        // What shuts processes in: found on the path, unless it is a path itself.
+        // The confining program: a path, or a name that is searched in PATH.
         std::string program = "bwrap";
-        // Seconds after which it is given up, and counts as not able to.
-        double patience = 5;
+        // Seconds after which the test counts as failed.
+        double timeout = 5;
     };
 
     ConfinementProbe()
@@ -29,24 +29,24 @@ public:
     explicit ConfinementProbe(Options options);
 
     bool isKnown() const { return _isKnown; }
-    // Waits until it is known, no longer than the patience.
+    // Waits for the result, at most as long as the timeout.
     Confinement result();
 
 private:
     Options _options;
     std::atomic<bool> _isKnown = false;
     Confinement _result = Confinement::None;
-    // Last, so that its thread finds the others alive.
+    // Last, so that the other members exist while its thread runs.
     Worker _worker;
 };
 
-// Prepares the variable of the environment that tells the engine whether to shut its processes in, so that setting it
-// later is safe beside other threads. Before there are any.
+// Allocates the environment variable that controls the engine's confinement, so that changing it later is safe beside
+// other threads. Called before there are any.
 void prepareConfinementSwitch();
-// Whether the person has told the engine, by that variable, not to shut its processes in.
+// Whether the user has disabled the engine's confinement by that variable.
 bool isConfinementSwitchedOff();
 
-// Tells the engine not to shut in the processes of contexts that are made while this lives.
+// Disables the confinement for contexts that are created during its lifetime.
 class ConfinementSwitchedOff {
 public:
     ConfinementSwitchedOff();

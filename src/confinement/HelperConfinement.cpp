@@ -74,7 +74,7 @@ bool confineFiles(const std::vector<std::string>& folders)
     if (version < 1)
         return false;
     const auto rights = rightsOf(version);
-    // From version 4 on, no connection; from version 6 on, no signal to and no socket of others.
+    // Version 4 adds TCP rules; version 6 adds scopes for signals and abstract sockets.
     const landlock::Ruleset attributes { rights, version >= 4 ? 3u : 0u, version >= 6 ? 3u : 0u };
     const auto size = version >= 6 ? sizeof attributes : version >= 4 ? std::size_t { 16 } : std::size_t { 8 };
     const FileDescriptor ruleset(static_cast<int>(::syscall(landlock::createRuleset, &attributes, size, 0)));
@@ -98,7 +98,7 @@ bool confineFiles(const std::vector<std::string>& folders)
     return ::syscall(landlock::restrictSelf, ruleset.get(), 0) == 0;
 }
 
-// What nothing that reads a book needs. The numbers are those of this machine.
+// System calls that no code that reads a book needs, with the numbers of this architecture.
 constexpr long refusedCalls[] = {
     SYS_socket,
     SYS_socketpair,
@@ -137,7 +137,7 @@ constexpr long refusedCalls[] = {
     SYS_swapoff,
     SYS_acct,
     SYS_open_by_handle_at,
-    // The same numbers everywhere: signals through a process's file, io_uring, mounts, a file of another process.
+    // The same numbers on all architectures: pidfd_send_signal, io_uring, the new mount calls, pidfd_getfd.
     424,
     425,
     426,
@@ -192,7 +192,7 @@ bool confineSizes(const HelperConfinement& confinement)
 {
     bool all = limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, confinement.fileBytes);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && !defined(PAGORA_FUZZING)
-    // Sanitizers get themselves far more than they use.
+    // Sanitizers reserve far more memory than they use.
     all = limit(RLIMIT_DATA, confinement.memoryBytes) && all;
 #endif
     return all;

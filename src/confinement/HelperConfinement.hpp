@@ -6,19 +6,19 @@
 
 namespace pagora {
 
-// What is left to a process that reads what a stranger wrote.
+// The access of a process that reads untrusted data.
 struct HelperConfinement {
-    // Folders in which it may make, read, write and remove files. Programs and data of the system, and the folder of
-    // its own program, can be read too; every other file is out of reach, except for those that it is handed open.
+    // Folders in which it may create, read, write and remove files. System programs and data and its own program's
+    // folder are readable; every other file is inaccessible unless it is passed as an open descriptor.
     std::vector<std::string> folders;
-    // Memory that it can get, and the size of a file that it can write.
+    // Memory that it can allocate, and the size of a file that it can write.
     std::uint64_t memoryBytes = 0;
     std::uint64_t fileBytes = 0;
 };
 
-// Which of the walls stand.
+// Which restrictions are in effect.
 struct HelperWalls {
-    // Files: not where the kernel has no Landlock.
+    // File access; false where the kernel lacks Landlock.
     bool files = false;
     // Network, other processes, mounts and the like.
     bool calls = false;
@@ -28,7 +28,7 @@ struct HelperWalls {
 // Confines this process, and all that it starts, for good. Call it before there are threads.
 HelperWalls confineHelper(const HelperConfinement& confinement);
 
-// The processor time that this process may take from now on, in seconds; the system ends it after that.
+// Limits the processor time of this process from now on, in seconds; the kernel kills it after that.
 void allowProcessorTime(unsigned seconds);
 
 }

@@ -23,7 +23,7 @@ std::string framed(std::string_view message)
     return bytes.append(message);
 }
 
-// Room for one open file beside a message.
+// Control data for one open file.
 union FileRoom {
     cmsghdr header;
     std::array<char, CMSG_SPACE(sizeof(int))> bytes;
@@ -81,7 +81,7 @@ std::optional<std::size_t> MessageReader::size() const
 MessageReader::State MessageReader::readSome(int socket)
 {
     std::array<char, pieceBytes> buffer;
-    // Not more than this message.
+    // Read no further than the end of this message.
     const auto wanted = size() ? sizeBytes + *size() - _bytes.size() : sizeBytes - _bytes.size();
     iovec piece { buffer.data(), std::min(buffer.size(), wanted) };
     msghdr message {};
@@ -106,7 +106,7 @@ MessageReader::State MessageReader::readSome(int socket)
     _bytes.append(buffer.data(), static_cast<std::size_t>(got));
     if (!size())
         return State::Waiting;
-    if (*size() > largestMessage)
+    if (*size() > maxMessageBytes)
         return State::Gone;
     return _bytes.size() == sizeBytes + *size() ? State::Whole : State::Waiting;
 }

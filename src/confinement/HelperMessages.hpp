@@ -9,24 +9,24 @@
 
 namespace pagora {
 
-// Messages between the program and a process that works for it, over a socket: a number of bytes, and those bytes. A
-// file may be handed over with a message. One thread at a time for each end.
+// Messages between the program and its helper processes over a socket: a length and that many bytes. A message can
+// carry an open file. One thread at a time for each end.
 
-// A message longer than this is none.
-constexpr std::size_t largestMessage = std::size_t { 8 } << 20;
+// Longer messages are errors.
+constexpr std::size_t maxMessageBytes = std::size_t { 8 } << 20;
 
 // Sends a message, with an open file unless that is -1. False when the other side is gone.
 bool sendMessage(int socket, std::string_view message, int file = -1);
 
-// Where the other side may not send (it is confined), a plain write takes its place.
+// Where confinement forbids sendmsg, the other side uses write.
 bool writeMessage(int socket, std::string_view message);
 
-// Puts a message together from what has arrived so far.
+// Assembles a message from the bytes received so far.
 class MessageReader {
 public:
     enum class State { Waiting, Whole, Gone };
 
-    // Reads what is there, and waits for the first byte of it.
+    // Reads the available bytes; waits for the first one.
     State readSome(int socket);
     // The message, once it is whole, and the file that came with it.
     std::string takeMessage();

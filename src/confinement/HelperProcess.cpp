@@ -20,7 +20,7 @@ namespace pagora {
 
 namespace {
 
-// How often the budget is looked at.
+// The interval at which the budget is checked.
 constexpr int watchMilliseconds = 50;
 
 std::chrono::nanoseconds durationOf(const timespec& time)
@@ -28,7 +28,7 @@ std::chrono::nanoseconds durationOf(const timespec& time)
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
-// A process with that socket as its input; 0 when it cannot be started.
+// Starts the program with that socket as its input; 0 on failure.
 pid_t spawned(const std::string& program, const std::vector<std::string>& arguments, int socket)
 {
     posix_spawn_file_actions_t files;
@@ -101,7 +101,7 @@ std::optional<std::string> HelperProcess::ask(std::string_view message, int file
 {
     if (_isEnded())
         return std::nullopt;
-    // One that has ended since it last answered is not this question's fault.
+    // A process that exited since its last answer is restarted; that is not this question's fault.
     const bool isFresh = _process == 0;
     if (!start())
         return std::nullopt;

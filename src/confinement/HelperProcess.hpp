@@ -13,28 +13,28 @@
 
 namespace pagora {
 
-// What one answer may take.
+// Limits for one answer.
 struct HelperBudget {
-    // Of the processor.
+    // Processor time.
     std::chrono::milliseconds processorTime;
-    // From asking to answering, also while it waits for a disk.
+    // Elapsed time, waits for the disk included.
     std::chrono::milliseconds time;
-    // In its memory.
+    // Resident memory.
     std::uint64_t residentBytes;
 };
 
-// A program of Pagora's own that works for this one in a process apart, answer by answer, and is ended when an answer
-// takes more than its budget. It starts when it is first asked, and anew after it was ended. One thread at a time.
+// A helper program that answers one question at a time in a process of its own and is killed when an answer exceeds its
+// budget. It starts with the first question and again after it was killed. One thread at a time.
 class HelperProcess {
 public:
-    // `program` lies beside this program, or where that installs it. Once `isEnded` says so, which any thread may bring
-    // about, what is being asked is given up within moments, and nothing is asked any more.
+    // `program` is in this program's folder or where it is installed. Once `isEnded` returns true, on any thread, a
+    // question in progress is given up soon and no other is asked.
     HelperProcess(std::string program, std::function<bool()> isEnded);
     ~HelperProcess();
     HelperProcess(const HelperProcess&) = delete;
     HelperProcess& operator=(const HelperProcess&) = delete;
 
-    // What the program is started with; a change ends the one that runs.
+    // The program's arguments; a change ends a running process.
     void setArguments(std::vector<std::string> arguments);
 
     // Sends a message, with an open file unless that is -1, and waits for the answer. Missing when the process ends
@@ -46,7 +46,7 @@ public:
     // 0 when none runs.
     pid_t process() const { return _process; }
 
-    // What the process that was ended last had taken, with those that it started.
+    // Resources used by the last process, including its children.
     struct Usage {
         std::chrono::milliseconds processorTime {};
         // At its peak.
@@ -69,7 +69,7 @@ private:
     FileDescriptor _socket;
 };
 
-// The path of a program of Pagora's own.
+// The path of a helper program.
 std::string helperPath(const std::string& program);
 
 }

@@ -4,25 +4,25 @@ namespace pagora {
 
 namespace {
 
-// So many a second.
-constexpr double mostNotices = 100;
-constexpr double mostNavigations = 200;
-constexpr double mostResources = 5000;
-constexpr double mostBytes = 1e6;
-// So many for one document.
-constexpr int mostResourcesOfAPage = 20000;
-// What another message counts among them, so that a slow machine does not hide a flood.
+// Per second.
+constexpr double maxNotices = 100;
+constexpr double maxNavigations = 200;
+constexpr double maxResources = 5000;
+constexpr double maxBytes = 1e6;
+// Per document.
+constexpr int maxResourcesOfPage = 20000;
+// How many resources another message counts as, so that a slow machine does not hide a flood.
 constexpr int resourcesForAMessage = 10;
 
-double mostOf(MessageBudget::Message message)
+double limitOf(MessageBudget::Message message)
 {
     switch (message) {
     case MessageBudget::Message::Notice:
-        return mostNotices;
+        return maxNotices;
     case MessageBudget::Message::Navigation:
-        return mostNavigations;
+        return maxNavigations;
     default:
-        return mostResources;
+        return maxResources;
     }
 }
 
@@ -40,9 +40,9 @@ bool MessageBudget::take(Message message, std::size_t bytes, double now)
         _spent = 0;
     }
     _resources += resourcesFor(message);
-    if (_resources > mostResourcesOfAPage)
+    if (_resources > maxResourcesOfPage)
         return false;
-    _spent += 1 / mostOf(message) + static_cast<double>(bytes) / mostBytes;
+    _spent += 1 / limitOf(message) + static_cast<double>(bytes) / maxBytes;
     return _spent <= 1;
 }
 

@@ -12,7 +12,7 @@
 
 namespace pagora {
 
-// One navigation point, as the opening hands it to a reader.
+// One entry of the table of contents.
 struct ContentsEntry {
     std::optional<std::string> text;
     Url src;

@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-// How the contents pane and the page share a reader window: the contents pane is at least 200 points wide and at most
-// half the window, and a window that is resized keeps its width where it can. Both readers use it. Main thread.
+// Sizes of the contents pane and the page: the pane is at least 200 points and at most half the window wide and keeps
+// its width when the window is resized, if possible. Both readers use it. Main thread.
 class SplitRules : public SplitViewDelegate {
 public:
     // `didLayOut` is called after the divider moved, when `followDivider` says so, and after each resize.

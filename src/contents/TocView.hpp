@@ -21,7 +21,7 @@ public:
     virtual void removeAllSubviews() = 0;
     // The links belong to the contents pane and stay until they are removed.
     virtual void addSubviews(const std::vector<tocLinkTextField*>& links) = 0;
-    // The link with this tag looks different now.
+    // The link with this tag must be redrawn.
     virtual void setNeedsDisplay(std::int64_t tag) = 0;
     // Scrolls so that the point is at the bottom left of the visible area, as far as the view reaches.
     virtual void scrollToPoint(double x, double y) = 0;

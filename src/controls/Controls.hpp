@@ -8,8 +8,8 @@
 
 namespace pagora {
 
-// The controls of the windows, as far as controllers drive them. Frames are in points of the enclosing view, with the
-// origin at the bottom left. Main thread. Controls belong to their window.
+// Interfaces of the windows' controls. Frames are in points of the parent view, with the origin at the bottom left.
+// Main thread. Controls belong to their window.
 
 class Control {
 public:
@@ -37,7 +37,7 @@ public:
     virtual void setAction(std::function<void()> action) = 0;
 };
 
-// How far along a task is.
+// The progress of a task.
 class ProgressIndicator : public virtual Control {
 public:
     virtual void setMinValue(double value) = 0;
@@ -45,7 +45,7 @@ public:
     virtual void setDoubleValue(double value) = 0;
 };
 
-// The event that the program is handling, as far as a slider asks.
+// The kind of event that moved a slider.
 enum class EventType : int { None = 0, LeftMouseDown = 1, LeftMouseUp = 2, LeftMouseDragged = 6, KeyDown = 10 };
 
 class Slider : public virtual Control {
@@ -88,7 +88,7 @@ public:
     virtual void setFillColor(const Color& color) = 0;
 };
 
-// A menu as far as its items are shown or hidden.
+// A menu whose items can be hidden.
 class Menu {
 public:
     virtual ~Menu() = default;

@@ -2,7 +2,7 @@
 
 namespace pagora {
 
-// Whether a request comes from the page, or from a key or a button that the person pressed in it.
+// Whether the page made a request by itself or the user did by a key or a button.
 enum class RequestedBy : bool { Page, User };
 
 }

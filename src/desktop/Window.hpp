@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// What is shown over or beside other content and taken away again. Main thread.
+// A panel that can be shown and hidden. Main thread.
 class Panel {
 public:
     virtual ~Panel() = default;
@@ -17,14 +17,14 @@ public:
     virtual bool isVisible() const = 0;
 };
 
-// A window of the program, with a frame and a title of its own. Several may share one window of the desktop, which then
-// shows the one that was ordered front last. Main thread.
+// A window of the program with its own frame and title. Several may share one toplevel, which shows the one that was
+// ordered front last. Main thread.
 class Window : public Panel {
 public:
     virtual void setTitle(const std::string& title) = 0;
     virtual Rect frame() const = 0;
     virtual void setFrame(const Rect& frame) = 0;
-    // The same, moved there visibly.
+    // The same with an animation.
     virtual void animateToFrame(const Rect& frame) = 0;
     virtual void center() = 0;
 

@@ -11,8 +11,8 @@ namespace pagora {
 
 namespace {
 
-// A book has one folder of each kind; a few more are looked at.
-constexpr std::size_t mostFolders = 16;
+// Books have one folder of each kind; a few more are searched.
+constexpr std::size_t maxFolders = 16;
 
 class Targets {
 public:
@@ -21,7 +21,7 @@ public:
     {
     }
 
-    // The path that stands for the target in the table of contents; missing when it is to stay.
+    // The path of the target's file; missing when the target stays unchanged.
     std::optional<std::string> found(const std::string& target)
     {
         const auto path = target.substr(0, target.find('#'));
@@ -62,9 +62,9 @@ private:
         const auto path = appendingPathComponent(_bookPath, folder);
         for (const auto& name : folderEntries(path).value_or(std::vector<std::string> {})) {
             const auto extension = lowercased(pathExtension(name));
-            if (extension == "opf" && _packageFolders.size() < mostFolders)
+            if (extension == "opf" && _packageFolders.size() < maxFolders)
                 _packageFolders.insert(folder);
-            else if (extension == "ncx" && _contentsFolders.size() < mostFolders)
+            else if (extension == "ncx" && _contentsFolders.size() < maxFolders)
                 _contentsFolders.insert(folder);
             else if (isFolder(appendingPathComponent(path, name)))
                 lookInto(appendingPathComponent(folder, name));

@@ -19,8 +19,8 @@ namespace {
 
 constexpr Size coverBox { 106, 156 };
 constexpr double jpegQuality = 0.8;
-// No more bytes of one file are held in memory ahead of time.
-constexpr std::uint64_t largestAhead = 4u << 20;
+// The largest file that is prefetched.
+constexpr std::uint64_t maxPrefetchBytes = 4u << 20;
 constexpr auto defaultCover = "/org/pagora/Pagora/pagora_default_cover.jpg";
 
 std::optional<Data> encoded(const std::optional<Image>& image)
@@ -46,16 +46,16 @@ std::optional<Data> coverPicture(const std::string& coverFile, const ScaledCover
     return isDone ? ahead->picture : scaled(*bytes);
 }
 
-std::optional<ScaledCover> coverAhead(FileDescriptor file)
+std::optional<ScaledCover> prefetchCover(FileDescriptor file)
 {
     const auto archive = Archive::open(std::move(file));
-    const auto container = archive ? archive->read("META-INF/container.xml", largestAhead) : std::nullopt;
+    const auto container = archive ? archive->read("META-INF/container.xml", maxPrefetchBytes) : std::nullopt;
     if (!container)
         return std::nullopt;
     ContainerParser containerParser(Url::file("/"));
     containerParser.parseBytes(*container);
     const auto packagePath = containerParser.opfFile().value_or("");
-    const auto package = archive->read(packagePath, largestAhead);
+    const auto package = archive->read(packagePath, maxPrefetchBytes);
     if (!package)
         return std::nullopt;
     OPFParser packageParser(Url::file("/"));
@@ -65,7 +65,7 @@ std::optional<ScaledCover> coverAhead(FileDescriptor file)
     const auto slash = packagePath.rfind('/');
     const auto folder = slash == std::string::npos ? std::string() : packagePath.substr(0, slash);
     for (const auto& name : memberCandidates(appendingPathComponent(folder, href), MemberName::Reference)) {
-        if (auto bytes = archive->read(name, largestAhead)) {
+        if (auto bytes = archive->read(name, maxPrefetchBytes)) {
             return ScaledCover { bytes->size(), checksum(*bytes), scaled(*bytes) };
         }
     }

@@ -148,7 +148,7 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
 {
     if (files.empty())
         return {};
-    // A batch that waits for another keeps the mode of its own time.
+    // A batch that waits for another uses the mode of the time when it was started.
     const auto mode = handedOver == HandedOver::Yes
         ? copyMode
         : _mainController.defaults().stringForKey(defaults_keys::DragDropMode).value_or("");
@@ -160,13 +160,13 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
     {
         Progress progress(*this, files.size());
         _cancelled = false;
-        ImportAhead ahead(_mainController.workspace(), chosen(files, isNew),
+        ImportPrefetch ahead(_mainController.workspace(), chosen(files, isNew),
             mode == copyMode || mode == moveMode ? _mainController.folders().libPath : "",
             [this] { return _ended.load(); });
         for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
             progress.show(i);
             const auto inspector = _inspector.lock();
-            // Files that are passed over leave it as it is.
+            // Files that are skipped leave the scratch folder as it is.
             if (isNew[i] || i == 0 || !inspector->scratchIsEmpty)
                 inspector->emptyScratch();
             const auto book = isNew[i] ? importFile(*inspector, files[i], mode, ahead.take(files[i])) : nullptr;
@@ -220,7 +220,7 @@ BookInfoPtr EpubImport::bookFromOwnFile(const std::string& path)
 }
 
 BookInfoPtr EpubImport::importFile(
-    Inspector& inspector, const std::string& file, const std::string& mode, const ImportAhead::Results& ahead)
+    Inspector& inspector, const std::string& file, const std::string& mode, const ImportPrefetch::Results& ahead)
 {
     auto book = inspector.inspect(file, ahead.cover ? &*ahead.cover : nullptr);
     if (!book)
@@ -246,7 +246,7 @@ std::string EpubImport::archiveOf(const std::string& file, const std::optional<s
     const auto& libPath = _mainController.folders().libPath;
     if (copy)
         return appendingPathComponent(libPath, *copy);
-    // Where the copy failed, a file of that name is another book's.
+    // After a failed copy, a file of that name belongs to another book.
     const auto expected = appendingPathComponent(libPath, lastPathComponent(file));
     return fileExists(expected) ? file : expected;
 }

@@ -5,7 +5,7 @@
 #include "desktop/Window.hpp"
 #include "desktop/Workspace.hpp"
 #include "epub/FaultyBooks.hpp"
-#include "epub/ImportAhead.hpp"
+#include "epub/ImportPrefetch.hpp"
 #include "epub/InspectionProcess.hpp"
 #include "running/Guarded.hpp"
 #include "running/RunLoop.hpp"
@@ -46,8 +46,8 @@ struct ImportOutlets {
 // Whether the desktop handed the files over; such files are always copied.
 enum class HandedOver : bool { No, Yes };
 
-// Brings files into the library. A batch runs on whatever thread calls; batches wait for each other, and inspections
-// too, since they share one scratch folder. The controls are only touched on the main thread.
+// Imports files into the library. A batch runs on the calling thread. Batches run one after another, and so do
+// inspections, because they share one scratch folder. Controls are used on the main thread only.
 class EpubImport {
 public:
     EpubImport(ImportHub& hub, const ImportOutlets& outlets);
@@ -68,13 +68,13 @@ public:
 
     // Whether an import is under way or waits for another.
     bool isUnderWay() const { return _countUnderWay > 0; }
-    // Returns when none is. Not from the main thread, which imports wait for.
+    // Waits until none is under way. Not called on the main thread, which imports wait for.
     void waitForImports();
 
     // Inspects one archive, without anything else. Any thread.
     BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
 
-    // The program ends: stops the batch that runs, and those that wait, without the book at hand. Any thread.
+    // The program ends: stops the running and the waiting batches without finishing the current book. Any thread.
     void end() { _ended = true; }
 
     struct SingleBook {
@@ -90,17 +90,16 @@ public:
     // Inspects a file of the program's own, which is neither catalogued nor copied. Any thread.
     BookInfoPtr bookFromOwnFile(const std::string& path);
 
-    // Removes such a copy when its reading has ended, unless a book of the library has come to use it. Main thread; the
-    // removal follows in the background.
+    // Removes such a copy after reading, in the background, unless a book of the library uses it. Main thread.
     void removeSingleCopy(const std::string& path);
 
     // Shows the rejection lines, if there are any, and forgets them. Any thread.
     void showFaultyBooks();
 
 private:
-    // One import for as long as it lives.
+    // Counts one import during its lifetime.
     class UnderWay;
-    // What a batch shows of itself.
+    // The progress display of a batch.
     class Progress;
     // The inspection, with its scratch folder.
     struct Inspector {
@@ -110,7 +109,7 @@ private:
         }
 
         InspectionProcess process;
-        // Since it was emptied, no file was inspected.
+        // Whether no file was inspected since the folder was emptied.
         bool scratchIsEmpty = false;
 
         void emptyScratch();
@@ -122,10 +121,10 @@ private:
     std::vector<bool> newOnes(const std::vector<std::string>& files);
     // Null when the file is rejected.
     BookInfoPtr importFile(
-        Inspector& inspector, const std::string& file, const std::string& mode, const ImportAhead::Results& ahead);
+        Inspector& inspector, const std::string& file, const std::string& mode, const ImportPrefetch::Results& ahead);
     // The path that a file has in the library folder once it was copied there under the name `copy`.
     std::string archiveOf(const std::string& file, const std::optional<std::string>& copy) const;
-    // Only while no file is inspected: one might be copied to the same place.
+    // Takes the inspector as proof that no file is inspected: one might be copied to the same place.
     void removeLeftCopies(const Inspector& inspector);
 
     ImportHub& _mainController;

@@ -41,7 +41,7 @@ std::string valueOr(const OPFParser& package, const std::string& key, const std:
     return found == package.metaDict().end() ? otherwise : found->second;
 }
 
-// A reference without its escapes; one that is no text, or would end early as a path, stays as it is.
+// Decodes the escapes of a reference; one that is not text afterwards or contains a NUL stays as it is.
 std::string decodedReference(const std::string& reference)
 {
     const auto decoded = replacingPercentEscapes(reference);
@@ -60,14 +60,14 @@ public:
         , _archiveName(lastPathComponent(archivePath))
         , _archiveFile(std::move(file))
         , _stopOnErrors(stopOnErrors)
-        , _coverAhead(cover)
+        , _prefetchedCover(cover)
     {
     }
 
     BookInfoPtr run();
 
 private:
-    // Each is one stage; false when the archive is rejected for good.
+    // The stages; false when the archive is rejected.
     bool openArchive();
     bool checkMimetype();
     bool checkEncryption();
@@ -86,7 +86,7 @@ private:
         _mainController.addFaultyBook(validUtf8(_archiveName) + " --> " + validUtf8(reason));
     }
     bool isOutOfRoom() const { return _archive && _archive->isOutOfRoom(); }
-    // What was read is past a bound, and nothing of it is used.
+    // A limit was exceeded; nothing of the book is used.
     bool rejectTooLarge() const
     {
         report(_("epub is too large to be opened safely"));
@@ -107,7 +107,7 @@ private:
     const std::string _archiveName;
     FileDescriptor _archiveFile;
     const StopOnErrors _stopOnErrors;
-    const ScaledCover* _coverAhead;
+    const ScaledCover* _prefetchedCover;
     std::optional<Archive> _archive;
     std::string _type = "default";
     std::string _packageFile;
@@ -119,7 +119,7 @@ private:
 bool Inspection::openArchive()
 {
     auto opened = Archive::open(std::move(_archiveFile));
-    // A file that is no archive has no members, and is rejected as such.
+    // A file that is no archive has no members and is rejected later for that.
     if (!opened)
         return opened.reason() != ArchiveProblem::PastBounds || rejectTooLarge();
     _archive = std::move(*opened);
@@ -136,7 +136,7 @@ bool Inspection::checkMimetype()
         return false;
     const auto mimetype = readFile(path);
     const auto* const notAnEpub = _("file is not a ePub ( see the mimetype )");
-    // One that cannot be read as ASCII counts as the other format.
+    // An unreadable or non-ASCII type counts as the other format.
     if (!mimetype || !isAscii(*mimetype) || contains(*mimetype, "x-ibooks")) {
         _type = "x-ibook";
         return reject(notAnEpub);
@@ -170,7 +170,7 @@ bool Inspection::findPackage()
     if (parser.isPastBounds())
         return rejectTooLarge();
     if (!parser.opfFile()) {
-        // Nothing below makes sense without it.
+        // The rest needs it.
         report(_("epub is corrupted (content opf-file not found)"));
         return false;
     }
@@ -190,10 +190,10 @@ void Inspection::layOutFolders(const std::string& packagePath)
     const auto slash = packagePath.rfind('/');
     _packageFolder = slash == std::string::npos ? std::string() : packagePath.substr(0, slash);
     auto bookName = deletingPathExtension(_archiveName);
-    // Such a name would stand for the folder of all books, or the one above it.
+    // Such names mean the folder of all books or its parent.
     if (bookName.empty() || bookName == "." || bookName == "..")
         bookName = _archiveName;
-    // Pages are loaded by URL, which cannot name a folder in bytes that are no text.
+    // Pages are loaded by URL, so the folder's name must be valid text.
     _bookFolder = appendingPathComponent(_mainController.folders()._booksPath, validUtf8(bookName));
     _contentBase = appendingPathComponent(_bookFolder, _packageFolder);
     _mainController.set_epubPath(_bookFolder);
@@ -212,12 +212,12 @@ std::optional<Data> Inspection::readCover(const OPFParser& package)
     log("subfolder - " + _packageFolder);
     log("cover file - " + appendingPathComponent(_packageFolder, href));
     const auto file = extracted(href);
-    return file ? coverPicture(*file, _coverAhead) : defaultCoverPicture();
+    return file ? coverPicture(*file, _prefetchedCover) : defaultCoverPicture();
 }
 
 bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
 {
-    // The last page in reading order stands for all of them.
+    // The last page in reading order represents all pages.
     const auto href = package.fileList().empty() ? std::string() : package.fileList().back();
     const auto page = href.empty() ? std::nullopt : extracted(href);
     if (isOutOfRoom())
@@ -241,7 +241,7 @@ std::vector<Url> Inspection::contentFiles(const OPFParser& package) const
     std::vector<Url> files;
     for (const auto& href : package.fileList()) {
         const auto path = appendingPathComponent(_contentBase, decodedReference(href));
-        // ".." may lead to another folder of the book, but not to other books or the person's own files.
+        // ".." may lead to another folder of the book, but not to other books or the user's files.
         if (isPathInside(path, _bookFolder))
             files.push_back(Url::file(path));
     }
@@ -309,7 +309,7 @@ BookInfoPtr Inspection::run()
         book->setContent(std::move(*content));
     }
     if (!content || encodeValue(entryFromBook(*book)).size() > BookLimits().entryBytes) {
-        // Nobody keeps so much.
+        // Too large to store.
         book->setFiles({});
         book->setContent(Value::Array {});
         rejectTooLarge();
@@ -321,16 +321,16 @@ BookInfoPtr Inspection::run()
 }
 
 BookInfoPtr EpubInspection::getBookInfo(
-    const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead)
+    const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* prefetchedCover)
 {
-    return getBookInfo(archivePath, openFile(archivePath), stopOnErrors, coverAhead);
+    return getBookInfo(archivePath, openFile(archivePath), stopOnErrors, prefetchedCover);
 }
 
-BookInfoPtr EpubInspection::getBookInfo(
-    const std::string& archivePath, FileDescriptor archive, StopOnErrors stopOnErrors, const ScaledCover* coverAhead)
+BookInfoPtr EpubInspection::getBookInfo(const std::string& archivePath, FileDescriptor archive,
+    StopOnErrors stopOnErrors, const ScaledCover* prefetchedCover)
 {
     auto* const spare = _spare ? &*_spare : nullptr;
-    return Inspection(_mainController, spare, archivePath, std::move(archive), stopOnErrors, coverAhead).run();
+    return Inspection(_mainController, spare, archivePath, std::move(archive), stopOnErrors, prefetchedCover).run();
 }
 
 std::string EpubInspection::spareFolderOf(const LibraryFolders& folders)

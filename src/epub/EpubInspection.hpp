@@ -36,14 +36,14 @@ public:
 
     // The new record; null when the archive was rejected. With `StopOnErrors::No` the first problems are all reported
     // and the inspection goes on where it can.
-    // `coverAhead` may hold the archive's cover, scaled already.
+    // `prefetchedCover` may hold the archive's cover, scaled already.
     BookInfoPtr getBookInfo(
-        const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead = nullptr);
+        const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* prefetchedCover = nullptr);
     // The same for an archive that is open already; none is a file that cannot be read.
     BookInfoPtr getBookInfo(const std::string& archivePath, FileDescriptor archive, StopOnErrors stopOnErrors,
-        const ScaledCover* coverAhead);
+        const ScaledCover* prefetchedCover);
 
-    // Removes what the last inspection has left in the scratch folder, and keeps its files aside for the next.
+    // Empties the scratch folder and keeps its files for reuse.
     void emptyScratch();
     // Where they are kept, beside the scratch folder.
     static std::string spareFolderOf(const LibraryFolders& folders);

@@ -31,7 +31,7 @@ std::optional<std::string> extractedMember(
 {
     for (const auto& name : memberCandidates(member, kind)) {
         const auto path = appendingPathComponent(folder, name);
-        // An empty name would mean every member, and one that leads out is nobody's.
+        // An empty name would match every member, and paths outside the folder are not allowed.
         if (name.empty() || !isPathInside(path, folder))
             continue;
         if (archive)

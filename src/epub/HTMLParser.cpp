@@ -38,7 +38,7 @@ void HTMLParser::didStartElement(const std::string& name, const XmlAttributes& a
     if (lowercased(name) != "meta" || !meta || *meta != "viewport" || !content)
         return;
     const auto pieces = split(*content, ',');
-    // Of the first measure all but a width is a height, and of the second all but a height is a width.
+    // In the first measure anything but a width is a height, and in the second anything but a height is a width.
     if (const auto first = measureIn(pieces[0]))
         (first->key.find("width") != std::string::npos ? _viewportWidth : _viewportHeight) = first->value;
     const auto second = pieces.size() > 1 ? measureIn(pieces[1]) : std::nullopt;

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the program and pagora-inspect say to each other: each message is a dictionary in its stored form.
+// Messages between the program and pagora-inspect. Each is an encoded dictionary.
 namespace pagora::inspection_messages {
 
 // A question asks for one of these.
@@ -10,17 +10,17 @@ inline constexpr const char* EmptyScratch = "EmptyScratch";
 inline constexpr const char* GetBookInfo = "GetBookInfo";
 inline constexpr const char* CoverAhead = "CoverAhead";
 
-// Beside GetBookInfo: the archive's name, whether the first problem ends it, and the cover that was scaled ahead.
+// With GetBookInfo: the archive's name, whether the first problem ends the inspection, and the prefetched cover.
 inline constexpr const char* ArchiveName = "ArchiveName";
 inline constexpr const char* StopsOnErrors = "StopsOnErrors";
 
-// A cover, in either direction; no picture is a file that is none.
+// A cover, in either direction; without a picture the file is none.
 inline constexpr const char* CoverSize = "CoverSize";
 inline constexpr const char* CoverSum = "CoverSum";
 inline constexpr const char* CoverPicture = "CoverPicture";
 
-// The answer to GetBookInfo: whether the book is accepted, its record as a catalogue entry (a rejected one may have one
-// too), its folder, the lines for the person and those of the log.
+// The answer to GetBookInfo: whether the book is accepted, its record as a catalogue entry (a rejected book may have
+// one too), its folder, the lines for the user and those for the log.
 inline constexpr const char* IsAccepted = "IsAccepted";
 inline constexpr const char* Record = "Record";
 inline constexpr const char* EpubPath = "EpubPath";

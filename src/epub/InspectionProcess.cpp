@@ -24,7 +24,7 @@ using std::chrono::seconds;
 constexpr const char* program = "pagora-inspect";
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-// Sanitizers take many times the time and the memory.
+// Sanitizers multiply time and memory.
 constexpr unsigned scale = 20;
 #else
 constexpr unsigned scale = 1;
@@ -35,7 +35,7 @@ HelperBudget budget(const InspectionLimits& limits, unsigned processorSeconds)
     return { seconds(processorSeconds * scale), seconds(limits.seconds), limits.residentBytes * scale };
 }
 
-// Which folder has a path; another one may take its place, which the process could not reach.
+// Identifies the folder at a path. A replaced folder would be out of the process's reach.
 std::string identity(const std::string& folder)
 {
     struct stat info { };
@@ -44,7 +44,7 @@ std::string identity(const std::string& folder)
     return std::to_string(info.st_dev) + ":" + std::to_string(info.st_ino);
 }
 
-// A record names files of its own book, and nothing else.
+// Whether a record refers only to files of its own book.
 bool isSound(const BookInfo& book, const std::string& booksPath)
 {
     const auto folder = book.bookPath().value_or("");
@@ -91,7 +91,7 @@ void InspectionProcess::prepare()
     const auto spare = EpubInspection::spareFolderOf(folders);
     createFolder(folders._dataPath);
     createFolder(spare);
-    // The identities do nothing but start the process anew when they change.
+    // The identities only restart the process when they change.
     _process.setArguments({ std::to_string(_limits.memoryBytes), folders._dataPath, spare, folders._booksPath,
         identity(folders._dataPath), identity(spare) });
 }
@@ -105,12 +105,12 @@ std::optional<Value> InspectionProcess::ask(Value::Dictionary question, FileDesc
 }
 
 BookInfoPtr InspectionProcess::getBookInfo(
-    const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* coverAhead)
+    const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* prefetchedCover)
 {
     Value::Dictionary question { { Question, GetBookInfo }, { ArchiveName, lastPathComponent(archivePath) },
         { StopsOnErrors, stopOnErrors == StopOnErrors::Yes } };
-    if (coverAhead)
-        put(question, *coverAhead);
+    if (prefetchedCover)
+        put(question, *prefetchedCover);
     const auto answer = ask(std::move(question), openFile(archivePath));
     if (_isEnded())
         return nullptr;
@@ -154,7 +154,7 @@ CoverProcess::CoverProcess(std::function<bool()> isEnded)
 {
 }
 
-std::optional<ScaledCover> CoverProcess::coverAhead(const std::string& archivePath)
+std::optional<ScaledCover> CoverProcess::prefetchCover(const std::string& archivePath)
 {
     const auto archive = openFile(archivePath);
     if (!archive)

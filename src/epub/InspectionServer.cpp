@@ -20,7 +20,7 @@ namespace {
 
 using namespace inspection_messages;
 
-// Writes down what an inspection tells the library.
+// Collects the reports of an inspection.
 class ReplyingHub : public InspectionHub {
 public:
     explicit ReplyingHub(LibraryFolders folders)
@@ -74,7 +74,7 @@ public:
         if (what == EmptyScratch) {
             _inspection.emptyScratch();
         } else if (what == CoverAhead) {
-            if (const auto cover = coverAhead(std::move(file)))
+            if (const auto cover = prefetchCover(std::move(file)))
                 put(answer, *cover);
         } else if (what == GetBookInfo) {
             inspect(question, std::move(file), answer);
@@ -111,7 +111,7 @@ private:
     EpubInspection _inspection;
 };
 
-// Texts are read from their file when the first is asked for, which has to be before the file is out of reach.
+// Translations are loaded on first use, which must be before the confinement.
 void loadTexts()
 {
     startTranslation();

@@ -8,9 +8,8 @@
 
 namespace pagora {
 
-// The archive locations of a library in one text, and the question whether a file's name occurs in it anywhere. Asking
-// takes no longer for a large library than for a small one, save for names that are put together from pieces of known
-// ones. One thread at a time.
+// Finds whether a file name occurs in the joined archive locations of a library. The time does not depend on the size
+// of the library, except for names made of pieces of known ones. One thread at a time.
 class KnownNames {
 public:
     // Locations joined with " ## ".

@@ -7,7 +7,7 @@ namespace pagora {
 void unpackFromBook(
     const std::string& archivePath, const std::vector<std::string>& contentFiles, const std::string& toPath)
 {
-    // To the archive, no names would mean all of them.
+    // No names would mean all members.
     if (contentFiles.empty())
         return;
     if (auto archive = Archive::open(archivePath))

@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// Extraction as the library uses it. Nothing tells of success: what is needed is looked for afterwards. Any thread.
+// Extraction for the library. Success is not reported; callers check for the files that they need. Any thread.
 
 // Extracts the members of those names, each under its own folders, into the folder `toPath`. Members that the archive
 // does not hold are passed over; "*", "?" and "[" in a name are wildcards; existing files are overwritten.

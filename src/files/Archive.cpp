@@ -20,16 +20,16 @@ namespace pagora {
 
 namespace {
 
-// Comparing a name with wildcards may take a step for each of its bytes and each byte of the members' names. Where that
-// would be more steps than these, its wildcards are plain characters.
-constexpr std::size_t mostComparisons = std::size_t { 64 } << 20;
+// Limit of steps for wildcard matching: the bytes of the name times the bytes of all member names. Above it, wildcards
+// are plain characters.
+constexpr std::size_t maxComparisons = std::size_t { 64 } << 20;
 constexpr std::size_t bufferBytes = std::size_t { 256 } * 1024;
 
 struct Member {
     zip_uint64_t index;
     std::string name;
     std::uint64_t size;
-    // Where it goes: without empty, "." and ".." components. Empty for what is not extracted.
+    // Destination without empty, "." and ".." components; empty for members that are not extracted.
     std::string path;
     bool isFolder;
 };
@@ -51,11 +51,11 @@ public:
         for (const auto& member : members)
             bytes += member.name.size();
         std::copy_if(names.begin(), names.end(), std::back_inserter(_patterns), [&](const auto& n) {
-            return hasWildcards(n) && n.size() <= mostComparisons / std::max<std::size_t>(bytes, 1);
+            return hasWildcards(n) && n.size() <= maxComparisons / std::max<std::size_t>(bytes, 1);
         });
     }
 
-    // A name that holds a wildcard character and is a member's very name asks for that member too.
+    // A name with wildcard characters also matches a member of exactly that name.
     bool holds(const std::string& name) const
     {
         return _names.empty() || _names.contains(name)
@@ -72,7 +72,7 @@ private:
 
 namespace {
 
-// Reads one member's bytes, as far as they come: those before a damage count, and a wrong check sum is none.
+// Reads one member. Bytes before damage are kept, and a wrong checksum is ignored.
 class MemberReader {
 public:
     MemberReader(zip_t* zip, zip_uint64_t index)
@@ -98,8 +98,8 @@ public:
     }
 
 private:
-    // The library drops what it has inflated in the call that meets the damage. The same place is reached once more,
-    // and the rest is read byte by byte.
+    // On damage the library discards the output of the current call. Reopen the member, skip to the same position and
+    // continue byte by byte.
     bool reopen(std::span<char> buffer)
     {
         _isDamaged = true;
@@ -219,7 +219,7 @@ bool Archive::Handle::extract(
     }
     std::uint64_t written = 0;
     while (!stop.stop_requested()) {
-        // The bounds go by the directory: no member gets more than that says.
+        // The limits were checked against the directory, so no member gets more bytes than it states.
         const auto got = reader.read(buffer.first(std::min<std::uint64_t>(buffer.size(), member.size - written)));
         if (got == 0 && destination.endFile(file, written))
             return true;

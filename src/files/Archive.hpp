@@ -34,15 +34,15 @@ public:
     // Where each member that is a file would go, as a path below the destination.
     std::vector<std::string> filePaths() const;
 
-    // Extracts the members that match one of `members`, or all when it is empty. Of a damaged member come the bytes
-    // before the damage, and of one that holds more than the directory says as many as that says. Returns early when
-    // `stop` asks for it. Files are taken from `spare`, as far as it goes.
+    // Extracts the members that match one of `members`, or all when it is empty. A damaged member is extracted up to
+    // the damage, and one that is longer than the directory states up to that length. Returns early when `stop` is
+    // requested. Files are taken from `spare` while it has some.
     void extract(const std::vector<std::string>& members, const std::string& destination,
         const std::stop_token& stop = {}, SpareFiles* spare = nullptr);
 
-    // From now on, what is extracted may take no more than that many bytes of the disk in all.
+    // Limits the disk space of everything that is extracted from now on.
     void setRoom(std::uint64_t bytes);
-    // Whether something did not come for that reason.
+    // Whether members were left out because of that limit.
     bool isOutOfRoom() const;
 
     // The bytes of the member of that very name; missing when there is none, or it holds more than `limit`.

@@ -28,23 +28,23 @@ std::string bytesAt(int file, std::uint64_t offset, std::size_t size)
 namespace {
 
 constexpr std::size_t endBytes = 22;
-constexpr std::size_t largestComment = 0xFFFF;
+constexpr std::size_t maxCommentBytes = 0xFFFF;
 constexpr std::size_t locatorBytes = 20;
 constexpr std::size_t largeEndBytes = 56;
 constexpr std::size_t headerBytes = 46;
-// So few names may all fall together.
+// So few names are harmless even if all collide.
 constexpr std::uint64_t harmlessMembers = 5'000;
-// The library's table has this many places or more.
+// The smallest size of the library's hash table.
 constexpr std::size_t places = 4'096;
 
-// Where a directory is said to be.
+// A directory's position and size as stated by an end record.
 struct Claim {
     std::uint64_t members = 0;
     std::uint64_t bytes = 0;
     std::uint64_t offset = 0;
 };
 
-// What the end of a directory claims that is at `at` in the archive's last bytes.
+// Reads the end record at `at` in the archive's last bytes.
 Claim claimAt(int file, std::string_view tail, std::size_t at)
 {
     Claim claim { std::max(littleEndian(tail, at + 8, 2), littleEndian(tail, at + 10, 2)),
@@ -58,7 +58,7 @@ Claim claimAt(int file, std::string_view tail, std::size_t at)
         littleEndian(large, 48, 8) };
 }
 
-// The library's own function of a name, which ends at a NUL.
+// The library's hash function; it stops at a NUL.
 std::uint32_t placeOf(std::string_view name)
 {
     std::uint32_t sum = 5381;
@@ -72,7 +72,7 @@ std::uint32_t placeOf(std::string_view name)
 bool areNamesApart(std::string_view directory, const ArchiveLimits& limits)
 {
     std::array<std::uint64_t, places> counts {};
-    // The library makes names of its own for these.
+    // The library generates names for these.
     std::uint64_t others = 0;
     while (directory.size() >= headerBytes && directory.starts_with("PK\1\2")) {
         const auto nameBytes = littleEndian(directory, 28, 2);
@@ -92,15 +92,15 @@ bool areNamesApart(std::string_view directory, const ArchiveLimits& limits)
 
 bool isDirectoryWithin(int file, std::uint64_t archiveBytes, const ArchiveLimits& limits)
 {
-    const auto tailBytes = std::min<std::uint64_t>(archiveBytes, largestComment + endBytes + locatorBytes);
+    const auto tailBytes = std::min<std::uint64_t>(archiveBytes, maxCommentBytes + endBytes + locatorBytes);
     const auto tail = bytesAt(file, archiveBytes - tailBytes, tailBytes);
-    // The library looks at every end that there may be, and at the directory of each.
+    // The library tries every possible end record and its directory.
     std::uint64_t members = 0;
     std::uint64_t bytes = 0;
     for (auto at = tail.find("PK\5\6"); at != std::string::npos && at + endBytes <= tail.size();
          at = tail.find("PK\5\6", at + 1)) {
         const auto claim = claimAt(file, tail, at);
-        // It passes over one that would not fit into the file.
+        // It skips a directory that does not fit into the file.
         if (claim.bytes > archiveBytes || claim.offset > archiveBytes - claim.bytes)
             continue;
         members += std::min(claim.members, claim.bytes / headerBytes);

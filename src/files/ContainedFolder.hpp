@@ -9,12 +9,12 @@
 
 namespace pagora {
 
-// Makes files and folders below one folder and nowhere else: what is there already is never followed when it is a link,
-// and a link in a file's place is replaced. Any thread; one thread an object.
+// Creates files and folders below one folder and nowhere else. Existing links are never followed; a link in the place
+// of a file is replaced. Any thread; one thread per object.
 class ContainedFolder {
 public:
-    // Makes the folder at `path`, with those above it, when the first thing is put in. What is made is taken from
-    // `spare`, as far as it goes.
+    // Creates the folder at `path`, and those above it, with the first file. Files and folders are taken from `spare`
+    // while it has some.
     explicit ContainedFolder(std::string path, SpareFiles* spare = nullptr)
         : _path(std::move(path))
         , _spare(spare)
@@ -23,12 +23,11 @@ public:
 
     // The folders one below the other, made where they are missing. False when something else has one of the names.
     bool makeFolders(const std::vector<std::string>& names);
-    // A new file in such folders, in place of one of that name; none when it cannot be made. It is to be ended when it
-    // is written.
+    // Creates a file in such folders and replaces one of that name; none on failure. Call `endFile` when it is written.
     FileDescriptor makeFile(const std::vector<std::string>& folders, const std::string& name);
-    // Takes off what a spare file holds beyond the `size` bytes that were written; false when that fails.
+    // Truncates the file to the `size` bytes that were written, since a spare file may be longer. False on failure.
     bool endFile(const FileDescriptor& file, std::uint64_t size) const;
-    // The file that was made last does not stay.
+    // Removes the file that was created last.
     void removeLastFile();
 
 private:

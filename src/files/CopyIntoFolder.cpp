@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-constexpr int mostNames = 10'000;
+constexpr int maxNames = 10'000;
 
 bool haveSameBytes(const std::string& a, const std::string& b)
 {
@@ -53,7 +53,7 @@ bool isSameFile(const std::string& a, const std::string& b)
 std::optional<std::string> copyIntoFolder(const std::string& source, const std::string& folder)
 {
     const auto name = lastPathComponent(source);
-    for (int number = 1; number < mostNames; ++number) {
+    for (int number = 1; number < maxNames; ++number) {
         const auto candidate = number == 1 ? name : numbered(name, number);
         const auto destination = appendingPathComponent(folder, candidate);
         if (fileExists(destination)) {
@@ -61,7 +61,7 @@ std::optional<std::string> copyIntoFolder(const std::string& source, const std::
                 return candidate;
         } else if (copyFile(source, destination))
             return candidate;
-        // The copy failed: a name that is still free will not fare better.
+        // The copy failed for another reason than the name.
         else if (!fileExists(destination))
             return std::nullopt;
     }

@@ -38,8 +38,8 @@ bool isPartName(std::string_view name)
         && name.find_first_not_of("0123456789", mark + partMark.size()) == std::string_view::npos;
 }
 
-// A new hidden file in the folder of the path that it is meant for. It goes again unless it is given that name. It is
-// locked while it is there, so that one that a sudden end has left can be told from one that is being written.
+// A new hidden file beside its destination. It is removed unless it is renamed to the destination. It is locked while
+// it is written, so that a file left by a crash can be told from it.
 class PartFile {
 public:
     explicit PartFile(const std::string& destination)
@@ -79,15 +79,15 @@ public:
         if (::fsync(get()) != 0)
             return false;
         _named = ::renameat2(AT_FDCWD, _path.c_str(), AT_FDCWD, _destination.c_str(), RENAME_NOREPLACE) == 0;
-        // Some file systems do not know that call; a second name for the file does not replace anything either, and
-        // the first one is removed on the way out.
+        // Some file systems lack that call. A hard link does not replace an existing file either; the first name is
+        // removed afterwards.
         if (!_named && (errno == EEXIST || ::link(_path.c_str(), _destination.c_str()) != 0))
             return false;
         return flushFolder();
     }
 
 private:
-    // Whether nobody has taken it for a file that was left, and will not.
+    // Whether no other process has removed it as a leftover, or will.
     bool isMine() const
     {
         struct stat info { };
@@ -178,7 +178,7 @@ void makeEmptyFolder(const std::string& path)
         createFolder(path);
         return;
     }
-    // Making a folder anew, many times a second, gets slower each time on some file systems.
+    // Recreating a folder many times a second becomes slower each time on some file systems.
     const auto folder = path + "/";
     for (const auto& name : *entries)
         removeItem(folder + name);
@@ -267,7 +267,7 @@ bool copyBytes(int source, int destination)
         return true;
     if (any)
         return false;
-    // Not every pair of file systems can copy by itself, and some report an empty file instead.
+    // Not every pair of file systems supports copying in the kernel, and some report an empty file instead.
     const auto buffer = std::make_unique<std::array<char, 1 << 18>>();
     ssize_t got = 0;
     while ((got = ::read(source, buffer->data(), buffer->size())) > 0) {

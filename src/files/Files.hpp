@@ -22,7 +22,7 @@ bool isReadable(const std::string& path);
 std::optional<std::vector<std::string>> folderEntries(const std::string& path);
 // With the folders above it. `error` receives the system's description of a failure.
 bool createFolder(const std::string& path, std::string* error = nullptr);
-// Makes sure that there is an empty folder, with those above it; whatever was there is gone.
+// Creates the folder and those above it, and removes everything in it.
 void makeEmptyFolder(const std::string& path);
 // A file, or a folder with all that is in it. Links are removed, not followed. False when there was nothing.
 bool removeItem(const std::string& path);
@@ -42,8 +42,8 @@ bool flushFolder(const std::string& path);
 // A copy of the file at `source` under the name `destination`, made the same way. An existing destination that is not
 // the same file is never overwritten: the copy fails and leaves it as it was.
 bool copyFile(const std::string& source, const std::string& destination);
-// Removes what copies and writes that never came to their end have left in a folder, and nothing that is still being
-// written, in this process or another.
+// Removes unfinished files of copies and writes that were interrupted. Files that are still being written, by this or
+// another process, stay.
 void removeUnfinishedFiles(const std::string& folder);
 
 }

@@ -17,8 +17,7 @@ struct FileMount {
 // The mount of a file or folder that is there, as GIO tells it. May wait for a server. Any thread.
 FileMount mountOf(const std::string& path);
 
-// Whether a file lies on a volume that may be taken away: a removable or network mount that is not the one of the
-// person's home folder.
+// Whether a file is on a removable or network mount other than that of the home folder.
 bool isMountedVolume(const FileMount& file, const FileMount& home);
 
 }

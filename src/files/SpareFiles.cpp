@@ -12,10 +12,10 @@ namespace pagora {
 
 namespace {
 
-// As many as one book leaves.
-constexpr std::size_t mostFiles = 12;
-constexpr std::size_t mostFolders = 6;
-constexpr off_t largestFile = 4 << 20;
+// The number of files that one book leaves.
+constexpr std::size_t maxFiles = 12;
+constexpr std::size_t maxFolders = 6;
+constexpr off_t maxFileBytes = 4 << 20;
 
 }
 
@@ -40,9 +40,9 @@ void SpareFiles::putAway(const std::string& path)
     if (S_ISDIR(info.st_mode)) {
         for (const auto& name : folderEntries(path).value_or(std::vector<std::string> {}))
             putAway(appendingPathComponent(path, name));
-        if (_folders.size() < mostFolders && folderEntries(path) == std::vector<std::string> {} && keep(path, _folders))
+        if (_folders.size() < maxFolders && folderEntries(path) == std::vector<std::string> {} && keep(path, _folders))
             return;
-    } else if (S_ISREG(info.st_mode) && info.st_nlink == 1 && info.st_size <= largestFile && _files.size() < mostFiles
+    } else if (S_ISREG(info.st_mode) && info.st_nlink == 1 && info.st_size <= maxFileBytes && _files.size() < maxFiles
         && keep(path, _files)) {
         return;
     }
@@ -65,7 +65,7 @@ bool SpareFiles::take(std::vector<std::string>& spare, int folder, const char* n
         const bool taken = ::renameat2(AT_FDCWD, spare.back().c_str(), folder, name, RENAME_NOREPLACE) == 0;
         if (!taken && errno == EEXIST)
             return false;
-        // Where the place was cleared in which they are kept, none is there.
+        // The folder may have been cleared meanwhile.
         if (!taken)
             removeItem(spare.back());
         spare.pop_back();

@@ -13,8 +13,8 @@ namespace {
 
 enum Tag : int { Previous = 0, Next = 1 };
 
-// How long the user's next action waits for a page, and a page for what it asked for before it is shown without.
-constexpr double patienceForPage = 10;
+// In seconds: how long the next action waits for a page, and a page for its resources before it is shown without them.
+constexpr double pageTimeout = 10;
 
 constexpr const char* pageScripts[] = { "jquery-1.7.1.min", "rescaling" };
 
@@ -39,7 +39,7 @@ FixedEpubController::FixedEpubController(
 
 FixedEpubController::~FixedEpubController()
 {
-    // The window may outlive its reader while it leaves full screen.
+    // The window may outlive this while it leaves full screen.
     _window.webView().setDelegate(nullptr);
     _window.locSlider().setAction(nullptr);
     _window.goLeftButton().setAction(nullptr);
@@ -89,7 +89,7 @@ void FixedEpubController::load(const Url& url)
     _window.setPageIsMissing(false);
     _window.setLoading(true);
     _queue.holdActions();
-    _patience = _runLoop.performAfterDelay(patienceForPage, [this] { _queue.releaseActions(); });
+    _pageTimer = _runLoop.performAfterDelay(pageTimeout, [this] { _queue.releaseActions(); });
     _window.webView().loadRequest(url);
 }
 
@@ -208,10 +208,10 @@ Task<void> FixedEpubController::preparePage(DataSource source)
     co_await rescale();
     if (!_fixedWindowFitted) {
         co_await fitWindow();
-        // The page is seen in the window's new size.
+        // The page is shown at the window's new size.
         co_await _window.window().laidOut();
     }
-    co_await webView.drawn();
+    co_await webView.waitUntilDrawn();
     if (source.load != webView.currentLoad())
         co_return;
     showPage(false);
@@ -261,7 +261,7 @@ Task<void> FixedEpubController::fitWindow()
     const auto scaled = [s](std::int64_t length) {
         return truncated32(static_cast<float>(low32(static_cast<std::uint64_t>(length))) * s);
     };
-    // What the page leaves over is in its own pixels, the window in points.
+    // The difference is in CSS pixels, the window's frame in points.
     const auto points
         = [&webView](std::int64_t pixels) { return std::trunc(static_cast<double>(pixels) * webView.pixelSize()); };
     Rect frame = _window.window().frame();
@@ -282,8 +282,8 @@ Task<void> FixedEpubController::showMissingPage(DataSource source)
 {
     if (source.load != _window.webView().currentLoad())
         co_return;
-    _patience.reset();
-    // A page that is still seen stays, for the book goes no further.
+    _pageTimer.reset();
+    // A page that is shown stays, since the book does not continue.
     if (_window.webView().isHidden() || _preparedLoad == 0) {
         const auto index = _splitIndexDict.find(source.url.lastPathComponent());
         if (index != _splitIndexDict.end())
@@ -314,12 +314,12 @@ void FixedEpubController::didChangeLocationWithinPage(const Url& url)
 
 void FixedEpubController::didCommitLoad(const DataSource& source)
 {
-    // Also a page that a link in the page leads to, and the first one, are seen only when they are scaled.
+    // The first page and targets of links are also shown only after scaling.
     if (source.load == _preparedLoad)
         return;
     if (!_window.webView().isHidden())
         _window.webView().setHidden(true);
-    _patience = _runLoop.performAfterDelay(patienceForPage, [this, source] { prepare(source); });
+    _pageTimer = _runLoop.performAfterDelay(pageTimeout, [this, source] { prepare(source); });
 }
 
 bool FixedEpubController::dividerHasMoved()

@@ -73,11 +73,11 @@ private:
     Task<void> preparePage(DataSource source);
     Task<void> fitWindow();
     Task<void> rescale();
-    // Whether the divider alone has moved since this was last asked.
+    // Whether only the divider has moved since the last call.
     bool dividerHasMoved();
     Task<void> showMissingPage(DataSource source);
     void showPage(bool isMissing);
-    // Gets the page ready that the reader is likely to turn to.
+    // Prepares the page that the user is likely to turn to.
     void prepareNextPage();
 
     ReaderWindow& _window;
@@ -98,7 +98,7 @@ private:
     // The load that has been scaled.
     std::uint64_t _preparedLoad = 0;
     bool _rescalePending = false;
-    // How the window was divided when that was last looked at, in points.
+    // The pane sizes at the last check, in points.
     struct Panes {
         double width = 0;
         double height = 0;
@@ -107,10 +107,10 @@ private:
     };
     Panes _panes;
     LeavingLinks _leavingLinks;
-    std::unique_ptr<RunLoop::Timer> _patience;
+    std::unique_ptr<RunLoop::Timer> _pageTimer;
 
     SplitRules _splitRules;
-    // Last, so that what is pending ends before what it works on.
+    // Last, so that pending work ends before the members that it uses.
     SerialQueue _queue;
 };
 

@@ -17,7 +17,7 @@ FixedLayoutWindowController::~FixedLayoutWindowController() = default;
 
 void FixedLayoutWindowController::connect()
 {
-    // A window that is leaving full screen to close has no reader any more.
+    // A window that leaves full screen to close has no reader any more.
     const auto withReader = [this](auto action) {
         return [this, action](auto... arguments) {
             if (_controller)

@@ -19,7 +19,7 @@ public:
     Window& window() { return _window->window(); }
     WebView& webView() { return _window->webView(); }
     void setBook(const std::string& title, const std::string& author) { _window->setBook(title, author); }
-    // Shows that the page is on its way, until it is there or cannot be had.
+    // Shows a loading indicator until the page is shown or fails.
     void setLoading() { _window->setLoading(true); }
     // Null once the reading has ended.
     FixedEpubController* _fixedController() { return _controller.get(); }

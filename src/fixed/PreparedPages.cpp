@@ -113,7 +113,7 @@ void PreparedPages::report(const Side& side, std::uint64_t load, const Report& r
 
 bool PreparedPages::isAhead(const Url& url) const
 {
-    // A page that went on by itself is another one.
+    // A page that navigated by itself is a different page.
     return _ahead && _ahead->url == url && _ahead->load == spare().currentLoad();
 }
 
@@ -168,13 +168,13 @@ void PreparedPages::sideIsLoaded(const Side& side, std::uint64_t load)
 
 Task<void> PreparedPages::runAhead()
 {
-    // Dropped as soon as another page is to be got ready, or this one is shown.
+    // Copied, because preparing or showing another page drops it.
     const auto scripts = _ahead->scripts;
     for (const auto& script : scripts) {
         std::string answer = co_await spare().evaluateScript(script);
         _ahead->answers[script] = std::move(answer);
     }
-    co_await spare().drawn();
+    co_await spare().waitUntilDrawn();
     _ahead->isDrawn = true;
 }
 
@@ -187,11 +187,11 @@ Reply<std::string> PreparedPages::evaluateScript(const std::string& script)
     return shown().evaluateScript(script);
 }
 
-Reply<std::string> PreparedPages::drawn()
+Reply<std::string> PreparedPages::waitUntilDrawn()
 {
     if (_answeredLoad == currentLoad() && std::exchange(_isDrawn, false))
         return Reply<std::string>::of();
-    return shown().drawn();
+    return shown().waitUntilDrawn();
 }
 
 }

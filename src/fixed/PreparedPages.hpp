@@ -13,9 +13,9 @@
 
 namespace pagora {
 
-// A page view made of two: one is shown, the other gets the page ready that is likely to be asked for next. When that
-// page is asked for, the two change places; what was reported of it until then is reported then, and the scripts that
-// have been run in it answer at once. Main thread.
+// A page view made of two: one is shown, the other prepares the page that is likely to be next. When that page is
+// requested, they are exchanged; its reports so far are delivered then, and scripts that were evaluated in it answer at
+// once. Main thread.
 class PreparedPages : public WebView {
 public:
     PreparedPages(std::unique_ptr<WebView> shown, std::unique_ptr<WebView> spare);
@@ -26,7 +26,7 @@ public:
     std::uint64_t loadRequest(const Url& url) override;
     std::uint64_t currentLoad() const override;
     Reply<std::string> evaluateScript(const std::string& script) override;
-    Reply<std::string> drawn() override;
+    Reply<std::string> waitUntilDrawn() override;
     void prepareRequest(const Url& url, const std::vector<std::string>& scripts) override;
     void setTextSizeMultiplier(double multiplier) override;
     // Whether a page is ready to be shown at once.
@@ -38,13 +38,13 @@ public:
     void makeFirstResponder() override { shown().makeFirstResponder(); }
 
 protected:
-    // The views have changed places, and the one that was shown is still seen. `shown` is 0 or 1, in the order given.
+    // The views were exchanged; the old one is still visible. `shown` is 0 or 1, in the order given.
     virtual void didExchange(std::size_t shown) { }
 
 private:
     using Report = std::function<void(WebViewDelegate& delegate)>;
     class Side;
-    // The page that is got ready: what it reported so far and the scripts that have been run, with their results.
+    // The page that is prepared: its reports so far and the results of its scripts.
     struct Ahead {
         Url url;
         std::uint64_t load = 0;
@@ -67,10 +67,10 @@ private:
     WebViewDelegate* _delegate = nullptr;
     std::array<std::unique_ptr<Side>, 2> _sides;
     std::size_t _shown = 0;
-    // From the shown view's number of a load to the one that is told: each exchange counts as a load.
+    // The difference between the shown view's load numbers and the reported ones; each exchange counts as a load.
     std::uint64_t _loadOffset = 0;
     std::optional<Ahead> _ahead;
-    // What was done ahead to the page of this load, which is or was shown.
+    // The prepared results for the page of this load.
     std::uint64_t _answeredLoad = 0;
     std::map<std::string, std::string> _answers;
     bool _isDrawn = false;

@@ -12,8 +12,8 @@
 
 namespace pagora {
 
-// What the grid (MyCollectionView) and the list (MyTableView) do alike with the selected books: context menus, the
-// questions before books leave, and the read button. Its controller owns it. Main thread.
+// The common part of the grid (MyCollectionView) and the list (MyTableView): context menus, confirmation before
+// removal, and the read button. Its controller owns it. Main thread.
 class LibraryBookView : public LibraryViewSurface::Handler {
 public:
     LibraryBookView(

@@ -6,15 +6,15 @@ namespace pagora {
 
 namespace {
 
-// How many times longer the horizontal part is: up to 34 degrees from the horizontal.
+// The horizontal part must be this many times longer than the vertical: up to 34 degrees from the horizontal.
 constexpr double lead = 1.5;
-// What a finger at rest, or one that brushes the touchpad, stays below.
+// Movements of resting or brushing fingers stay below this.
 constexpr double restingWay = 8;
-// A flick is at least so long, in points, and so fast, in points a second. A slow one is a finger that scrolls.
-constexpr double leastWay = 16;
-constexpr double leastSpeed = 150;
-// A drag that may end at rest is longer.
-constexpr double leastDrag = 40;
+// Minimum length and speed of a flick, in points and points per second. A slower movement is scrolling.
+constexpr double minLength = 16;
+constexpr double minSpeed = 150;
+// Minimum length of a drag that ends at rest.
+constexpr double minDragLength = 40;
 
 }
 
@@ -33,7 +33,7 @@ void FlickGesture::moveTo(double x, double y)
 
 bool FlickGesture::isHorizontal() const
 {
-    return _wayX >= leastWay && _wayX >= lead * _wayY;
+    return _wayX >= minLength && _wayX >= lead * _wayY;
 }
 
 bool FlickGesture::hasMoved() const
@@ -43,13 +43,13 @@ bool FlickGesture::hasMoved() const
 
 double FlickGesture::turnAtSpeed(double velocityX, double velocityY) const
 {
-    const bool isFast = std::abs(velocityX) >= leastSpeed && std::abs(velocityX) >= lead * std::abs(velocityY);
+    const bool isFast = std::abs(velocityX) >= minSpeed && std::abs(velocityX) >= lead * std::abs(velocityY);
     return isFast && isHorizontal() ? velocityX : 0;
 }
 
 double FlickGesture::turnAtRest() const
 {
-    return std::abs(_x) >= leastDrag && isHorizontal() ? _x : 0;
+    return std::abs(_x) >= minDragLength && isHorizontal() ? _x : 0;
 }
 
 }

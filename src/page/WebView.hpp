@@ -23,17 +23,17 @@ struct DataSource {
     bool isLoading = false;
 };
 
-// How a page begins.
+// How a page is shown before the reader has prepared it.
 struct PageStart {
-    // In CSS: what the page is styled with from its first line on, besides all that scripts do to it once it is there.
+    // CSS that applies from the page's first line on, in addition to what scripts set later.
     std::string styleSheet;
-    // Whether the page is seen as soon as its beginning is drawn, because that is what is to be seen of it.
+    // Whether the page is shown as soon as its beginning is drawn, because the reader opens it there.
     bool isShownAtOnce = false;
-    // How many columns the scripts are about to ask for; where it is fewer than two, by their width alone.
+    // The number of columns that the scripts will set; below two, they set only the width.
     std::int32_t columnCount = 1;
 };
 
-// Hears what becomes of a load. Main thread.
+// Receives the reports of a load. Main thread.
 class WebViewDelegate {
 public:
     virtual ~WebViewDelegate() = default;
@@ -43,17 +43,17 @@ public:
     // Everything that the page asked for has arrived or failed.
     virtual void didFinishLoadForFrame(const DataSource& source) = 0;
     virtual void resourceDidFailLoading(const DataSource& source) = 0;
-    // A request that is about to be sent; it goes on unchanged.
+    // A request that is about to be sent. It is not changed.
     virtual void resourceWillSendRequest(const Url& url, RequestedBy requestedBy) = 0;
     virtual void decidePolicyForMIMEType(const std::string& type) = 0;
-    // The load's page takes the place of the one that was shown. Nothing of it has been drawn yet.
+    // The load's page replaces the one that was shown. Nothing of it has been drawn yet.
     virtual void didCommitLoad(const DataSource& source) { }
     // The location's fragment changed within the page that is shown.
     virtual void didChangeLocationWithinPage(const Url& url) = 0;
     // The frame of the page view took another size.
     virtual void didResize() = 0;
-    // The engine stopped, by itself or because the page did not answer. Scripts that are under way read as empty; the
-    // page follows as a load of its own, or fails.
+    // The engine stopped, by a crash or because the page did not respond. Pending scripts return an empty text. The
+    // page is loaded again as a new load, or fails.
     virtual void webProcessDidTerminate() { }
 };
 
@@ -81,15 +81,15 @@ public:
     // not answer in good time, gives an empty text.
     virtual Reply<std::string> evaluateScript(const std::string& script) = 0;
 
-    // Lets a page that comes with its layout be seen, which it is not before, and answers when it has been drawn, or
-    // after a moment where nothing is.
-    virtual Reply<std::string> drawn() { return Reply<std::string>::of(); }
+    // Makes a fixed-layout page visible and answers when it has been drawn, or after a moment if it is not drawn.
+    virtual Reply<std::string> waitUntilDrawn() { return Reply<std::string>::of(); }
 
-    // A hint that this page is likely to be loaded next: it may be got ready out of sight, with the scripts run in it.
+    // A hint that this page is likely to be loaded next. It may be prepared off screen, with the scripts evaluated in
+    // it.
     virtual void prepareRequest(const Url& url, const std::vector<std::string>& scripts) { }
 
-    // The page that is loaded is laid out and may be seen. Until then, unless it is shown at once, and until the
-    // load fails, the page before it stays in view.
+    // The page is laid out and may be shown. Until then the previous page stays visible, unless the page is shown at
+    // once or fails.
     virtual void pageIsPrepared() { }
 
     virtual void setTextSizeMultiplier(double multiplier) = 0;
@@ -108,7 +108,7 @@ Task<std::int64_t> evaluateInteger(WebView& webView, std::string script);
 // Runs the script for its effects.
 Task<void> evaluate(WebView& webView, std::string script);
 
-// `text` as it stands between single quotes in a script, so that nothing in it ends the string.
+// Escapes `text` for a string literal in single quotes.
 std::string scriptText(const std::string& text);
 
 }

@@ -17,8 +17,8 @@ namespace {
 
 using PixbufPtr = std::shared_ptr<GdkPixbuf>;
 
-// One pass of the scaler looks at no more pixels than this on a side for each new one: its tables grow with the square.
-constexpr int largestStep = 8;
+// Largest reduction of one scaling pass. The scaler's tables grow with its square.
+constexpr int maxStep = 8;
 
 PixbufPtr owned(GdkPixbuf* pixbuf)
 {
@@ -30,16 +30,16 @@ constexpr int dividedUp(int length, int divisor)
     return (length + divisor - 1) / divisor;
 }
 
-// The same picture, smaller, until one pass leads to the wanted size.
+// Reduces the picture until one pass leads to the wanted size.
 PixbufPtr reducedFor(PixbufPtr pixbuf, int width, int height)
 {
     for (;;) {
         const int w = gdk_pixbuf_get_width(pixbuf.get());
         const int h = gdk_pixbuf_get_height(pixbuf.get());
-        if (w <= width * largestStep && h <= height * largestStep)
+        if (w <= width * maxStep && h <= height * maxStep)
             return pixbuf;
-        pixbuf = owned(gdk_pixbuf_scale_simple(pixbuf.get(), std::max(std::min(w, width), dividedUp(w, largestStep)),
-            std::max(std::min(h, height), dividedUp(h, largestStep)), GDK_INTERP_BILINEAR));
+        pixbuf = owned(gdk_pixbuf_scale_simple(pixbuf.get(), std::max(std::min(w, width), dividedUp(w, maxStep)),
+            std::max(std::min(h, height), dividedUp(h, maxStep)), GDK_INTERP_BILINEAR));
         if (!pixbuf)
             return nullptr;
     }
@@ -56,11 +56,11 @@ std::optional<Image> Image::fromFile(const std::string& path, Size enough)
 std::optional<Image> Image::fromBytes(const std::string& bytes, Size enough, const PictureLimits& limits)
 {
     const auto format = imageFormatOf(bytes);
-    return format.name && format.name == std::string_view("svg") ? of(decodePictureApart(bytes, enough))
-                                                                 : fromBytesHere(bytes, enough, limits);
+    return format.name && format.name == std::string_view("svg") ? of(decodePictureInHelper(bytes, enough))
+                                                                 : fromBytesInProcess(bytes, enough, limits);
 }
 
-std::optional<Image> Image::fromBytesHere(const std::string& bytes, Size enough, const PictureLimits& limits)
+std::optional<Image> Image::fromBytesInProcess(const std::string& bytes, Size enough, const PictureLimits& limits)
 {
     return of(decodePicture(bytes, enough, limits));
 }

@@ -14,23 +14,20 @@ namespace pagora {
 // A decoded picture. It never changes; copies share the pixels. Any thread.
 class Image {
 public:
-    // The picture that a JPEG, PNG, GIF, WebP, SVG, BMP, TIFF or AVIF file or byte string holds; missing when it does
-    // not decode, or is past one of `limits` also at a reduced size. `size()` is the picture's own
-    // size, also when it was decoded at a reduced size that still covers `enough`. Nothing that a picture refers to is
-    // read.
+    // Decodes a JPEG, PNG, GIF, WebP, SVG, BMP, TIFF or AVIF picture. Missing when it does not decode or exceeds one of
+    // `limits` even at a reduced size. `size()` is the picture's own size, also when it was decoded at a reduced size
+    // that still covers `enough`. External references are not loaded.
     static std::optional<Image> fromFile(const std::string& path, Size enough = {});
     static std::optional<Image> fromBytes(const std::string& bytes, Size enough = {}, const PictureLimits& limits = {});
-    // The same in this process whatever the picture is. `fromBytes` leaves SVG, which can ask for any time and memory,
-    // to another one.
-    static std::optional<Image> fromBytesHere(
+    // The same, always in this process. `fromBytes` decodes SVG, whose cost is unbounded, in a helper process.
+    static std::optional<Image> fromBytesInProcess(
         const std::string& bytes, Size enough = {}, const PictureLimits& limits = {});
 
     // In pixels, before any reduction at decoding.
     Size size() const { return _size; }
 
-    // The picture scaled by the smaller of the two ratios of `target` to its size, in single precision, each side then
-    // truncated to whole pixels and drawn from the origin; `target` itself when the sizes are equal. Missing when a
-    // side comes out as 0.
+    // The picture scaled by the smaller ratio of `target` to its size, in single precision; each side is truncated to
+    // whole pixels. `target` itself when the sizes are equal. Missing when a side becomes 0.
     std::optional<Image> imageByScalingProportionallyToSize(Size target) const;
 
     // Baseline JPEG, transparent parts on white. `quality` runs from 0 to 1.

@@ -5,21 +5,21 @@
 
 namespace pagora {
 
-// The picture formats that are decoded. What a picture is, its first bytes say, not its name.
+// A picture format, detected from the first bytes.
 struct ImageFormat {
     // The decoder's name; null for bytes of no known format.
     const char* name = nullptr;
-    // Whether the decoder can make less than the full size in the first place.
+    // Whether the decoder can decode at a reduced size.
     bool decodesReduced = false;
 };
 
 ImageFormat imageFormatOf(std::string_view bytes);
 
-// Whether the bytes do not break off. Only asked of the formats whose decoder would make up what is missing, or make
-// room for all that it is told of.
+// Whether the file is complete. Only checked for formats whose decoders would fill in missing data or allocate for all
+// that is declared.
 bool isComplete(const ImageFormat& format, std::string_view bytes);
 
-// Whether a JPEG file keeps all its pixels until it is complete, whatever size is asked for.
+// Whether a JPEG file is progressive. Its decoder keeps all pixels in memory, whatever size is asked for.
 bool isProgressiveJpeg(std::string_view bytes);
 
 }

@@ -1,7 +1,7 @@
 #include "pictures/PictureDecoder.hpp"
 
+#include "pictures/DeclaredPixels.hpp"
 #include "pictures/ImageFormat.hpp"
-#include "pictures/PictureClaims.hpp"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
@@ -16,7 +16,7 @@ constexpr int dividedUp(int length, int divisor)
     return (length + divisor - 1) / divisor;
 }
 
-// What the decoder reports of a picture, and the size that is asked of it.
+// What the decoder reports, and the size that it is asked for.
 struct Decoding {
     ImageFormat format;
     bool progressive = false;
@@ -35,7 +35,7 @@ struct Decoding {
             gdk_pixbuf_loader_set_size(loader, dividedUp(width, divisor), dividedUp(height, divisor));
     }
 
-    // By how much the sides are divided when decoding; 0 when the picture is too large.
+    // The divisor of both sides; 0 when the picture is too large.
     int chosenDivisor(int width, int height) const
     {
         const auto pixels = static_cast<std::int64_t>(width) * height;
@@ -53,7 +53,7 @@ struct Decoding {
         const auto fits = [&](int d) {
             return static_cast<std::int64_t>(dividedUp(width, d)) * dividedUp(height, d) <= limits.pixels;
         };
-        // A JPEG picture is made of blocks of 8 by 8 pixels, and can be decoded as fewer.
+        // JPEG blocks of 8 by 8 pixels can be decoded to fewer pixels.
         const int largest = isSvg ? 1 << 16 : 8;
         while (divisor < largest && (covers(divisor * 2) || !fits(divisor)))
             divisor *= 2;
@@ -91,7 +91,7 @@ std::optional<DecodedPicture> decodePicture(const std::string& bytes, Size enoug
 {
     Decoding decoding { imageFormatOf(bytes), false, enough, limits, {} };
     if (!decoding.format.name || !isComplete(decoding.format, bytes)
-        || claimedPixels(decoding.format, bytes) > static_cast<double>(limits.pixels))
+        || declaredPixels(decoding.format, bytes) > static_cast<double>(limits.pixels))
         return std::nullopt;
     decoding.progressive = decoding.format.name == std::string_view("jpeg") && isProgressiveJpeg(bytes);
     auto pixbuf = decoded(bytes, decoding);

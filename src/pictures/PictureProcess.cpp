@@ -24,7 +24,7 @@ namespace {
 constexpr PictureProcessLimits limits;
 constexpr const char* programName = "pagora-picture";
 
-// What stands before the pixels, which follow row by row without gaps.
+// Precedes the pixels, which follow row by row without padding.
 struct Header {
     double ownWidth, ownHeight;
     std::int32_t width, height;
@@ -97,19 +97,19 @@ void limit(int resource, rlim_t most)
 
 void limitAll()
 {
-    // It ends with the program that waits for it.
+    // The helper ends with the program that waits for it.
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_CPU, limits.seconds);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-    // Sanitizers get themselves far more than they use.
+    // Sanitizers reserve far more memory than they use.
     limit(RLIMIT_DATA, rlim_t { limits.megabytes } << 20);
 #endif
 }
 
 }
 
-std::optional<DecodedPicture> decodePictureApart(const std::string& bytes, Size enough)
+std::optional<DecodedPicture> decodePictureInHelper(const std::string& bytes, Size enough)
 {
     const auto input = memoryFile("picture");
     const auto output = memoryFile("pixels");
@@ -120,7 +120,7 @@ std::optional<DecodedPicture> decodePictureApart(const std::string& bytes, Size 
     return result ? pictureFrom(*result) : std::nullopt;
 }
 
-int decodePictureHere(int count, char** arguments)
+int runPictureHelper(int count, char** arguments)
 {
     limitAll();
     if (count != 3)

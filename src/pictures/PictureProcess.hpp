@@ -7,19 +7,18 @@
 
 namespace pagora {
 
-// What a picture that is a program of its own kind, with shapes, references and filters, may take of the machine.
+// Limits for decoding a picture format with shapes, references and filters (SVG).
 struct PictureProcessLimits {
     unsigned seconds = 2;
     unsigned megabytes = 512;
 };
 
-// Decodes a picture with the program pagora-picture, which lies beside this one or where that installs it. Missing as
-// with `decodePicture`, and when the picture takes more processor time or memory than the limits. Waits for it: any
-// thread but one that draws.
-std::optional<DecodedPicture> decodePictureApart(const std::string& bytes, Size enough);
+// Decodes a picture with the helper program pagora-picture. Missing as with `decodePicture`, and when the picture
+// exceeds the limits of processor time or memory. Blocks; not for threads that draw.
+std::optional<DecodedPicture> decodePictureInHelper(const std::string& bytes, Size enough);
 
-// The other side, which is all that pagora-picture does: the picture comes on the standard input, and its pixels go to
-// the standard output. The arguments are the two sides of `enough`. Returns the program's status.
-int decodePictureHere(int count, char** arguments);
+// The main function of pagora-picture: reads the picture from standard input and writes its pixels to standard output.
+// The arguments are the sides of `enough`. Returns the exit status.
+int runPictureHelper(int count, char** arguments);
 
 }

@@ -14,8 +14,8 @@
 
 namespace pagora {
 
-// What the user does in a reader window. Each is called from the main loop, never from inside a control's own handling,
-// so that it may close the window.
+// Actions of the user in a reader window. Each is called from the main loop, after the control's event handling, so
+// that it may close the window.
 struct ReaderWindowActions {
     std::function<void()> closeEPUB;
     std::function<void()> toggleLeftView;
@@ -47,13 +47,13 @@ public:
     virtual Button& goRightButton() = 0;
     virtual ColorView& bgView() = 0;
     virtual WebView& webView() = 0;
-    // Says in the place of the page that there is none. A window may leave that out.
+    // Shows a message instead of the page. Optional.
     virtual void setPageIsMissing(bool isMissing) { }
-    // What the window says of the book, besides its title; the author may be empty. A window may leave that out.
+    // The book's title and author, for display; the author may be empty. Optional.
     virtual void setBook(const std::string& title, const std::string& author) { }
-    // Says in the place of the page that the book has nothing to show, with a way back.
+    // Shows that the book has no pages, with a way back to the library.
     virtual void setNothingToShow(bool isNothing) { }
-    // Shows that the page is on its way, once that takes longer than a moment. A window may leave that out.
+    // Shows a loading indicator if loading takes longer than a moment. Optional.
     virtual void setLoading(bool isLoading) { }
     virtual TextField& locLabel() = 0;
     virtual Slider& locSlider() = 0;
@@ -86,7 +86,7 @@ public:
     virtual std::unique_ptr<EpubWindow> makeEpubWindow() = 0;
     // The layout "FixedLayout".
     virtual std::unique_ptr<ReaderWindow> makeFixedWindow() = 0;
-    // Gets ready what the next window needs, so that it opens at once. Called when there is time for it.
+    // Prepares the next window, so that it opens at once. Called when there is time for it.
     virtual void prepareNextWindow() { }
 };
 

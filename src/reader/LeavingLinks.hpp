@@ -7,12 +7,12 @@
 
 namespace pagora {
 
-// Which requests are handed to the desktop: those that leave the book for a server or another program. What the page
-// asks for by itself is handed over once a book and only so many times, so that it cannot flood the desktop. Both
-// readers use it. Main thread.
+// Selects the requests that are passed to the desktop: those for a server or another program. A request of the page
+// itself is passed once per book and only up to a number, so that a page cannot flood the desktop. Both readers use it.
+// Main thread.
 class LeavingLinks {
 public:
-    // Whether this request is to be handed over; it then counts as handed over.
+    // Whether to pass this request on; it then counts as passed.
     bool take(const Url& url, RequestedBy requestedBy);
     // Starts anew for another book.
     void clear() { _taken.clear(); }

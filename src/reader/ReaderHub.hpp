@@ -18,7 +18,7 @@ public:
     virtual void setFullScreenMode(bool fullScreen) = 0;
     virtual bool inCloseEpubMethod() const = 0;
     virtual void setInCloseEpubMethod(bool closing) = 0;
-    // Hears that a window has left full screen.
+    // A window has left full screen.
     virtual void windowDidExitFullScreen() = 0;
     // Opens the URL in the desktop's program for it.
     virtual void openURL(const Url& url, RequestedBy requestedBy) = 0;

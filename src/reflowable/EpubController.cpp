@@ -36,7 +36,7 @@ EpubController::EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& 
 
 EpubController::~EpubController()
 {
-    // The window may outlive its reader while it leaves full screen.
+    // The window may outlive this while it leaves full screen.
     _window.webView().setDelegate(nullptr);
     _window.locSlider().setAction(nullptr);
     _window.goLeftButton().setAction(nullptr);
@@ -100,7 +100,7 @@ void EpubController::load(const Url& url, std::optional<std::uint64_t> split)
 {
     _spine.requestedSplit = split;
     _window.webView().setPageStart(pageStart(url));
-    // What leaves the book may never come.
+    // External URLs may never load.
     if (url.isFile() || url.scheme().empty())
         holdActions();
     _window.webView().loadRequest(url);
@@ -120,7 +120,7 @@ void EpubController::holdActions()
 {
     _window.setLoading(true);
     _queue.holdActions();
-    // The timer goes with the next load or the reader, not while it calls.
+    // The timer is destroyed with the next load or the reader, never during its call.
     _loadTimeout = _runLoop.performAfterDelay(loadTimeout, [this] { _queue.releaseActions(); });
 }
 
@@ -179,7 +179,7 @@ void EpubController::webProcessDidTerminate()
         _lastAnchor = std::nullopt;
         _window.webView().setTextSizeMultiplier(_settings.currentFontSize);
     }
-    // No work goes on with answers that a lost page did not give.
+    // Work that waits for an answer of the lost page ends here.
     _locationChanges.forget();
     _isTrackingAnchors = false;
     _queue.dropCurrent();
@@ -210,7 +210,7 @@ Task<void> EpubController::preparePage(DataSource source)
     const Url url = _locationChanges.urlOf(source);
     activateSplit(_spine.indexOf(url));
     _spine.missingSplits.erase(_spine.activeSplitIndex);
-    // What fails from here on is a link of the page.
+    // From here on, a failed load is a link of the page.
     _spine.requestedSplit = std::nullopt;
 
     co_await run(scripts::columns(_settings.numberOfColumns, _settings.pageWidth));
@@ -221,7 +221,7 @@ Task<void> EpubController::preparePage(DataSource source)
         _contentsPane.updateTOClinkWithKey(
             contentsKey(url), _window.mainSplitView().frame().height / _window.webView().pixelSize());
 
-    // The page may have gone elsewhere by itself.
+    // The page may have navigated by itself.
     if (source.load != webView.currentLoad())
         co_return;
     co_await placeReader(url);
@@ -285,7 +285,7 @@ Task<void> EpubController::trackAnchors()
         const std::string fragment = _locationChanges.takeFragment();
         co_await trackAnchor(fragment);
     }
-    // What the page has changed meanwhile comes after what the person has asked for.
+    // Changes that the page made meanwhile are tracked after the user's actions.
     _isTrackingAnchors = !_locationChanges.empty();
     if (_isTrackingAnchors)
         _queue.enqueueAction([this] { return trackAnchors(); });

@@ -54,7 +54,7 @@ public:
     void fontChange();
     void changeFontSize(float multiplier);
     void changeWidth();
-    // Takes up, before the reader is closed, the options that were chosen while a page was on its way.
+    // Adopts, before closing, the options that were chosen while a page was loading.
     void adoptPendingOptions() { _settings.adoptPending(); }
     // Lays the page out for a new size of the view.
     void updateColumns();
@@ -142,7 +142,7 @@ private:
     Task<void> keepPlace();
     Task<void> notePlace();
 
-    // `adopt` takes up a display option; `show` takes it up and shows it on the page.
+    // `adopt` only stores a display option; `show` stores it and applies it to the page.
     void enqueueOption(std::function<void()> adopt, SerialQueue::Work show);
     void showPercentage(double fractionOfBook);
 
@@ -168,7 +168,7 @@ private:
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 
     SplitRules _splitRules;
-    // Last, so that what is pending ends before what it works on.
+    // Last, so that pending work ends before the members that it uses.
     SerialQueue _queue;
 };
 

@@ -42,7 +42,7 @@ void EpubController::changeColor()
         _settings.currentColorOption = theme;
         if (theme == 1) {
             _state.restorePositionPending = true;
-            // Turns that waited together with this have not been noted.
+            // Page turns that were queued before this have not been noted yet.
             co_await notePlace();
             _place.keepLast();
             _lastAnchor = std::nullopt;
@@ -114,7 +114,7 @@ void EpubController::didResize()
 
 void EpubController::updateColumns()
 {
-    // One layout serves all the sizes that came before it.
+    // One layout covers all earlier size changes.
     if (_window.webView().isHidden() || _spine.bookSplits.empty() || _relayoutPending)
         return;
     _relayoutPending = true;

@@ -187,7 +187,7 @@ Task<void> EpubController::keepPlace()
 
 Task<void> EpubController::notePlace()
 {
-    // While a chapter is awaited, the page is not the one that the position belongs to.
+    // While a chapter loads, the shown page is not the one of the position.
     if (!_pageIsShown || _queue.actionsAreHeld())
         co_return;
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);

@@ -18,14 +18,14 @@ public:
     Window& window() { return _window->window(); }
     WebView& webView() { return _window->webView(); }
     void setBook(const std::string& title, const std::string& author) { _window->setBook(title, author); }
-    // Shows that the page is on its way, until it is there or cannot be had.
+    // Shows a loading indicator until the page is shown or fails.
     void setLoading() { _window->setLoading(true); }
     // Null once the reading has ended.
     EpubController* _epubController() { return _controller.get(); }
     void set_epubController(std::unique_ptr<EpubController> controller) { _controller = std::move(controller); }
 
     void closeEPUB();
-    // Puts the panel with the display options away.
+    // Hides the panel with the display options.
     void hideDisplayOptions();
     void toggleFullScreen() { window().toggleFullScreen(); }
     void windowDidEnterFullScreen();

@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-// Ends this process, with success, unless it has come to its end by itself in that time. For a process that has nothing
-// left to lose: whatever its threads wait for is left as it is.
+// Exits the process with success after that time unless it has exited before. Threads that still wait are abandoned;
+// call it when nothing is left to save.
 void endProcessWithin(std::chrono::milliseconds time);
 
 }

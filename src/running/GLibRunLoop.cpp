@@ -92,7 +92,7 @@ Reply<void> GLibRunLoop::performInBackground(std::function<void()> work)
     const auto job = std::prev(_jobs.end());
     job->worker->perform([this, job, work = std::move(work)]() mutable {
         work();
-        // What the work holds goes before it counts as done.
+        // Destroy the captured objects before the work counts as done.
         work = nullptr;
         push({ Item::Kind::Finished, [this, job] { finish(job); } });
     });
@@ -163,7 +163,7 @@ void GLibRunLoop::runQueue()
         eventfd_read(_wakeUps, &wakeUps);
         count = _queue.size();
     }
-    // What the items push wakes the loop again, so that its other sources are not starved.
+    // Items that are pushed meanwhile wake the loop again, so that its other sources are not starved.
     for (; count; --count) {
         const auto item = take();
         if (!item)

@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// A result that comes later, once, on the main thread. A coroutine waits for it with `co_await`; dropping a reply that
-// is waited for forgets the coroutine, so that closing a window ends what it had pending. Main thread only.
+// A result that arrives later, once, on the main thread. A coroutine waits for it with `co_await`. Destroying a reply
+// forgets the coroutine that waits for it, so that closing a window ends its pending work. Main thread only.
 template <typename T>
 class Reply {
     struct Nothing { };
@@ -55,7 +55,7 @@ public:
             _state->waiter = nullptr;
     }
 
-    // A reply that is there already.
+    // A reply that is already answered.
     static Reply of(Stored value = {})
     {
         Reply reply;

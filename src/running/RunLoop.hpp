@@ -7,12 +7,12 @@
 
 namespace pagora {
 
-// The main thread's run loop, and the one way to leave the main thread.
+// The main thread's run loop, and the only way to and from other threads.
 class RunLoop {
 public:
     virtual ~RunLoop() = default;
 
-    // A delayed call: dropping it calls it off.
+    // A delayed call. Destroying it cancels the call.
     class Timer {
     public:
         virtual ~Timer() = default;

@@ -7,9 +7,9 @@
 
 namespace pagora {
 
-// Runs coroutines one after another, never interleaved. Reports go before actions, and actions wait while they are
-// held: a page that is being loaded is reported before the user's next action acts on it. Dropping the queue ends the
-// one that runs where it waits, and forgets the others. Main thread only.
+// Runs coroutines one after another, never interleaved. Reports run before actions, and actions wait while they are
+// held, so a page that is loading is reported before the user's next action uses it. The destructor ends the running
+// coroutine at its current wait and drops the others. Main thread only.
 class SerialQueue {
 public:
     using Work = std::function<Task<void>()>;
@@ -19,7 +19,8 @@ public:
 
     void holdActions();
     void releaseActions();
-    // Ends the work that runs where it waits and goes on with the next. Not called by work that is not waiting.
+    // Ends the running coroutine at its current wait and continues with the next. Not called by a coroutine that is not
+    // waiting.
     void dropCurrent();
     bool actionsAreHeld() const { return _held; }
 

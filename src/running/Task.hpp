@@ -7,8 +7,8 @@
 
 namespace pagora {
 
-// The coroutine type of the page controllers. It starts at once and runs until its first wait; dropping it ends it
-// where it waits. Exceptions mean a broken program and end it. Main thread only.
+// The coroutine type of the page controllers. It starts at once and runs until its first wait. The destructor ends it
+// at its current wait. An exception terminates the program. Main thread only.
 template <typename T = void>
 class [[nodiscard]] Task;
 

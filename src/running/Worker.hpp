@@ -8,11 +8,11 @@
 
 namespace pagora {
 
-// The one background helper: a thread that runs what it is given, in order. Dropping it finishes what was given. Any
-// thread, but `wait` and dropping it not from its own work.
+// A background thread that runs the work it is given, in order. The destructor finishes that work. Any thread; `wait`
+// and the destructor not from its own work.
 class Worker {
 public:
-    // Whether its work waits where the processors are busy.
+    // Whether other threads go first when the processors are busy.
     enum class Urgency : bool { Usual, Low };
 
     explicit Worker(Urgency urgency = Urgency::Usual);
@@ -32,7 +32,7 @@ private:
     std::deque<std::function<void()>> _queue;
     bool _busy = false;
     bool _closing = false;
-    // Last, so that the thread finds all the others alive.
+    // Last, so that the other members exist while the thread runs.
     std::jthread _thread;
 };
 

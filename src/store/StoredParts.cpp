@@ -8,7 +8,7 @@ namespace {
 
 // Limits how much data one flush removes, so that removing many elements does not delay it; later flushes remove the
 // rest.
-constexpr std::size_t mostRemovals = 256;
+constexpr std::size_t maxRemovals = 256;
 
 }
 
@@ -71,7 +71,7 @@ std::optional<std::int64_t> StoredParts::placeOf(const Value& container, const P
 
 std::optional<std::int64_t> StoredParts::place(const Data& data, Plan& plan, RowChanges& rows)
 {
-    if (data.size() <= largestInlinePart)
+    if (data.size() <= maxInlinePart)
         return std::nullopt;
     if (const auto known = placeOf(data, plan))
         return known;
@@ -88,13 +88,13 @@ std::optional<std::int64_t> StoredParts::place(const Value& container, Plan& pla
     bool holdsLargeData = false;
     auto bytes = encodeValue(container,
         { [&](const Data& data) -> std::optional<std::int64_t> {
-             if (data.size() <= largestInlinePart)
+             if (data.size() <= maxInlinePart)
                  return std::nullopt;
              holdsLargeData = true;
              return 0;
          },
             {} });
-    if (holdsLargeData || bytes.size() <= largestInlinePart)
+    if (holdsLargeData || bytes.size() <= maxInlinePart)
         return std::nullopt;
     const std::int64_t id = _nextId++;
     plan.ids.emplace(container.identity(), id);
@@ -114,7 +114,7 @@ void StoredParts::countUses(const Value& element, int step, Plan& plan) const
 {
     const auto count = [&](const Value& value, const auto& countInside) -> void {
         if (const auto* data = value.data()) {
-            if (const auto id = data->size() > largestInlinePart ? placeOf(*data, plan) : std::nullopt)
+            if (const auto id = data->size() > maxInlinePart ? placeOf(*data, plan) : std::nullopt)
                 plan.uses[*id] += step;
         } else if (const auto id = value.isContainer() ? placeOf(value, plan) : std::nullopt) {
             plan.uses[*id] += step;
@@ -142,7 +142,7 @@ void StoredParts::planRows(const Plan& plan, RowChanges& rows) const
             rows.takenData.push_back(id);
     }
     for (const std::int64_t id : _left) {
-        if (rows.removedData.size() == mostRemovals)
+        if (rows.removedData.size() == maxRemovals)
             break;
         if (_rows.at(id).inMemory.expired())
             rows.removedData.push_back(id);

@@ -19,7 +19,7 @@ namespace pagora {
 class StoredParts {
 public:
     // Data and encoded containers of more bytes than this get a row of their own.
-    static constexpr std::size_t largestInlinePart = 512;
+    static constexpr std::size_t maxInlinePart = 512;
 
     explicit StoredParts(std::shared_ptr<StoredDataSource> source);
 

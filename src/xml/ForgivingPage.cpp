@@ -17,10 +17,10 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view dataStart = "<![CDATA[";
 constexpr std::string_view dataEnd = "]]>";
 
-// Elements that never have content, so that no end tag is written for them.
+// Void elements, which get no end tag.
 constexpr std::array<std::string_view, 16> voidElements = { "area", "base", "basefont", "br", "col", "embed", "frame",
     "hr", "img", "input", "link", "meta", "param", "source", "track", "wbr" };
-// Elements whose content is not looked into for tags.
+// Elements whose content holds no tags.
 constexpr std::array<std::string_view, 2> rawElements = { "script", "style" };
 
 template <std::size_t count>
@@ -70,7 +70,7 @@ public:
 
 private:
     bool startsWith(std::string_view what) const { return _text.compare(_at, what.size(), what) == 0; }
-    // The place behind the next `what`, or the end of the text.
+    // The position after the next `what`, or the end of the text.
     std::size_t behind(std::string_view what, std::size_t from) const
     {
         const auto found = _text.find(what, from);
@@ -95,7 +95,7 @@ private:
     std::string _result;
 };
 
-// To the first start tag, which is the root's; a text without one is left as it is.
+// Skips to the first start tag, the root's. A text without one is left as it is.
 void Rewriter::skipProlog()
 {
     while (_at < _text.size() && !(_text[_at] == '<' && _at + 1 < _text.size() && isLetter(_text[_at + 1]))) {
@@ -112,7 +112,7 @@ void Rewriter::skipProlog()
         _at = 0;
 }
 
-// With the declarations that may stand in it.
+// Includes the internal subset.
 void Rewriter::skipDocumentType()
 {
     const auto end = behind(">", _at);
@@ -149,7 +149,7 @@ void Rewriter::copyData()
     _at = std::min(end + dataEnd.size(), _text.size());
 }
 
-// Behind the tag, whose values may hold what would end it.
+// Position after the tag. Attribute values may contain ">".
 std::size_t Rewriter::endOfTag() const
 {
     char quote = 0;
@@ -188,7 +188,7 @@ void Rewriter::copyTag()
         copyRawContent(plainName);
 }
 
-// The marks of character data mean nothing to the parsers of scripts and styles.
+// Parsers of scripts and styles do not know CDATA marks.
 void Rewriter::copyRawContent(const std::string& name)
 {
     const auto close = "</" + name;
@@ -250,7 +250,7 @@ std::optional<ForgivingPage> forgivingPage(std::string xhtml)
              !declared.empty() && declared.rfind("utf", 0) != 0)
         encoding = declared;
     else if (!isUtf8(xhtml))
-        // What text that only says it is Unicode is mostly written in.
+        // The usual encoding of a text that only declares to be Unicode.
         encoding = "windows-1252";
     return ForgivingPage { Rewriter(xhtml).rewritten(), encoding };
 }

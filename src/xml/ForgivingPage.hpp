@@ -5,16 +5,16 @@
 
 namespace pagora {
 
-// A page for the engine's forgiving parser.
+// A page for the engine's HTML parser.
 struct ForgivingPage {
     std::string html;
-    // What the text is written in, by its usual name.
+    // The name of the text's encoding.
     std::string encoding;
 };
 
-// The bytes of an XHTML document that is not well-formed, rewritten so that the rules of HTML find in it what was
-// meant: elements that are written as empty end where they begin, sections of character data are text, and what comes
-// before the root makes way for a plain document type. Missing when the bytes cannot be read as text. Any thread.
+// Rewrites an XHTML document that is not well-formed so that an HTML parser finds the intended structure: empty-element
+// tags get end tags, CDATA sections become text, and the prolog is replaced by a plain document type. Missing when the
+// bytes cannot be decoded as text. Any thread.
 std::optional<ForgivingPage> forgivingPage(std::string xhtml);
 
 }

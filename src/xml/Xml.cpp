@@ -30,8 +30,8 @@ const char* chars(const xmlChar* text)
 
 void ignoreMessage(void*, const char*, ...) { }
 
-// Between the library's callbacks and a delegate. The library hands every callback its own context, also the inner ones
-// that it makes for entities, and each carries the reader.
+// Passes the library's callbacks to a delegate. The library uses contexts of its own for entities; each context carries
+// the reader.
 class Reader {
 public:
     Reader(XmlDelegate& delegate, const XmlLimits& limits)
@@ -55,9 +55,9 @@ private:
     };
     using Context = std::unique_ptr<xmlParserCtxt, ContextDeleter>;
 
-    // The first bytes tell the encoding.
+    // The number of bytes from which the library detects the encoding.
     static constexpr std::size_t startBytes = 4;
-    // So much is handed over at once.
+    // The size of one chunk.
     static constexpr std::size_t pieceBytes = 1 << 14;
 
     // `feedRest` hands over what follows the start.
@@ -65,9 +65,9 @@ private:
     static xmlSAXHandler handler();
     static Context makeContext(std::string_view start);
     bool readInto(int file, xmlParserCtxtPtr context);
-    // Hands the bytes to the library; false when the document ends here.
+    // Passes a chunk to the library; false when the document ends here.
     bool feed(xmlParserCtxtPtr context, std::string_view bytes, bool last);
-    // Before it is read: a piece may hold the first elements too, which do not count.
+    // Checked before the subset is parsed. A chunk may also hold the first elements, which do not count.
     bool isDocumentTypeTooLarge() const
     {
         return _elements == 0 && !_documentTypeIsRead
@@ -79,7 +79,7 @@ private:
     void flush();
     void count(std::size_t bytes);
 
-    // Runs `body` in a callback: not after a failure, and without letting an exception into the library.
+    // Runs `body` unless parsing has failed. No exception reaches the library.
     template <typename Body>
     static void guarded(void* context, Body body)
     {
@@ -97,7 +97,7 @@ private:
         }
         if (reader._failed) {
             xmlStopParser(parser);
-            // What an entity holds is parsed in a context of its own, and the next entity would be in another.
+            // Entity content is parsed in a context of its own.
             if (reader._document != parser)
                 xmlStopParser(reader._document);
         }
@@ -119,7 +119,7 @@ private:
     std::string _text;
     XmlScanner _scanner;
     std::size_t _bytesRead = 0;
-    // Where the document type's declarations begin, in the library's count.
+    // Offset of the internal subset, in the library's count.
     std::optional<std::size_t> _subsetBegin;
     bool _documentTypeIsRead = false;
     std::size_t _bytesTold = 0;
@@ -243,7 +243,7 @@ void Reader::endSubset(void* context, const xmlChar*, const xmlChar*, const xmlC
     });
 }
 
-// What an entity would bring from outside counts as empty, so that the library never has anything to fetch.
+// External entities are declared empty, so that the library never fetches anything.
 void Reader::declareEntity(
     void* context, const xmlChar* name, int type, const xmlChar* publicId, const xmlChar* systemId, xmlChar* content)
 {
@@ -280,7 +280,7 @@ xmlSAXHandler Reader::handler()
     sax.characters = characters;
     sax.ignorableWhitespace = characters;
     sax.cdataBlock = cdata;
-    // Errors are asked for after each chunk; these keep the library from printing them.
+    // Errors are read after each chunk; these handlers keep the library from printing them.
     sax.warning = ignoreMessage;
     sax.error = ignoreMessage;
     return sax;
@@ -316,7 +316,7 @@ bool Reader::feed(xmlParserCtxtPtr context, std::string_view bytes, bool last)
             description.pop_back();
         if (error && error->line > 0)
             description = "line " + std::to_string(error->line) + ": " + description;
-        // The library has its own eye on entities.
+        // The library limits entity expansion too.
         fail(description,
             error && (error->code == XML_ERR_ENTITY_LOOP || error->code == XML_ERR_NO_MEMORY)
                 ? XmlOutcome::PastBounds
@@ -342,15 +342,13 @@ bool Reader::readInto(int file, xmlParserCtxtPtr context)
 XmlOutcome Reader::parse(const std::string& path)
 {
     const auto file = openFile(path);
-    if (!file) {
-        fail("the file cannot be read");
-        return _outcome;
-    }
     struct stat info { };
-    if (::fstat(file.get(), &info) == 0 && static_cast<std::uint64_t>(info.st_size) > _limits.bytes) {
+    if (!file)
+        fail("the file cannot be read");
+    else if (::fstat(file.get(), &info) == 0 && static_cast<std::uint64_t>(info.st_size) > _limits.bytes)
         failPastBounds("the document is too large");
+    if (_failed)
         return _outcome;
-    }
     std::array<char, startBytes> start {};
     const auto got = ::read(file.get(), start.data(), start.size());
     return parse({ start.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)) },

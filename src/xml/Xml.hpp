@@ -29,9 +29,9 @@ private:
     std::vector<XmlAttribute> _attributes;
 };
 
-// What a document is made of, told in document order. Names are qualified names, as written. Character data comes in
-// pieces that end at line breaks and at element boundaries; entity and character references are replaced in them.
-// Sections marked as CDATA are told apart and not told as character data.
+// Receives the content of a document in document order. Names are qualified names as written. Character data arrives in
+// pieces that end at line breaks and element boundaries, with entity and character references replaced. CDATA sections
+// are reported separately.
 class XmlDelegate {
 public:
     virtual ~XmlDelegate() = default;
@@ -40,10 +40,9 @@ public:
     virtual void foundCharacters(const std::string& text) { }
     virtual void foundCDATA(const std::string& text) { }
     virtual void didEndDocument() { }
-    // Whether the document holds more than the delegate takes: it ends there, as one past a bound. Asked after each
-    // report.
+    // Whether the delegate's limits are exceeded; parsing then ends as past a bound. Checked after each report.
     virtual bool isFull() const { return false; }
-    // The document is not well-formed, breaks a bound or cannot be read. Nothing is told after it.
+    // The document is not well-formed, exceeds a limit or cannot be read. Nothing is reported afterwards.
     virtual void parseErrorOccurred(const std::string& description) { }
 };
 
@@ -55,8 +54,8 @@ enum class XmlOutcome {
     PastBounds,
 };
 
-// Reads the file at `path` and tells `delegate` of it, on the calling thread. Nothing but the file itself is read: no
-// network, no external entity, no external DTD; the expansion of entities is bounded.
+// Parses the file at `path` on the calling thread and reports to `delegate`. Reads nothing but the file: no network, no
+// external entity, no external DTD. Entity expansion is limited.
 XmlOutcome parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits = {});
 
 // The same for a document that is in memory.

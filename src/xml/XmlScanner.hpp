@@ -6,12 +6,12 @@
 
 namespace pagora {
 
-// Looks at a document's bytes before the XML library sees them. It counts the attributes within one tag, because the
-// library's search for duplicates takes the square of their number, and the bytes from a document type on, because the
-// library waits for the whole of its declarations and takes the square of their number for some.
+// Scans a document's bytes before the XML library does. Counts the attributes of each tag, because the library's
+// duplicate check is quadratic, and the bytes of the internal subset, because the library buffers all of it and parts
+// of its processing are quadratic.
 class XmlScanner {
 public:
-    // The document's first bytes, as the library tells encodings apart by them.
+    // The document's first bytes, from which the library detects the encoding.
     void begin(std::string_view start);
     // The bytes that follow. False when a tag has more attributes than `limit`.
     bool count(std::string_view bytes, std::size_t limit);
@@ -20,7 +20,7 @@ public:
 private:
     bool countCharacter(std::uint32_t c, std::size_t limit);
 
-    // How a character lies in the bytes.
+    // Bytes per character, and the position of the significant one.
     int _characterBytes = 1;
     bool _lowestFirst = true;
     std::uint32_t _character = 0;

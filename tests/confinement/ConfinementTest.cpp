@@ -19,9 +19,9 @@ protected:
         std::filesystem::permissions(path, std::filesystem::perms::owner_all);
         return path;
     }
-    static Confinement probed(const std::string& program, double patience = 60)
+    static Confinement probed(const std::string& program, double timeout = 60)
     {
-        return ConfinementProbe({ program, patience }).result();
+        return ConfinementProbe({ program, timeout }).result();
     }
 
     TemporaryFolder _folder;

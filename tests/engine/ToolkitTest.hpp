@@ -19,7 +19,7 @@ protected:
     static bool waitUntil(const std::function<bool()>& condition, unsigned seconds = 120)
     {
         bool isLate = false;
-        const auto patience = g_timeout_add_seconds(
+        const auto timeout = g_timeout_add_seconds(
             seconds,
             [](gpointer late) -> gboolean {
                 *static_cast<bool*>(late) = true;
@@ -28,7 +28,7 @@ protected:
             &isLate);
         while (!condition() && !isLate)
             g_main_context_iteration(nullptr, TRUE);
-        g_source_remove(patience);
+        g_source_remove(timeout);
         return condition();
     }
 

@@ -206,7 +206,7 @@ TEST_F(InspectionProcessTest, CoverIsScaledAhead)
 {
     CoverProcess covers([] { return false; });
     const auto path = EpubBuilder().cover(600, 800).write(_folder.path("Book.epub"));
-    const auto ahead = covers.coverAhead(path);
+    const auto ahead = covers.prefetchCover(path);
     ASSERT_TRUE(ahead && ahead->picture);
     const auto book = _process.getBookInfo(path, StopOnErrors::Yes, &*ahead);
     ASSERT_TRUE(book);
@@ -216,7 +216,7 @@ TEST_F(InspectionProcessTest, CoverIsScaledAhead)
 TEST_F(InspectionProcessTest, CoverOfAnotherBookDoesNotCount)
 {
     CoverProcess covers([] { return false; });
-    const auto ahead = covers.coverAhead(EpubBuilder().cover(600, 800).write(_folder.path("Other.epub")));
+    const auto ahead = covers.prefetchCover(EpubBuilder().cover(600, 800).write(_folder.path("Other.epub")));
     ASSERT_TRUE(ahead);
     const auto book = _process.getBookInfo(
         EpubBuilder().cover(1'000, 1'000).write(_folder.path("Book.epub")), StopOnErrors::Yes, &*ahead);

@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const test::FuzzRun run;
     const std::string bytes(test::inputBytes(data, size));
     isProgressiveJpeg(bytes);
-    const auto image = Image::fromBytesHere(bytes, box, limits);
+    const auto image = Image::fromBytesInProcess(bytes, box, limits);
     if (!image)
         return 0;
     require(imageFormatOf(bytes).name && image->size().width >= 1 && image->size().height >= 1);

@@ -19,7 +19,7 @@ using test::require;
 namespace {
 
 // What an input may become.
-constexpr std::size_t mostBytes = std::size_t { 4 } << 20;
+constexpr std::size_t maxBytes = std::size_t { 4 } << 20;
 // A slower one is a finding.
 constexpr double mostSeconds = 2;
 
@@ -27,7 +27,7 @@ constexpr double mostSeconds = 2;
 std::string expanded(std::string_view input)
 {
     std::string result;
-    while (!input.empty() && result.size() < mostBytes) {
+    while (!input.empty() && result.size() < maxBytes) {
         const auto open = input.find('{');
         result.append(input.substr(0, open));
         if (open == std::string_view::npos)
@@ -39,11 +39,11 @@ std::string expanded(std::string_view input)
             continue;
         const auto count = std::strtoul(std::string(input.substr(0, colon)).c_str(), nullptr, 10);
         const auto text = input.substr(colon + 1, close - colon - 1);
-        for (unsigned long i = 0; i < count && !text.empty() && result.size() < mostBytes; ++i)
+        for (unsigned long i = 0; i < count && !text.empty() && result.size() < maxBytes; ++i)
             result.append(text);
         input.remove_prefix(close + 1);
     }
-    result.resize(std::min(result.size(), mostBytes));
+    result.resize(std::min(result.size(), maxBytes));
     return result;
 }
 

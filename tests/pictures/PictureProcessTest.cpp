@@ -39,7 +39,7 @@ TEST(PictureProcess, GivesTheSamePixelsAsDecodingHere)
 {
     const auto picture = svg("<rect width='50' height='90' fill='red'/><circle r='40' cx='60' cy='60' opacity='0.5'/>");
     const auto apart = Image::fromBytes(picture, box);
-    const auto here = Image::fromBytesHere(picture, box);
+    const auto here = Image::fromBytesInProcess(picture, box);
     ASSERT_TRUE(apart && here);
     EXPECT_EQ(apart->size(), here->size());
     EXPECT_EQ(apart->jpegData(1), here->jpegData(1));
@@ -87,8 +87,8 @@ TEST(PictureProcess, PictureInAPictureTakesNoMoreMemoryThanTheLimit)
 
 TEST(PictureProcess, BytesThatAreNoPictureAreNone)
 {
-    EXPECT_FALSE(decodePictureApart("<svg", box));
-    EXPECT_FALSE(decodePictureApart("", box));
+    EXPECT_FALSE(decodePictureInHelper("<svg", box));
+    EXPECT_FALSE(decodePictureInHelper("", box));
 }
 
 }

@@ -26,9 +26,9 @@ public:
         }
         return copies;
     }
-    std::unique_ptr<CopyAhead> copyAhead(const std::string& file, const std::string& destination) override
+    std::unique_ptr<PrefetchedCopy> prefetchCopy(const std::string& file, const std::string& destination) override
     {
-        return failing.contains(lastPathComponent(file)) ? nullptr : CopyAhead::of(file, destination);
+        return failing.contains(lastPathComponent(file)) ? nullptr : PrefetchedCopy::of(file, destination);
     }
     bool canRecycleFile(const std::string& path) const override { return !withoutTrash.contains(path); }
     bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override

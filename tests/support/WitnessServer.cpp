@@ -9,7 +9,7 @@ namespace pagora::test {
 namespace {
 
 constexpr std::size_t longestHead = 1 << 20;
-constexpr guint patience = 30;
+constexpr guint timeout = 30;
 
 std::size_t lengthOfBody(std::string head)
 {
@@ -100,7 +100,7 @@ void WitnessServer::forget()
 gboolean WitnessServer::serve(GThreadedSocketService*, GSocketConnection* connection, GObject*, gpointer data)
 {
     const auto notes = *static_cast<std::shared_ptr<Notes>*>(data);
-    g_socket_set_timeout(g_socket_connection_get_socket(connection), patience);
+    g_socket_set_timeout(g_socket_connection_get_socket(connection), timeout);
     const auto request = readRequest(g_io_stream_get_input_stream(G_IO_STREAM(connection)));
     std::string reply;
     if (!request.empty()) {

@@ -28,14 +28,14 @@ namespace pagora {
 
 namespace {
 
-// How long what changed may wait for its flush, where no one asked for one.
+// The longest time before a change is flushed.
 constexpr double flushDelay = 1;
 
-// How long the end waits for work in the background.
-constexpr auto patienceForEnd = std::chrono::milliseconds(700);
+// How long the exit waits for background work.
+constexpr auto endTimeout = std::chrono::milliseconds(700);
 
-// How long a start waits for an instance that is ending.
-constexpr double patienceForHome = 5;
+// How long a start waits for an instance that is exiting.
+constexpr double homeTimeout = 5;
 
 ProgramInfo programInfo()
 {
@@ -47,7 +47,7 @@ std::string temporaryFolder()
     return appendingPathComponent(cachesFolder(), PAGORA_IDENTIFIER);
 }
 
-// Keeps the store from staying unflushed: a change that nobody flushes reaches the disk a little later.
+// Flushes changes that nothing else flushes.
 class LateFlush {
 public:
     LateFlush(UserDefaults& defaults, RunLoop& runLoop)
@@ -69,7 +69,7 @@ private:
 
 }
 
-// In the order in which they are built on each other; they go the other way round.
+// In the order of construction; destroyed in reverse order.
 struct Application::Parts {
     Parts(const Glib::RefPtr<Gtk::Application>& application, std::unique_ptr<UserDefaults> opened)
         : defaults(std::move(opened))
@@ -87,7 +87,7 @@ struct Application::Parts {
 
     ~Parts() { defaults->setWhenInTrouble(nullptr); }
 
-    // In an alert over the window that is shown.
+    // Shows the problem in an alert over the front window.
     void tellOfStore(const std::string& problem)
     {
         libraryWindow.runAlertPanel(_("The library’s data"), problem, _("OK"));
@@ -125,14 +125,14 @@ Glib::RefPtr<Application> Application::create()
 
 void Application::on_startup()
 {
-    const bool hasHome = _home.take(patienceForHome);
+    const bool hasHome = _home.take(homeTimeout);
     std::unique_ptr<UserDefaults> defaults;
     {
-        // Reading a large library takes as long as starting the toolkit, and needs none of it.
+        // Loading a large library takes as long as starting the toolkit, so both run in parallel.
         std::optional<Worker> opening;
         if (hasHome)
             opening.emplace().perform([&defaults] { defaults = std::make_unique<UserDefaults>(defaultsFolder()); });
-        // Without a display, it ends the program below, when nothing is open.
+        // Without a display, on_startup below exits the program; nothing must be open then.
         if (!gtk_init_check()) {
             opening.reset();
             defaults = nullptr;
@@ -148,12 +148,12 @@ void Application::on_startup()
         std::move(defaults));
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
-    // The window may be hidden for a moment; the program ends when it is told to.
+    // Keep the program running while no window is visible.
     hold();
     _parts->controller.applicationWillFinishLaunching();
 }
 
-// The desktop ends the session, or somebody the program: what is being read keeps its place.
+// Quits on a signal and saves the reading position.
 void Application::endOnSignal(int number)
 {
     g_unix_signal_add(
@@ -207,9 +207,9 @@ void Application::on_shutdown()
         controller.finishReading();
         controller.applicationWillTerminate();
         _parts->defaults->synchronize();
-        // What a disk or a drive keeps waiting is not waited for: books that are copied and not yet in the catalogue
-        // are taken up by the next launch.
-        endProcessWithin(patienceForEnd);
+        // Work that waits for a slow disk is abandoned: books that are copied but not in the catalogue are imported by
+        // the next launch.
+        endProcessWithin(endTimeout);
         _parts->runLoop.finishBackgroundWork();
         _parts->defaults->synchronize();
         _parts = nullptr;

@@ -10,9 +10,9 @@
 
 namespace pagora {
 
-// The program as the desktop sees it: one instance, which later starts hand their files to; one that cannot reach the
-// first, for want of a bus, ends at once. It builds the hub and what
-// the hub stands on, and tells it of the launch, the files and the end. Main thread.
+// The application object: one instance, to which later starts pass their files. A start that cannot reach the first
+// instance, without a bus, exits at once. Creates the hub and its environment, and passes launch, files and exit on.
+// Main thread.
 class Application final : public Gtk::Application {
 public:
     static Glib::RefPtr<Application> create();

@@ -16,8 +16,7 @@ namespace {
 // How often to see whether the probe has ended, in milliseconds.
 constexpr unsigned probeInterval = 20;
 
-// The page buttons lie in these margins and in the page's own. Two columns of text as long as a book's lines, with
-// their margins, are as wide as that.
+// The page buttons are within these margins. The maximum width fits two columns of book-length lines.
 constexpr PageView::PageMargins readingMargins { 16, 1200 };
 
 }
@@ -55,7 +54,7 @@ ReaderPage ReaderWindowFactoryGtk::makePage(PageKind kind, const PageView* besid
     parts.setNotice = [page](const std::string& notice) { page->setNotice(notice); };
     parts.nameMayHaveChanged = [page] { page->nameMayHaveChanged(); };
     parts.runsRightToLeft = [page, kind] { return kind == PageKind::Columns && page->runsRightToLeft(); };
-    // A fixed page brings its own paper.
+    // Fixed pages have their own background.
     if (kind == PageKind::Columns) {
         page->setMargins(readingMargins);
         parts.setBackground = [page](const Color& color) { page->setBackground(color); };

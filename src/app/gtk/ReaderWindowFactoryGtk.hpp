@@ -16,9 +16,8 @@ class ReaderLayout;
 class Toplevel;
 struct ReaderPage;
 
-// Makes the desktop's reader windows, each with a page view of the rendering engine, which starts with the first of
-// them or when it is told to get ready. Books are shown without their own scripts where the engine cannot shut its
-// processes in. Main thread.
+// Creates reader windows, each with a page view. The engine starts with the first window or when it is prepared.
+// Without confinement, books are shown without their own scripts. Main thread.
 class ReaderWindowFactoryGtk : public ReaderWindowFactory {
 public:
     // Books are unpacked below `temporaryFolder`, and the engine compiles there too. The windows share the toplevel,

@@ -11,8 +11,8 @@ namespace pagora {
 
 namespace {
 
-// How many books' filters are kept at hand: making one takes as long as showing a page.
-constexpr std::size_t mostKept = 8;
+// The number of filters that are kept. Compiling one takes as long as showing a page.
+constexpr std::size_t maxKept = 8;
 
 // `text` as part of a regular expression inside a JSON string.
 std::string literalPattern(const std::string& text)
@@ -36,7 +36,7 @@ std::string rule(const std::string& pattern, const std::string& action)
 
 }
 
-// What waits for a filter: the maker, who keeps it, and the receiver, either of whom may have gone.
+// A pending compilation. The filter maker and the receiver may be destroyed before it ends.
 struct BookFilter::Request {
     std::weak_ptr<BookFilter*> maker;
     std::weak_ptr<Receiver> receiver;
@@ -61,7 +61,7 @@ void BookFilter::keep(const std::string& bookFolder, WebKitUserContentFilter* fi
 {
     _made.remove_if([&](const auto& kept) { return kept.first == bookFolder; });
     _made.emplace_front(bookFolder, webkit_user_content_filter_ref(filter));
-    if (_made.size() > mostKept)
+    if (_made.size() > maxKept)
         _made.pop_back();
 }
 
@@ -70,7 +70,7 @@ std::string BookFilter::rules(const std::string& bookFolder)
     std::string prefix = Url::file(bookFolder).text();
     if (prefix.back() != '/')
         prefix += '/';
-    // An escaped slash would be a way up that the engine does not see.
+    // An escaped slash would allow a path traversal that the engine does not detect.
     return "[" + rule("^[fF][iI][lL][eE]:", "block") + "," + rule("^" + literalPattern(prefix), "ignore-previous-rules")
         + "," + rule("^file:.*%2[fF]", "block") + "]";
 }

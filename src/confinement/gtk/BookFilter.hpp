@@ -12,23 +12,24 @@
 
 namespace pagora {
 
-// Makes the content filters that keep a book from reading files outside its folder: sub-resources are read by a process
-// that no sandbox confines. Main thread.
+// Compiles the content filters that keep a book from reading files outside its folder. The process that loads
+// sub-resources is not sandboxed. Main thread.
 class BookFilter {
 public:
-    // Receives the filter, or null when there is none to be had.
+    // Receives the filter, or null on failure.
     using Receiver = std::function<void(WebKitUserContentFilter* filter)>;
 
-    // `folder` receives the compiled filters; it is made when one is, and may be removed in between.
+    // The folder for compiled filters. It is created when needed and may be removed in between.
     explicit BookFilter(const std::string& folder);
 
-    // The filter for a book's folder if it is one of those that were made last; null otherwise.
+    // The filter for a book's folder if it is still kept; null otherwise.
     WebKitUserContentFilter* made(const std::string& bookFolder) const;
 
-    // Compiles the filter for a book's folder; `receive` is called later, unless the returned token is gone by then.
+    // Compiles the filter for a book's folder and calls `receive` later. Destroying the returned token cancels the
+    // call.
     [[nodiscard]] std::shared_ptr<void> compile(const std::string& bookFolder, Receiver receive);
 
-    // The rules as the engine takes them: JSON that blocks every file but those in the folder.
+    // The rules in the engine's JSON format: they block every file outside the folder.
     static std::string rules(const std::string& bookFolder);
 
 private:
@@ -39,7 +40,7 @@ private:
     struct Request;
     void keep(const std::string& bookFolder, WebKitUserContentFilter* filter);
 
-    // Those of the books that were opened last, the newest first.
+    // The filters of the last opened books, newest first.
     std::list<std::pair<std::string, Filter>> _made;
     std::shared_ptr<BookFilter*> _self;
     std::string _folder;

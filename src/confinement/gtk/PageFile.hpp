@@ -7,14 +7,14 @@
 
 namespace pagora {
 
-// The file that a URL without a scheme, or with the scheme "file", means, as a file URL with the given one's fragment:
-// the path as it stands, else with its escapes replaced once more, else either in the other Unicode normal form.
-// Missing when none of them is a file.
+// Finds the file of a URL without a scheme or with the scheme "file". Tries the path as it is, then with its escapes
+// decoded once more, then in either Unicode normal form. Returns its file URL with the given fragment; missing when no
+// file exists.
 std::optional<Url> existingFile(const Url& url);
 
-// Whether the file lies in the folder, with links followed on both sides.
+// Whether the file is in the folder after resolving links in both.
 bool isFileInFolder(const std::string& path, const std::string& folder);
-// Whether the file URL's path is spelled as one below the folder, without steps up that are hidden in escapes.
+// Whether the file URL's path is below the folder by its text, without ".." hidden in escapes.
 bool isUrlInFolder(const Url& url, const std::string& folder);
 
 }

@@ -23,12 +23,12 @@ namespace pagora {
 namespace {
 
 constexpr auto key = "pagora-memory-watch";
-// How often to look, in milliseconds, and how often once a process has half of what it may have.
+// Polling intervals in milliseconds: usually, and once a process has half of its limit.
 constexpr unsigned interval = 500;
 constexpr unsigned closeInterval = 50;
-// The engine's helpers and their sandboxes lie a few steps below the program.
+// The engine's processes and their sandboxes are a few levels below the program.
 constexpr int deepest = 8;
-// As much of the processes' names as the system keeps. What draws by a graphics card counts as a page does.
+// Process names as the kernel truncates them. The GPU process counts as a page process.
 constexpr std::string_view pageNames[] = { "WebKitWebProces", "WebKitGPUProces" };
 constexpr std::string_view networkName = "WebKitNetworkPr";
 
@@ -58,7 +58,7 @@ std::string nameOf(pid_t process)
     return name;
 }
 
-// What the process has for itself, in memory and swapped out, and what it shares that is no file.
+// Private memory, swapped memory, and shared memory without files.
 std::uint64_t bytesOf(pid_t process)
 {
     std::ifstream file(folderOf(process) + "/status");
@@ -76,7 +76,7 @@ struct EngineProcesses {
     std::vector<pid_t> networks;
 };
 
-// Whether it is one of the engine's; it then counts.
+// Whether it is a process of the engine; it is then counted.
 bool collect(pid_t process, EngineProcesses& found)
 {
     const auto name = nameOf(process);
@@ -96,8 +96,8 @@ void collectBelow(pid_t parent, int depth, EngineProcesses& found)
     }
 }
 
-// In a Flatpak all visible processes are the program's own: its portal starts the engine's processes, which are not
-// below the program but share its table of processes.
+// In a Flatpak all visible processes belong to the program: the portal starts the engine's processes, which are not its
+// children but share its process namespace.
 void collectVisible(EngineProcesses& found)
 {
     std::error_code ended;

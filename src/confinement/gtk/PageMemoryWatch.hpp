@@ -9,21 +9,21 @@
 
 namespace pagora {
 
-// Ends the engine's processes that hold too much memory. The engine measures a page only between its scripts, so that
-// one whose script never ends would take all there is, and it lets pages keep what they like in the process that loads
-// files. Belongs to the engine's context. Main thread.
+// Kills engine processes that exceed their memory limit. The engine checks a page only between its scripts, so a script
+// that never ends could allocate all memory, and it does not limit what pages store in the network process. Belongs to
+// the web context. Main thread.
 class PageMemoryWatch {
 public:
-    // In bytes: what a process has for itself, and what it shares by way of memory rather than of files.
+    // In bytes: private memory plus shared memory without files.
     struct Limits {
         // Of a page process.
         std::uint64_t page;
-        // Of the one that loads for all pages. Past it the pages are ended too, for one of them has filled it.
+        // Of the network process. Above it the page processes are killed too, because one of them has filled it.
         std::uint64_t network;
     };
-    // Watches the program's engine processes for as long as the context lives, in the place of the watch that it had.
+    // Watches the engine processes for the lifetime of the context. Replaces an earlier watch.
     static void attach(WebKitWebContext* context, Limits limits);
-    // Whether a page process was ended since the last time that it was asked.
+    // Whether a page process was killed since the last call.
     static bool takeEnded(WebKitWebContext* context);
 
     explicit PageMemoryWatch(Limits limits, Surroundings where = surroundings());
@@ -31,7 +31,7 @@ public:
     PageMemoryWatch(const PageMemoryWatch&) = delete;
     PageMemoryWatch& operator=(const PageMemoryWatch&) = delete;
 
-    // Looks once; done again and again.
+    // Checks once; called repeatedly.
     void look();
 
 private:

@@ -14,7 +14,7 @@ void tell(WebKitWebView* view)
 {
     using Handler = std::function<void()>;
     if (const auto* const handler = static_cast<Handler*>(g_object_get_data(G_OBJECT(view), handlerKey))) {
-        // It may be exchanged meanwhile.
+        // The handler may be replaced during the call.
         const auto call = *handler;
         call();
     }
@@ -43,7 +43,7 @@ gboolean denyPermissionState(WebKitWebView* view, WebKitPermissionStateQuery* qu
 gboolean answerDialog(WebKitWebView* view, WebKitScriptDialog* dialog, gpointer)
 {
     const auto type = webkit_script_dialog_get_dialog_type(dialog);
-    // A page may not keep the reader from leaving it.
+    // A page cannot keep the user from leaving it.
     if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM || type == WEBKIT_SCRIPT_DIALOG_CONFIRM)
         webkit_script_dialog_confirm_set_confirmed(dialog, type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM);
     tell(view);

@@ -6,11 +6,11 @@
 
 namespace pagora {
 
-// Keeps the view's pages from asking the user or the desktop for anything: permissions, dialogs, files, printing, full
-// screen, other windows. Of the context menu only "Copy" is left. Holds for as long as the view lives.
+// Denies the view's pages everything that involves the user or the desktop: permissions, dialogs, file choosers,
+// printing, full screen, windows. The context menu has only "Copy". In effect for the lifetime of the view.
 void refusePrivileges(WebKitWebView* view);
 
-// Called for each that is refused; null calls nobody.
+// Called for each denied request; null removes the handler.
 void setRefusalHandler(WebKitWebView* view, std::function<void()> handler);
 
 }

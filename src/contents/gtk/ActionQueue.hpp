@@ -6,8 +6,8 @@
 
 namespace pagora {
 
-// Runs what a window's widgets ask for from the main loop, in order, outside of their own handling. Dropping the queue
-// calls off what has not run, even from inside one of its actions. Main thread.
+// Runs the actions of a window's widgets from the main loop, in order, after the widget's own event handling.
+// Destroying the queue drops pending actions, even during one of them. Main thread.
 class ActionQueue {
 public:
     ActionQueue() = default;

@@ -11,11 +11,11 @@ namespace pagora {
 
 namespace {
 
-// Points on either side of the divider that take hold of it.
+// The width in points at each side of the divider where it can be dragged.
 constexpr int grabArea = 4;
 constexpr double keyStep = 10;
-// The least width at which both panes have what they need: the contents pane may take half of the view.
-constexpr int leastPane = 200;
+// The minimum width of each pane.
+constexpr int minPaneWidth = 200;
 
 int points(double length)
 {
@@ -51,7 +51,7 @@ protected:
                 continue;
             view->_panes[i]->measure(orientation, -1, least, wanted, ignored, ignored);
             ++shown;
-            minimum = std::max(minimum, isHorizontal ? std::max(least, leastPane) : least);
+            minimum = std::max(minimum, isHorizontal ? std::max(least, minPaneWidth) : least);
             natural = isHorizontal ? natural + wanted : std::max(natural, wanted);
         }
         if (isHorizontal)
@@ -76,7 +76,7 @@ SplitViewGtk::SplitViewGtk(Gtk::Box& box)
     _layout->view = this;
     _box.set_layout_manager(_layout);
 
-    // On the box, whose coordinates stay where they are while the divider moves.
+    // Attached to the box, whose coordinates do not move with the divider.
     _drag->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _drag->signal_drag_begin().connect([this](double x, double) { dragDidBegin(x); });
     _drag->signal_drag_update().connect([this](double x, double) { dragDivider(_dragStart + x); });

@@ -10,8 +10,8 @@
 
 namespace pagora {
 
-// The split view over a box of a layout whose first two children are the panes; the box outlives it. The divider is a
-// point wide and invisible, with a wider area that takes the pointer. Main thread.
+// A split view over a box whose first two children are the panes; the box outlives it. The divider is one point wide
+// and invisible, with a wider area for the pointer. Main thread.
 class SplitViewGtk : public SplitView {
 public:
     explicit SplitViewGtk(Gtk::Box& box);
@@ -34,7 +34,7 @@ public:
 
 private:
     class Layout;
-    // Gives the panes their frames in a box of that size, which the delegate decides.
+    // Lays the panes out in a box of that size, as the delegate decides.
     void allocate(const Size& size);
     void addDivider();
     void dragDidBegin(double x);

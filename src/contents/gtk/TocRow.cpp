@@ -14,8 +14,8 @@ namespace pagora {
 
 namespace {
 
-constexpr std::size_t longestText = 1'000;
-// Points that keep the text's end off the pane's edge.
+constexpr std::size_t maxTextLength = 1'000;
+// The space after the text, in points.
 constexpr double endInset = 8;
 
 Gdk::RGBA rgba(const Color& color)
@@ -32,11 +32,11 @@ TocRow::TocRow()
 {
     add_css_class("contents-row");
     set_hexpand(true);
-    // Titles are indented from the left, in interfaces that run from right to left too.
+    // Titles are indented from the left, also in right-to-left interfaces.
     set_direction(Gtk::TextDirection::LTR);
     // The list's item around it has the role and the name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
-    showOnHover(*this, [this] { return _link ? displayText(_link->toolTip(), longestText) : Glib::ustring(); });
+    showOnHover(*this, [this] { return _link ? displayText(_link->toolTip(), maxTextLength) : Glib::ustring(); });
 }
 
 void TocRow::setLink(const tocLinkTextField* link)
@@ -74,7 +74,7 @@ void TocRow::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
     const double room = width - indent - endInset;
     if (room <= 0)
         return;
-    const auto layout = create_pango_layout(displayText(_link->text(), longestText));
+    const auto layout = create_pango_layout(displayText(_link->text(), maxTextLength));
     layout->set_single_paragraph_mode(true);
     layout->set_ellipsize(Pango::EllipsizeMode::END);
     layout->set_width(static_cast<int>(room * Pango::SCALE));

@@ -21,9 +21,9 @@ namespace pagora {
 
 namespace {
 
-// How long after a letter the next one belongs to it, in microseconds.
+// Letters typed within this time form one search, in microseconds.
 constexpr gint64 typingPause = 1'000'000;
-constexpr std::size_t longestLabel = 1'000;
+constexpr std::size_t maxLabelLength = 1'000;
 
 // How many pixels a point of the contents has.
 double pixelsInPoint()
@@ -65,7 +65,7 @@ void TocViewGtk::connectRows()
 
     const auto scroll = _clip.get_vadjustment();
     _connections.push_back(scroll->signal_changed().connect([this] { scrollWherePending(); }));
-    // Another link may be under a pointer that stands still.
+    // Scrolling may bring another link under the pointer.
     _connections.push_back(scroll->signal_value_changed().connect([this] { pointerIsAt(_pointerY); }));
 }
 
@@ -76,7 +76,7 @@ void TocViewGtk::connectPointer()
     _connections.push_back(motion->signal_motion().connect([this](double, double y) { pointerIsAt(y); }));
     _connections.push_back(motion->signal_leave().connect([this] { pointerIsAt({}); }));
 
-    // Claimed before the rows see it: a click leaves the keyboard focus where it is, on the page.
+    // Claimed before the rows see it, so that a click leaves the focus on the page.
     const auto click = Gtk::GestureClick::create();
     click->set_button(GDK_BUTTON_PRIMARY);
     click->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
@@ -101,7 +101,7 @@ void TocViewGtk::connectKeys()
     _list.add_controller(keys);
     _controllers.push_back(keys);
 
-    // The keyboard comes in at the chapter that is read.
+    // Focus enters at the current chapter.
     const auto focusing = Gtk::EventControllerFocus::create();
     _connections.push_back(focusing->signal_enter().connect([this] {
         _queue.post([this] {
@@ -145,13 +145,13 @@ void TocViewGtk::type(gunichar character)
     _typed = (_typed + Glib::ustring(1, character)).casefold();
     _typingEnds = now + typingPause;
 
-    // A first letter leads on, further ones may leave the focus where it is.
+    // A first letter moves on; further letters may keep the focused entry.
     const auto count = static_cast<std::int64_t>(_links.size());
     const auto first = focused().value_or(0) + (_typed.size() == 1 ? 1 : 0);
     for (std::int64_t i = 0; i < count; ++i) {
         const auto tag = (first + i) % count;
         const auto* const link = linkWithTag(tag);
-        if (link && displayText(link->text(), longestLabel).casefold().compare(0, _typed.size(), _typed) == 0)
+        if (link && displayText(link->text(), maxLabelLength).casefold().compare(0, _typed.size(), _typed) == 0)
             return focus(tag);
     }
 }
@@ -221,7 +221,7 @@ void TocViewGtk::addSubviews(const std::vector<tocLinkTextField*>& links)
             texts[i] = displayText(_links[i]->text(), 200);
     }
     _list.set_model(Gtk::NoSelection::create(Gtk::StringList::create(texts)));
-    // The pointer may have been there before the links.
+    // The pointer may already be over the links.
     pointerIsAt(_pointerY);
     tellLinksChanged();
 }
@@ -258,7 +258,7 @@ void TocViewGtk::unbind(const Glib::RefPtr<Gtk::ListItem>& item)
     row->setLink(nullptr);
 }
 
-// The list's item around the row is what assistive technology meets.
+// Assistive technology sees the list item around the row.
 void TocViewGtk::describe(TocRow& row)
 {
     auto* const item = row.get_parent();
@@ -266,7 +266,7 @@ void TocViewGtk::describe(TocRow& row)
         return;
     auto* const accessible = GTK_ACCESSIBLE(item->gobj());
     gtk_accessible_update_property(
-        accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, displayText(row.link()->text(), longestLabel).c_str(), -1);
+        accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, displayText(row.link()->text(), maxLabelLength).c_str(), -1);
     gtk_accessible_update_state(accessible, GTK_ACCESSIBLE_STATE_SELECTED, row.link()->isActive(), -1);
 }
 

@@ -35,7 +35,7 @@ public:
     tocLinkTextField* linkAt(double y) const;
     // The text of the active link; empty without one.
     std::string activeTitle() const;
-    // Is told after the links, or which of them is active, may have changed.
+    // Called after the links or the active link may have changed.
     void setLinksChanged(std::function<void()> handler) { _linksChanged = std::move(handler); }
     bool hasLinks() const { return !_links.empty(); }
     std::size_t numberOfRows() const { return _rows.size(); }
@@ -45,7 +45,7 @@ private:
     void connectPointer();
     void connectKeys();
     bool keyPressed(guint keyval, Gdk::ModifierType state);
-    // Moves the keyboard focus to the next link whose text begins with what was typed in quick succession.
+    // Focuses the next link whose text begins with the typed letters.
     void type(gunichar character);
     void focus(std::int64_t tag);
     // The tag of the link that has the keyboard focus.
@@ -66,15 +66,15 @@ private:
     std::vector<tocLinkTextField*> _links;
     std::unordered_map<std::int64_t, TocRow*> _rows;
     std::optional<double> _height;
-    // Bottom edge of the visible area that is asked for while the list has not got its height.
+    // The requested bottom edge of the visible area, while the list has no height yet.
     std::optional<double> _pendingBottom;
     std::optional<double> _pointerY;
     std::optional<std::int64_t> _hovered;
-    // What was typed so far, without case, and when that ends, on the monotonic clock.
+    // The typed letters, case-folded, and when the search ends on the monotonic clock.
     Glib::ustring _typed;
     gint64 _typingEnds = 0;
     std::function<void()> _linksChanged;
-    // Counts the lists, so that a click on an earlier one opens nothing.
+    // Counts the lists, so that a click on an earlier list opens nothing.
     std::uint64_t _generation = 0;
     std::vector<Glib::RefPtr<Gtk::EventController>> _controllers;
     std::vector<sigc::connection> _connections;

@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// A button of a layout. Main thread, but for what WidgetControl allows elsewhere.
+// A button of a layout.
 class ButtonControl : public Button, public WidgetControl {
 public:
     explicit ButtonControl(Gtk::Button& button);

@@ -21,7 +21,7 @@ bool isWrittenBy(FcPattern* face)
     return true;
 }
 
-// Of the old kind, whose signs are in the places of letters.
+// A symbol font whose glyphs replace letters.
 bool isOfSigns(FcPattern* face)
 {
     FcBool isOfSigns = FcFalse;
@@ -36,7 +36,7 @@ bool hasLatinLetters(const std::string& family)
     FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
     FcObjectSet* const wanted = FcObjectSetBuild(FC_CHARSET, FC_SYMBOL, nullptr);
     FcFontSet* const faces = FcFontList(nullptr, pattern, wanted);
-    // Each face, for a font of signs may come in several formats, of which only some say what the signs are.
+    // Check each face: symbol fonts may come in several formats, and only some declare it.
     bool isLatin = true;
     for (int i = 0; faces && i < faces->nfont && isLatin; ++i)
         isLatin = isWrittenBy(faces->fonts[i]) && !isOfSigns(faces->fonts[i]);

@@ -4,8 +4,7 @@
 
 namespace pagora {
 
-// Whether a font family can write Latin text. Also true of a family that is not installed, which another one stands
-// for. Main thread.
+// Whether a font family has Latin letters. Also true for families that are not installed but substituted. Main thread.
 bool hasLatinLetters(const std::string& family);
 
 }

@@ -20,9 +20,9 @@ namespace pagora {
 
 namespace {
 
-constexpr std::size_t longestTitle = 200;
+constexpr std::size_t maxTitleLength = 200;
 
-// A row is a title or a line between titles, whichever its item asks for.
+// A row shows a title or a separator.
 Glib::RefPtr<Gtk::ListItemFactory> makeRows(bool titlesAreFonts)
 {
     const auto rows = Gtk::SignalListItemFactory::create();
@@ -92,9 +92,8 @@ PopUpControl::~PopUpControl()
     _showing.disconnect();
 }
 
-// The list has the keyboard when it opens, and the field above it is where titles are searched: what is typed goes
-// there, and any part of a title is found; Enter takes the first that is. The toolkit's own search is by the beginning
-// only.
+// The list has the focus when it opens; typing goes to the search field above it, which finds any part of a title, and
+// Enter takes the first match. GTK's own search matches only the beginning.
 void PopUpControl::findByTyping()
 {
     auto* const panel = findBelow(GTK_WIDGET(_dropDown.gobj()), GTK_TYPE_POPOVER);
@@ -138,7 +137,7 @@ void PopUpControl::addSeparator()
     addItem({});
 }
 
-// The widget makes rows for each change of its list.
+// Deferred, because the widget rebuilds its rows for each change of the list.
 void PopUpControl::showSoon()
 {
     _isStale = true;
@@ -156,7 +155,7 @@ void PopUpControl::showItems()
     if (std::exchange(_isStale, false)) {
         std::vector<Glib::ustring> texts;
         for (const auto& title : _titles)
-            texts.push_back(displayText(title, longestTitle));
+            texts.push_back(displayText(title, maxTitleLength));
         _items->splice(0, _items->get_n_items(), texts);
     }
     _dropDown.set_selected(_selected);
@@ -190,7 +189,7 @@ void PopUpControl::selectionDidChange()
         return;
     }
     _selected = selected;
-    // A copy, for the action may drop the button.
+    // A copy, because the action may destroy the button.
     if (const auto action = _action)
         action();
 }

@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// A pop-up button of a layout. Its rows are made as they come into view, so that long lists open at once; what it is
-// given reaches the widget at the end of the main loop's turn. Main thread.
+// A pop-up button of a layout. Rows are created as they become visible, so that long lists open at once. Changes reach
+// the widget when the main loop is idle. Main thread.
 class PopUpControl : public PopUpButton, public WidgetControl {
 public:
     // Whether each title in the list is written in the font family that it names.
@@ -39,7 +39,7 @@ private:
     Glib::RefPtr<Gtk::StringList> _items;
     std::vector<std::string> _titles;
     guint _selected = GTK_INVALID_LIST_POSITION;
-    // Whether the widget has still to be given the titles.
+    // Whether the widget's list is out of date.
     bool _isStale = false;
     bool _isChanging = false;
     std::function<void()> _action;

@@ -56,7 +56,7 @@ void SegmentedSwitch::segmentDidToggle(int segment)
     if (_isSelecting)
         return;
     if (!isActive(*_segments[segment])) {
-        // Buttons that are no group of the toolkit's own: the selected one stays selected.
+        // Buttons outside a GTK group: the selected one stays selected.
         if (segment == _selected)
             setSelectedSegment(segment);
         return;

@@ -6,8 +6,8 @@
 
 namespace pagora {
 
-// A slider of a layout. While the pointer holds the knob it sends its action with each move or, where it is not
-// continuous, once on release; the keyboard, the wheel and assistive technology send it at once. Main thread.
+// A slider of a layout. While the pointer holds the knob, the action is sent with each move or, if not continuous, once
+// on release. Keyboard, wheel and assistive technology send it at once. Main thread.
 class SliderControl : public Slider, public WidgetControl {
 public:
     enum class Continuous : bool { No, Yes };
@@ -21,13 +21,13 @@ public:
     float floatValue() const override;
     void setFloatValue(float value) override;
     void setAction(std::function<void(EventType)> action) override { _action = std::move(action); }
-    // Its parent shares out the room: the slider takes what its neighbours leave.
+    // The box that holds the slider gives it the width that its neighbours leave.
     void setFrame(const Rect&) override { _scale.queue_resize(); }
 
     // Moves the knob as the keyboard does.
     void moveTo(double value) { _scale.set_value(value); }
 
-    // The pointer took hold of the slider, and let go of it.
+    // The pointer pressed and released the slider.
     void pointerDown() { _isPressed = true; }
     void pointerUp();
     // Called when the pointer has let go, after the action.

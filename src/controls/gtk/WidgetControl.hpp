@@ -6,11 +6,10 @@
 
 namespace pagora {
 
-// Where the widget is in its parent, in points with the origin at the parent's bottom left; empty before it is laid
-// out.
+// The widget's frame in its parent, in points with the origin at the bottom left; empty before the layout.
 Rect frameInParent(const Gtk::Widget& widget);
 
-// What every control does, over a widget of a layout. The widget belongs to its window, which outlives the control.
+// The common part of all controls. The widget belongs to its window, which outlives the control.
 class WidgetControl : public virtual Control {
 public:
     explicit WidgetControl(Gtk::Widget& widget)
@@ -23,7 +22,7 @@ public:
     void setEnabled(bool enabled) override { _widget.set_sensitive(enabled); }
     bool isEnabled() const override { return _widget.get_sensitive(); }
     Rect frame() const override { return frameInParent(_widget); }
-    // Asks for the size; the place too where the parent leaves places to its children.
+    // Requests the size, and the position where the parent is a Gtk::Fixed.
     void setFrame(const Rect& frame) override;
     void makeFirstResponder() override { _widget.grab_focus(); }
 

@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// The covers shown last, ready to be drawn, up to a number of them. A cover is found by its book, as long as the book's
-// cover data has not been replaced. Main thread.
+// A cache of the covers shown last, as textures. A cover is found by its book while the book's cover data is unchanged.
+// Main thread.
 class CoverCache {
 public:
     explicit CoverCache(std::size_t capacity)
@@ -25,7 +25,7 @@ public:
 
 private:
     struct Cover {
-        // Names the book; it is not looked into.
+        // Identifies the book; never dereferenced.
         const BookInfo* book;
         Data data;
         Glib::RefPtr<Gdk::Texture> texture;

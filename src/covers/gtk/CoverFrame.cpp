@@ -9,11 +9,11 @@ namespace pagora {
 
 namespace {
 
-// About as many as there are proportions of covers; each takes a tenth of a megabyte.
-constexpr std::size_t mostPictures = 96;
+// About as many as there are cover sizes; each takes about 100 kB.
+constexpr std::size_t maxPictures = 96;
 
-// Graphics cards draw shadows without effort. The processor would blur them for every cover in every frame, which takes
-// four times as long as all the rest of the cover.
+// Software rendering would blur the shadows of every cover in every frame, which takes four times as long as the rest
+// of the cover.
 bool isDrawnByProcessor(GtkWidget* widget)
 {
     GtkNative* const native = gtk_widget_get_native(widget);
@@ -45,7 +45,7 @@ void CoverFrame::append(GtkSnapshot* snapshot, GtkWidget* widget) const
 
 void CoverFrame::appendNodes(GtkSnapshot* snapshot) const
 {
-    // A near shadow that draws the edge and a far one that lifts the cover.
+    // A near shadow for the edge and a far one for the elevation.
     constexpr GdkRGBA edge { 0, 0, 0, 0.22F };
     constexpr GdkRGBA shadow { 0, 0, 0, 0.24F };
     gtk_snapshot_append_outset_shadow(snapshot, &_outline, &edge, 0, _lift, 0, 2 * _lift);
@@ -64,7 +64,7 @@ const CoverFrame::Picture& CoverFrame::picture(int pixelsInPoint) const
     const Key key { size.width, size.height, _lift, _line.red, _line.green, _line.blue, _line.alpha, pixelsInPoint };
     if (const auto known = pictures.find(key); known != pictures.end())
         return known->second;
-    if (pictures.size() >= mostPictures)
+    if (pictures.size() >= maxPictures)
         pictures.clear();
     return pictures[key] = drawn(pixelsInPoint);
 }

@@ -22,7 +22,7 @@ private:
     struct Picture;
 
     void appendNodes(GtkSnapshot* snapshot) const;
-    // The nodes as a picture, which all covers of that size share.
+    // The nodes rendered to a texture that all covers of that size share.
     const Picture& picture(int pixelsInPoint) const;
     Picture drawn(int pixelsInPoint) const;
 

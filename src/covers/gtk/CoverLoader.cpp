@@ -50,7 +50,7 @@ CoverLoader::Ticket CoverLoader::load(const BookInfoPtr& book, Receiver receive)
         return {};
     }
     auto ticket = std::make_shared<Request>(Request { book, *book->imgData(), std::move(receive) });
-    // The workers see the bytes and whether they are still waited for, nothing else: the record is the main thread's.
+    // The workers use only the bytes and the ticket; the record belongs to the main thread.
     _workers[_nextWorker++ % _workers.size()].perform(
         [this, self = std::weak_ptr(_self), waiting = std::weak_ptr<Request>(ticket), data = ticket->data] {
             if (waiting.expired())

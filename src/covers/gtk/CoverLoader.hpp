@@ -10,15 +10,14 @@
 
 namespace pagora {
 
-// Makes the covers of books ready to be drawn: decoded in the background when they are asked for, and kept for as long
-// as they are among the ones shown last. Main thread.
+// Decodes covers in the background on request and caches those shown last. Main thread.
 class CoverLoader {
 public:
     // In points; covers are decoded for screens of twice that many pixels.
     static constexpr Size coverSize { 106, 156 };
     static constexpr std::size_t cacheCapacity = 400;
 
-    // A cover that somebody waits for; dropping it calls it off.
+    // A pending request. Destroying it cancels it.
     struct Request;
     using Ticket = std::shared_ptr<Request>;
     using Receiver = std::function<void(const Glib::RefPtr<Gdk::Texture>&)>;
@@ -41,10 +40,10 @@ private:
     CoverCache _cache { cacheCapacity };
     Glib::RefPtr<Gdk::Texture> _defaultCover;
     bool _defaultCoverIsLoaded = false;
-    // What is drawn from frame to frame goes first.
+    // Low urgency, so that drawing frames goes first.
     std::array<Worker, 2> _workers { Worker(Worker::Urgency::Low), Worker(Worker::Urgency::Low) };
     std::size_t _nextWorker = 0;
-    // Goes with the loader; for covers that come back later.
+    // Expires with the loader, for covers that come later.
     std::shared_ptr<CoverLoader*> _self;
 };
 

@@ -33,7 +33,7 @@ CoverView::CoverView(Size box)
     : _box(box)
 {
     add_css_class("cover");
-    // What it belongs to is named.
+    // The item around it has the name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
     set_halign(Gtk::Align::CENTER);
     set_valign(Gtk::Align::CENTER);

@@ -27,8 +27,8 @@ Glib::ustring withoutAccessKey(const Glib::ustring& label)
     return name;
 }
 
-// The widget tells that it could have the focus, and that it cannot. A window that is still being mapped would be told
-// of before it knows what it is.
+// Emits a focus change so that assistive technology learns of the widget. Done when idle, because a window that is
+// being mapped is not ready.
 void introduceSoon(Gtk::Widget& widget)
 {
     const auto introduce = +[](gpointer widget) -> gboolean {
@@ -49,7 +49,7 @@ void setAccessibleName(Gtk::Widget& widget, const Glib::ustring& name)
 void correctAccessibleNames(Gtk::Widget& root)
 {
     if (auto* const button = dynamic_cast<Gtk::Button*>(&root)) {
-        // It is labelled by the text in it already, which is without the mark.
+        // The inner label already names it, without the mnemonic mark.
         if (button->get_use_underline() && !button->get_label().empty())
             gtk_accessible_reset_property(GTK_ACCESSIBLE(button->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL);
     } else if (auto* const check = dynamic_cast<Gtk::CheckButton*>(&root)) {

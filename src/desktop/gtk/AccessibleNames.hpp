@@ -4,24 +4,23 @@
 
 namespace pagora {
 
-// The name by which assistive technology calls the widget.
+// Sets the accessible name.
 void setAccessibleName(Gtk::Widget& widget, const Glib::ustring& name);
 
-// Gives the controls in a window or view the names that the toolkit gets wrong: the marks of access keys are no part of
-// a name, and a menu and the button in a drop-down are called by the tooltip of what they belong to.
+// Corrects accessible names that the toolkit gets wrong: removes mnemonic marks, and names a menu and the button of a
+// drop-down by their owner's tooltip.
 void correctAccessibleNames(Gtk::Widget& root);
 
-// Leaves what has nothing to be called by without a name, where the toolkit would give it that of its class: parts
-// without a role, scroll bars, pages of stacks and empty texts. Before the parts have names of their own, and before
-// they are shown.
+// Removes names where the toolkit would use a class name: widgets without a role, scroll bars, stack pages and empty
+// labels. Called before the widgets get names and are shown.
 void leaveUnnamed(Gtk::Widget& root);
 
-// Lets assistive technology hear what becomes of the status texts and progress bars in a window or view, from when they
-// are shown: the toolkit tells only of widgets that have been asked for or have told of their focus.
+// Announces changes of the status labels and progress bars in a window or view from the time they are shown. The
+// toolkit only reports widgets that were queried or had the focus.
 void tellOfChanges(Gtk::Widget& root);
 
-// Names what the toolkit's own windows leave unnamed: searches as such, menus and texts by `name`. Pictures there say
-// nothing. Before the window is shown.
+// Names the controls that the toolkit's own windows leave unnamed: search fields as such, menus and text fields by
+// `name`. Images are hidden. Called before the window is shown.
 void nameToolkitControls(Gtk::Widget& root, const Glib::ustring& name);
 
 }

@@ -21,15 +21,14 @@ std::string escaped(const std::string& text)
     return copy;
 }
 
-// What fontconfig would read without Pagora. A name without a folder is looked for where fontconfig has its files.
+// The system's fontconfig file. A name without a folder is searched in fontconfig's folder.
 std::string systemFile()
 {
     const char* const file = g_getenv("FONTCONFIG_FILE");
     return file && *file ? file : "fonts.conf";
 }
 
-// The relatives are put right after the name, before those that the system knows. "same" makes the page engine take a
-// relative for the font itself.
+// The substitutes follow the name directly, before the system's own. "same" makes the page engine accept a substitute.
 std::string configuration(const std::string& systemFile)
 {
     std::string text = "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"urn:fontconfig:fonts.dtd\">\n";
@@ -53,7 +52,7 @@ const std::vector<MenuFont>& menuFonts()
         { "Arial", { "Liberation Sans", "Arimo", "Nimbus Sans" } },
         { "Baskerville",
             { "Libre Baskerville", "Baskervville", "Baskervald ADF Std", "Charis SIL Compact", "Charis SIL" } },
-        // Charis is Bitstream Charter, which is by the same hand as Georgia.
+        // Charis derives from Bitstream Charter, by the designer of Georgia.
         { "Georgia", { "Gelasio", "Charis SIL Compact", "Charis SIL", "Charis", "XCharter", "DejaVu Serif" } },
         { "Helvetica", { "TeX Gyre Heros", "Nimbus Sans", "Liberation Sans", "Arimo" } },
         { "Palatino", { "TeX Gyre Pagella", "P052", "URW Palladio L" } },
@@ -71,8 +70,8 @@ bool useBookFonts(const std::string& file)
     if (!g_file_set_contents(file.c_str(), text.c_str(), static_cast<gssize>(text.size()), nullptr))
         return false;
     g_setenv("FONTCONFIG_FILE", file.c_str(), TRUE);
-    // Fonts with Graphite tables, as Charis, would draw a box for each line break in a page's source: the engine tells
-    // only HarfBuzz's own shaper that it is a space.
+    // The Graphite shaper would draw a box for each line break in a page's source; the OpenType shaper treats it as a
+    // space.
     g_setenv("HB_SHAPER_LIST", "ot", FALSE);
     writtenFile = file;
     return true;

@@ -86,7 +86,7 @@ void ColorScheme::changed(const Glib::ustring& signal, const Glib::VariantContai
         follow(value);
 }
 
-// The setting may lie in a variant of a variant.
+// The value may be wrapped in several variants.
 void ColorScheme::follow(Glib::VariantBase scheme)
 {
     GVariant* value = g_variant_ref(scheme.gobj());

@@ -7,8 +7,8 @@
 
 namespace pagora {
 
-// Keeps the program's windows dark while the person's desktop prefers that. The desktop's portal is asked and listened
-// to without waiting for it; where none answers, the toolkit's own settings stand. Main thread, with a display.
+// Follows the desktop's preference for dark windows. Reads it from the desktop portal asynchronously; without a portal,
+// GTK's own settings apply. Main thread, with a display.
 class ColorScheme {
 public:
     explicit ColorScheme(const std::string& portal = "org.freedesktop.portal.Desktop");

@@ -23,8 +23,8 @@ void DesktopWindow::setTitle(const std::string& title)
 
 Rect DesktopWindow::frame() const
 {
-    // The size that `setFrame` takes, which follows what the user does to the window. The widget's own size leaves out
-    // what the toolkit draws around it, so windows that hand their frames on would shrink.
+    // The default size, which follows resizing by the user. The widget's own size excludes the decorations, so windows
+    // that pass their frames on would shrink.
     int width = 0;
     int height = 0;
     _window.get_default_size(width, height);

@@ -6,8 +6,8 @@
 
 namespace pagora {
 
-// A small window of its own, like a dialog. It belongs to a layout, which outlives it. The desktop places windows: the
-// origin of the frame is what was last set.
+// A separate toplevel such as a dialog. It belongs to a layout, which outlives it. The desktop positions windows: the
+// origin of the frame is the one that was last set.
 class DesktopWindow : public Window {
 public:
     explicit DesktopWindow(Gtk::Window& window)
@@ -26,7 +26,7 @@ public:
     void makeKeyAndOrderFront() override { _window.present(); }
     void orderOut() override { _window.set_visible(false); }
     bool isVisible() const override { return _window.get_visible(); }
-    // The toolkit may leave a window active that was hidden while it had the keyboard.
+    // GTK may leave a window active that was hidden while it had the keyboard.
     bool isKeyWindow() const override { return _window.is_active() && isVisible(); }
 
     void toggleFullScreen() override { }

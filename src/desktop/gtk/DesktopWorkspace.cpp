@@ -20,11 +20,11 @@ namespace pagora {
 
 namespace {
 
-// Milliseconds; a file manager that has to be started first needs a while.
-constexpr int fileManagerPatience = 10'000;
+// In milliseconds. A file manager may have to be started first.
+constexpr int fileManagerTimeout = 10'000;
 
-// How much of a scheme goes to the log.
-constexpr std::size_t longestScheme = 40;
+// The logged part of a scheme.
+constexpr std::size_t maxSchemeLength = 40;
 
 void openInDefaultProgram(const std::string& uri)
 {
@@ -50,7 +50,7 @@ void showItem(const Glib::RefPtr<Gio::DBus::Connection>& bus, const std::string&
                 openFolderOf(path);
             }
         },
-        "org.freedesktop.FileManager1", fileManagerPatience);
+        "org.freedesktop.FileManager1", fileManagerTimeout);
 }
 
 }
@@ -65,14 +65,14 @@ std::vector<std::optional<std::string>> DesktopWorkspace::copyFiles(
     return copies;
 }
 
-std::unique_ptr<CopyAhead> DesktopWorkspace::copyAhead(const std::string& file, const std::string& destination)
+std::unique_ptr<PrefetchedCopy> DesktopWorkspace::prefetchCopy(const std::string& file, const std::string& destination)
 {
-    return CopyAhead::of(file, destination);
+    return PrefetchedCopy::of(file, destination);
 }
 
 bool DesktopWorkspace::canRecycleFile(const std::string& path) const
 {
-    // The portal sees the file where it really lies, and answers only when the file is to go.
+    // The portal resolves the file's real path, and answers only for files that it can move.
     if (_where == Surroundings::Flatpak)
         return true;
     try {
@@ -125,7 +125,7 @@ bool DesktopWorkspace::mayOpen(const Url& url, RequestedBy requestedBy)
 void DesktopWorkspace::openURL(const Url& url, RequestedBy requestedBy)
 {
     if (!mayOpen(url, requestedBy))
-        return log("not opened: a link of the kind " + url.scheme().substr(0, longestScheme));
+        return log("not opened: a link of the kind " + url.scheme().substr(0, maxSchemeLength));
     if (!Gio::AppInfo::get_default_for_uri_scheme(url.scheme()))
         return;
     openInDefaultProgram(url.text());

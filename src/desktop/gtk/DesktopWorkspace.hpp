@@ -10,8 +10,8 @@
 
 namespace pagora {
 
-// The workspace of a Linux desktop: the Trash and the default programs by GIO, the file manager by its D-Bus service.
-// Nothing here waits for another program.
+// The workspace of a Linux desktop: Trash and default programs by GIO, the file manager by D-Bus. No call waits for
+// another program.
 class DesktopWorkspace : public Workspace {
 public:
     using MountOf = std::function<FileMount(const std::string& path)>;
@@ -23,17 +23,17 @@ public:
 
     std::vector<std::optional<std::string>> copyFiles(
         const std::string& source, const std::string& destination, const std::vector<std::string>& names) override;
-    std::unique_ptr<CopyAhead> copyAhead(const std::string& file, const std::string& destination) override;
+    std::unique_ptr<PrefetchedCopy> prefetchCopy(const std::string& file, const std::string& destination) override;
     bool canRecycleFile(const std::string& path) const override;
     bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override;
     // Opens the enclosing folder where no file manager answers.
     void selectFile(const std::string& path) override;
     // Decided by the first seven characters, "/Volume", or by the mount that the file is on.
     bool isOnMountedVolume(const std::string& path) override;
-    // Whether a page may have a URL of this kind opened: by itself only what a browser shows; with the person's press
-    // on a link also letters, calls and messages; never what another program takes for a command or a file.
+    // Whether this kind of URL may be opened. Pages can open only web URLs by themselves; a click by the user also
+    // opens mail, phone and message URLs. URLs that other programs treat as commands or files are never opened.
     static bool mayOpen(const Url& url, RequestedBy requestedBy);
-    // Nothing for a URL that may not be opened, or whose scheme no program handles.
+    // Ignores URLs that may not be opened or have no handler.
     void openURL(const Url& url, RequestedBy requestedBy) override;
     void noteNewRecentDocumentURL(const Url& url) override;
 

@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// Before the next frame. What takes the mark away is not done with it yet.
+// Deferred: GTK is still clearing the focus ring.
 void markSoon(Gtk::Window& window)
 {
     const auto mark = +[](gpointer window) -> gboolean {

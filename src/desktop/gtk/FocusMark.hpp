@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-// Keeps what has the keyboard marked from the first key on, until the pointer is pressed in the window: the toolkit
-// lets the mark go some seconds after each key.
+// Keeps the focus ring visible from the first key until the pointer is pressed in the window. GTK hides it a few
+// seconds after each key.
 void keepFocusMarked(Gtk::Window& window);
 
 }

@@ -21,26 +21,26 @@ struct Switch {
 
 constexpr const char* rendererName = "GSK_RENDERER";
 
-// Keeps the page engine from drawing by GL in this process, and from making contexts for that.
+// Keeps the page engine from using GL in this process.
 constexpr Switch engineWithoutGl = { "WEBKIT_DISABLE_DMABUF_RENDERER", "1" };
 
-// From this minor version of GTK 4 on, what it is not to use has a variable of its own.
+// From this minor version of GTK 4 on, features are disabled by a separate variable.
 constexpr unsigned firstThatDisables = 16;
 constexpr Switch toolkitWithoutGl = { "GDK_DISABLE", "gl" };
 constexpr Switch olderToolkitWithoutGl = { "GDK_DEBUG", "gl-disable" };
 
-// What keeps the toolkit, and the page engine, which is never to use a graphics card, from starting the drawing by one.
-// The engine would look for its card by starting it: there is none in a file that is always empty.
+// Disables hardware rendering in the toolkit and the page engine. The engine would initialise the driver to find its
+// device; it finds none in an empty file.
 std::array<Switch, 4> withoutGl()
 {
     return { gtk_get_minor_version() < firstThatDisables ? olderToolkitWithoutGl : toolkitWithoutGl,
         { "WEBKIT_DISABLE_COMPOSITING_MODE", "1" }, engineWithoutGl, { "WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null" } };
 }
 
-// From this minor version of GTK 4 on, it notices when another library has changed the current GL context.
+// From this minor version on, GTK notices when another library changes the current GL context.
 constexpr unsigned firstThatNotices = 18;
 
-// What was set here, with what it was before.
+// A variable that was set here, with its former value.
 struct Former {
     const char* name;
     std::string value;
@@ -82,8 +82,8 @@ void prepareGraphics(const GraphicsCard& card)
             std::ranges::for_each(switches, set);
         return;
     }
-    // The engine's start would leave this thread without a current GL context, and the toolkit would go on drawing in
-    // the belief that its own is current.
+    // The engine's initialisation would leave this thread without a current GL context, which older GTK does not
+    // notice.
     if (gtk_get_minor_version() < firstThatNotices)
         set(engineWithoutGl);
 }

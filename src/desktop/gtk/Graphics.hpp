@@ -6,12 +6,12 @@
 
 namespace pagora {
 
-// Decides what the toolkit and the page engine draw with. Where no graphics card draws and the person has not chosen
-// (GSK_RENDERER), the processor draws without GL. What draws by GL and is not used is not loaded; it would take time
-// and memory at each start. Before the toolkit starts, and before there are other threads.
+// Chooses the renderer of the toolkit and the page engine: cairo without GL where no graphics card renders and the user
+// has not set GSK_RENDERER. GL libraries that are not used are not loaded, which saves startup time and memory. Called
+// before the toolkit starts and before other threads exist.
 void prepareGraphics(const GraphicsCard& card = GraphicsCard());
 
-// Programs that are started with it do not get these decisions. The caller owns it.
+// A launch context without these settings. The caller owns it.
 GAppLaunchContext* makeLaunchContext();
 
 }

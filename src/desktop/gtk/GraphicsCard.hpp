@@ -6,14 +6,13 @@
 
 namespace pagora {
 
-// Finds out whether a graphics card draws what programs draw by GL. Before the toolkit starts, and before there are
-// other threads.
+// Determines whether a graphics card renders GL. Called before the toolkit starts and before other threads exist.
 class GraphicsCard {
 public:
     struct Options {
         // The folder of the kernel's device files.
         std::string devices = "/dev";
-        // Keeps the name of the renderer until the person's session ends. Empty: it is not kept.
+        // Caches the renderer's name for the session; empty for no cache.
         std::string answerFile;
         // Returns the name of the renderer; empty when there is none. Called in a child process.
         std::function<std::string()> askRenderer;
@@ -25,11 +24,11 @@ public:
 
     explicit GraphicsCard(Options options = system());
 
-    // False where there is no card, or where GL is known to be drawn by the processor.
+    // False without a card or with a software renderer.
     bool draws() const;
 
-    // The name of the renderer that GL has on the display of this session; empty when it has none. It loads the
-    // drivers and connects to the display, so it is called in a child process.
+    // The GL renderer's name on this session's display; empty when there is none. Loads drivers and connects to the
+    // display, so it is called in a child process.
     static std::string rendererOfDisplay();
 
 private:

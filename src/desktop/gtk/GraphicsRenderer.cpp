@@ -13,7 +13,7 @@ namespace {
 using GetString = const unsigned char* (*)(unsigned);
 constexpr unsigned glRenderer = 0x1F01;
 
-// The library is loaded only here: nothing else of the program needs it.
+// Loads EGL at run time, because nothing else needs it.
 class Egl {
 public:
     Egl()
@@ -39,7 +39,7 @@ private:
     PFNEGLGETPROCADDRESSPROC _address = nullptr;
 };
 
-// The toolkit looks for a Wayland display first, unless it is told otherwise.
+// GTK tries Wayland first unless it is configured otherwise.
 EGLenum platformOfDisplay()
 {
     const char* const backend = std::getenv("GDK_BACKEND");

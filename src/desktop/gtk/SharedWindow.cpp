@@ -11,7 +11,7 @@ namespace pagora {
 
 namespace {
 
-// How long a window that the desktop does not draw, because it is covered or minimised, is waited for.
+// In milliseconds. Covered and minimised windows are not laid out.
 constexpr unsigned layoutTimeout = 1'000;
 
 int points(double length)
@@ -192,7 +192,7 @@ Reply<void> SharedWindow::laidOut()
         }
     };
     const auto layout = std::make_shared<Layout>(Layout { reply.resolver() });
-    // Laid out is the size that was asked for, or one that two frames in a row agree on.
+    // The layout is done when the size is the one that was asked for, or the same in two frames.
     const auto look = [this, self = std::weak_ptr(_self), layout] {
         if (self.expired())
             return;
@@ -202,7 +202,7 @@ Reply<void> SharedWindow::laidOut()
         layout->seen = size;
     };
     window().add_tick_callback([layout, look](const Glib::RefPtr<Gdk::FrameClock>&) {
-        // The frame is laid out after this, and the coroutine that waits goes on outside of it.
+        // The frame is laid out after this callback; the coroutine continues outside of it.
         if (!layout->answered)
             Glib::signal_idle().connect_once(look, Glib::PRIORITY_DEFAULT);
         return !layout->answered;

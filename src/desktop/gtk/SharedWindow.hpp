@@ -51,7 +51,7 @@ public:
     void setStateAction(std::function<void()> action) { _stateAction = std::move(action); }
     // Called when the toplevel is told to close while this window is in front; answers whether it may.
     void setCloseAction(std::function<bool()> action) { _closeAction = std::move(action); }
-    // The toplevel has the controller while this window is in front.
+    // The controller is attached to the toplevel while this window is in front.
     void addController(const Glib::RefPtr<Gtk::EventController>& controller);
 
     // The toplevel's.
@@ -87,7 +87,7 @@ private:
     std::function<void(bool)> _fullScreenAction;
     std::function<void()> _stateAction;
     std::function<bool()> _closeAction;
-    // Goes with the window; for what comes back later.
+    // Expires with the window, for callbacks that come later.
     std::shared_ptr<SharedWindow*> _self = std::make_shared<SharedWindow*>(this);
 };
 

@@ -2,7 +2,7 @@
 
 namespace pagora {
 
-// How much larger than usual the desktop wants text, and what goes with it. Main thread.
+// The desktop's text scale factor. Main thread.
 double textScale();
 
 }

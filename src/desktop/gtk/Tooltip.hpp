@@ -6,9 +6,8 @@
 
 namespace pagora {
 
-// Asks for the widget's tooltip when the pointer comes to rest on it; none where the text is empty. For widgets that
-// are made or changed while a window comes up: each text that is set as a tooltip asks the display where the pointer
-// is, and waits for the answer.
+// Provides the widget's tooltip on demand; none when the text is empty. Setting a tooltip text directly queries the
+// pointer position from the display and waits, which slows down window creation.
 void showOnHover(Gtk::Widget& widget, std::function<Glib::ustring()> text);
 
 }

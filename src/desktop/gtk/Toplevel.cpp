@@ -15,11 +15,11 @@ namespace pagora {
 
 namespace {
 
-// Until something says otherwise.
+// The default size.
 constexpr int firstWidth = 1032;
 constexpr int firstHeight = 720;
 
-constexpr std::size_t longestTitle = 1'000;
+constexpr std::size_t maxTitleLength = 1'000;
 
 constexpr int sizedByDesktop = GDK_TOPLEVEL_STATE_MAXIMIZED | GDK_TOPLEVEL_STATE_FULLSCREEN | GDK_TOPLEVEL_STATE_TILED
     | GDK_TOPLEVEL_STATE_TOP_TILED | GDK_TOPLEVEL_STATE_RIGHT_TILED | GDK_TOPLEVEL_STATE_BOTTOM_TILED
@@ -132,7 +132,7 @@ void Toplevel::orderOut(Member& window)
     window.stateDidChange();
 }
 
-// What orders the last window out may order another in.
+// Deferred, since another window may be ordered in at once.
 void Toplevel::hideSoon()
 {
     _hiding.disconnect();
@@ -147,7 +147,7 @@ void Toplevel::hideSoon()
 void Toplevel::showFront()
 {
     auto& front = *_ordered.back();
-    // The stack would give the focus to the first control of the content.
+    // The stack would focus the first control of the content.
     _window.unset_focus();
     front.content().set_visible(true);
     _contents.set_visible_child(front.content());
@@ -167,7 +167,7 @@ bool Toplevel::isOrderedIn(const Member& window) const
 
 void Toplevel::showTitle()
 {
-    _window.set_title(displayText(_ordered.back()->title(), longestTitle));
+    _window.set_title(displayText(_ordered.back()->title(), maxTitleLength));
 }
 
 bool Toplevel::isSizedByDesktop() const
@@ -184,7 +184,8 @@ Toplevel::Size Toplevel::freeSize() const
     return size;
 }
 
-// The widget's own size leaves out what the toolkit draws around it, so windows that hand their frames on would shrink.
+// The default size is used because the widget's size excludes the decorations, so windows that pass their frames on
+// would shrink.
 Toplevel::Size Toplevel::size() const
 {
     if (_sizeAfterMaximized || !isSizedByDesktop())
@@ -240,7 +241,7 @@ bool Toplevel::hasAskedSize() const
     return surface && freeSize() == Size { surface->get_width(), surface->get_height() };
 }
 
-// As it was last asked for, for the desktop answers later.
+// The requested state, since the desktop answers later.
 bool Toplevel::isFullScreen() const
 {
     return _asked ? _asked->isFullScreen : _window.is_fullscreen();
@@ -262,7 +263,7 @@ void Toplevel::fullScreenDidChange()
     if (told)
         told->stateDidChange();
     if (_asked) {
-        // What was asked for before the last change, and comes late.
+        // A late answer to an earlier request.
         if (_asked->isFullScreen != isFullScreen)
             return;
         told = std::exchange(_asked, std::nullopt)->by;
@@ -279,7 +280,7 @@ Toplevel::Member* Toplevel::ownerOf(const Gtk::Widget& widget) const
     return owner == _windows.end() ? nullptr : *owner;
 }
 
-// A window that is not in front has the focus that it is given when it comes to the front.
+// Focus that is given to a window behind is kept for the time when it is in front.
 void Toplevel::keepFocusInFront()
 {
     auto* const focus = _window.get_focus();

@@ -59,8 +59,8 @@ public:
     Gtk::ApplicationWindow& window() { return _window; }
     // The window that is shown; null for none.
     const Member* front() const { return _ordered.empty() ? nullptr : _ordered.back(); }
-    // Hides the window for good. Later orders change what the windows say of themselves and nothing on the display,
-    // which may be gone: the toolkit would wait for its answer for ever.
+    // Hides the window permanently. Later orders change only the windows' own state: the display may be gone, and the
+    // toolkit would wait for it forever.
     void end();
 
     // For its members.
@@ -82,7 +82,8 @@ public:
     void setFullScreen(bool isFullScreen, Member& by);
 
 private:
-    // A change that the desktop has not reported yet, and who asked for it; null once that window is gone or covered.
+    // A full-screen request that the desktop has not confirmed, and the window that made it; null when that window is
+    // gone.
     struct Asked {
         bool isFullScreen = false;
         Member* by = nullptr;

@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// Tells both pages, where they want to know.
+// Calls both pages, where the function is set.
 template <typename... Arguments>
 std::function<void(Arguments...)> both(
     std::function<void(Arguments...)> first, std::function<void(Arguments...)> second)
@@ -21,7 +21,7 @@ std::function<void(Arguments...)> both(
     };
 }
 
-// Whether assistive technology meets the page.
+// Shows or hides the page for assistive technology.
 void setPresent(Gtk::Widget& page, bool isPresent)
 {
     gtk_accessible_update_state(GTK_ACCESSIBLE(page.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN, !isPresent, -1);
@@ -71,7 +71,7 @@ void PreparedPagesGtk::didExchange(std::size_t shown)
     auto& page = *_sides[shown].widget;
     auto& spare = *_sides[1 - shown].widget;
     setPresent(page, true);
-    // The keyboard goes with the page.
+    // The keyboard focus moves with the page.
     const auto* const window = dynamic_cast<Gtk::Window*>(_place.get_root());
     const auto* const focus = window ? window->get_focus() : nullptr;
     if (focus && focus->is_ancestor(spare))

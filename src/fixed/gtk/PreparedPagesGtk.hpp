@@ -13,7 +13,7 @@ public:
     PreparedPagesGtk(ReaderPage shown, ReaderPage spare);
     ~PreparedPagesGtk() override;
 
-    // What a reader window takes in, made of two pages.
+    // Combines two pages into one for a reader window.
     static ReaderPage make(ReaderPage shown, ReaderPage spare);
 
 private:

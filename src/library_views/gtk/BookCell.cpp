@@ -23,7 +23,7 @@ Glib::ustring spoken(const Glib::ustring& title, const Glib::ustring& author)
     return author.empty() ? title : Glib::ustring(formatted(_("%s, %s"), title.c_str(), author.c_str()));
 }
 
-// The height of a line in the label's font, in points. Asking a font takes long, and all cells have the same ones.
+// The height of a line in the label's font, in points. Cached, because measuring is slow and all cells share the fonts.
 int lineHeight(const Gtk::Label& label)
 {
     struct Line {
@@ -115,7 +115,7 @@ BookCell::BookCell(CoverLoader& loader)
     }
     for (auto* const part : parts())
         part->set_parent(*this);
-    // The toolkit's part of a cell goes before the cell.
+    // The C widget is disposed before the C++ object.
     _letGo = signal_destroy().connect([this] { letGoOfParts(); });
 }
 
@@ -154,7 +154,7 @@ void BookCell::measure_vfunc(
     minimumBaseline = naturalBaseline = -1;
 }
 
-// What is left of the height goes below the texts.
+// The remaining height is below the texts.
 void BookCell::size_allocate_vfunc(int width, int, int)
 {
     int top = 0;

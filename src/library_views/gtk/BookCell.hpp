@@ -13,7 +13,7 @@ namespace pagora {
 // A book's text on one line of a cell; empty when there is none. Long texts are cut.
 Glib::ustring cellText(const std::optional<std::string>& text);
 
-// A book as it is called aloud: its title and its author.
+// The accessible name of a book: its title and author.
 Glib::ustring spokenBook(const BookInfo& book);
 
 // Shows the text as a tooltip where the label had to cut it.
@@ -32,8 +32,8 @@ private:
     CoverLoader::Ticket _ticket;
 };
 
-// An item of the grid: a cover, and title and author below it. It is used again for one book after another. Its size
-// follows from the fonts alone, so that a book that comes into it costs each text one layout. Main thread.
+// An item of the grid: a cover with title and author below it. It is reused for different books. Its size depends only
+// on the fonts, so that a new book costs each text one layout. Main thread.
 class BookCell : public Gtk::Widget {
 public:
     // The width of a cell without its margins, in points: more where the desktop enlarges text, though not by as much.

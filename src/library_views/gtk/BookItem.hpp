@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// A book as the toolkit's lists hand it to their cells. Main thread.
+// A book as an item of the toolkit's list models. Main thread.
 class BookItem : public Glib::Object {
 public:
     static Glib::RefPtr<BookItem> create(BookInfoPtr book);

@@ -14,7 +14,7 @@ class BookModel : public Gio::ListModel, public Glib::Object {
 public:
     static Glib::RefPtr<BookModel> create();
 
-    // Shows the books instead of the ones before. What both begin or end with counts as unchanged.
+    // Replaces the books. A common beginning and end count as unchanged.
     void setBooks(BookArray books);
 
     // How many items were made so far.

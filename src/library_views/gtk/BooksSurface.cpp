@@ -108,7 +108,7 @@ void BooksSurface::stopWatching()
 
 void BooksSurface::watchLeftButton(Gtk::Widget& view)
 {
-    // The items take clicks for themselves, so clicks are seen on their way down and reported on the way up.
+    // The items claim clicks, so clicks are captured on the way down and reported on the way up.
     const auto events = Gtk::EventControllerLegacy::create();
     events->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     events->signal_event().connect(
@@ -239,7 +239,7 @@ void BooksSurface::nameItem(Gtk::Widget& cell, const Glib::ustring& name, const 
     if (!item || !book)
         return;
     setAccessibleName(*item, name);
-    // A row of the list is called by the book, its cells by what is in them.
+    // A row is named by its book, and its cells by their text.
     if (item->get_css_name() == "cell" && item->get_parent())
         setAccessibleName(*item->get_parent(), spokenBook(*book));
 }

@@ -25,8 +25,8 @@ std::vector<std::string> pathsOf(const GValue& value)
     return paths;
 }
 
-// What the source of the drag allows. On Wayland that does not change during a drag, and the toolkit reports the chosen
-// action alone after it was chosen; the first report is kept with the drag.
+// The actions that the source allows. On Wayland they do not change during a drag, and GTK reports only the chosen
+// action later, so the first report is kept with the drag.
 Gdk::DragAction allowedActions(const Gdk::Drop& drop)
 {
     static constexpr const char* key = "pagora-allowed-actions";
@@ -48,7 +48,7 @@ FileDropTarget::FileDropTarget(Gtk::Widget& widget, Delegate delegate, std::func
     , _isOver(std::move(isOver))
     , _target(Gtk::DropTarget::create(GDK_TYPE_FILE_LIST, Gdk::DragAction::COPY))
 {
-    // The names are read once, while the files are still held: the desktop may hand them out only once.
+    // The names are preloaded, because the desktop may provide them only once.
     _target->set_preload(true);
     _target->signal_enter().connect([this](double, double) { return judge(); }, false);
     _target->signal_motion().connect([this](double, double) { return judgeAgain(); }, false);
@@ -103,7 +103,7 @@ Gdk::DragAction FileDropTarget::judge()
     return _answer;
 }
 
-// What the source allows changes with the keys that are held.
+// The allowed actions change with the modifier keys.
 Gdk::DragAction FileDropTarget::judgeAgain()
 {
     const auto drop = _target->get_current_drop();

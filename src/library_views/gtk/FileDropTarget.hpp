@@ -9,10 +9,10 @@
 
 namespace pagora {
 
-// Takes files that are dropped on a widget, for a delegate that judges them first. Main thread.
+// Accepts dropped files on a widget for a delegate that validates them. Main thread.
 class FileDropTarget {
 public:
-    // Null for nobody who takes files now.
+    // Null when files are not accepted.
     using Delegate = std::function<DropDelegate*()>;
 
     // `isOver` hears of files that come over the widget and would be taken, and when they leave.
@@ -21,8 +21,8 @@ public:
     FileDropTarget(const FileDropTarget&) = delete;
     FileDropTarget& operator=(const FileDropTarget&) = delete;
 
-    // What a source allows, of which copying is all that is ever done. A source leaves the decision to the destination
-    // when it allows more than a copy.
+    // The source's actions, of which only copying is used. A source that allows more than a copy leaves the choice to
+    // the destination.
     static DragOperation::Mask operationsOf(Gdk::DragAction actions);
 
 private:

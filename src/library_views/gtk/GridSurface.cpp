@@ -30,7 +30,7 @@ GridSurface::GridSurface(ArrayController& books, CoverLoader& loader)
     leaveUnnamed(*_imageView);
     watchInput(*_bookCollectionView, *_bookCollectionView);
 
-    // The view keeps cells for thirty rows of as many columns as it may have, so it may have only those that fit.
+    // The view keeps cells for thirty rows of its maximum column count, so that count is set to what fits.
     _widthChanged = _scroller->get_hadjustment()->property_page_size().signal_changed().connect([this] {
         _fitting.disconnect();
         _fitting = Glib::signal_idle().connect(

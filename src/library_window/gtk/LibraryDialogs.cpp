@@ -22,7 +22,7 @@ std::vector<std::string> pathsOfFiles(const Gio::ListModel& files)
     std::vector<std::string> paths;
     auto* const model = const_cast<GListModel*>(files.gobj());
     for (guint i = 0; i < files.get_n_items(); ++i) {
-        // A file that only the C library knows cannot be had from the model as a C++ object.
+        // Not every GFile in the model has a C++ wrapper.
         const auto file = Glib::wrap(G_FILE(g_list_model_get_item(model, i)));
         if (auto path = file->get_path(); !path.empty())
             paths.push_back(std::move(path));
@@ -30,7 +30,7 @@ std::vector<std::string> pathsOfFiles(const Gio::ListModel& files)
     return paths;
 }
 
-// A text that can be selected would be seen selected where the keyboard comes to it first.
+// A selectable text would appear selected when it gets the focus first.
 void keepFocusFromTexts(Gtk::Widget& root)
 {
     auto* const label = dynamic_cast<Gtk::Label*>(&root);
@@ -57,7 +57,7 @@ void LibraryDialogs::runAlert(const std::string& informativeText, const std::str
         [answered = std::move(answered)](std::size_t button) { answered(firstCode + static_cast<int>(button)); }));
 }
 
-// The alert before may be the one whose answer shows this one.
+// The previous alert's answer may show this one.
 void LibraryDialogs::show(std::unique_ptr<AlertWindow> alert)
 {
     _alertBefore = std::exchange(_alert, std::move(alert));
@@ -84,7 +84,7 @@ void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Cho
     _openPanel->set_select_multiple(multiple);
     const auto books = Gtk::FileFilter::create();
     books->set_name(_("EPUB books"));
-    // In capitals too.
+    // Case-insensitive.
     books->add_suffix("epub");
     _openPanel->add_filter(books);
     try {

@@ -14,7 +14,7 @@
 
 namespace pagora {
 
-// The dialogs that come up over the library window and go again; none of them is waited for. Main thread.
+// The dialogs over the library window. None of them blocks. Main thread.
 class LibraryDialogs {
 public:
     using Chosen = std::function<void(std::optional<std::vector<std::string>>)>;

@@ -45,7 +45,7 @@ void nameParts(Gtk::Widget& root)
     tellOfChanges(root);
 }
 
-// An action that is not set, or that replaces the actions, is no harm.
+// The action may be unset or replace the actions.
 template <typename Action>
 auto perform(const Action& action)
 {
@@ -149,7 +149,7 @@ void LibraryWindowGtk::addProgramKeys()
     _mainWindow.addController(keys);
 }
 
-// While a book is read, the library's keys do nothing; the program can be ended all the same.
+// While a book is read, the library's keys are disabled; the program can still be closed.
 void LibraryWindowGtk::enableProgramActions()
 {
     for (const auto& name : _programActions->list_actions()) {
@@ -182,7 +182,7 @@ void LibraryWindowGtk::followProgress()
         _connections.push_back(widget->property_visible().signal_changed().connect(followed));
 }
 
-// It goes when the import has ended, and no sooner.
+// The progress window closes when the import has ended, and no sooner.
 void LibraryWindowGtk::wireProgressWindow()
 {
     _connections.push_back(_windows.indicator->signal_close_request().connect([] { return true; }, false));

@@ -7,7 +7,7 @@ namespace pagora {
 
 namespace {
 
-// The A key by its place, for keyboards with other letters on it.
+// The key code of A, for layouts with other letters.
 constexpr guint hardwareKeyA = 38;
 
 int classicKeyCode(guint key, guint hardwareKey)
@@ -21,7 +21,7 @@ int classicKeyCode(guint key, guint hardwareKey)
     case GDK_KEY_KP_Delete:
         return LibraryEvent::keyDelete;
     default:
-        // Letters beyond Latin-1 have no A of their own.
+        // Layouts beyond Latin-1 have no A of their own.
         return hardwareKey == hardwareKeyA && key > 0xFF && gdk_keyval_to_unicode(key) ? LibraryEvent::keyA : -1;
     }
 }
@@ -42,7 +42,7 @@ bool holdsControl(Gdk::ModifierType state)
 void WindowEventMonitor::watch(Gtk::Window& window)
 {
     const auto ask = [monitor = _monitor](const LibraryEvent& event) {
-        // A copy, for the monitor may be replaced by what it does.
+        // A copy, because the monitor may be replaced during the call.
         const auto answer = *monitor;
         return answer && answer(event);
     };

@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// Sees key presses and presses of the left button on their way to the windows that it watches, before any control does.
-// A key press that edits the text of a field is the field's. Main thread.
+// Receives key presses and left-button presses of the watched windows before any control. Key presses that edit text in
+// a field are left to it. Main thread.
 class WindowEventMonitor {
 public:
     // The answer says whether the event is swallowed.

@@ -6,8 +6,8 @@ namespace pagora {
 
 namespace {
 
-constexpr std::size_t longestRequest = 65536;
-constexpr std::size_t mostRequests = 1000;
+constexpr std::size_t maxRequestLength = 65536;
+constexpr std::size_t maxRequests = 1000;
 
 }
 
@@ -79,8 +79,8 @@ void LoadReports::documentFailed(std::uint64_t load)
 
 void LoadReports::willSendRequest(const Url& url, RequestedBy requestedBy)
 {
-    // What a page asks for by itself is told up to a length and a number that no book comes near.
-    if (requestedBy == RequestedBy::Page && (url.text().size() > longestRequest || _requests.size() >= mostRequests))
+    // Requests of the page itself are reported up to a length and a number that no book reaches.
+    if (requestedBy == RequestedBy::Page && (url.text().size() > maxRequestLength || _requests.size() >= maxRequests))
         return;
     const bool isNew = _requests.insert(url.text()).second;
     if ((isNew || requestedBy == RequestedBy::User) && _delegate)

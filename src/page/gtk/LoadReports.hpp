@@ -7,12 +7,11 @@
 
 namespace pagora {
 
-// Turns the engine's events of one page view into the reports of its loads: the document first, then its resources,
-// each load's only while it is the current one. Main thread.
+// Converts the engine's events into reports: the document first, then its resources, and only for the current load.
+// Main thread.
 class LoadReports {
 public:
-    // `closing` says whether a document's report is repeated at the end of its load for those who wait for a source
-    // that is no longer loading.
+    // `closing` repeats the document's report at the end of the load, for delegates that wait until nothing is loading.
     enum class ClosingReport : bool { No, Yes };
     explicit LoadReports(ClosingReport closing)
         : _closing(closing)
@@ -22,7 +21,7 @@ public:
     void setDelegate(WebViewDelegate* delegate) { _delegate = delegate; }
     WebViewDelegate* delegate() const { return _delegate; }
 
-    // Starts the next load; what is still to come of the earlier ones is dropped. Returns its number.
+    // Starts the next load and drops the reports of earlier ones. Returns its number.
     std::uint64_t begin(const Url& url);
     std::uint64_t currentLoad() const { return _load; }
     // The page's URL as requested; missing before the first load.
@@ -30,16 +29,16 @@ public:
     bool isDocumentReported() const { return _documentReported; }
     bool isFinished() const { return _finished; }
 
-    // The document is read once more: what has come until then does not count.
+    // The document is loaded again; resources so far do not count.
     void forgetResources() { _heldBack = 0; }
     void documentComplete(std::uint64_t load);
     void resourceFinished(std::uint64_t load);
     void resourceFailed(std::uint64_t load);
     // All resources are there or failed, or are no longer waited for.
     void everythingFinished(std::uint64_t load);
-    // The document cannot be had.
+    // The document could not be loaded.
     void documentFailed(std::uint64_t load);
-    // Says that something outside the book's files is asked for; of the page's own requests each once a load.
+    // Reports a request outside the book's files; requests of the page itself once per load.
     void willSendRequest(const Url& url, RequestedBy requestedBy);
 
 private:

@@ -6,7 +6,7 @@ namespace pagora {
 
 namespace {
 
-// The drawing as a picture with all of the screen's pixels; null where the page is not on a screen.
+// Renders the drawing to a texture at full resolution; null when the page is not on a screen.
 GObjectPtr<GdkTexture> pictureOf(GtkWidget* page, GskRenderNode* drawing, const graphene_rect_t& place)
 {
     GtkNative* const native = gtk_widget_get_native(page);
@@ -60,7 +60,7 @@ void PageCover::remove()
 
 void PageCover::draw(GtkWidget* frame, GtkWidget* page, GtkSnapshot* snapshot)
 {
-    // The engine goes on drawing only while it is drawn.
+    // The engine stops drawing unless its widget is drawn.
     GtkSnapshot* const own = gtk_snapshot_new();
     gtk_widget_snapshot_child(frame, page, own);
     GskRenderNode* const drawing = gtk_snapshot_free_to_node(own);

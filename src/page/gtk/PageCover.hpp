@@ -6,8 +6,8 @@
 
 namespace pagora {
 
-// What is drawn in the place of a page that is not ready to be seen: the picture of the page before it, or nothing, so
-// that what lies behind shows. It knows the page as it was drawn last. Main thread.
+// Drawn in place of a page that is not ready: a picture of the previous page, or nothing, so that the background shows.
+// Keeps the last drawing of the page. Main thread.
 class PageCover {
 public:
     PageCover() = default;
@@ -15,7 +15,7 @@ public:
     PageCover(const PageCover&) = delete;
     PageCover& operator=(const PageCover&) = delete;
 
-    // Covers `page` with the picture of it, or with nothing. One that is covered already keeps its cover.
+    // Covers `page` with its picture or with nothing. An existing cover stays.
     enum class Show : bool { Nothing, LastPicture };
     void put(GtkWidget* page, Show show);
     void remove();

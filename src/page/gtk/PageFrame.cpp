@@ -103,8 +103,8 @@ void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
         _cover.draw(Gtk::Widget::gobj(), _child, snapshot->gobj());
         return;
     }
-    // The engine sends a page's next drawing only after the last one was taken up. Taken to the side, for the toolkit
-    // keeps for good what is clipped to nothing.
+    // The engine produces the next frame only after the last one was drawn. Draw it into a snapshot that is discarded,
+    // because GTK caches what is clipped away.
     GtkSnapshot* const unseen = gtk_snapshot_new();
     _cover.draw(Gtk::Widget::gobj(), _child, unseen);
     if (GskRenderNode* const drawing = gtk_snapshot_free_to_node(unseen))
@@ -113,15 +113,15 @@ void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
 
 void PageFrame::size_allocate_vfunc(int width, int height, int baseline)
 {
-    const int room = std::max(1, width - 2 * _margins.least);
-    const int pageWidth = std::min(room, _margins.largestWidth);
+    const int room = std::max(1, width - 2 * _margins.minSide);
+    const int pageWidth = std::min(room, _margins.maxWidth);
     const graphene_point_t place { static_cast<float>((width - pageWidth) / 2), 0 };
     gtk_widget_allocate(_child, pageWidth, height, baseline, gsk_transform_translate(nullptr, &place));
     if (pageWidth == _width && height == _height)
         return;
     _width = pageWidth;
     _height = height;
-    // Whoever hears of it may change the layout that is under way here.
+    // Deferred, because the handler may change the layout that is in progress.
     _sizeReport.disconnect();
     _sizeReport = Glib::signal_idle().connect(
         [this] {

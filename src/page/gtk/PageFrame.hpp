@@ -10,18 +10,18 @@
 
 namespace pagora {
 
-// Holds the engine's widget: gives it its room but for the margins, tells of changes of size, and takes the input that
-// would scroll the page before the engine sees it. Main thread.
+// Contains the engine's widget: allocates it within the margins, reports size changes, and intercepts input that would
+// scroll the page. Main thread.
 class PageFrame final : public Gtk::Widget {
 public:
     // `child` is shown until the frame goes.
     explicit PageFrame(GtkWidget* child);
     ~PageFrame() override;
 
-    // Pixels that are left free at each side, and how wide the child is at most; it stays in the middle.
+    // The least margin at each side and the largest width of the child, in pixels. The child is centred.
     struct Margins {
-        int least = 0;
-        int largestWidth = std::numeric_limits<int>::max();
+        int minSide = 0;
+        int maxWidth = std::numeric_limits<int>::max();
     };
     void setMargins(const Margins& margins);
     // Of the child, in pixels.
@@ -32,7 +32,7 @@ public:
     void setResizeHandler(std::function<void()> handler) { _onResize = std::move(handler); }
     // Called once a flick, or a finger's drag: positive when the fingers move the page to the right.
     void setFlickHandler(std::function<void(double)> handler) { _gestures.setFlickHandler(std::move(handler)); }
-    // Whether nothing of the child is seen. It is drawn all the same, so that what it shows later is up to date.
+    // Hides the child. It is still drawn off screen, so that it is up to date when it is shown.
     void setConcealed(bool isConcealed);
     bool isConcealed() const { return _isConcealed; }
     // Whether a control in the page needs the keys that would otherwise scroll.

@@ -15,7 +15,7 @@ namespace pagora {
 
 namespace {
 
-// Some displays tell of steps of a wheel where fingers move: points for each.
+// Some displays report wheel steps for touchpad scrolling: points per step.
 constexpr double pointsPerStep = 15;
 
 double pointsOf(const Gtk::EventControllerScroll& scrolling)
@@ -45,7 +45,7 @@ void PageGestures::turn(double dx)
         _onFlick(dx);
 }
 
-// The toolkit's steps and speeds are those of the view over the page, which are opposite to those of the fingers.
+// Scroll deltas have the opposite sign of finger movement.
 void PageGestures::takeScrolling(Gtk::Widget& page)
 {
     auto scrolling = Gtk::EventControllerScroll::create();
@@ -60,7 +60,7 @@ void PageGestures::takeScrolling(Gtk::Widget& page)
             return true;
         },
         false);
-    // The end of the fingers' part, with the speed at which it would go on by itself.
+    // The fingers were lifted, with this speed.
     scrolling->signal_decelerate().connect([this, &controller](double velocityX, double velocityY) {
         const double points = pointsOf(controller);
         turn(std::exchange(_scroll, {}).turnAtSpeed(-velocityX * points, -velocityY * points));
@@ -105,7 +105,7 @@ void PageGestures::takeDrags(Gtk::Widget& page)
     dragging->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     dragging->set_touch_only(true);
     auto* const drag = dragging.get();
-    // A finger that rests first selects text.
+    // A long press selects text.
     pressing->signal_pressed().connect([this](double, double) { _isDragSpent = true; });
     dragging->signal_drag_begin().connect([this](double, double) {
         _drag = {};
@@ -116,7 +116,7 @@ void PageGestures::takeDrags(Gtk::Widget& page)
         if (_isDragSpent)
             drag->set_state(Gtk::EventSequenceState::DENIED);
         else if (_drag.isHorizontal())
-            // From now on the page hears no more of it: no link is followed, and nothing is scrolled.
+            // Claim the sequence, so that the page neither follows a link nor scrolls.
             drag->set_state(Gtk::EventSequenceState::CLAIMED);
     });
     dragging->signal_drag_end().connect([this](double x, double y) {

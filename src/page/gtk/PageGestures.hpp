@@ -8,11 +8,11 @@
 
 namespace pagora {
 
-// Takes the fingers' gestures on a page before the page sees them: everything that scrolls or scales on a touchpad, and
-// a horizontal drag of one finger on a touchscreen. Tells of those that turn a page. Main thread.
+// Intercepts gestures before the page gets them: everything that scrolls or zooms on a touchpad, and horizontal
+// one-finger drags on a touchscreen. Reports those that turn a page. Main thread.
 class PageGestures {
 public:
-    // `page` outlives this, and hands out no more events afterwards.
+    // `page` outlives this and delivers no events afterwards.
     explicit PageGestures(Gtk::Widget& page);
     PageGestures(const PageGestures&) = delete;
     PageGestures& operator=(const PageGestures&) = delete;
@@ -32,7 +32,7 @@ private:
     std::function<void(double)> _onFlick;
     FlickGesture _scroll;
     FlickGesture _drag;
-    // What the finger does is none of a page turn any more: there is another finger, or it selects text.
+    // The touch cannot turn a page any more: a second finger touched or text is being selected.
     bool _isDragSpent = false;
     int _fingers = 0;
 };

@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// Two frames: the second begins when the first has been handed over. A page that nobody sees has none.
+// Waits for two frames: the second starts after the first was presented. A hidden page has none.
 constexpr const char* waitForDrawing
     = "if (document.documentElement?.style) document.documentElement.style.setProperty('opacity', '1', 'important');"
       "await new Promise((done) => {"
@@ -54,7 +54,7 @@ std::pair<Reply<std::string>, std::unique_ptr<PageScripts::Call>> PageScripts::e
 {
     Reply<std::string> reply;
     const unsigned long number = ++_lastNumber;
-    // What is called may end the timer that holds this, or the page view.
+    // The callback may destroy the timer that holds this, or the page view.
     const auto giveUp = [owner = std::weak_ptr<PageScripts*>(_self), number] {
         const auto late = number;
         std::weak_ptr<PageScripts*> self;
@@ -80,7 +80,7 @@ Reply<std::string> PageScripts::evaluate(const std::string& script)
     return std::move(reply);
 }
 
-Reply<std::string> PageScripts::drawn()
+Reply<std::string> PageScripts::waitUntilDrawn()
 {
     auto [reply, call] = expect();
     webkit_web_view_call_async_javascript_function(
@@ -129,12 +129,12 @@ void PageScripts::complete(gpointer data, JSCValue* value, GError* error)
         g_object_unref(value);
     if (const auto owner = call->owner.lock())
         (*owner)->noteAnswer(call->number);
-    // The note may have ended the page, or the view.
+    // The callback may have ended the page or destroyed the view.
     if (const auto owner = call->owner.lock())
         (*owner)->answer(call->number, std::move(text));
 }
 
-// A page that works for seconds between its answers keeps a page turn, which asks several times, waiting for long.
+// A page that is busy for seconds between its answers delays a page turn, which evaluates several scripts.
 void PageScripts::noteAnswer(unsigned long number)
 {
     const auto found = _pending.find(number);

@@ -16,12 +16,11 @@ namespace pagora {
 // The name of the script world that the page's own scripts do not see.
 inline constexpr const char* pageWorld = "pagora";
 
-// Evaluates scripts in a page view and keeps count of those that have not answered yet. Main thread.
+// Evaluates scripts in a page view and tracks the pending ones. Main thread.
 class PageScripts {
 public:
-    // When a script takes more than `timeout` seconds, `onTimeout` is called and the script is given up with an empty
-    // text.
-    // When the page answers, but its slow answers to one script after another add up to that, `onSlow` is called.
+    // A script that takes longer than `timeout` seconds calls `onTimeout` and returns an empty text. `onSlow` is called
+    // when slow answers in a row add up to that time.
     PageScripts(
         WebKitWebView* view, double timeout, std::function<void()> onTimeout, std::function<void()> onSlow = {});
     // The coroutines that still wait are not resumed.
@@ -32,8 +31,8 @@ public:
     // For the scripts from now on.
     void setTimeout(double timeout) { _timeout = timeout; }
     Reply<std::string> evaluate(const std::string& script);
-    // Lets the page be seen and answers when it has been drawn as it is now, or soon where it is not drawn at all.
-    Reply<std::string> drawn();
+    // Makes the page visible and answers when it has been drawn, or soon if it is not drawn.
+    Reply<std::string> waitUntilDrawn();
     // Answers all that are pending with an empty text.
     void giveUpAll();
 
@@ -50,7 +49,7 @@ private:
         unsigned long number;
     };
 
-    // The reply to a call that is about to be made, and what the engine hands back with its result.
+    // Registers a call: its reply, and the data that the engine passes back with the result.
     std::pair<Reply<std::string>, std::unique_ptr<Call>> expect();
     void answer(unsigned long number, std::string text);
     void noteAnswer(unsigned long number);
@@ -62,12 +61,12 @@ private:
     double _timeout;
     std::function<void()> _onTimeout;
     std::function<void()> _onSlow;
-    // When the page answered last, and how long it has kept the reader waiting since it last answered soon.
+    // The time of the last answer, and the total of the slow answers in a row.
     double _lastAnswer = 0;
     double _waited = 0;
     unsigned long _lastNumber = 0;
     std::map<unsigned long, Pending> _pending;
-    // Tells calls that come back whether there is still someone to answer to.
+    // Expires with this object, for results that come later.
     std::shared_ptr<PageScripts*> _self;
 };
 

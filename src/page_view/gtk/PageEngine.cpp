@@ -16,10 +16,10 @@ namespace pagora {
 
 namespace {
 
-// Megabytes that a page may take before it is given up, the shares of them from which on the engine frees what it can,
-// and how often it looks, in seconds.
+// Memory limit of a page process in megabytes, the fractions at which the engine frees memory, and its check interval
+// in seconds.
 constexpr guint pageMemoryLimit = 1536;
-// The same for the process that loads files and keeps blobs.
+// The limit of the network process, which loads files and stores blobs.
 constexpr guint networkMemoryLimit = 512;
 constexpr double carefulFrom = 0.5;
 constexpr double strictFrom = 0.75;
@@ -41,7 +41,7 @@ MemorySettings memorySettings(guint megabytes)
     return settings;
 }
 
-// Keeps a page from running scripts of its own, however they come in; scripts of the reader's world run all the same.
+// Forbids all scripts of the page. Scripts in the reader's world are not affected.
 constexpr const char* policyWithoutScripts = "script-src 'none'; worker-src 'none'";
 
 GObjectPtr<WebKitWebContext> makeContext(Confinement confinement)
@@ -64,7 +64,7 @@ GObjectPtr<WebKitSettings> makeSettings()
     auto* settings = webkit_settings_new();
     webkit_settings_set_enable_developer_extras(settings, FALSE);
     webkit_settings_set_enable_page_cache(settings, FALSE);
-    // Its contents are in the memory of the process that all books share.
+    // Its data would be in the memory of the network process, which all books share.
     webkit_settings_set_enable_html5_database(settings, FALSE);
     webkit_settings_set_enable_back_forward_navigation_gestures(settings, FALSE);
     webkit_settings_set_javascript_can_open_windows_automatically(settings, FALSE);
@@ -73,16 +73,15 @@ GObjectPtr<WebKitSettings> makeSettings()
     webkit_settings_set_enable_media_stream(settings, FALSE);
     webkit_settings_set_enable_webrtc(settings, FALSE);
     webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
-    // A page of text that jumps from place to place is drawn soonest, and with the least memory, by the processor
-    // alone.
+    // Software rendering draws pages of text fastest and with the least memory.
     webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
     webkit_settings_set_enable_smooth_scrolling(settings, FALSE);
     webkit_settings_set_enable_caret_browsing(settings, FALSE);
     webkit_settings_set_zoom_text_only(settings, TRUE);
-    // What books are set in when neither they nor the reader say, and where they ask for any serif.
+    // The font for books without one, and for the generic family serif.
     webkit_settings_set_default_font_family(settings, "Georgia");
     webkit_settings_set_serif_font_family(settings, "Georgia");
-    // What books are written in when they do not say.
+    // The encoding of books that declare none.
     webkit_settings_set_default_charset(settings, "utf-8");
     return GObjectPtr<WebKitSettings>::adopt(settings);
 }
@@ -101,7 +100,7 @@ void cancelDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer)
     webkit_download_cancel(download);
 }
 
-// Kept in memory, and forgotten with the last view that has it.
+// An ephemeral session; it ends with the last view that uses it.
 GObjectPtr<WebKitNetworkSession> makeSession()
 {
     auto session = GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral());
@@ -118,7 +117,7 @@ PageEngine::PageEngine(Options options)
 {
     std::error_code ignored;
     std::filesystem::create_directories(_options.booksFolder, ignored);
-    // The engine takes no folder that could not be made.
+    // The engine rejects folders that do not exist.
     if (std::filesystem::is_directory(_options.booksFolder, ignored))
         webkit_web_context_add_path_to_sandbox(_context.get(), _options.booksFolder.c_str(), TRUE);
     if (!bookFontsFile().empty())
@@ -168,7 +167,7 @@ void PageEngine::warmPageChanged(WebKitWebView*, WebKitLoadEvent event, PageEngi
     engine->_isWarm = event == WEBKIT_LOAD_FINISHED;
 }
 
-// It starts again with the first page of a book.
+// The process starts again with the first page of a book.
 void PageEngine::warmPageEnded(WebKitWebView*, WebKitWebProcessTerminationReason, PageEngine* engine)
 {
     engine->_isWarm = true;
@@ -182,12 +181,12 @@ void PageEngine::prepareWarmView()
     _isWarm = false;
     g_signal_connect(_warmView.get(), "load-changed", G_CALLBACK(warmPageChanged), this);
     g_signal_connect(_warmView.get(), "web-process-terminated", G_CALLBACK(warmPageEnded), this);
-    // The engine's processes start with the first page, not with the view. That page is a file, as those of books are:
-    // much of what the first one takes is done only once, to read it, to find its fonts, to run the reader's scripts.
+    // The engine's processes start with the first page, not with the view. Loading a file also does one-time work: file
+    // access, fonts, the reader's scripts.
     const std::string page = _options.cachesFolder + "/warm-page.xhtml";
     std::error_code ignored;
     std::filesystem::create_directories(_options.cachesFolder, ignored);
-    // Not for keeps, so without waiting for the disk.
+    // Temporary, so it is not flushed.
     std::ofstream(page) << resourceBytes("/org/pagora/Pagora/warm-page.xhtml").value();
     webkit_web_view_load_uri(_warmView.get(), Url::file(page).text().c_str());
 }

@@ -8,18 +8,18 @@
 
 namespace pagora {
 
-// The rendering engine, set up for books: nothing is kept from one run to the next, and nothing beyond the books'
-// folder is read. One for the program; it outlives its page views. Main thread.
+// The rendering engine configured for books: nothing is kept between runs, and no file outside the books' folder is
+// read. One instance; it outlives its page views. Main thread.
 class PageEngine {
 public:
     struct Options {
         // The folder below which all books are unpacked. It is created when it is missing.
         std::string booksFolder;
-        // Receives what the engine compiles, in a folder of its own.
+        // Parent of the folder for compiled filters.
         std::string cachesFolder;
         // How long a script in a page may take, in seconds.
         double scriptTimeout = 10;
-        // Where the page processes cannot be shut in, books are shown without their own scripts.
+        // Without confinement, books are shown without their own scripts.
         Confinement confinement = Confinement::Full;
     };
     explicit PageEngine(Options options);
@@ -27,11 +27,11 @@ public:
     PageEngine(const PageEngine&) = delete;
     PageEngine& operator=(const PageEngine&) = delete;
 
-    // A view that keeps nothing of what other views load. One that is made beside another one, for the same book, has
-    // what that one has: cookies, storage, caches.
+    // Creates a page view with its own session. A view that is created beside another one, for the same book, shares
+    // that one's cookies, storage and caches.
     std::unique_ptr<PageView> makePageView(PageKind kind, const PageView* beside = nullptr);
-    // Starts the engine's processes ahead of the next page view, which then shows its first page several times sooner.
-    // Does nothing while one is ready.
+    // Starts the engine's processes in advance, so that the next view shows its first page sooner. Does nothing while a
+    // view is ready.
     void prepareWarmView();
 
 private:
@@ -43,7 +43,7 @@ private:
     GObjectPtr<WebKitWebContext> _context;
     BookFilter _filter;
     GObjectPtr<WebKitWebView> _warmView;
-    // Whether its first page is there.
+    // Whether the first page is loaded.
     bool _isWarm = false;
 };
 

@@ -26,7 +26,7 @@ std::string withoutFragment(const std::string& uri)
     return uri.substr(0, uri.find('#'));
 }
 
-// The URI as the engine spells it, which resolves "..", so that it can be told from the one that is shown.
+// The URI in the engine's normal form, which resolves "..", for comparison with the shown one.
 std::string asTheEngineSpells(const std::string& uri)
 {
     const auto request = GObjectPtr<WebKitURIRequest>::adopt(webkit_uri_request_new(uri.c_str()));
@@ -74,7 +74,7 @@ PageView::~PageView()
     g_signal_handlers_disconnect_by_data(_view.get(), this);
     g_signal_handlers_disconnect_by_data(webkit_web_view_get_user_content_manager(_view.get()), this);
     setRefusalHandler(_view.get(), {});
-    // A page that is busy would not hear that it is closed, and go on for as long as it likes.
+    // A busy page would not notice that it is closed and would keep running.
     webkit_web_view_terminate_web_process(_view.get());
 }
 
@@ -168,7 +168,7 @@ void PageView::start()
     _stage = Stage::Starting;
     numberScripts();
     _content.setStartStyle(_pageStart.styleSheet);
-    // A page whose scripts never end would keep the engine from even beginning with another one.
+    // A page whose scripts never end would block the next load.
     _loadTimer.disconnect();
     if (_target.rfind("file:", 0) == 0)
         restartEngineAfter(_timeout);
@@ -182,7 +182,7 @@ void PageView::loadFresh()
     if (!isFragmentOfShown)
         return webkit_web_view_load_uri(_view.get(), _target.c_str());
 
-    // The engine would only scroll the page that it shows. It is given the new URL and loaded anew.
+    // The engine would only scroll within the shown page, so set the new URL and reload.
     struct Reload {
         std::weak_ptr<PageView*> owner;
         std::uint64_t load;
@@ -206,7 +206,7 @@ void PageView::loadFresh()
         _view.get(), script.c_str(), -1, pageWorld, nullptr, nullptr, renamed, reload.release());
 }
 
-// The page has begun. One whose scripts never end, or never come, would not be completed.
+// The page is committed. Without a timeout, endless scripts or missing ones would keep it from being completed.
 void PageView::expectDocument()
 {
     _loadTimer.disconnect();
@@ -227,20 +227,20 @@ void PageView::restartEngineAfter(double seconds)
 
 Reply<std::string> PageView::evaluateScript(const std::string& script)
 {
-    // All that the reader does to a page, it does by scripts.
+    // The reader changes a page only by scripts.
     _spoken.pageMayHaveChanged();
     return _scripts.evaluate(script);
 }
 
 void PageView::restartEngine()
 {
-    // Without a page there is none that could be to blame.
+    // Without a page, no page is to blame.
     if (!_shown.empty())
         _content.allowScripts(false);
     webkit_web_view_terminate_web_process(_view.get());
 }
 
-// It is still seen, but its frames and timers have ended.
+// The page is still visible, but its frames and timers have stopped.
 void PageView::pageClosedItself()
 {
     _recovery.performSoon([this] { restartEngine(); });
@@ -258,7 +258,7 @@ void PageView::recover()
         delegate->webProcessDidTerminate();
     if (!self.expired())
         _scripts.giveUpAll();
-    // Answers may have started another load by then.
+    // The replies may have started another load.
     if (self.expired() || lost != currentLoad())
         return;
     _recovery.performSoon([this, lost] {
@@ -291,7 +291,7 @@ void PageView::setMargins(const PageMargins& margins)
 void PageView::applyMargins()
 {
     if (_margins)
-        _frame.setMargins({ _margins->least, static_cast<int>(std::lround(_margins->largestWidth * pixelSize())) });
+        _frame.setMargins({ _margins->minSide, static_cast<int>(std::lround(_margins->maxWidth * pixelSize())) });
 }
 
 void PageView::frameDidChange()
@@ -316,13 +316,13 @@ Rect PageView::frame() const
 
 double PageView::pixelSize() const
 {
-    // The engine enlarges the whole page with the text, so that fewer of the page's own pixels are in view.
+    // The engine scales the whole page with the text, so fewer CSS pixels fit.
     return textScale();
 }
 
 void PageView::setHidden(bool hidden)
 {
-    // It stays laid out at its size and goes on drawing, so that the page in it can be prepared.
+    // The view keeps its size and keeps drawing, so that its page can be prepared.
     _frame.setConcealed(hidden);
     _frame.set_can_target(!hidden);
 }
@@ -338,7 +338,7 @@ void PageView::numberScripts()
     _content.numberScripts(currentLoad(), _pageStart.columnCount);
 }
 
-// What the reader said of a page's start holds for the load that it asked for.
+// The page start applies only to the load that it was set for.
 void PageView::pageStartIsOver()
 {
     _pageStart.isShownAtOnce = false;

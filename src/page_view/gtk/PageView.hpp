@@ -23,9 +23,8 @@ namespace pagora {
 // Main thread.
 class PageView final : public WebView {
 public:
-    // `scriptTimeout`, in seconds, is how long a script may take, a page to begin, and a fixed page's images to come;
-    // longer for large pages.
-    // Whether the engine is about to load a page of its own, which comes before everything else.
+    // `scriptTimeout`, in seconds, is the limit for a script, for the start of a page and for the images of a fixed
+    // page; large pages get more. `WarmingUp`: the engine is still loading its own page, which comes first.
     enum class Start : bool { Ready, WarmingUp };
     PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout,
         Start start = Start::Ready);
@@ -33,11 +32,10 @@ public:
 
     // For the window that shows it.
     Gtk::Widget& widget() { return _frame; }
-    // Called once a flick with dx: positive when the fingers move the page to the right, towards earlier pages.
-    // What stays free around the page: pixels at each side at least, and points beyond which the page grows no wider.
+    // Space around the page: the least margin at each side in pixels, and the largest width of the page in points.
     struct PageMargins {
-        int least = 0;
-        int largestWidth = 0;
+        int minSide = 0;
+        int maxWidth = 0;
     };
     void setMargins(const PageMargins& margins);
     void setFlickHandler(std::function<void(double dx)> handler) { _frame.setFlickHandler(std::move(handler)); }
@@ -49,18 +47,18 @@ public:
     void setPageStart(const PageStart& start) override { _pageStart = start; }
     std::uint64_t loadRequest(const Url& url) override;
     std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
-    Reply<std::string> drawn() override { return _scripts.drawn(); }
+    Reply<std::string> waitUntilDrawn() override { return _scripts.waitUntilDrawn(); }
     Reply<std::string> evaluateScript(const std::string& script) override;
     void pageIsPrepared() override { _curtain.pageIsPrepared(); }
-    // What is seen where the page paints nothing.
+    // The colour behind the page.
     void setBackground(const Color& color);
-    // Names the page for assistive technology, by the title of its document.
+    // Provides the page's accessible name from its document's title.
     void setNamer(std::function<std::string(const std::string& title)> namer) { _spoken.setNamer(std::move(namer)); }
-    // What assistive technology is told of the page.
+    // Replaces the page's accessible text.
     void setNotice(const std::string& notice) { _spoken.setNotice(notice); }
     void nameMayHaveChanged() { _spoken.pageMayHaveChanged(); }
     const SpokenPage& spoken() const { return _spoken; }
-    // Whether the keyboard is at work in a control of the page.
+    // Whether a control of the page has the keyboard.
     bool pageTakesKeys() const { return _frame.pageTakesKeys(); }
     // Whether the page shows a picture as large as the view, which the Escape key takes away.
     bool pageTakesEscape() const { return _pageTakesEscape; }

@@ -18,7 +18,7 @@ namespace pagora {
 namespace {
 
 // The largest page, in bytes, that is read by the forgiving parser: rewriting it holds the program up.
-constexpr std::uintmax_t largestForgiven = 32 << 20;
+constexpr std::uintmax_t maxForgivenBytes = 32 << 20;
 
 Url urlOf(const char* text)
 {
@@ -33,7 +33,7 @@ Url requestUrl(WebKitURIRequest* request)
 }
 
 // A page's location that is longer than this, in bytes, is not told to the reader, and no step is made to it.
-constexpr std::size_t longestLocation = 65536;
+constexpr std::size_t maxLocationLength = 65536;
 
 // Text that stands for a resource or a document is as long as it is.
 bool isData(const char* uri)
@@ -43,7 +43,7 @@ bool isData(const char* uri)
 
 bool isTooLong(const char* uri)
 {
-    return std::strlen(uri) > longestLocation && !isData(uri);
+    return std::strlen(uri) > maxLocationLength && !isData(uri);
 }
 
 struct WatchedResource {
@@ -335,7 +335,7 @@ void PageView::showForgivingly()
     std::error_code unknown;
     const bool isReadable = url.isFile()
         && (_content.bookFolder().empty() || isFileInFolder(url.path(), _content.bookFolder()))
-        && std::filesystem::file_size(url.path(), unknown) <= largestForgiven;
+        && std::filesystem::file_size(url.path(), unknown) <= maxForgivenBytes;
     auto text = isReadable ? readFile(url.path()) : std::nullopt;
     const auto page = text ? forgivingPage(std::move(*text)) : std::nullopt;
     if (!page)

@@ -8,11 +8,11 @@
 
 namespace pagora {
 
-// The line that says that the book's own scripts are off because this system lets no program confine its processes,
-// with an explanation to unfold. Main thread.
+// A line that says that the book's scripts are disabled because this system does not allow confinement, with an
+// explanation in a popover. Main thread.
 class ConfinementNote : public Gtk::Box {
 public:
-    // `whenDone`: the person has closed the line or the explanation.
+    // `whenDone`: the user has closed the line or the explanation.
     explicit ConfinementNote(std::function<void()> whenDone);
 
     Gtk::Popover& explanation() { return _explanation; }

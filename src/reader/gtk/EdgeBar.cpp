@@ -7,8 +7,8 @@ namespace pagora {
 
 namespace {
 
-// Pixels from the edge at which the pointer calls the bar, how far it may stray from it, and how long the bar moves, in
-// milliseconds.
+// Distance in pixels at which the pointer reveals the bar, the distance at which it hides again, and the animation time
+// in milliseconds.
 constexpr double touch = 2;
 constexpr double slack = 12;
 constexpr unsigned duration = 180;

@@ -8,21 +8,20 @@
 
 namespace pagora {
 
-// A bar below the page. In full screen it lies over the page, whose size it leaves alone, and comes when the pointer
-// touches the bottom edge or somebody calls it. Main thread.
+// A bar below the page. In full screen it overlays the page and is revealed by the pointer at the bottom edge or by a
+// key. Main thread.
 class EdgeBar {
 public:
-    // `bar` is a child of `place`, not the first; `page` is the area over which it lies in full screen. All outlive
-    // this.
+    // `bar` is a child of `place`, not the first; `page` is the overlay for full screen. All outlive this.
     EdgeBar(Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& page);
     ~EdgeBar();
     EdgeBar(const EdgeBar&) = delete;
     EdgeBar& operator=(const EdgeBar&) = delete;
 
     void setFullScreen(bool isFullScreen);
-    // Keeps it there in full screen, wherever the pointer is.
+    // Keeps it revealed in full screen.
     void setCalled(bool isCalled);
-    // Whether it is there to be used: outside of full screen always.
+    // Whether it is visible; outside of full screen always.
     bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
 
 private:

@@ -7,7 +7,7 @@
 namespace pagora {
 
 namespace {
-// How long nobody needs to be told, in milliseconds.
+// The delay before the indicator is shown, in milliseconds.
 constexpr unsigned moment = 500;
 }
 

@@ -4,16 +4,16 @@
 
 namespace pagora {
 
-// The sign over a page that is on its way: seen once that takes longer than a moment. Main thread.
+// The loading indicator over the page; shown if loading takes longer than a moment. Main thread.
 class LoadingSign {
 public:
-    // `sign` belongs to a layout that outlives this, and is not seen at first.
+    // `sign` belongs to a layout that outlives this and is hidden at first.
     explicit LoadingSign(Gtk::Widget& sign);
     ~LoadingSign();
     LoadingSign(const LoadingSign&) = delete;
     LoadingSign& operator=(const LoadingSign&) = delete;
 
-    // What ends and begins anew in one turn of the main loop has not ended.
+    // Loading that ends and starts again before the main loop is idle counts as one.
     void setLoading(bool isLoading);
 
 private:

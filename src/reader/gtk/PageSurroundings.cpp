@@ -9,7 +9,7 @@ namespace pagora {
 
 namespace {
 
-// The style classes of the three papers that pages are printed on.
+// The style classes of the three page colours.
 constexpr const char* papers[] = { "paper-white", "paper-black", "paper-sepia" };
 
 const char* paperOf(const Color& color)

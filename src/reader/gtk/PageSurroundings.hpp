@@ -13,12 +13,11 @@
 
 namespace pagora {
 
-// What stands around the page besides its controls: the chapter and the page in it below, the notice of a book without
-// contents beside it, the line in the place of a page that there is none. Main thread.
+// The texts around the page: chapter and page number below, the notice for a book without contents, and the message for
+// a book without pages. Main thread.
 class PageSurroundings {
 public:
-    // The parts of the layout, which outlive this: the whole, the bar with the location, the contents, the page's
-    // place.
+    // Widgets of the layout, which outlive this: the content, the location bar, the contents pane, the page area.
     struct Parts {
         Gtk::Widget& whole;
         Gtk::Box& locationBar;
@@ -32,13 +31,13 @@ public:
     PageSurroundings(const PageSurroundings&) = delete;
     PageSurroundings& operator=(const PageSurroundings&) = delete;
 
-    // Lets the bars take the page's paper.
+    // Gives the bars the colour of the page.
     void setPaper(const Color& color);
     void setChapter(const std::string& name);
     // Counted from 1; nothing is shown where the count is 0.
     void setPageOfChapter(std::int64_t page, std::int64_t count);
     void setHasContents(bool hasContents) { _noContents.set_visible(!hasContents); }
-    // Says in one line that the book has nothing to show, and offers the way back.
+    // Shows that the book has no pages, with a button back to the library.
     void setNothingToShow(bool isNothing, std::function<void()> goBack);
 
 private:

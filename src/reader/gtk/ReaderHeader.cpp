@@ -10,10 +10,10 @@ namespace pagora {
 
 namespace {
 
-// Points from the top edge at which the pointer calls the header bar.
+// The distance from the top edge, in points, at which the pointer reveals the header bar.
 constexpr double touch = 2;
 
-// Points below the header bar that the pointer may stray.
+// How far below the header bar the pointer may be before it hides, in points.
 constexpr double slack = 12;
 
 }

@@ -12,7 +12,7 @@
 
 namespace pagora {
 
-// The header bar of a reader window. In full screen it leaves the page alone and comes when the pointer touches the top
+// The header bar of a reader window. In full screen it overlays the page and is revealed by the pointer at the top
 // edge. Main thread.
 class ReaderHeader {
 public:
@@ -26,14 +26,14 @@ public:
     void setContentsAction(const std::function<void()>& action) { connect(_contents, action); }
     void setFullScreenAction(const std::function<void()>& action) { connect(_fullScreen, action); }
 
-    // What the title bar says in the place of the window's title; the author may be missing.
+    // The title and author that the header shows; the author may be missing.
     void setBook(const std::string& title, const std::string& author);
     void setContentsShown(bool shown) { _contents.set_active(shown); }
     bool isContentsShown() const { return _contents.get_active(); }
     void setFullScreen(bool isFullScreen);
-    // Keeps it there in full screen, wherever the pointer is.
+    // Keeps it revealed in full screen.
     void setCalled(bool isCalled);
-    // Whether the header bar is there to be used: outside of full screen always.
+    // Whether it is visible; outside of full screen always.
     bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
 
 private:

@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// What a key asks of a reader window.
+// Commands of keys in a reader window.
 enum class ReaderCommand {
     PreviousPage,
     NextPage,
@@ -24,7 +24,7 @@ enum class ReaderCommand {
     DefaultText,
 };
 
-// Who needs which keys for itself.
+// What has the focus and needs keys for itself.
 enum class ReaderFocus {
     // The page, or nothing.
     Page,

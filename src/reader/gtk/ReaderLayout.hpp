@@ -7,8 +7,8 @@
 
 namespace pagora {
 
-// The widgets of a reader window, made as a layout among the program's resources says. Making them is a good part of
-// what a window takes to come up, and can be done ahead of it. Main thread.
+// The widgets of a reader window, built from a layout resource. Building them takes much of the time to open a window
+// and can be done in advance. Main thread.
 class ReaderLayout {
 public:
     explicit ReaderLayout(const std::string& name);

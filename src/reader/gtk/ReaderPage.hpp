@@ -10,9 +10,8 @@
 
 namespace pagora {
 
-// The page view that a reader window takes in, with what the window needs of it besides: its widget, how to hear of
-// flicks, and, where they are set, whether a control of the page needs the keys, which way the pages run, the colour
-// behind the page, and the name under which assistive technology finds it.
+// A page view with what the reader window needs of it: its widget, its flicks and, where set, its use of keys, page
+// direction, background and accessible name.
 struct ReaderPage {
     std::unique_ptr<WebView> webView;
     Gtk::Widget* widget = nullptr;
@@ -23,13 +22,13 @@ struct ReaderPage {
     // Whether the pages run from right to left.
     std::function<bool()> runsRightToLeft = {};
     std::function<void(const Color& color)> setBackground = {};
-    // The name is asked for at once and whenever the text that is shown changes, or the name itself may have; it gets
-    // the title of the page's document.
+    // The namer is called at once and whenever the shown text changes or the name may have changed, with the title of
+    // the page's document.
     std::function<void(std::function<std::string(const std::string& title)> namer)> setNamer = {};
     std::function<void()> nameMayHaveChanged = {};
-    // What is read in place of the page's text; an empty text gives it back.
+    // Replaces the page's accessible text; an empty text restores it.
     std::function<void(const std::string& notice)> setNotice = {};
-    // Whether its processes are shut in. Otherwise the book's own scripts are off, and the person is told.
+    // Whether its processes are confined. Otherwise the book's scripts are disabled and the user is told.
     bool isConfined = true;
 };
 

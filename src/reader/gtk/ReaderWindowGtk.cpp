@@ -20,11 +20,10 @@ namespace pagora {
 
 namespace {
 
-// A window below this width, in points, starts without the contents pane.
+// A window narrower than this, in points, opens without the contents pane.
 constexpr int roomForContents = 1000;
 
-// Where an interface runs from right to left, the contents are to the left of the page all the same, and the location
-// goes the way of the pages.
+// In right-to-left interfaces the contents stay left of the page, and the location slider follows the page direction.
 void keepSides(Gtk::Scale& slider, Gtk::Label& label, Gtk::ToggleButton& contents)
 {
     for (auto* const part :
@@ -77,7 +76,7 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
             surroundings.setPaper(color);
         });
     if (page.setNamer) {
-        // The page gets the focus as soon as the window is seen, before there is anything to read.
+        // The page has the focus as soon as the window is shown, before it is loaded.
         const auto name = [this] {
             page.setNamer([this](const std::string& title) {
                 _documentTitle = title;
@@ -120,7 +119,7 @@ ReaderWindowGtk::~ReaderWindowGtk()
     if (page.setNamer)
         page.setNamer({});
     tocView.setLinksChanged({});
-    // The panels that hang from the header bar are dropped by its widgets; the page is dropped by its view.
+    // The header bar's widgets destroy their popovers; the page view destroys the page.
     widget<Gtk::Overlay>("pagePlace").unset_child();
 }
 
@@ -132,7 +131,7 @@ void ReaderWindowGtk::connectHeader()
         if (header.isContentsShown() == !mainSplitView.isSubviewHidden(0))
             return;
         send(&ReaderWindowActions::toggleLeftView);
-        // Where nobody toggled it, the button goes back.
+        // If nothing toggled it, the button is reset.
         queue.post([this] { header.setContentsShown(!mainSplitView.isSubviewHidden(0)); });
     });
     mainSplitView.setHiddenChanged([this] { header.setContentsShown(!mainSplitView.isSubviewHidden(0)); });
@@ -149,7 +148,7 @@ void ReaderWindowGtk::connectWindow()
     _connections.push_back(content.signal_realize().connect(
         [this] { mainSplitView.setSubviewHidden(0, window.frame().width < roomForContents); }));
     _connections.push_back(content.signal_map().connect([this] { focusPage(); }));
-    // The slider takes the focus with the pointer; the keys go on turning pages.
+    // Clicking the slider focuses it; give the focus back, so that keys turn pages.
     locSlider.setReleaseHandler([this] { focusPage(); });
     window.setStateAction([this] {
         const bool isFullScreen = window.isFront() && window.window().is_fullscreen();
@@ -262,7 +261,7 @@ bool ReaderWindowGtk::perform(ReaderCommand command)
         footer.setCalled(_barsAreCalled);
         return true;
     case ReaderCommand::LeaveFullScreen:
-        // An open panel closes first, and so does a large picture in the page.
+        // An open popover and an enlarged picture take the Escape key first.
         if (!window.isFullScreen() || isWithin<Gtk::Popover>(window.focus())
             || (page.takesEscape && page.takesEscape()))
             return false;

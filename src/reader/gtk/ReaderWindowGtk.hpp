@@ -19,8 +19,8 @@
 
 namespace pagora {
 
-// What both kinds of reader window are made of: header bar, contents pane, page with its buttons, location bar, full
-// screen and keys. Dropping it calls off what the user asked for and has not happened yet. Main thread.
+// The common parts of both reader windows: header bar, contents pane, page with its buttons, location bar, full screen
+// and keys. Destroying it drops actions that have not run yet. Main thread.
 class ReaderWindowGtk {
 public:
     ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, ReaderPage page);
@@ -31,18 +31,18 @@ public:
     // Commands that only one kind of window has. It answers whether it took the command.
     using ExtraCommands = std::function<bool(ReaderCommand command)>;
     void setExtraCommands(ExtraCommands commands) { _extraCommands = std::move(commands); }
-    // Runs one of the actions from the main loop, if it is set then.
+    // Runs an action from the main loop, if it is set then.
     template <typename... Arguments, typename... Given>
     void send(std::function<void(Arguments...)> ReaderWindowActions::*action, Given... given)
     {
         queue.post([this, action, given...] {
-            // A copy, for the action may drop the window.
+            // A copy, because the action may destroy the window.
             if (const auto run = actions.*action)
                 run(given...);
         });
     }
 
-    // The window's keys count in this panel too, which keeps them to itself while it is open.
+    // Handles the window's keys in this popover too, which would keep them while it is open.
     void watchKeys(Gtk::Widget& panel);
     // Gives the keyboard back to the page, from the main loop.
     void focusPage();
@@ -101,7 +101,7 @@ Widget& ReaderWindowGtk::widget(const char* name) const
     return _layout.widget<Widget>(name);
 }
 
-// A kind of reader window, by its role: answers what every reader window has from the common parts.
+// Implements the common part of a reader window interface.
 template <typename Role>
 class ReaderWindowRole : public Role {
 public:

@@ -10,7 +10,7 @@
 namespace pagora {
 
 namespace {
-// How far a key moves the text size.
+// The step of the text size for a key.
 constexpr double textSizeStep = 0.1;
 }
 
@@ -38,7 +38,7 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
             _parts.send(&ReaderWindowActions::changeWidth);
         }),
         panel.signal_closed().connect([this] { _parts.focusPage(); }),
-        // The title bar moves when full screen begins or ends. A panel that stayed open would keep the keys unseen.
+        // Full screen moves the title bar; an open popover would keep the keys while hidden.
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_unmap().connect([&panel] { panel.popdown(); }),
     };
 }
@@ -51,13 +51,13 @@ EpubWindowGtk::~EpubWindowGtk()
 
 std::vector<std::string> EpubWindowGtk::availableFontFamilies() const
 {
-    // Each after what it is sorted by.
+    // Pairs of sort key and family.
     std::vector<std::pair<std::string, std::string>> families;
     for (const auto& family : _parts.widget<Gtk::Widget>("stage").get_pango_context()->list_families()) {
         const auto name = family->get_name();
         families.emplace_back(name.casefold_collate_key(), name);
     }
-    // The map of fonts has no order of its own.
+    // The font map is not sorted.
     std::sort(families.begin(), families.end());
     std::vector<std::string> names;
     names.reserve(families.size());

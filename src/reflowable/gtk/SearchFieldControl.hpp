@@ -9,8 +9,7 @@
 
 namespace pagora {
 
-// The GtkSearchEntry of a layout. It is used by GTK's own functions: gtkmm has one class of it up to 4.12 and another
-// one from 4.14 on. Main thread.
+// A GtkSearchEntry of a layout. Uses the C functions, because gtkmm's class changed between 4.12 and 4.14. Main thread.
 class SearchFieldControl : public TextField, public WidgetControl {
 public:
     explicit SearchFieldControl(Gtk::Widget& entry);
@@ -21,7 +20,7 @@ public:
     // It is as wide as its pane.
     void sizeToFit() override { }
 
-    // Called when the person presses Enter, and Escape.
+    // Called for Enter and for Escape.
     void setActions(std::function<void()> search, std::function<void()> leave);
 
 private:

@@ -1,4 +1,4 @@
-#include "files/CopyAhead.hpp"
+#include "files/PrefetchedCopy.hpp"
 
 #include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
@@ -24,13 +24,13 @@ struct CopiesAhead : testing::Test {
 
 TEST_F(CopiesAhead, LeaveNothingUnlessTheyTakeAName)
 {
-    ASSERT_TRUE(CopyAhead::of(source, library));
+    ASSERT_TRUE(PrefetchedCopy::of(source, library));
     EXPECT_TRUE(folderEntries(library)->empty());
 }
 
 TEST_F(CopiesAhead, DoNotShowBeforeTheyTakeTheSourcesName)
 {
-    const auto copy = CopyAhead::of(source, library);
+    const auto copy = PrefetchedCopy::of(source, library);
     ASSERT_TRUE(copy);
     EXPECT_TRUE(folderEntries(library)->empty());
     EXPECT_EQ(copy->takeName(), "Sea.epub");
@@ -40,7 +40,7 @@ TEST_F(CopiesAhead, DoNotShowBeforeTheyTakeTheSourcesName)
 
 TEST_F(CopiesAhead, HoldWhatTheSourceHoldsWhenTheyTakeTheName)
 {
-    const auto copy = CopyAhead::of(source, library);
+    const auto copy = PrefetchedCopy::of(source, library);
     ASSERT_TRUE(copy);
     test::makeFile(source, "another sea");
     EXPECT_EQ(copy->takeName(), "Sea.epub");
@@ -49,7 +49,7 @@ TEST_F(CopiesAhead, HoldWhatTheSourceHoldsWhenTheyTakeTheName)
 
 TEST_F(CopiesAhead, OfASourceThatIsGoneTakeNoName)
 {
-    const auto copy = CopyAhead::of(source, library);
+    const auto copy = PrefetchedCopy::of(source, library);
     ASSERT_TRUE(copy);
     removeItem(source);
     EXPECT_EQ(copy->takeName(), std::nullopt);
@@ -58,7 +58,7 @@ TEST_F(CopiesAhead, OfASourceThatIsGoneTakeNoName)
 
 TEST_F(CopiesAhead, TakeAFreeNameWhereTheirsWasTakenMeanwhile)
 {
-    const auto copy = CopyAhead::of(source, library);
+    const auto copy = PrefetchedCopy::of(source, library);
     ASSERT_TRUE(copy);
     test::makeFile(library + "/Sea.epub", "another book");
     EXPECT_EQ(copy->takeName(), "Sea 2.epub");
@@ -69,7 +69,7 @@ TEST_F(CopiesAhead, TakeAFreeNameWhereTheirsWasTakenMeanwhile)
 TEST_F(CopiesAhead, AreNotMadeOfWhatTheFolderHoldsAlready)
 {
     test::makeFile(library + "/Sea.epub", "the sea");
-    EXPECT_FALSE(CopyAhead::of(source, library));
+    EXPECT_FALSE(PrefetchedCopy::of(source, library));
 }
 
 }

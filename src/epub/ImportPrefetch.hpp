@@ -17,23 +17,21 @@
 
 namespace pagora {
 
-// Works ahead of a batch: scales the covers of the next files and copies their bytes, on background threads. None of it
-// shows; whether and when it comes to count is up to the batch. Dropping it drops what was not taken. One thread at a
-// time.
-class ImportAhead {
+// Prefetches for a batch: scales covers and copies bytes of the next files on background threads. A result has no
+// effect until the batch takes it. The destructor drops results that were not taken. One thread at a time.
+class ImportPrefetch {
 public:
-    // `files` are those that the batch will take, in order. Nothing is copied when `copiesInto` is empty. Files that
-    // the folder holds already are not copied either. Covers are given up once `isEnded` says so, which any thread may
-    // bring about.
-    ImportAhead(Workspace& workspace, std::vector<std::string> files, std::string copiesInto,
+    // `files` are the files of the batch, in order. Nothing is copied when `copiesInto` is empty, or when a file is in
+    // that folder already. Covers are given up once `isEnded` returns true, on any thread.
+    ImportPrefetch(Workspace& workspace, std::vector<std::string> files, std::string copiesInto,
         const std::function<bool()>& isEnded);
-    ~ImportAhead();
+    ~ImportPrefetch();
 
     struct Results {
         std::optional<ScaledCover> cover;
-        std::unique_ptr<CopyAhead> copy;
+        std::unique_ptr<PrefetchedCopy> copy;
     };
-    // What was done for the next file, which has to be this one; waits for it.
+    // Waits for the results of the next file, which must be this one.
     Results take(const std::string& file);
 
 private:
@@ -46,12 +44,12 @@ private:
     const std::vector<std::string> _files;
     const std::string _copiesInto;
     std::size_t _taken = 0;
-    // The work on the next files, done or not.
+    // Work on the next files, finished or not.
     std::deque<std::future<std::optional<ScaledCover>>> _covers;
-    std::deque<std::future<std::unique_ptr<CopyAhead>>> _copies;
+    std::deque<std::future<std::unique_ptr<PrefetchedCopy>>> _copies;
     std::atomic<bool> _stopping = false;
-    // Scaling takes the processor, in a process for each thread; copying waits for the disk, which takes several files
-    // at once better than one by one.
+    // Scaling needs the processor, so there is one process per thread. Copying waits for the disk, which handles
+    // several files at once better than one by one.
     std::vector<std::unique_ptr<CoverProcess>> _coverProcesses;
     std::vector<std::unique_ptr<Worker>> _scaling;
     std::vector<std::unique_ptr<Worker>> _copying;

@@ -1,4 +1,4 @@
-#include "pictures/PictureClaims.hpp"
+#include "pictures/DeclaredPixels.hpp"
 
 #include "base/Bounds.hpp"
 #include "pictures/Image.hpp"
@@ -20,7 +20,7 @@ std::string low(std::uint64_t number, int count)
 
 double claims(const std::string& bytes)
 {
-    return claimedPixels(imageFormatOf(bytes), bytes);
+    return declaredPixels(imageFormatOf(bytes), bytes);
 }
 
 bool isPastTheBound(const std::string& bytes)
@@ -60,7 +60,7 @@ std::string tiff(const std::vector<std::pair<std::uint32_t, std::uint32_t>>& tag
 
 }
 
-TEST(PictureClaims, AreThePixelsOfAPlainPicture)
+TEST(DeclaredPixels, AreThePixelsOfAPlainPicture)
 {
     for (const auto* format : { "png", "bmp", "tiff" })
         EXPECT_EQ(claims(test::picture(40, 30, format)), 1'200) << format;
@@ -68,41 +68,41 @@ TEST(PictureClaims, AreThePixelsOfAPlainPicture)
     EXPECT_EQ(claims(webp(losslessChunk(30))), 900);
 }
 
-TEST(PictureClaims, AreNotAskedOfFormatsThatAskThemselves)
+TEST(DeclaredPixels, AreNotAskedOfFormatsThatAskThemselves)
 {
     EXPECT_EQ(claims(test::picture(40, 30, "jpeg")), 0);
     EXPECT_EQ(claims("<svg xmlns='http://www.w3.org/2000/svg' width='40' height='30'/>"), 0);
     EXPECT_EQ(claims("no picture"), 0);
 }
 
-TEST(PictureClaims, OfAPngAreRefusedBeforeItsRowsAreUnpacked)
+TEST(DeclaredPixels, OfAPngAreRefusedBeforeItsRowsAreUnpacked)
 {
     auto png = test::picture(4, 3, "png");
     png.replace(16, 8, std::string("\0\0\x75\x30\0\0\x75\x30", 8));
     EXPECT_TRUE(isPastTheBound(png));
 }
 
-TEST(PictureClaims, OfABitmapCountRowsFromTheTopToo)
+TEST(DeclaredPixels, OfABitmapCountRowsFromTheTopToo)
 {
     auto bitmap = test::picture(4, 3, "bmp");
     bitmap.replace(18, 8, low(30'000, 4) + low(static_cast<std::uint32_t>(-30'000), 4));
     EXPECT_TRUE(isPastTheBound(bitmap));
 }
 
-TEST(PictureClaims, OfAGifCountAFrameLargerThanItsScreen)
+TEST(DeclaredPixels, OfAGifCountAFrameLargerThanItsScreen)
 {
     EXPECT_TRUE(Image::fromBytes(gif(1, 1)));
     EXPECT_TRUE(isPastTheBound(gif(1, 20'000)));
 }
 
-TEST(PictureClaims, OfAGifCountAFrameBehindOtherBlocksAndStrayBytes)
+TEST(DeclaredPixels, OfAGifCountAFrameBehindOtherBlocksAndStrayBytes)
 {
     const std::string comment("!\xFE\3abc\2de\0", 10);
     EXPECT_TRUE(isPastTheBound(gif(1, 20'000, comment)));
     EXPECT_TRUE(isPastTheBound(gif(1, 20'000, "stray" + comment)));
 }
 
-TEST(PictureClaims, OfAWebPCountItsCanvasItsBitsAndEveryFrame)
+TEST(DeclaredPixels, OfAWebPCountItsCanvasItsBitsAndEveryFrame)
 {
     const auto canvas
         = [](std::uint32_t side) { return chunk("VP8X", low(0, 4) + low(side - 1, 3) + low(side - 1, 3)); };
@@ -117,7 +117,7 @@ TEST(PictureClaims, OfAWebPCountItsCanvasItsBitsAndEveryFrame)
     EXPECT_TRUE(isPastTheBound(webp(canvas(1) + frame(1, losslessChunk(16'384)))));
 }
 
-TEST(PictureClaims, OfATiffCountItsTilesAndManySamples)
+TEST(DeclaredPixels, OfATiffCountItsTilesAndManySamples)
 {
     enum Tag : std::uint32_t {
         Width = 256,
@@ -133,14 +133,14 @@ TEST(PictureClaims, OfATiffCountItsTilesAndManySamples)
     EXPECT_TRUE(isPastTheBound(tiff({ { Width, 4'000 }, { Height, 4'000 }, { Bits, 8 }, { Samples, 60'000 } })));
 }
 
-TEST(PictureClaims, OfAnAvifAreThoseOfAnyItem)
+TEST(DeclaredPixels, OfAnAvifAreThoseOfAnyItem)
 {
     const std::string picture
         = std::string("\0\0\0\x1C", 4) + "ftypavif" + std::string("....ispe\0\0\0\0\0\0\x75\x30\0\0\x75\x30", 20);
     EXPECT_TRUE(isPastTheBound(picture));
 }
 
-TEST(PictureClaims, OfHeadersThatBreakOffAreNone)
+TEST(DeclaredPixels, OfHeadersThatBreakOffAreNone)
 {
     for (const auto& whole : { gif(9, 9), webp(losslessChunk(9)), tiff({ { 256, 9 }, { 257, 9 } }),
              test::picture(9, 9, "png"), test::picture(9, 9, "bmp") }) {

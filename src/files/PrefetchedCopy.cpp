@@ -1,4 +1,4 @@
-#include "files/CopyAhead.hpp"
+#include "files/PrefetchedCopy.hpp"
 
 #include "base/FileDescriptor.hpp"
 #include "base/Path.hpp"
@@ -25,7 +25,7 @@ bool isUnchanged(const struct stat& before, const struct stat& now)
 
 }
 
-struct CopyAhead::Parts {
+struct PrefetchedCopy::Parts {
     Parts(std::string from, std::string into)
         : source(std::move(from))
         , folder(std::move(into))
@@ -38,14 +38,14 @@ struct CopyAhead::Parts {
     const std::string folder;
     const std::string destination;
     struct stat before { };
-    // A file without a name goes by itself, however the program ends.
+    // A file without a name; the kernel removes it when the process ends.
     FileDescriptor file;
 
     bool copy();
     bool takeName() const;
 };
 
-bool CopyAhead::Parts::copy()
+bool PrefetchedCopy::Parts::copy()
 {
     const auto from = openFile(source);
     if (!from || !file || fileExists(destination) || ::fstat(from.get(), &before) != 0
@@ -56,26 +56,26 @@ bool CopyAhead::Parts::copy()
     return ::fsync(file.get()) == 0;
 }
 
-bool CopyAhead::Parts::takeName() const
+bool PrefetchedCopy::Parts::takeName() const
 {
     const auto self = "/proc/self/fd/" + std::to_string(file.get());
     return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, destination.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-CopyAhead::CopyAhead(std::unique_ptr<Parts> parts)
+PrefetchedCopy::PrefetchedCopy(std::unique_ptr<Parts> parts)
     : _parts(std::move(parts))
 {
 }
 
-CopyAhead::~CopyAhead() = default;
+PrefetchedCopy::~PrefetchedCopy() = default;
 
-std::unique_ptr<CopyAhead> CopyAhead::of(const std::string& source, const std::string& folder)
+std::unique_ptr<PrefetchedCopy> PrefetchedCopy::of(const std::string& source, const std::string& folder)
 {
     auto parts = std::make_unique<Parts>(source, folder);
-    return parts->copy() ? std::make_unique<CopyAhead>(std::move(parts)) : nullptr;
+    return parts->copy() ? std::make_unique<PrefetchedCopy>(std::move(parts)) : nullptr;
 }
 
-std::optional<std::string> CopyAhead::takeName()
+std::optional<std::string> PrefetchedCopy::takeName()
 {
     struct stat now { };
     if (::stat(_parts->source.c_str(), &now) == 0 && isUnchanged(_parts->before, now) && _parts->takeName())

@@ -1,4 +1,4 @@
-#include "pictures/PictureClaims.hpp"
+#include "pictures/DeclaredPixels.hpp"
 
 #include <algorithm>
 #include <cstdint>
@@ -10,7 +10,7 @@ namespace {
 
 enum class Order { LowFirst, HighFirst };
 
-// A number of some bytes; 0 past the end.
+// A number of `size` bytes; 0 past the end.
 std::uint32_t number(std::string_view bytes, std::size_t at, std::size_t count, Order order)
 {
     if (at > bytes.size() || bytes.size() - at < count)
@@ -38,11 +38,11 @@ double bitmapPixels(std::string_view bytes)
     constexpr std::uint32_t shortHeader = 12;
     if (at(14, 4) == shortHeader)
         return area(at(18, 2), at(20, 2));
-    // Rows that run from the top have a height below 0.
+    // A negative height means rows from top to bottom.
     return area(at(18, 4), static_cast<std::uint32_t>(std::llabs(static_cast<std::int32_t>(at(22, 4)))));
 }
 
-// Blocks follow each other behind the screen's size; each but the end has parts, each with its length before it.
+// Blocks follow the screen descriptor. Each but the trailer has sub-blocks, each with its length before it.
 double gifPixels(std::string_view bytes)
 {
     const auto at
@@ -57,7 +57,7 @@ double gifPixels(std::string_view bytes)
         } else if (kind == '!') {
             i += 2;
         } else {
-            // Decoders look for a block behind what is none.
+            // Decoders skip unknown bytes.
             ++i;
             continue;
         }
@@ -123,7 +123,7 @@ double tiffPixels(std::string_view bytes)
         case Height:
             height = std::max(height, value);
             break;
-        // More than two stand elsewhere, and are all alike where they are read.
+        // More than two values are stored elsewhere; decoders require them to be equal.
         case SampleBits:
             bits = std::max(bits, at(i + 4, 4) > 2 ? at(value, 2) : value);
             break;
@@ -145,7 +145,7 @@ double tiffPixels(std::string_view bytes)
     return weight * std::max(area(width, height), area(tileWidth, tileHeight));
 }
 
-// Sizes stand in properties that any item may have.
+// Sizes are in properties that any item may use.
 double avifPixels(std::string_view bytes)
 {
     double most = 0;
@@ -157,7 +157,7 @@ double avifPixels(std::string_view bytes)
 
 }
 
-double claimedPixels(const ImageFormat& format, std::string_view bytes)
+double declaredPixels(const ImageFormat& format, std::string_view bytes)
 {
     const std::string_view name = format.name ? format.name : "";
     if (name == "png")

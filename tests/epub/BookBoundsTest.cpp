@@ -18,7 +18,6 @@ using Lines = std::vector<std::string>;
 std::string repeated(std::size_t count, const std::string& text)
 {
     std::string all;
-    all.reserve(count * text.size());
     for (std::size_t i = 0; i < count; ++i)
         all += text;
     return all;

@@ -1,0 +1,259 @@
+#include "epub/NavigationDocument.hpp"
+
+#include "base/Bounds.hpp"
+#include "base/Path.hpp"
+#include "base/Unicode.hpp"
+#include "files/Files.hpp"
+#include "xml/MarkupScanner.hpp"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+// Of one label, in bytes.
+constexpr std::size_t maxLabel = 1'000;
+// Of one document, in bytes.
+constexpr std::size_t maxDocument = 32u << 20;
+
+// Whether a list of words has the word.
+bool hasWord(const std::optional<std::string>& words, std::string_view word)
+{
+    if (!words)
+        return false;
+    const auto all = split(*words, ' ');
+    return std::find(all.begin(), all.end(), word) != all.end();
+}
+
+class Reader {
+public:
+    Reader(const std::string& path, const std::string& bookFolder)
+        : _path(path)
+        , _bookFolder(bookFolder)
+    {
+    }
+
+    NavigationLists read(std::string_view document)
+    {
+        MarkupScanner scanner(document);
+        while (const auto token = scanner.next()) {
+            if (token->kind == MarkupToken::Kind::StartTag)
+                start(*token);
+            else if (token->kind == MarkupToken::Kind::EndTag)
+                end(*token);
+            else if (_isInLabel)
+                addText(*token);
+        }
+        if (_lists.contents.empty())
+            _lists.contents = std::move(_untyped);
+        return std::move(_lists);
+    }
+
+private:
+    struct Heading {
+        std::string text;
+        std::int32_t level;
+    };
+
+    void start(const MarkupToken& tag)
+    {
+        if (tag.isNamed("nav")) {
+            startList(tag);
+        } else if (!_list || tag.isEmpty) {
+            if (_isInLabel && tag.isNamed("img"))
+                addWord(tag.attribute("alt").value_or(""));
+        } else if (tag.isNamed("ol")) {
+            endLabel();
+            ++_level;
+        } else if (tag.isNamed("a") || (tag.isNamed("span") && !_isInLabel)) {
+            endLabel();
+            _isInLabel = true;
+            _href = tag.isNamed("a") ? tag.attribute("href") : std::nullopt;
+        } else if (_isInLabel && tag.isNamed("img"))
+            addWord(tag.attribute("alt").value_or(""));
+    }
+
+    void startList(const MarkupToken& tag)
+    {
+        endLabel();
+        _level = 0;
+        _headings.clear();
+        const auto type = tag.attribute("epub:type");
+        const auto role = tag.attribute("role");
+        if (hasWord(type, "toc") || hasWord(role, "doc-toc"))
+            _list = _lists.contents.empty() ? &_lists.contents : nullptr;
+        else if (hasWord(type, "page-list") || hasWord(role, "doc-pagelist"))
+            _list = _lists.pages.empty() ? &_lists.pages : nullptr;
+        else
+            _list = !type && _untyped.empty() ? &_untyped : nullptr;
+    }
+
+    void end(const MarkupToken& tag)
+    {
+        if (tag.isNamed("nav")) {
+            endLabel();
+            _list = nullptr;
+        } else if (tag.isNamed("ol")) {
+            endLabel();
+            _level = std::max(_level - 1, 0);
+        } else if (tag.isNamed("a") || tag.isNamed("li") || (tag.isNamed("span") && !_href))
+            endLabel();
+    }
+
+    void addText(const MarkupToken& token)
+    {
+        if (_label.size() > maxLabel)
+            return;
+        std::string text;
+        if (token.isCharacterData)
+            text = token.text;
+        else
+            appendReplacingReferences(text, token.text.substr(0, 4 * maxLabel));
+        for (const char c : text) {
+            const bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+            if (!isBlank)
+                _label += c;
+            else if (!_label.empty() && _label.back() != ' ')
+                _label += ' ';
+        }
+    }
+
+    void addWord(const std::string& word)
+    {
+        if (_label.size() <= maxLabel)
+            _label += word.substr(0, maxLabel);
+    }
+
+    void endLabel()
+    {
+        if (!_isInLabel)
+            return;
+        _isInLabel = false;
+        auto text = validUtf8(trimmed(std::exchange(_label, {})));
+        const auto href = std::exchange(_href, std::nullopt);
+        if (!_list || text.empty())
+            return;
+        const auto level = std::max(_level, 1);
+        if (!href) {
+            if (_headings.size() + _list->size() < BookLimits().contentsEntries)
+                _headings.push_back({ std::move(text), level });
+            return;
+        }
+        const auto target = targetOf(*href);
+        if (!target)
+            return;
+        for (auto& heading : std::exchange(_headings, {}))
+            add({ std::move(heading.text), *target, heading.level });
+        add({ std::move(text), *target, level });
+    }
+
+    void add(NavigationPoint point)
+    {
+        if (_list->size() < BookLimits().contentsEntries)
+            _list->push_back(std::move(point));
+    }
+
+    // Missing where it leads out of the book.
+    std::optional<Url> targetOf(const std::string& href) const
+    {
+        const auto hash = href.find('#');
+        const auto reference = href.substr(0, hash);
+        // A scheme, or a path of the system.
+        if (reference.starts_with('/') || reference.substr(0, reference.find('/')).find(':') != std::string::npos)
+            return std::nullopt;
+        const auto name = replacingPercentEscapes(reference).value_or(reference);
+        const auto path
+            = name.empty() ? _path : normalizedPath(appendingPathComponent(deletingLastPathComponent(_path), name));
+        if (!isPathInside(path, _bookFolder))
+            return std::nullopt;
+        auto text = Url::file(path).text();
+        if (hash != std::string::npos) {
+            const auto fragment = href.substr(hash + 1);
+            text += "#" + addingPercentEscapes(replacingPercentEscapes(fragment).value_or(fragment));
+        }
+        return Url::fromString(text);
+    }
+
+    const std::string& _path;
+    const std::string& _bookFolder;
+    NavigationLists _lists;
+    // The list of a nav element that does not say what it is.
+    std::vector<NavigationPoint> _untyped;
+    // The list that is read, if any.
+    std::vector<NavigationPoint>* _list = nullptr;
+    std::int32_t _level = 0;
+    bool _isInLabel = false;
+    std::string _label;
+    std::optional<std::string> _href;
+    // Entries that wait for the target of the next one.
+    std::vector<Heading> _headings;
+};
+
+// The text of a file below the folder, links followed; missing where there is none.
+std::optional<std::string> documentAt(const std::string& path, const std::string& bookFolder)
+{
+    std::error_code error;
+    const auto file = std::filesystem::canonical(path, error);
+    if (error)
+        return std::nullopt;
+    const auto folder = std::filesystem::canonical(bookFolder, error);
+    if (error || !isPathInside(file.string(), folder.string()))
+        return std::nullopt;
+    auto bytes = readFile(file.string(), maxDocument);
+    return bytes ? std::optional(markupFrom(std::move(*bytes))) : std::nullopt;
+}
+
+// The attribute of the first element of that name for which `isWanted`.
+template <typename Predicate>
+std::optional<std::string> firstAttribute(
+    const std::string& document, std::string_view element, std::string_view attribute, Predicate isWanted)
+{
+    MarkupScanner scanner(document);
+    while (const auto token = scanner.next()) {
+        if (token->kind == MarkupToken::Kind::StartTag && token->isNamed(element) && isWanted(*token))
+            return token->attribute(attribute);
+    }
+    return std::nullopt;
+}
+
+std::string resolved(const std::string& folder, const std::string& reference)
+{
+    const auto name = replacingPercentEscapes(reference).value_or(reference);
+    return normalizedPath(appendingPathComponent(folder, name));
+}
+
+}
+
+NavigationLists navigationLists(const std::string& document, const std::string& path, const std::string& bookFolder)
+{
+    return Reader(path, bookFolder).read(document);
+}
+
+NavigationLists navigationListsOf(const std::string& bookFolder)
+{
+    const auto container = documentAt(appendingPathComponent(bookFolder, "META-INF/container.xml"), bookFolder);
+    if (!container)
+        return {};
+    const auto package = firstAttribute(
+        *container, "rootfile", "full-path", [](const MarkupToken& file) { return file.attribute("full-path"); });
+    if (!package)
+        return {};
+    const auto packagePath = resolved(bookFolder, *package);
+    const auto packageDocument = documentAt(packagePath, bookFolder);
+    if (!packageDocument)
+        return {};
+    const auto item = firstAttribute(*packageDocument, "item", "href",
+        [](const MarkupToken& tag) { return hasWord(tag.attribute("properties"), "nav"); });
+    if (!item)
+        return {};
+    const auto path = resolved(deletingLastPathComponent(packagePath), *item);
+    const auto document = documentAt(path, bookFolder);
+    return document ? navigationLists(*document, path, bookFolder) : NavigationLists();
+}
+
+}

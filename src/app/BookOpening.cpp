@@ -105,8 +105,36 @@ Task<void> BookOpening::run(BookInfoPtr book)
         _state.reading._epubWindowController->_epubController()->loadSplits(book->files(), tableOfContent);
     else
         _state.reading._fixedWindowController->_fixedController()->loadSplits(book->files(), tableOfContent);
+    showNavigation(*book, !tableOfContent.empty());
     if (_state.windows.fullScreenMode && !window->isFullScreen())
         window->toggleFullScreen();
+}
+
+// The pages of the printed edition, and the contents of a book that has none of its own. Nothing of it is stored.
+void BookOpening::showNavigation(const BookInfo& book, bool hasContents)
+{
+    const auto unpacked = _unpackedInto.find(book.bookPath().value_or(""));
+    if (unpacked == _unpackedInto.end())
+        return;
+    const auto& navigation = unpacked->second.navigation;
+    if (book.type() == reflowable) {
+        std::vector<std::string> labels;
+        std::vector<Url> pages;
+        for (const auto& point : navigation.pages) {
+            labels.push_back(point.text);
+            pages.push_back(point.target);
+        }
+        _state.reading._epubWindowController->setPrintedPages(labels, std::move(pages));
+    }
+    if (hasContents || navigation.contents.empty())
+        return;
+    std::vector<ContentsEntry> entries;
+    for (const auto& point : navigation.contents)
+        entries.push_back({ point.text, point.target, point.level });
+    if (book.type() == reflowable)
+        _state.reading._epubWindowController->_epubController()->showContents(entries);
+    else
+        _state.reading._fixedWindowController->_fixedController()->showContents(entries);
 }
 
 bool BookOpening::hasArchive(const BookInfo& book)
@@ -129,7 +157,7 @@ void BookOpening::showReflowableReader(BookInfo& book)
     controller.setBook(book.title().value_or(""), book.author().value_or(""));
     window.setFrame(_platform.libraryWindow.mainWindow().frame());
     if (book.bookPath())
-        controller.webView().setBookFolder(*book.bookPath());
+        controller.setBookFolder(*book.bookPath());
     _state.windows.fullScreenMode = _state.windows.epubWinInFullScreen;
 
     auto& reader = *controller._epubController();
@@ -193,8 +221,9 @@ Task<void> BookOpening::unpack(BookInfoPtr book)
     _unpackedInto.erase(folder);
     book->setUnPacked(false);
     const auto contents = std::make_shared<Value::Array>(book->content().value_or(Value::Array {}));
+    const auto navigation = std::make_shared<NavigationLists>();
     auto unpacking = _platform.runLoop.performInBackground(
-        [lock = _unpacking, stop = _stop.get_token(), unpacked = *book, folder, contents] {
+        [lock = _unpacking, stop = _stop.get_token(), unpacked = *book, folder, contents, navigation] {
             std::scoped_lock oneAtATime(*lock);
             if (stop.stop_requested())
                 return;
@@ -202,10 +231,11 @@ Task<void> BookOpening::unpack(BookInfoPtr book)
             createFolder(folder);
             unZipBook(unpacked, stop);
             *contents = withTargetsFound(*contents, folder);
+            *navigation = navigationListsOf(folder);
         });
     co_await unpacking;
     book->setUnPacked(true);
-    _unpackedInto[folder] = { book, std::move(*contents) };
+    _unpackedInto[folder] = { book, std::move(*contents), std::move(*navigation) };
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include "app/LibraryState.hpp"
 #include "contents/ContentsPane.hpp"
+#include "epub/NavigationDocument.hpp"
 #include "running/Task.hpp"
 
 #include <functional>
@@ -40,6 +41,7 @@ private:
     Task<void> unpack(BookInfoPtr book);
     bool isUnpacked(const BookInfoPtr& book) const;
     Value::Array contentsOf(const BookInfo& book) const;
+    void showNavigation(const BookInfo& book, bool hasContents);
 
     Platform _platform;
     LibraryState& _state;
@@ -49,6 +51,8 @@ private:
         std::weak_ptr<BookInfo> book;
         // The record's contents, with targets found in the folder.
         Value::Array contents;
+        // Those of the navigation document, where the record has none, and the pages of the printed edition.
+        NavigationLists navigation;
     };
     // The record whose archive is unpacked in a folder; two books may share one.
     std::unordered_map<std::string, Unpacked> _unpackedInto;

@@ -4,6 +4,7 @@
 #include "base/Numbers.hpp"
 #include "base/Translation.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -59,6 +60,8 @@ void FixedEpubController::loadSplits(
     if (_activeSplitIndex != 0 && !_bookSplits.empty())
         _activeSplitIndex = 0;
     _leavingLinks.clear();
+    _jumps.clear();
+    _window.setWay(false, false);
     _splitIndexDict.clear();
     for (std::size_t i = 0; i < _bookSplits.size(); ++i)
         _splitIndexDict[_bookSplits[i].lastPathComponent()] = i;
@@ -75,6 +78,12 @@ void FixedEpubController::loadSplits(
     slider.setHidden(false);
     showLocation();
     _fixedWindowFitted = false;
+}
+
+void FixedEpubController::showContents(const std::vector<ContentsEntry>& entries)
+{
+    _contentsPane.removeAllLinks();
+    _contentsPane.loadTOC(entries);
 }
 
 void FixedEpubController::showLocation()
@@ -96,6 +105,7 @@ void FixedEpubController::load(const Url& url)
 void FixedEpubController::changeChapter(const Url& url)
 {
     _queue.enqueueAction([this, url]() -> Task<void> {
+        leavePage();
         _window.webView().setHidden(true);
         load(url);
         co_return;
@@ -120,6 +130,7 @@ void FixedEpubController::changePage(int tag)
 
 void FixedEpubController::pageTurn(int tag)
 {
+    _isSeeking = false;
     const auto last = _bookSplits.size();
     if (tag == Previous) {
         if (_activeSplitIndex == 0)
@@ -146,8 +157,13 @@ void FixedEpubController::pageTurnTo(std::int32_t page)
     if (static_cast<float>(page) == _state.lastSliderValue)
         return;
     const auto index = static_cast<std::uint64_t>(page) - 1;
-    if (index != _activeSplitIndex && index < _bookSplits.size())
+    if (index != _activeSplitIndex && index < _bookSplits.size()) {
+        // All the pages on the slider's way are one jump.
+        if (!_isSeeking)
+            leavePage();
+        _isSeeking = true;
         loadPage(index);
+    }
     _state.lastSliderValue = static_cast<float>(page);
 }
 

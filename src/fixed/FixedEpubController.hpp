@@ -4,6 +4,7 @@
 #include "contents/SplitRules.hpp"
 #include "page/WebView.hpp"
 #include "reader/EpubWindow.hpp"
+#include "reader/JumpHistory.hpp"
 #include "reader/LeavingLinks.hpp"
 #include "reader/LocationBar.hpp"
 #include "reader/ReaderHub.hpp"
@@ -35,6 +36,8 @@ public:
 
     // Opens a book at its first page: its page files as file URLs in reading order, and its contents.
     void loadSplits(std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent);
+    // Fills the contents pane of a book that was opened without contents.
+    void showContents(const std::vector<ContentsEntry>& entries);
     // Hides the page and loads another; it is shown again when it is scaled.
     void changeChapter(const Url& url) override;
     // Turns the page: tag 0 back, 1 (and any other) on. The slider has its own form, with its value.
@@ -42,6 +45,11 @@ public:
     void changePageTo(float sliderValue);
     void goToFirstPage();
     void goToLastPage();
+    // A page of the book, counted from 1; the one before is remembered.
+    void goToPageNumber(std::int64_t number);
+    // The page that the last jump has left, and the one that the way back has left.
+    void goBack() { takeWay(&JumpHistory::back); }
+    void goOn() { takeWay(&JumpHistory::on); }
     // A flick over the page, by its horizontal distance.
     void scrollWheelBegan(double deltaX);
     void toggleLeftView() { _splitRules.toggleLeftView(); }
@@ -61,8 +69,13 @@ public:
     void didChangeLocationWithinPage(const Url& url) override;
     void didCommitLoad(const DataSource& source) override;
     void didResize() override;
+    void pageFollowsLink() override { leavePage(); }
 
 private:
+    // A jump is about to leave the page.
+    void leavePage();
+    void takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&));
+    std::optional<SeenPage> seenPage() const;
     void goToPage(std::uint64_t index);
     void load(const Url& url);
     void loadPage(std::uint64_t index);
@@ -90,6 +103,9 @@ private:
     std::vector<Url> _bookSplits;
     std::map<std::string, std::uint64_t> _splitIndexDict;
     std::uint64_t _activeSplitIndex = 0;
+    JumpHistory _jumps;
+    // The last jump was one of the slider, which is moved through many pages.
+    bool _isSeeking = false;
     // Whether the last page turn went back.
     bool _turnsBack = false;
     std::int32_t _numberOfColumns = 0;

@@ -38,6 +38,9 @@ void FixedLayoutWindowController::connect()
     actions.goToLastPage = withReader([](FixedEpubController& reader) { reader.goToLastPage(); });
     actions.scrollWheelBegan
         = withReader([](FixedEpubController& reader, double deltaX) { reader.scrollWheelBegan(deltaX); });
+    actions.goToPage = withReader([](FixedEpubController& reader, std::int64_t page) { reader.goToPageNumber(page); });
+    actions.goBack = withReader([](FixedEpubController& reader) { reader.goBack(); });
+    actions.goOn = withReader([](FixedEpubController& reader) { reader.goOn(); });
     _window->setActions(std::move(actions));
 }
 

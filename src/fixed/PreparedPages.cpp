@@ -41,6 +41,10 @@ public:
     {
         note([url](WebViewDelegate& delegate) { delegate.didChangeLocationWithinPage(url); });
     }
+    void pageFollowsLink() override
+    {
+        note([](WebViewDelegate& delegate) { delegate.pageFollowsLink(); });
+    }
     void didResize() override
     {
         if (this == _pages._sides[_pages._shown].get() && _pages._delegate)

@@ -48,6 +48,8 @@ public:
     virtual void decidePolicyForMIMEType(const std::string& type) = 0;
     // The load's page replaces the one that was shown. Nothing of it has been drawn yet.
     virtual void didCommitLoad(const DataSource& source) { }
+    // The person has pressed a link of the page that leads to a place of the book. Nothing has changed yet.
+    virtual void pageFollowsLink() { }
     // The location's fragment changed within the page that is shown.
     virtual void didChangeLocationWithinPage(const Url& url) = 0;
     // The frame of the page view took another size.

@@ -5,6 +5,7 @@
 #include "controls/Controls.hpp"
 #include "desktop/Window.hpp"
 #include "page/WebView.hpp"
+#include "reader/SearchPane.hpp"
 
 #include <cstdint>
 #include <functional>
@@ -32,6 +33,22 @@ struct ReaderWindowActions {
     // A step of the column count.
     std::function<void()> changeWidth;
     std::function<void(const std::string& text)> searchContent;
+    // What stands in the search field, while it is typed.
+    std::function<void(const std::string& text, WholeWords wholeWords)> search;
+    // A result, counted from 0.
+    std::function<void(std::size_t index)> goToResult;
+    std::function<void()> goToNextResult;
+    std::function<void()> goToPreviousResult;
+    std::function<void()> endSearch;
+    // Where the last jump came from, and on again.
+    std::function<void()> goBack;
+    std::function<void()> goOn;
+    // A share of the book, from 0 to 100.
+    std::function<void(double percentage)> goToPercentage;
+    // Of the chapter, or of a book with fixed pages; counted from 1.
+    std::function<void(std::int64_t page)> goToPage;
+    // By its place in the list of printed pages.
+    std::function<void(std::size_t index)> goToPrintedPage;
 };
 
 // What every reader window has, by the names of its layout. Main thread.
@@ -55,6 +72,10 @@ public:
     virtual void setNothingToShow(bool isNothing) { }
     // Shows a loading indicator if loading takes longer than a moment. Optional.
     virtual void setLoading(bool isLoading) { }
+    // Whether jumps lead back from the page that is shown, and on. A window may leave that out.
+    virtual void setWay(bool leadsBack, bool leadsOn) { }
+    // The numbers of the pages of the printed edition, in order. A window may leave that out.
+    virtual void setPrintedPages(const std::vector<std::string>& labels) { }
     virtual TextField& locLabel() = 0;
     virtual Slider& locSlider() = 0;
 };
@@ -68,6 +89,7 @@ public:
     virtual SegmentedControl& colorControl() = 0;
     virtual PopUpButton& fontMenu() = 0;
     virtual TextField& searchField() = 0;
+    virtual SearchPane& searchPane() = 0;
     // Shows which page of its chapter is seen, counted from 1, and of how many.
     virtual void setPageOfChapter(std::int64_t page, std::int64_t count) { }
     // Shows how many columns the page has.

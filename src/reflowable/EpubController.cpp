@@ -66,6 +66,8 @@ void EpubController::loadSplits(
     _settings.show(_window);
     _spine.setDocuments(std::move(splits));
     _leavingLinks.clear();
+    _jumps = {};
+    wayHasChanged();
     _window.setLoading(false);
     _window.setNothingToShow(_spine.bookSplits.empty());
 
@@ -81,6 +83,12 @@ void EpubController::loadSplits(
     slider.setFloatValue(0);
     slider.setHidden(false);
     _location.setPercentage(0);
+}
+
+void EpubController::showContents(const std::vector<ContentsEntry>& entries)
+{
+    _contentsPane.removeAllLinks();
+    _contentsPane.loadTOC(entries);
 }
 
 void EpubController::activateSplit(std::uint64_t index)
@@ -112,7 +120,7 @@ PageStart EpubController::pageStart(const Url& url) const
     if (look.columnHeight <= 0 || look.pageWidth <= 0)
         return {};
     const bool opensElsewhere = _state.restorePositionPending || _state.openAtChapterEnd
-        || _state.pendingChapterFraction != 0 || url.fragment() || _lastAnchor || _place.toKeep();
+        || _state.pendingChapterFraction != 0 || url.fragment() || _lastAnchor || _place.toKeep() || _jumps.landing;
     return { scripts::styleSheet(look, _settings.numberOfColumns), !opensElsewhere, _settings.numberOfColumns };
 }
 
@@ -127,7 +135,8 @@ void EpubController::holdActions()
 void EpubController::changeChapter(const Url& url)
 {
     _queue.enqueueAction([this, url]() -> Task<void> {
-        _place.userMoves();
+        leavePage();
+        userMoves();
         Url target = url;
         const auto parts = split(url.path(), '#');
         _lastAnchor = std::nullopt;
@@ -207,6 +216,7 @@ Task<void> EpubController::preparePage(DataSource source)
         co_await run(scripts::setHash(*_lastAnchor));
         co_await trackAnchors();
     }
+    _jumps.shownDocument = source.url.withoutFragment();
     const Url url = _locationChanges.urlOf(source);
     activateSplit(_spine.indexOf(url));
     _spine.missingSplits.erase(_spine.activeSplitIndex);
@@ -229,6 +239,8 @@ Task<void> EpubController::preparePage(DataSource source)
     _pageIsShown = true;
     if (source.load != webView.currentLoad())
         co_return;
+    if (source.isMainResource)
+        co_await decorate();
     webView.pageIsPrepared();
     _window.setLoading(false);
     if (source.isMainResource)
@@ -296,7 +308,7 @@ Task<void> EpubController::trackAnchor(std::string fragment)
     const std::int64_t T = co_await integer(scripts::offsetTopOf(fragment));
     if (T == 0)
         co_return;
-    _place.userMoves();
+    userMoves();
     const auto page = geometry();
     const std::int64_t S = co_await integer(scripts::scrollWidth);
     const auto B = page.seekDivisor();

@@ -9,6 +9,7 @@
 #include "reader/ReaderHub.hpp"
 #include "reader/ReaderState.hpp"
 #include "reflowable/DisplaySettings.hpp"
+#include "reflowable/Jumps.hpp"
 #include "reflowable/KeptPlace.hpp"
 #include "reflowable/LocationChanges.hpp"
 #include "reflowable/ReadingPosition.hpp"
@@ -36,6 +37,8 @@ public:
     // Starts a book: its spine documents as file URLs in reading order, and its contents, missing when there are none.
     // Settings and position set before are taken up; null and 0 mean the reader's own defaults.
     void loadSplits(std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent);
+    // Fills the contents pane of a book that was started without contents.
+    void showContents(const std::vector<ContentsEntry>& entries);
     // Opens the target of a contents link.
     void changeChapter(const Url& url) override;
 
@@ -45,6 +48,27 @@ public:
     void changePage(float sliderValue, EventType currentEvent);
     void goToFirstPage();
     void goToLastPage();
+    // Shows the page of a place, and remembers the one that is left for the way back.
+    void goTo(Destination destination);
+    // The page that the last jump has left, and the one that the way back has left.
+    void goBack();
+    void goOn();
+    // The page that holds this share of the book, from 0 to 100: where one has that percentage, the first that has it.
+    void goToPercentage(double percentage);
+    // A page of the chapter, counted from 1.
+    void goToPage(std::int64_t page);
+    // The pages of the printed edition, by where they begin, in order.
+    void setPrintedPages(std::vector<Url> pages) { _jumps.printedPages = std::move(pages); }
+    void goToPrintedPage(std::size_t index);
+    // Asks the chapter that is shown for a number, once nothing else is under way. The answer may be left out.
+    void ask(std::string script, std::function<void(std::int64_t)> answer);
+    // What is to be run in each chapter once it is laid out, by its index; an empty text for nothing.
+    void setChapterScript(std::function<std::string(std::uint64_t split)> script)
+    {
+        _chapterScript = std::move(script);
+    }
+    // Runs it in the chapter that is shown.
+    void runChapterScript();
     // A flick over the page, by its horizontal distance.
     void scrollWheelBegan(double deltaX);
     // The offset moved to a column boundary.
@@ -108,6 +132,7 @@ public:
     void didChangeLocationWithinPage(const Url& url) override;
     void didResize() override;
     void webProcessDidTerminate() override;
+    void pageFollowsLink() override;
 
 private:
     // W, H, C and PW as they are now.
@@ -121,6 +146,8 @@ private:
     // The chapter becomes the active one; the place in another is forgotten.
     void activateSplit(std::uint64_t index);
     void holdActions();
+    // The place that was kept is given up.
+    void userMoves();
 
     Task<std::int64_t> integer(std::string script) { return evaluateInteger(_window.webView(), std::move(script)); }
     Task<void> run(std::string script) { return evaluate(_window.webView(), std::move(script)); }
@@ -141,6 +168,15 @@ private:
     Task<void> applyRelayout();
     Task<void> keepPlace();
     Task<void> notePlace();
+    // A page of the book begins at that offset.
+    void seePage(std::int64_t offset, std::int64_t S);
+    // A jump is about to leave the page.
+    void leavePage();
+    Task<void> show(Destination destination);
+    Task<void> land();
+    Task<void> takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&));
+    Task<void> decorate();
+    void wayHasChanged();
 
     // `adopt` only stores a display option; `show` stores it and applies it to the page.
     void enqueueOption(std::function<void()> adopt, SerialQueue::Work show);
@@ -164,6 +200,8 @@ private:
     // Whether a chapter has ever been laid out.
     bool _pageIsShown = false;
     LeavingLinks _leavingLinks;
+    Jumps _jumps;
+    std::function<std::string(std::uint64_t)> _chapterScript;
     bool _relayoutPending = false;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 

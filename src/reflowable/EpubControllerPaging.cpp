@@ -44,7 +44,7 @@ Task<void> EpubController::turnOn()
     const auto page = geometry();
     if (_spine.lastIsActive() && X + page.W >= S)
         co_return;
-    _place.userMoves();
+    userMoves();
     _state.openAtChapterEnd = false;
     const auto N = truncated(X + page.W);
     if (N < S) {
@@ -64,7 +64,7 @@ Task<void> EpubController::turnBack()
     const auto page = geometry();
     if (_spine.activeSplitIndex == 0 && X == 0)
         co_return;
-    _place.userMoves();
+    userMoves();
     _state.openAtChapterEnd = false;
     if (X != 0) {
         co_await adoptOffset(page.adjustOffset(truncated(X - page.W)), S);
@@ -83,12 +83,13 @@ Task<void> EpubController::adoptOffset(std::int64_t offset, std::int64_t S)
     co_await run(scripts::scrollTo(offset));
     _position.setOffset(offset, page, S);
     co_await updateLocationWithOffset(offset);
+    seePage(offset, S);
 }
 
 void EpubController::goToFirstPage()
 {
     _queue.enqueueAction([this]() -> Task<void> {
-        _place.userMoves();
+        userMoves();
         _state.openAtChapterEnd = false;
         const std::int64_t S = co_await integer(scripts::scrollWidth);
         co_await adoptOffset(0, S);
@@ -98,7 +99,7 @@ void EpubController::goToFirstPage()
 void EpubController::goToLastPage()
 {
     _queue.enqueueAction([this]() -> Task<void> {
-        _place.userMoves();
+        userMoves();
         const std::int64_t S = co_await integer(scripts::scrollWidth);
         const auto page = geometry();
         co_await run(scripts::scrollToEnd);
@@ -112,7 +113,11 @@ Task<void> EpubController::seek(float value, EventType event)
 {
     if (value == _state.lastSliderValue)
         co_return;
-    _place.userMoves();
+    // All the places on the slider's way are one jump.
+    if (!_jumps.isSeeking)
+        leavePage();
+    userMoves();
+    _jumps.isSeeking = true;
     _state.openAtChapterEnd = false;
     _dragging = event == EventType::LeftMouseDown || event == EventType::LeftMouseDragged;
     if (_location.slider().maxValue() > value) {
@@ -173,6 +178,8 @@ Task<void> EpubController::updateLocationWithOffset(std::int64_t offset)
 
 Task<void> EpubController::keepPlace()
 {
+    if (_jumps.landing)
+        co_return co_await land();
     if (!_place.toKeep())
         co_return;
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
@@ -196,6 +203,7 @@ Task<void> EpubController::notePlace()
     if (S <= 0 || W <= 0 || _spine.bookSplits.empty() || _queue.actionsAreHeld())
         co_return;
     _place.note(static_cast<double>(X), W, static_cast<double>(S));
+    seePage(X, S);
     const auto count = static_cast<std::int64_t>(std::ceil(S / W));
     const auto page = static_cast<std::int64_t>(std::lround(X / W)) + 1;
     _window.setPageOfChapter(std::min(page, count), count);

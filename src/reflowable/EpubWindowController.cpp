@@ -9,11 +9,31 @@ EpubWindowController::EpubWindowController(
     : _window(std::move(layout))
     , _mainController(hub)
     , _controller(std::make_unique<EpubController>(*_window, hub, state, runLoop))
+    , _search(std::make_unique<BookSearch>(*_controller, _window->searchPane(), runLoop))
 {
     connect();
 }
 
 EpubWindowController::~EpubWindowController() = default;
+
+void EpubWindowController::set_epubController(std::unique_ptr<EpubController> controller)
+{
+    _search = nullptr;
+    _controller = std::move(controller);
+}
+
+void EpubWindowController::setBookFolder(const std::string& path)
+{
+    webView().setBookFolder(path);
+    _search->setBookFolder(path);
+}
+
+void EpubWindowController::setPrintedPages(const std::vector<std::string>& labels, std::vector<Url> pages)
+{
+    _window->setPrintedPages(labels);
+    if (_controller)
+        _controller->setPrintedPages(std::move(pages));
+}
 
 void EpubWindowController::connect()
 {
@@ -39,6 +59,25 @@ void EpubWindowController::connect()
     actions.changeWidth = withReader([](EpubController& reader) { reader.changeWidth(); });
     actions.searchContent
         = withReader([](EpubController& reader, const std::string& text) { reader.searchContent(text); });
+    actions.goBack = withReader([](EpubController& reader) { reader.goBack(); });
+    actions.goOn = withReader([](EpubController& reader) { reader.goOn(); });
+    actions.goToPercentage
+        = withReader([](EpubController& reader, double percentage) { reader.goToPercentage(percentage); });
+    actions.goToPage = withReader([](EpubController& reader, std::int64_t page) { reader.goToPage(page); });
+    actions.goToPrintedPage
+        = withReader([](EpubController& reader, std::size_t index) { reader.goToPrintedPage(index); });
+    const auto withSearch = [this](auto action) {
+        return [this, action](auto... arguments) {
+            if (_search)
+                action(*_search, arguments...);
+        };
+    };
+    actions.search = withSearch(
+        [](BookSearch& search, const std::string& text, WholeWords wholeWords) { search.search(text, wholeWords); });
+    actions.goToResult = withSearch([](BookSearch& search, std::size_t index) { search.goTo(index); });
+    actions.goToNextResult = withSearch([](BookSearch& search) { search.goToNext(); });
+    actions.goToPreviousResult = withSearch([](BookSearch& search) { search.goToPrevious(); });
+    actions.endSearch = withSearch([](BookSearch& search) { search.end(); });
     _window->setActions(std::move(actions));
 }
 

@@ -2,6 +2,7 @@
 
 #include "reader/EpubWindow.hpp"
 #include "reader/ReaderHub.hpp"
+#include "reflowable/BookSearch.hpp"
 #include "reflowable/EpubController.hpp"
 
 #include <memory>
@@ -22,7 +23,12 @@ public:
     void setLoading() { _window->setLoading(true); }
     // Null once the reading has ended.
     EpubController* _epubController() { return _controller.get(); }
-    void set_epubController(std::unique_ptr<EpubController> controller) { _controller = std::move(controller); }
+    void set_epubController(std::unique_ptr<EpubController> controller);
+    // The folder of the unpacked book, before it is read.
+    void setBookFolder(const std::string& path);
+    // The pages of the printed edition: their numbers, and where they begin.
+    void setPrintedPages(const std::vector<std::string>& labels, std::vector<Url> pages);
+    BookSearch& search() { return *_search; }
 
     void closeEPUB();
     // Hides the panel with the display options.
@@ -37,6 +43,8 @@ private:
     std::unique_ptr<EpubWindow> _window;
     ReaderHub& _mainController;
     std::unique_ptr<EpubController> _controller;
+    // Null once the reading has ended.
+    std::unique_ptr<BookSearch> _search;
 };
 
 }

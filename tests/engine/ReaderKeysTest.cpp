@@ -36,4 +36,28 @@ TEST(ReaderKeys, KeysWithoutASideAreTheSameBothWays)
     }
 }
 
+TEST(ReaderKeys, AltWithAnArrowTakesTheWayWhicheverWayThePagesRun)
+{
+    const auto alt = Gdk::ModifierType::ALT_MASK;
+    for (const auto direction : { PageDirection::LeftToRight, PageDirection::RightToLeft }) {
+        for (const auto focus : { ReaderFocus::Page, ReaderFocus::Text, ReaderFocus::Control }) {
+            EXPECT_EQ(readerCommand(GDK_KEY_Left, alt, focus, direction), ReaderCommand::GoBack);
+            EXPECT_EQ(readerCommand(GDK_KEY_Right, alt, focus, direction), ReaderCommand::GoOn);
+        }
+        EXPECT_EQ(commandOf(GDK_KEY_Back, direction), ReaderCommand::GoBack);
+        EXPECT_EQ(commandOf(GDK_KEY_Forward, direction), ReaderCommand::GoOn);
+    }
+    EXPECT_FALSE(readerCommand(
+        GDK_KEY_Left, alt | Gdk::ModifierType::CONTROL_MASK, ReaderFocus::Page, PageDirection::LeftToRight));
+}
+
+TEST(ReaderKeys, F3LeadsFromMatchToMatchAlsoFromTheField)
+{
+    for (const auto focus : { ReaderFocus::Page, ReaderFocus::Text, ReaderFocus::Contents }) {
+        EXPECT_EQ(readerCommand(GDK_KEY_F3, {}, focus, PageDirection::LeftToRight), ReaderCommand::NextResult);
+        EXPECT_EQ(readerCommand(GDK_KEY_F3, Gdk::ModifierType::SHIFT_MASK, focus, PageDirection::LeftToRight),
+            ReaderCommand::PreviousResult);
+    }
+}
+
 }

@@ -51,6 +51,15 @@ protected:
         actions.displayOptions = [this] { done.push_back("options"); };
         actions.changeWidth = [this] { done.push_back("columns"); };
         actions.searchContent = [this](const std::string& text) { done.push_back("search " + text); };
+        actions.search = [this](const std::string& text, WholeWords words) {
+            done.push_back("find " + text + (words == WholeWords::Yes ? " as words" : ""));
+        };
+        actions.goToResult = [this](std::size_t index) { done.push_back("result " + std::to_string(index)); };
+        actions.goToNextResult = [this] { done.push_back("next"); };
+        actions.goToPreviousResult = [this] { done.push_back("previous"); };
+        actions.endSearch = [this] { done.push_back("end"); };
+        actions.goBack = [this] { done.push_back("back"); };
+        actions.goOn = [this] { done.push_back("on"); };
         actions.toggleFullScreen = [this] { done.push_back("full screen"); };
         epub->setActions(std::move(actions));
     }

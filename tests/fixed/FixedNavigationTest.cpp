@@ -298,3 +298,46 @@ TEST_F(FixedNavigation, TheContentsPaneCanBeHidden)
     reader->toggleLeftView();
     EXPECT_TRUE(parts->mainSplitView.hidden[0]);
 }
+
+TEST_F(FixedNavigation, TheWayBackShowsThePageThatAJumpHasLeft)
+{
+    openAt(3, 9);
+    reader->changeChapter(file(7));
+    page().finishDocument();
+    EXPECT_TRUE(parts->leadsBack);
+    reader->goBack();
+    page().finishDocument();
+    EXPECT_EQ(reader->activeSplitIndex(), 2u);
+    EXPECT_TRUE(parts->leadsOn);
+    reader->goOn();
+    page().finishDocument();
+    EXPECT_EQ(reader->activeSplitIndex(), 6u);
+    EXPECT_FALSE(parts->leadsOn);
+}
+
+TEST_F(FixedNavigation, TheWayBackShowsThePageThatALinkHasLeft)
+{
+    openAt(3, 9);
+    page().delegate->pageFollowsLink();
+    page().loadRequest(file(8));
+    page().finishDocument();
+    reader->goBack();
+    page().finishDocument();
+    EXPECT_EQ(reader->activeSplitIndex(), 2u);
+}
+
+TEST_F(FixedNavigation, AWayOfTheSliderIsOneJumpAndTurnsAreNone)
+{
+    open(9);
+    reader->changePage(1);
+    page().finishDocument();
+    EXPECT_FALSE(parts->leadsBack);
+    for (const float value : { 3.f, 4.f, 5.f }) {
+        reader->changePageTo(value);
+        page().finishDocument();
+    }
+    reader->goBack();
+    page().finishDocument();
+    EXPECT_EQ(reader->activeSplitIndex(), 1u);
+    EXPECT_FALSE(parts->leadsBack);
+}

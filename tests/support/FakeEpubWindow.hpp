@@ -33,6 +33,32 @@ public:
     std::vector<std::pair<double, double>> scrolledTo;
 };
 
+class FakeSearchPane : public SearchPane {
+public:
+    void setResultsShown(bool value) override { isShown = value; }
+    void removeAllResults() override { lines.clear(); }
+    void addChapter(const std::string& name) override { lines.push_back("# " + name); }
+    void addResults(const std::vector<FoundText>& results) override
+    {
+        for (const auto& found : results)
+            lines.push_back(found.before + "[" + found.match + "]" + found.after);
+    }
+    void setCount(std::size_t value, bool over) override
+    {
+        count = value;
+        isOver = over;
+    }
+    void selectResult(std::optional<std::size_t> index) override { selected = index; }
+    void emptyField() override { ++timesEmptied; }
+
+    bool isShown = false;
+    std::vector<std::string> lines;
+    std::size_t count = 0;
+    bool isOver = false;
+    std::optional<std::size_t> selected;
+    int timesEmptied = 0;
+};
+
 class FakeSplitView : public SplitView {
 public:
     void setDelegate(SplitViewDelegate* value) override { delegate = value; }
@@ -68,6 +94,9 @@ struct ReaderWindowParts {
     FakeSegmentedControl colorControl;
     FakePopUpButton fontMenu;
     FakeTextField searchField;
+    FakeSearchPane searchPane;
+    bool leadsBack = false;
+    bool leadsOn = false;
     FakeWindow displayOptions;
     int columnCount = 0;
     std::vector<std::string> fontFamilies { "Cantarell", "Georgia", "Noto Sans" };
@@ -110,6 +139,11 @@ public:
     void setPageIsMissing(bool isMissing) override { parts->pageIsMissing = isMissing; }
     void setLoading(bool isLoading) override { parts->isLoading = isLoading; }
     void setNothingToShow(bool isNothing) override { parts->hasNothingToShow = isNothing; }
+    void setWay(bool leadsBack, bool leadsOn) override
+    {
+        parts->leadsBack = leadsBack;
+        parts->leadsOn = leadsOn;
+    }
     TextField& locLabel() override { return parts->locLabel; }
     Slider& locSlider() override { return parts->locSlider; }
 
@@ -130,6 +164,7 @@ public:
     SegmentedControl& colorControl() override { return parts->colorControl; }
     PopUpButton& fontMenu() override { return parts->fontMenu; }
     TextField& searchField() override { return parts->searchField; }
+    SearchPane& searchPane() override { return parts->searchPane; }
     void setColumnCount(std::int32_t columns) override { parts->columnCount = columns; }
     Panel& displayOptions() override { return parts->displayOptions; }
     std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }

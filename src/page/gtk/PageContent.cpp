@@ -17,6 +17,7 @@ PageContent::PageContent(WebKitWebView* view, PageKind kind, BookFilter& filters
     if (kind == PageKind::Columns) {
         addStyleSheet("page.css");
         addStyleSheet("type.css");
+        addStyleSheet("find.css");
     } else
         addStyleSheet("fixed-page.css");
     allowScripts(true);

@@ -254,8 +254,15 @@ bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDeci
         const bool isOurs = _stage == Stage::Starting && url.text() == _target;
         if (!isOurs && !isInBook(url))
             return false;
+        const bool isLink
+            = webkit_navigation_action_get_navigation_type(navigation) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED;
+        if (auto* delegate = _reports.delegate();
+            delegate && !isOurs && isLink && webkit_navigation_action_is_user_gesture(navigation))
+            delegate->pageFollowsLink();
     } else if (!isWithinPage(url)) {
         const bool byUser = webkit_navigation_action_is_user_gesture(navigation);
+        if (auto* delegate = _reports.delegate(); delegate && byUser)
+            delegate->pageFollowsLink();
         _reports.willSendRequest(url, byUser ? RequestedBy::User : RequestedBy::Page);
     }
 

@@ -79,6 +79,7 @@ void PageSurroundings::setPageOfChapter(std::int64_t page, std::int64_t count)
 {
     _page.set_text(formatted(_("page %d of %d"), static_cast<int>(page), static_cast<int>(count)));
     _page.set_visible(count > 0);
+    _pageOfChapter = count > 0 ? std::optional(std::pair(page, count)) : std::nullopt;
 }
 
 void PageSurroundings::setNothingToShow(bool isNothing, std::function<void()> goBack)

@@ -9,7 +9,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace pagora {
 
@@ -36,6 +38,8 @@ public:
     void setChapter(const std::string& name);
     // Counted from 1; nothing is shown where the count is 0.
     void setPageOfChapter(std::int64_t page, std::int64_t count);
+    // What was set last: the page and the count. Missing where nothing is shown.
+    std::optional<std::pair<std::int64_t, std::int64_t>> pageOfChapter() const { return _pageOfChapter; }
     void setHasContents(bool hasContents) { _noContents.set_visible(!hasContents); }
     // Shows that the book has no pages, with a button back to the library.
     void setNothingToShow(bool isNothing, std::function<void()> goBack);
@@ -44,6 +48,7 @@ private:
     Parts _parts;
     Gtk::Label _chapter;
     Gtk::Label _page;
+    std::optional<std::pair<std::int64_t, std::int64_t>> _pageOfChapter;
     Gtk::Label _noContents;
     Gtk::Box _nothing;
     Gtk::Label _nothingText;

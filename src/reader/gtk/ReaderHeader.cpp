@@ -25,6 +25,7 @@ ReaderHeader::ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Widget
     , _revealer(*layout->get_widget<Gtk::Revealer>("headerRevealer"))
     , _library(*layout->get_widget<Gtk::Button>("libraryButton"))
     , _contents(*layout->get_widget<Gtk::ToggleButton>("contentsButton"))
+    , _back(*layout->get_widget<Gtk::Button>("backButton"))
     , _fullScreen(*layout->get_widget<Gtk::Button>("fullScreenButton"))
     , _book(Gtk::Orientation::VERTICAL)
 {
@@ -60,6 +61,12 @@ void ReaderHeader::setBook(const std::string& title, const std::string& author)
     _author.set_visible(!author.empty());
     if (!title.empty())
         _bar.set_title_widget(_book);
+}
+
+void ReaderHeader::setWay(bool leadsBack, bool leadsOn)
+{
+    _back.set_visible(leadsBack || leadsOn);
+    _back.set_sensitive(leadsBack);
 }
 
 void ReaderHeader::setCalled(bool isCalled)

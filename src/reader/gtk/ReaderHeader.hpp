@@ -26,6 +26,10 @@ public:
     void setContentsAction(const std::function<void()>& action) { connect(_contents, action); }
     void setFullScreenAction(const std::function<void()>& action) { connect(_fullScreen, action); }
 
+    void setBackAction(const std::function<void()>& action) { connect(_back, action); }
+    // The button for the way back is there once there is a way.
+    void setWay(bool leadsBack, bool leadsOn);
+
     // The title and author that the header shows; the author may be missing.
     void setBook(const std::string& title, const std::string& author);
     void setContentsShown(bool shown) { _contents.set_active(shown); }
@@ -48,6 +52,7 @@ private:
     Gtk::Revealer& _revealer;
     Gtk::Button& _library;
     Gtk::ToggleButton& _contents;
+    Gtk::Button& _back;
     Gtk::Button& _fullScreen;
     Gtk::Box _book;
     Gtk::Label _title;

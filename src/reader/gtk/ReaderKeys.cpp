@@ -15,6 +15,9 @@ std::optional<ReaderCommand> controlCommand(guint keyval)
     case GDK_KEY_f:
     case GDK_KEY_F:
         return ReaderCommand::Search;
+    case GDK_KEY_g:
+    case GDK_KEY_G:
+        return ReaderCommand::GoTo;
     case GDK_KEY_plus:
     case GDK_KEY_equal:
     case GDK_KEY_KP_Add:
@@ -30,6 +33,18 @@ std::optional<ReaderCommand> controlCommand(guint keyval)
     default:
         return {};
     }
+}
+
+// Keys that are held together with Alt, and those of keyboards and mice that are named for it.
+std::optional<ReaderCommand> wayCommand(guint keyval, bool holdsAlt)
+{
+    const bool isBack = keyval == GDK_KEY_Left || keyval == GDK_KEY_KP_Left;
+    const bool isOn = keyval == GDK_KEY_Right || keyval == GDK_KEY_KP_Right;
+    if (keyval == GDK_KEY_Back || (holdsAlt && isBack))
+        return ReaderCommand::GoBack;
+    if (keyval == GDK_KEY_Forward || (holdsAlt && isOn))
+        return ReaderCommand::GoOn;
+    return {};
 }
 
 // Keys that turn pages, as far as the focus leaves them.
@@ -77,11 +92,17 @@ std::optional<ReaderCommand> readerCommand(
     guint keyval, Gdk::ModifierType state, ReaderFocus focus, PageDirection direction)
 {
     const auto holds = [state](Gdk::ModifierType modifier) { return (state & modifier) == modifier; };
+    if (!holds(Gdk::ModifierType::CONTROL_MASK) && !holds(Gdk::ModifierType::SHIFT_MASK)) {
+        if (const auto command = wayCommand(keyval, holds(Gdk::ModifierType::ALT_MASK)))
+            return command;
+    }
     if (holds(Gdk::ModifierType::ALT_MASK) || holds(Gdk::ModifierType::SUPER_MASK))
         return {};
     if (holds(Gdk::ModifierType::CONTROL_MASK))
         return controlCommand(keyval);
     const bool shift = holds(Gdk::ModifierType::SHIFT_MASK);
+    if (keyval == GDK_KEY_F3)
+        return shift ? ReaderCommand::PreviousResult : ReaderCommand::NextResult;
     if (!shift && keyval == GDK_KEY_F9)
         return ReaderCommand::ToggleContents;
     if (!shift && keyval == GDK_KEY_F11)

@@ -6,6 +6,7 @@
 #include <gtkmm/dropdown.h>
 #include <gtkmm/editable.h>
 #include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/gestureclick.h>
 #include <gtkmm/listview.h>
 #include <gtkmm/overlay.h>
 #include <gtkmm/popover.h>
@@ -66,6 +67,8 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
     , surroundings(
           { widget<Gtk::Widget>("stage"), locationBar(widget<Gtk::Scale>("locSlider")), widget<Gtk::Label>("locLabel"),
               widget<Gtk::Box>("contentsPane"), widget<Gtk::Widget>("tocClip"), widget<Gtk::Overlay>("pagePlace") })
+    , goToPanel(
+          widget<Gtk::Overlay>("pagePlace"), [this] { return place(); }, goToActions())
 {
     widget<Gtk::Overlay>("pagePlace").set_child(*page.widget);
     if (page.setFlickHandler)
@@ -99,8 +102,28 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
     tellOfChanges(_layout.content());
     connectHeader();
     connectWindow();
+    watchKeys(goToPanel.popover());
+    goToPanel.popover().signal_closed().connect([this] { focusPage(); });
     if (!page.isConfined)
         addConfinementNote();
+}
+
+GoToPanel::Actions ReaderWindowGtk::goToActions()
+{
+    return { [this](double percentage) { send(&ReaderWindowActions::goToPercentage, percentage); },
+        [this](std::int64_t number) { send(&ReaderWindowActions::goToPage, number); },
+        [this](std::size_t index) { send(&ReaderWindowActions::goToPrintedPage, index); } };
+}
+
+// A book with fixed pages has one on each step of its slider.
+GoToPanel::Place ReaderWindowGtk::place()
+{
+    const double value = locSlider.floatValue();
+    const double end = locSlider.maxValue();
+    if (const auto chapter = surroundings.pageOfChapter())
+        return { end > 0 ? static_cast<int>(100 * value / end) : 0, static_cast<int>(chapter->first),
+            static_cast<int>(chapter->second), false };
+    return { std::nullopt, static_cast<int>(value), static_cast<int>(end), true };
 }
 
 void ReaderWindowGtk::addConfinementNote()
@@ -126,6 +149,7 @@ ReaderWindowGtk::~ReaderWindowGtk()
 void ReaderWindowGtk::connectHeader()
 {
     header.setLibraryAction([this] { send(&ReaderWindowActions::closeEPUB); });
+    header.setBackAction([this] { send(&ReaderWindowActions::goBack); });
     header.setFullScreenAction([this] { send(&ReaderWindowActions::toggleFullScreen); });
     header.setContentsAction([this] {
         if (header.isContentsShown() == !mainSplitView.isSubviewHidden(0))
@@ -140,6 +164,7 @@ void ReaderWindowGtk::connectHeader()
 void ReaderWindowGtk::connectWindow()
 {
     window.addController(makeKeys());
+    window.addController(makeMouseButtons());
     window.setCloseAction([this] {
         send(&ReaderWindowActions::closeEPUB);
         return false;
@@ -216,6 +241,26 @@ Glib::RefPtr<Gtk::EventController> ReaderWindowGtk::makeKeys()
     return keys;
 }
 
+// The buttons at the side of a mouse.
+Glib::RefPtr<Gtk::EventController> ReaderWindowGtk::makeMouseButtons()
+{
+    constexpr guint backButton = 8;
+    constexpr guint onButton = 9;
+    const auto click = Gtk::GestureClick::create();
+    click->set_button(0);
+    click->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    _connections.push_back(click->signal_pressed().connect([this, gesture = click.get()](int, double, double) {
+        const auto button = gesture->get_current_button();
+        if (button != backButton && button != onButton) {
+            gesture->set_state(Gtk::EventSequenceState::DENIED);
+            return;
+        }
+        gesture->set_state(Gtk::EventSequenceState::CLAIMED);
+        send(button == backButton ? &ReaderWindowActions::goBack : &ReaderWindowActions::goOn);
+    }));
+    return click;
+}
+
 ReaderFocus ReaderWindowGtk::focusKind()
 {
     const auto* const focus = window.focus();
@@ -261,11 +306,23 @@ bool ReaderWindowGtk::perform(ReaderCommand command)
         footer.setCalled(_barsAreCalled);
         return true;
     case ReaderCommand::LeaveFullScreen:
-        // An open popover and an enlarged picture take the Escape key first.
-        if (!window.isFullScreen() || isWithin<Gtk::Popover>(window.focus())
-            || (page.takesEscape && page.takesEscape()))
+        // An open popover, an enlarged picture and a search take the Escape key first.
+        if (isWithin<Gtk::Popover>(window.focus()) || (page.takesEscape && page.takesEscape()))
+            return false;
+        if (_extraCommands && _extraCommands(command))
+            return true;
+        if (!window.isFullScreen())
             return false;
         send(&ReaderWindowActions::toggleFullScreen);
+        return true;
+    case ReaderCommand::GoTo:
+        queue.post([this] { goToPanel.open(); });
+        return true;
+    case ReaderCommand::GoBack:
+        send(&ReaderWindowActions::goBack);
+        return true;
+    case ReaderCommand::GoOn:
+        send(&ReaderWindowActions::goOn);
         return true;
     default:
         return _extraCommands && _extraCommands(command);

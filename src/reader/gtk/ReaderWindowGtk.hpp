@@ -9,6 +9,7 @@
 #include "reader/EpubWindow.hpp"
 #include "reader/gtk/ConfinementNote.hpp"
 #include "reader/gtk/EdgeBar.hpp"
+#include "reader/gtk/GoToPanel.hpp"
 #include "reader/gtk/LoadingSign.hpp"
 #include "reader/gtk/NaviButton.hpp"
 #include "reader/gtk/PageSurroundings.hpp"
@@ -70,11 +71,15 @@ public:
     SliderControl locSlider;
     EdgeBar footer;
     PageSurroundings surroundings;
+    GoToPanel goToPanel;
 
 private:
+    GoToPanel::Actions goToActions();
+    GoToPanel::Place place();
     void connectHeader();
     void connectWindow();
     Glib::RefPtr<Gtk::EventController> makeKeys();
+    Glib::RefPtr<Gtk::EventController> makeMouseButtons();
     bool perform(ReaderCommand command);
     ReaderFocus focusKind();
     std::string bookTitle() const;
@@ -119,6 +124,8 @@ public:
     {
         _parts.surroundings.setNothingToShow(isNothing, [this] { _parts.send(&ReaderWindowActions::closeEPUB); });
     }
+    void setPrintedPages(const std::vector<std::string>& labels) override { _parts.goToPanel.setPrintedPages(labels); }
+    void setWay(bool leadsBack, bool leadsOn) override { _parts.header.setWay(leadsBack, leadsOn); }
     TextField& locLabel() override { return _parts.locLabel; }
     Slider& locSlider() override { return _parts.locSlider; }
 

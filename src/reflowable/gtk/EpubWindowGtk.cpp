@@ -3,6 +3,8 @@
 #include "base/Translation.hpp"
 #include "desktop/gtk/AccessibleNames.hpp"
 
+#include <gtkmm/eventcontrollerkey.h>
+
 #include <algorithm>
 #include <pangomm/fontfamily.h>
 #include <utility>
@@ -20,6 +22,10 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
     , _colorControl(_parts.widget<Gtk::Widget>("colorControl"), 1)
     , _fontMenu(_parts.widget<Gtk::DropDown>("fontMenu"), PopUpControl::TitlesAreFonts::Yes)
     , _searchField(_parts.widget<Gtk::Widget>("searchField"))
+    , _searchPane({ _parts.widget<Gtk::Widget>("searchResults"), _parts.widget<Gtk::Widget>("tocClip"),
+                      _parts.widget<Gtk::ListView>("resultList"), _parts.widget<Gtk::Label>("resultCount"),
+                      _parts.widget<Gtk::CheckButton>("wholeWords"), _searchField },
+          _parts.queue)
     , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
@@ -29,7 +35,10 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
     setAccessibleName(panel, _("Display options"));
     _parts.watchKeys(panel);
     _searchField.setActions([this] { _parts.send(&ReaderWindowActions::searchContent, _searchField.stringValue()); },
-        [this] { _parts.focusPage(); });
+        [this] {
+            if (!endSearch())
+                _parts.focusPage();
+        });
     _connections = {
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_clicked().connect([this] {
             _parts.send(&ReaderWindowActions::displayOptions);
@@ -41,6 +50,49 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
         // Full screen moves the title bar; an open popover would keep the keys while hidden.
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_unmap().connect([&panel] { panel.popdown(); }),
     };
+    connectSearch();
+}
+
+void EpubWindowGtk::connectSearch()
+{
+    _searchField.setChanged([this] { search(); });
+    _searchPane.setChosen([this](std::size_t index) { _parts.send(&ReaderWindowActions::goToResult, index); });
+    _connections.push_back(
+        _parts.widget<Gtk::CheckButton>("wholeWords").signal_toggled().connect([this] { search(); }));
+    _connections.push_back(_parts.widget<Gtk::Button>("nextResult").signal_clicked().connect([this] {
+        _parts.send(&ReaderWindowActions::goToNextResult);
+    }));
+    _connections.push_back(_parts.widget<Gtk::Button>("previousResult").signal_clicked().connect([this] {
+        _parts.send(&ReaderWindowActions::goToPreviousResult);
+    }));
+    // Down leads from the field to the results.
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    _connections.push_back(keys->signal_key_pressed().connect(
+        [this](guint keyval, guint, Gdk::ModifierType) {
+            if (keyval != GDK_KEY_Down || !_searchPane.isShown())
+                return false;
+            _searchPane.focusResults();
+            return true;
+        },
+        false));
+    _parts.widget<Gtk::Widget>("searchField").add_controller(keys);
+}
+
+void EpubWindowGtk::search()
+{
+    const auto words = _parts.widget<Gtk::CheckButton>("wholeWords").get_active() ? WholeWords::Yes : WholeWords::No;
+    _parts.send(&ReaderWindowActions::search, _searchField.stringValue(), words);
+}
+
+// Whether there was a search to end.
+bool EpubWindowGtk::endSearch()
+{
+    if (!_searchPane.isShown() && _searchField.stringValue().empty())
+        return false;
+    _parts.send(&ReaderWindowActions::endSearch);
+    _parts.focusPage();
+    return true;
 }
 
 EpubWindowGtk::~EpubWindowGtk()
@@ -83,6 +135,15 @@ bool EpubWindowGtk::perform(ReaderCommand command)
             _parts.send(&ReaderWindowActions::toggleLeftView);
         _parts.queue.post([this] { _searchField.makeFirstResponder(); });
         return true;
+    case ReaderCommand::NextResult:
+    case ReaderCommand::PreviousResult:
+        if (_searchField.stringValue().empty())
+            return perform(ReaderCommand::Search);
+        _parts.send(command == ReaderCommand::NextResult ? &ReaderWindowActions::goToNextResult
+                                                         : &ReaderWindowActions::goToPreviousResult);
+        return true;
+    case ReaderCommand::LeaveFullScreen:
+        return endSearch();
     case ReaderCommand::LargerText:
     case ReaderCommand::SmallerText:
     case ReaderCommand::DefaultText:

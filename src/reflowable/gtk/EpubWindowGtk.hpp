@@ -5,6 +5,7 @@
 #include "reader/gtk/PopoverPanel.hpp"
 #include "reader/gtk/ReaderWindowGtk.hpp"
 #include "reflowable/gtk/SearchFieldControl.hpp"
+#include "reflowable/gtk/SearchPaneGtk.hpp"
 
 namespace pagora {
 
@@ -20,6 +21,7 @@ public:
     SegmentedControl& colorControl() override { return _colorControl; }
     PopUpButton& fontMenu() override { return _fontMenu; }
     TextField& searchField() override { return _searchField; }
+    SearchPane& searchPane() override { return _searchPane; }
     void setPageOfChapter(std::int64_t page, std::int64_t count) override
     {
         _parts.surroundings.setPageOfChapter(page, count);
@@ -31,11 +33,15 @@ public:
 private:
     bool perform(ReaderCommand command);
     void moveTextSize(ReaderCommand command);
+    void connectSearch();
+    void search();
+    bool endSearch();
 
     SliderControl _fontSizeSlider;
     SegmentedSwitch _colorControl;
     PopUpControl _fontMenu;
     SearchFieldControl _searchField;
+    SearchPaneGtk _searchPane;
     PopoverPanel _displayOptions;
     std::vector<sigc::connection> _connections;
 };

@@ -6,7 +6,7 @@ namespace pagora {
 
 namespace {
 
-void call(GtkSearchEntry*, gpointer action)
+void call(gpointer, gpointer action)
 {
     if (const auto& run = *static_cast<std::function<void()>*>(action))
         run();
@@ -20,12 +20,14 @@ SearchFieldControl::SearchFieldControl(Gtk::Widget& entry)
 {
     g_signal_connect(_entry, "activate", G_CALLBACK(call), &_search);
     g_signal_connect(_entry, "stop-search", G_CALLBACK(call), &_leave);
+    g_signal_connect(_entry, "changed", G_CALLBACK(call), &_changed);
 }
 
 SearchFieldControl::~SearchFieldControl()
 {
     g_signal_handlers_disconnect_by_data(_entry, &_search);
     g_signal_handlers_disconnect_by_data(_entry, &_leave);
+    g_signal_handlers_disconnect_by_data(_entry, &_changed);
 }
 
 void SearchFieldControl::setStringValue(const std::string& text)

@@ -22,11 +22,14 @@ public:
 
     // Called for Enter and for Escape.
     void setActions(std::function<void()> search, std::function<void()> leave);
+    // Called at each change of the text.
+    void setChanged(std::function<void()> changed) { _changed = std::move(changed); }
 
 private:
     GtkEditable* _entry;
     std::function<void()> _search;
     std::function<void()> _leave;
+    std::function<void()> _changed;
 };
 
 }

@@ -1,0 +1,185 @@
+// Runs in the reader's own script world of every page, before the page has any content. It finds places of the text, tells
+// on which page they are, and paints them. A place is the number of UTF-16 units of the body's text before it, white space
+// left out; the program counts the same in the page's file. Painting changes neither the page's nodes nor its layout.
+
+var pagoraFind = (function () {
+    'use strict';
+
+    const bodyOf = Object.getOwnPropertyDescriptor(Document.prototype, 'body').get;
+    const rectsOf = Element.prototype.getClientRects;
+    // What is not read with the text around it.
+    const skipped = /^(?:annotation|desc|head|metadata|noscript|rp|rt|script|style|template|title)$/i;
+    const blanks = /[ \t\n\f\r]+/g;
+    const isBlank = (unit) => unit === 32 || (unit >= 9 && unit <= 13 && unit !== 11);
+
+    // The text nodes of the body with the place at which each starts, and all their text without white space. Made when it
+    // is asked for, and again after the page has changed.
+    let index = null;
+    const changes = new MutationObserver(() => { index = null; });
+
+    function textIndex() {
+        const body = bodyOf.call(document);
+        if (changes.takeRecords().length)
+            index = null;
+        if (index && index.body === body)
+            return index;
+        index = { body, nodes: [], starts: [], text: '' };
+        if (!body)
+            return index;
+        const walker = Document.prototype.createTreeWalker.call(document, body,
+            NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT | NodeFilter.SHOW_CDATA_SECTION,
+            (node) => (node.nodeType === Node.ELEMENT_NODE && skipped.test(node.localName)
+                ? NodeFilter.FILTER_REJECT : NodeFilter.FILTER_ACCEPT));
+        const texts = [];
+        let length = 0;
+        while (walker.nextNode()) {
+            const node = walker.currentNode;
+            if (node.nodeType === Node.ELEMENT_NODE)
+                continue;
+            const text = node.data.replace(blanks, '');
+            if (!text)
+                continue;
+            index.nodes.push(node);
+            index.starts.push(length);
+            texts.push(text);
+            length += text.length;
+        }
+        index.text = texts.join('');
+        changes.disconnect();
+        changes.observe(body, { childList: true, characterData: true, subtree: true });
+        return index;
+    }
+
+    // The text node at a place and the offset in it.
+    function nodeAt(place) {
+        const { nodes, starts } = textIndex();
+        let low = 0;
+        let high = nodes.length;
+        while (high - low > 1) {
+            const middle = (low + high) >> 1;
+            if (starts[middle] <= place)
+                low = middle;
+            else
+                high = middle;
+        }
+        const node = nodes[low];
+        if (!node)
+            return null;
+        let left = place - starts[low];
+        const data = node.data;
+        for (let offset = 0; offset < data.length; ++offset) {
+            if (isBlank(data.charCodeAt(offset)))
+                continue;
+            if (left-- === 0)
+                return { node, offset };
+        }
+        return null;
+    }
+
+    // Where the text is that the program found at a place of the page's file. The page may differ from its file, then the
+    // nearest place with the same text is taken; -1 without one.
+    function actualStart(start, text) {
+        const whole = textIndex().text;
+        const wanted = text.replace(blanks, '');
+        if (whole.startsWith(wanted, start))
+            return start;
+        const after = whole.indexOf(wanted, start);
+        const before = whole.lastIndexOf(wanted, start);
+        if (after < 0 || before < 0)
+            return Math.max(after, before);
+        return after - start < start - before ? after : before;
+    }
+
+    function rangeOf([start, end, text]) {
+        const actual = actualStart(start, text);
+        const first = actual < 0 ? null : nodeAt(actual);
+        const last = actual < 0 ? null : nodeAt(actual + end - start - 1);
+        if (!first || !last)
+            return null;
+        const range = new Range();
+        range.setStart(first.node, first.offset);
+        range.setEnd(last.node, last.offset + 1);
+        return range;
+    }
+
+    const firstBox = (boxes) => Array.prototype.find.call(boxes, (box) => box.height > 0);
+
+    // The first box of the range, or of the nearest element around it that is seen.
+    function boxOf(range) {
+        let box = firstBox(range.getClientRects());
+        for (let element = range.startContainer.parentElement; !box && element; element = element.parentElement)
+            box = firstBox(rectsOf.call(element));
+        return box;
+    }
+
+    // How far the page that shows the box is from the start of the strip.
+    function pageOffsetOf(box) {
+        if (!box)
+            return -1;
+        const body = bodyOf.call(document);
+        const x = window.pageXOffset;
+        const isRightToLeft = getComputedStyle(body).direction === 'rtl';
+        const across = x + (isRightToLeft ? innerWidth - box.right : box.left);
+        const end = body.scrollWidth - innerWidth;
+        return Math.max(0, Math.min(Math.floor((across + 1) / innerWidth) * innerWidth, end));
+    }
+
+    // A highlight that is taken out of the registry stays on the screen, so they stay there and are emptied.
+    const highlights = new Map([['pagora-found', 0], ['pagora-current', 1]].map(([name, priority]) => {
+        const highlight = new Highlight();
+        highlight.priority = priority;
+        return [name, highlight];
+    }));
+    function paint(name, ranges) {
+        const highlight = highlights.get(name);
+        CSS.highlights.set(name, highlight);
+        highlight.clear();
+        for (const range of ranges)
+            highlight.add(range);
+    }
+
+    return {
+        // Each match is its start, its end and its text. `current` is the one that is gone to, or null.
+        paint(matches, current) {
+            const isThere = (range) => range;
+            paint('pagora-found', matches.map(rangeOf).filter(isThere));
+            paint('pagora-current', [current && rangeOf(current)].filter(isThere));
+        },
+        clear() {
+            for (const highlight of highlights.values())
+                highlight.clear();
+        },
+        // The offset of the page on which a match begins; -1 where the page has no such text.
+        offsetOfText(match) {
+            const range = rangeOf(match);
+            return range ? pageOffsetOf(boxOf(range)) : -1;
+        },
+        // How many of the matches, which are in order, begin before the page that is shown.
+        countBefore(matches) {
+            const x = window.pageXOffset;
+            const isBefore = (match) => {
+                const range = rangeOf(match);
+                return range && pageOffsetOf(boxOf(range)) < x;
+            };
+            let low = 0;
+            let high = matches.length;
+            while (low < high) {
+                const middle = (low + high) >> 1;
+                if (isBefore(matches[middle]))
+                    low = middle + 1;
+                else
+                    high = middle;
+            }
+            return low;
+        },
+        // The offset of the page on which an element begins; -1 without that element.
+        offsetOfElement(id) {
+            const element = Document.prototype.getElementById.call(document, id);
+            if (!element)
+                return -1;
+            const range = new Range();
+            range.selectNodeContents(element);
+            return pageOffsetOf(firstBox(range.getClientRects()) || firstBox(rectsOf.call(element)));
+        },
+    };
+})();

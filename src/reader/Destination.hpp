@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/Url.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace pagora {
+
+// A text of a chapter, by its places as `ChapterText` counts them.
+struct TextInChapter {
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    std::string text;
+};
+
+struct ElementInChapter {
+    std::string id;
+};
+
+// A share of the chapter's text, from 0 to 1.
+struct ShareOfChapter {
+    double share = 0;
+};
+
+// Counted from 1.
+struct PageOfChapter {
+    std::int64_t page = 1;
+};
+
+// Where a page began, in a strip and a view of these lengths, in points.
+struct OffsetInChapter {
+    std::int64_t offset = 0;
+    std::int64_t stripLength = 0;
+    double viewWidth = 0;
+    bool operator==(const OffsetInChapter&) const = default;
+};
+
+using PlaceInChapter = std::variant<TextInChapter, ElementInChapter, ShareOfChapter, PageOfChapter, OffsetInChapter>;
+
+// Where a jump goes: a document of the book, and the place in it whose page is shown.
+struct Destination {
+    Url document;
+    PlaceInChapter place;
+};
+
+}

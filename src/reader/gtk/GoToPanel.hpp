@@ -1,0 +1,71 @@
+#pragma once
+
+#include <gtkmm/box.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/grid.h>
+#include <gtkmm/label.h>
+#include <gtkmm/popover.h>
+#include <gtkmm/spinbutton.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// A panel in which a place of the book is named and gone to: a percentage of the book, a page, or a page of the printed
+// edition by its number there. Main thread.
+class GoToPanel {
+public:
+    // Where the reader is. What is missing is not offered.
+    struct Place {
+        std::optional<int> percentage;
+        // Counted from 1.
+        int page = 1;
+        int pages = 1;
+        // Whether the pages are those of the whole book.
+        bool isOfBook = false;
+    };
+    struct Actions {
+        std::function<void(double percentage)> goToPercentage;
+        std::function<void(std::int64_t page)> goToPage;
+        // By its place in the list of printed pages.
+        std::function<void(std::size_t index)> goToPrintedPage;
+    };
+
+    // The panel stands at the lower edge of a widget, which outlives it.
+    GoToPanel(Gtk::Widget& anchor, std::function<Place()> place, Actions actions);
+    ~GoToPanel();
+    GoToPanel(const GoToPanel&) = delete;
+    GoToPanel& operator=(const GoToPanel&) = delete;
+
+    void setPrintedPages(std::vector<std::string> labels);
+    void open();
+    Gtk::Popover& popover() { return _popover; }
+
+private:
+    void addRow(int row, Gtk::Label& name, Gtk::Widget& field, Gtk::Label& unit);
+    void addSpin(int row, Gtk::Label& name, Gtk::SpinButton& field, Gtk::Label& unit, std::function<void()> go);
+    void goToPrintedPage();
+    void close() { _popover.popdown(); }
+
+    Gtk::Widget& _anchor;
+    std::function<Place()> _place;
+    Actions _actions;
+    std::vector<std::string> _printedPages;
+    Gtk::Popover _popover;
+    Gtk::Grid _grid;
+    Gtk::Label _percentageName;
+    Gtk::SpinButton _percentage;
+    Gtk::Label _percentageUnit;
+    Gtk::Label _pageName;
+    Gtk::SpinButton _page;
+    Gtk::Label _pageUnit;
+    Gtk::Label _printedName;
+    Gtk::Entry _printed;
+    Gtk::Label _printedUnit;
+};
+
+}

@@ -1,0 +1,156 @@
+#include "reflowable/gtk/SearchPaneGtk.hpp"
+
+#include "base/Translation.hpp"
+#include "desktop/gtk/DisplayText.hpp"
+#include "reflowable/gtk/SearchFieldControl.hpp"
+#include "reflowable/gtk/SearchResultRow.hpp"
+
+#include <gtkmm/gestureclick.h>
+#include <gtkmm/signallistitemfactory.h>
+
+namespace pagora {
+
+namespace {
+constexpr std::size_t longestLabel = 400;
+}
+
+SearchPaneGtk::SearchPaneGtk(const Parts& parts, ActionQueue& queue)
+    : _parts(parts)
+    , _queue(queue)
+    , _model(Gtk::StringList::create({}))
+    , _selection(Gtk::SingleSelection::create(_model))
+{
+    _selection->set_autoselect(false);
+    _selection->set_can_unselect(true);
+    _selection->set_selected(GTK_INVALID_LIST_POSITION);
+    connectRows();
+    _parts.list.set_model(_selection);
+}
+
+SearchPaneGtk::~SearchPaneGtk()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+    _parts.list.set_model({});
+    _parts.list.set_factory({});
+}
+
+void SearchPaneGtk::connectRows()
+{
+    const auto factory = Gtk::SignalListItemFactory::create();
+    _connections.push_back(factory->signal_setup().connect([this](const Glib::RefPtr<Gtk::ListItem>& item) {
+        auto* const row = Gtk::make_managed<SearchResultRow>();
+        item->set_child(*row);
+        // Claimed, so that a click leaves the keyboard focus where it is.
+        const auto click = Gtk::GestureClick::create();
+        click->set_button(GDK_BUTTON_PRIMARY);
+        click->signal_pressed().connect(
+            [gesture = click.get()](int, double, double) { gesture->set_state(Gtk::EventSequenceState::CLAIMED); });
+        click->signal_released().connect(
+            [this, item = item.get()](int, double, double) { choose(item->get_position()); });
+        row->add_controller(click);
+    }));
+    _connections.push_back(factory->signal_bind().connect(sigc::mem_fun(*this, &SearchPaneGtk::bind)));
+    _parts.list.set_factory(factory);
+    _connections.push_back(_parts.list.signal_activate().connect([this](guint position) { choose(position); }));
+}
+
+void SearchPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
+{
+    auto* const row = dynamic_cast<SearchResultRow*>(item->get_child());
+    const auto position = item->get_position();
+    if (!row || position >= _lines.size())
+        return;
+    const auto& line = _lines[position];
+    item->set_selectable(line.result.has_value());
+    item->set_activatable(line.result.has_value());
+    if (line.result)
+        row->showResult(_results[*line.result]);
+    else
+        row->showChapter(line.chapter);
+    // The list's item around the row is what assistive technology meets.
+    const auto label = displayText(line.result ? spokenResult(_results[*line.result]) : line.chapter, longestLabel);
+    gtk_accessible_update_property(
+        GTK_ACCESSIBLE(row->get_parent()->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);
+}
+
+void SearchPaneGtk::choose(guint position)
+{
+    if (position >= _lines.size() || !_lines[position].result)
+        return;
+    _queue.post([this, index = *_lines[position].result] {
+        if (_chosen && index < _results.size())
+            _chosen(index);
+    });
+}
+
+void SearchPaneGtk::setResultsShown(bool isShown)
+{
+    _parts.results.set_visible(isShown);
+    _parts.contents.set_visible(!isShown);
+}
+
+void SearchPaneGtk::removeAllResults()
+{
+    _model->splice(0, _model->get_n_items(), {});
+    _lines.clear();
+    _results.clear();
+    _rowOfResult.clear();
+}
+
+void SearchPaneGtk::addChapter(const std::string& name)
+{
+    _lines.push_back({ std::nullopt, name });
+    _model->append(displayText(name, longestLabel));
+}
+
+void SearchPaneGtk::addResults(const std::vector<FoundText>& results)
+{
+    std::vector<Glib::ustring> texts;
+    texts.reserve(results.size());
+    for (const auto& found : results) {
+        _rowOfResult.push_back(static_cast<guint>(_lines.size()));
+        _lines.push_back({ _results.size(), {} });
+        _results.push_back(found);
+        texts.push_back(displayText(found.match, longestLabel));
+    }
+    _model->splice(_model->get_n_items(), 0, texts);
+}
+
+void SearchPaneGtk::setCount(std::size_t count, bool isOver)
+{
+    std::string text;
+    if (count == 0)
+        text = isOver ? _("No matches") : _("Searching…");
+    else if (count > maxFoundTexts)
+        text = formatted(_("%zu matches, the first %zu are listed"), count, maxFoundTexts);
+    else
+        text = formatted(plural("%zu match", "%zu matches", count), count);
+    _parts.count.set_text(text);
+    _parts.count.set_tooltip_text(count > maxFoundTexts ? text : std::string());
+}
+
+void SearchPaneGtk::selectResult(std::optional<std::size_t> index)
+{
+    if (!index || *index >= _rowOfResult.size())
+        return _selection->set_selected(GTK_INVALID_LIST_POSITION);
+    const auto row = _rowOfResult[*index];
+    _selection->set_selected(row);
+    _parts.list.activate_action("list.scroll-to-item", Glib::Variant<guint32>::create(row));
+}
+
+void SearchPaneGtk::emptyField()
+{
+    _parts.field.setStringValue("");
+}
+
+void SearchPaneGtk::focusResults()
+{
+    if (_results.empty())
+        return;
+    if (_selection->get_selected() == GTK_INVALID_LIST_POSITION)
+        _selection->set_selected(_rowOfResult.front());
+    _parts.list.grab_focus();
+}
+
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "contents/gtk/ActionQueue.hpp"
+#include "reader/SearchPane.hpp"
+
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/label.h>
+#include <gtkmm/listitem.h>
+#include <gtkmm/listview.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/singleselection.h>
+#include <gtkmm/stringlist.h>
+
+#include <functional>
+#include <vector>
+
+namespace pagora {
+
+class SearchFieldControl;
+class SearchResultRow;
+
+// The results of a search in the widgets of a layout, below the search field. Rows are made for the results in view
+// only. Main thread.
+class SearchPaneGtk : public SearchPane {
+public:
+    // The widgets of the layout; all outlive it, as does the queue, through which results are chosen.
+    struct Parts {
+        Gtk::Widget& results;
+        Gtk::Widget& contents;
+        Gtk::ListView& list;
+        Gtk::Label& count;
+        Gtk::CheckButton& wholeWords;
+        SearchFieldControl& field;
+    };
+    SearchPaneGtk(const Parts& parts, ActionQueue& queue);
+    ~SearchPaneGtk() override;
+
+    void setResultsShown(bool isShown) override;
+    void removeAllResults() override;
+    void addChapter(const std::string& name) override;
+    void addResults(const std::vector<FoundText>& results) override;
+    void setCount(std::size_t count, bool isOver) override;
+    void selectResult(std::optional<std::size_t> index) override;
+    void emptyField() override;
+
+    bool isShown() const { return _parts.results.get_visible(); }
+    // Called with the number of a result that was chosen.
+    void setChosen(std::function<void(std::size_t index)> chosen) { _chosen = std::move(chosen); }
+    void focusResults();
+
+private:
+    // What a row shows: a chapter by its name, or a result by its number.
+    struct Line {
+        std::optional<std::size_t> result;
+        std::string chapter;
+    };
+
+    void connectRows();
+    void bind(const Glib::RefPtr<Gtk::ListItem>& item);
+    void choose(guint position);
+
+    Parts _parts;
+    ActionQueue& _queue;
+    std::function<void(std::size_t)> _chosen;
+    std::vector<Line> _lines;
+    std::vector<FoundText> _results;
+    // The row of each result.
+    std::vector<guint> _rowOfResult;
+    Glib::RefPtr<Gtk::StringList> _model;
+    Glib::RefPtr<Gtk::SingleSelection> _selection;
+    std::vector<sigc::connection> _connections;
+};
+
+}

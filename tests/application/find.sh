@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# Words are searched for in a book while they are typed, their pages are shown by F3, the way back is taken by Alt+Left,
+# and a place is gone to by its number, all by keyboard.
+set -euo pipefail
+. "$(dirname "$0")/../drive/drive.sh"
+
+# painted: whether the colour of the match that is gone to is on the page.
+painted() {
+    pixels 250 60 1000 640 | python3 -c "
+import sys
+data = sys.stdin.buffer.read()
+pixels = data[-1000 * 640 * 3:]
+sys.exit(bytes((255, 150, 20)) not in pixels)"
+}
+not_painted() { ! painted; }
+pane() { seen 0 90 190 500; }
+pane_is_another() { [ "$(pane)" != "$pane_before" ]; }
+pane_is_as_before() { [ "$(pane)" = "$pane_before" ]; }
+
+start_with 0
+fill
+key Home
+settle
+key Return
+reads "The Lantern Keeper"
+fill
+move 640 790
+settle
+picture contents
+contents=$(pane)
+
+key ctrl+f
+settle
+pane_before=$contents
+key l a n t e r n
+within 20 pane_is_another
+picture results
+key F3
+within 20 painted
+picture match
+key F3
+key F3
+settle
+picture another-match
+key shift+F3
+settle
+within 20 painted
+
+# The list by keyboard.
+key ctrl+f
+settle
+key Down
+key Down
+key Down
+key Return
+settle
+within 20 painted
+picture chosen
+
+key Escape
+within 20 not_painted
+pane_before=$contents
+within 20 pane_is_as_before
+picture ended
+
+# To the end by its number, and back.
+page_before=$(page_now)
+left=$page_before
+key ctrl+g
+settle
+picture go-to
+key 9 0 Return
+within 20 page_is_another
+settle
+picture ninety
+page_is_left() { [ "$(page_now)" = "$left" ]; }
+key alt+Left
+within 20 page_is_left
+settle
+picture back
+key ctrl+w
+within 20 window_is Pagora
+key ctrl+q
+within 20 ended
+program=

@@ -1,6 +1,6 @@
 #include "reflowable/DisplaySettings.hpp"
 
-#include "reflowable/ColorThemes.hpp"
+#include "paging/ColorThemes.hpp"
 
 #include <utility>
 

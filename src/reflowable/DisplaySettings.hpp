@@ -1,8 +1,8 @@
 #pragma once
 
+#include "paging/PageArithmetic.hpp"
+#include "paging/PageScripts.hpp"
 #include "reader/EpubWindow.hpp"
-#include "reflowable/PageArithmetic.hpp"
-#include "reflowable/PageScripts.hpp"
 
 #include <cstdint>
 #include <deque>

@@ -1,9 +1,9 @@
 // The reflowable reader's display options and its layout for a new size of the view.
 
 #include "base/Numbers.hpp"
-#include "reflowable/ColorThemes.hpp"
+#include "paging/ColorThemes.hpp"
+#include "paging/PageScripts.hpp"
 #include "reflowable/EpubController.hpp"
-#include "reflowable/PageScripts.hpp"
 
 namespace pagora {
 

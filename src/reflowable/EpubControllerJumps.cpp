@@ -1,8 +1,8 @@
 // The reflowable reader's jumps to exact places, and the way back from them.
 
 #include "base/Numbers.hpp"
+#include "paging/PageScripts.hpp"
 #include "reflowable/EpubController.hpp"
-#include "reflowable/PageScripts.hpp"
 
 #include <algorithm>
 #include <cmath>

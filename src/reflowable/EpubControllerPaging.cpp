@@ -2,8 +2,8 @@
 
 #include "base/Log.hpp"
 #include "base/Numbers.hpp"
+#include "paging/PageScripts.hpp"
 #include "reflowable/EpubController.hpp"
-#include "reflowable/PageScripts.hpp"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
 #include "base/Path.hpp"
-#include "reflowable/PageScripts.hpp"
+#include "paging/PageScripts.hpp"
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/engine/SilentServer.hpp"

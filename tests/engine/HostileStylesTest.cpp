@@ -1,5 +1,5 @@
-#include "reflowable/PageArithmetic.hpp"
-#include "reflowable/PageScripts.hpp"
+#include "paging/PageArithmetic.hpp"
+#include "paging/PageScripts.hpp"
 #include "tests/engine/PageViewTest.hpp"
 
 #include <cmath>

@@ -3,8 +3,8 @@
 #include "epub/EpubInspection.hpp"
 #include "epub/Unpacking.hpp"
 #include "files/Files.hpp"
-#include "reflowable/PageArithmetic.hpp"
-#include "reflowable/PageScripts.hpp"
+#include "paging/PageArithmetic.hpp"
+#include "paging/PageScripts.hpp"
 #include "running/Task.hpp"
 
 #include <glibmm/main.h>

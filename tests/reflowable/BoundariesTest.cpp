@@ -1,7 +1,7 @@
 // Values next to the ones that decide: one more or one less makes a difference.
 
 #include "contents/SplitRules.hpp"
-#include "reflowable/PageScripts.hpp"
+#include "paging/PageScripts.hpp"
 #include "tests/reflowable/ReaderTest.hpp"
 
 using namespace pagora;

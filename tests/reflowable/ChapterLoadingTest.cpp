@@ -1,6 +1,6 @@
 // How a book starts, how its chapters load, and how a loaded chapter is prepared.
 
-#include "reflowable/PageScripts.hpp"
+#include "paging/PageScripts.hpp"
 #include "tests/reflowable/ReaderTest.hpp"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reflowable/PageArithmetic.hpp"
+#include "paging/PageArithmetic.hpp"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "reflowable/LocationChanges.hpp"
+#include "paging/LocationChanges.hpp"
 
 #include <utility>
 

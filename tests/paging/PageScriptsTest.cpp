@@ -1,4 +1,4 @@
-#include "reflowable/PageScripts.hpp"
+#include "paging/PageScripts.hpp"
 
 #include <gtest/gtest.h>
 

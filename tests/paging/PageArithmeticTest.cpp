@@ -1,4 +1,4 @@
-#include "reflowable/PageArithmetic.hpp"
+#include "paging/PageArithmetic.hpp"
 
 #include <cmath>
 #include <cstdint>

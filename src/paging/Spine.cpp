@@ -1,4 +1,4 @@
-#include "reflowable/Spine.hpp"
+#include "paging/Spine.hpp"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "reflowable/ColorThemes.hpp"
+#include "paging/ColorThemes.hpp"
 
 namespace pagora {
 

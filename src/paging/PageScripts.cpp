@@ -1,4 +1,4 @@
-#include "reflowable/PageScripts.hpp"
+#include "paging/PageScripts.hpp"
 
 #include "page/WebView.hpp"
 

@@ -54,6 +54,7 @@ pid_t start(const std::string& program, const FileDescriptor& filter)
 {
     auto texts = arguments(program, filter.get());
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (auto& text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);

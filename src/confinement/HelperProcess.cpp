@@ -38,6 +38,7 @@ pid_t spawned(const std::string& program, const std::vector<std::string>& argume
     std::vector<std::string> strings { program };
     strings.insert(strings.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(strings.size() + 1);
     for (auto& string : strings)
         pointers.push_back(string.data());
     pointers.push_back(nullptr);

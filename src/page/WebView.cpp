@@ -17,6 +17,19 @@ Task<void> evaluate(WebView& webView, std::string script)
     co_await webView.evaluateScript(script);
 }
 
+std::optional<PointedLink> pointedLinkFrom(std::istream& words)
+{
+    std::string way;
+    Rect place;
+    std::string uri;
+    words >> way >> place.x >> place.y >> place.width >> place.height >> uri;
+    const auto url = Url::fromString(uri);
+    if (!words || !url)
+        return std::nullopt;
+    using Way = PointedLink::Way;
+    return PointedLink { *url, place, way == "key" ? Way::Key : way == "touch" ? Way::Touch : Way::Pointer };
+}
+
 std::string scriptText(const std::string& text)
 {
     std::string escaped;

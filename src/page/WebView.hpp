@@ -7,6 +7,8 @@
 #include "running/Task.hpp"
 
 #include <cstdint>
+#include <istream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +35,15 @@ struct PageStart {
     std::int32_t columnCount = 1;
 };
 
+// A reference of the page to a note, which the person asks for without following it.
+struct PointedLink {
+    enum class Way { Pointer, Key, Touch };
+    Url url;
+    // In the page's own pixels, from its upper left corner.
+    Rect place;
+    Way way = Way::Pointer;
+};
+
 // Receives the reports of a load. Main thread.
 class WebViewDelegate {
 public:
@@ -50,6 +61,8 @@ public:
     virtual void didCommitLoad(const DataSource& source) { }
     // The person has pressed a link of the page that leads to a place of the book. Nothing has changed yet.
     virtual void pageFollowsLink() { }
+    // The person asks for the note of a reference, and, without one, no longer looks at it.
+    virtual void pointsAtLink(const std::optional<PointedLink>& link) { }
     // The location's fragment changed within the page that is shown.
     virtual void didChangeLocationWithinPage(const Url& url) = 0;
     // The frame of the page view took another size.
@@ -104,6 +117,9 @@ public:
     // Gives it the keyboard focus.
     virtual void makeFirstResponder() = 0;
 };
+
+// What a page tells of a reference: the way, the place and the URL, in words. Missing where that is not all there.
+std::optional<PointedLink> pointedLinkFrom(std::istream& words);
 
 // The script's result read as a whole number; anything but a number is 0.
 Task<std::int64_t> evaluateInteger(WebView& webView, std::string script);

@@ -49,6 +49,8 @@ struct ReaderWindowActions {
     std::function<void(std::int64_t page)> goToPage;
     // By its place in the list of printed pages.
     std::function<void(std::size_t index)> goToPrintedPage;
+    // The page of the note that is shown.
+    std::function<void()> goToNote;
 };
 
 // What every reader window has, by the names of its layout. Main thread.
@@ -90,6 +92,10 @@ public:
     virtual PopUpButton& fontMenu() = 0;
     virtual TextField& searchField() = 0;
     virtual SearchPane& searchPane() = 0;
+    // Shows a note beside the reference that asked for it. A window may leave that out.
+    virtual void showNote(const std::string& text, const PointedLink& reference) { }
+    // The pointer has left the reference.
+    virtual void pointerLeftReference() { }
     // Shows which page of its chapter is seen, counted from 1, and of how many.
     virtual void setPageOfChapter(std::int64_t page, std::int64_t count) { }
     // Shows how many columns the page has.

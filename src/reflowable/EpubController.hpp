@@ -67,6 +67,11 @@ public:
     {
         _chapterScript = std::move(script);
     }
+    // Hears which reference to a note the person asks about.
+    void setLinkHandler(std::function<void(const std::optional<PointedLink>&)> handler)
+    {
+        _linkHandler = std::move(handler);
+    }
     // Runs it in the chapter that is shown.
     void runChapterScript();
     // A flick over the page, by its horizontal distance.
@@ -133,6 +138,11 @@ public:
     void didResize() override;
     void webProcessDidTerminate() override;
     void pageFollowsLink() override;
+    void pointsAtLink(const std::optional<PointedLink>& link) override
+    {
+        if (_linkHandler)
+            _linkHandler(link);
+    }
 
 private:
     // W, H, C and PW as they are now.
@@ -202,6 +212,7 @@ private:
     LeavingLinks _leavingLinks;
     Jumps _jumps;
     std::function<std::string(std::uint64_t)> _chapterScript;
+    std::function<void(const std::optional<PointedLink>&)> _linkHandler;
     bool _relayoutPending = false;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 

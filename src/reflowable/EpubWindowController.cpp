@@ -10,6 +10,7 @@ EpubWindowController::EpubWindowController(
     , _mainController(hub)
     , _controller(std::make_unique<EpubController>(*_window, hub, state, runLoop))
     , _search(std::make_unique<BookSearch>(*_controller, _window->searchPane(), runLoop))
+    , _notes(std::make_unique<Notes>(*_controller, *_window, runLoop))
 {
     connect();
 }
@@ -19,6 +20,7 @@ EpubWindowController::~EpubWindowController() = default;
 void EpubWindowController::set_epubController(std::unique_ptr<EpubController> controller)
 {
     _search = nullptr;
+    _notes = nullptr;
     _controller = std::move(controller);
 }
 
@@ -26,6 +28,7 @@ void EpubWindowController::setBookFolder(const std::string& path)
 {
     webView().setBookFolder(path);
     _search->setBookFolder(path);
+    _notes->setBookFolder(path);
 }
 
 void EpubWindowController::setPrintedPages(const std::vector<std::string>& labels, std::vector<Url> pages)
@@ -78,6 +81,10 @@ void EpubWindowController::connect()
     actions.goToNextResult = withSearch([](BookSearch& search) { search.goToNext(); });
     actions.goToPreviousResult = withSearch([](BookSearch& search) { search.goToPrevious(); });
     actions.endSearch = withSearch([](BookSearch& search) { search.end(); });
+    actions.goToNote = [this] {
+        if (_notes)
+            _notes->goThere();
+    };
     _window->setActions(std::move(actions));
 }
 

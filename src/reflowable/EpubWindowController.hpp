@@ -4,6 +4,7 @@
 #include "reader/ReaderHub.hpp"
 #include "reflowable/BookSearch.hpp"
 #include "reflowable/EpubController.hpp"
+#include "reflowable/Notes.hpp"
 
 #include <memory>
 
@@ -45,6 +46,7 @@ private:
     std::unique_ptr<EpubController> _controller;
     // Null once the reading has ended.
     std::unique_ptr<BookSearch> _search;
+    std::unique_ptr<Notes> _notes;
 };
 
 }

@@ -77,6 +77,18 @@ void LoadReports::documentFailed(std::uint64_t load)
     _delegate->resourceDidFailLoading(source(true));
 }
 
+void LoadReports::pageFollowsLink()
+{
+    if (_delegate)
+        _delegate->pageFollowsLink();
+}
+
+void LoadReports::pointsAtLink(const std::optional<PointedLink>& link)
+{
+    if (_delegate)
+        _delegate->pointsAtLink(link);
+}
+
 void LoadReports::willSendRequest(const Url& url, RequestedBy requestedBy)
 {
     // Requests of the page itself are reported up to a length and a number that no book reaches.

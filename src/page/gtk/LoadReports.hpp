@@ -40,6 +40,9 @@ public:
     void documentFailed(std::uint64_t load);
     // Reports a request outside the book's files; requests of the page itself once per load.
     void willSendRequest(const Url& url, RequestedBy requestedBy);
+    // The person presses a link, or asks for the note of a reference.
+    void pageFollowsLink();
+    void pointsAtLink(const std::optional<PointedLink>& link);
 
 private:
     bool isCurrent(std::uint64_t load) const { return load == _load && !_finished && _delegate; }

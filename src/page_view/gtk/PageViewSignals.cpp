@@ -254,15 +254,14 @@ bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDeci
         const bool isOurs = _stage == Stage::Starting && url.text() == _target;
         if (!isOurs && !isInBook(url))
             return false;
-        const bool isLink
-            = webkit_navigation_action_get_navigation_type(navigation) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED;
-        if (auto* delegate = _reports.delegate();
-            delegate && !isOurs && isLink && webkit_navigation_action_is_user_gesture(navigation))
-            delegate->pageFollowsLink();
+        const auto type = webkit_navigation_action_get_navigation_type(navigation);
+        const bool isLink = type == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED;
+        if (!isOurs && isLink && webkit_navigation_action_is_user_gesture(navigation))
+            _reports.pageFollowsLink();
     } else if (!isWithinPage(url)) {
         const bool byUser = webkit_navigation_action_is_user_gesture(navigation);
-        if (auto* delegate = _reports.delegate(); delegate && byUser)
-            delegate->pageFollowsLink();
+        if (byUser)
+            _reports.pageFollowsLink();
         _reports.willSendRequest(url, byUser ? RequestedBy::User : RequestedBy::Page);
     }
 
@@ -384,6 +383,9 @@ void PageView::messageReceived(const std::string& text)
         int takes = 0;
         words >> takes;
         _pageTakesEscape = takes != 0;
+    } else if (what == "note") {
+        if (const auto link = pointedLinkFrom(words); !link || isInBook(link->url))
+            _reports.pointsAtLink(link);
     } else if (what == "painted") {
         std::uint64_t request = 0;
         words >> request;

@@ -102,6 +102,12 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
     tellOfChanges(_layout.content());
     connectHeader();
     connectWindow();
+    const auto click = Gtk::GestureClick::create();
+    click->signal_released().connect([this](int, double, double) { queue.post([this] { goToPanel.open(); }); });
+    auto& label = widget<Gtk::Label>("locLabel");
+    label.add_controller(click);
+    label.set_cursor("pointer");
+    label.set_tooltip_text(_("Go to a page or a part of the book (Ctrl+G)"));
     watchKeys(goToPanel.popover());
     goToPanel.popover().signal_closed().connect([this] { focusPage(); });
     if (!page.isConfined)

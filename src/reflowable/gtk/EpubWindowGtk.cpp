@@ -27,6 +27,7 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
                       _parts.widget<Gtk::CheckButton>("wholeWords"), _searchField },
           _parts.queue)
     , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
+    , _note(_parts.widget<Gtk::Overlay>("pagePlace"), [this] { _parts.send(&ReaderWindowActions::goToNote); })
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
     auto& panel = _parts.widget<Gtk::Popover>("displayOptions");
@@ -51,6 +52,25 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_unmap().connect([&panel] { panel.popdown(); }),
     };
     connectSearch();
+    _parts.watchKeys(_note.popover());
+    _connections.push_back(_note.popover().signal_closed().connect([this] { _parts.focusPage(); }));
+}
+
+void EpubWindowGtk::showNote(const std::string& text, const PointedLink& reference)
+{
+    const double pixel = _parts.page.webView->pixelSize();
+    const auto& place = reference.place;
+    // The page leaves margins in its frame.
+    auto& frame = *_parts.page.widget;
+    auto* const page = frame.get_first_child();
+    double x = 0;
+    double y = 0;
+    (page ? *page : frame)
+        .translate_coordinates(_parts.widget<Gtk::Overlay>("pagePlace"), place.x * pixel, place.y * pixel, x, y);
+    _note.show(text,
+        { static_cast<int>(x), static_cast<int>(y), static_cast<int>(place.width * pixel),
+            static_cast<int>(place.height * pixel) },
+        reference.way);
 }
 
 void EpubWindowGtk::connectSearch()

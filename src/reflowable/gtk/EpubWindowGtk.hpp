@@ -2,6 +2,7 @@
 
 #include "controls/gtk/PopUpControl.hpp"
 #include "controls/gtk/SegmentedSwitch.hpp"
+#include "reader/gtk/NotePopover.hpp"
 #include "reader/gtk/PopoverPanel.hpp"
 #include "reader/gtk/ReaderWindowGtk.hpp"
 #include "reflowable/gtk/SearchFieldControl.hpp"
@@ -22,6 +23,8 @@ public:
     PopUpButton& fontMenu() override { return _fontMenu; }
     TextField& searchField() override { return _searchField; }
     SearchPane& searchPane() override { return _searchPane; }
+    void showNote(const std::string& text, const PointedLink& reference) override;
+    void pointerLeftReference() override { _note.pointerLeft(); }
     void setPageOfChapter(std::int64_t page, std::int64_t count) override
     {
         _parts.surroundings.setPageOfChapter(page, count);
@@ -43,6 +46,7 @@ private:
     SearchFieldControl _searchField;
     SearchPaneGtk _searchPane;
     PopoverPanel _displayOptions;
+    NotePopover _note;
     std::vector<sigc::connection> _connections;
 };
 

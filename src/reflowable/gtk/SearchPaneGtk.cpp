@@ -2,8 +2,8 @@
 
 #include "base/Translation.hpp"
 #include "desktop/gtk/DisplayText.hpp"
+#include "reader/gtk/SearchResultRow.hpp"
 #include "reflowable/gtk/SearchFieldControl.hpp"
-#include "reflowable/gtk/SearchResultRow.hpp"
 
 #include <gtkmm/gestureclick.h>
 #include <gtkmm/signallistitemfactory.h>

@@ -1,4 +1,4 @@
-#include "reflowable/gtk/SearchResultRow.hpp"
+#include "reader/gtk/SearchResultRow.hpp"
 
 #include "desktop/gtk/DisplayText.hpp"
 

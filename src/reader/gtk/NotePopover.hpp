@@ -1,0 +1,46 @@
+#pragma once
+
+#include "page/WebView.hpp"
+
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
+#include <gtkmm/label.h>
+#include <gtkmm/popover.h>
+#include <gtkmm/scrolledwindow.h>
+
+#include <functional>
+#include <string>
+
+namespace pagora {
+
+// A note beside the reference that leads to it, on the paper of the page. One that the pointer has called goes when the
+// pointer leaves both. Main thread.
+class NotePopover {
+public:
+    // It stands in a widget that outlives it.
+    NotePopover(Gtk::Widget& page, std::function<void()> goThere);
+    ~NotePopover();
+    NotePopover(const NotePopover&) = delete;
+    NotePopover& operator=(const NotePopover&) = delete;
+
+    // The place in pixels of the page's widget.
+    void show(const std::string& text, const Gdk::Rectangle& place, PointedLink::Way way);
+    // The pointer is no longer on the reference.
+    void pointerLeft();
+    void hide() { _popover.popdown(); }
+    Gtk::Popover& popover() { return _popover; }
+
+private:
+    void hideSoon();
+
+    std::function<void()> _goThere;
+    Gtk::Popover _popover;
+    Gtk::Box _box;
+    Gtk::ScrolledWindow _scroll;
+    Gtk::Label _text;
+    Gtk::Button _button;
+    bool _pointerIsIn = false;
+    sigc::connection _hiding;
+};
+
+}

@@ -21,6 +21,14 @@ std::vector<Url> BookInfo::files() const
     return urls;
 }
 
+std::size_t BookInfo::fileCount() const
+{
+    if (const auto* urls = std::get_if<std::vector<Url>>(&_files))
+        return urls->size();
+    const auto* paths = std::get<Value>(_files).array();
+    return paths ? paths->size() : 0;
+}
+
 std::optional<Value::Array> BookInfo::content() const
 {
     const auto* entries = _content ? _content->array() : nullptr;

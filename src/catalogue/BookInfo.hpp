@@ -5,6 +5,7 @@
 #include "base/Value.hpp"
 #include "pictures/Image.hpp"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -15,7 +16,8 @@
 namespace pagora {
 
 // One book. Records are shared and compared by identity. Inspection fills a record on whatever thread it runs; once a
-// record is in the catalogue only the main thread touches it.
+// record is in the catalogue only the main thread touches it. Its title, author and identifier do not change from then
+// on, so that any thread may read these three.
 class BookInfo {
 public:
     // Absolute path of the EPUB archive.
@@ -45,6 +47,8 @@ public:
 
     // The content documents in reading order, as file URLs below `bookPath`.
     std::vector<Url> files() const;
+    // How many there are.
+    std::size_t fileCount() const;
     void setFiles(std::vector<Url> files) { _files = std::move(files); }
     // The same as an array of paths, which is read when the files are asked for.
     void setStoredFiles(Value paths) { _files = std::move(paths); }

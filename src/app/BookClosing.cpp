@@ -1,5 +1,6 @@
 #include "app/BookClosing.hpp"
 
+#include "app/ReadingHistory.hpp"
 #include "base/Log.hpp"
 #include "base/Numbers.hpp"
 #include "catalogue/CatalogueEntry.hpp"
@@ -78,6 +79,8 @@ void BookClosing::savePosition(EpubController& reader)
     if (lastPlace)
         book->setLastPlace(lastPlace);
     _state.catalogue.replaceEntry(book, entryWithPosition(*entry, _state.reading.curStorageIndex, lastCap, lastPlace));
+    if (book->epubPath())
+        ReadingHistory(_platform.defaults).add(*book->epubPath());
     _state.catalogue.save(_platform.defaults);
 }
 

@@ -1,11 +1,10 @@
 #include "app/MainController.hpp"
 
 #include "app/Guide.hpp"
+#include "app/ReadingHistory.hpp"
 #include "base/Log.hpp"
 #include "base/Path.hpp"
 #include "base/Translation.hpp"
-
-#include <unistd.h>
 
 namespace pagora {
 
@@ -18,8 +17,6 @@ constexpr double launchDelay = 0.05;
 constexpr double warmUpDelay = 1.5;
 // The same after closing a book, when the library is already drawn.
 constexpr double closingDelay = 0.15;
-
-constexpr const char* importMessage = N_("Choose epub file(s) for import to Pagora Library");
 
 constexpr const char* resetText = N_("Reset the library? All settings and the places where you stopped reading are "
                                      "forgotten, and every book in the library folder is added anew.");
@@ -36,6 +33,7 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     : _platform(platform)
     , _views(platform.libraryWindow, *this, [this] { return _state.catalogue.bookList(); })
     , _import(*this, importOutlets(platform.libraryWindow))
+    , _importPanels(platform, [this](std::vector<std::string> files) { draggedEpubs(std::move(files)); })
     , _opening(platform, _state, *this, std::move(scripts))
     , _closing(platform, _state, _import)
     , _removal(platform, _state, _views)
@@ -50,6 +48,10 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     actions.readBook = [this] { sendDoubleClick(); };
     actions.bookListMode = [this] { bookListMode(); };
     actions.importDialog = [this] { importDialog(); };
+    actions.importFolder = [this] { importFolder(); };
+    actions.continueReading = [this] { continueReading(); };
+    actions.bookToContinue = [this] { return bookToContinue(); };
+    actions.booksRead = [this] { return ReadingHistory(_platform.defaults).all(*_state.catalogue.bookList()); };
     actions.cancelProcess = [this] { cancelProcess(); };
     actions.openSettings = [this] { openSettings(); };
     actions.saveSettings = [this] { saveSettings(); };
@@ -203,28 +205,17 @@ void MainController::makeWay()
 
 void MainController::importDialog()
 {
-    filesLoadingWithMessage(importMessage);
+    _importPanels.chooseFiles();
 }
 
 void MainController::filesLoadingWithMessage(const std::string& message)
 {
-    const bool multiple = message.find("import") != std::string::npos;
-    auto& defaults = _platform.defaults;
-    if (defaults.boolForKey(defaults_keys::Default)) {
-        if (chdir(_platform.program.homeFolder.c_str()) != 0)
-            log("The home folder cannot be entered.");
-        defaults.setObject(defaults_keys::Default, false);
-        defaults.synchronize();
-    }
-    _platform.libraryWindow.runOpenPanel(
-        _(message.c_str()), multiple, [this, multiple](const std::optional<std::vector<std::string>>& chosen) {
-            if (!chosen)
-                return;
-            if (chosen->empty())
-                log("ERROR ( importDialog ): No file to open");
-            else if (multiple)
-                draggedEpubs(*chosen);
-        });
+    _importPanels.chooseFiles(message);
+}
+
+void MainController::importFolder()
+{
+    _importPanels.chooseFolder();
 }
 
 void MainController::draggedEpubs(std::vector<std::string> files)
@@ -279,6 +270,7 @@ void MainController::timerFinish()
 
 void MainController::refreshBookView()
 {
+    _platform.libraryWindow.endSearch();
     _views.refreshBookView(_state.catalogue.bookList());
 }
 
@@ -361,6 +353,17 @@ void MainController::sendDoubleClick()
     const auto* active = _views.activeViewController();
     const auto selected = active ? active->books().selectedObjects() : std::vector<BookInfoPtr> {};
     sendDoubleClick(selected.empty() ? nullptr : selected.front());
+}
+
+void MainController::continueReading()
+{
+    if (const auto book = bookToContinue())
+        sendDoubleClick(book);
+}
+
+BookInfoPtr MainController::bookToContinue() const
+{
+    return ReadingHistory(_platform.defaults).last(*_state.catalogue.bookList());
 }
 
 void MainController::_closeEPUB()

@@ -3,6 +3,7 @@
 #include "app/BookClosing.hpp"
 #include "app/BookOpening.hpp"
 #include "app/BookRemoval.hpp"
+#include "app/ImportPanels.hpp"
 #include "app/LibraryEventMonitor.hpp"
 #include "app/LibraryMaintenance.hpp"
 #include "app/LibraryState.hpp"
@@ -48,6 +49,8 @@ public:
     // Lets the user choose files; with a message about import, those chosen are imported, otherwise nothing is done
     // with them.
     void filesLoadingWithMessage(const std::string& message);
+    // Lets the user choose a folder; the books in it and in the folders below it are imported.
+    void importFolder();
     // During the launch, and while the library is reset, the files wait for its end.
     void draggedEpubs(std::vector<std::string> files) override;
     void cancelProcess() { _import.cancelProcess(); }
@@ -74,6 +77,7 @@ public:
     void takeImageView() { _views.takeImageView(); }
     void takeTableView() { _views.takeTableView(); }
     void bookListMode() { _views.bookListMode(); }
+    // Books came in, so that a search ends: they are to be seen.
     void refreshBookView() override;
 
     void deleteItemFromCollection(const BookInfoPtr& book, ByRemovingFromDisk remove) override;
@@ -82,6 +86,9 @@ public:
     // Opens the record, or the first selected one of the library view that is shown.
     void sendDoubleClick(const BookInfoPtr& book);
     void sendDoubleClick() override;
+    // Opens the book of the library that was closed last, if there is one.
+    void continueReading();
+    BookInfoPtr bookToContinue() const;
     void _closeEPUB() override;
 
     LibraryState& state() { return _state; }
@@ -130,6 +137,7 @@ private:
     LibraryState _state;
     LibraryViews _views;
     EpubImport _import;
+    ImportPanels _importPanels;
     BookOpening _opening;
     BookClosing _closing;
     BookRemoval _removal;

@@ -19,6 +19,8 @@ inline constexpr const char* FontName = "FontName";
 inline constexpr const char* FontSize = "FontSize";
 inline constexpr const char* Columns = "Columns";
 inline constexpr const char* Background = "Background";
+// The archives of the books that were read, the last one first.
+inline constexpr const char* LastRead = "LastRead";
 // Archives that are being moved to the Trash; absent at other times.
 inline constexpr const char* Removals = "Removals";
 }

@@ -31,6 +31,8 @@ public:
     // What would be done with the drag: the generic operation, or none for a drag that is refused. The program comes to
     // the front.
     virtual DragOperation::Mask validateDrop(const DraggingInfo& drag) = 0;
+    // Why a drag that is refused is refused, for the user.
+    virtual std::string whyRefused(const DraggingInfo& drag) const = 0;
     virtual bool prepareForDragOperation() const { return true; }
     // Hands the files to the import, all of them; true in every case.
     virtual bool acceptDrop(const DraggingInfo& drag) = 0;

@@ -1,10 +1,21 @@
 #include "library_views/LibraryViewController.hpp"
 
 #include "base/Path.hpp"
+#include "base/Translation.hpp"
 
 #include <algorithm>
 
 namespace pagora {
+
+namespace {
+
+bool holdsNoBook(const DraggingInfo& drag)
+{
+    const auto isBook = [](const std::string& name) { return pathExtension(name) == "epub"; };
+    return drag.fileNames && std::none_of(drag.fileNames->begin(), drag.fileNames->end(), isBook);
+}
+
+}
 
 LibraryViewController::LibraryViewController(const char* layout, LibraryViewHost& host)
     : _host(host)
@@ -30,10 +41,13 @@ DragOperation::Mask LibraryViewController::validateDrop(const DraggingInfo& drag
 {
     if (!_host.isActive())
         _host.activateIgnoringOtherApps();
-    const auto isBook = [](const std::string& name) { return pathExtension(name) == "epub"; };
-    if (drag.fileNames && std::none_of(drag.fileNames->begin(), drag.fileNames->end(), isBook))
-        return DragOperation::None;
-    return drag.sourceOperations & DragOperation::Generic;
+    return holdsNoBook(drag) ? DragOperation::None : drag.sourceOperations & DragOperation::Generic;
+}
+
+std::string LibraryViewController::whyRefused(const DraggingInfo& drag) const
+{
+    return holdsNoBook(drag) ? _("Only files that end in “.epub” can be dropped here")
+                             : _("The program that these files come from does not let them be dropped here");
 }
 
 bool LibraryViewController::acceptDrop(const DraggingInfo& drag)

@@ -21,6 +21,7 @@ public:
 
     // Refuses files of which none has the extension "epub", and sources that leave the destination no choice.
     DragOperation::Mask validateDrop(const DraggingInfo& drag) override;
+    std::string whyRefused(const DraggingInfo& drag) const override;
     bool acceptDrop(const DraggingInfo& drag) override;
 
     ArrayController& books() { return _books; }

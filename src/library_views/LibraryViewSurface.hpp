@@ -60,6 +60,9 @@ public:
         const std::string& secondButton, std::function<void(int code)> answered)
         = 0;
 
+    // Shows every book again: what is searched for is forgotten.
+    virtual void endSearch() = 0;
+
     // Whether one of the program's windows has the keyboard.
     virtual bool isActive() const = 0;
     // Brings the program to the front.

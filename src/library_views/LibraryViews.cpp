@@ -80,6 +80,7 @@ void LibraryViews::selectAll()
 {
     if (!_activeViewController)
         return;
+    _host.endSearch();
     _activeViewController->view().makeFirstResponder();
     _activeViewController->books().selectAll();
     _activeViewController->bookView().userDidSelect();

@@ -24,7 +24,7 @@ public:
     void bookListMode();
     // Refills the view that is shown.
     void refreshBookView(BookArray books);
-    // Selects every book of the view that is shown and gives it the focus.
+    // Selects every book of the view that is shown, which ends a search, and gives it the focus.
     void selectAll();
 
     ImageViewController* imageController() { return _imageController.get(); }

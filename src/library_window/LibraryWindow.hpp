@@ -18,6 +18,12 @@ struct LibraryWindowActions {
     std::function<void()> readBook;
     std::function<void()> bookListMode;
     std::function<void()> importDialog;
+    std::function<void()> importFolder;
+    std::function<void()> continueReading;
+    // The book that reading would go on in; null for none.
+    std::function<BookInfoPtr()> bookToContinue;
+    // The books that were read, the last one first.
+    std::function<std::vector<BookInfoPtr>()> booksRead;
     std::function<void()> cancelProcess;
     std::function<void()> openSettings;
     std::function<void()> saveSettings;
@@ -72,6 +78,9 @@ public:
     virtual void runOpenPanel(
         const std::string& message, bool multiple, std::function<void(std::optional<std::vector<std::string>>)> chosen)
         = 0;
+
+    // Lets the user choose a folder; `chosen` receives its path, or nothing when the user cancelled.
+    virtual void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen) = 0;
 
     // Installs the monitor of events that go to the program's windows; an empty one removes it. The answer says whether
     // the event is swallowed.

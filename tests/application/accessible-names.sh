@@ -56,6 +56,10 @@ look errors "text | Files that could not be added"
 key Escape
 within 20 window_is Pagora
 fill
+key ctrl+f
+look search "entry | Search the library"
+key Escape
+settle
 key Right
 look grid "table cell | A Quiet Harbour, Bruno Castell"
 key ctrl+Delete

@@ -68,6 +68,15 @@ shelve() {
     within 60 window_is Pagora
 }
 
+# spell TEXT: presses the key of each of its small letters and spaces.
+spell() {
+    local keys=() i
+    for ((i = 0; i < ${#1}; ++i)); do
+        [ "${1:i:1}" = " " ] && keys+=(space) || keys+=("${1:i:1}")
+    done
+    key "${keys[@]}"
+}
+
 stored() { "$programs/pagora-defaults" "$1"; }
 # catalogue EXPRESSION: a Python expression over the stored entries, as `books`, that must be true.
 catalogue() { stored BookData | python3 -c "import json, sys; books = json.load(sys.stdin); sys.exit(not ($1))"; }

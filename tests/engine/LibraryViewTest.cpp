@@ -1,77 +1,11 @@
-#include "base/Resource.hpp"
-#include "files/Files.hpp"
-#include "library_views/gtk/BookCell.hpp"
-#include "library_views/gtk/GridSurface.hpp"
-#include "library_views/gtk/ListSurface.hpp"
-#include "running/GLibRunLoop.hpp"
-#include "tests/engine/ToolkitTest.hpp"
+#include "tests/engine/LibraryViewTest.hpp"
 
-#include <gdkmm/pixbuf.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/gestureclick.h>
-#include <gtkmm/window.h>
 
 namespace pagora::test {
 
 namespace {
-
-struct RecordingHandler : LibraryViewSurface::Handler {
-    void userDidSelect() override { ++selections; }
-    void userWillClick() override { }
-    void mouseDown(int clickCount) override { clicks.push_back(clickCount); }
-    void rightMouseUp(std::optional<std::size_t> item) override { rightClicks.push_back(item); }
-    int selections = 0;
-    std::vector<int> clicks;
-    std::vector<std::optional<std::size_t>> rightClicks;
-};
-
-// A window, 800 by 600 points, with one of the two views.
-template <typename Surface>
-class LibraryView : public ToolkitTest {
-protected:
-    LibraryView()
-    {
-        _window.set_default_size(800, 600);
-        _window.set_child(_surface.widget());
-        _surface.setHandler(&_handler);
-        _window.present();
-    }
-    ~LibraryView() override { _window.unset_child(); }
-
-    // What a press on Return, or a double click, asks of the view.
-    void activate(Gtk::Widget& view, guint position)
-    {
-        view.activate_action("list.activate-item", Glib::Variant<guint>::create(position));
-    }
-
-    GLibRunLoop _runLoop;
-    CoverLoader _loader { _runLoop };
-    ArrayController _books;
-    RecordingHandler _handler;
-    Surface _surface { _books, _loader };
-    Gtk::Window _window;
-};
-
-// The cells of a view from the first, as far as there are any.
-void collect(Gtk::Widget& widget, std::vector<BookCell*>& cells)
-{
-    if (auto* const cell = dynamic_cast<BookCell*>(&widget))
-        cells.push_back(cell);
-    for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling())
-        collect(*child, cells);
-}
-
-std::vector<BookCell*> cellsOf(Gtk::Widget& widget)
-{
-    std::vector<BookCell*> cells;
-    collect(widget, cells);
-    return cells;
-}
-
-Data defaultCoverData()
-{
-    return Data(resourceBytes("/org/pagora/Pagora/pagora_default_cover.jpg").value_or(""));
-}
 
 // The key as a view gets it. Whether the view took it.
 bool pressOn(Gtk::Widget& view, guint keyval, Gdk::ModifierType state = {})
@@ -160,16 +94,6 @@ TEST_F(Grid, TenThousandBooksMakeOnlyTheItemsNearTheScreen)
     EXPECT_LT(cellsOf(_surface.widget()).size(), 400U);
 }
 
-TEST_F(Grid, BookWithoutFieldsShowsTheDefaultCoverAndNoText)
-{
-    _books.setContent(std::make_shared<std::vector<BookInfoPtr>>(1, std::make_shared<BookInfo>()));
-    ASSERT_TRUE(waitUntil([&] { return !cellsOf(_surface.widget()).empty(); }));
-    const auto* const cell = cellsOf(_surface.widget()).front();
-    EXPECT_EQ(cell->title(), "");
-    EXPECT_EQ(cell->author(), "");
-    EXPECT_EQ(cell->cover().cover(), _loader.defaultCover());
-}
-
 TEST_F(Grid, ACellGoesWithWhatIsInIt)
 {
     _books.setContent(makeBooks(5));
@@ -182,55 +106,6 @@ TEST_F(Grid, ACellGoesWithWhatIsInIt)
     g_log_remove_handler("Gtk", handler);
     EXPECT_TRUE(cellsOf(_surface.widget()).empty());
     EXPECT_EQ(warnings, 0);
-}
-
-TEST_F(Grid, CellsHaveOneSizeWhateverTheirTexts)
-{
-    const auto books = makeBooks(3);
-    books->at(0)->setTitle("");
-    books->at(1)->setTitle(std::string(200, 'w'));
-    books->at(1)->setAuthor(std::string(200, 'w'));
-    _books.setContent(books);
-    ASSERT_TRUE(waitUntil([&] {
-        const auto cells = cellsOf(_surface.widget());
-        return cells.size() >= 3 && cells[2]->get_height() > 0;
-    }));
-    const auto cells = cellsOf(_surface.widget());
-    for (const auto* cell : { cells[0], cells[1] }) {
-        EXPECT_EQ(cell->get_width(), cells[2]->get_width());
-        EXPECT_EQ(cell->get_height(), cells[2]->get_height());
-    }
-    EXPECT_GE(cells[0]->get_height(), static_cast<int>(CoverLoader::coverSize.height) + 40);
-}
-
-TEST_F(Grid, CoverAppearsWhenItIsDecoded)
-{
-    const auto books = makeBooks(1);
-    books->front()->setImgData(defaultCoverData());
-    _books.setContent(books);
-    ASSERT_TRUE(waitUntil([&] {
-        const auto cells = cellsOf(_surface.widget());
-        return !cells.empty() && cells.front()->cover().cover();
-    }));
-    EXPECT_NE(cellsOf(_surface.widget()).front()->cover().cover(), _loader.defaultCover());
-    EXPECT_EQ(_loader.cache().size(), 1U);
-}
-
-TEST_F(Grid, CoverThatDoesNotDecodeIsTheDefaultCover)
-{
-    const auto books = makeBooks(1);
-    books->front()->setImgData(Data("no picture"));
-    _books.setContent(books);
-    ASSERT_TRUE(waitUntil([&] {
-        const auto cells = cellsOf(_surface.widget());
-        return !cells.empty() && cells.front()->cover().cover();
-    }));
-    EXPECT_EQ(cellsOf(_surface.widget()).front()->cover().cover(), _loader.defaultCover());
-}
-
-TEST_F(Grid, TitleOnSeveralLinesIsShownAsOne)
-{
-    EXPECT_EQ(cellText("One\nTwo"), "One Two");
 }
 
 TEST_F(Grid, AClickBesideTheCoversClearsTheSelection)
@@ -364,42 +239,15 @@ TEST(BookModel, ChangeInTheMiddleLeavesBothEndsAlone)
     auto books = std::make_shared<std::vector<BookInfoPtr>>();
     for (int i = 0; i < 5; ++i)
         books->push_back(std::make_shared<BookInfo>());
-    model->setBooks(books);
+    model->setBooks(ShownBooks(books));
     std::vector<guint> change;
     model->signal_items_changed().connect([&](guint position, guint removed, guint added) {
         change = { position, removed, added };
     });
     auto fewer = std::make_shared<std::vector<BookInfoPtr>>(*books);
     fewer->erase(fewer->begin() + 2);
-    model->setBooks(fewer);
+    model->setBooks(ShownBooks(fewer));
     EXPECT_EQ(change, (std::vector<guint> { 2, 1, 0 }));
-}
-
-TEST(CoverCache, KeepsTheCoversUsedLast)
-{
-    CoverCache cache(2);
-    std::vector<BookInfo> books(3);
-    const auto texture = Gdk::Texture::create_for_pixbuf(Gdk::Pixbuf::create(Gdk::Colorspace::RGB, false, 8, 1, 1));
-    for (auto& book : books)
-        book.setImgData(Data("x"));
-    cache.insert(&books[0], *books[0].imgData(), texture);
-    cache.insert(&books[1], *books[1].imgData(), texture);
-    cache.find(books[0]);
-    cache.insert(&books[2], *books[2].imgData(), texture);
-    EXPECT_TRUE(cache.find(books[0]));
-    EXPECT_FALSE(cache.find(books[1]));
-    EXPECT_TRUE(cache.find(books[2]));
-}
-
-TEST(CoverCache, ForgetsACoverWhoseDataWasReplaced)
-{
-    CoverCache cache(2);
-    BookInfo book;
-    book.setImgData(Data("x"));
-    const auto texture = Gdk::Texture::create_for_pixbuf(Gdk::Pixbuf::create(Gdk::Colorspace::RGB, false, 8, 1, 1));
-    cache.insert(&book, *book.imgData(), texture);
-    book.setImgData(Data("y"));
-    EXPECT_FALSE(cache.find(book));
 }
 
 }

@@ -94,4 +94,12 @@ TEST_P(Drop, HeldOverTheActiveProgramLeavesItAsItIs)
     EXPECT_TRUE(journal.empty());
 }
 
+TEST_P(Drop, ThatIsRefusedSaysWhy)
+{
+    EXPECT_EQ(
+        target().whyRefused({ Names { "/a/Sea.EPUB" }, any }), "Only files that end in “.epub” can be dropped here");
+    EXPECT_EQ(target().whyRefused({ Names { "/a/Sea.epub" }, DragOperation::Copy }),
+        "The program that these files come from does not let them be dropped here");
+}
+
 }

@@ -218,6 +218,21 @@ TEST_F(LibraryViewsTest, SelectingAllInTheGridCountsAsManyBooks)
     EXPECT_TRUE(views.imageController()->bookCollectionView().multiSelection());
 }
 
+TEST_F(LibraryViewsTest, SelectingAllEndsASearch)
+{
+    fill();
+    test::Journal journal;
+    host.journal = &journal;
+    views.selectAll();
+    EXPECT_EQ(journal, test::Journal { "endSearch" });
+}
+
+TEST_F(LibraryViewsTest, ARefillEndsNoSearch)
+{
+    fill();
+    EXPECT_EQ(host.timesSearchEnded, 0);
+}
+
 TEST(LibraryViews, ALibraryWithoutViewTakesBooksAndSelectionsQuietly)
 {
     test::FakeLibraryHub hub;

@@ -104,6 +104,12 @@ public:
     {
         questions.push_back({ informativeText, firstButton, secondButton, std::move(answered) });
     }
+    void endSearch() override
+    {
+        ++timesSearchEnded;
+        if (journal)
+            journal->push_back("endSearch");
+    }
     bool isActive() const override { return active; }
     void activateIgnoringOtherApps() override
     {
@@ -126,6 +132,7 @@ public:
     std::vector<std::string> loadedLayouts;
     // The view in the window.
     FakeLibraryViewSurface* shown = nullptr;
+    int timesSearchEnded = 0;
     // The program is at the front.
     bool active = true;
     FakeButton readerButtonFake;
@@ -148,6 +155,11 @@ public:
         std::string message;
         bool multiple = false;
         std::function<void(std::optional<std::vector<std::string>>)> chosen;
+    };
+
+    struct FolderPanel {
+        std::string message;
+        std::function<void(std::optional<std::string>)> chosen;
     };
 
     void setActions(LibraryWindowActions value) override { actions = std::move(value); }
@@ -178,6 +190,10 @@ public:
     {
         panels.push_back({ message, multiple, std::move(chosen) });
     }
+    void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen) override
+    {
+        folderPanels.push_back({ message, std::move(chosen) });
+    }
     void setEventMonitor(std::function<bool(const LibraryEvent&)> value) override { monitor = std::move(value); }
 
     // All of it writes to one journal.
@@ -206,6 +222,7 @@ public:
     int timesTerminated = 0;
     std::vector<Alert> alerts;
     std::vector<Panel> panels;
+    std::vector<FolderPanel> folderPanels;
     std::function<bool(const LibraryEvent&)> monitor;
 };
 

@@ -2,16 +2,25 @@
 
 namespace pagora {
 
+namespace {
+
+bool isSame(const std::optional<Data>& one, const std::optional<Data>& other)
+{
+    return one && other ? one->isSameAs(*other) : !one && !other;
+}
+
+}
+
 Glib::RefPtr<Gdk::Texture> CoverCache::find(const BookInfo& book)
 {
     const auto found = _byBook.find(&book);
-    if (found == _byBook.end() || !book.imgData() || !found->second->data.isSameAs(*book.imgData()))
+    if (found == _byBook.end() || !isSame(found->second->data, book.imgData()))
         return {};
     _covers.splice(_covers.begin(), _covers, found->second);
     return found->second->texture;
 }
 
-void CoverCache::insert(const BookInfo* book, Data data, Glib::RefPtr<Gdk::Texture> texture)
+void CoverCache::insert(const BookInfo* book, std::optional<Data> data, Glib::RefPtr<Gdk::Texture> texture)
 {
     if (const auto found = _byBook.find(book); found != _byBook.end()) {
         _covers.erase(found->second);

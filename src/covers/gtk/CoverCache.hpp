@@ -5,12 +5,13 @@
 #include <gdkmm/texture.h>
 
 #include <list>
+#include <optional>
 #include <unordered_map>
 
 namespace pagora {
 
-// A cache of the covers shown last, as textures. A cover is found by its book while the book's cover data is unchanged.
-// Main thread.
+// A cache of the covers shown last, as textures. A cover is found by its book while the book's cover data, or its lack
+// of any, is unchanged. Main thread.
 class CoverCache {
 public:
     explicit CoverCache(std::size_t capacity)
@@ -20,14 +21,14 @@ public:
 
     // Null when it is not there.
     Glib::RefPtr<Gdk::Texture> find(const BookInfo& book);
-    void insert(const BookInfo* book, Data data, Glib::RefPtr<Gdk::Texture> texture);
+    void insert(const BookInfo* book, std::optional<Data> data, Glib::RefPtr<Gdk::Texture> texture);
     std::size_t size() const { return _covers.size(); }
 
 private:
     struct Cover {
         // Identifies the book; never dereferenced.
         const BookInfo* book;
-        Data data;
+        std::optional<Data> data;
         Glib::RefPtr<Gdk::Texture> texture;
     };
 

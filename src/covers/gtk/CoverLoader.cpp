@@ -1,20 +1,30 @@
 #include "covers/gtk/CoverLoader.hpp"
 
 #include "base/Resource.hpp"
+#include "catalogue/BookTexts.hpp"
+#include "covers/gtk/CellText.hpp"
+#include "covers/gtk/DrawnCover.hpp"
 
 #include <gdk/gdk.h>
+
+#include <cstdlib>
+#include <functional>
+#include <numeric>
+#include <span>
 
 namespace pagora {
 
 struct CoverLoader::Request {
     BookInfoPtr book;
-    Data data;
+    std::optional<Data> data;
     Receiver receive;
 };
 
 namespace {
 
 constexpr Size decodedSize { CoverLoader::coverSize.width * 2, CoverLoader::coverSize.height * 2 };
+// Two encodings of one picture differ by less than this in a byte of a pixel, on average.
+constexpr double mostDifference = 6;
 
 std::optional<Image> decoded(const std::string& bytes)
 {
@@ -24,9 +34,35 @@ std::optional<Image> decoded(const std::string& bytes)
     return cover;
 }
 
-Glib::RefPtr<Gdk::Texture> textureOf(const Image& cover)
+// What a book without a cover has stored, encoded by this version or another one.
+bool isDefaultCover(const Image& cover)
 {
-    return Glib::wrap(gdk_texture_new_for_pixbuf(cover.pixbuf()));
+    static const auto bytes = resourceBytes("/org/pagora/Pagora/pagora_default_cover.jpg");
+    static const auto known = bytes ? decoded(*bytes) : std::nullopt;
+    if (!known || !(known->size() == cover.size()))
+        return false;
+    auto* const one = known->pixbuf();
+    auto* const other = cover.pixbuf();
+    if (gdk_pixbuf_get_byte_length(one) != gdk_pixbuf_get_byte_length(other))
+        return false;
+    const std::span ours(gdk_pixbuf_read_pixels(one), gdk_pixbuf_get_byte_length(one));
+    const auto* const theirs = gdk_pixbuf_read_pixels(other);
+    const long sum = std::inner_product(
+        ours.begin(), ours.end(), theirs, 0L, std::plus<>(), [](int a, int b) { return std::abs(a - b); });
+    return static_cast<double>(sum) < mostDifference * static_cast<double>(ours.size());
+}
+
+Image coverOf(const std::optional<Data>& data, const std::string& title, const std::string& author, int pixelsInPoint)
+{
+    auto cover = data ? decoded(data->bytes()) : std::nullopt;
+    if (cover && !isDefaultCover(*cover))
+        return *cover;
+    return drawnCover(title, author, CoverLoader::coverSize, pixelsInPoint);
+}
+
+std::string textOnCover(const std::optional<std::string>& text)
+{
+    return standsForNone(text) ? std::string() : cellText(text).raw();
 }
 
 }
@@ -39,23 +75,20 @@ CoverLoader::CoverLoader(RunLoop& runLoop)
 
 CoverLoader::~CoverLoader() = default;
 
-CoverLoader::Ticket CoverLoader::load(const BookInfoPtr& book, Receiver receive)
+CoverLoader::Ticket CoverLoader::load(const BookInfoPtr& book, int pixelsInPoint, Receiver receive)
 {
-    if (!book->imgData()) {
-        receive(defaultCover());
-        return {};
-    }
     if (const auto cover = _cache.find(*book)) {
         receive(cover);
         return {};
     }
-    auto ticket = std::make_shared<Request>(Request { book, *book->imgData(), std::move(receive) });
-    // The workers use only the bytes and the ticket; the record belongs to the main thread.
+    auto ticket = std::make_shared<Request>(Request { book, book->imgData(), std::move(receive) });
+    // The workers use only the bytes, the texts and the ticket; the record belongs to the main thread.
     _workers[_nextWorker++ % _workers.size()].perform(
-        [this, self = std::weak_ptr(_self), waiting = std::weak_ptr<Request>(ticket), data = ticket->data] {
+        [this, self = std::weak_ptr(_self), waiting = std::weak_ptr<Request>(ticket), data = ticket->data,
+            title = textOnCover(book->title()), author = textOnCover(book->author()), pixelsInPoint] {
             if (waiting.expired())
                 return;
-            _runLoop.postToMainThread([this, self, waiting, cover = decoded(data.bytes())] {
+            _runLoop.postToMainThread([this, self, waiting, cover = coverOf(data, title, author, pixelsInPoint)] {
                 if (!self.expired())
                     this->receive(waiting, cover);
             });
@@ -63,29 +96,14 @@ CoverLoader::Ticket CoverLoader::load(const BookInfoPtr& book, Receiver receive)
     return ticket;
 }
 
-void CoverLoader::receive(const std::weak_ptr<Request>& waiting, const std::optional<Image>& cover)
+void CoverLoader::receive(const std::weak_ptr<Request>& waiting, const Image& cover)
 {
     const auto request = waiting.lock();
     if (!request)
         return;
-    if (!cover) {
-        request->receive(defaultCover());
-        return;
-    }
-    const auto texture = textureOf(*cover);
+    const auto texture = Glib::wrap(gdk_texture_new_for_pixbuf(cover.pixbuf()));
     _cache.insert(request->book.get(), request->data, texture);
     request->receive(texture);
-}
-
-Glib::RefPtr<Gdk::Texture> CoverLoader::defaultCover()
-{
-    if (std::exchange(_defaultCoverIsLoaded, true))
-        return _defaultCover;
-    if (const auto bytes = resourceBytes("/org/pagora/Pagora/pagora_default_cover.jpg")) {
-        if (const auto cover = decoded(*bytes))
-            _defaultCover = textureOf(*cover);
-    }
-    return _defaultCover;
 }
 
 }

@@ -10,7 +10,7 @@
 
 namespace pagora {
 
-// Decodes covers in the background on request and caches those shown last. Main thread.
+// Decodes or draws covers in the background on request and caches those shown last. Main thread.
 class CoverLoader {
 public:
     // In points; covers are decoded for screens of twice that many pixels.
@@ -25,21 +25,17 @@ public:
     explicit CoverLoader(RunLoop& runLoop);
     ~CoverLoader();
 
-    // Gives the book's cover to `receive`, at once when it is at hand; the default cover when the book has none or it
-    // does not decode.
-    [[nodiscard]] Ticket load(const BookInfoPtr& book, Receiver receive);
+    // Gives the book's cover to `receive`, at once when it is at hand. A book whose cover is missing, does not decode
+    // or is the default cover has one drawn for it, for a screen of so many pixels in a point.
+    [[nodiscard]] Ticket load(const BookInfoPtr& book, int pixelsInPoint, Receiver receive);
 
-    // Null when the program has none.
-    Glib::RefPtr<Gdk::Texture> defaultCover();
     const CoverCache& cache() const { return _cache; }
 
 private:
-    void receive(const std::weak_ptr<Request>& waiting, const std::optional<Image>& cover);
+    void receive(const std::weak_ptr<Request>& waiting, const Image& cover);
 
     RunLoop& _runLoop;
     CoverCache _cache { cacheCapacity };
-    Glib::RefPtr<Gdk::Texture> _defaultCover;
-    bool _defaultCoverIsLoaded = false;
     // Low urgency, so that drawing frames goes first.
     std::array<Worker, 2> _workers { Worker(Worker::Urgency::Low), Worker(Worker::Urgency::Low) };
     std::size_t _nextWorker = 0;

@@ -47,6 +47,14 @@ void CoverView::setCover(const Glib::RefPtr<Gdk::Texture>& cover)
     queue_draw();
 }
 
+void CoverView::setProgress(std::optional<double> progress)
+{
+    if (progress == _progress)
+        return;
+    _progress = progress;
+    queue_draw();
+}
+
 void CoverView::measure_vfunc(
     Gtk::Orientation orientation, int, int& minimum, int& natural, int& minimumBaseline, int& naturalBaseline) const
 {
@@ -61,6 +69,7 @@ void CoverView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
                              : placed(_box, _box.width, _box.height);
     GskRoundedRect outline;
     gsk_rounded_rect_init_from_rect(&outline, &rect, cornerRadius);
+    appendProgress(target, rect);
     if (!_cover) {
         GdkRGBA pale = *get_style_context()->get_color().gobj();
         pale.alpha *= 0.07F;
@@ -75,6 +84,40 @@ void CoverView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
     GdkRGBA line = *get_style_context()->get_color().gobj();
     line.alpha *= 0.12F;
     CoverFrame(outline, static_cast<float>(_box.height / 156), line).append(target, GTK_WIDGET(gobj()));
+}
+
+void CoverView::appendProgress(GtkSnapshot* snapshot, const graphene_rect_t& cover) const
+{
+    if (!_progress)
+        return;
+    const auto style = const_cast<CoverView*>(this)->get_style_context();
+    GdkRGBA rest = *style->get_color().gobj();
+    rest.alpha *= 0.18F;
+    const Gdk::RGBA text = style->get_color();
+    Gdk::RGBA read = text;
+    // Nearer to the text, so that it stands out from light and dark.
+    if (style->lookup_color("theme_selected_bg_color", read)) {
+        const auto mixed = [](float color, float other) { return 0.7F * color + 0.3F * other; };
+        read.set_rgba(mixed(read.get_red(), text.get_red()), mixed(read.get_green(), text.get_green()),
+            mixed(read.get_blue(), text.get_blue()));
+    }
+    // Thinner and nearer below a small cover.
+    const float size = static_cast<float>(_box.height / 156);
+    const float height = std::max(2.0F, std::round(3 * size));
+    const float top = static_cast<float>(_box.height) + std::max(2.0F, std::round(5 * size));
+    const auto append = [&](float x, float width, const GdkRGBA& color) {
+        const graphene_rect_t line { { x, top }, { width, height } };
+        GskRoundedRect ends;
+        gsk_rounded_rect_init_from_rect(&ends, &line, height / 2);
+        gtk_snapshot_push_rounded_clip(snapshot, &ends);
+        gtk_snapshot_append_color(snapshot, &color, &line);
+        gtk_snapshot_pop(snapshot);
+    };
+    const float whole = cover.size.width;
+    const float done = std::max(height, whole * static_cast<float>(*_progress));
+    const bool isMirrored = gtk_widget_get_direction(const_cast<GtkWidget*>(GTK_WIDGET(gobj()))) == GTK_TEXT_DIR_RTL;
+    append(cover.origin.x, whole, rest);
+    append(isMirrored ? cover.origin.x + whole - done : cover.origin.x, done, *read.gobj());
 }
 
 }

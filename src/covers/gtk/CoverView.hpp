@@ -5,6 +5,8 @@
 #include <gdkmm/texture.h>
 #include <gtkmm/widget.h>
 
+#include <optional>
+
 namespace pagora {
 
 // A book's cover in a box of fixed size: as large as its proportion allows, centred, standing on the bottom. The box
@@ -17,6 +19,9 @@ public:
     // A pale plate is drawn for none.
     void setCover(const Glib::RefPtr<Gdk::Texture>& cover);
     const Glib::RefPtr<Gdk::Texture>& cover() const { return _cover; }
+    // A line below the box shows this part of its length, from 0 to 1; there is none without it.
+    void setProgress(std::optional<double> progress);
+    std::optional<double> progress() const { return _progress; }
 
 protected:
     Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }
@@ -25,8 +30,11 @@ protected:
     void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
 
 private:
+    void appendProgress(GtkSnapshot* snapshot, const graphene_rect_t& cover) const;
+
     Size _box;
     Glib::RefPtr<Gdk::Texture> _cover;
+    std::optional<double> _progress;
 };
 
 }

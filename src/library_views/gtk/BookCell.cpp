@@ -1,6 +1,7 @@
 #include "library_views/gtk/BookCell.hpp"
 
 #include "base/Translation.hpp"
+#include "catalogue/BookTexts.hpp"
 #include "desktop/gtk/DisplayText.hpp"
 #include "desktop/gtk/TextScale.hpp"
 #include "desktop/gtk/Tooltip.hpp"
@@ -54,20 +55,20 @@ int heightOf(const Gtk::Label& label, int lines)
 
 }
 
-Glib::ustring cellText(const std::optional<std::string>& text)
-{
-    if (!text)
-        return {};
-    constexpr std::size_t longest = 300;
-    auto line = text->substr(0, longest);
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
-    return displayText(text->size() > longest ? line + "…" : line, longest + 8);
-}
-
 Glib::ustring spokenBook(const BookInfo& book)
 {
-    return spoken(cellText(book.title()), cellText(book.author()));
+    const auto name = spoken(cellText(book.title()), cellText(book.author()));
+    const auto read = readFraction(book);
+    if (!read)
+        return name;
+    return formatted(_("%s, %d %% read"), name.c_str(), static_cast<int>(std::lround(*read * 100)));
+}
+
+void showText(Gtk::Label& label, const std::optional<std::string>& text)
+{
+    label.set_text(cellText(text));
+    const char* const dimmed = "says-little";
+    saysLittle(text) ? label.add_css_class(dimmed) : label.remove_css_class(dimmed);
 }
 
 void showWholeTextOnHover(Gtk::Label& label)
@@ -85,11 +86,23 @@ void CoverCell::setBook(const BookInfoPtr& book)
 {
     _ticket.reset();
     setCover({});
+    _book = book;
+    showProgress();
     if (book)
-        _ticket = _loader.load(book, [this](const auto& cover) { setCover(cover); });
+        _ticket = _loader.load(book, get_scale_factor(), [this](const auto& cover) { setCover(cover); });
 }
 
-Glib::ustring CoverCell::spokenName()
+void CoverCell::showProgress()
+{
+    setProgress(_book ? readFraction(*_book) : std::nullopt);
+}
+
+Glib::ustring CoverCell::spokenName(const BookInfo&)
+{
+    return name();
+}
+
+Glib::ustring CoverCell::name()
 {
     return _("Cover");
 }
@@ -170,13 +183,8 @@ void BookCell::size_allocate_vfunc(int width, int, int)
 void BookCell::setBook(const BookInfoPtr& book)
 {
     _cover.setBook(book);
-    _title.set_text(book ? cellText(book->title()) : Glib::ustring());
-    _author.set_text(book ? cellText(book->author()) : Glib::ustring());
-}
-
-Glib::ustring BookCell::spokenName() const
-{
-    return spoken(title(), author());
+    showText(_title, book ? book->title() : std::nullopt);
+    showText(_author, book ? book->author() : std::nullopt);
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "covers/gtk/CellText.hpp"
 #include "covers/gtk/CoverLoader.hpp"
 #include "covers/gtk/CoverView.hpp"
 
@@ -10,11 +11,11 @@
 
 namespace pagora {
 
-// A book's text on one line of a cell; empty when there is none. Long texts are cut.
-Glib::ustring cellText(const std::optional<std::string>& text);
-
-// The accessible name of a book: its title and author.
+// The accessible name of a book: its title, its author, and how much of it was read.
 Glib::ustring spokenBook(const BookInfo& book);
+
+// One of a book's texts; one that says little is dimmed.
+void showText(Gtk::Label& label, const std::optional<std::string>& text);
 
 // Shows the text as a tooltip where the label had to cut it.
 void showWholeTextOnHover(Gtk::Label& label);
@@ -25,11 +26,15 @@ public:
     CoverCell(CoverLoader& loader, Size box);
     // Null for no book.
     void setBook(const BookInfoPtr& book);
-    static Glib::ustring spokenName();
+    // The book may have been read meanwhile.
+    void showProgress();
+    static Glib::ustring name();
+    static Glib::ustring spokenName(const BookInfo& book);
 
 private:
     CoverLoader& _loader;
     CoverLoader::Ticket _ticket;
+    BookInfoPtr _book;
 };
 
 // An item of the grid: a cover with title and author below it. It is reused for different books. Its size depends only
@@ -46,7 +51,8 @@ public:
     const CoverView& cover() const { return _cover; }
     Glib::ustring title() const { return _title.get_text(); }
     Glib::ustring author() const { return _author.get_text(); }
-    Glib::ustring spokenName() const;
+    void showProgress() { _cover.showProgress(); }
+    static Glib::ustring spokenName(const BookInfo& book) { return spokenBook(book); }
 
 protected:
     Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }

@@ -3,6 +3,7 @@
 #include "library_views/gtk/BookItem.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace pagora {
 
@@ -16,18 +17,22 @@ BookModel::BookModel()
 {
 }
 
-void BookModel::setBooks(BookArray books)
+void BookModel::setBooks(ShownBooks books)
 {
     const auto before = std::exchange(_books, std::move(books));
-    const auto [oldFirst, newFirst] = std::mismatch(before->begin(), before->end(), _books->begin(), _books->end());
-    const auto head = static_cast<guint>(newFirst - _books->begin());
-    const auto [oldLast, newLast] = std::mismatch(
-        before->rbegin(), std::make_reverse_iterator(oldFirst), _books->rbegin(), std::make_reverse_iterator(newFirst));
-    const auto tail = static_cast<guint>(newLast - _books->rbegin());
-    const auto removed = static_cast<guint>(before->size()) - head - tail;
-    const auto added = static_cast<guint>(_books->size()) - head - tail;
+    const auto oldSize = before.size();
+    const auto newSize = _books.size();
+    const auto shorter = std::min(oldSize, newSize);
+    std::size_t head = 0;
+    while (head < shorter && before.at(head) == _books.at(head))
+        ++head;
+    std::size_t tail = 0;
+    while (tail < shorter - head && before.at(oldSize - 1 - tail) == _books.at(newSize - 1 - tail))
+        ++tail;
+    const auto removed = static_cast<guint>(oldSize - head - tail);
+    const auto added = static_cast<guint>(newSize - head - tail);
     if (removed || added)
-        items_changed(head, removed, added);
+        items_changed(static_cast<guint>(head), removed, added);
 }
 
 GType BookModel::get_item_type_vfunc()
@@ -37,15 +42,15 @@ GType BookModel::get_item_type_vfunc()
 
 guint BookModel::get_n_items_vfunc()
 {
-    return static_cast<guint>(_books->size());
+    return static_cast<guint>(_books.size());
 }
 
 gpointer BookModel::get_item_vfunc(guint position)
 {
-    if (position >= _books->size())
+    if (position >= _books.size())
         return nullptr;
     ++_itemsMade;
-    return BookItem::create((*_books)[position])->gobj_copy();
+    return BookItem::create(_books.at(position))->gobj_copy();
 }
 
 }

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "library_views/ArrayController.hpp"
+#include "library_views/ShownBooks.hpp"
 
 #include <giomm/listmodel.h>
 
 namespace pagora {
 
-// A shared array of books as a list model of the toolkit. It is the array itself: an item is made when a cell asks for
-// it, so that a model of any size is there at once. Main thread.
+// The books that a view shows as a list model of the toolkit. It is the shared array itself: an item is made when a
+// cell asks for it, so that a model of any size is there at once. Main thread.
 //
 // The interface comes first, so that the toolkit knows of it when the object is made.
 class BookModel : public Gio::ListModel, public Glib::Object {
@@ -15,7 +15,8 @@ public:
     static Glib::RefPtr<BookModel> create();
 
     // Replaces the books. A common beginning and end count as unchanged.
-    void setBooks(BookArray books);
+    void setBooks(ShownBooks books);
+    const ShownBooks& books() const { return _books; }
 
     // How many items were made so far.
     std::size_t itemsMade() const { return _itemsMade; }
@@ -27,7 +28,7 @@ protected:
 
 private:
     BookModel();
-    BookArray _books = std::make_shared<const std::vector<BookInfoPtr>>();
+    ShownBooks _books { std::make_shared<const std::vector<BookInfoPtr>>() };
     std::size_t _itemsMade = 0;
 };
 

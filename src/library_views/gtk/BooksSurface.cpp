@@ -4,29 +4,19 @@
 #include "library_views/gtk/BookCell.hpp"
 #include "library_views/gtk/BookItem.hpp"
 
-#include <glibmm/main.h>
 #include <gtkmm/bitset.h>
-#include <gtkmm/eventcontrollerkey.h>
-#include <gtkmm/eventcontrollerlegacy.h>
-#include <gtkmm/gestureclick.h>
-#include <gtkmm/native.h>
-#include <gtkmm/root.h>
+
+#include <utility>
 
 namespace pagora {
 
-namespace {
-
-// A cell knows the list item that it belongs to by this.
-constexpr const char* listItemKey = "pagora-list-item";
-
-}
-
-BooksSurface::BooksSurface(ArrayController& books)
+BooksSurface::BooksSurface(ArrayController& books, LibraryFinder& finder)
     : _books(books)
+    , _finder(finder)
     , _model(BookModel::create())
     , _selection(Gtk::MultiSelection::create(_model))
 {
-    _model->setBooks(books.contentArray());
+    _model->setBooks(ShownBooks(books.contentArray()));
     _selectionChanged = _selection->signal_selection_changed().connect([this](guint, guint) {
         if (!_isFollowing)
             userDidChangeSelection();
@@ -40,13 +30,94 @@ BooksSurface::~BooksSurface()
     _clickReport.disconnect();
 }
 
+void BooksSurface::setQuery(std::function<BookQuery()> query)
+{
+    _query = std::move(query);
+    contentDidChange();
+}
+
 void BooksSurface::contentDidChange()
 {
-    _isFollowing = true;
-    _model->setBooks(_books.contentArray());
-    _isFollowing = false;
+    find(MoveToSelection::No);
     if (_contentAction)
         _contentAction();
+}
+
+void BooksSurface::queryDidChange()
+{
+    find(MoveToSelection::Yes);
+}
+
+void BooksSurface::find(MoveToSelection move)
+{
+    auto query = _query ? _query() : BookQuery();
+    if (query.leavesAllInPlace()) {
+        _finder.dropOthers(_books.contentArray());
+        show(ShownBooks(_books.contentArray()), move);
+        return;
+    }
+    _finding = _finder.find(
+        _books.contentArray(), std::move(query), [this, move](ShownBooks found) { show(std::move(found), move); });
+}
+
+void BooksSurface::show(ShownBooks shown, MoveToSelection move)
+{
+    _finding.reset();
+    const auto& selected = _books.selectionIndexes();
+    auto stillShown = shown.indexesAt(shown.positionsOf(selected));
+    const bool hidesSelected = stillShown.size() != selected.size();
+    _isFollowing = true;
+    _model->setBooks(std::move(shown));
+    if (hidesSelected)
+        _books.setSelectionIndexes(std::move(stillShown));
+    _isFollowing = false;
+    selectionDidChange();
+    if (hidesSelected && _handler)
+        _handler->userDidSelect();
+    if (move == MoveToSelection::Yes)
+        moveTo(firstSelected().value_or(0));
+    if (std::exchange(_goesToBooks, false))
+        goToBooks();
+    if (_shownAction)
+        _shownAction();
+}
+
+void BooksSurface::moveTo(std::size_t position)
+{
+    if (_items && position < _model->books().size())
+        _items->activate_action("list.scroll-to-item", Glib::Variant<guint32>::create(static_cast<guint32>(position)));
+}
+
+std::optional<std::size_t> BooksSurface::firstSelected() const
+{
+    const auto selected = _selection->get_selection();
+    return selected->is_empty() ? std::nullopt : std::optional<std::size_t>(selected->get_minimum());
+}
+
+void BooksSurface::goToBooks()
+{
+    // What is looked for now is what the user means.
+    _goesToBooks = _finding != nullptr;
+    if (_goesToBooks)
+        return;
+    if (_model->books().size() > 0 && !firstSelected())
+        _selection->select_item(0, true);
+    focusBooks();
+}
+
+void BooksSurface::focusBooks()
+{
+    const auto position = firstSelected().value_or(0);
+    for (auto* item = _items->get_first_child(); item; item = item->get_next_sibling()) {
+        if (positionOf(*item) == position && item->grab_focus())
+            return;
+    }
+    makeFirstResponder();
+}
+
+bool BooksSurface::showsContent() const
+{
+    return _model->books().books() == _books.contentArray();
 }
 
 void BooksSurface::selectionDidChange()
@@ -54,10 +125,12 @@ void BooksSurface::selectionDidChange()
     if (_isFollowing)
         return;
     const auto selected = Gtk::Bitset::create();
-    for (const auto index : _books.selectionIndexes())
-        selected->add(static_cast<guint>(index));
+    if (showsContent()) {
+        for (const auto position : _model->books().positionsOf(_books.selectionIndexes()))
+            selected->add(static_cast<guint>(position));
+    }
     const auto all = Gtk::Bitset::create();
-    all->add_range(0, static_cast<guint>(_books.content().size()));
+    all->add_range(0, static_cast<guint>(_model->books().size()));
     _isFollowing = true;
     _selection->set_selection(selected, all);
     _isFollowing = false;
@@ -65,13 +138,17 @@ void BooksSurface::selectionDidChange()
 
 void BooksSurface::userDidChangeSelection()
 {
-    std::vector<std::size_t> indexes;
+    if (!showsContent()) {
+        selectionDidChange();
+        return;
+    }
+    std::vector<std::size_t> positions;
     const auto selected = _selection->get_selection();
-    indexes.reserve(selected->get_size());
-    for (const auto index : *selected)
-        indexes.push_back(index);
+    positions.reserve(selected->get_size());
+    for (const auto position : *selected)
+        positions.push_back(position);
     _isFollowing = true;
-    _books.setSelectionIndexes(std::move(indexes));
+    _books.setSelectionIndexes(_model->books().indexesAt(positions));
     _isFollowing = false;
     if (_handler)
         _handler->userDidSelect();
@@ -85,168 +162,15 @@ void BooksSurface::activate(guint position)
         _handler->mouseDown(2);
 }
 
-void BooksSurface::watchInput(Gtk::Widget& view, Gtk::Widget& items)
-{
-    _items = &items;
-    watchLeftButton(view);
-    watchRightButton(view);
-    watchMenuKeys(view);
-    _dropTarget = std::make_unique<FileDropTarget>(
-        widget(), [this] { return _dropDelegate; },
-        [this](bool isOver) {
-            if (_dragAction)
-                _dragAction(isOver);
-        });
-}
-
-void BooksSurface::stopWatching()
-{
-    _clickReport.disconnect();
-    _dropTarget = nullptr;
-    _contextMenu = nullptr;
-}
-
-void BooksSurface::watchLeftButton(Gtk::Widget& view)
-{
-    // The items claim clicks, so clicks are captured on the way down and reported on the way up.
-    const auto events = Gtk::EventControllerLegacy::create();
-    events->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-    events->signal_event().connect(
-        [this, &view](const Glib::RefPtr<const Gdk::Event>& event) {
-            if (event->get_event_type() == Gdk::Event::Type::BUTTON_RELEASE
-                && event->get_button() == GDK_BUTTON_PRIMARY)
-                reportClick(isOverItem(view, *event));
-            return false;
-        },
-        false);
-    view.add_controller(events);
-
-    const auto beside = Gtk::GestureClick::create();
-    beside->set_button(GDK_BUTTON_PRIMARY);
-    beside->signal_pressed().connect([this, &view, &click = *beside.get()](int, double x, double y) {
-        const auto* const pressed = view.pick(x, y);
-        const auto held = click.get_current_event_state() & Gdk::ModifierType::CONTROL_MASK;
-        if ((pressed == &view || pressed == _items) && held == Gdk::ModifierType())
-            _selection->unselect_all();
-    });
-    view.add_controller(beside);
-}
-
-bool BooksSurface::isOverItem(Gtk::Widget& view, const Gdk::Event& event) const
-{
-    // Events come in the coordinates of the window's surface.
-    double x = 0;
-    double y = 0;
-    double left = 0;
-    double top = 0;
-    auto* const native = view.get_native();
-    if (!native || !event.get_position(x, y))
-        return false;
-    native->get_surface_transform(left, top);
-    auto& root = dynamic_cast<Gtk::Widget&>(*view.get_root());
-    double viewX = 0;
-    double viewY = 0;
-    return root.translate_coordinates(view, x - left, y - top, viewX, viewY) && itemHolding(view.pick(viewX, viewY));
-}
-
-void BooksSurface::reportClick(bool onItem)
-{
-    if (onItem && _handler)
-        _handler->userWillClick();
-    _clickReport.disconnect();
-    _clickReport = Glib::signal_idle().connect(
-        [this] {
-            if (_handler)
-                _handler->mouseDown(1);
-            return false;
-        },
-        Glib::PRIORITY_HIGH_IDLE);
-}
-
-void BooksSurface::watchRightButton(Gtk::Widget& view)
-{
-    const auto rightClick = Gtk::GestureClick::create();
-    rightClick->set_button(GDK_BUTTON_SECONDARY);
-    rightClick->signal_released().connect([this, &view](int, double x, double y) {
-        auto* const item = itemHolding(view.pick(x, y));
-        double menuX = 0;
-        double menuY = 0;
-        view.translate_coordinates(widget(), x, y, menuX, menuY);
-        _menuPlace = Gdk::Rectangle(static_cast<int>(menuX), static_cast<int>(menuY), 1, 1);
-        if (_handler)
-            _handler->rightMouseUp(item ? positionOf(*item) : std::nullopt);
-    });
-    view.add_controller(rightClick);
-}
-
-void BooksSurface::watchMenuKeys(Gtk::Widget& view)
-{
-    const auto keys = Gtk::EventControllerKey::create();
-    keys->signal_key_pressed().connect(
-        [this, &view](guint key, guint, Gdk::ModifierType state) {
-            const bool shift = (state & Gdk::ModifierType::SHIFT_MASK) != Gdk::ModifierType();
-            if (key != GDK_KEY_Menu && !(key == GDK_KEY_F10 && shift))
-                return false;
-            if (_handler)
-                _handler->rightMouseUp(itemForKeys(view));
-            return true;
-        },
-        false);
-    view.add_controller(keys);
-}
-
-Gtk::Widget* BooksSurface::itemHolding(Gtk::Widget* widget) const
-{
-    while (widget && widget->get_parent() != _items)
-        widget = widget->get_parent();
-    return widget;
-}
-
-std::optional<std::size_t> BooksSurface::positionOf(Gtk::Widget& item)
-{
-    for (auto* widget = &item; widget; widget = widget->get_first_child()) {
-        if (auto* const known = g_object_get_data(G_OBJECT(widget->gobj()), listItemKey))
-            return gtk_list_item_get_position(GTK_LIST_ITEM(known));
-    }
-    return std::nullopt;
-}
-
-std::optional<std::size_t> BooksSurface::itemForKeys(Gtk::Widget& view)
-{
-    auto* const root = view.get_root();
-    auto* const focused = root ? itemHolding(root->get_focus()) : nullptr;
-    graphene_rect_t bounds;
-    if (focused && gtk_widget_compute_bounds(focused->gobj(), widget().gobj(), &bounds)) {
-        _menuPlace = Gdk::Rectangle(static_cast<int>(bounds.origin.x + bounds.size.width / 2),
-            static_cast<int>(bounds.origin.y + bounds.size.height / 2), 1, 1);
-        return positionOf(*focused);
-    }
-    _menuPlace = Gdk::Rectangle(widget().get_width() / 2, widget().get_height() / 2, 1, 1);
-    const auto& selected = _books.selectionIndexes();
-    return selected.empty() ? std::nullopt : std::optional(selected.front());
-}
-
-void BooksSurface::popUpContextMenu(const BookMenu& menu)
-{
-    if (!_contextMenu)
-        _contextMenu = std::make_unique<BookPopover>(widget());
-    _contextMenu->popUp(menu, _menuPlace);
-}
-
 void BooksSurface::nameItem(Gtk::Widget& cell, const Glib::ustring& name, const BookInfoPtr& book)
 {
     auto* const item = cell.get_parent();
-    if (!item || !book)
+    if (!item)
         return;
     setAccessibleName(*item, name);
     // A row is named by its book, and its cells by their text.
     if (item->get_css_name() == "cell" && item->get_parent())
         setAccessibleName(*item->get_parent(), spokenBook(*book));
-}
-
-void BooksSurface::rememberItem(Gtk::Widget& cell, GtkListItem* item)
-{
-    g_object_set_data(G_OBJECT(cell.gobj()), listItemKey, item);
 }
 
 BookInfoPtr BooksSurface::bookOf(const Gtk::ListItem& item)

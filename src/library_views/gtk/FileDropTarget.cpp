@@ -42,30 +42,33 @@ Gdk::DragAction allowedActions(const Gdk::Drop& drop)
 
 }
 
-FileDropTarget::FileDropTarget(Gtk::Widget& widget, Delegate delegate, std::function<void(bool)> isOver)
+FileDropTarget::FileDropTarget(Gtk::Widget& widget, Delegate delegate, std::function<void(const DropHover&)> hovers)
     : _widget(widget)
     , _delegate(std::move(delegate))
-    , _isOver(std::move(isOver))
+    , _hovers(std::move(hovers))
     , _target(Gtk::DropTarget::create(GDK_TYPE_FILE_LIST, Gdk::DragAction::COPY))
+    , _motion(Gtk::DropControllerMotion::create())
 {
     // The names are preloaded, because the desktop may provide them only once.
     _target->set_preload(true);
     _target->signal_enter().connect([this](double, double) { return judge(); }, false);
     _target->signal_motion().connect([this](double, double) { return judgeAgain(); }, false);
-    _target->signal_leave().connect([this] { setOver(false); });
+    _motion->signal_leave().connect([this] { tell({}); });
     _target->signal_drop().connect([this](const Glib::ValueBase&, double, double) { return drop(); }, false);
     _target->connect_property_changed("value", [this] {
         if (gtk_drop_target_get_value(_target->gobj()) && judge() == Gdk::DragAction())
             _target->reject();
     });
     widget.add_controller(_target);
+    widget.add_controller(_motion);
 }
 
 FileDropTarget::~FileDropTarget()
 {
-    _isOver = nullptr;
+    _hovers = nullptr;
     _delegate = [] { return nullptr; };
     _widget.remove_controller(_target);
+    _widget.remove_controller(_motion);
 }
 
 DragOperation::Mask FileDropTarget::operationsOf(Gdk::DragAction actions)
@@ -97,9 +100,13 @@ Gdk::DragAction FileDropTarget::judge()
     auto* const delegate = _delegate();
     const auto drop = _target->get_current_drop();
     _judged = drop ? allowedActions(*drop) : Gdk::DragAction();
-    _answer
-        = delegate && delegate->validateDrop(drag()) != DragOperation::None ? Gdk::DragAction::COPY : Gdk::DragAction();
-    setOver(_answer != Gdk::DragAction());
+    const auto info = drag();
+    const bool isTaken = delegate && delegate->validateDrop(info) != DragOperation::None;
+    _answer = isTaken ? Gdk::DragAction::COPY : Gdk::DragAction();
+    if (isTaken)
+        tell({ DropHover::State::Taken, {} });
+    else if (delegate)
+        tell({ DropHover::State::Refused, delegate->whyRefused(info) });
     return _answer;
 }
 
@@ -112,15 +119,18 @@ Gdk::DragAction FileDropTarget::judgeAgain()
 
 bool FileDropTarget::drop()
 {
-    setOver(false);
+    tell({});
     auto* const delegate = _delegate();
     return delegate && delegate->prepareForDragOperation() && delegate->acceptDrop(drag());
 }
 
-void FileDropTarget::setOver(bool isOver)
+void FileDropTarget::tell(DropHover hover)
 {
-    if (std::exchange(_over, isOver) != isOver && _isOver)
-        _isOver(isOver);
+    if (_hover == hover)
+        return;
+    _hover = std::move(hover);
+    if (_hovers)
+        _hovers(_hover);
 }
 
 }

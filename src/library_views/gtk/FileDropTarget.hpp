@@ -2,12 +2,23 @@
 
 #include "library_views/DraggingInfo.hpp"
 
+#include <gtkmm/dropcontrollermotion.h>
 #include <gtkmm/droptarget.h>
 #include <gtkmm/widget.h>
 
 #include <functional>
+#include <string>
 
 namespace pagora {
+
+// Files that are held over a widget.
+struct DropHover {
+    enum class State { Away, Taken, Refused };
+    State state = State::Away;
+    // Why they are refused, for the user.
+    std::string why;
+    bool operator==(const DropHover&) const = default;
+};
 
 // Accepts dropped files on a widget for a delegate that validates them. Main thread.
 class FileDropTarget {
@@ -15,8 +26,8 @@ public:
     // Null when files are not accepted.
     using Delegate = std::function<DropDelegate*()>;
 
-    // `isOver` hears of files that come over the widget and would be taken, and when they leave.
-    FileDropTarget(Gtk::Widget& widget, Delegate delegate, std::function<void(bool)> isOver);
+    // `hovers` hears of files that come over the widget, and when they leave.
+    FileDropTarget(Gtk::Widget& widget, Delegate delegate, std::function<void(const DropHover&)> hovers);
     ~FileDropTarget();
     FileDropTarget(const FileDropTarget&) = delete;
     FileDropTarget& operator=(const FileDropTarget&) = delete;
@@ -30,15 +41,17 @@ private:
     Gdk::DragAction judge();
     Gdk::DragAction judgeAgain();
     bool drop();
-    void setOver(bool isOver);
+    void tell(DropHover hover);
 
     Gtk::Widget& _widget;
     Delegate _delegate;
-    std::function<void(bool)> _isOver;
+    std::function<void(const DropHover&)> _hovers;
     Glib::RefPtr<Gtk::DropTarget> _target;
+    // Knows of files that leave also when they were refused.
+    Glib::RefPtr<Gtk::DropControllerMotion> _motion;
     Gdk::DragAction _judged = {};
     Gdk::DragAction _answer = {};
-    bool _over = false;
+    DropHover _hover;
 };
 
 }

@@ -17,8 +17,8 @@ constexpr int cellMargins = 24;
 
 }
 
-GridSurface::GridSurface(ArrayController& books, CoverLoader& loader)
-    : BooksSurface(books)
+GridSurface::GridSurface(ArrayController& books, LibraryFinder& finder, CoverLoader& loader)
+    : BooksSurface(books, finder)
     , _layout(Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/ImageView.ui"))
     , _imageView(_layout->get_widget<Gtk::Widget>("imageView"))
     , _scroller(_layout->get_widget<Gtk::ScrolledWindow>("scroller"))

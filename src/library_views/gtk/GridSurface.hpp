@@ -12,7 +12,7 @@ namespace pagora {
 // The layout "ImageView": a grid of covers. Main thread.
 class GridSurface : public BooksSurface {
 public:
-    GridSurface(ArrayController& books, CoverLoader& loader);
+    GridSurface(ArrayController& books, LibraryFinder& finder, CoverLoader& loader);
     ~GridSurface() override;
 
     void makeFirstResponder() override { bookCollectionView().grab_focus(); }

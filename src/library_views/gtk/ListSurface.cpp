@@ -32,8 +32,9 @@ public:
         add_css_class(style);
         showWholeTextOnHover(*this);
     }
-    void setBook(const BookInfoPtr& book) { set_text(book ? cellText((*book.*_text)()) : Glib::ustring()); }
-    Glib::ustring spokenName() const { return get_text(); }
+    void setBook(const BookInfoPtr& book) { showText(*this, book ? (*book.*_text)() : std::nullopt); }
+    void showProgress() { }
+    Glib::ustring spokenName(const BookInfo&) const { return get_text(); }
 
 private:
     Text _text;
@@ -41,8 +42,8 @@ private:
 
 }
 
-ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
-    : BooksSurface(books)
+ListSurface::ListSurface(ArrayController& books, LibraryFinder& finder, CoverLoader& loader)
+    : BooksSurface(books, finder)
     , _layout(Gtk::Builder::create_from_resource("/org/pagora/Pagora/ui/TableView.ui"))
     , _tableView(_layout->get_widget<Gtk::Widget>("tableView"))
     , _bookTable(_layout->get_widget<Gtk::ColumnView>("bookTable"))
@@ -67,7 +68,7 @@ ListSurface::ListSurface(ArrayController& books, CoverLoader& loader)
     auto* title = header.get_first_child();
     for (const auto* const id : { "coverColumn", "titleColumn", "authorColumn", "identifierColumn" }) {
         const auto name = column(id)->get_title();
-        setAccessibleName(*title, name.empty() ? CoverCell::spokenName() : name);
+        setAccessibleName(*title, name.empty() ? CoverCell::name() : name);
         title = title->get_next_sibling();
     }
     setAccessibleName(*_bookTable->get_last_child(), _("Books"));

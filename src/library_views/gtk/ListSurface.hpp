@@ -11,7 +11,7 @@ namespace pagora {
 // The layout "TableView": a list with the columns cover, title, author and identifier. Main thread.
 class ListSurface : public BooksSurface {
 public:
-    ListSurface(ArrayController& books, CoverLoader& loader);
+    ListSurface(ArrayController& books, LibraryFinder& finder, CoverLoader& loader);
     ~ListSurface() override;
 
     void makeFirstResponder() override { bookTable().grab_focus(); }

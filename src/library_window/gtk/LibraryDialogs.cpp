@@ -73,20 +73,35 @@ Glib::RefPtr<Gio::File> LibraryDialogs::startFolder()
 
 void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Chosen chosen)
 {
+    showPanel(message, Gtk::FileChooser::Action::OPEN, multiple, std::move(chosen));
+}
+
+void LibraryDialogs::runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen)
+{
+    showPanel(message, Gtk::FileChooser::Action::SELECT_FOLDER, false,
+        [chosen = std::move(chosen)](const std::optional<std::vector<std::string>>& paths) {
+            chosen(paths && !paths->empty() ? std::optional(paths->front()) : std::nullopt);
+        });
+}
+
+void LibraryDialogs::showPanel(
+    const std::string& message, Gtk::FileChooser::Action action, bool multiple, Chosen chosen)
+{
     if (_openPanel && _openPanel->get_visible()) {
         _openPanel->show();
         chosen(std::nullopt);
         return;
     }
-    _openPanel = Gtk::FileChooserNative::create(
-        displayText(message), _parent, Gtk::FileChooser::Action::OPEN, _("_Open"), _("_Cancel"));
+    _openPanel = Gtk::FileChooserNative::create(displayText(message), _parent, action, _("_Open"), _("_Cancel"));
     _openPanel->set_modal(true);
     _openPanel->set_select_multiple(multiple);
-    const auto books = Gtk::FileFilter::create();
-    books->set_name(_("EPUB books"));
-    // Case-insensitive.
-    books->add_suffix("epub");
-    _openPanel->add_filter(books);
+    if (action == Gtk::FileChooser::Action::OPEN) {
+        const auto books = Gtk::FileFilter::create();
+        books->set_name(_("EPUB books"));
+        // Case-insensitive.
+        books->add_suffix("epub");
+        _openPanel->add_filter(books);
+    }
     try {
         if (const auto folder = startFolder())
             _openPanel->set_current_folder(folder);

@@ -30,12 +30,15 @@ public:
         std::function<void(int code)> answered);
     // One at a time: a panel that is open already comes to the front, and `chosen` receives nothing.
     void runOpenPanel(const std::string& message, bool multiple, Chosen chosen);
+    // The same for one folder.
+    void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen);
     void showAbout();
     // The alert that was shown last; null before the first.
     AlertWindow* alert() { return _alert.get(); }
 
 private:
     void show(std::unique_ptr<AlertWindow> alert);
+    void showPanel(const std::string& message, Gtk::FileChooser::Action action, bool multiple, Chosen chosen);
     // The program's current folder; null if there is none any more.
     static Glib::RefPtr<Gio::File> startFolder();
 

@@ -1,9 +1,11 @@
 #include "library_window/gtk/LibraryWindowGtk.hpp"
 
 #include "base/Translation.hpp"
+#include "covers/gtk/CellText.hpp"
 #include "desktop/gtk/AccessibleNames.hpp"
 #include "desktop/gtk/FocusMark.hpp"
 #include "desktop/gtk/StyleSheet.hpp"
+#include "desktop/gtk/Tooltip.hpp"
 #include "desktop/gtk/Toplevel.hpp"
 #include "library_views/gtk/GridSurface.hpp"
 #include "library_views/gtk/ListSurface.hpp"
@@ -64,6 +66,7 @@ auto perform(const Action& action)
 LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, RunLoop& runLoop, Glib::RefPtr<Gtk::Application> application)
     : _application(std::move(application))
     , _coverLoader(runLoop)
+    , _finder(runLoop)
     , _layout(loadLayout())
     , _windows { takeWindow(_layout, "errorWin"), takeWindow(_layout, "indicatorWindow"),
         takeWindow(_layout, "settingsWin") }
@@ -77,10 +80,13 @@ LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, RunLoop& runLoop, Glib::R
     , _processIndicator(find<Gtk::ProgressBar>(_layout, "processIndicator"))
     , _progressBar(find<Gtk::ProgressBar>(_layout, "progressBar"))
     , _readerButton(find<Gtk::Button>(_layout, "readerButton"))
+    , _continueButton(find<Gtk::Button>(_layout, "continueButton"))
     , _stopButton(find<Gtk::Button>(_layout, "stopButton"))
     , _bListControl(find<Gtk::Widget>(_layout, "bListControl"))
     , _dragDropMatrix(find<Gtk::Widget>(_layout, "dragDropMatrix"), 1)
     , _toolBarMenu(find<Gtk::Widget>(_layout, "toolBar"))
+    , _search(_layout)
+    , _overlay(_layout)
     , _dialogs(toplevel.window())
 {
     _mainWindow.setTitle(_("Pagora"));
@@ -88,10 +94,9 @@ LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, RunLoop& runLoop, Glib::R
     wireControls();
     followProgress();
     wireProgressWindow();
-    _emptyPageTarget = std::make_unique<FileDropTarget>(
-        find<Gtk::Widget>(_layout, "emptyPage"), [this] { return _shown ? _shown->dropDelegate() : nullptr; },
-        [this](bool isOver) { showDropTarget(isOver); });
+    wireSearch();
     _monitor.watch(toplevel.window());
+    _monitor.passSelectAll(_search.field());
     nameParts(find<Gtk::Widget>(_layout, "mainWindow"));
     for (auto* const window : { _windows.error.get(), _windows.settings.get(), _windows.indicator.get() }) {
         window->set_transient_for(toplevel.window());
@@ -103,7 +108,6 @@ LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, RunLoop& runLoop, Glib::R
 
 LibraryWindowGtk::~LibraryWindowGtk()
 {
-    _emptyPageTarget = nullptr;
     for (auto& connection : _connections)
         connection.disconnect();
 }
@@ -112,6 +116,8 @@ void LibraryWindowGtk::addProgramActions()
 {
     const std::pair<const char*, std::function<void()>> actions[] = {
         { "import", [this] { perform(_actions.importDialog); } },
+        { "import-folder", [this] { perform(_actions.importFolder); } },
+        { "search", [this] { _search.open(); } },
         { "settings", [this] { perform(_actions.openSettings); } },
         { "show-folder", [this] { perform(_actions.showLibFolderInFinder); } },
         { "reset", [this] { perform(_actions.resetAppSettings); } },
@@ -124,14 +130,15 @@ void LibraryWindowGtk::addProgramActions()
     for (const auto& [name, action] : actions)
         _programActions->add_action(name, action);
     addProgramKeys();
-    _mainWindow.setStateAction([this] { enableProgramActions(); });
+    _mainWindow.setStateAction([this] { windowStateDidChange(); });
     enableProgramActions();
 }
 
 void LibraryWindowGtk::addProgramKeys()
 {
     const std::pair<const char*, const char*> shortcuts[]
-        = { { "<Control>o", "app.import" }, { "<Control>comma", "app.settings" }, { "F1", "app.help" },
+        = { { "<Control>o", "app.import" }, { "<Control><Shift>o", "app.import-folder" },
+              { "<Control>f", "app.search" }, { "<Control>comma", "app.settings" }, { "F1", "app.help" },
               { "<Control><Shift>F12", "app.test" }, { "<Control>q", "app.quit" } };
     if (_application) {
         for (const auto& name : _programActions->list_actions())
@@ -161,6 +168,9 @@ void LibraryWindowGtk::enableProgramActions()
 void LibraryWindowGtk::wireControls()
 {
     _readerButton.setAction([this] { perform(_actions.readBook); });
+    _continueButton.setAction([this] { perform(_actions.continueReading); });
+    showOnHover(find<Gtk::Widget>(_layout, "continueButton"),
+        [this] { return Glib::ustring(formatted(_("Continue reading “%s”"), _bookToContinue.c_str())); });
     _stopButton.setAction([this] { perform(_actions.cancelProcess); });
     _bListControl.setAction([this] { perform(_actions.bookListMode); });
     _connections = {
@@ -174,7 +184,7 @@ void LibraryWindowGtk::followProgress()
     auto& strip = find<Gtk::Revealer>(_layout, "progressStrip");
     const auto followed = [this, &strip] {
         strip.set_reveal_child(!_progressBar.isHidden() || !_procText.isHidden() || !_stopButton.isHidden());
-        updateEmptyPage();
+        booksDidChange();
     };
     const std::initializer_list<Gtk::Widget*> watched
         = { &_progressBar.widget(), &_procText.widget(), &_stopButton.widget(), _windows.indicator.get() };
@@ -196,29 +206,75 @@ bool LibraryWindowGtk::isImporting() const
     return !_progressBar.isHidden() || _indicatorWindow.isVisible();
 }
 
-void LibraryWindowGtk::updateEmptyPage()
+void LibraryWindowGtk::wireSearch()
 {
-    find<Gtk::Widget>(_layout, "emptyPage").set_visible(_shown && _shown->isEmpty() && !isImporting());
+    _search.setQueryAction([this] {
+        if (_shown)
+            _shown->queryDidChange();
+    });
+    _search.setOpenAction([this] {
+        if (_shown)
+            _finder.prepare(_shown->content());
+    });
+    _search.setDoneAction([this] {
+        if (_shown)
+            _shown->goToBooks();
+    });
+    _search.setCloseAction([this] {
+        if (_shown)
+            _shown->focusBooks();
+    });
+    _mainWindow.addController(_search.keys());
+}
+
+BookQuery LibraryWindowGtk::query() const
+{
+    auto query = _search.query();
+    if (query.order == BookOrder::LastRead && _actions.booksRead)
+        query.lastRead = _actions.booksRead();
+    return query;
+}
+
+void LibraryWindowGtk::booksDidChange()
+{
+    _overlay.update(isImporting());
+    if (_shown)
+        _search.setCount(_shown->shownBooks().size(), _shown->content()->size());
+}
+
+// The library comes back from a reader: another book may be the one that was read last.
+void LibraryWindowGtk::windowStateDidChange()
+{
+    enableProgramActions();
+    if (!_mainWindow.isFront())
+        return;
+    updateContinueButton();
+    if (_shown && _search.query().order == BookOrder::LastRead)
+        _shown->queryDidChange();
+}
+
+void LibraryWindowGtk::updateContinueButton()
+{
+    const auto book = _actions.bookToContinue ? _actions.bookToContinue() : nullptr;
+    _continueButton.setHidden(!book);
+    _bookToContinue = book ? cellText(book->title()) : Glib::ustring();
 }
 
 std::unique_ptr<LibraryViewSurface> LibraryWindowGtk::loadView(const char* layout, ArrayController& books)
 {
     std::unique_ptr<BooksSurface> view;
     if (std::string_view(layout) == "TableView")
-        view = std::make_unique<ListSurface>(books, _coverLoader);
+        view = std::make_unique<ListSurface>(books, _finder, _coverLoader);
     else
-        view = std::make_unique<GridSurface>(books, _coverLoader);
-    view->setContentAction([this, made = view.get()] {
+        view = std::make_unique<GridSurface>(books, _finder, _coverLoader);
+    view->setQuery([this] { return query(); });
+    view->setContentAction([this] { updateContinueButton(); });
+    view->setShownAction([this, made = view.get()] {
         if (made == _shown)
-            updateEmptyPage();
+            booksDidChange();
     });
-    view->setDragAction([this](bool isOver) { showDropTarget(isOver); });
+    view->setDragAction([this](const DropHover& hover) { _overlay.showDrop(hover); });
     return view;
-}
-
-void LibraryWindowGtk::showDropTarget(bool isOver)
-{
-    find<Gtk::Revealer>(_layout, "dropTarget").set_reveal_child(isOver);
 }
 
 bool LibraryWindowGtk::isActive() const
@@ -230,6 +286,7 @@ bool LibraryWindowGtk::isActive() const
 void LibraryWindowGtk::setContentView(LibraryViewSurface& view)
 {
     _shown = dynamic_cast<BooksSurface*>(&view);
+    _overlay.setView(_shown);
     if (_shown)
         find<Gtk::Box>(_layout, "contentView").append(_shown->widget());
 }
@@ -241,6 +298,7 @@ void LibraryWindowGtk::removeContentView(LibraryViewSurface& view)
         return;
     find<Gtk::Box>(_layout, "contentView").remove(surface->widget());
     _shown = nullptr;
+    _overlay.setView(nullptr);
 }
 
 void LibraryWindowGtk::terminate()
@@ -263,6 +321,12 @@ void LibraryWindowGtk::runAlertPanel(const std::string& title, const std::string
 void LibraryWindowGtk::runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen)
 {
     _dialogs.runOpenPanel(message, multiple, std::move(chosen));
+}
+
+void LibraryWindowGtk::runFolderPanel(
+    const std::string& message, std::function<void(std::optional<std::string>)> chosen)
+{
+    _dialogs.runFolderPanel(message, std::move(chosen));
 }
 
 }

@@ -9,15 +9,17 @@
 #include "desktop/gtk/SharedWindow.hpp"
 #include "library_views/gtk/BooksSurface.hpp"
 #include "library_views/gtk/FileDropTarget.hpp"
+#include "library_views/gtk/LibraryFinder.hpp"
 #include "library_window/LibraryWindow.hpp"
 #include "library_window/gtk/LibraryDialogs.hpp"
+#include "library_window/gtk/LibraryOverlay.hpp"
+#include "library_window/gtk/LibrarySearch.hpp"
 #include "library_window/gtk/ToolBarMenu.hpp"
 #include "library_window/gtk/WindowEventMonitor.hpp"
 
 #include <giomm/simpleactiongroup.h>
 #include <gtkmm/application.h>
 #include <gtkmm/builder.h>
-#include <gtkmm/revealer.h>
 
 namespace pagora {
 
@@ -50,6 +52,7 @@ public:
     SegmentedControl& dragDropMatrix() override { return _dragDropMatrix; }
     Menu* toolBarMenu() override { return &_toolBarMenu; }
 
+    void endSearch() override { _search.end(); }
     bool isActive() const override;
     void activateIgnoringOtherApps() override { _mainWindow.makeKeyAndOrderFront(); }
     void terminate() override;
@@ -57,6 +60,7 @@ public:
     void runAlert(const std::string& informativeText, const std::string& firstButton, const std::string& secondButton,
         std::function<void(int code)> answered) override;
     void runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen) override;
+    void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen) override;
     void setEventMonitor(WindowEventMonitor::Monitor monitor) override { _monitor.setMonitor(std::move(monitor)); }
 
     LibraryDialogs& dialogs() { return _dialogs; }
@@ -83,15 +87,20 @@ private:
     void wireControls();
     void followProgress();
     void wireProgressWindow();
-    void showDropTarget(bool isOver);
     bool isImporting() const;
-    void updateEmptyPage();
+    void wireSearch();
+    BookQuery query() const;
+    // Other books are shown, or the import has begun or ended.
+    void booksDidChange();
+    void windowStateDidChange();
+    void updateContinueButton();
 
     Glib::RefPtr<Gtk::Application> _application;
     Glib::RefPtr<Gio::SimpleActionGroup> _programActions;
     LibraryWindowActions _actions;
     WindowEventMonitor _monitor;
     CoverLoader _coverLoader;
+    LibraryFinder _finder;
     Glib::RefPtr<Gtk::Builder> _layout;
     Windows _windows;
     SharedWindow _mainWindow;
@@ -104,15 +113,18 @@ private:
     ProgressControl _processIndicator;
     ProgressControl _progressBar;
     ButtonControl _readerButton;
+    ButtonControl _continueButton;
     ButtonControl _stopButton;
     SegmentedSwitch _bListControl;
     SegmentedSwitch _dragDropMatrix;
     ToolBarMenu _toolBarMenu;
+    LibrarySearch _search;
+    LibraryOverlay _overlay;
     LibraryDialogs _dialogs;
+    // The title of the book that the button goes on with.
+    Glib::ustring _bookToContinue;
     // The view that is in the window; null for none.
     BooksSurface* _shown = nullptr;
-    // The page of the empty library lies over the view and takes files for it.
-    std::unique_ptr<FileDropTarget> _emptyPageTarget;
     std::vector<sigc::connection> _connections;
 };
 

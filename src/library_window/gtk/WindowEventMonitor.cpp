@@ -26,10 +26,13 @@ int classicKeyCode(guint key, guint hardwareKey)
     }
 }
 
-bool isEditingText(Gtk::Window& window)
+// Whether the key edits the text of a field; `passing` leaves Control and A to the library.
+bool isEditingText(Gtk::Window& window, int keyCode, Gtk::Widget* passing)
 {
     auto* const focus = window.get_focus();
-    return focus && (GTK_IS_EDITABLE(focus->gobj()) || GTK_IS_TEXT_VIEW(focus->gobj()));
+    if (!focus || !(GTK_IS_EDITABLE(focus->gobj()) || GTK_IS_TEXT_VIEW(focus->gobj())))
+        return false;
+    return keyCode != LibraryEvent::keyA || !passing || !focus->is_ancestor(*passing);
 }
 
 bool holdsControl(Gdk::ModifierType state)
@@ -50,11 +53,11 @@ void WindowEventMonitor::watch(Gtk::Window& window)
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     keys->signal_key_pressed().connect(
-        [ask, &window](guint key, guint hardwareKey, Gdk::ModifierType state) {
+        [ask, &window, passing = _passing](guint key, guint hardwareKey, Gdk::ModifierType state) {
             const LibraryEvent event { .kind = LibraryEvent::Kind::KeyDown,
                 .keyCode = classicKeyCode(key, hardwareKey),
                 .command = holdsControl(state) };
-            return !(event.keyCode >= 0 && isEditingText(window)) && ask(event);
+            return !(event.keyCode >= 0 && isEditingText(window, event.keyCode, *passing)) && ask(event);
         },
         false);
     window.add_controller(keys);

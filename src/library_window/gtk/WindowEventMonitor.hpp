@@ -13,6 +13,11 @@ namespace pagora {
 // a field are left to it. Main thread.
 class WindowEventMonitor {
 public:
+    WindowEventMonitor() = default;
+    ~WindowEventMonitor() { *_passing = nullptr; }
+    WindowEventMonitor(const WindowEventMonitor&) = delete;
+    WindowEventMonitor& operator=(const WindowEventMonitor&) = delete;
+
     // The answer says whether the event is swallowed.
     using Monitor = std::function<bool(const LibraryEvent&)>;
 
@@ -20,10 +25,13 @@ public:
     void setMonitor(Monitor monitor) { *_monitor = std::move(monitor); }
     // From now on, for as long as the window lives.
     void watch(Gtk::Window& window);
+    // Control and A in this field are not the field's: they select every book.
+    void passSelectAll(Gtk::Widget& field) { *_passing = &field; }
 
 private:
     // Shared with the windows, which may live longer.
     std::shared_ptr<Monitor> _monitor = std::make_shared<Monitor>();
+    std::shared_ptr<Gtk::Widget*> _passing = std::make_shared<Gtk::Widget*>(nullptr);
 };
 
 }

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "pictures/Image.hpp"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace pagora {
+
+// The colour of the board of a book without a cover, as red, green and blue from 0 to 1. It follows from title and
+// author, and is dark enough for pale letters.
+std::array<double, 3> boardColor(const std::string& title, const std::string& author);
+
+// The letters on such a board.
+inline constexpr std::array<double, 3> boardLetters { 0.988, 0.969, 0.925 };
+
+// A cover for a book without one: title and author on a board. `size` is in points; an empty author is left out. Any
+// thread.
+Image drawnCover(const std::string& title, const std::string& author, Size size, int pixelsInPoint);
+
+}

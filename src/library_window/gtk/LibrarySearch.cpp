@@ -1,0 +1,195 @@
+#include "library_window/gtk/LibrarySearch.hpp"
+
+#include "base/SearchText.hpp"
+#include "base/Translation.hpp"
+
+#include <gtkmm/popover.h>
+#include <gtkmm/revealer.h>
+#include <gtkmm/root.h>
+
+#include <array>
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+constexpr std::array<std::pair<const char*, BookOrder>, 4> orders { {
+    { "as-added", BookOrder::AsAdded },
+    { "title", BookOrder::Title },
+    { "author", BookOrder::Author },
+    { "last-read", BookOrder::LastRead },
+} };
+
+template <typename Action>
+void perform(const Action& action)
+{
+    if (action)
+        action();
+}
+
+// Whether the key writes something by itself, or begins to. A space selects the book that has the focus.
+bool isWriting(guint key, Gdk::ModifierType state)
+{
+    const auto others = Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::ALT_MASK | Gdk::ModifierType::SUPER_MASK
+        | Gdk::ModifierType::META_MASK;
+    if ((state & others) != Gdk::ModifierType())
+        return false;
+    const bool isDeadKey = key >= GDK_KEY_dead_grave && key <= GDK_KEY_dead_longsolidusoverlay;
+    const auto character = gdk_keyval_to_unicode(key);
+    return isDeadKey || key == GDK_KEY_Multi_key || (character > ' ' && g_unichar_isprint(character));
+}
+
+std::string countText(std::size_t shown, std::size_t all)
+{
+    const auto number = static_cast<unsigned long>(all);
+    if (shown == all)
+        return formatted(plural("%lu book", "%lu books", number), number);
+    return formatted(plural("%lu of %lu book", "%lu of %lu books", number), static_cast<unsigned long>(shown), number);
+}
+
+}
+
+LibrarySearch::LibrarySearch(const Glib::RefPtr<Gtk::Builder>& layout)
+    : _root(*layout->get_widget<Gtk::Widget>("mainWindow"))
+    , _bar(*layout->get_widget<Gtk::SearchBar>("searchBar"))
+    , _field(*layout->get_widget<Gtk::SearchEntry>("searchField"))
+    , _count(*layout->get_widget<Gtk::Label>("bookCount"))
+    , _button(*layout->get_widget<Gtk::ToggleButton>("searchButton"))
+{
+    // The bar closes on Escape, and empties the field then.
+    _bar.connect_entry(_field);
+    // A bar that moves could not take the keyboard at once, and the next keys would be the books'.
+    if (auto* const revealer = dynamic_cast<Gtk::Revealer*>(_bar.get_first_child()))
+        revealer->set_transition_duration(0);
+    addOrders();
+    addFieldKeys();
+    _connections = {
+        _field.property_text().signal_changed().connect([this] {
+            if (auto words = searchWords(_field.get_text().raw()); words != _words) {
+                _words = std::move(words);
+                perform(_queryAction);
+            }
+        }),
+        _field.signal_activate().connect([this] { perform(_doneAction); }),
+        _button.signal_toggled().connect([this] {
+            if (_button.get_active() != isOpen())
+                _button.get_active() ? open() : end();
+        }),
+        _bar.property_search_mode_enabled().signal_changed().connect([this] { barDidChange(); }),
+    };
+}
+
+void LibrarySearch::addFieldKeys()
+{
+    const auto down = Gtk::EventControllerKey::create();
+    down->signal_key_pressed().connect(
+        [this](guint key, guint, Gdk::ModifierType) {
+            if (key != GDK_KEY_Down && key != GDK_KEY_KP_Down)
+                return false;
+            perform(_doneAction);
+            return true;
+        },
+        false);
+    _field.add_controller(down);
+}
+
+void LibrarySearch::barDidChange()
+{
+    _button.set_active(isOpen());
+    if (isOpen())
+        perform(_openAction);
+    else if (hasKeyboard())
+        perform(_closeAction);
+}
+
+bool LibrarySearch::hasKeyboard() const
+{
+    auto* const root = _bar.get_root();
+    auto* const focus = root ? root->get_focus() : nullptr;
+    return focus && focus->is_ancestor(_bar);
+}
+
+LibrarySearch::~LibrarySearch()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+}
+
+void LibrarySearch::addOrders()
+{
+    const auto actions = Gio::SimpleActionGroup::create();
+    const auto action = actions->add_action_radio_string("order", orders.front().first);
+    action->signal_activate().connect([this, action = action.get()](const Glib::VariantBase& parameter) {
+        action->change_state_variant(parameter);
+        const auto chosen = Glib::VariantBase::cast_dynamic<Glib::Variant<Glib::ustring>>(parameter).get();
+        for (const auto& [name, order] : orders) {
+            if (chosen == name && std::exchange(_order, order) != order)
+                perform(_queryAction);
+        }
+    });
+    _root.insert_action_group("books", actions);
+}
+
+BookQuery LibrarySearch::query() const
+{
+    return { _words, _order, {} };
+}
+
+void LibrarySearch::open()
+{
+    if (!_button.get_sensitive())
+        return;
+    _bar.set_search_mode(true);
+    _field.grab_focus();
+    _field.select_region(0, -1);
+}
+
+void LibrarySearch::end()
+{
+    _bar.set_search_mode(false);
+}
+
+void LibrarySearch::setCount(std::size_t shown, std::size_t all)
+{
+    const Glib::ustring text = countText(shown, all);
+    if (_count.get_text() != text)
+        _count.set_text(text);
+    _button.set_sensitive(all > 0 || isOpen());
+}
+
+Glib::RefPtr<Gtk::EventController> LibrarySearch::keys()
+{
+    auto keys = Gtk::EventControllerKey::create();
+    keys->signal_key_pressed().connect(
+        [this, keys = keys.get()](guint key, guint, Gdk::ModifierType state) { return take(*keys, key, state); },
+        false);
+    return keys;
+}
+
+bool LibrarySearch::take(Gtk::EventControllerKey& keys, guint key, Gdk::ModifierType state)
+{
+    auto* const root = _root.get_root();
+    if (!root || !isWithinLibrary(root->get_focus()))
+        return false;
+    if (key == GDK_KEY_Escape && isOpen()) {
+        end();
+        return true;
+    }
+    if (!isWriting(key, state))
+        return false;
+    open();
+    if (!isOpen())
+        return false;
+    gtk_editable_set_position(GTK_EDITABLE(_field.gobj()), -1);
+    auto* const text = gtk_editable_get_delegate(GTK_EDITABLE(_field.gobj()));
+    return gtk_event_controller_key_forward(keys.gobj(), GTK_WIDGET(text));
+}
+
+// Menus keep their keys, and so do other fields.
+bool LibrarySearch::isWithinLibrary(Gtk::Widget* focus) const
+{
+    return !focus || (!GTK_IS_EDITABLE(focus->gobj()) && !focus->get_ancestor(GTK_TYPE_POPOVER));
+}
+
+}

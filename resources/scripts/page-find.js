@@ -117,9 +117,8 @@ var pagoraFind = (function () {
         if (!box)
             return -1;
         const body = bodyOf.call(document);
-        const x = window.pageXOffset;
         const isRightToLeft = getComputedStyle(body).direction === 'rtl';
-        const across = x + (isRightToLeft ? innerWidth - box.right : box.left);
+        const across = pagoraAlong(isRightToLeft ? innerWidth - box.right : box.left);
         const end = body.scrollWidth - innerWidth;
         return Math.max(0, Math.min(Math.floor((across + 1) / innerWidth) * innerWidth, end));
     }

@@ -47,8 +47,10 @@ var pagoraFitWide = (function () {
 
     // --- Tables ------------------------------------------------------------------------------------------------------
 
-    const fewLetters = 5;
+    // In sizes of the letters.
+    const narrowCell = 5.5;
     const manyLines = 2.6;
+    const fewestCharacters = 8;
 
     // Cells in which the words stand one below the other.
     function narrowCells(table, tools) {
@@ -60,11 +62,17 @@ var pagoraFitWide = (function () {
             const style = tools.styleOf(cell);
             const size = tools.pixels(style.fontSize);
             const inner = width - tools.pixels(style.paddingLeft) - tools.pixels(style.paddingRight);
-            if (inner < fewLetters * size && cell.clientHeight > manyLines * size * 1.2 && /\S\s+\S/.test(cell.textContent))
+            if (inner < narrowCell * size && cell.clientHeight > manyLines * size * 1.2 && cell.textContent.trim().length > fewestCharacters)
                 narrow.push(cell);
         }
         return narrow;
     }
+
+    // Whether the table only sets paragraphs side by side: few rows, and much text in the narrow cells.
+    const mostRowsOfProse = 4;
+    const lettersOfProse = 80;
+    const isProse = (table, cells) => cells.length > 1 && table.rows.length <= mostRowsOfProse
+        && cells.reduce((sum, cell) => sum + cell.textContent.trim().length, 0) > lettersOfProse * cells.length;
 
     function fitTables(strip, tools) {
         const column = strip.step - strip.gap;
@@ -78,7 +86,14 @@ var pagoraFitWide = (function () {
         for (const table of wide)
             tools.mark(table, 'wide');
 
-        const narrow = outermost.flatMap((table) => narrowCells(table, tools).map((cell) => [table, cell]));
+        const found = new Map(outermost.map((table) => [table, narrowCells(table, tools)]));
+        for (const [table, cells] of found) {
+            if (isProse(table, cells)) {
+                tools.mark(table, 'stacked');
+                found.delete(table);
+            }
+        }
+        const narrow = Array.from(found).flatMap(([table, cells]) => cells.map((cell) => [table, cell]));
         for (const [, cell] of narrow)
             tools.mark(cell, 'narrow');
         wide = Array.from(new Set(wide.concat(narrow.map(([table]) => table))))
@@ -167,81 +182,4 @@ var pagoraFitRows = (function () {
         const heights = wholeHeights(cut, strip.body);
         return cut.map((table, i) => fitRows(table, heights[i], strip, tools)).includes(true);
     };
-})();
-
-// Finds the text whose words are longer than its lines.
-var pagoraFitWords = (function () {
-    'use strict';
-
-    // Between two places where a line may end; scripts without spaces end lines anywhere.
-    const unbroken = '[^ \\t\\n\\r\\f\\u00AD\\u200B\\u2010-\\u2015\\u0E00-\\u0EFF\\u1000-\\u109F\\u1780-\\u17FF\\u2E80-\\uA4CF'
-        + '\\uAC00-\\uD7AF\\uF900-\\uFAFF\\uFE30-\\uFE4F\\uFF00-\\uFFEF-]';
-    // Words up to this share of a line have room even in lists within lists.
-    const surelyFits = 0.4;
-    const wordsOver = (length) => new RegExp(unbroken + '{' + (length + 1) + ',}', 'g');
-
-    // How long the longest word of the page's text is, once that was asked for.
-    let longest = -1;
-    // The words of more letters than a limit: [text node, start, length].
-    let words = { limit: Infinity, found: [] };
-
-    function longestIn(text) {
-        let length = 0;
-        for (const word of text.match(wordsOver(7)) || [])
-            length = Math.max(length, word.length);
-        return length;
-    }
-
-    function findWords(body, limit) {
-        const found = [];
-        const long = wordsOver(limit);
-        const nodes = Document.prototype.createTreeWalker.call(document, body, NodeFilter.SHOW_TEXT);
-        while (nodes.nextNode()) {
-            for (const match of nodes.currentNode.data.matchAll(long))
-                found.push([nodes.currentNode, match.index, match[0].length]);
-        }
-        return { limit, found };
-    }
-
-    return (strip, book, { styleOf, pixels, containerOf, letter }, later) => {
-        const column = strip.step - strip.gap;
-        const blocks = new Set();
-        for (const title of book.titles) {
-            if (title.scrollWidth > title.clientWidth && title.clientWidth > 0)
-                blocks.add(title);
-        }
-        if (longest < 0)
-            longest = longestIn(strip.body.textContent);
-        const letters = column / (pixels(styleOf(strip.body).fontSize) * letter);
-        const limit = Math.max(7, Math.floor(letters * surelyFits));
-        if (longest > limit) {
-            if (words.limit > limit)
-                words = findWords(strip.body, limit);
-            const range = new Range();
-            for (const [node, start, length] of words.found) {
-                if (start + length > node.length)
-                    continue;
-                range.setStart(node, start);
-                range.setEnd(node, start + length);
-                const box = range.getClientRects()[0];
-                if (!box)
-                    continue;
-                const block = containerOf(node);
-                const edge = Element.prototype.getClientRects.call(block)[0];
-                if (box.width > column + 1 || (edge && block !== strip.body && box.width > block.clientWidth + 1)
-                    || sticksOut(box, strip))
-                    blocks.add(block);
-            }
-        }
-        for (const block of blocks)
-            later.push([block, 'long']);
-    };
-
-    function sticksOut(box, strip) {
-        const frame = Element.prototype.getBoundingClientRect.call(strip.body);
-        const across = strip.rightToLeft ? frame.right - strip.paddingRight - box.right
-            : box.left - frame.left - strip.paddingLeft;
-        const inColumn = across - Math.floor((across + 1) / strip.step) * strip.step;
-        return inColumn + box.width > strip.step - strip.gap + 1;
-    }
 })();

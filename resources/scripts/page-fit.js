@@ -6,8 +6,17 @@
 //   data-pagora-inline  a floating picture at a column's end, where it would be cut: it stands in its line
 //   data-pagora-inflow  a picture that lies over the text: it takes its place in it
 //   data-pagora-fits    a picture that is wider than what holds it
+//   data-pagora-beside  a picture beside which text stands: there is room between them
+//   data-pagora-next    a picture or a heading that begins the next column, as nothing else keeps it whole, or with its text
 //   data-pagora-parts   a box that is taller than a column and would be cut: it is divided
+//   data-pagora-divided a block that is taller than a column and asks not to be divided
+//   data-pagora-whole   a box with a frame or a ground of its own, which is not divided
+//   data-pagora-keeps   a heading, which asks for room for the lines below it
+//   data-pagora-tight   a block whose margins would leave a narrow column no room for text
+//   data-pagora-title   a title in smaller letters, lest its words stand one below the other
+//   data-pagora-single  a chapter of one column or less: it stands in the middle of the page
 //   data-pagora-wide    a table that is wider than its column
+//   data-pagora-stacked a table of paragraphs side by side, which stand one below the other in a narrow column
 //   data-pagora-narrow  a cell whose words stand one below the other
 //   data-pagora-small   a table or an equation in smaller letters, by how many tenths
 //   data-pagora-scrolls what is too wide even so: it scrolls within itself
@@ -25,6 +34,7 @@ var pagoraFit = (function () {
     const all = (selector) => Array.from(Document.prototype.querySelectorAll.call(document, selector));
     const styleOf = (element) => getComputedStyle(element);
     const pixels = (length) => parseFloat(length) || 0;
+    const isInline = (style) => style.display === 'inline' || style.display === 'contents';
     // How many letters make a line that can be read. A few more than twelve: lines end with whole words.
     const fewestLetters = 16;
 
@@ -57,8 +67,9 @@ var pagoraFit = (function () {
     // Elements are told apart by name and class; of each sort the first ones are looked at.
     const sampleSize = 8;
     const sizeOfTitles = 1.3;
+    const clear = 'rgba(0, 0, 0, 0)';
 
-    // Elements that may need a mark, found once: { floats, atoms, titles }.
+    // Elements that may need a mark, found once: { floats, atoms, titles, undivided, framed } and, by their sorts, { insets }.
     let book = null;
 
     function sortOf(element, bodySize) {
@@ -67,12 +78,17 @@ var pagoraFit = (function () {
             floats: own.float !== 'none' && own.position !== 'absolute' && own.position !== 'fixed',
             atoms: /^inline-(?:block|flex|grid|table)$/.test(own.display) || /flex|grid/.test(own.display),
             titles: pixels(own.fontSize) >= bodySize * sizeOfTitles,
+            undivided: /^avoid/.test(own.breakInside),
+            framed: !isInline(own) && own.display !== 'table-cell' && (own.backgroundColor !== clear
+                || pixels(own.borderTopWidth) * pixels(own.borderBottomWidth) > 0),
+            insets: !isInline(own) && pixels(own.marginLeft) + pixels(own.marginRight) + pixels(own.paddingLeft)
+                + pixels(own.paddingRight) > 1,
         };
     }
 
     function survey(body) {
         const sorts = new Map();
-        const found = { floats: [], atoms: [], titles: [] };
+        const found = { floats: [], atoms: [], titles: [], undivided: [], framed: [], insets: [] };
         const bodySize = pixels(styleOf(body).fontSize);
         for (const element of Element.prototype.getElementsByTagName.call(body, '*')) {
             const name = element.localName;
@@ -81,7 +97,7 @@ var pagoraFit = (function () {
             const key = name + ' ' + attribute.call(element, 'class');
             let sort = sorts.get(key);
             if (!sort)
-                sorts.set(key, sort = { elements: [], looked: 0, floats: false, atoms: false, titles: false });
+                sorts.set(key, sort = { elements: [], looked: 0 });
             sort.elements.push(element);
             const hasStyle = attribute.call(element, 'style') !== null;
             if (sort.looked >= sampleSize && !hasStyle)
@@ -94,15 +110,16 @@ var pagoraFit = (function () {
         for (const sort of sorts.values()) {
             for (const each of Object.keys(found)) {
                 if (sort[each])
-                    found[each].push(...sort.elements);
+                    found[each].push(sort.elements);
             }
         }
-        return found;
+        const flat = (each) => found[each].flat();
+        return { floats: flat('floats'), atoms: flat('atoms'), titles: flat('titles'), undivided: flat('undivided'),
+            framed: flat('framed'), insets: found.insets };
     }
 
     // --- Boxes around ------------------------------------------------------------------------------------------------
 
-    const isInline = (style) => style.display === 'inline' || style.display === 'contents';
 
     function containerOf(element) {
         let container = element.parentElement;
@@ -129,7 +146,8 @@ var pagoraFit = (function () {
         const pen = Document.prototype.createElementNS
             .call(document, 'http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
         pen.font = '100px ' + style.fontFamily;
-        return sample ? pen.measureText(sample).width / sample.length / 100 : 0.5;
+        const spacing = pixels(style.letterSpacing) / (pixels(style.fontSize) || 1);
+        return (sample ? pen.measureText(sample).width / sample.length / 100 : 0.5) + spacing;
     }
 
     // --- Floats and pictures -----------------------------------------------------------------------------------------
@@ -156,12 +174,14 @@ var pagoraFit = (function () {
     // Whether the book wants it in the middle.
     const isCentred = (container, room) => /center/.test(room.style.textAlign) || /^(?:figure|center)$/.test(container.localName);
 
-    function fitFloats(strip, later) {
+    // Between a picture and the text beside it, as a share of the text's size.
+    const gapBeside = 0.6;
+
+    function fitFloats(strip, letter, later) {
         const images = Array.from(document.images);
         if (!images.length && !book.floats.length)
             return;
         const hasText = /\S/.test(strip.body.textContent);
-        const letter = letterWidth(strip.body);
         const band = [];
         for (const float of images.concat(book.floats)) {
             const own = styleOf(float);
@@ -187,7 +207,7 @@ var pagoraFit = (function () {
                 if (other.bottom > box.top + 1 && other.top < box.bottom - 1 && Math.abs(other.left - box.left) < strip.step)
                     rest -= other.width;
             }
-            const isTight = rest > 1 && rest < fewestLetters * letter * room.size;
+            const isTight = rest > 1 && rest < (fewestLetters * letter + (isImage ? gapBeside : 0)) * room.size;
             const isWhole = isImage && rest > 1
                 && (!hasText || (isCentred(container, room) && standsAlone(float, container)));
             if (isTight || isWhole) {
@@ -195,8 +215,11 @@ var pagoraFit = (function () {
                 if (isImage && standsAlone(float, container))
                     later.push([float, 'block']);
             }
-            else
+            else {
                 band.push(box);
+                if (isImage && rest > 1 && pixels(own.marginRight) < gapBeside * room.size)
+                    later.push([float, 'beside']);
+            }
         }
     }
 
@@ -204,6 +227,12 @@ var pagoraFit = (function () {
     function markWithLength(element, name, length) {
         CSSStyleDeclaration.prototype.setProperty.call(
             element.style, '--pagora-' + name, Math.max(0, Math.floor(length)) + 'px');
+        mark(element, name);
+    }
+
+    function markWithLengths(element, name, lengths) {
+        for (const each of Object.keys(lengths))
+            CSSStyleDeclaration.prototype.setProperty.call(element.style, '--pagora-' + each, lengths[each]);
         mark(element, name);
     }
 
@@ -221,35 +250,10 @@ var pagoraFit = (function () {
         }
     }
 
-    // Floats are cut where a column ends below them.
-    function uncutFloats(isLast) {
-        const isCut = (image) => {
-            const rects = Element.prototype.getClientRects.call(image);
-            return rects.length > 1 && Array.from(rects).every((rect) => rect.height > 0.5);
-        };
-        let cut = Array.from(document.images).filter(isCut);
-        // Each that moves may bring others to a column's end.
-        if (cut.length && isLast)
-            cut = Array.from(document.images);
-        const isMarked = (element) => ['block', 'inline'].some((name) =>
-            Element.prototype.hasAttribute.call(element, 'data-pagora-' + name));
-        const floats = new Set(book.floats);
-        for (const image of cut) {
-            let floating = image;
-            while (floating && isMarked(floating)) {
-                floating = floating.parentElement;
-                while (floating && !floats.has(floating))
-                    floating = floating.parentElement;
-            }
-            if (floating === image)
-                mark(image, standsAlone(image, containerOf(image)) ? 'block' : 'inline');
-            else if (floating)
-                mark(floating, 'inline');
-        }
-        return cut.length > 0;
-    }
-
     // --- Boxes that cannot be divided --------------------------------------------------------------------------------
+
+    // A frame that is higher than this share of a column would leave too much of the one before it empty.
+    const largestFrame = 0.4;
 
     function fitAtoms(strip, later) {
         for (const atom of book.atoms) {
@@ -258,12 +262,18 @@ var pagoraFit = (function () {
             if (height > strip.height)
                 later.push([atom, 'parts']);
         }
+        for (const block of book.undivided) {
+            if (block.offsetHeight > strip.height)
+                later.push([block, 'divided']);
+        }
+        for (const box of book.framed) {
+            if (box.offsetHeight && box.offsetHeight < largestFrame * strip.height)
+                later.push([box, 'whole']);
+        }
     }
 
     // --- All of it ---------------------------------------------------------------------------------------------------
 
-    // What is moved to the next column moves everything after it.
-    const maxRounds = 6;
     let fittedTo = '';
     let loads = 0;
     window.addEventListener('load', (event) => { loads += event.target instanceof Element ? 1 : 0; }, true);
@@ -272,17 +282,29 @@ var pagoraFit = (function () {
 
     const keyOf = (strip) => {
         const style = styleOf(strip.body);
-        return [strip.body.clientWidth, strip.step, strip.gap, strip.height, strip.reach, style.fontSize,
-            style.fontFamily, loads].join();
+        // A chapter in the middle of the page has a column of its own; what the reader asks for is in the marks.
+        return [attribute.call(strip.body.parentElement, 'data-pagora-columns'), strip.body.clientWidth, strip.step,
+            strip.gap, strip.height, strip.reach, style.fontSize, style.fontFamily, loads].join();
     };
 
+    // `later` holds an element, the name of a mark and, perhaps, a length or several by their names.
     function apply(later) {
         for (const [element, name, value] of later) {
-            if (value !== undefined)
+            if (typeof value === 'object')
+                markWithLengths(element, name, value);
+            else if (value !== undefined)
                 markWithLength(element, name, value);
             else
                 mark(element, name);
         }
+    }
+
+    // Marks what `find` finds; says whether there was anything.
+    function step(find) {
+        const later = [];
+        find(later);
+        apply(later);
+        return later.length > 0;
     }
 
     return (measure) => {
@@ -294,15 +316,21 @@ var pagoraFit = (function () {
             unmark();
             strip = measure();
         }
-        const tools = { mark, boxOf, styleOf, pixels, containerOf, roomIn, all };
-        const later = [];
-        fitFloats(strip, later);
-        fitPictures(strip, later);
-        fitAtoms(strip, later);
-        pagoraFitWords(strip, book, { ...tools, letter: letterWidth(strip.body) }, later);
-        apply(later);
+        const tools = { mark, boxOf, styleOf, pixels, isInline, containerOf, roomIn, standsAlone, all,
+            letter: letterWidth(strip.body) };
+        step((later) => pagoraFitInsets(strip, book, tools, later));
+        step((later) => {
+            fitFloats(strip, tools.letter, later);
+            fitPictures(strip, later);
+            fitAtoms(strip, later);
+            pagoraFitTitles(strip, book, tools, later);
+            pagoraKeepHeadings(strip, book, tools, later);
+        });
+        step((later) => pagoraFitWords(strip, book, tools, later));
         pagoraFitWide(strip, tools);
-        for (let round = 0; round < maxRounds && (uncutFloats(round === maxRounds - 2) | pagoraFitRows(strip, tools)); ++round) { }
+        pagoraFitBreaks(strip, book, tools);
+        if (pagoraIsSingle(measure()))
+            apply([[strip.body.parentElement, 'single', { single: Math.ceil(strip.step - strip.gap) + 'px' }]]);
         if (marked.length)
             strip = measure();
         fittedTo = keyOf(strip);

@@ -14,7 +14,6 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     const getterOf = (owner, name) => Object.getOwnPropertyDescriptor(owner, name).get;
     const bodyOf = getterOf(Document.prototype, 'body');
     const rootOf = getterOf(Document.prototype, 'documentElement');
-    const compatModeOf = getterOf(Document.prototype, 'compatMode');
     const activeElementOf = getterOf(Document.prototype, 'activeElement');
     const nativeOffsetTop = getterOf(HTMLElement.prototype, 'offsetTop');
     const nativeScrollWidth = getterOf(Element.prototype, 'scrollWidth');
@@ -101,63 +100,9 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         });
     }
 
-    // How far the body's content reaches. In pages of the old kind the body tells the view's own reach instead, to which
-    // the strip's end belongs.
-    function reachOf(body) {
-        if (compatModeOf.call(document) !== 'BackCompat')
-            return nativeScrollWidth.call(body);
-        const style = rootOf.call(document).style;
-        const left = style.getPropertyValue('left');
-        const right = style.getPropertyValue('right');
-        style.setProperty('left', 'auto', 'important');
-        style.setProperty('right', 'auto', 'important');
-        const reach = nativeScrollWidth.call(body);
-        style.setProperty('left', left, 'important');
-        style.setProperty('right', right, 'important');
-        return reach;
-    }
-
     // The strip of columns in which the body is laid out, with everything fitted into it; null when the body has no
     // columns.
-    const columnStrip = () => pagoraFit(measuredStrip);
-
-    function measuredStrip() {
-        const body = bodyOf.call(document);
-        if (!body)
-            return null;
-        const style = getComputedStyle(body);
-        const count = parseInt(style.columnCount, 10);
-        const width = pixels(style.columnWidth);
-        if (!count && !width)
-            return null;
-
-        const paddingLeft = pixels(style.paddingLeft);
-        const paddingRight = pixels(style.paddingRight);
-        const content = body.clientWidth - paddingLeft - paddingRight;
-        const gap = pixels(style.columnGap);
-        const fitting = width ? Math.max(1, Math.floor((content + gap) / (width + gap))) : Infinity;
-        const rightToLeft = style.direction === 'rtl';
-        const step = (content + gap) / Math.min(count || Infinity, fitting);
-        // Up to the end of the column into which something sticks out, with the margin after it: the engine leaves that
-        // out of what overflows the body.
-        const reach = reachOf(body);
-        const columns = Math.ceil((reach - (rightToLeft ? paddingRight : paddingLeft) + gap - 2) / step);
-        // Whole pages: an empty column follows where the last page has room for one.
-        const columnsOfPage = Math.max(1, Math.round((content + gap) / step));
-        const pages = reach > body.clientWidth ? Math.ceil(columns / columnsOfPage) : 1;
-        return {
-            body,
-            gap,
-            step,
-            height: pixels(style.height),
-            paddingLeft,
-            paddingRight,
-            paddingTop: pixels(style.paddingTop),
-            rightToLeft,
-            reach,
-            length: pages * body.clientWidth,
-        };
-    }
+    const columnStrip = () => pagoraFit(pagoraMeasureStrip);
 
     // --- Positions ---------------------------------------------------------------------------------------------------
 
@@ -167,11 +112,14 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     };
 
     let stripLength = 0;
+    // The engine rounds the width of a column down, so that its pages are a little shorter than the reader's.
+    let pageShare = 1;
 
     // Lets the view scroll to the end of the strip, margin included.
     function extendStrip() {
         const strip = columnStrip();
         const length = strip ? strip.length : 0;
+        pageShare = strip ? strip.pageShare : 1;
         if (length === stripLength)
             return;
         stripLength = length;
@@ -182,7 +130,8 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         style.setProperty('right', rightToLeft ? end : 'auto', 'important');
     }
 
-    // Where the reader put the page, from the start of the strip.
+    // Where the reader put the page, from the start of the strip, and what the engine makes of it.
+    let readerX = 0;
     let positionX = 0;
     let positionY = 0;
 
@@ -194,15 +143,20 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         // Something that sticks out would let the view scroll beyond the strip.
         if (stripLength)
             x = Math.max(0, Math.min(x, stripLength - innerWidth));
-        nativeScrollTo.call(window, { left: isRightToLeft() ? -x : x, top: y, behavior: 'instant' });
+        const engineX = Math.round(x * pageShare);
+        nativeScrollTo.call(window, { left: isRightToLeft() ? -engineX : engineX, top: y, behavior: 'instant' });
         positionX = currentX();
+        readerX = positionX === engineX ? Math.trunc(x) : Math.round(positionX / pageShare);
         positionY = nativeScrollY.call(window);
     }
+
+    // How far from the start of the reader's strip something is that is so far from the view's start.
+    window.pagoraAlong = (distance) => (currentX() + distance) / pageShare;
 
     // Text of another size, font or width may make the strip shorter than where the page is.
     function followStrip() {
         if (positionX > 0)
-            place(positionX, positionY);
+            place(readerX, positionY);
     }
     window.pagoraFollowStrip = followStrip;
 
@@ -221,7 +175,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     // Undoes what the keyboard, a search, a selection, the page's scripts or the engine itself have scrolled.
     function restorePosition() {
         if (currentX() !== positionX || nativeScrollY.call(window) !== positionY)
-            place(positionX, positionY);
+            place(readerX, positionY);
     }
 
     window.scrollTo = function (x, y) {
@@ -232,7 +186,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
             configurable: true,
             get() {
                 restorePosition();
-                return currentX();
+                return readerX;
             },
         });
     }

@@ -8,6 +8,8 @@
     'use strict';
 
     const body = document.body;
+    // The reader reads the length of the strip first, which settles the layout.
+    void body.scrollWidth;
     const style = getComputedStyle(body);
     const pixels = (length) => parseFloat(length) || 0;
     const W = innerWidth;
@@ -46,13 +48,17 @@
     const content = body.clientWidth - paddingLeft - paddingRight;
     const givenWidth = pixels(style.columnWidth);
     const fitting = givenWidth ? Math.max(1, Math.floor((content + gap) / (givenWidth + gap))) : Infinity;
-    const step = (content + gap) / Math.min(parseInt(style.columnCount, 10) || Infinity, fitting);
+    const columnsOfPage = Math.min(parseInt(style.columnCount, 10) || Infinity, fitting);
+    // The engine rounds down to a 64th of a pixel. The reader's pages are whole views, the engine's as wide as their columns.
+    const step = Math.floor((content + gap) / columnsOfPage * 64) / 64;
     const columnWidth = step - gap;
+    const pageShare = columnsOfPage * step / W;
 
     // The indices of the pages that show this place of the strip.
     function pagesAt(along) {
         const pages = [];
         const guess = Math.max(0, Math.floor(along / W) - 1);
+        along /= pageShare;
         for (let i = Math.min(guess, offsets.length - 1); i >= 0 && i < offsets.length && offsets[i] <= along; ++i) {
             if (along < offsets[i] + W)
                 pages.push(i);
@@ -62,8 +68,8 @@
 
     // --- Faults ------------------------------------------------------------------------------------------------------
 
-    const kinds = ['cut lines', 'cut boxes', 'unseen', 'shown twice', 'blank pages', 'narrow runs', 'long lines',
-        'broken words'];
+    const kinds = ['cut lines', 'cut boxes', 'unseen', 'shown twice', 'blank pages', 'lone headings', 'narrow runs',
+        'long lines', 'broken words'];
     const counts = Object.fromEntries(kinds.map((kind) => [kind, 0]));
     const examples = Object.fromEntries(kinds.map((kind) => [kind, []]));
     const maxExamples = 3;
@@ -173,8 +179,9 @@
     function charactersStickOut(node, box) {
         const { letterSpacing, hangingPunctuation, fontSize } = about(node.parentElement).style;
         const spacing = pixels(letterSpacing);
-        // A quotation mark that the book hangs into the margin is meant to stand there.
+        // A mark that the book hangs into the margin is meant to stand there.
         const hanging = /first/.test(hangingPunctuation) ? pixels(fontSize) : 0;
+        const hangingAtEnd = /last|end/.test(hangingPunctuation) ? pixels(fontSize) : 0;
         for (let i = 0; i < node.length; ++i) {
             if (/\s/.test(node.data[i]))
                 continue;
@@ -183,7 +190,7 @@
             for (const rect of range.getClientRects()) {
                 const own = placed(rect);
                 if (Math.abs(own.top - box.top) < 1 && own.from >= box.from - 1 && own.to <= box.to + 1 && own.width > 0
-                    && (own.from < box.columnStart - tolerance - hanging || own.to - spacing > box.columnStart + columnWidth + tolerance))
+                    && (own.from < box.columnStart - tolerance - hanging || own.to - spacing > box.columnStart + columnWidth + tolerance + hangingAtEnd))
                     return true;
             }
         }
@@ -242,6 +249,42 @@
         line = { node, block, column: box.column, top: box.top, bottom: box.bottom, characters, pictures };
     }
 
+    // --- Headings ----------------------------------------------------------------------------------------------------
+
+    // The heading that was seen last, until something else is: where it ends, and whether it begins its column.
+    let heading = null;
+    let lastColumn = -1;
+
+    const headingOf = (node) => node.parentElement.closest('h1, h2, h3, h4, h5, h6');
+    // Whether the book itself begins a column between the two.
+    function isParted(from, to) {
+        const forces = (value) => /column|page|left|right|always|recto|verso/.test(value) && !/avoid/.test(value);
+        for (let each = from; each && !each.contains(to); each = each.parentElement) {
+            if (forces(getComputedStyle(each).breakAfter))
+                return true;
+        }
+        for (let each = to.parentElement; each && !each.contains(from); each = each.parentElement) {
+            if (forces(getComputedStyle(each).breakBefore))
+                return true;
+        }
+        return false;
+    }
+
+    // A heading that ends a column which it does not begin, while what it is about begins the next one.
+    function lookForHeading(node, box) {
+        const own = node.nodeType === Node.TEXT_NODE ? headingOf(node) : null;
+        if (heading && heading.element !== own) {
+            if (box.column > heading.column && !heading.isFirst && !isParted(heading.element, node))
+                blame('lone headings', () => heading.element.textContent);
+            heading = null;
+        }
+        if (own && !heading)
+            heading = { element: own, column: box.column, isFirst: box.column !== lastColumn };
+        if (heading)
+            heading.column = box.column;
+        lastColumn = box.column;
+    }
+
     // --- Words -------------------------------------------------------------------------------------------------------
 
     const inWord = /[\p{L}\p{N}\p{M}]/u;
@@ -294,7 +337,8 @@
         range.selectNodeContents(node);
         const rects = Array.from(range.getClientRects()).filter((rect) => rect.width > 0.5 && rect.height > 0.5);
         const length = rects.reduce((sum, rect) => sum + rect.width, 0);
-        const letters = widthOf(text);
+        // Blanks and the indents of kept lines take room too.
+        const letters = widthOf(keepsLines(facts.style) ? node.data.replace(/[\r\n]+/g, '') : text);
         // A text that keeps its own lines hardly wraps where there is room for a line.
         const isTold = keepsLines(facts.style) && facts.block.clientWidth > 2 * narrowest * length / letters;
         const isOverLine = !!node.parentElement.closest('rt');
@@ -303,6 +347,7 @@
             if (box.to < -farAway / 4 || box.bottom < -farAway / 4)
                 continue;
             if (!facts.isInScroller) {
+                lookForHeading(node, box);
                 look(box, () => text);
                 if (sticksOutAlong(box) && charactersStickOut(node, box))
                     blame('cut lines', () => `along: ${textOn(node, rect)}`);
@@ -337,14 +382,16 @@
         const name = () => `${element.localName} at ${boxes.map(place).join(' and ')}: `
             + (element.getAttribute('src') || element.textContent);
         const height = boxes.reduce((sum, box) => sum + box.height, 0);
-        const wouldFit = element.localName !== 'tr' || height <= bottom - top + tolerance;
+        const isRow = element.localName === 'tr';
+        const wouldFit = !isRow || (facts.style.display === 'table-row' && height <= bottom - top + tolerance);
         const isCut = new Set(boxes.map((box) => box.column)).size > 1
             || boxes.some((box) => sticksOutAlong(box) || sticksOutDown(box));
         if (isCut && wouldFit)
             blame('cut boxes', name);
-        if (element.localName === 'tr')
+        if (isRow)
             return;
         look(boxes[0], name);
+        lookForHeading(element, boxes[0]);
         if (isInline(facts.style) && facts.style.float === 'none')
             addToLine(element.firstChild || element, about(element.parentElement).block, boxes[0], 0,
                 2 * boxes[0].width / pixels(facts.style.fontSize));

@@ -1,0 +1,156 @@
+// Runs in the reader's own script world of every page, before page-fit.js: what stands at the end of a column.
+
+// Marks headings with the room that they need below them, so that none stands alone at a column's end. The style sheet
+// gives it to them as an empty box, which the text below is laid out over: the engine does not divide a heading. Each
+// heading with what follows it is kept for `pagoraFitBreaks`, which looks after those that this does not help.
+var pagoraKeepHeadings = (function () {
+    'use strict';
+
+    const selector = 'h1, h2, h3, h4, h5, h6, hgroup, [role~="heading"], header:has(h1, h2, h3, h4, h5, h6)';
+    const isHeading = (element) => Element.prototype.matches.call(element, selector);
+    const linesBelow = 2;
+    const wholes = /^(?:canvas|figure|iframe|img|math|object|svg|table|video)$/;
+    const clear = 'rgba(0, 0, 0, 0)';
+
+    // The box would show, or take room.
+    const hasOwnBox = (style, { pixels }) => style.backgroundColor !== clear || style.backgroundImage !== 'none'
+        || style.overflow !== 'visible' || pixels(style.borderBottomWidth) + pixels(style.paddingBottom) > 0
+        || !/^(?:block|list-item)$/.test(style.display) || style.float !== 'none' || style.position !== 'static';
+
+    const startsWithElement = (element) => {
+        const first = Array.from(element.childNodes).find((node) => node.nodeType === Node.ELEMENT_NODE
+            || (node.nodeType === Node.TEXT_NODE && /\S/.test(node.data)));
+        return first && first.nodeType === Node.ELEMENT_NODE ? first : null;
+    };
+
+    // The heading, the whole or the text that follows an element, in the order of the document.
+    function nextOf(element, body) {
+        let next = element;
+        while (next && next !== body && !next.nextElementSibling)
+            next = next.parentElement;
+        next = next && next !== body ? next.nextElementSibling : null;
+        while (next && !isHeading(next) && !wholes.test(next.localName) && startsWithElement(next))
+            next = startsWithElement(next);
+        return next;
+    }
+
+    return (strip, book, tools, later) => {
+        const { styleOf, pixels, all } = tools;
+        const bodyStyle = styleOf(strip.body);
+        const lines = linesBelow * (pixels(bodyStyle.lineHeight) || 1.4 * pixels(bodyStyle.fontSize));
+        const rooms = new Map();
+        const headings = [];
+        // From the last one, as a heading may follow another.
+        for (const heading of all(selector).reverse()) {
+            const next = nextOf(heading, strip.body);
+            const style = styleOf(heading);
+            if (!next || !heading.offsetHeight)
+                continue;
+            let room = lines;
+            if (isHeading(next))
+                room = next.offsetHeight + (rooms.get(next) || lines);
+            else if (wholes.test(next.localName))
+                room = tools.boxOf(next).height;
+            room += Math.max(0, pixels(style.marginBottom));
+            if (room + heading.offsetHeight > strip.height)
+                room = lines;
+            rooms.set(heading, room);
+            headings.unshift([heading, next]);
+            if (!hasOwnBox(style, tools) && getComputedStyle(heading, '::after').content === 'none')
+                later.push([heading, 'keeps', room]);
+        }
+        tools.headings = headings;
+    };
+})();
+
+// Keeps pictures and rows of tables whole at the ends of columns, and headings with their text.
+var pagoraFitBreaks = (function () {
+    'use strict';
+
+    // What is moved to the next column moves everything after it.
+    const maxRounds = 12;
+    const has = (element, name) => Element.prototype.hasAttribute.call(element, 'data-pagora-' + name);
+
+    const isCut = (image) => {
+        const rects = Element.prototype.getClientRects.call(image);
+        return rects.length > 1 && Array.from(rects).every((rect) => rect.height > 0.5);
+    };
+
+    // The engine leaves a picture that came late where it was cut: it looks for a better place only when its column is
+    // another one.
+    function layOutAnew(body) {
+        const height = body.style.getPropertyValue('height');
+        const priority = body.style.getPropertyPriority('height');
+        const setHeight = CSSStyleDeclaration.prototype.setProperty.bind(body.style, 'height');
+        setHeight('1000000px', 'important');
+        Element.prototype.getClientRects.call(body);
+        setHeight(height, priority);
+    }
+
+    // Floats are cut where a column ends below them. Says whether something was marked.
+    function moveCut(floats, { mark, standsAlone, containerOf }) {
+        const cut = Array.from(document.images).filter(isCut);
+        const isMarked = (element) => has(element, 'block') || has(element, 'inline');
+        let isNew = false;
+        for (const image of cut) {
+            let floating = image;
+            while (floating && isMarked(floating)) {
+                floating = floating.parentElement;
+                while (floating && !floats.has(floating))
+                    floating = floating.parentElement;
+            }
+            if (!floating)
+                continue;
+            mark(floating, floating === image && standsAlone(image, containerOf(image)) ? 'block' : 'inline');
+            isNew = true;
+        }
+        // One only: it moves the others.
+        const stuck = !isNew && cut.find((image) => !has(image, 'next'));
+        if (stuck)
+            mark(stuck, 'next');
+        return isNew || !!stuck;
+    }
+
+    // A heading with nothing of what it is about in its column. Says whether there was one; it moves those after it.
+    function moveLoneHeading(strip, { mark, headings }) {
+        const frame = Element.prototype.getBoundingClientRect.call(strip.body);
+        const along = (box) => (strip.rightToLeft ? frame.right - strip.paddingRight - box.right
+            : box.left - frame.left - strip.paddingLeft);
+        const columnOf = (box) => Math.floor((along(box) + strip.gap / 2) / strip.step);
+        const lone = headings.find(([heading, next]) => {
+            if (has(heading, 'next'))
+                return false;
+            const [first] = Element.prototype.getClientRects.call(next);
+            const [own] = Element.prototype.getClientRects.call(heading);
+            return first && own && columnOf(first) !== columnOf(own) && own.top > strip.paddingTop + 1;
+        });
+        if (lone)
+            mark(lone[0], 'next');
+        return !!lone;
+    }
+
+    return (strip, book, tools) => {
+        if (Array.from(document.images).some(isCut))
+            layOutAnew(strip.body);
+        const floats = new Set(book.floats);
+        for (let round = 0; round < maxRounds && (moveCut(floats, tools)
+            | pagoraFitRows(strip, tools) | moveLoneHeading(strip, tools)); ++round) { }
+    };
+})();
+
+// Whether all of the chapter stands in the first of several columns.
+var pagoraIsSingle = (function () {
+    'use strict';
+
+    return (strip) => {
+        if (strip.columnsOfPage < 2 || strip.length > strip.body.clientWidth)
+            return false;
+        const range = new Range();
+        range.selectNodeContents(strip.body);
+        const boxes = Array.from(range.getClientRects()).filter((box) => box.width > 0 && box.height > 0);
+        const frame = Element.prototype.getBoundingClientRect.call(strip.body);
+        const along = (box) => (strip.rightToLeft ? frame.right - strip.paddingRight - box.left
+            : box.right - frame.left - strip.paddingLeft);
+        return boxes.length > 0 && boxes.every((box) => along(box) <= strip.step);
+    };
+})();

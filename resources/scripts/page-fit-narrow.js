@@ -1,0 +1,214 @@
+// Runs in the reader's own script world of every page, before page-fit.js: what a narrow column has no room for, which
+// are the margins around its text, large titles and long words.
+
+// Marks blocks whose margins leave their text no room, with margins that do.
+var pagoraFitInsets = (function () {
+    'use strict';
+
+    // Blocks of a sort have the same margins; so many are looked at.
+    const sampleSize = 8;
+    // Room for the sign of a list's entry: the size of the letters so many times, and as much of the column for all of the
+    // lists together.
+    const roomForSign = 1.3;
+    const shareForSigns = 0.3;
+    const isList = (block) => /^[ou]l$/.test(block.localName);
+    const fewestCharacters = 12;
+    // Two words of usual length.
+    const fewestLetters = 20;
+
+    const sides = ['marginLeft', 'marginRight', 'paddingLeft', 'paddingRight'];
+    const sum = (lengths) => lengths.reduce((total, each) => total + each, 0);
+
+    // The greatest width that the padding of such blocks takes, and the size of their letters.
+    function measureSort(blocks, { styleOf, pixels }) {
+        const found = { padding: 0, size: 0 };
+        for (const block of blocks.slice(0, sampleSize)) {
+            const style = styleOf(block);
+            found.padding = Math.max(found.padding, pixels(style.paddingLeft) + pixels(style.paddingRight));
+            found.size = Math.max(found.size, pixels(style.fontSize));
+        }
+        return found;
+    }
+
+    // The blocks from this one out to the body; null where something else than margins decides how wide it is.
+    function blocksAround(block, strip, { styleOf, isInline }) {
+        const around = [];
+        for (let each = block; each && each !== strip.body; each = each.parentElement) {
+            const style = styleOf(each);
+            if (isInline(style))
+                continue;
+            if (!/^(?:block|flow-root|list-item)$/.test(style.display) || style.float !== 'none'
+                || /absolute|fixed/.test(style.position))
+                return null;
+            around.push({ block: each, style });
+        }
+        return around;
+    }
+
+    // The margins and the padding of a block in the share that there is room for.
+    function insets({ block, style }, share, largest, { pixels }) {
+        const lengths = {};
+        for (const side of sides)
+            lengths[side] = pixels(style[side]) * share;
+        if (isList(block)) {
+            const start = style.direction === 'rtl' ? 'paddingRight' : 'paddingLeft';
+            const room = Math.min(largest, roomForSign * pixels(style.fontSize));
+            lengths[start] = Math.max(lengths[start], Math.min(pixels(style[start]), room));
+        }
+        // A first line that stands out to the left keeps its share of the room.
+        const indent = pixels(style.textIndent);
+        lengths.textIndent = indent < 0 ? indent * share : indent;
+        return Object.fromEntries(Object.entries(lengths).map(([name, length]) => [name, length.toFixed(2) + 'px']));
+    }
+
+    return (strip, book, tools, later) => {
+        const { letter, pixels, styleOf } = tools;
+        const column = strip.step - strip.gap;
+        const shares = new Map();
+        tools.narrowest = Infinity;
+        for (const blocks of book.insets) {
+            const { padding, size } = measureSort(blocks, tools);
+            const wanted = Math.min(fewestLetters * letter * size, 0.95 * column);
+            for (const block of blocks) {
+                const width = block.clientWidth - padding;
+                if (!block.clientWidth || width >= wanted || block.textContent.trim().length < fewestCharacters)
+                    continue;
+                tools.narrowest = Math.min(tools.narrowest, wanted / (letter * size));
+                const around = blocksAround(block, strip, tools);
+                if (!around)
+                    continue;
+                const taken = sum(around.flatMap(({ style }) => sides.map((side) => Math.max(0, pixels(style[side])))));
+                const share = taken > 0 ? Math.max(0, Math.min(1, (column - wanted) / taken)) : 1;
+                const forSign = shareForSigns * column / Math.max(1, around.filter((each) => isList(each.block)).length);
+                for (const each of around) {
+                    if (!(shares.has(each.block) && shares.get(each.block).share <= share))
+                        shares.set(each.block, { share, each, forSign });
+                }
+            }
+        }
+        for (const [block, { share, each, forSign }] of shares)
+            later.push([block, 'tight', insets(each, share, forSign, tools)]);
+    };
+})();
+
+// Marks titles whose letters are too large for the column, with the size that is not.
+var pagoraFitTitles = (function () {
+    'use strict';
+
+    // Of a line.
+    const fewestLetters = 14;
+    const headings = 'h1, h2, h3, h4, h5, h6';
+    const longestWord = (text) => Math.max(0, ...text.split(/[\s\u00AD\u2010-\u2015-]+/).map((word) => word.length));
+    // Letters of a title, which may be bold and capitals, are no wider than so many of the text's.
+    const widest = 1.6;
+
+    const pen = Document.prototype.createElementNS.call(document, 'http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
+
+    // The width of the title's letters, as a share of their size.
+    function letterOf(text, style) {
+        const isCapital = style.textTransform === 'uppercase' || /small-caps/.test(style.fontVariantCaps);
+        pen.font = `${style.fontStyle} ${style.fontWeight} 100px ${style.fontFamily}`;
+        return pen.measureText(isCapital ? text.toUpperCase() : text).width / text.length / 100;
+    }
+
+    return (strip, book, { styleOf, pixels, isInline, containerOf, roomIn, all, letter }, later) => {
+        const bodyStyle = styleOf(strip.body);
+        const bodySize = pixels(bodyStyle.fontSize);
+        const rootSize = pixels(styleOf(strip.body.parentElement).fontSize);
+        for (const title of new Set(all(headings).concat(book.titles))) {
+            const style = styleOf(title);
+            const size = pixels(style.fontSize);
+            const text = title.textContent.trim();
+            if (size <= bodySize || !text || !title.getClientRects().length)
+                continue;
+            const block = isInline(style) ? containerOf(title) : title;
+            const room = roomIn(block, strip).width;
+            const letters = Math.max(longestWord(text), Math.min(fewestLetters, text.length));
+            const spacing = pixels(style.letterSpacing) / size;
+            if (room / (letters * (letter * widest + spacing)) > size)
+                continue;
+            const fitting = room / (letters * (letterOf(text, style) + spacing));
+            if (fitting < size)
+                later.push([title, 'title', { title: (Math.max(fitting, bodySize) / rootSize).toFixed(4) + 'rem' }]);
+        }
+    };
+})();
+
+// Marks the text whose words are longer than its lines.
+var pagoraFitWords = (function () {
+    'use strict';
+
+    // Between two places where a line may end; scripts without spaces end lines anywhere.
+    const unbroken = '[^ \\t\\n\\r\\f\\u00AD\\u200B\\u2010-\\u2015\\u0E00-\\u0EFF\\u1000-\\u109F\\u1780-\\u17FF\\u2E80-\\uA4CF'
+        + '\\uAC00-\\uD7AF\\uF900-\\uFAFF\\uFE30-\\uFE4F\\uFF00-\\uFFEF-]';
+    // Words up to this share of a line have room even in lists within lists.
+    const surelyFits = 0.4;
+    const wordsOver = (length) => new RegExp(unbroken + '{' + (length + 1) + ',}', 'g');
+
+    // How long the longest word of the page's text is, once that was asked for.
+    let longest = -1;
+    // The words of more letters than a limit: [text node, start, length].
+    let words = { limit: Infinity, found: [] };
+
+    function longestIn(text) {
+        let length = 0;
+        for (const word of text.match(wordsOver(7)) || [])
+            length = Math.max(length, word.length);
+        return length;
+    }
+
+    function findWords(body, limit) {
+        const found = [];
+        const long = wordsOver(limit);
+        const nodes = Document.prototype.createTreeWalker.call(document, body, NodeFilter.SHOW_TEXT);
+        while (nodes.nextNode()) {
+            for (const match of nodes.currentNode.data.matchAll(long))
+                found.push([nodes.currentNode, match.index, match[0].length]);
+        }
+        return { limit, found };
+    }
+
+    return (strip, book, { styleOf, pixels, containerOf, letter, narrowest }, later) => {
+        const column = strip.step - strip.gap;
+        const blocks = new Set();
+        for (const title of book.titles) {
+            if (title.scrollWidth > title.clientWidth && title.clientWidth > 0)
+                blocks.add(title);
+        }
+        if (longest < 0)
+            longest = longestIn(strip.body.textContent);
+        const letters = column / (pixels(styleOf(strip.body).fontSize) * letter);
+        const limit = Math.max(4, Math.floor(Math.min(letters, narrowest) * surelyFits));
+        if (longest > limit) {
+            if (words.limit > limit)
+                words = findWords(strip.body, limit);
+            const range = new Range();
+            for (const [node, start, length] of words.found) {
+                if (start + length > node.length)
+                    continue;
+                range.setStart(node, start);
+                range.setEnd(node, start + length);
+                const box = range.getClientRects()[0];
+                if (!box)
+                    continue;
+                const block = containerOf(node);
+                // A table grows with its words, and is made to fit as a whole.
+                const isInCell = /^(?:td|th)$/.test(block.localName);
+                const isTooWide = box.width > column + 1 || (!isInCell && (sticksOut(box, strip)
+                    || (block !== strip.body && block.clientWidth && box.width > block.clientWidth + 1)));
+                if (isTooWide)
+                    blocks.add(block);
+            }
+        }
+        for (const block of blocks)
+            later.push([block, 'long']);
+    };
+
+    function sticksOut(box, strip) {
+        const frame = Element.prototype.getBoundingClientRect.call(strip.body);
+        const across = strip.rightToLeft ? frame.right - strip.paddingRight - box.right
+            : box.left - frame.left - strip.paddingLeft;
+        const inColumn = across - Math.floor((across + 1) / strip.step) * strip.step;
+        return inColumn + box.width > strip.step - strip.gap + 1;
+    }
+})();

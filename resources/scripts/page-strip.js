@@ -1,0 +1,82 @@
+// Runs in the reader's own script world of every page, before page-fit.js: the strip of columns in which the page's body
+// is laid out.
+
+// Measures the strip; null when the body has no columns. Lengths are in pixels, and exact:
+//
+//   body, rightToLeft          the body and its direction
+//   step, gap                  from column to column, and between two of them
+//   height                     of a column
+//   paddingLeft, paddingRight, paddingTop
+//   reach                      how far the content reaches
+//   length                     of the reader's strip, which is a whole number of views
+//   columnsOfPage              how many columns a view shows
+//   pageShare                  the width of the engine's pages, as a share of the view's
+var pagoraMeasureStrip = (function () {
+    'use strict';
+
+    const getterOf = (owner, name) => Object.getOwnPropertyDescriptor(owner, name).get;
+    const bodyOf = getterOf(Document.prototype, 'body');
+    const rootOf = getterOf(Document.prototype, 'documentElement');
+    const compatModeOf = getterOf(Document.prototype, 'compatMode');
+    const nativeScrollWidth = getterOf(Element.prototype, 'scrollWidth');
+    const pixels = (length) => parseFloat(length) || 0;
+
+    // How far the body's content reaches. In pages of the old kind the body tells the view's own reach instead, to which
+    // the strip's end belongs.
+    function reachOf(body) {
+        if (compatModeOf.call(document) !== 'BackCompat')
+            return nativeScrollWidth.call(body);
+        const style = rootOf.call(document).style;
+        const left = style.getPropertyValue('left');
+        const right = style.getPropertyValue('right');
+        style.setProperty('left', 'auto', 'important');
+        style.setProperty('right', 'auto', 'important');
+        const reach = nativeScrollWidth.call(body);
+        style.setProperty('left', left, 'important');
+        style.setProperty('right', right, 'important');
+        return reach;
+    }
+
+    // The engine measures in 64ths of a pixel and rounds the width of a column down.
+    const roundedDown = (length) => Math.floor(length * 64) / 64;
+
+    return () => {
+        const body = bodyOf.call(document);
+        if (!body)
+            return null;
+        const style = getComputedStyle(body);
+        const count = parseInt(style.columnCount, 10);
+        const width = pixels(style.columnWidth);
+        if (!count && !width)
+            return null;
+
+        const paddingLeft = pixels(style.paddingLeft);
+        const paddingRight = pixels(style.paddingRight);
+        const content = body.clientWidth - paddingLeft - paddingRight;
+        const gap = pixels(style.columnGap);
+        const fitting = width ? Math.max(1, Math.floor((content + gap) / (width + gap))) : Infinity;
+        const columnsOfPage = Math.min(count || Infinity, fitting);
+        const rightToLeft = style.direction === 'rtl';
+        const step = roundedDown((content + gap) / columnsOfPage);
+        // Up to the end of the column into which something sticks out, with the margin after it: the engine leaves that
+        // out of what overflows the body.
+        const reach = reachOf(body);
+        const columns = Math.ceil((reach - (rightToLeft ? paddingRight : paddingLeft) + gap - 2) / step);
+        // Whole pages: an empty column follows where the last page has room for one.
+        const pages = reach > body.clientWidth ? Math.ceil(columns / columnsOfPage) : 1;
+        return {
+            body,
+            gap,
+            step,
+            height: pixels(style.height),
+            paddingLeft,
+            paddingRight,
+            paddingTop: pixels(style.paddingTop),
+            rightToLeft,
+            reach,
+            columnsOfPage,
+            length: pages * body.clientWidth,
+            pageShare: body.clientWidth ? columnsOfPage * step / body.clientWidth : 1,
+        };
+    };
+})();

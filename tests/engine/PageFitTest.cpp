@@ -1,0 +1,126 @@
+// What the page scripts do so that text, titles and pictures fit the columns as a typesetter would fit them.
+
+#include "tests/engine/PageViewTest.hpp"
+
+namespace pagora::test {
+
+class PageFitTest : public PageViewTest {
+protected:
+    // Lays the chapter out in so many columns and reads its length, which has everything fitted.
+    void fit(const std::string& body, int columns, const std::string& styles = {})
+    {
+        loadDocument(body, "<style>" + styles + "</style>");
+        layOut(columns);
+        ASSERT_GT(number("document.body.scrollWidth;"), 0);
+    }
+    // The box of the first letter in the element with this id: "left,top" in whole pixels.
+    std::string placeOf(const std::string& id)
+    {
+        return evaluate("(() => { const range = document.createRange();"
+                        "const nodes = document.createTreeWalker(document.getElementById('"
+            + id
+            + "'), NodeFilter.SHOW_TEXT); const text = nodes.nextNode();"
+              "range.setStart(text, 0); range.setEnd(text, 1); const box = range.getBoundingClientRect();"
+              "return Math.round(box.left) + ',' + Math.round(box.top); })()");
+    }
+    static std::string filler(int pixels) { return "<div style='height:" + std::to_string(pixels) + "px'>x</div>"; }
+    static constexpr auto plain = "h2,p,div{margin:0} h2{font-size:20px;line-height:24px} p{line-height:20px}";
+};
+
+TEST_F(PageFitTest, ThereIsRoomBetweenAPictureAndTheTextBesideIt)
+{
+    fit("<p id='text'><img style='float:left' width='100' height='60' src='none.svg'/>Some words beside the picture.</p>" + paragraphs(20),
+        2, "p,img{margin:0}");
+    EXPECT_GE(number("(() => { const range = document.createRange(); range.selectNode(document.images[0].nextSibling);"
+                     "return range.getClientRects()[0].left - document.images[0].getBoundingClientRect().right; })()"),
+        8) << evaluate("document.images[0].outerHTML");
+}
+
+TEST_F(PageFitTest, AHeadingStandsWithTheTextBelowIt)
+{
+    fit(filler(490) + "<h2 id='heading'>Heading</h2><p id='text'>One line of text.<br/>And another.</p>" + paragraphs(9),
+        2, plain);
+    EXPECT_EQ(placeOf("heading").substr(0, 4), "420,");
+    EXPECT_EQ(placeOf("text").substr(0, 4), "420,");
+}
+
+TEST_F(PageFitTest, TheRoomThatAHeadingAsksForIsNotSeen)
+{
+    fit("<h2 id='heading'>Heading</h2><p id='text'>One line.</p>" + paragraphs(30), 2, plain);
+    EXPECT_EQ(placeOf("text"), "20,64");
+}
+
+TEST_F(PageFitTest, AHeadingOnAGroundOfItsOwnStandsWithItsTextToo)
+{
+    fit(filler(490) + "<h2 id='heading'>Heading</h2><p id='text'>One line of text.<br/>And another.</p>" + paragraphs(9),
+        2, std::string(plain) + "h2{background:#ddd}");
+    EXPECT_EQ(placeOf("heading"), "420,40");
+}
+
+TEST_F(PageFitTest, AChapterOfOneColumnStandsInTheMiddleOfThePage)
+{
+    const std::string middle = std::to_string((width - (width / 2 - 40)) / 2) + ",";
+    fit("<p id='title'>A title</p><p id='anchor'>An author</p>", 2, plain);
+    EXPECT_EQ(placeOf("title").substr(0, 4), middle);
+    EXPECT_EQ(number("document.body.scrollWidth;"), width);
+    EXPECT_EQ(number("document.getElementById('anchor').offsetTop;"), 20);
+    layOut(1);
+    ASSERT_GT(number("document.body.scrollWidth;"), 0);
+    EXPECT_NE(placeOf("title").substr(0, 4), middle);
+}
+
+TEST_F(PageFitTest, MarginsLeaveTheTextOfANarrowColumnItsRoom)
+{
+    fit("<div style='padding:0 80px'><p style='margin:0 10px'><span id='text'>Some words in a narrow column, which "
+         "go on for a while.</span></p></div>"
+            + paragraphs(30),
+        3);
+    EXPECT_EQ(evaluate("(() => { const boxes = Array.from(document.getElementById('text').getClientRects());"
+                       "return Math.max(...boxes.map((box) => box.width)) > 110; })()"),
+        "true");
+}
+
+TEST_F(PageFitTest, ATitleThatIsTooLargeForItsColumnHasSmallerLetters)
+{
+    fit("<h1 id='title'>Extraordinary Classification</h1>" + paragraphs(30), 3, "h1{font-size:60px}");
+    EXPECT_EQ(evaluate("(() => { const title = document.getElementById('title');"
+                       "return [parseFloat(getComputedStyle(title).fontSize) < 60, title.scrollWidth <= "
+                       "title.clientWidth].join(); })()"),
+        "true,true");
+    layOut(1);
+    ASSERT_GT(number("document.body.scrollWidth;"), 0);
+    EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('title')).fontSize"), "60px");
+}
+
+TEST_F(PageFitTest, ParagraphsInATableStandBelowEachOtherInANarrowColumn)
+{
+    std::string cells;
+    for (int i = 0; i < 5; ++i)
+        cells += "<td>A paragraph that only stands in a table because its author wanted it beside another one of its "
+                 "kind, as in a magazine.</td>";
+    fit("<table id='table'><tr>" + cells + "</tr></table>" + paragraphs(9), 2);
+    EXPECT_EQ(evaluate("getComputedStyle(document.querySelector('td')).display"), "block");
+}
+
+TEST_F(PageFitTest, ASmallFrameIsNotDivided)
+{
+    fit(filler(490) + "<div id='frame' style='border:1px solid;padding:9px'>A note.<br/>And more.</div>" + paragraphs(9),
+        2, "p{margin:0;font-size:16px;line-height:20px}");
+    EXPECT_EQ(evaluate("document.getElementById('frame').getClientRects().length"), "1");
+}
+
+// 800 pixels are no whole number of the engine's units for three columns.
+TEST_F(PageFitTest, PagesOfALongChapterBeginAtTheMargin)
+{
+    fit(paragraphs(3000), 3);
+    const auto last = number("document.body.scrollWidth;") - width;
+    ASSERT_GT(last, 100 * width);
+    evaluate("window.scrollTo(" + std::to_string(last) + ", 0);");
+    EXPECT_EQ(number("window.pageXOffset"), last);
+    EXPECT_EQ(evaluate("(() => { const lefts = Array.from(document.querySelectorAll('p')).flatMap((p) => "
+                       "Array.from(p.getClientRects(), (box) => box.left)).filter((left) => left > 0 && left < 200);"
+                       "return lefts.length > 0 && lefts.every((left) => Math.abs(left - 20) <= 1); })()"),
+        "true");
+}
+
+}

@@ -10,7 +10,7 @@ painted() {
 import sys
 data = sys.stdin.buffer.read()
 pixels = data[-1000 * 640 * 3:]
-sys.exit(bytes((255, 150, 20)) not in pixels)"
+sys.exit(bytes((255, 184, 77)) not in pixels)"
 }
 not_painted() { ! painted; }
 pane() { seen 0 90 190 500; }

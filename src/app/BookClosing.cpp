@@ -36,8 +36,8 @@ void BookClosing::closeReflowable()
     reader.setSplitIndexDict({});
     reader.contentsPane().clearTocTagDict();
 
-    _state.windows.close();
     auto& window = controller->window();
+    _state.windows.close(window.isFullScreen());
     auto& library = _platform.libraryWindow.mainWindow();
     if (_state.windows.fullScreenMode) {
         window.toggleFullScreen();
@@ -89,8 +89,8 @@ void BookClosing::closeFixed()
     auto* controller = _state.reading._fixedWindowController.get();
     if (!controller)
         return;
-    _state.windows.close();
     auto& window = controller->window();
+    _state.windows.close(window.isFullScreen());
     auto& library = _platform.libraryWindow.mainWindow();
     if (_state.windows.fullScreenMode) {
         window.toggleFullScreen();

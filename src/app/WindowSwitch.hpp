@@ -15,10 +15,12 @@ public:
     enum class Stage { Reading, Closed, LeavingFullScreen, LeftFullScreen };
 
     void open() { _stage = Stage::Reading; }
-    // Remembers for the next reflowable book whether this one ended in full screen.
-    void close()
+    // Remembers for the next reflowable book whether this one ended in full screen. A window that is not in full
+    // screen, since it has not entered it yet or was just told to leave it, need not be told.
+    void close(bool isFullScreen)
     {
         epubWinInFullScreen = fullScreenMode;
+        fullScreenMode = fullScreenMode && isFullScreen;
         _stage = fullScreenMode ? Stage::LeavingFullScreen : Stage::Closed;
     }
     bool inCloseEpubMethod() const { return _stage == Stage::Closed || _stage == Stage::LeavingFullScreen; }

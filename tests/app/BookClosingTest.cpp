@@ -22,7 +22,11 @@ struct Closing : testing::Test {
     }
     LibraryState& state() { return program.controller->state(); }
     test::FakeWindow& library() { return program.window.mainWindowFake; }
-    void enterFullScreen() { program.reader().actions.windowDidEnterFullScreen(); }
+    void enterFullScreen()
+    {
+        program.reader().window.fullScreen = true;
+        program.reader().actions.windowDidEnterFullScreen();
+    }
     // The window manager's report; the monitor has seen an event before.
     void leaveFullScreen()
     {
@@ -320,9 +324,30 @@ TEST_F(Closing, AnExitThatIsReportedCallsTheWaitOff)
     EXPECT_FALSE(library().visible);
 }
 
+TEST_F(Closing, AWindowThatIsLeavingFullScreenIsNotSentBackThere)
+{
+    enterFullScreen();
+    program.reader().window.fullScreen = false;
+    program.closeReader();
+    EXPECT_EQ(program.reader().window.timesToggled, 0);
+    EXPECT_TRUE(library().key);
+    EXPECT_FALSE(program.controller->fullScreenMode());
+}
+
+TEST_F(Closing, AFixedLayoutWindowThatIsLeavingFullScreenIsNotSentBackThere)
+{
+    auto& fixed = openFixed();
+    fixed.actions.windowDidEnterFullScreen();
+    fixed.actions.closeEPUB();
+    EXPECT_EQ(fixed.window.timesToggled, 0);
+    EXPECT_TRUE(library().key);
+    EXPECT_FALSE(program.controller->fullScreenMode());
+}
+
 TEST_F(Closing, AFixedLayoutBookInFullScreenLeavesItFirst)
 {
     auto& fixed = openFixed();
+    fixed.window.fullScreen = true;
     fixed.actions.windowDidEnterFullScreen();
     fixed.actions.closeEPUB();
     EXPECT_EQ(fixed.window.timesToggled, 1);

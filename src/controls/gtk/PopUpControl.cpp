@@ -80,8 +80,9 @@ PopUpControl::PopUpControl(Gtk::DropDown& dropDown, TitlesAreFonts titlesAreFont
     , _items(Gtk::StringList::create({}))
 {
     _dropDown.set_model(_items);
-    _dropDown.set_factory(makeRows(titlesAreFonts == TitlesAreFonts::Yes));
+    // Newer versions of the toolkit make rows of their own for an expression.
     _dropDown.set_expression(Gtk::PropertyExpression<Glib::ustring>::create(Gtk::StringObject::get_type(), "string"));
+    _dropDown.set_factory(makeRows(titlesAreFonts == TitlesAreFonts::Yes));
     findByTyping();
     _selectionChanged = _dropDown.property_selected().signal_changed().connect([this] { selectionDidChange(); });
 }

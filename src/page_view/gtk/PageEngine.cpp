@@ -10,6 +10,7 @@
 #include <fstream>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <system_error>
 
 namespace pagora {
@@ -59,6 +60,18 @@ GObjectPtr<WebKitWebContext> makeContext(Confinement confinement)
     return GObjectPtr<WebKitWebContext>::adopt(context);
 }
 
+// Does nothing in a version of the engine that has no such feature.
+void disableFeature(WebKitSettings* settings, std::string_view identifier)
+{
+    auto* const features = webkit_settings_get_all_features();
+    for (gsize i = 0; i < webkit_feature_list_get_length(features); ++i) {
+        auto* const feature = webkit_feature_list_get(features, i);
+        if (webkit_feature_get_identifier(feature) == identifier)
+            webkit_settings_set_feature_enabled(settings, feature, FALSE);
+    }
+    webkit_feature_list_unref(features);
+}
+
 GObjectPtr<WebKitSettings> makeSettings()
 {
     auto* settings = webkit_settings_new();
@@ -73,6 +86,8 @@ GObjectPtr<WebKitSettings> makeSettings()
     webkit_settings_set_enable_media_stream(settings, FALSE);
     webkit_settings_set_enable_webrtc(settings, FALSE);
     webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
+    // A page that goes to a server by it is loaded again and again, and in the end nothing is shown.
+    disableFeature(settings, "NavigationAPI");
     // Software rendering draws pages of text fastest and with the least memory.
     webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
     webkit_settings_set_enable_smooth_scrolling(settings, FALSE);

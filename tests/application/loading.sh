@@ -1,21 +1,25 @@
 #!/usr/bin/env bash
-# A book is left while its first page is still on its way, on a machine that is busy: the library is back long before the
-# page could have been shown. The page of a book that is not left appears.
+# On a machine that is busy a book is left while its first page is still on its way: that of the first book never comes.
+# The page of a book that is not left appears.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
 now() { date +%s%3N; }
-# A book whose first chapter has two megabytes: long_book FILE
-long_book() {
-    python3 - "$HOME/books/01 "*.epub "$1" <<'END'
+# long_books LONG ENDLESS: a book whose first chapter is long, and one in which a script in it never ends.
+long_books() {
+    python3 - "$HOME/books/01 "*.epub "$1" "$2" <<'END'
 import re, sys, zipfile
-with zipfile.ZipFile(sys.argv[1]) as old, zipfile.ZipFile(sys.argv[2], "w", zipfile.ZIP_DEFLATED) as new:
-    for name in old.namelist():
-        content = old.read(name)
-        if name.endswith("chapter1.xhtml"):
-            body = re.search(rb"<p.*</p>", content, re.S)[0]
-            content = content.replace(body, body * (2_000_000 // len(body)))
-        new.writestr(name, content)
+script = b"<script>while (true);</script>"
+for number, path in enumerate(sys.argv[2:]):
+    with zipfile.ZipFile(sys.argv[1]) as old, zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as new:
+        for name in old.namelist():
+            content = old.read(name)
+            if name.endswith("chapter1.xhtml"):
+                body = re.search(rb"<p.*</p>", content, re.S)[0]
+                content = content.replace(body, script * number + body * (800_000 // len(body)))
+            if number:
+                content = content.replace(b"The Lantern Keeper", b"The Endless Watch")
+            new.writestr(name, content)
 END
 }
 text_is_there() { [ "$(colors 330 120 300 200)" -gt 20 ]; }
@@ -23,8 +27,8 @@ text_is_there() { [ "$(colors 330 120 300 200)" -gt 20 ]; }
 sign_is_there() { [ "$(colors 740 410 60 60)" -gt 4 ] && ! text_is_there; }
 
 "$here/make-sample-books" "$HOME/books" >/dev/null
-long_book "$HOME/Long.epub"
-start "$HOME/Long.epub" "$HOME/books/02 "*.epub
+long_books "$HOME/01 Long.epub" "$HOME/02 Endless.epub"
+start "$HOME/01 Long.epub" "$HOME/02 Endless.epub"
 within 120 catalogue 'len(books) == 2'
 within 60 window_is Pagora
 fill
@@ -33,17 +37,21 @@ for _ in 1 2 3 4; do
     ends_with_us $!
 done
 
+# The page that never comes is left.
 key Home
+key Right
 begun=$(now)
 key Return
-within 60 window_is "Pagora - The Lantern Keeper"
+within 60 window_is "Pagora - The Endless Watch"
 within 120 sign_is_there
 save_screen "$pictures/sign.png"
 left=$(now)
 key ctrl+w
 within 60 window_is Pagora
 back=$(now)
+save_screen "$pictures/library.png"
 
+# The one that comes is shown.
 key Home
 begun_again=$(now)
 key Return
@@ -53,7 +61,6 @@ shown=$(now)
 save_screen "$pictures/page.png"
 echo "The sign was there after $((left - begun)) ms, the library $((back - left)) ms after the key; the page takes" \
     "$((shown - begun_again)) ms." | tee "$pictures/times.txt"
-[ $((2 * (back - left))) -lt $((shown - begun_again)) ] || fail "the book could not be left while its page was loaded"
 key ctrl+w
 within 60 window_is Pagora
 key ctrl+q

@@ -90,8 +90,10 @@ close_book
 within 20 is_at_its_place
 read_book "The Lantern Keeper"
 within 20 is_whole_screen
+settle
 key F11
 within 20 is_at_its_place
+settle
 close_book
 within 20 is_at_its_place
 
@@ -124,16 +126,21 @@ picture library-whole-screen-again
 
 # A library that the desktop shows in full screen opens a book there, and the next book is not in full screen for it.
 if on_wayland; then
+    # The desktop knows a place before the window has it.
     swaymsg -q floating enable
     within 20 gets_its_place
+    settle
     swaymsg -q fullscreen enable
     within 20 is_whole_screen
+    within 20 color_is 1270 850 ffffff
+    settle
     key Right
     settle
     read_book "The Lantern Keeper"
     within 20 is_whole_screen
     close_book
     within 20 is_whole_screen
+    settle
     swaymsg -q fullscreen disable
     within 20 is_at_its_place
     settle

@@ -6,7 +6,9 @@
 #include <gtkmm/button.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/settings.h>
 
+#include <algorithm>
 #include <thread>
 
 namespace pagora::test {
@@ -35,6 +37,7 @@ protected:
     // As when the desktop reports that full screen was entered or left. Without a window manager it never is entered.
     void reportFullScreen() { g_object_notify(G_OBJECT(desktopWindow().gobj()), "fullscreened"); }
     bool isShown(const Shared& shared) { return shared.content.get_mapped(); }
+    int surfaceWidth() { return gdk_surface_get_width(gtk_native_get_surface(GTK_NATIVE(desktopWindow().gobj()))); }
     bool waitUntilLaidOut(Shared& shared)
     {
         const auto reply = shared.window.laidOut();
@@ -216,6 +219,63 @@ TEST_F(ToplevelTest, WindowBringsItsFrame)
     reader.window.orderOut();
     EXPECT_EQ(library.window.frame(), (Rect { 10, 20, 800, 600 }));
     EXPECT_TRUE(waitUntil([&] { return desktopWindow().get_width() > 640; }));
+}
+
+TEST_F(ToplevelTest, WindowTakesTheLastOfItsFrames)
+{
+    reader.window.setFrame({ 0, 0, 400, 300 });
+    reader.window.makeKeyAndOrderFront();
+    ASSERT_TRUE(waitUntilLaidOut(reader));
+    // Each is asked for before the one before it has come.
+    for (int round = 0; round < 5; ++round) {
+        for (const int width : { 600, 450, 700, 500 }) {
+            reader.window.setFrame({ 0, 0, double(width), 300 });
+            for (int i = 0; i < round; ++i)
+                g_main_context_iteration(nullptr, FALSE);
+        }
+        EXPECT_TRUE(waitUntil([&] { return surfaceWidth() == 500; })) << round;
+        settle();
+        EXPECT_EQ(reader.window.frame().width, 500);
+    }
+}
+
+TEST_F(ToplevelTest, WindowIsAnimatedToAFrameWhereAnimationsAreOn)
+{
+    const auto settings = Gtk::Settings::get_default();
+    const bool before = settings->property_gtk_enable_animations();
+    for (const bool moves : { true, false }) {
+        settings->property_gtk_enable_animations() = moves;
+        reader.window.setFrame({ 5, 6, 400, 300 });
+        reader.window.makeKeyAndOrderFront();
+        ASSERT_TRUE(waitUntilLaidOut(reader));
+        std::vector<int> widths;
+        auto watch = desktopWindow().property_default_width().signal_changed().connect(
+            [&] { widths.push_back(desktopWindow().property_default_width()); });
+        reader.window.animateToFrame({ 7, 8, 600, 500 });
+        EXPECT_EQ(reader.window.frame(), (Rect { 7, 8, 600, 500 }));
+        ASSERT_TRUE(waitUntilLaidOut(reader));
+        EXPECT_TRUE(waitUntil([&] { return surfaceWidth() == 600; }));
+        watch.disconnect();
+        EXPECT_EQ(widths.back(), 600);
+        const auto isOnTheWay = [](int width) { return width > 400 && width < 600; };
+        EXPECT_EQ(std::any_of(widths.begin(), widths.end(), isOnTheWay), moves);
+    }
+    settings->property_gtk_enable_animations() = before;
+}
+
+TEST_F(ToplevelTest, WindowThatIsOrderedOutOnTheWayToAFrameHasThatFrame)
+{
+    Gtk::Settings::get_default()->property_gtk_enable_animations() = true;
+    library.window.setFrame({ 0, 0, 400, 300 });
+    library.window.orderFront();
+    reader.window.setFrame({ 0, 0, 400, 300 });
+    reader.window.makeKeyAndOrderFront();
+    ASSERT_TRUE(waitUntilLaidOut(reader));
+    reader.window.animateToFrame({ 0, 0, 600, 500 });
+    reader.window.orderOut();
+    EXPECT_EQ(reader.window.frame(), (Rect { 0, 0, 600, 500 }));
+    ASSERT_TRUE(waitUntilLaidOut(library));
+    EXPECT_EQ(library.window.frame(), (Rect { 0, 0, 400, 300 }));
 }
 
 TEST_F(ToplevelTest, FrameOfTheWindowInFrontFollowsTheDesktop)

@@ -1,6 +1,7 @@
 #include "desktop/gtk/SharedWindow.hpp"
 
 #include <glibmm/main.h>
+#include <gtkmm/settings.h>
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +14,18 @@ namespace {
 
 // In milliseconds. Covered and minimised windows are not laid out.
 constexpr unsigned layoutTimeout = 1'000;
+
+// How long a window takes to another size, in microseconds of the frame clock, and how much of the way one step may be:
+// all of it would be no animation.
+constexpr double animationTime = 150'000;
+constexpr double largestStep = 0.25;
+// How long the desktop may take to give the window the size of a step.
+constexpr std::int64_t stepPatience = 250'000;
+
+int between(int from, int to, double progress)
+{
+    return from + static_cast<int>(std::lround((to - from) * progress));
+}
 
 int points(double length)
 {
@@ -31,6 +44,7 @@ SharedWindow::SharedWindow(Toplevel& toplevel, Gtk::Widget& content)
 
 SharedWindow::~SharedWindow()
 {
+    stopAnimation();
     _stateAction = nullptr;
     _fullScreenAction = nullptr;
     _toplevel.remove(*this);
@@ -47,12 +61,72 @@ void SharedWindow::setTitle(const std::string& title)
 
 Rect SharedWindow::frame() const
 {
-    const auto size = isFront() ? _toplevel.size() : _placement.size;
+    const auto size = _animation ? _animation->to : isFront() ? _toplevel.size() : _placement.size;
     return { _x, _y, static_cast<double>(size.width), static_cast<double>(size.height) };
+}
+
+void SharedWindow::animateToFrame(const Rect& frame)
+{
+    const bool moves = window().get_settings()->property_gtk_enable_animations().get_value();
+    if (!isFront() || !_content.get_mapped() || _toplevel.isSizedByDesktop() || !moves)
+        return setFrame(frame);
+    stopAnimation();
+    _x = frame.x;
+    _y = frame.y;
+    const auto animation
+        = std::make_shared<Animation>(Animation { _toplevel.size(), { points(frame.width), points(frame.height) } });
+    if (animation->to == animation->from)
+        return;
+    _animation = animation;
+    window().add_tick_callback([this, animation](const Glib::RefPtr<Gdk::FrameClock>& clock) {
+        // It is over when this is gone.
+        return !animation->isOver && showStep(*animation, clock->get_frame_time());
+    });
+}
+
+// Whether there are more. The next waits for the one before it, so that each is seen.
+bool SharedWindow::showStep(Animation& animation, std::int64_t time)
+{
+    if (animation.start == 0)
+        animation.start = animation.lastStep = time;
+    else if (!_toplevel.hasAskedSize() && time - animation.lastStep < stepPatience)
+        return true;
+    if (_toplevel.isSizedByDesktop()) {
+        stopAnimation();
+        return false;
+    }
+    animation.lastStep = time;
+    const double due = static_cast<double>(time - animation.start) / animationTime;
+    animation.progress = std::min({ due, animation.progress + largestStep, 1.0 });
+    if (animation.progress >= 1) {
+        endAnimation();
+        return false;
+    }
+    _toplevel.setSize({ between(animation.from.width, animation.to.width, animation.progress),
+        between(animation.from.height, animation.to.height, animation.progress) });
+    return true;
+}
+
+// With the size that it was on its way to.
+void SharedWindow::endAnimation()
+{
+    if (!_animation)
+        return;
+    const auto size = _animation->to;
+    stopAnimation();
+    _toplevel.setSize(size);
+}
+
+// With the size that it has.
+void SharedWindow::stopAnimation()
+{
+    if (const auto animation = std::exchange(_animation, nullptr))
+        animation->isOver = true;
 }
 
 void SharedWindow::setFrame(const Rect& frame)
 {
+    stopAnimation();
     _x = frame.x;
     _y = frame.y;
     const Size size { points(frame.width), points(frame.height) };
@@ -125,6 +199,7 @@ void SharedWindow::didComeToFront()
 
 void SharedWindow::willLeaveFront()
 {
+    endAnimation();
     _placement = _toplevel.placement();
     for (const auto& controller : _controllers)
         window().remove_controller(controller);
@@ -197,7 +272,7 @@ Reply<void> SharedWindow::laidOut()
         if (self.expired())
             return;
         const auto size = contentSize();
-        if (size && !_toplevel.isBeingResized() && (_toplevel.hasAskedSize() || size == layout->seen))
+        if (size && !_animation && !_toplevel.isBeingResized() && (_toplevel.hasAskedSize() || size == layout->seen))
             layout->answer();
         layout->seen = size;
     };

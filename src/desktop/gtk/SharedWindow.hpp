@@ -7,6 +7,7 @@
 #include <gtkmm/eventcontroller.h>
 #include <gtkmm/window.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -29,7 +30,8 @@ public:
     // The desktop places windows: the origin is what was last set.
     Rect frame() const override;
     void setFrame(const Rect& frame) override;
-    void animateToFrame(const Rect& frame) override { setFrame(frame); }
+    // At once where it is not seen, the desktop decides its size, or the person asked for no animations.
+    void animateToFrame(const Rect& frame) override;
     void center() override { }
 
     void orderFront() override;
@@ -62,6 +64,17 @@ public:
 private:
     using Size = Toplevel::Size;
 
+    // On the way from one size to another.
+    struct Animation {
+        Size from;
+        Size to;
+        // Microseconds of the frame clock.
+        std::int64_t start = 0;
+        std::int64_t lastStep = 0;
+        double progress = 0;
+        bool isOver = false;
+    };
+
     Gtk::Widget& content() override { return _content; }
     void didComeToFront() override;
     void willLeaveFront() override;
@@ -71,6 +84,9 @@ private:
     bool shouldClose() override;
     void rememberFocus(Gtk::Widget* focus) override;
     bool restoreFocus() override;
+    bool showStep(Animation& animation, std::int64_t time);
+    void endAnimation();
+    void stopAnimation();
     std::optional<Size> contentSize() const;
 
     Toplevel& _toplevel;
@@ -79,6 +95,8 @@ private:
     double _x = 0;
     double _y = 0;
     Toplevel::Placement _placement;
+    // Null while its size stands still.
+    std::shared_ptr<Animation> _animation;
     bool _visible = false;
     bool _key = false;
     GObjectPtr<GtkWidget> _focus;

@@ -51,6 +51,13 @@ Toplevel::Toplevel(Glib::RefPtr<Gtk::Application> application)
                 window->activeDidChange();
         }),
         _window.property_fullscreened().signal_changed().connect([this] { fullScreenDidChange(); }),
+        _window.property_default_width().signal_changed().connect([this] { keepAskedSize(); }),
+        _window.property_default_height().signal_changed().connect([this] { keepAskedSize(); }),
+        _window.signal_realize().connect([this] {
+            _window.get_surface()->signal_layout().connect([this](int width, int height) {
+                sizeDidCome({ width, height });
+            });
+        }),
         _window.property_maximized().signal_changed().connect([this] { maximizedDidChange(); }),
         _window.property_focus_widget().signal_changed().connect([this] { keepFocusInFront(); }),
         _window.signal_close_request().connect(
@@ -203,7 +210,32 @@ void Toplevel::setSize(Size size)
         _sizeAfterMaximized = size;
         _window.unmaximize();
     }
+    ask(size);
+}
+
+void Toplevel::ask(Size size)
+{
+    _askedSizes.push_back(size);
     _window.set_default_size(size.width, size.height);
+}
+
+// The toolkit takes a size that comes from the desktop for the one that is wanted. One that was asked for before the
+// last, and comes late, is not.
+void Toplevel::keepAskedSize()
+{
+    if (_askedSizes.empty() || _askedSizes.back() == freeSize())
+        return;
+    const auto last = _askedSizes.back();
+    if (std::find(_askedSizes.begin(), _askedSizes.end(), freeSize()) != _askedSizes.end())
+        _window.set_default_size(last.width, last.height);
+}
+
+// The last that was asked for, or one that the desktop or the person has chosen.
+void Toplevel::sizeDidCome(Size size)
+{
+    const auto asked = std::find(_askedSizes.begin(), _askedSizes.end(), size);
+    if (asked == _askedSizes.end() || size == _askedSizes.back())
+        _askedSizes.clear();
 }
 
 bool Toplevel::isMaximized() const
@@ -223,7 +255,7 @@ void Toplevel::place(const Placement& placement)
     if (!placement.isMaximized || isMaximized())
         return setSize(placement.isMaximized ? placement.size : *placement.freeSize);
     _sizeAfterMaximized.reset();
-    _window.set_default_size(placement.freeSize->width, placement.freeSize->height);
+    ask(*placement.freeSize);
     _window.maximize();
 }
 
@@ -231,8 +263,7 @@ void Toplevel::maximizedDidChange()
 {
     if (_window.is_maximized() || !_sizeAfterMaximized)
         return;
-    const auto size = *std::exchange(_sizeAfterMaximized, std::nullopt);
-    _window.set_default_size(size.width, size.height);
+    ask(*std::exchange(_sizeAfterMaximized, std::nullopt));
 }
 
 bool Toplevel::hasAskedSize() const

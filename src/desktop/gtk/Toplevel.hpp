@@ -76,6 +76,8 @@ public:
     void setSize(Size size);
     Placement placement() const;
     void place(const Placement& placement);
+    // Whether the desktop decides the size: maximised, tiled or full screen.
+    bool isSizedByDesktop() const;
     bool isBeingResized() const { return _sizeAfterMaximized.has_value(); }
     bool hasAskedSize() const;
     bool isFullScreen() const;
@@ -95,8 +97,9 @@ private:
     // Where the desktop leaves the choice.
     Size freeSize() const;
     bool isMaximized() const;
-    // Whether the desktop decides the size: maximised, tiled or full screen.
-    bool isSizedByDesktop() const;
+    void ask(Size size);
+    void keepAskedSize();
+    void sizeDidCome(Size size);
     void maximizedDidChange();
     void fullScreenDidChange();
     void keepFocusInFront();
@@ -110,6 +113,8 @@ private:
     // Those that are ordered in; the last is in front.
     std::vector<Member*> _ordered;
     std::optional<Asked> _asked;
+    // Sizes that were asked for and have not come, in that order.
+    std::vector<Size> _askedSizes;
     // The size that it gets as soon as it is not maximised any more.
     std::optional<Size> _sizeAfterMaximized;
     sigc::connection _hiding;

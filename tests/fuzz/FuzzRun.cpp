@@ -36,6 +36,7 @@ struct Record {
     }
     std::uint64_t executions = 0;
     Milliseconds slowest {};
+    Milliseconds limit { std::getenv("PAGORA_FUZZ_SLOWEST") ? std::atof(std::getenv("PAGORA_FUZZ_SLOWEST")) : 0 };
     LogCapture silence;
 };
 
@@ -55,8 +56,10 @@ FuzzRun::FuzzRun()
 
 FuzzRun::~FuzzRun()
 {
+    const auto taken = processorTime() - _start;
     ++record().executions;
-    record().slowest = std::max(record().slowest, processorTime() - _start);
+    record().slowest = std::max(record().slowest, taken);
+    require(record().limit.count() == 0 || taken < record().limit);
 }
 
 void require(bool holds, const char* file, int line)

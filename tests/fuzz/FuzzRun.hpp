@@ -11,8 +11,9 @@ namespace pagora::test {
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 // One input's way through a target: it takes the time. The number of inputs, and the milliseconds of processor time of
-// the slowest one, are written to the file PAGORA_FUZZ_REPORT when the program ends. Nothing that the input makes the
-// program log is shown.
+// the slowest one, are written to the file PAGORA_FUZZ_REPORT when the program ends. An input that takes
+// PAGORA_FUZZ_SLOWEST milliseconds or more is a finding, where that is set. Nothing that the input makes the program
+// log is shown.
 class FuzzRun {
 public:
     FuzzRun();

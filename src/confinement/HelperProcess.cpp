@@ -23,6 +23,9 @@ namespace {
 // The interval at which the budget is checked.
 constexpr int watchMilliseconds = 50;
 
+// What a program whose libraries are missing ends with.
+constexpr int notLoaded = 127;
+
 std::chrono::nanoseconds durationOf(const timespec& time)
 {
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
@@ -84,6 +87,7 @@ bool HelperProcess::start()
 {
     if (_process)
         return true;
+    _couldStart = false;
     int ends[2] = { -1, -1 };
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
         return false;
@@ -95,6 +99,7 @@ bool HelperProcess::start()
         return false;
     }
     _socket = std::move(ours);
+    _couldStart = true;
     return true;
 }
 
@@ -140,6 +145,8 @@ void HelperProcess::end()
     rusage used {};
     while (::wait4(_process, &status, 0, &used) < 0 && errno == EINTR) { }
     _process = 0;
+    if (WIFEXITED(status) && WEXITSTATUS(status) == notLoaded)
+        _couldStart = false;
     const auto durationOf = [](const timeval& time) {
         return std::chrono::seconds(time.tv_sec) + std::chrono::microseconds(time.tv_usec);
     };

@@ -40,6 +40,9 @@ public:
     // Sends a message, with an open file unless that is -1, and waits for the answer. Missing when the process ends
     // before it has answered, or had to be ended.
     std::optional<std::string> ask(std::string_view message, int file, const HelperBudget& budget);
+    // False when the last question has no answer because the program, or a library that it needs, is not there or may
+    // not be started.
+    bool couldStart() const { return _couldStart; }
 
     // Ends the process; the next question starts another one.
     void end();
@@ -65,6 +68,7 @@ private:
     const std::function<bool()> _isEnded;
     std::vector<std::string> _arguments;
     pid_t _process = 0;
+    bool _couldStart = true;
     Usage _usage;
     FileDescriptor _socket;
 };

@@ -85,7 +85,15 @@ private:
     {
         _mainController.addFaultyBook(validUtf8(_archiveName) + " --> " + validUtf8(reason));
     }
-    bool isOutOfRoom() const { return _archive && _archive->isOutOfRoom(); }
+    bool isOutOfRoom() const { return _archive && (_archive->isOutOfRoom() || _archive->isDiskFull()); }
+    // What the disk cannot take is missing, and a record without it would stay so.
+    bool rejectForRoom() const
+    {
+        if (!_archive->isDiskFull())
+            return rejectTooLarge();
+        report(_("epub can not be read (the disk is full or can not be written)"));
+        return false;
+    }
     // A limit was exceeded; nothing of the book is used.
     bool rejectTooLarge() const
     {
@@ -126,7 +134,7 @@ bool Inspection::openArchive()
     _archive->setRoom(BookLimits().extractedBytes);
     _archive->extract(
         { mimetypeMember, displayOptionsMember, encryptionMember, containerMember }, _dataPath, {}, _spare);
-    return !_archive->isOutOfRoom() || rejectTooLarge();
+    return !isOutOfRoom() || rejectForRoom();
 }
 
 bool Inspection::checkMimetype()
@@ -178,7 +186,7 @@ bool Inspection::findPackage()
         = extractedMember(_archive ? &*_archive : nullptr, *parser.opfFile(), _dataPath, MemberName::Exact, _spare);
     layOutFolders(*parser.opfFile());
     if (isOutOfRoom())
-        return rejectTooLarge();
+        return rejectForRoom();
     if (!file && !reject(_("epub is corrupted (can't open content opf-file)")))
         return false;
     _packageFile = file.value_or("");
@@ -221,7 +229,7 @@ bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
     const auto href = package.fileList().empty() ? std::string() : package.fileList().back();
     const auto page = href.empty() ? std::nullopt : extracted(href);
     if (isOutOfRoom())
-        return rejectTooLarge();
+        return rejectForRoom();
     if (!page) {
         report(
             formatted(_("can't open first content file '%s'"), appendingPathComponent(_packageFolder, href).c_str()));
@@ -288,7 +296,7 @@ BookInfoPtr Inspection::run()
     }
     const auto cover = readCover(package);
     if (isOutOfRoom()) {
-        rejectTooLarge();
+        rejectForRoom();
         return nullptr;
     }
 
@@ -312,7 +320,7 @@ BookInfoPtr Inspection::run()
         // Too large to store.
         book->setFiles({});
         book->setContent(Value::Array {});
-        rejectTooLarge();
+        isOutOfRoom() ? rejectForRoom() : rejectTooLarge();
         return nullptr;
     }
     return book;

@@ -21,7 +21,7 @@ namespace {
 using namespace inspection_messages;
 using std::chrono::seconds;
 
-constexpr const char* program = "pagora-inspect";
+constexpr const char* coverProgram = "pagora-inspect";
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 // Sanitizers multiply time and memory.
@@ -77,11 +77,12 @@ Value::Array arrayAt(const Value& answer, const char* key)
 
 }
 
-InspectionProcess::InspectionProcess(InspectionHub& hub, std::function<bool()> isEnded, const InspectionLimits& limits)
+InspectionProcess::InspectionProcess(
+    InspectionHub& hub, std::function<bool()> isEnded, const InspectionLimits& limits, std::string program)
     : _mainController(hub)
     , _isEnded(isEnded)
     , _limits(limits)
-    , _process(program, std::move(isEnded))
+    , _process(std::move(program), std::move(isEnded))
 {
 }
 
@@ -116,9 +117,15 @@ BookInfoPtr InspectionProcess::getBookInfo(
         return nullptr;
     if (answer && answer->find(IsAccepted))
         return take(*answer, archivePath);
-    _mainController.addFaultyBook(
-        validUtf8(lastPathComponent(archivePath)) + " --> " + _("epub is too large to be opened safely"));
+    reject(archivePath,
+        _process.couldStart() ? _("epub is too large to be opened safely")
+                              : _("epub can not be read (the program that inspects books can not be started)"));
     return nullptr;
+}
+
+void InspectionProcess::reject(const std::string& archivePath, const std::string& reason)
+{
+    _mainController.addFaultyBook(validUtf8(lastPathComponent(archivePath)) + " --> " + reason);
 }
 
 BookInfoPtr InspectionProcess::take(const Value& answer, const std::string& archivePath)
@@ -130,8 +137,7 @@ BookInfoPtr InspectionProcess::take(const Value& answer, const std::string& arch
     const auto* record = answer.find(Record);
     auto book = record ? bookFromEntry(*record) : nullptr;
     if (book && !isSound(*book, _mainController.folders()._booksPath)) {
-        _mainController.addFaultyBook(
-            validUtf8(lastPathComponent(archivePath)) + " --> " + _("epub is too large to be opened safely"));
+        reject(archivePath, _("epub is too large to be opened safely"));
         return nullptr;
     }
     if (book) {
@@ -150,7 +156,7 @@ void InspectionProcess::emptyScratch()
 }
 
 CoverProcess::CoverProcess(std::function<bool()> isEnded)
-    : _process(program, std::move(isEnded))
+    : _process(coverProgram, std::move(isEnded))
 {
 }
 

@@ -11,12 +11,13 @@
 namespace pagora {
 
 // Runs EpubInspection in a confined helper process. A book that exceeds its budget of time or memory, or crashes the
-// process, is rejected as past a bound, and the process is restarted for the next. Works in the library's one scratch
-// folder; one inspection at a time, any thread.
+// process, is rejected as past a bound, and the process is restarted for the next. Where it cannot be started, each book
+// is rejected with a line that says so. Works in the library's one scratch folder; one inspection at a time, any thread.
 class InspectionProcess {
 public:
     // Once `isEnded` returns true, on any thread, an inspection gives no record and no line.
-    InspectionProcess(InspectionHub& hub, std::function<bool()> isEnded, const InspectionLimits& limits = {});
+    InspectionProcess(InspectionHub& hub, std::function<bool()> isEnded, const InspectionLimits& limits = {},
+        std::string program = "pagora-inspect");
 
     // As EpubInspection says.
     BookInfoPtr getBookInfo(
@@ -36,6 +37,7 @@ public:
 private:
     std::optional<Value> ask(Value::Dictionary question, FileDescriptor archive);
     BookInfoPtr take(const Value& answer, const std::string& archivePath);
+    void reject(const std::string& archivePath, const std::string& reason);
     void prepare();
 
     InspectionHub& _mainController;

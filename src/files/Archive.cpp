@@ -9,6 +9,7 @@
 #include <zip.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <limits>
 #include <memory>
@@ -135,6 +136,7 @@ struct Archive::Handle {
     // Bytes that may still be extracted.
     std::uint64_t room = std::numeric_limits<std::uint64_t>::max();
     bool isOutOfRoom = false;
+    bool isDiskFull = false;
 
     bool readDirectory(const ArchiveLimits& limits, std::uint64_t archiveBytes);
     Member describe(zip_uint64_t index) const;
@@ -162,6 +164,12 @@ Member Archive::Handle::describe(zip_uint64_t index) const
     if (!S_ISLNK(type) && (isPlain || system == ZIP_OPSYS_DOS) && !isEncrypted)
         member.path = joined(safeComponents(member.name), "/");
     return member;
+}
+
+// Whether this error is the disk's, and not that of a name.
+bool takesNoFiles(int error)
+{
+    return error == ENOSPC || error == EDQUOT || error == EROFS || error == EACCES;
 }
 
 // False when the archive breaks a bound.
@@ -210,8 +218,10 @@ bool Archive::Handle::extract(
     folders.pop_back();
     // Frees the name also for a member that cannot be read.
     const auto file = destination.makeFile(folders, name);
-    if (!file)
+    if (!file) {
+        isDiskFull = isDiskFull || takesNoFiles(errno);
         return true;
+    }
     MemberReader reader(zip.get(), member.index);
     if (!reader.isOpen()) {
         destination.removeLastFile();
@@ -228,7 +238,9 @@ bool Archive::Handle::extract(
             break;
         written += got;
         room -= got;
-        if (got == 0 || !writeAll(file.get(), { buffer.data(), got }))
+        // At the end of the member, its file could not be ended.
+        isDiskFull = got == 0 || !writeAll(file.get(), { buffer.data(), got });
+        if (isDiskFull)
             break;
     }
     destination.removeLastFile();
@@ -297,6 +309,11 @@ void Archive::setRoom(std::uint64_t bytes)
 bool Archive::isOutOfRoom() const
 {
     return _handle->isOutOfRoom;
+}
+
+bool Archive::isDiskFull() const
+{
+    return _handle->isDiskFull;
 }
 
 std::optional<std::string> Archive::read(const std::string& member, std::uint64_t limit) const

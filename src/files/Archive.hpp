@@ -44,6 +44,8 @@ public:
     void setRoom(std::uint64_t bytes);
     // Whether members were left out because of that limit.
     bool isOutOfRoom() const;
+    // Whether something did not come because the destination's disk is full, or may not be written.
+    bool isDiskFull() const;
 
     // The bytes of the member of that very name; missing when there is none, or it holds more than `limit`.
     std::optional<std::string> read(const std::string& member, std::uint64_t limit) const;

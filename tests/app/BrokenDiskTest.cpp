@@ -1,13 +1,12 @@
 #include "base/Log.hpp"
 #include "tests/app/Program.hpp"
 #include "tests/support/ForkedTest.hpp"
+#include "tests/support/ReadOnlyFolder.hpp"
 #include "tests/support/SmallDisk.hpp"
 
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <linux/capability.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace pagora {
@@ -40,31 +39,6 @@ std::string noise(std::size_t size)
     for (auto& byte : bytes)
         byte = static_cast<char>((state = state * 1664525 + 1013904223) >> 24);
     return bytes;
-}
-
-void makeWritable(const std::string& folder)
-{
-    std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
-    for (const auto& item : std::filesystem::directory_iterator(folder)) {
-        if (item.is_directory())
-            makeWritable(item.path());
-    }
-}
-
-// This process may write nothing in the folder, whoever runs the test.
-void makeReadOnly(const std::string& folder)
-{
-    namespace fs = std::filesystem;
-    const auto readable = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
-    const auto searchable = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
-    fs::permissions(folder, readable | searchable);
-    for (const auto& item : fs::recursive_directory_iterator(folder))
-        fs::permissions(item.path(), item.is_directory() ? readable | searchable : readable);
-    // Root may write everywhere, but for its capabilities.
-    __user_cap_header_struct header { _LINUX_CAPABILITY_VERSION_3, 0 };
-    __user_cap_data_struct none[2] {};
-    EXPECT_EQ(syscall(SYS_capset, &header, none), 0);
-    EXPECT_FALSE(writeFile(folder + "/new", "x"));
 }
 
 }
@@ -133,7 +107,7 @@ TEST_F(BrokenDisk, APlaceThatCannotBeSavedIsSavedLater)
 TEST_F(BrokenDisk, InAReadOnlyHomeTheProgramStartsAndSaysSo)
 {
     test::inForkedProcess([this] {
-        makeReadOnly(home.path());
+        test::makeReadOnly(home.path());
         Program program(home.path());
         program.launch();
         EXPECT_EQ(program.defaults.openingProblem(),
@@ -142,7 +116,7 @@ TEST_F(BrokenDisk, InAReadOnlyHomeTheProgramStartsAndSaysSo)
         EXPECT_EQ(program.catalogue().count(), 0u);
         EXPECT_FALSE(program.defaults.synchronize());
     });
-    makeWritable(home.path());
+    test::makeWritable(home.path());
 }
 
 TEST_F(BrokenDisk, AStoredLibraryIsShownFromAReadOnlyHome)
@@ -154,14 +128,14 @@ TEST_F(BrokenDisk, AStoredLibraryIsShownFromAReadOnlyHome)
         program.import({ "Sea.epub", "Land.epub" });
     }
     test::inForkedProcess([&] {
-        makeReadOnly(home.path());
+        test::makeReadOnly(home.path());
         Program program(home.path());
         program.launch();
         EXPECT_EQ(program.titles(), titles);
         EXPECT_NE(program.defaults.openingProblem(), "");
         EXPECT_FALSE(program.window.errorWinFake.visible);
     });
-    makeWritable(home.path());
+    test::makeWritable(home.path());
     for (const char* name : { "Sea.epub", "Land.epub" })
         EXPECT_TRUE(fileExists(home.path(std::string("Documents/ePubLibrary/") + name)));
 }

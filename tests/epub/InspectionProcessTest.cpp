@@ -140,6 +140,20 @@ TEST_F(InspectionProcessTest, ProcessThatWentAwayIsStartedAnew)
     EXPECT_TRUE(inspect(EpubBuilder()));
 }
 
+TEST_F(InspectionProcessTest, EachBookSaysSoWhereTheProgramCannotBeStarted)
+{
+    InspectionProcess none(
+        _hub, [] { return false; }, {}, "pagora-none");
+    const auto path = EpubBuilder().write(_folder.path("Book.epub"));
+    test::makeFile(_folder.path("cache/_data/left"), "");
+    none.emptyScratch();
+    EXPECT_EQ(folderEntries(_folder.path("cache/_data")), Lines {});
+    for (int i = 0; i < 2; ++i)
+        EXPECT_FALSE(none.getBookInfo(path, StopOnErrors::Yes));
+    EXPECT_EQ(_hub.faultyBooks,
+        Lines(2, "Book.epub --> epub can not be read (the program that inspects books can not be started)"));
+}
+
 TEST_F(InspectionProcessTest, BookThatTakesTooMuchTimeIsRefused)
 {
     InspectionLimits limits;
@@ -151,6 +165,18 @@ TEST_F(InspectionProcessTest, BookThatTakesTooMuchTimeIsRefused)
     EXPECT_FALSE(quick.getBookInfo(path, StopOnErrors::Yes));
     EXPECT_EQ(_hub.faultyBooks, tooLarge);
     EXPECT_EQ(quick.process(), 0);
+}
+
+TEST_F(InspectionProcessTest, InspectionThatTakesTooLongIsRefused)
+{
+    InspectionLimits limits;
+    limits.seconds = 0;
+    InspectionProcess quick(
+        _hub, [] { return false; }, limits);
+    quick.emptyScratch();
+    const auto path = EpubBuilder().member("OEBPS/toc.ncx", manyAttributes(2'000)).write(_folder.path("Book.epub"));
+    EXPECT_FALSE(quick.getBookInfo(path, StopOnErrors::Yes));
+    EXPECT_EQ(_hub.faultyBooks, tooLarge);
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)

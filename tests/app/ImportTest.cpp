@@ -350,6 +350,16 @@ TEST_F(Import, TheFirstDialogStartsInTheHomeFolder)
     EXPECT_EQ(second, "/");
 }
 
+TEST_F(Import, TheFirstDialogAfterAResetStartsInTheHomeFolderAgain)
+{
+    program.window.actions.importDialog();
+    program.controller->resetAppSettings();
+    program.runLoop.runPosted();
+    std::filesystem::current_path("/");
+    program.window.actions.importDialog();
+    EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), program.home.path()));
+}
+
 TEST_F(Import, ACancelledOrEmptyDialogImportsNothing)
 {
     program.window.actions.importDialog();

@@ -129,6 +129,16 @@ TEST_F(OpenFiles, AFileWithoutContentsTakesThoseOfTheFileBefore)
     EXPECT_EQ(content->size(), 2u);
 }
 
+TEST_F(OpenFiles, ABrokenFileAfterARealOnePassesInspection)
+{
+    open(program.download("Sea.epub"));
+    program.closeReader();
+    open(program.downloadBroken("Broken.epub"));
+    EXPECT_FALSE(program.window.errorWinFake.visible);
+    EXPECT_EQ(program.controller->currentBook()->title(), "Sea");
+    EXPECT_EQ(program.controller->currentBook()->epubPath(), program.inLibrary("Broken.epub"));
+}
+
 TEST_F(OpenFiles, SeveralFilesAreCopiedIntoTheLibraryWhateverTheMode)
 {
     program.defaults.setObject("DragDropMode", "Move");

@@ -102,6 +102,27 @@ TEST(StartUp, TheFirstLaunchRemovesEveryKeyAndImportsTheFolder)
     EXPECT_EQ(program.window.shown->books.content().size(), 2u);
 }
 
+TEST(StartUp, AnImportThatIsStoppedShowsWhatCameInAndTheNextLaunchTakesTheRest)
+{
+    Program program;
+    for (const char* name : { "Sea.epub", "Land.epub", "Plan.epub" })
+        program.writeBook(program.inLibrary(name));
+    program.window.procTextFake.whenSet = [&program](const std::string& text) {
+        if (text == "2 of 3")
+            program.window.actions.cancelProcess();
+    };
+    program.launch();
+    EXPECT_EQ(program.catalogue().count(), 2u);
+    EXPECT_EQ(program.storedCount(), 2u);
+    EXPECT_EQ(program.window.shown->books.content().size(), 2u);
+    EXPECT_FALSE(program.window.indicatorWindowFake.visible);
+    program.window.procTextFake.whenSet = nullptr;
+    program.launch();
+    auto titles = program.titles();
+    std::sort(titles.begin(), titles.end());
+    EXPECT_EQ(titles, (Names { "Land", "Plan", "Sea" }));
+}
+
 TEST(StartUp, AfterALaunchThatFailedEverythingIsRebuilt)
 {
     Program program;

@@ -15,6 +15,15 @@ timeout 60 "$programs/pagora" "$HOME/books/03 Letters from the Orchard.epub" || 
 reads "Letters from the Orchard"
 picture second-start
 [ -f "$library/03 Letters from the Orchard.epub" ] || fail "there is no copy to read from"
+
+# One that is missing shows an alert, and what is read stays.
+reader=$(active_window)
+timeout 60 "$programs/pagora" "$HOME/books/none.epub" || fail "the start with a missing file did not end well"
+within 20 another_window "$reader"
+picture missing-file
+key Return
+reads "Letters from the Orchard"
+[ -f "$library/03 Letters from the Orchard.epub" ] || fail "the copy that is read is gone"
 key ctrl+w
 within 20 window_is Pagora
 within 20 [ ! -e "$library/03 Letters from the Orchard.epub" ]

@@ -1,0 +1,73 @@
+#!/usr/bin/env bash
+# The program is told to end, by the system and by a key, while it imports books that take all the time that they may: it
+# ends at once, and what was copied before them is in the library at the next start. With PAGORA_STRICT=1 it has one
+# second; a machine that does other work cannot hold that.
+set -euo pipefail
+. "$(dirname "$0")/../../scripts/drive.sh"
+
+library=$HOME/Documents/ePubLibrary
+limit=$([ "${PAGORA_STRICT:-}" = 1 ] && echo 1000 || echo 30000)
+"$here/make-sample-books" "$HOME/books" >/dev/null
+
+# Elements of so many namespaces that their parser works until its time is used up.
+python3 - "$HOME/books/06 Marginalia.epub" "$HOME/books/Endless.epub" <<'END'
+import sys, zipfile
+element = "<e" + "".join(f" xmlns:n{i}='u'" for i in range(900)) + "/>"
+with zipfile.ZipFile(sys.argv[1]) as old, zipfile.ZipFile(sys.argv[2], "w", zipfile.ZIP_DEFLATED) as new:
+    for name in old.namelist():
+        new.writestr(name, "<ncx>" + element * 2000 + "</ncx>" if name.endswith(".ncx") else old.read(name))
+END
+mkdir -p "$HOME/hostile"
+cp "$HOME/books/01 The Lantern Keeper.epub" "$HOME/hostile"
+for number in $(seq 10 29); do cp "$HOME/books/Endless.epub" "$HOME/hostile/$number.epub"; done
+
+inspecting() { pgrep -P "$program" -x pagora-inspect; }
+# ticks PROCESS: of the processor, a hundredth of a second each.
+ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; }
+is_busy() {
+    local process
+    process=$(inspecting | head -1) && [ -n "$process" ] && [ "$(ticks "$process")" -gt "$((${busy_before:-0} + 50))" ]
+}
+# ends_after COMMAND...: the program has ended well in time, and with it what inspects for it.
+ends_after() {
+    local helpers begin code=0 took
+    helpers=$(inspecting)
+    begin=$(date +%s%N)
+    "$@"
+    wait "$program" || code=$?
+    took=$((($(date +%s%N) - begin) / 1000000))
+    program=
+    echo "$*: $took ms"
+    [ "$code" = 0 ] || fail "it ended with $code"
+    [ "$took" -le "$limit" ] || fail "it ended after $took ms"
+    for process in $helpers; do
+        within 20 [ ! -e "/proc/$process" ]
+    done
+}
+# The first book, which was copied before the others, is there at the next start.
+is_taken_up() {
+    rm -f "$library"/[12][0-9].epub
+    start
+    within 60 window_is Pagora
+    within 60 catalogue '[book["Title"] for book in books] == ["The Lantern Keeper"]'
+    key ctrl+q
+    within 20 ended
+    rm -rf "$HOME"/.config/* "$HOME"/.local/share/* "$library"
+}
+
+# While the library is prepared.
+mkdir -p "$library"
+cp "$HOME/hostile/"* "$library"
+start
+within 120 is_busy
+ends_after kill -TERM "$program"
+is_taken_up
+
+# While files are imported that the desktop has handed over.
+start
+within 60 window_is Pagora
+"$programs/pagora" "$HOME/hostile/"*.epub
+within 120 [ -e "$library/01 The Lantern Keeper.epub" ]
+within 120 is_busy
+ends_after key ctrl+q
+is_taken_up

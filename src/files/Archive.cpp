@@ -239,9 +239,10 @@ bool Archive::Handle::extract(
         written += got;
         room -= got;
         // At the end of the member, its file could not be ended.
-        isDiskFull = got == 0 || !writeAll(file.get(), { buffer.data(), got });
-        if (isDiskFull)
+        if (got == 0 || !writeAll(file.get(), { buffer.data(), got })) {
+            isDiskFull = true;
             break;
+        }
     }
     destination.removeLastFile();
     return !stop.stop_requested() && !isOutOfRoom;

@@ -3,7 +3,7 @@
 # ends at once, and what was copied before them is in the library at the next start. With PAGORA_STRICT=1 it has one
 # second; a machine that does other work cannot hold that.
 set -euo pipefail
-. "$(dirname "$0")/../../scripts/drive.sh"
+. "$(dirname "$0")/../drive/drive.sh"
 
 library=$HOME/Documents/ePubLibrary
 limit=$([ "${PAGORA_STRICT:-}" = 1 ] && echo 1000 || echo 30000)

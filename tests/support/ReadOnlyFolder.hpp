@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Files.hpp"
+#include "files/Files.hpp"
 
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -256,6 +256,13 @@ TEST_F(EpubInspectionTest, BookWithoutContentsHasAnEmptyList)
     EXPECT_EQ(book->content(), Value::Array {});
 }
 
+TEST_F(EpubInspectionTest, ContentsThatTheManifestDoesNotNameAreFoundByTheirUsualName)
+{
+    const auto book = inspect(withPackage(packageMember, "", "").member("OEBPS/toc.ncx", "<n><content src='a'/></n>"));
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->content()->size(), 1u);
+}
+
 TEST_F(EpubInspectionTest, ContentsEntryWithoutATargetIsSkipped)
 {
     const auto book

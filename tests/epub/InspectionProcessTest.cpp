@@ -85,6 +85,19 @@ TEST_F(InspectionProcessTest, TellsWhyABookIsRejected)
     EXPECT_EQ(_hub.faultyBooks, Lines { "missing.epub --> epub is corrupted (mimetype not identified)" });
 }
 
+TEST_F(InspectionProcessTest, BookOfAnotherTypeIsToldWhereProblemsDoNotStop)
+{
+    const auto path = EpubBuilder().member("mimetype", "application/x-ibooks+zip").write(_folder.path("Book.epub"));
+    _process.emptyScratch();
+    const auto book = _process.getBookInfo(path, StopOnErrors::No);
+    const auto here = EpubInspection(_hub).getBookInfo(path, StopOnErrors::No);
+    ASSERT_TRUE(here);
+    ASSERT_TRUE(book);
+    EXPECT_EQ(book->type(), here->type());
+    EXPECT_EQ(_hub.faultyBooks.size(), 2u);
+    EXPECT_EQ(_hub.faultyBooks.front(), _hub.faultyBooks.back());
+}
+
 TEST_F(InspectionProcessTest, RejectedBookKeepsItsRecord)
 {
     EXPECT_FALSE(inspect(EpubBuilder().fixedLayout(700, 900).without("OEBPS/chapter3.xhtml")));

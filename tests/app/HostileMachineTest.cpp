@@ -177,7 +177,7 @@ TEST_F(HostileMachine, AClockThatIsSetBackLosesNothing)
     for (const char* name : { "Plan.epub", "Tale.epub" }) {
         Program program(home.path());
         program.launch();
-        EXPECT_EQ(program.storeProblem, "");
+        EXPECT_EQ(program.defaults.openingProblem(), "");
         EXPECT_EQ(program.titles().front(), "Sea");
         EXPECT_EQ(program.book(0)->lastIndex(), 1u);
         program.import({ name });

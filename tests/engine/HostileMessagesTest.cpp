@@ -21,7 +21,6 @@ const Attack floods[] = {
     { "long addresses", "const x = 'x'.repeat(1.9e6); for (let i = 0; i < 20; ++i) location.hash = x + n++;" },
     { "short addresses", "for (let i = 0; i < 100; ++i) location.hash = n++;" },
     { "titles", "for (let i = 0; i < 100; ++i) document.title = n++;" },
-    { "requests", "for (let i = 0; i < 200; ++i) new Image().src = 'http://127.0.0.1:9/' + n++;" },
     { "dialogs", "for (let i = 0; i < 100; ++i) alert(n++);" },
 };
 

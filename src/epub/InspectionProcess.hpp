@@ -11,8 +11,9 @@
 namespace pagora {
 
 // Runs EpubInspection in a confined helper process. A book that exceeds its budget of time or memory, or crashes the
-// process, is rejected as past a bound, and the process is restarted for the next. Where it cannot be started, each book
-// is rejected with a line that says so. Works in the library's one scratch folder; one inspection at a time, any thread.
+// process, is rejected as past a bound, and the process is restarted for the next. Where it cannot be started, each
+// book is rejected with a line that says so. Works in the library's one scratch folder; one inspection at a time, any
+// thread.
 class InspectionProcess {
 public:
     // Once `isEnded` returns true, on any thread, an inspection gives no record and no line.

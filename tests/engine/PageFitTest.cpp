@@ -29,16 +29,20 @@ protected:
 
 TEST_F(PageFitTest, ThereIsRoomBetweenAPictureAndTheTextBesideIt)
 {
-    fit("<p id='text'><img style='float:left' width='100' height='60' src='none.svg'/>Some words beside the picture.</p>" + paragraphs(20),
+    fit("<p id='text'><img style='float:left' width='100' height='60' src='none.svg'/>Some words beside the "
+        "picture.</p>"
+            + paragraphs(20),
         2, "p,img{margin:0}");
     EXPECT_GE(number("(() => { const range = document.createRange(); range.selectNode(document.images[0].nextSibling);"
                      "return range.getClientRects()[0].left - document.images[0].getBoundingClientRect().right; })()"),
-        8) << evaluate("document.images[0].outerHTML");
+        8)
+        << evaluate("document.images[0].outerHTML");
 }
 
 TEST_F(PageFitTest, AHeadingStandsWithTheTextBelowIt)
 {
-    fit(filler(490) + "<h2 id='heading'>Heading</h2><p id='text'>One line of text.<br/>And another.</p>" + paragraphs(9),
+    fit(filler(490) + "<h2 id='heading'>Heading</h2><p id='text'>One line of text.<br/>And another.</p>"
+            + paragraphs(9),
         2, plain);
     EXPECT_EQ(placeOf("heading").substr(0, 4), "420,");
     EXPECT_EQ(placeOf("text").substr(0, 4), "420,");
@@ -52,7 +56,8 @@ TEST_F(PageFitTest, TheRoomThatAHeadingAsksForIsNotSeen)
 
 TEST_F(PageFitTest, AHeadingOnAGroundOfItsOwnStandsWithItsTextToo)
 {
-    fit(filler(490) + "<h2 id='heading'>Heading</h2><p id='text'>One line of text.<br/>And another.</p>" + paragraphs(9),
+    fit(filler(490) + "<h2 id='heading'>Heading</h2><p id='text'>One line of text.<br/>And another.</p>"
+            + paragraphs(9),
         2, std::string(plain) + "h2{background:#ddd}");
     EXPECT_EQ(placeOf("heading"), "420,40");
 }
@@ -72,7 +77,7 @@ TEST_F(PageFitTest, AChapterOfOneColumnStandsInTheMiddleOfThePage)
 TEST_F(PageFitTest, MarginsLeaveTheTextOfANarrowColumnItsRoom)
 {
     fit("<div style='padding:0 80px'><p style='margin:0 10px'><span id='text'>Some words in a narrow column, which "
-         "go on for a while.</span></p></div>"
+        "go on for a while.</span></p></div>"
             + paragraphs(30),
         3);
     EXPECT_EQ(evaluate("(() => { const boxes = Array.from(document.getElementById('text').getClientRects());"
@@ -104,7 +109,8 @@ TEST_F(PageFitTest, ParagraphsInATableStandBelowEachOtherInANarrowColumn)
 
 TEST_F(PageFitTest, ASmallFrameIsNotDivided)
 {
-    fit(filler(490) + "<div id='frame' style='border:1px solid;padding:9px'>A note.<br/>And more.</div>" + paragraphs(9),
+    fit(filler(490) + "<div id='frame' style='border:1px solid;padding:9px'>A note.<br/>And more.</div>"
+            + paragraphs(9),
         2, "p{margin:0;font-size:16px;line-height:20px}");
     EXPECT_EQ(evaluate("document.getElementById('frame').getClientRects().length"), "1");
 }

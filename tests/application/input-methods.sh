@@ -4,6 +4,9 @@ set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
 has_ibus() { ibus list-engine && ibus engine xkb:us::eng; }
+# The top of the contents, where the focus of the search field is seen.
+field_now() { seen 0 40 400 140; }
+field_is_another() { [ "$(field_now)" != "$field_before" ]; }
 search_is() { key ctrl+a ctrl+c && [ "$(clipboard)" = "$1" ]; }
 
 # read_through TEXT KEY...: reads a book with the keyboard alone; the keys, typed into the search field, give the text.
@@ -24,7 +27,9 @@ read_through() {
     turn Left
     turn End
     turn Home
+    field_before=$(field_now)
     key ctrl+f
+    within 20 field_is_another
     settle
     key "$@"
     within 20 search_is "$text"

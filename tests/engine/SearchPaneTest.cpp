@@ -1,5 +1,6 @@
 // The search and the way back in a reader window.
 
+#include "reader/gtk/SearchResultRow.hpp"
 #include "tests/engine/ReaderWindowTest.hpp"
 
 #include <gtkmm/checkbutton.h>
@@ -26,13 +27,13 @@ protected:
     void type(const std::string& text) { epub->searchField().setStringValue(text); }
 };
 
-// The labels below a widget, in order.
-void addLabels(Gtk::Widget& widget, std::vector<std::string>& labels)
+// The texts of the results below a widget, in order.
+void addTexts(Gtk::Widget& widget, std::vector<std::string>& texts)
 {
-    if (const auto* const label = dynamic_cast<Gtk::Label*>(&widget))
-        labels.push_back(label->get_text());
+    if (const auto* const row = dynamic_cast<SearchResultRow*>(&widget))
+        texts.push_back(row->text());
     for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling())
-        addLabels(*child, labels);
+        addTexts(*child, texts);
 }
 
 }
@@ -61,14 +62,14 @@ TEST_F(SearchPaneTest, ShowsTheResultsInThePlaceOfTheContents)
     EXPECT_FALSE(widget<Gtk::Widget>("tocClip").get_visible());
     pane().addChapter("One");
     pane().addResults({ result("<lamp>"), result("lamps") });
-    std::vector<std::string> labels;
+    std::vector<std::string> texts;
     ASSERT_TRUE(waitUntil([&] {
-        labels.clear();
-        addLabels(widget<Gtk::Widget>("resultList"), labels);
-        return labels.size() >= 3;
+        texts.clear();
+        addTexts(widget<Gtk::Widget>("resultList"), texts);
+        return texts.size() >= 3;
     }));
-    EXPECT_EQ(labels[0], "One");
-    EXPECT_EQ(labels[1], "before <lamp> after");
+    EXPECT_EQ(texts[0], "One");
+    EXPECT_EQ(texts[1], "before <lamp> after");
     pane().setResultsShown(false);
     EXPECT_TRUE(widget<Gtk::Widget>("tocClip").get_visible());
 }
@@ -126,6 +127,15 @@ TEST_F(SearchPaneTest, TakesAThousandResultsAndForgetsThem)
     pane().removeAllResults();
     EXPECT_EQ(rows(), 0u);
     pane().selectResult(3);
+}
+
+TEST_F(SearchPaneTest, MakesTheRowsOfManyResultsInParts)
+{
+    pane().setResultsShown(true);
+    pane().addChapter("One");
+    pane().addResults(std::vector<FoundText>(1000, result("a")));
+    EXPECT_LT(rows(), 100u);
+    ASSERT_TRUE(waitUntil([this] { return rows() == 1001; }));
 }
 
 TEST_F(SearchPaneTest, TheWayBackHasAButtonOnceThereIsOne)

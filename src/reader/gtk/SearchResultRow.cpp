@@ -3,6 +3,8 @@
 #include "desktop/gtk/DisplayText.hpp"
 
 #include <glibmm/markup.h>
+#include <gtkmm/snapshot.h>
+#include <gtkmm/stylecontext.h>
 
 namespace pagora {
 
@@ -25,32 +27,56 @@ Glib::ustring markup(const std::string& text)
 }
 
 SearchResultRow::SearchResultRow()
+    : _layout(create_pango_layout(""))
 {
-    _text.set_xalign(0);
-    _text.set_hexpand(true);
-    _text.set_ellipsize(Pango::EllipsizeMode::END);
-    append(_text);
+    set_hexpand(true);
+    _layout->set_ellipsize(Pango::EllipsizeMode::END);
+    _layout->set_wrap(Pango::WrapMode::WORD_CHAR);
     // The list's item around it has the role and the name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
+}
+
+void SearchResultRow::show(const Glib::ustring& markup, int maxLines)
+{
+    _layout->set_markup(markup);
+    // A negative height is a number of lines.
+    _layout->set_height(-maxLines);
+    queue_resize();
 }
 
 void SearchResultRow::showChapter(const std::string& name)
 {
     set_css_classes({ "search-chapter" });
     set_cursor();
-    _text.set_wrap(false);
-    _text.set_lines(1);
-    _text.set_text(displayText(name, 200));
+    show(Glib::Markup::escape_text(displayText(name, 200)), 1);
 }
 
 void SearchResultRow::showResult(const FoundText& found)
 {
     set_css_classes({ "search-result" });
     set_cursor("pointer");
-    _text.set_wrap(true);
-    _text.set_wrap_mode(Pango::WrapMode::WORD_CHAR);
-    _text.set_lines(3);
-    _text.set_markup(markup(found.before) + "<b>" + markup(found.match) + "</b>" + markup(found.after));
+    show("<span line_height=\"1.3\">" + markup(found.before) + "<b>" + markup(found.match) + "</b>" + markup(found.after)
+            + "</span>",
+        3);
+}
+
+void SearchResultRow::measure_vfunc(
+    Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline, int& naturalBaseline) const
+{
+    minimum = natural = 0;
+    minimumBaseline = naturalBaseline = -1;
+    if (orientation == Gtk::Orientation::HORIZONTAL || forSize < 0)
+        return;
+    _layout->set_width(forSize * Pango::SCALE);
+    int width = 0;
+    _layout->get_pixel_size(width, natural);
+    minimum = natural;
+}
+
+void SearchResultRow::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
+{
+    _layout->set_width(get_width() * Pango::SCALE);
+    snapshot->append_layout(_layout, get_style_context()->get_color());
 }
 
 std::string spokenResult(const FoundText& found)

@@ -2,22 +2,32 @@
 
 #include "find/BookFinder.hpp"
 
-#include <gtkmm/box.h>
-#include <gtkmm/label.h>
+#include <gtkmm/widget.h>
+#include <pangomm/layout.h>
 
 #include <string>
 
 namespace pagora {
 
-// One line of the results: the name of a chapter, or a match with the words around it. Main thread.
-class SearchResultRow : public Gtk::Box {
+// One line of the results: the name of a chapter, or a match with the words around it. Draws the text itself, because a
+// list makes about 200 rows at once, and a label computes its layout several times. Main thread.
+class SearchResultRow : public Gtk::Widget {
 public:
     SearchResultRow();
     void showChapter(const std::string& name);
     void showResult(const FoundText& found);
+    Glib::ustring text() const { return _layout->get_text(); }
+
+protected:
+    Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::HEIGHT_FOR_WIDTH; }
+    void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline,
+        int& naturalBaseline) const override;
+    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
 
 private:
-    Gtk::Label _text;
+    void show(const Glib::ustring& markup, int maxLines);
+
+    Glib::RefPtr<Pango::Layout> _layout;
 };
 
 // What assistive technology is told of a result.

@@ -5,13 +5,20 @@
 #include "reader/gtk/SearchResultRow.hpp"
 #include "reflowable/gtk/SearchFieldControl.hpp"
 
+#include <glibmm/main.h>
 #include <gtkmm/gestureclick.h>
 #include <gtkmm/signallistitemfactory.h>
+
+#include <algorithm>
 
 namespace pagora {
 
 namespace {
 constexpr std::size_t longestLabel = 400;
+// A list makes a widget for each of its first 200 or so rows, in view or not, and all at once. So these rows come in
+// parts, between which keys are handled.
+constexpr std::size_t rowsWithWidgets = 240;
+constexpr std::size_t rowsAtOnce = 30;
 }
 
 SearchPaneGtk::SearchPaneGtk(const Parts& parts, ActionQueue& queue)
@@ -29,6 +36,7 @@ SearchPaneGtk::SearchPaneGtk(const Parts& parts, ActionQueue& queue)
 
 SearchPaneGtk::~SearchPaneGtk()
 {
+    _rest.disconnect();
     for (auto& connection : _connections)
         connection.disconnect();
     _parts.list.set_model({});
@@ -92,6 +100,7 @@ void SearchPaneGtk::setResultsShown(bool isShown)
 
 void SearchPaneGtk::removeAllResults()
 {
+    _rest.disconnect();
     _model->splice(0, _model->get_n_items(), {});
     _lines.clear();
     _results.clear();
@@ -101,20 +110,29 @@ void SearchPaneGtk::removeAllResults()
 void SearchPaneGtk::addChapter(const std::string& name)
 {
     _lines.push_back({ std::nullopt, name });
-    _model->append(displayText(name, longestLabel));
 }
 
 void SearchPaneGtk::addResults(const std::vector<FoundText>& results)
 {
-    std::vector<Glib::ustring> texts;
-    texts.reserve(results.size());
     for (const auto& found : results) {
         _rowOfResult.push_back(static_cast<guint>(_lines.size()));
         _lines.push_back({ _results.size(), {} });
         _results.push_back(found);
-        texts.push_back(displayText(found.match, longestLabel));
     }
-    _model->splice(_model->get_n_items(), 0, texts);
+    if (_model->get_n_items() == 0)
+        addRows(rowsAtOnce);
+    if (_model->get_n_items() < _lines.size() && !_rest.connected())
+        _rest = Glib::signal_idle().connect([this] {
+            addRows(_model->get_n_items() < rowsWithWidgets ? rowsAtOnce : _lines.size());
+            return _model->get_n_items() < _lines.size();
+        });
+}
+
+void SearchPaneGtk::addRows(std::size_t count)
+{
+    const auto first = _model->get_n_items();
+    // Rows show `_lines`; the strings only stand for them.
+    _model->splice(first, 0, std::vector<Glib::ustring>(std::min<std::size_t>(count, _lines.size() - first)));
 }
 
 void SearchPaneGtk::setCount(std::size_t count, bool isOver)
@@ -135,6 +153,8 @@ void SearchPaneGtk::selectResult(std::optional<std::size_t> index)
     if (!index || *index >= _rowOfResult.size())
         return _selection->set_selected(GTK_INVALID_LIST_POSITION);
     const auto row = _rowOfResult[*index];
+    if (row >= _model->get_n_items())
+        addRows(_lines.size());
     _selection->set_selected(row);
     _parts.list.activate_action("list.scroll-to-item", Glib::Variant<guint32>::create(row));
 }

@@ -19,8 +19,7 @@ namespace pagora {
 class SearchFieldControl;
 class SearchResultRow;
 
-// The results of a search in the widgets of a layout, below the search field. Rows are made for the results in view
-// only. Main thread.
+// The results of a search in the widgets of a layout, below the search field. Main thread.
 class SearchPaneGtk : public SearchPane {
 public:
     // The widgets of the layout; all outlive it, as does the queue, through which results are chosen.
@@ -56,6 +55,8 @@ private:
     };
 
     void connectRows();
+    // Adds rows for so many more of the lines at most.
+    void addRows(std::size_t count);
     void bind(const Glib::RefPtr<Gtk::ListItem>& item);
     void choose(guint position);
 
@@ -66,7 +67,10 @@ private:
     std::vector<FoundText> _results;
     // The row of each result.
     std::vector<guint> _rowOfResult;
+    // Has a row for each of the first lines.
     Glib::RefPtr<Gtk::StringList> _model;
+    // Adds the rows that are missing.
+    sigc::connection _rest;
     Glib::RefPtr<Gtk::SingleSelection> _selection;
     std::vector<sigc::connection> _connections;
 };

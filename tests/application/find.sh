@@ -29,10 +29,8 @@ settle
 picture contents
 contents=$(pane)
 
-key ctrl+f
-settle
 pane_before=$contents
-key l a n t e r n
+key ctrl+f l a n t e r n
 within 20 pane_is_another
 picture results
 key F3

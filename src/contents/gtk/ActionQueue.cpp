@@ -14,10 +14,11 @@ void ActionQueue::post(std::function<void()> action)
     _pending->actions.push_back(std::move(action));
     if (std::exchange(_pending->isScheduled, true))
         return;
-    // Not at idle priority: a page that keeps drawing would hold back the user's keys.
+    // Before the next event, which may depend on it.
     Glib::signal_idle().connect(
         [pending = _pending] {
-            if (!pending->actions.empty()) {
+            // Actions that these post wait for the next turn of the main loop.
+            for (auto count = pending->actions.size(); count > 0 && !pending->actions.empty(); --count) {
                 const auto next = std::move(pending->actions.front());
                 pending->actions.pop_front();
                 next();
@@ -25,7 +26,7 @@ void ActionQueue::post(std::function<void()> action)
             pending->isScheduled = !pending->actions.empty();
             return pending->isScheduled;
         },
-        Glib::PRIORITY_DEFAULT);
+        Glib::PRIORITY_HIGH);
 }
 
 }

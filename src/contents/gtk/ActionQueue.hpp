@@ -6,7 +6,8 @@
 
 namespace pagora {
 
-// Runs the actions of a window's widgets from the main loop, in order, after the widget's own event handling.
+// Runs the actions of a window's widgets from the main loop, in order, after the widget's own event handling and before
+// that of the next event.
 // Destroying the queue drops pending actions, even during one of them. Main thread.
 class ActionQueue {
 public:

@@ -55,13 +55,13 @@ void SearchResultRow::showResult(const FoundText& found)
 {
     set_css_classes({ "search-result" });
     set_cursor("pointer");
-    show("<span line_height=\"1.3\">" + markup(found.before) + "<b>" + markup(found.match) + "</b>" + markup(found.after)
-            + "</span>",
+    show("<span line_height=\"1.3\">" + markup(found.before) + "<b>" + markup(found.match) + "</b>"
+            + markup(found.after) + "</span>",
         3);
 }
 
-void SearchResultRow::measure_vfunc(
-    Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline, int& naturalBaseline) const
+void SearchResultRow::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
+    int& minimumBaseline, int& naturalBaseline) const
 {
     minimum = natural = 0;
     minimumBaseline = naturalBaseline = -1;

@@ -3,8 +3,8 @@
 #include "find/BookFinder.hpp"
 
 #include <gtkmm/widget.h>
-#include <pangomm/layout.h>
 
+#include <pangomm/layout.h>
 #include <string>
 
 namespace pagora {

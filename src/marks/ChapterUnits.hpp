@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pagora {
+
+// A document's text in the three ways in which a place in it is counted: by bytes, by Unicode characters, and by UTF-16
+// units without white space, which are the places of `ChapterText`. Any thread.
+class ChapterUnits {
+public:
+    // UTF-8.
+    explicit ChapterUnits(std::string text);
+
+    // The text without white space.
+    const std::u16string& units() const { return _units; }
+    std::uint32_t size() const { return static_cast<std::uint32_t>(_units.size()); }
+    // The first place at that character or after it.
+    std::uint32_t placeOf(std::size_t character) const;
+    // The characters before a place, white space included.
+    std::size_t characterAt(std::uint32_t place) const;
+    // The text from one place to another, without the white space around it, in one line.
+    std::string between(std::uint32_t start, std::uint32_t end) const;
+    // The characters before and after a place, at most so many, in one line.
+    std::string before(std::uint32_t place, std::size_t count) const;
+    std::string after(std::uint32_t place, std::size_t count) const;
+    // The characters from a place on, white space before it left out.
+    std::string from(std::uint32_t place, std::size_t count) const;
+
+private:
+    // The byte after the unit before the place.
+    std::size_t endOf(std::uint32_t place) const;
+    std::string charactersFrom(std::size_t byte, std::size_t count) const;
+
+    std::string _text;
+    std::u16string _units;
+    // For each unit, the byte and the character that it begins at.
+    std::vector<std::uint32_t> _bytes;
+    std::vector<std::uint32_t> _characters;
+};
+
+// The units of a text, without white space.
+std::u16string unitsOf(std::string_view text);
+
+}

@@ -5,9 +5,8 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <set>
+#include <limits>
 #include <signal.h>
-#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -17,29 +16,25 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A figure of a /proc file with lines like "Pss:  12 kB", in MB.
-double megabytes(const std::string& file, const std::string& name)
+// A figure of a /proc file with lines like "Pss:  12 kB"; 0 without it.
+double figureOf(const std::string& file, const std::string& name)
 {
     std::ifstream lines(file);
     for (std::string line; std::getline(lines, line);) {
-        if (line.rfind(name + ":", 0) != 0)
-            continue;
-        std::istringstream words(line.substr(name.size() + 1));
-        double kilobytes = 0;
-        words >> kilobytes;
-        return kilobytes / 1024;
+        if (line.rfind(name + ":", 0) == 0)
+            return std::stod(line.substr(name.size() + 1));
     }
     return 0;
 }
 
+double megabytes(const std::string& file, const std::string& name)
+{
+    return figureOf(file, name) / 1024;
+}
+
 pid_t parentOf(pid_t pid)
 {
-    std::ifstream file("/proc/" + std::to_string(pid) + "/status");
-    for (std::string line; std::getline(file, line);) {
-        if (line.rfind("PPid:", 0) == 0)
-            return static_cast<pid_t>(std::stol(line.substr(5)));
-    }
-    return 0;
+    return static_cast<pid_t>(figureOf("/proc/" + std::to_string(pid) + "/status", "PPid"));
 }
 
 bool isBelow(pid_t pid, pid_t ancestor)
@@ -54,6 +49,16 @@ bool isBelow(pid_t pid, pid_t ancestor)
 std::string programFolder()
 {
     return fs::read_symlink("/proc/self/exe").parent_path();
+}
+
+double Activity::wakeupsSince(const Activity& before) const
+{
+    double sum = 0;
+    for (const auto& [thread, count] : wakeups) {
+        if (const auto found = before.wakeups.find(thread); found != before.wakeups.end())
+            sum += count - found->second;
+    }
+    return sum;
 }
 
 Program::Program(const std::string& executable, const std::vector<std::string>& arguments, const std::string& home)
@@ -94,12 +99,42 @@ double Program::residentMemory() const
 double Program::proportionalMemory() const
 {
     double sum = 0;
+    for (const pid_t process : processes())
+        sum += megabytes("/proc/" + std::to_string(process) + "/smaps_rollup", "Pss");
+    return sum;
+}
+
+Activity Program::activity() const
+{
+    Activity sum;
+    for (const pid_t process : processes()) {
+        const std::string folder = "/proc/" + std::to_string(process);
+        for (const auto& thread : fs::directory_iterator(folder + "/task"))
+            sum.wakeups[std::stoi(thread.path().filename().string())]
+                = figureOf(thread.path() / "status", "voluntary_ctxt_switches");
+        // The times of the program and of the kernel for it are the 12th and 13th value after the name in parentheses.
+        std::ifstream file(folder + "/stat");
+        file.ignore(std::numeric_limits<std::streamsize>::max(), ')');
+        std::string skipped;
+        for (int i = 0; i < 11; ++i)
+            file >> skipped;
+        double program = 0;
+        double kernel = 0;
+        file >> program >> kernel;
+        sum.processorTime += (program + kernel) / static_cast<double>(sysconf(_SC_CLK_TCK));
+    }
+    return sum;
+}
+
+std::vector<pid_t> Program::processes() const
+{
+    std::vector<pid_t> found;
     for (const auto& entry : fs::directory_iterator("/proc")) {
         const auto name = entry.path().filename().string();
         if (name.find_first_not_of("0123456789") == std::string::npos && isBelow(std::stoi(name), _pid))
-            sum += megabytes(entry.path() / "smaps_rollup", "Pss");
+            found.push_back(std::stoi(name));
     }
-    return sum;
+    return found;
 }
 
 }

@@ -6,6 +6,7 @@
 #include "WatchedScreen.hpp"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +14,7 @@
 #include <iostream>
 #include <map>
 #include <optional>
+#include <thread>
 
 namespace {
 
@@ -195,6 +197,26 @@ double openWarm(WatchedScreen& screen)
     return median(times);
 }
 
+struct Idleness {
+    double wakeups;
+    double processorTime;
+};
+
+// What a second of an open book costs while nothing happens.
+Idleness idle(WatchedScreen& screen)
+{
+    Library library(screen, "chapter-50k", "Chapters of 50 kB");
+    library.open(screen);
+    screen.press(XK_Right);
+    // What the program prepares ahead is done by then.
+    std::this_thread::sleep_for(std::chrono::seconds(20));
+    constexpr double seconds = 60;
+    const auto before = library.program.activity();
+    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+    const auto after = library.program.activity();
+    return { after.wakeupsSince(before) / seconds, (after.processorTime - before.processorTime) / seconds };
+}
+
 double reopen(WatchedScreen& screen)
 {
     Library library(screen, "chapter-50k", "Chapters of 50 kB");
@@ -316,6 +338,11 @@ int main(int count, char** arguments)
         values["open.ms_warm"] = openWarm(screen);
     if (isWanted("reopen"))
         values["reopen.ms"] = reopen(screen);
+    if (isWanted("idle")) {
+        const auto [wakeups, processorTime] = idle(screen);
+        values["idle.wakeups_per_s"] = wakeups;
+        values["idle.processor_percent"] = 100 * processorTime;
+    }
     if (isWanted("turn.p50_ms_50k") || isWanted("turn.p95_ms_50k")) {
         const auto times = turns(screen, "chapter-50k", "Chapters of 50 kB", onAndBack, 0.15);
         values["turn.p50_ms_50k"] = median(times);

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,7 +24,9 @@ namespace pagora {
 namespace {
 
 constexpr auto key = "pagora-memory-watch";
-// Polling intervals in milliseconds: usually, and once a process has half of its limit.
+// Polling intervals in milliseconds: while no engine process works, while one does, and once one has half of its limit.
+// A process that does not work takes no memory.
+constexpr unsigned idleInterval = 2000;
 constexpr unsigned interval = 500;
 constexpr unsigned closeInterval = 50;
 // The engine's processes and their sandboxes are a few levels below the program.
@@ -69,6 +72,22 @@ std::uint64_t bytesOf(pid_t process)
             kilobytes += number;
     }
     return kilobytes * 1024;
+}
+
+// The processor time of all threads so far, in clock ticks.
+std::uint64_t workOf(pid_t process)
+{
+    std::ifstream file(folderOf(process) + "/stat");
+    // The name, which is in parentheses, may hold blanks. The times of the program and of the kernel for it are the
+    // 12th and 13th value after it.
+    file.ignore(std::numeric_limits<std::streamsize>::max(), ')');
+    std::string skipped;
+    for (int i = 0; i < 11; ++i)
+        file >> skipped;
+    std::uint64_t program = 0;
+    std::uint64_t kernel = 0;
+    file >> program >> kernel;
+    return program + kernel;
 }
 
 struct EngineProcesses {
@@ -162,8 +181,10 @@ void PageMemoryWatch::look()
         collectVisible(processes);
     bool isClose = false;
     bool endsPages = false;
+    std::uint64_t work = 0;
     const auto exceeds = [&](pid_t process, std::uint64_t limit) {
         const auto bytes = bytesOf(process);
+        work += workOf(process);
         isClose = isClose || bytes > limit / 2;
         return bytes > limit;
     };
@@ -181,7 +202,8 @@ void PageMemoryWatch::look()
             kill(process, SIGKILL);
         }
     }
-    lookEvery(isClose ? closeInterval : interval);
+    const bool isIdle = std::exchange(_work, work) == work;
+    lookEvery(isClose && !isIdle ? closeInterval : isIdle ? idleInterval : interval);
 }
 
 }

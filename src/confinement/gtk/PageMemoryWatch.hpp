@@ -39,6 +39,8 @@ private:
 
     Limits _limits;
     Surroundings _where;
+    // The processor time of the engine processes at the last look, in clock ticks.
+    std::uint64_t _work = 0;
     bool _hasEnded = false;
     sigc::connection _timer;
 };

@@ -8,6 +8,13 @@ namespace pagora {
 
 namespace {
 
+// A page marks its own focus, so that the window need not be drawn again every few seconds while a book is read.
+bool isInPage(Gtk::Window& window)
+{
+    auto* const focus = gtk_window_get_focus(window.gobj());
+    return focus && g_type_is_a(G_OBJECT_TYPE(focus), g_type_from_name("WebKitWebView"));
+}
+
 // Deferred: GTK is still clearing the focus ring.
 void markSoon(Gtk::Window& window)
 {
@@ -39,7 +46,7 @@ void keepFocusMarked(Gtk::Window& window)
         false);
     window.add_controller(presses);
     window.property_focus_visible().signal_changed().connect([&window, byPointer] {
-        if (!window.property_focus_visible() && !*byPointer && window.get_mapped())
+        if (!window.property_focus_visible() && !*byPointer && window.get_mapped() && !isInPage(window))
             markSoon(window);
     });
 }

@@ -17,14 +17,15 @@ namespace pagora {
 
 namespace {
 
-// Memory limit of a page process in megabytes, the fractions at which the engine frees memory, and its check interval
-// in seconds.
+// Memory limit of a page process in megabytes, and the fractions at which the engine frees memory.
 constexpr guint pageMemoryLimit = 1536;
 // The limit of the network process, which loads files and stores blobs.
 constexpr guint networkMemoryLimit = 512;
 constexpr double carefulFrom = 0.5;
 constexpr double strictFrom = 0.75;
-constexpr double memoryInterval = 2;
+// How often a process of the engine looks at its own memory, in seconds. A look takes 10 ms; `PageMemoryWatch` looks
+// more often.
+constexpr double memoryInterval = 30;
 
 struct FreeMemorySettings {
     void operator()(WebKitMemoryPressureSettings* settings) const { webkit_memory_pressure_settings_free(settings); }

@@ -2,10 +2,12 @@
 
 #include "confinement/gtk/PageMemoryWatch.hpp"
 #include "tests/engine/PageViewTest.hpp"
+#include "tests/support/WitnessServer.hpp"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <unistd.h>
 
 namespace pagora::test {
@@ -21,6 +23,24 @@ const Attack floods[] = {
     { "long addresses", "const x = 'x'.repeat(1.9e6); for (let i = 0; i < 20; ++i) location.hash = x + n++;" },
     { "short addresses", "for (let i = 0; i < 100; ++i) location.hash = n++;" },
     { "titles", "for (let i = 0; i < 100; ++i) document.title = n++;" },
+    { "long titles", "const x = 'x'.repeat(2e4); for (let i = 0; i < 20; ++i) document.title = n++ + x;" },
+    { "requests", "for (let i = 0; i < 200; ++i) new Image().src = 'http://127.0.0.1:40961/' + n++;" },
+    { "requests of the book's files", "for (let i = 0; i < 200; ++i) new Image().src = 'red.svg?' + n++;" },
+    { "requests by scripts",
+        "for (let i = 0; i < 200; ++i) fetch('http://127.0.0.1:40961/' + n++, { mode: 'no-cors' }).catch(() => 0);" },
+    { "long requests",
+        "const x = 'x'.repeat(1e5); for (let i = 0; i < 20; ++i) new Image().src = 'http://127.0.0.1:40961/' + x + "
+        "n++;" },
+    { "steps of a frame",
+        "const f = globalThis.f = globalThis.f || document.body.appendChild(document.createElement('iframe'));"
+        "for (let i = 0; i < 100; ++i) f.src = 'data:text/html,' + n++;" },
+    { "steps of many frames",
+        "while (frames.length < 30) document.body.append(document.createElement('iframe'));"
+        "for (const f of document.querySelectorAll('iframe')) f.src = 'data:text/html,' + n++;" },
+    { "states", "for (let i = 0; i < 500; ++i) history.pushState('x', '', '#' + n++);" },
+    { "prints", "for (let i = 0; i < 100; ++i) print();" },
+    { "questions about permissions",
+        "for (let i = 0; i < 100; ++i) navigator.permissions.query({ name: 'geolocation' }).catch(() => 0);" },
     { "dialogs", "for (let i = 0; i < 100; ++i) alert(n++);" },
 };
 
@@ -92,6 +112,7 @@ TEST_P(HostileFloods, EndThePageAndItComesBackWithoutScripts)
 
 INSTANTIATE_TEST_SUITE_P(Of, HostileFloods, testing::ValuesIn(floods), [](const auto& flood) {
     std::string name = flood.param.name;
+    std::erase(name, '\'');
     std::replace(name.begin(), name.end(), ' ', '_');
     return name;
 });
@@ -118,6 +139,44 @@ TEST_F(HostileMessagesTest, ManyPicturesAreNoFlood)
     loadCompletely(write("chapter.xhtml", document(pictures)));
     EXPECT_EQ(_delegate.terminations, 0);
     EXPECT_EQ(evaluate("document.images.length"), "2000");
+}
+
+// The engine starts a process for each, which holds the program up.
+TEST_F(HostileMessagesTest, StepsToServersStartFewProcesses)
+{
+    const std::size_t before = processesBelow(getpid(), "WebKitWebProces").size();
+    std::set<int> seen;
+    auto look = Glib::signal_timeout().connect(
+        [&] {
+            const auto now = processesBelow(getpid(), "WebKitWebProces");
+            seen.insert(now.begin(), now.end());
+            return true;
+        },
+        20);
+    expectTakenOut(showRepeating("location.href = 'http://127.0.0.1:40961/' + n++;"));
+    look.disconnect();
+    EXPECT_LE(seen.size(), before + 40);
+}
+
+TEST_F(HostileMessagesTest, ManyFramesOfServersAllCome)
+{
+    const WitnessServer server;
+    std::string frames;
+    for (int i = 0; i < 12; ++i)
+        frames += "<iframe src='" + server.url("frame" + std::to_string(i)) + "'></iframe>";
+    loadDocument(frames);
+    ASSERT_TRUE(waitUntil([&] { return server.requests().size() >= 12; }));
+    EXPECT_EQ(_delegate.terminations, 0);
+}
+
+// Ports that the engine forbids: the page process refuses them itself.
+TEST_F(HostileMessagesTest, RequestsToForbiddenPortsAreNotTold)
+{
+    const auto attack = showRepeating("for (let i = 0; i < 200; ++i) new Image().src = 'http://127.0.0.1:9/' + n++;");
+    ASSERT_TRUE(waitUntil([&] { return _delegate.documentIsThere(attack); }));
+    settle();
+    EXPECT_EQ(_delegate.terminations, 0);
+    EXPECT_TRUE(_delegate.requests.empty());
 }
 
 TEST_F(HostileMessagesTest, WhatPagesKeepInTheNetworkProcessIsBounded)

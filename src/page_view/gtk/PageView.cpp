@@ -1,5 +1,6 @@
 #include "page_view/gtk/PageView.hpp"
 
+#include "base/Log.hpp"
 #include "confinement/gtk/PageFile.hpp"
 #include "confinement/gtk/PageRefusals.hpp"
 #include "desktop/gtk/TextScale.hpp"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -108,6 +110,7 @@ void PageView::begin(const Url& url)
     _isForgiven = false;
     _startTimer.disconnect();
     _loadTimer.disconnect();
+    _steps.ignoreAll();
     _recovery.callOff();
 
     const bool isFile = url.isFile() || url.scheme().empty();
@@ -240,6 +243,34 @@ void PageView::restartEngine()
     webkit_web_view_terminate_web_process(_view.get());
 }
 
+// A page that floods the program with messages is taken out: they would come before the person's next key.
+bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
+{
+    const double now = static_cast<double>(g_get_monotonic_time()) / 1e6;
+    const bool isWithin = _budget.take(message, text ? std::strlen(text) : 0, now);
+    if (!isWithin)
+        endFlood();
+    return isWithin;
+}
+
+void PageView::endFlood()
+{
+    // Without its scripts a page has only so much to tell.
+    if (!_content.allowsScripts() || _isWarmingUp)
+        return;
+    log("a page sends messages without end");
+    restartEngine();
+}
+
+// Steps to servers go one after another.
+PageView::Answer PageView::letGoInTurn(WebKitPolicyDecision* decision)
+{
+    if (_steps.use(decision))
+        return Answer::Given;
+    endFlood();
+    return Answer::Ignore;
+}
+
 // The page is still visible, but its frames and timers have stopped.
 void PageView::pageClosedItself()
 {
@@ -249,6 +280,7 @@ void PageView::pageClosedItself()
 void PageView::recover()
 {
     _stage = Stage::Idle;
+    _steps.ignoreAll();
     _shown.clear();
     _isWarmingUp = false;
     _loadTimer.disconnect();

@@ -2,6 +2,7 @@
 
 #include "base/GObjectPtr.hpp"
 #include "confinement/MessageBudget.hpp"
+#include "confinement/gtk/PacedDecisions.hpp"
 #include "page/WebView.hpp"
 #include "page/gtk/LoadReports.hpp"
 #include "page/gtk/PageContent.hpp"
@@ -96,6 +97,7 @@ private:
     void textScaleDidChange();
     void applyMargins();
     bool isWithinBudget(MessageBudget::Message message, const char* text);
+    void endFlood();
     void frameDidChange();
     void reportFailure();
     void coverUntilPrepared();
@@ -109,8 +111,11 @@ private:
     void loadFailed(const char* uri, const GError* error);
     void resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request);
     void resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed);
-    bool decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
-    bool decideResponse(WebKitResponsePolicyDecision* decision);
+    // `Given`: the decision is made, or will be.
+    enum class Answer { Use, Ignore, Given };
+    Answer decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    Answer letGoInTurn(WebKitPolicyDecision* decision);
+    Answer decideResponse(WebKitResponsePolicyDecision* decision);
     void locationChanged();
     void messageReceived(const std::string& text);
     friend struct PageViewSignals;
@@ -122,6 +127,8 @@ private:
     LoadReports _reports;
     // Of what the page tells.
     MessageBudget _budget;
+    // Of its steps to servers.
+    PacedDecisions _steps;
     PageScripts _scripts;
     PageFrame _frame;
     SpokenPage _spoken;

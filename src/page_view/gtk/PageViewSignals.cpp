@@ -1,4 +1,3 @@
-#include "base/Log.hpp"
 #include "confinement/gtk/PageFile.hpp"
 #include "confinement/gtk/PageMemoryWatch.hpp"
 #include "confinement/gtk/PageRefusals.hpp"
@@ -77,12 +76,12 @@ struct PageViewSignals {
     static gboolean decidePolicy(
         WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type, gpointer data)
     {
-        const bool use = type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE
+        const auto answer = type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE
             ? view(data).decideResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision))
             : view(data).decideNavigation(decision, type);
-        if (use)
+        if (answer == PageView::Answer::Use)
             webkit_policy_decision_use(decision);
-        else
+        else if (answer == PageView::Answer::Ignore)
             webkit_policy_decision_ignore(decision);
         return TRUE;
     }
@@ -198,19 +197,6 @@ void PageView::loadFailed(const char* uri, const GError* error)
     }
 }
 
-// A page that floods the program with messages is taken out: they would come before the person's next key.
-bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
-{
-    const double now = static_cast<double>(g_get_monotonic_time()) / 1e6;
-    const bool isWithin = _budget.take(message, text ? std::strlen(text) : 0, now);
-    // Without its scripts a page has only so much to tell.
-    if (!isWithin && _content.allowsScripts() && !_isWarmingUp) {
-        log("a page sends messages without end");
-        restartEngine();
-    }
-    return isWithin;
-}
-
 void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request)
 {
     const char* const uri = webkit_uri_request_get_uri(request);
@@ -239,21 +225,21 @@ void PageView::resourceEnded(WebKitWebResource* resource, std::uint64_t load, bo
         _reports.resourceFinished(load);
 }
 
-bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type)
+PageView::Answer PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type)
 {
     if (_isWarmingUp)
-        return true;
+        return Answer::Use;
     auto* navigation
         = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     const char* const uri = webkit_uri_request_get_uri(webkit_navigation_action_get_request(navigation));
     // The reader's own steps are not the page's.
     if (_stage != Stage::Starting && (!isWithinBudget(MessageBudget::Message::Navigation, uri) || isTooLong(uri)))
-        return false;
+        return Answer::Ignore;
     const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
     if (url.isFile()) {
         const bool isOurs = _stage == Stage::Starting && url.text() == _target;
         if (!isOurs && !isInBook(url))
-            return false;
+            return Answer::Ignore;
         const auto type = webkit_navigation_action_get_navigation_type(navigation);
         const bool isLink = type == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED;
         if (!isOurs && isLink && webkit_navigation_action_is_user_gesture(navigation))
@@ -263,19 +249,20 @@ bool PageView::decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDeci
         if (byUser)
             _reports.pageFollowsLink();
         _reports.willSendRequest(url, byUser ? RequestedBy::User : RequestedBy::Page);
+        if (type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION)
+            return letGoInTurn(decision);
     }
-
     if (type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION)
-        return true;
+        return Answer::Use;
     if (url.isFile())
         webkit_web_view_load_uri(_view.get(), url.text().c_str());
-    return false;
+    return Answer::Ignore;
 }
 
-bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
+PageView::Answer PageView::decideResponse(WebKitResponsePolicyDecision* decision)
 {
     if (_isWarmingUp)
-        return true;
+        return Answer::Use;
     const bool isPage = webkit_response_policy_decision_is_main_frame_main_resource(decision);
     const bool isReadAgain = isPage && _isForgiven && _stage == Stage::Starting;
     if (auto* delegate = _reports.delegate(); delegate && !isReadAgain) {
@@ -284,7 +271,7 @@ bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
     }
     // What cannot be shown would be downloaded.
     if (!webkit_response_policy_decision_is_mime_type_supported(decision))
-        return false;
+        return Answer::Ignore;
     if (isPage && _stage != Stage::Starting) {
         // The page went on by itself.
         _reports.begin(requestUrl(webkit_response_policy_decision_get_request(decision)));
@@ -295,7 +282,7 @@ bool PageView::decideResponse(WebKitResponsePolicyDecision* decision)
         _stage = Stage::Starting;
         numberScripts();
     }
-    return true;
+    return Answer::Use;
 }
 
 void PageView::locationChanged()

@@ -67,7 +67,10 @@ std::string textOf(Gtk::Widget& widget)
 Gdk::Rectangle placeIn(Gtk::Widget& window, Gtk::Widget& widget)
 {
     graphene_rect_t bounds;
-    for (auto* around = &widget; around; around = around->get_parent()) {
+    if (widget.get_opacity() == 0)
+        return {};
+    // The bounds of a widget have its padding, its own width has not.
+    for (auto* around = widget.get_parent(); around; around = around->get_parent()) {
         if (around->get_opacity() == 0 || !gtk_widget_compute_bounds(widget.gobj(), around->gobj(), &bounds))
             return {};
         const bool isWithin = bounds.origin.x >= -1 && bounds.origin.y >= -1

@@ -258,7 +258,7 @@ TEST_P(ContrastTest, OfTheReadersBarsOnEachPaper)
         reader.parts().locLabel.setStringValue("14 %");
         reader.bgView().setFillColor(backgroundColorForTheme(theme));
         reader.window().makeKeyAndOrderFront();
-        expectReadable(reader.parts().window.window(), { "Library", "page 3 of 12", "14 %" });
+        expectReadable(reader.parts().window.window(), { "Library", "A title", "Its author", "page 3 of 12", "14 %" });
     }
 }
 

@@ -29,8 +29,12 @@
 
     // Laid out before its style sheets are there, the page would be laid out twice; one that never comes is not waited
     // for.
-    const complete = () => window.webkit.messageHandlers.pagora.postMessage(
-        pagoraLoad + ' complete ' + (body ? getComputedStyle(body).direction : 'ltr'));
+    const complete = () => {
+        if (pagoraLaysOut)
+            pagoraTellPaper();
+        window.webkit.messageHandlers.pagora.postMessage(
+            pagoraLoad + ' complete ' + (body ? getComputedStyle(body).direction : 'ltr'));
+    };
     const longestWait = 500;
     const start = performance.now();
     (function wait() {

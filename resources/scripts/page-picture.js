@@ -2,6 +2,9 @@
 // nothing else shows the picture as large as the view, until the next press, the Escape key or a turn of the page. The
 // large picture lies beside the page's body, so that nothing of the page's layout changes.
 
+// Whether the program shows a picture that is a file, and no picture is shown here but where it cannot.
+var pagoraHandsPicturesOver = false;
+
 // Takes the large picture away, if there is one.
 var pagoraClosePicture = (function () {
     'use strict';
@@ -61,12 +64,29 @@ var pagoraClosePicture = (function () {
         takeKeys(true);
     }
 
+    // The file that the picture is, or that all of the drawing is; empty where it is none.
+    function fileOf(picture) {
+        if (picture instanceof HTMLImageElement)
+            return picture.currentSrc;
+        const drawn = Array.from(picture.querySelectorAll('*')).filter((each) => !/^(?:title|desc|g|defs)$/.test(each.localName));
+        const isOneImage = drawn.length === 1 && drawn[0].localName === 'image';
+        return isOneImage ? new URL(drawn[0].href.baseVal, document.baseURI).href : '';
+    }
+
+    let handedOver = null;
+
     // As if the person had pressed on the element.
     window.pagoraPressPicture = (element) => {
         const picture = pictureAt(element);
-        if (picture)
+        const file = picture && pagoraHandsPicturesOver ? fileOf(picture) : '';
+        if (/^file:\S+$/.test(file)) {
+            handedOver = picture;
+            port.postMessage(pagoraLoad + ' picture ' + file);
+        } else if (picture)
             show(picture);
     };
+    // The program could not show the one that was pressed last.
+    window.pagoraShowPictureHere = () => handedOver && handedOver.isConnected && show(handedOver);
 
     window.addEventListener('click', (event) => {
         if (!event.isTrusted || event.defaultPrevented || event.button !== 0 || !pagoraLaysOut)

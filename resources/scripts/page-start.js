@@ -59,6 +59,26 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
             pagoraMarkColumns('1');
     }
 
+    // The language of the text, where the document does not say it.
+    window.pagoraSetLanguage = (language) => {
+        const root = rootOf.call(document);
+        const says = (name) => Element.prototype.hasAttribute.call(root, name);
+        if (language && root instanceof HTMLElement && !says('lang') && !says('xml:lang'))
+            Element.prototype.setAttribute.call(root, 'lang', language);
+    };
+
+    // The colour of the page's own ground, without blanks, for what surrounds it; "none" where it has none.
+    const clear = 'rgba(0, 0, 0, 0)';
+    let paper = '';
+    window.pagoraTellPaper = () => {
+        const grounds = [rootOf.call(document), bodyOf.call(document)].filter((each) => each)
+            .map((each) => getComputedStyle(each).backgroundColor);
+        const ground = (grounds.find((each) => each !== clear) || 'none').replace(/\s/g, '');
+        if (ground !== paper)
+            post('paper ' + ground);
+        paper = ground;
+    };
+
     // Behind the text of a dark theme, drawings without a ground of their own get one.
     const groundMark = 'data-pagora-dark';
     function backgroundIsAskedFor(style, value) {
@@ -93,8 +113,10 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
                 const text = pagoraLaysOut && asSet[property] ? asSet[property](String(value)) : value;
                 setProperty.call(this, name, text, pagoraLaysOut ? 'important' : '');
                 columnsAreAskedFor(property, value);
-                if (property === 'backgroundColor')
+                if (property === 'backgroundColor') {
                     backgroundIsAskedFor(this, value);
+                    queueMicrotask(pagoraTellPaper);
+                }
                 followStripSoon();
             },
         });

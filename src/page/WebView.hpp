@@ -33,6 +33,8 @@ struct PageStart {
     bool isShownAtOnce = false;
     // The number of columns that the scripts will set; below two, they set only the width.
     std::int32_t columnCount = 1;
+    // Of the text where the page does not say, as "en" or "pt-BR"; empty where it is not known.
+    std::string language = {};
 };
 
 // A reference of the page to a note, which the person asks for without following it.

@@ -201,7 +201,7 @@ protected:
     FakeReaderHub _hub;
     ReaderState _state;
     Toplevel _toplevel;
-    ReaderWindowFactoryGtk _windows { _home.path("cache"), _toplevel };
+    ReaderWindowFactoryGtk _windows { _home.path("cache"), _toplevel, _runLoop };
     bool _watchesColors = false;
     std::unique_ptr<SeenColors> _seen;
     FixedWindowGtk* _window = nullptr;

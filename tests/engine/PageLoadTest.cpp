@@ -130,6 +130,20 @@ TEST_F(PageLoadTest, StylesOfThePagesStartAreThereWhenItIsFirstDrawn)
     EXPECT_EQ(evaluate("getComputedStyle(document.body).paddingTop"), "5px");
 }
 
+TEST_F(PageLoadTest, TheMarginsHaveTheGroundOfThePage)
+{
+    const auto paper = [this] {
+        const auto& color = dynamic_cast<PageFrame&>(_view->widget()).paper();
+        return color ? color->to_string().raw() : std::string("none");
+    };
+    loadDocument(paragraphs(2), "<style>body { background: #ffffe6 }</style>");
+    EXPECT_TRUE(waitUntil([&] { return paper() == "rgb(255,255,230)"; })) << paper();
+    evaluate("document.body.style.backgroundColor = '#000';");
+    EXPECT_TRUE(waitUntil([&] { return paper() == "rgb(0,0,0)"; })) << paper();
+    loadDocument(paragraphs(2));
+    EXPECT_TRUE(waitUntil([&] { return paper() == "none"; })) << paper();
+}
+
 TEST_F(PageLoadTest, TheCountOfColumnsThatThePageStartsWithStands)
 {
     _view->setPageStart({ "body{column-count:2!important}", false, 2 });

@@ -40,6 +40,19 @@ TEST_F(PagePictureTest, APressShowsThePictureAsLargeAsTheView)
         "0,0,800,600");
 }
 
+TEST_F(PagePictureTest, APictureThatIsAFileIsHandedOverWhereTheProgramShowsIt)
+{
+    std::string file;
+    _view->setPictureHandler([&](const std::string& pressed) { file = pressed; });
+    open();
+    press();
+    EXPECT_TRUE(waitUntil([&] { return !file.empty(); }));
+    EXPECT_EQ(file, _book + "/picture.png");
+    EXPECT_FALSE(isShown());
+    evaluate("pagoraShowPictureHere()");
+    EXPECT_TRUE(isShown());
+}
+
 TEST_F(PagePictureTest, ThePageBelowKeepsItsLayout)
 {
     open();

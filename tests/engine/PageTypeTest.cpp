@@ -54,6 +54,16 @@ TEST_F(PageTypeTest, WordsAreNotBrokenWhereTheLanguageIsNotKnown)
     EXPECT_EQ(brokenWords(), 0);
 }
 
+TEST_F(PageTypeTest, ADocumentThatDoesNotSayItsLanguageHasTheBooks)
+{
+    _view->setPageStart({ "", false, 1, "en" });
+    loadNarrow("p", longWords, "");
+    EXPECT_GT(brokenWords(), 0);
+    EXPECT_EQ(evaluate("document.documentElement.lang"), "en");
+    loadNarrow("p", germanWords, " xml:lang=\"de\"");
+    EXPECT_EQ(evaluate("document.documentElement.lang"), "");
+}
+
 TEST_F(PageTypeTest, WhereTheBookSaysItsWordHolds)
 {
     loadNarrow("p", longWords, " lang=\"en\"", "<style>body { hyphens: none; line-height: 2 }</style>");

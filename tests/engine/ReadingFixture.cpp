@@ -52,7 +52,7 @@ std::unique_ptr<EpubWindow> KeptReaderWindows::makeEpubWindow()
 
 RunningProgram::RunningProgram(const TemporaryFolder& home)
     : defaults(home.path("Data"))
-    , readerWindows(home.path("Caches/") + identifier, toplevel)
+    , readerWindows(home.path("Caches/") + identifier, toplevel, runLoop)
     , controller({ { home.path("Documents"), home.path("Caches"), home.path(), identifier, "1" }, defaults, workspace,
                      runLoop, libraryWindow, readerWindows },
           scriptResource)

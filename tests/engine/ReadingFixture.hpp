@@ -24,8 +24,8 @@ namespace pagora::test {
 // Makes the real reader windows, and keeps hold of the last one.
 class KeptReaderWindows : public ReaderWindowFactory {
 public:
-    KeptReaderWindows(std::string temporaryFolder, Toplevel& toplevel)
-        : _windows(std::move(temporaryFolder), toplevel)
+    KeptReaderWindows(std::string temporaryFolder, Toplevel& toplevel, RunLoop& runLoop)
+        : _windows(std::move(temporaryFolder), toplevel, runLoop)
     {
     }
     std::unique_ptr<EpubWindow> makeEpubWindow() override;

@@ -76,7 +76,7 @@ struct Application::Parts {
         , toplevel(application)
         , libraryWindow(toplevel, runLoop, application)
         , shortcuts(*application, toplevel.window(), [this] { return !libraryWindow.mainWindow().isVisible(); })
-        , readerWindows(temporaryFolder(), toplevel)
+        , readerWindows(temporaryFolder(), toplevel, runLoop)
         , lateFlush(*defaults, runLoop)
         , controller({ programInfo(), *defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
     {

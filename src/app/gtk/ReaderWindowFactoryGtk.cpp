@@ -21,9 +21,10 @@ constexpr PageView::PageMargins readingMargins { 16, 1200 };
 
 }
 
-ReaderWindowFactoryGtk::ReaderWindowFactoryGtk(std::string temporaryFolder, Toplevel& toplevel)
+ReaderWindowFactoryGtk::ReaderWindowFactoryGtk(std::string temporaryFolder, Toplevel& toplevel, RunLoop& runLoop)
     : _temporaryFolder(std::move(temporaryFolder))
     , _toplevel(toplevel)
+    , _runLoop(runLoop)
 {
 }
 
@@ -57,6 +58,9 @@ ReaderPage ReaderWindowFactoryGtk::makePage(PageKind kind, const PageView* besid
     // Fixed pages have their own background.
     if (kind == PageKind::Columns) {
         page->setMargins(readingMargins);
+        parts.runLoop = &_runLoop;
+        parts.setPictureHandler
+            = [page](std::function<void(const std::string&)> handler) { page->setPictureHandler(std::move(handler)); };
         parts.setBackground = [page](const Color& color) { page->setBackground(color); };
     }
     parts.isConfined = _probe.result() == Confinement::Full;

@@ -13,6 +13,7 @@ class PageEngine;
 class PageView;
 enum class PageKind;
 class ReaderLayout;
+class RunLoop;
 class Toplevel;
 struct ReaderPage;
 
@@ -21,8 +22,8 @@ struct ReaderPage;
 class ReaderWindowFactoryGtk : public ReaderWindowFactory {
 public:
     // Books are unpacked below `temporaryFolder`, and the engine compiles there too. The windows share the toplevel,
-    // which outlives them.
-    ReaderWindowFactoryGtk(std::string temporaryFolder, Toplevel& toplevel);
+    // which outlives them, as the run loop does.
+    ReaderWindowFactoryGtk(std::string temporaryFolder, Toplevel& toplevel, RunLoop& runLoop);
     ~ReaderWindowFactoryGtk() override;
 
     std::unique_ptr<EpubWindow> makeEpubWindow() override;
@@ -36,6 +37,7 @@ private:
 
     std::string _temporaryFolder;
     Toplevel& _toplevel;
+    RunLoop& _runLoop;
     ConfinementProbe _probe;
     std::unique_ptr<PageEngine> _engine;
     sigc::connection _preparation;

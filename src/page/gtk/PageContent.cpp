@@ -1,6 +1,7 @@
 #include "page/gtk/PageContent.hpp"
 
 #include "base/Resource.hpp"
+#include "page/WebView.hpp"
 #include "page/gtk/PageScripts.hpp"
 
 #include <algorithm>
@@ -59,7 +60,7 @@ void PageContent::setBookFolder(const std::string& path, std::function<void()> w
     _filterRequest = _filters.compile(path, receive);
 }
 
-void PageContent::numberScripts(std::uint64_t load, std::int32_t columnCount)
+void PageContent::numberScripts(std::uint64_t load, const ForScripts& facts)
 {
     if (_numberScript) {
         webkit_user_content_manager_remove_script(_content, _numberScript);
@@ -67,8 +68,9 @@ void PageContent::numberScripts(std::uint64_t load, std::int32_t columnCount)
     }
     const std::string source = "var pagoraLoad = " + std::to_string(load)
         + ", pagoraLaysOut = " + (_kind == PageKind::Columns ? "true" : "false") + ", pagoraColumnCount = '"
-        + (columnCount < 2 ? "auto" : std::to_string(columnCount)) + "'; pagoraMarkColumns('"
-        + std::to_string(std::max(columnCount, 1)) + "');";
+        + (facts.columnCount < 2 ? "auto" : std::to_string(facts.columnCount)) + "'; pagoraMarkColumns('"
+        + std::to_string(std::max(facts.columnCount, 1)) + "'); pagoraSetLanguage('" + scriptText(facts.language)
+        + "'); pagoraHandsPicturesOver = " + (facts.showsPictures ? "true;" : "false;");
     _numberScript = webkit_user_script_new_for_world(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
         WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageWorld, nullptr, nullptr);
     webkit_user_content_manager_add_script(_content, _numberScript);

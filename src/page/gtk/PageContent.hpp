@@ -32,8 +32,15 @@ public:
     bool awaitsFilter() const { return _filterRequest != nullptr; }
     bool filterFailed() const { return _filterFailed; }
 
-    // Tells the scripts of the next document their load, and how many columns the reader will ask for.
-    void numberScripts(std::uint64_t load, std::int32_t columnCount);
+    // What the scripts of a document are told: how many columns the reader will ask for, the language of a text that
+    // does not say it, and whether the program shows pictures that are pressed.
+    struct ForScripts {
+        std::int32_t columnCount = 1;
+        std::string language;
+        bool showsPictures = false;
+    };
+    // Tells the scripts of the next document their load, and that.
+    void numberScripts(std::uint64_t load, const ForScripts& facts);
     // Styles pages from their beginning on; in CSS.
     void setStartStyle(const std::string& css);
 

@@ -5,6 +5,7 @@
 #include <gtkmm/snapshot.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace pagora {
 
@@ -91,6 +92,14 @@ void PageFrame::setMargins(const Margins& margins)
     queue_allocate();
 }
 
+void PageFrame::setPaper(const std::string& color)
+{
+    Gdk::RGBA paper;
+    const auto before = std::exchange(_paper, paper.set(color) ? std::optional(paper) : std::nullopt);
+    if (before != _paper)
+        queue_draw();
+}
+
 void PageFrame::setConcealed(bool isConcealed)
 {
     _isConcealed = isConcealed;
@@ -100,6 +109,8 @@ void PageFrame::setConcealed(bool isConcealed)
 void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
 {
     if (!_isConcealed) {
+        if (_paper)
+            snapshot->append_color(*_paper, Gdk::Rectangle(0, 0, get_width(), get_height()));
         _cover.draw(Gtk::Widget::gobj(), _child, snapshot->gobj());
         return;
     }

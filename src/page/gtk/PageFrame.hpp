@@ -3,10 +3,13 @@
 #include "page/gtk/PageCover.hpp"
 #include "page/gtk/PageGestures.hpp"
 
+#include <gdkmm/rgba.h>
 #include <gtkmm/widget.h>
 
 #include <functional>
 #include <limits>
+#include <optional>
+#include <string>
 
 namespace pagora {
 
@@ -24,6 +27,9 @@ public:
         int maxWidth = std::numeric_limits<int>::max();
     };
     void setMargins(const Margins& margins);
+    // What is painted in the margins: a colour as CSS writes it, or nothing where it is none.
+    void setPaper(const std::string& color);
+    const std::optional<Gdk::RGBA>& paper() const { return _paper; }
     // Of the child, in pixels.
     int pageWidth() const { return _width; }
     int pageHeight() const { return _height; }
@@ -55,6 +61,7 @@ private:
 
     GtkWidget* _child;
     Margins _margins;
+    std::optional<Gdk::RGBA> _paper;
     int _width = 0;
     int _height = 0;
     bool _isConcealed = false;

@@ -367,7 +367,7 @@ void PageView::coverUntilPrepared()
 
 void PageView::numberScripts()
 {
-    _content.numberScripts(currentLoad(), _pageStart.columnCount);
+    _content.numberScripts(currentLoad(), { _pageStart.columnCount, _pageStart.language, _onPicture != nullptr });
 }
 
 // The page start applies only to the load that it was set for.
@@ -375,6 +375,11 @@ void PageView::pageStartIsOver()
 {
     _pageStart.isShownAtOnce = false;
     _pageStart.columnCount = 1;
+}
+
+void PageView::setPictureHandler(std::function<void(const std::string& file)> handler)
+{
+    _onPicture = std::move(handler);
 }
 
 void PageView::setBackground(const Color& color)

@@ -40,6 +40,8 @@ public:
     };
     void setMargins(const PageMargins& margins);
     void setFlickHandler(std::function<void(double dx)> handler) { _frame.setFlickHandler(std::move(handler)); }
+    // Called when the person presses a picture that is a file of the book. Without it the page shows the picture itself.
+    void setPictureHandler(std::function<void(const std::string& file)> handler);
     // The engine's widget, for pictures of the page and for tests.
     WebKitWebView* engineView() const { return _view.get(); }
 
@@ -117,7 +119,7 @@ private:
     Answer letGoInTurn(WebKitPolicyDecision* decision);
     Answer decideResponse(WebKitResponsePolicyDecision* decision);
     void locationChanged();
-    void messageReceived(const std::string& text);
+    void messageReceived(const std::string& message);
     friend struct PageViewSignals;
 
     GObjectPtr<WebKitWebView> _view;
@@ -148,6 +150,7 @@ private:
     bool _isForgiven = false;
     bool _runsRightToLeft = false;
     bool _pageTakesEscape = false;
+    std::function<void(const std::string&)> _onPicture;
     PageStart _pageStart;
     std::optional<PageMargins> _margins;
     sigc::connection _startTimer;

@@ -9,7 +9,6 @@
 
 #include <cstring>
 #include <filesystem>
-#include <sstream>
 #include <system_error>
 
 namespace pagora {
@@ -342,46 +341,6 @@ void PageView::showForgivingly()
     GBytes* bytes = g_bytes_new(page->html.data(), page->html.size());
     webkit_web_view_load_bytes(_view.get(), bytes, "text/html", page->encoding.c_str(), _target.c_str());
     g_bytes_unref(bytes);
-}
-
-void PageView::messageReceived(const std::string& text)
-{
-    std::istringstream words(text);
-    std::uint64_t load = 0;
-    std::string what;
-    words >> load >> what;
-    if (load != currentLoad())
-        return;
-    if (what == "complete") {
-        std::string direction;
-        words >> direction;
-        _runsRightToLeft = direction == "rtl";
-        documentComplete();
-    } else if (what == "broken")
-        showForgivingly();
-    else if (what == "begun") {
-        if (std::exchange(_pageStart.isShownAtOnce, false))
-            _curtain.uncoverBeginning();
-    } else if (what == "keys") {
-        int takes = 0;
-        words >> takes;
-        _frame.setPageTakesKeys(takes != 0);
-    } else if (what == "escape") {
-        int takes = 0;
-        words >> takes;
-        _pageTakesEscape = takes != 0;
-    } else if (what == "note") {
-        if (const auto link = pointedLinkFrom(words); !link || isInBook(link->url))
-            _reports.pointsAtLink(link);
-    } else if (what == "painted") {
-        std::uint64_t request = 0;
-        words >> request;
-        _curtain.pageIsPainted(request);
-    } else if (what == "size") {
-        Rect size;
-        words >> size.width >> size.height;
-        _sizes.pageDidChange(size, frame());
-    }
 }
 
 }

@@ -10,6 +10,8 @@
 
 namespace pagora {
 
+class RunLoop;
+
 // A page view with what the reader window needs of it: its widget, its flicks and, where set, its use of keys, page
 // direction, background and accessible name.
 struct ReaderPage {
@@ -26,6 +28,9 @@ struct ReaderPage {
     // the page's document.
     std::function<void(std::function<std::string(const std::string& title)> namer)> setNamer = {};
     std::function<void()> nameMayHaveChanged = {};
+    // Sets what is called when the user presses a picture, with its file in the book's folder. Needs `runLoop`.
+    std::function<void(std::function<void(const std::string& file)> handler)> setPictureHandler = {};
+    RunLoop* runLoop = nullptr;
     // Replaces the page's accessible text; an empty text restores it.
     std::function<void(const std::string& notice)> setNotice = {};
     // Whether its processes are confined. Otherwise the book's scripts are disabled and the user is told.

@@ -78,6 +78,7 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
             page.setBackground(color);
             surroundings.setPaper(color);
         });
+    showPressedPictures();
     if (page.setNamer) {
         // The page has the focus as soon as the window is shown, before it is loaded.
         const auto name = [this] {
@@ -114,6 +115,18 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
         addConfinementNote();
 }
 
+void ReaderWindowGtk::showPressedPictures()
+{
+    if (!page.setPictureHandler || !page.runLoop)
+        return;
+    _largePicture = std::make_unique<LargePicture>(widget<Gtk::Overlay>("stage"), *page.runLoop);
+    _largePicture->setCloseHandler([this] { focusPage(); });
+    page.setPictureHandler([this](const std::string& file) {
+        _largePicture->show(
+            file, _("Picture"), [this] { static_cast<void>(page.webView->evaluateScript("pagoraShowPictureHere()")); });
+    });
+}
+
 GoToPanel::Actions ReaderWindowGtk::goToActions()
 {
     return { [this](double percentage) { send(&ReaderWindowActions::goToPercentage, percentage); },
@@ -147,6 +160,8 @@ ReaderWindowGtk::~ReaderWindowGtk()
         page.setFlickHandler({});
     if (page.setNamer)
         page.setNamer({});
+    if (page.setPictureHandler)
+        page.setPictureHandler({});
     tocView.setLinksChanged({});
     // The header bar's widgets destroy their popovers; the page view destroys the page.
     widget<Gtk::Overlay>("pagePlace").unset_child();
@@ -282,6 +297,9 @@ ReaderFocus ReaderWindowGtk::focusKind()
 
 bool ReaderWindowGtk::perform(ReaderCommand command)
 {
+    // Any command takes a large picture away; the Escape key does nothing else then.
+    if (_largePicture && _largePicture->close() && command == ReaderCommand::LeaveFullScreen)
+        return true;
     switch (command) {
     case ReaderCommand::PreviousPage:
         send(&ReaderWindowActions::changePage, 0);

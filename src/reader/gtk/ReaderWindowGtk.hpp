@@ -10,6 +10,7 @@
 #include "reader/gtk/ConfinementNote.hpp"
 #include "reader/gtk/EdgeBar.hpp"
 #include "reader/gtk/GoToPanel.hpp"
+#include "reader/gtk/LargePicture.hpp"
 #include "reader/gtk/LoadingSign.hpp"
 #include "reader/gtk/NaviButton.hpp"
 #include "reader/gtk/PageSurroundings.hpp"
@@ -89,6 +90,7 @@ private:
     void fullScreenDidChange(bool isFullScreen);
 
     void addConfinementNote();
+    void showPressedPictures();
 
     ExtraCommands _extraCommands;
     // Of the document that is shown.
@@ -97,6 +99,8 @@ private:
     bool _barsAreCalled = false;
     // Where the page is not confined.
     std::unique_ptr<ConfinementNote> _confinementNote;
+    // Where the page tells which picture is pressed.
+    std::unique_ptr<LargePicture> _largePicture;
     std::vector<sigc::connection> _connections;
 };
 

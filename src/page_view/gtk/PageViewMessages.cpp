@@ -1,0 +1,63 @@
+// What the page's scripts tell the page view.
+
+#include "confinement/gtk/PageFile.hpp"
+#include "files/Files.hpp"
+#include "page_view/gtk/PageView.hpp"
+
+#include <sstream>
+#include <utility>
+
+namespace pagora {
+
+void PageView::messageReceived(const std::string& message)
+{
+    std::istringstream words(message);
+    std::uint64_t load = 0;
+    std::string what;
+    words >> load >> what;
+    if (load != currentLoad())
+        return;
+    if (what == "complete") {
+        std::string direction;
+        words >> direction;
+        _runsRightToLeft = direction == "rtl";
+        documentComplete();
+    } else if (what == "broken")
+        showForgivingly();
+    else if (what == "begun") {
+        if (std::exchange(_pageStart.isShownAtOnce, false))
+            _curtain.uncoverBeginning();
+    } else if (what == "keys") {
+        int takes = 0;
+        words >> takes;
+        _frame.setPageTakesKeys(takes != 0);
+    } else if (what == "escape") {
+        int takes = 0;
+        words >> takes;
+        _pageTakesEscape = takes != 0;
+    } else if (what == "note") {
+        if (const auto link = pointedLinkFrom(words); !link || isInBook(link->url))
+            _reports.pointsAtLink(link);
+    } else if (what == "paper") {
+        std::string color;
+        words >> color;
+        _frame.setPaper(color);
+    } else if (what == "picture") {
+        std::string text;
+        words >> text;
+        const auto url = Url::fromString(text);
+        const auto file = url && url->isFile() ? existingFile(*url) : std::nullopt;
+        if (_onPicture && file && isFileInFolder(file->path(), _content.bookFolder()))
+            _onPicture(file->path());
+    } else if (what == "painted") {
+        std::uint64_t request = 0;
+        words >> request;
+        _curtain.pageIsPainted(request);
+    } else if (what == "size") {
+        Rect size;
+        words >> size.width >> size.height;
+        _sizes.pageDidChange(size, frame());
+    }
+}
+
+}

@@ -3,6 +3,7 @@
 #include "base/Numbers.hpp"
 #include "base/Path.hpp"
 #include "base/Translation.hpp"
+#include "epub/PackageLanguage.hpp"
 #include "epub/ContentsTargets.hpp"
 #include "epub/Unpacking.hpp"
 #include "files/Files.hpp"
@@ -101,9 +102,11 @@ Task<void> BookOpening::run(BookInfoPtr book)
     // The readers need the page view's size, which it has once the window is shown.
     auto laidOut = window->laidOut();
     co_await laidOut;
-    if (type == reflowable)
-        _state.reading._epubWindowController->_epubController()->loadSplits(book->files(), tableOfContent);
-    else
+    if (type == reflowable) {
+        auto& reader = *_state.reading._epubWindowController->_epubController();
+        reader.setBookLanguage(packageLanguage(book->bookPath().value_or("")));
+        reader.loadSplits(book->files(), tableOfContent);
+    } else
         _state.reading._fixedWindowController->_fixedController()->loadSplits(book->files(), tableOfContent);
     showNavigation(*book, !tableOfContent.empty());
     if (_state.windows.fullScreenMode && !window->isFullScreen())

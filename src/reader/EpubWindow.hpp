@@ -96,6 +96,8 @@ public:
     virtual void showNote(const std::string& text, const PointedLink& reference) { }
     // The pointer has left the reference.
     virtual void pointerLeftReference() { }
+    // The book's language, as "en" or "pt-BR"; says so once where no installed font has its letters.
+    virtual void setBookLanguage(const std::string& language) { }
     // Shows which page of its chapter is seen, counted from 1, and of how many.
     virtual void setPageOfChapter(std::int64_t page, std::int64_t count) { }
     // Shows how many columns the page has.

@@ -114,6 +114,12 @@ void EpubController::load(const Url& url, std::optional<std::uint64_t> split)
     _window.webView().loadRequest(url);
 }
 
+void EpubController::setBookLanguage(std::string language)
+{
+    _window.setBookLanguage(language);
+    _bookLanguage = std::move(language);
+}
+
 PageStart EpubController::pageStart(const Url& url) const
 {
     const auto look = layout();
@@ -121,7 +127,8 @@ PageStart EpubController::pageStart(const Url& url) const
         return {};
     const bool opensElsewhere = _state.restorePositionPending || _state.openAtChapterEnd
         || _state.pendingChapterFraction != 0 || url.fragment() || _lastAnchor || _place.toKeep() || _jumps.landing;
-    return { scripts::styleSheet(look, _settings.numberOfColumns), !opensElsewhere, _settings.numberOfColumns };
+    return { scripts::styleSheet(look, _settings.numberOfColumns), !opensElsewhere, _settings.numberOfColumns,
+        _bookLanguage };
 }
 
 void EpubController::holdActions()

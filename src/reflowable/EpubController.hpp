@@ -129,6 +129,9 @@ public:
     // that arrive late lay the chapter out anew.
     void setPlaceToKeep(std::optional<double> place) { _place.setToKeep(place); }
 
+    // The book's language, for documents that do not say their own; before the book is started.
+    void setBookLanguage(std::string language);
+
     void resourceDidFinishLoading(const DataSource& source) override;
     void didFinishLoadForFrame(const DataSource& source) override;
     void resourceDidFailLoading(const DataSource& source) override;
@@ -209,6 +212,7 @@ private:
     bool _isTrackingAnchors = false;
     // Whether a chapter has ever been laid out.
     bool _pageIsShown = false;
+    std::string _bookLanguage;
     LeavingLinks _leavingLinks;
     Jumps _jumps;
     std::function<std::string(std::uint64_t)> _chapterScript;

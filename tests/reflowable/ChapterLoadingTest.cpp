@@ -512,6 +512,13 @@ TEST_F(ChapterLoading, AChapterIsStyledFromItsBeginningOn)
         EXPECT_NE(sheet.find(rule), std::string::npos) << rule << " in " << sheet;
 }
 
+TEST_F(ChapterLoading, TheBooksLanguageGoesWithEachChapter)
+{
+    reader->setBookLanguage("pt-BR");
+    reader->loadSplits(chapters(2), std::nullopt);
+    EXPECT_EQ(page().starts.back().language, "pt-BR");
+}
+
 TEST_F(ChapterLoading, AChapterThatOpensAtItsStartIsShownAtOnce)
 {
     reader->loadSplits(chapters(2), std::nullopt);

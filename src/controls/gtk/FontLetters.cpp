@@ -1,5 +1,6 @@
 #include "controls/gtk/FontLetters.hpp"
 
+#include <cctype>
 #include <fontconfig/fontconfig.h>
 #include <string_view>
 
@@ -8,6 +9,27 @@ namespace pagora {
 namespace {
 
 constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+
+// A font may be without one letter in so many.
+constexpr FcChar32 rareLetters = 20;
+
+// Missing where fontconfig does not know the language.
+const FcCharSet* lettersOf(const std::string& language)
+{
+    std::string name;
+    for (const char letter : language)
+        name += static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+    const auto known = [](const std::string& tag) {
+        return FcLangGetCharSet(reinterpret_cast<const FcChar8*>(tag.c_str()));
+    };
+    if (const auto* const letters = known(name))
+        return letters;
+    // The part before the region. Chinese is known by its regions alone.
+    const auto base = name.substr(0, name.find('-'));
+    if (base == "zh")
+        return known(name.find("hant") != std::string::npos ? "zh-tw" : "zh-cn");
+    return known(base);
+}
 
 bool isWrittenBy(FcPattern* face)
 {
@@ -28,6 +50,28 @@ bool isOfSigns(FcPattern* face)
     return FcPatternGetBool(face, FC_SYMBOL, 0, &isOfSigns) == FcResultMatch && isOfSigns;
 }
 
+}
+
+bool isWrittenByAnyFont(const std::string& language)
+{
+    const FcCharSet* const letters = lettersOf(language);
+    if (!letters || FcCharSetHasChar(letters, 'a'))
+        return true;
+    const auto count = FcCharSetCount(letters);
+    FcPattern* const pattern = FcPatternCreate();
+    FcObjectSet* const wanted = FcObjectSetBuild(FC_CHARSET, nullptr);
+    FcFontSet* const faces = FcFontList(nullptr, pattern, wanted);
+    bool isWritten = false;
+    for (int i = 0; faces && i < faces->nfont && !isWritten; ++i) {
+        FcCharSet* own = nullptr;
+        isWritten = FcPatternGetCharSet(faces->fonts[i], FC_CHARSET, 0, &own) == FcResultMatch
+            && FcCharSetSubtractCount(letters, own) * rareLetters <= count;
+    }
+    if (faces)
+        FcFontSetDestroy(faces);
+    FcObjectSetDestroy(wanted);
+    FcPatternDestroy(pattern);
+    return isWritten;
 }
 
 bool hasLatinLetters(const std::string& family)

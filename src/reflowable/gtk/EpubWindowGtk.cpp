@@ -6,6 +6,7 @@
 #include <gtkmm/eventcontrollerkey.h>
 
 #include <algorithm>
+#include <glibmm/main.h>
 #include <pangomm/fontfamily.h>
 #include <utility>
 
@@ -136,6 +137,20 @@ std::vector<std::string> EpubWindowGtk::availableFontFamilies() const
     for (auto& [key, name] : families)
         names.push_back(std::move(name));
     return names;
+}
+
+void EpubWindowGtk::setBookLanguage(const std::string& language)
+{
+    if (language.empty())
+        return;
+    // The fonts are looked at when the page is on its way.
+    _connections.push_back(Glib::signal_idle().connect([this, language] {
+        if (isMissingFontUntold(language)) {
+            _missingFontNote = std::make_unique<MissingFontNote>(language, [this] { _parts.focusPage(); });
+            _parts.widget<Gtk::Box>("pagePane").append(*_missingFontNote);
+        }
+        return false;
+    }));
 }
 
 void EpubWindowGtk::setColumnCount(std::int32_t columns)

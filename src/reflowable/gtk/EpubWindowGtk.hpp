@@ -2,11 +2,14 @@
 
 #include "controls/gtk/PopUpControl.hpp"
 #include "controls/gtk/SegmentedSwitch.hpp"
+#include "reader/gtk/MissingFontNote.hpp"
 #include "reader/gtk/NotePopover.hpp"
 #include "reader/gtk/PopoverPanel.hpp"
 #include "reader/gtk/ReaderWindowGtk.hpp"
 #include "reflowable/gtk/SearchFieldControl.hpp"
 #include "reflowable/gtk/SearchPaneGtk.hpp"
+
+#include <memory>
 
 namespace pagora {
 
@@ -25,6 +28,7 @@ public:
     SearchPane& searchPane() override { return _searchPane; }
     void showNote(const std::string& text, const PointedLink& reference) override;
     void pointerLeftReference() override { _note.pointerLeft(); }
+    void setBookLanguage(const std::string& language) override;
     void setPageOfChapter(std::int64_t page, std::int64_t count) override
     {
         _parts.surroundings.setPageOfChapter(page, count);
@@ -47,6 +51,7 @@ private:
     SearchPaneGtk _searchPane;
     PopoverPanel _displayOptions;
     NotePopover _note;
+    std::unique_ptr<MissingFontNote> _missingFontNote;
     std::vector<sigc::connection> _connections;
 };
 

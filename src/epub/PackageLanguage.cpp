@@ -1,0 +1,62 @@
+#include "epub/PackageLanguage.hpp"
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <vector>
+
+namespace pagora {
+
+namespace {
+
+// The metadata come first in a package document.
+constexpr std::size_t longestBeginning = 65536;
+constexpr std::size_t longestTag = 300;
+// More tags of this name are not looked at.
+constexpr int mostTags = 50;
+
+std::string beginningOf(const std::filesystem::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    std::string text(longestBeginning, '\0');
+    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(stream.gcount()));
+    return text;
+}
+
+}
+
+std::string languageInPackage(const std::string& document)
+{
+    // Elements of the Dublin Core namespace have any prefix or none.
+    static const std::regex element(
+        R"(^language(?:\s[^<>]{0,200})?>\s{0,20}([A-Za-z]{2,8}(?:-[A-Za-z0-9]{1,8}){0,4})\s{0,20}<)");
+    int tags = 0;
+    for (auto at = document.find("language"); at != std::string::npos && tags < mostTags;
+         at = document.find("language", at + 1)) {
+        const bool isTag = at > 0 && (document[at - 1] == '<' || document[at - 1] == ':');
+        if (!isTag)
+            continue;
+        ++tags;
+        std::smatch found;
+        const std::string piece = document.substr(at, longestTag);
+        if (std::regex_search(piece, found, element))
+            return found[1];
+    }
+    return {};
+}
+
+std::string packageLanguage(const std::string& folder)
+{
+    std::error_code error;
+    std::vector<std::filesystem::path> documents;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code unknown;
+        if (entry->path().extension() == ".opf" && entry->is_regular_file(unknown))
+            documents.push_back(entry->path());
+    }
+    return documents.size() == 1 ? languageInPackage(beginningOf(documents.front())) : std::string();
+}
+
+}

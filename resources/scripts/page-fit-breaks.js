@@ -23,16 +23,29 @@ var pagoraKeepHeadings = (function () {
         return first && first.nodeType === Node.ELEMENT_NODE ? first : null;
     };
 
+    // An element without content is passed over.
+    const isSeen = (element) => isHeading(element) || wholes.test(element.localName) || /\S/.test(element.textContent)
+        || Element.prototype.querySelector.call(element, 'canvas, iframe, img, object, svg, video');
+
     // The heading, the whole or the text that follows an element, in the order of the document.
     function nextOf(element, body) {
-        let next = element;
-        while (next && next !== body && !next.nextElementSibling)
-            next = next.parentElement;
-        next = next && next !== body ? next.nextElementSibling : null;
+        let next = elementAfter(element, body);
+        while (next && !isSeen(next))
+            next = elementAfter(next, body);
         while (next && !isHeading(next) && !wholes.test(next.localName) && startsWithElement(next))
             next = startsWithElement(next);
         return next;
     }
+
+    function elementAfter(element, body) {
+        let next = element;
+        while (next && next !== body && !next.nextElementSibling)
+            next = next.parentElement;
+        return next && next !== body ? next.nextElementSibling : null;
+    }
+
+    // A picture may float in its figure, and then goes to another column without it.
+    const pictureIn = (whole) => (whole.localName === 'figure' && Element.prototype.querySelector.call(whole, 'img')) || whole;
 
     return (strip, book, tools, later) => {
         const { styleOf, pixels, all } = tools;
@@ -50,12 +63,12 @@ var pagoraKeepHeadings = (function () {
             if (isHeading(next))
                 room = next.offsetHeight + (rooms.get(next) || lines);
             else if (wholes.test(next.localName))
-                room = tools.boxOf(next).height;
+                room = Math.max(tools.boxOf(next).height, tools.boxOf(pictureIn(next)).height);
             room += Math.max(0, pixels(style.marginBottom));
             if (room + heading.offsetHeight > strip.height)
                 room = lines;
             rooms.set(heading, room);
-            headings.unshift([heading, next]);
+            headings.unshift([heading, pictureIn(next)]);
             if (!hasOwnBox(style, tools) && getComputedStyle(heading, '::after').content === 'none')
                 later.push([heading, 'keeps', room]);
         }
@@ -76,6 +89,14 @@ var pagoraFitBreaks = (function () {
         return rects.length > 1 && Array.from(rects).every((rect) => rect.height > 0.5);
     };
 
+    // A float of a single line of text, of which each column has a part.
+    function isCutLine(float, { styleOf, pixels }) {
+        const rects = Array.from(Element.prototype.getClientRects.call(float));
+        const height = rects.reduce((sum, rect) => sum + rect.height, 0);
+        const style = styleOf(float);
+        return rects.length > 1 && height < 1.5 * (pixels(style.lineHeight) || 1.4 * pixels(style.fontSize));
+    }
+
     // The engine leaves a picture that came late where it was cut: it looks for a better place only when its column is
     // another one.
     function layOutAnew(body) {
@@ -88,10 +109,17 @@ var pagoraFitBreaks = (function () {
     }
 
     // Floats are cut where a column ends below them. Says whether something was marked.
-    function moveCut(floats, { mark, standsAlone, containerOf }) {
+    function moveCut(floats, tools) {
+        const { mark, standsAlone, containerOf } = tools;
         const cut = Array.from(document.images).filter(isCut);
         const isMarked = (element) => has(element, 'block') || has(element, 'inline');
         let isNew = false;
+        for (const float of floats) {
+            if (!has(float, 'inline') && isCutLine(float, tools)) {
+                mark(float, 'inline');
+                isNew = true;
+            }
+        }
         for (const image of cut) {
             let floating = image;
             while (floating && isMarked(floating)) {

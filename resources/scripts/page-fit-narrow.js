@@ -168,41 +168,44 @@ var pagoraFitWords = (function () {
         return { limit, found };
     }
 
-    return (strip, book, { styleOf, pixels, containerOf, letter, narrowest }, later) => {
+    // The blocks of words of which a part is wider than its line.
+    function tooNarrow(strip, containerOf) {
         const column = strip.step - strip.gap;
         const blocks = new Set();
-        for (const title of book.titles) {
-            if (title.scrollWidth > title.clientWidth && title.clientWidth > 0)
-                blocks.add(title);
+        const range = new Range();
+        for (const [node, start, length] of words.found) {
+            if (start + length > node.length)
+                continue;
+            range.setStart(node, start);
+            range.setEnd(node, start + length);
+            const block = containerOf(node);
+            // A table grows with its words, and is made to fit as a whole.
+            const isInCell = /^(?:td|th)$/.test(block.localName);
+            const isTooWide = (box) => box.width > column + 1 || (!isInCell && (sticksOut(box, strip)
+                || (block !== strip.body && block.clientWidth && box.width > block.clientWidth + 1)));
+            // A word may be hyphenated, and the rest of it still be too long.
+            if (Array.from(range.getClientRects()).some(isTooWide))
+                blocks.add(block);
         }
+        return blocks;
+    }
+
+    // Marks the blocks of long words, and then those that hyphenation lets stick out even so.
+    function fit(strip, book, { styleOf, pixels, containerOf, letter, narrowest, step }) {
+        const column = strip.step - strip.gap;
+        const titles = book.titles.filter((title) => title.scrollWidth > title.clientWidth && title.clientWidth > 0);
         if (longest < 0)
             longest = longestIn(strip.body.textContent);
         const letters = column / (pixels(styleOf(strip.body).fontSize) * letter);
         const limit = Math.max(4, Math.floor(Math.min(letters, narrowest) * surelyFits));
-        if (longest > limit) {
-            if (words.limit > limit)
-                words = findWords(strip.body, limit);
-            const range = new Range();
-            for (const [node, start, length] of words.found) {
-                if (start + length > node.length)
-                    continue;
-                range.setStart(node, start);
-                range.setEnd(node, start + length);
-                const box = range.getClientRects()[0];
-                if (!box)
-                    continue;
-                const block = containerOf(node);
-                // A table grows with its words, and is made to fit as a whole.
-                const isInCell = /^(?:td|th)$/.test(block.localName);
-                const isTooWide = box.width > column + 1 || (!isInCell && (sticksOut(box, strip)
-                    || (block !== strip.body && block.clientWidth && box.width > block.clientWidth + 1)));
-                if (isTooWide)
-                    blocks.add(block);
-            }
-        }
-        for (const block of blocks)
-            later.push([block, 'long']);
-    };
+        const isLong = longest > limit;
+        if (isLong && words.limit > limit)
+            words = findWords(strip.body, limit);
+        const mark = (blocks, name) => step((later) => blocks.forEach((block) => later.push([block, name])));
+        const blocks = isLong ? tooNarrow(strip, containerOf) : new Set();
+        if (mark(new Set([...titles, ...blocks]), 'long') && isLong)
+            mark(tooNarrow(strip, containerOf), 'manual');
+    }
 
     function sticksOut(box, strip) {
         const frame = Element.prototype.getBoundingClientRect.call(strip.body);
@@ -211,4 +214,6 @@ var pagoraFitWords = (function () {
         const inColumn = across - Math.floor((across + 1) / strip.step) * strip.step;
         return inColumn + box.width > strip.step - strip.gap + 1;
     }
+
+    return fit;
 })();

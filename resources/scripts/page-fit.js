@@ -3,7 +3,7 @@
 //
 //   data-pagora-alone   a float beside which there is no room for text: it has its row to itself
 //   data-pagora-block   a picture that stands alone: it is a block, which is never divided
-//   data-pagora-inline  a floating picture at a column's end, where it would be cut: it stands in its line
+//   data-pagora-inline  a float at a column's end, where it would be cut: it stands in its line
 //   data-pagora-inflow  a picture that lies over the text: it takes its place in it
 //   data-pagora-fits    a picture that is wider than what holds it
 //   data-pagora-beside  a picture beside which text stands: there is room between them
@@ -12,6 +12,7 @@
 //   data-pagora-divided a block that is taller than a column and asks not to be divided
 //   data-pagora-whole   a box with a frame or a ground of its own, which is not divided
 //   data-pagora-keeps   a heading, which asks for room for the lines below it
+//   data-pagora-manual  text in which the engine hyphenates words so that a line sticks out: it does not there
 //   data-pagora-tight   a block whose margins would leave a narrow column no room for text
 //   data-pagora-title   a title in smaller letters, lest its words stand one below the other
 //   data-pagora-single  a chapter of one column or less: it stands in the middle of the page
@@ -69,7 +70,7 @@ var pagoraFit = (function () {
     const sizeOfTitles = 1.3;
     const clear = 'rgba(0, 0, 0, 0)';
 
-    // Elements that may need a mark, found once: { floats, atoms, titles, undivided, framed } and, by their sorts, { insets }.
+    // Elements that may need a mark, found once: { floats, atoms, verses, titles, undivided, framed } and, by their sorts, { insets }.
     let book = null;
 
     function sortOf(element, bodySize) {
@@ -77,6 +78,7 @@ var pagoraFit = (function () {
         return {
             floats: own.float !== 'none' && own.position !== 'absolute' && own.position !== 'fixed',
             atoms: /^inline-(?:block|flex|grid|table)$/.test(own.display) || /flex|grid/.test(own.display),
+            verses: !isInline(own) && pixels(own.textIndent) < 0,
             titles: pixels(own.fontSize) >= bodySize * sizeOfTitles,
             undivided: /^avoid/.test(own.breakInside),
             framed: !isInline(own) && own.display !== 'table-cell' && (own.backgroundColor !== clear
@@ -88,7 +90,7 @@ var pagoraFit = (function () {
 
     function survey(body) {
         const sorts = new Map();
-        const found = { floats: [], atoms: [], titles: [], undivided: [], framed: [], insets: [] };
+        const found = { floats: [], atoms: [], verses: [], titles: [], undivided: [], framed: [], insets: [] };
         const bodySize = pixels(styleOf(body).fontSize);
         for (const element of Element.prototype.getElementsByTagName.call(body, '*')) {
             const name = element.localName;
@@ -114,7 +116,7 @@ var pagoraFit = (function () {
             }
         }
         const flat = (each) => found[each].flat();
-        return { floats: flat('floats'), atoms: flat('atoms'), titles: flat('titles'), undivided: flat('undivided'),
+        return { floats: flat('floats'), atoms: flat('atoms'), verses: flat('verses'), titles: flat('titles'), undivided: flat('undivided'),
             framed: flat('framed'), insets: found.insets };
     }
 
@@ -255,11 +257,22 @@ var pagoraFit = (function () {
     // A frame that is higher than this share of a column would leave too much of the one before it empty.
     const largestFrame = 0.4;
 
+    const heightOf = (element) => Array.from(Element.prototype.getClientRects.call(element))
+        .reduce((sum, rect) => sum + rect.height, 0);
+
+    // What stands in a divided row of boxes is one that cannot be divided itself, now that the row is gone.
+    function fitAtomsWithin(strip, later) {
+        for (const [outer, name] of marked) {
+            for (const inner of name === 'parts' ? outer.children : []) {
+                if (inner instanceof HTMLElement && /^inline-/.test(styleOf(inner).display) && heightOf(inner) > strip.height)
+                    later.push([inner, 'parts']);
+            }
+        }
+    }
+
     function fitAtoms(strip, later) {
         for (const atom of book.atoms) {
-            const rects = Element.prototype.getClientRects.call(atom);
-            const height = Array.from(rects).reduce((sum, rect) => sum + rect.height, 0);
-            if (height > strip.height)
+            if (heightOf(atom) > strip.height)
                 later.push([atom, 'parts']);
         }
         for (const block of book.undivided) {
@@ -316,17 +329,22 @@ var pagoraFit = (function () {
             unmark();
             strip = measure();
         }
-        const tools = { mark, boxOf, styleOf, pixels, isInline, containerOf, roomIn, standsAlone, all,
+        const tools = { mark, boxOf, styleOf, pixels, isInline, containerOf, roomIn, standsAlone, all, step,
             letter: letterWidth(strip.body) };
         step((later) => pagoraFitInsets(strip, book, tools, later));
         step((later) => {
             fitFloats(strip, tools.letter, later);
             fitPictures(strip, later);
             fitAtoms(strip, later);
+            for (const block of book.verses) {
+                if (pixels(styleOf(block).textIndent) < 0)
+                    later.push([block, 'manual']);
+            }
             pagoraFitTitles(strip, book, tools, later);
             pagoraKeepHeadings(strip, book, tools, later);
         });
-        step((later) => pagoraFitWords(strip, book, tools, later));
+        step((later) => fitAtomsWithin(strip, later));
+        pagoraFitWords(strip, book, tools);
         pagoraFitWide(strip, tools);
         pagoraFitBreaks(strip, book, tools);
         if (pagoraIsSingle(measure()))

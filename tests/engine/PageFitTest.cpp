@@ -115,6 +115,66 @@ TEST_F(PageFitTest, ASmallFrameIsNotDivided)
     EXPECT_EQ(evaluate("document.getElementById('frame').getClientRects().length"), "1");
 }
 
+TEST_F(PageFitTest, AHeadingStandsWithTheTextAfterAnEmptyElement)
+{
+    fit(filler(490)
+            + "<h2 id='heading'>Heading</h2><div></div><div><p id='text'>One line of text.<br/>And another.</p>"
+              "</div>"
+            + paragraphs(9),
+        2, plain);
+    EXPECT_EQ(placeOf("heading").substr(0, 4), "420,");
+    EXPECT_EQ(placeOf("text").substr(0, 4), "420,");
+}
+
+TEST_F(PageFitTest, AHeadingStandsWithThePictureThatFloatsInItsFigure)
+{
+    fit(filler(360)
+            + "<h2 id='heading'>Heading</h2><figure style='margin:0'><img src='none.svg' width='200' height='200' "
+              "style='float:left'/><figcaption>A caption.</figcaption></figure>"
+            + paragraphs(9),
+        2, plain);
+    EXPECT_EQ(placeOf("heading").substr(0, 4), "420,");
+}
+
+TEST_F(PageFitTest, ALineNumberThatFloatsIsNotCut)
+{
+    fit(filler(505) + "<div style='line-height:20px'>A line<span id='number' style='float:right'>250</span></div>"
+            + paragraphs(9),
+        2, plain);
+    EXPECT_EQ(evaluate("document.getElementById('number').getClientRects().length"), "1");
+}
+
+TEST_F(PageFitTest, VersesKeepTheirWords)
+{
+    fit("<p id='verse' lang='en' style='text-indent:-20px;padding-left:20px'>A verse</p><p id='prose' "
+        "lang='en'>Prose</p>",
+        1, "p{hyphens:auto}");
+    EXPECT_EQ(evaluate("['verse', 'prose'].map((id) => getComputedStyle(document.getElementById(id)).hyphens).join()"),
+        "manual,auto");
+}
+
+TEST_F(PageFitTest, AnAddressThatEndsInAHyphenatedWordStaysInItsColumn)
+{
+    fit("<p id='text' lang='en' style='font-size:28px'>See http://www.gnu.org/copyleft/ for it.</p>" + paragraphs(30),
+        3, "p{hyphens:auto}");
+    EXPECT_EQ(evaluate("(() => { const range = document.createRange(); range.selectNodeContents("
+                       "document.getElementById('text')); const room = document.getElementById('text').clientWidth;"
+                       "return Array.from(range.getClientRects()).every((box) => box.width <= room + 1); })()"),
+        "true");
+}
+
+TEST_F(PageFitTest, ATitleInSmallerLettersFillsItsLines)
+{
+    fit("<h1 id='title'>Extraordinary Classification</h1>" + paragraphs(30), 3, "h1{font-size:60px;text-wrap:balance}");
+    EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('title')).textWrap"), "wrap");
+}
+
+TEST_F(PageFitTest, ABoxInARowOfBoxesIsDividedWithIt)
+{
+    fit("<div style='display:flex'><div id='box' style='display:inline-block'>" + paragraphs(60) + "</div></div>", 2);
+    EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('box')).display"), "block");
+}
+
 // 800 pixels are no whole number of the engine's units for three columns.
 TEST_F(PageFitTest, PagesOfALongChapterBeginAtTheMargin)
 {

@@ -3,8 +3,8 @@
 #include "base/Numbers.hpp"
 #include "base/Path.hpp"
 #include "base/Translation.hpp"
-#include "epub/PackageLanguage.hpp"
 #include "epub/ContentsTargets.hpp"
+#include "epub/PackageLanguage.hpp"
 #include "epub/Unpacking.hpp"
 #include "files/Files.hpp"
 

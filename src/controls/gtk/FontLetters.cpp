@@ -19,9 +19,8 @@ const FcCharSet* lettersOf(const std::string& language)
     std::string name;
     for (const char letter : language)
         name += static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-    const auto known = [](const std::string& tag) {
-        return FcLangGetCharSet(reinterpret_cast<const FcChar8*>(tag.c_str()));
-    };
+    const auto known
+        = [](const std::string& tag) { return FcLangGetCharSet(reinterpret_cast<const FcChar8*>(tag.c_str())); };
     if (const auto* const letters = known(name))
         return letters;
     // The part before the region. Chinese is known by its regions alone.

@@ -40,7 +40,8 @@ public:
     };
     void setMargins(const PageMargins& margins);
     void setFlickHandler(std::function<void(double dx)> handler) { _frame.setFlickHandler(std::move(handler)); }
-    // Called when the person presses a picture that is a file of the book. Without it the page shows the picture itself.
+    // Called when the person presses a picture that is a file of the book. Without it the page shows the picture
+    // itself.
     void setPictureHandler(std::function<void(const std::string& file)> handler);
     // The engine's widget, for pictures of the page and for tests.
     WebKitWebView* engineView() const { return _view.get(); }

@@ -3,10 +3,10 @@
 #include "base/Translation.hpp"
 #include "desktop/gtk/AccessibleNames.hpp"
 
+#include <glibmm/main.h>
 #include <gtkmm/eventcontrollerkey.h>
 
 #include <algorithm>
-#include <glibmm/main.h>
 #include <pangomm/fontfamily.h>
 #include <utility>
 

@@ -18,16 +18,24 @@ namespace {
 
 // Of one label, in bytes.
 constexpr std::size_t maxLabel = 1'000;
+// Of the name of a file and of a place in it, in bytes, with their escapes. No file and no page has a longer one.
+constexpr std::size_t maxName = 3 * 4096;
+constexpr std::size_t maxFragment = 65'536;
 // Of one document, in bytes.
 constexpr std::size_t maxDocument = 32u << 20;
 
 // Whether a list of words has the word.
 bool hasWord(const std::optional<std::string>& words, std::string_view word)
 {
-    if (!words)
-        return false;
-    const auto all = split(*words, ' ');
-    return std::find(all.begin(), all.end(), word) != all.end();
+    // A list can be as long as a document: its words are not copied.
+    std::string_view rest = words ? std::string_view(*words) : std::string_view();
+    while (!rest.empty()) {
+        const auto end = std::min(rest.find(' '), rest.size());
+        if (rest.substr(0, end) == word)
+            return true;
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return false;
 }
 
 class Reader {
@@ -162,6 +170,8 @@ private:
     std::optional<Url> targetOf(const std::string& href) const
     {
         const auto hash = href.find('#');
+        if (std::min(hash, href.size()) > maxName || (hash != std::string::npos && href.size() - hash > maxFragment))
+            return std::nullopt;
         const auto reference = href.substr(0, hash);
         // A scheme, or a path of the system.
         if (reference.starts_with('/') || reference.substr(0, reference.find('/')).find(':') != std::string::npos)
@@ -221,8 +231,11 @@ std::optional<std::string> firstAttribute(
     return std::nullopt;
 }
 
+// Nowhere where the reference is longer than a name.
 std::string resolved(const std::string& folder, const std::string& reference)
 {
+    if (reference.size() > maxName)
+        return {};
     const auto name = replacingPercentEscapes(reference).value_or(reference);
     return normalizedPath(appendingPathComponent(folder, name));
 }
@@ -236,18 +249,17 @@ NavigationLists navigationLists(const std::string& document, const std::string& 
 
 NavigationLists navigationListsOf(const std::string& bookFolder)
 {
-    const auto container = documentAt(appendingPathComponent(bookFolder, "META-INF/container.xml"), bookFolder);
-    if (!container)
-        return {};
-    const auto package = firstAttribute(
-        *container, "rootfile", "full-path", [](const MarkupToken& file) { return file.attribute("full-path"); });
+    // One document at a time is in memory.
+    const auto attributeOf = [&](const std::string& path, auto... arguments) -> std::optional<std::string> {
+        const auto document = documentAt(path, bookFolder);
+        return document ? firstAttribute(*document, arguments...) : std::nullopt;
+    };
+    const auto package = attributeOf(appendingPathComponent(bookFolder, "META-INF/container.xml"), "rootfile",
+        "full-path", [](const MarkupToken& file) { return file.attribute("full-path").has_value(); });
     if (!package)
         return {};
     const auto packagePath = resolved(bookFolder, *package);
-    const auto packageDocument = documentAt(packagePath, bookFolder);
-    if (!packageDocument)
-        return {};
-    const auto item = firstAttribute(*packageDocument, "item", "href",
+    const auto item = attributeOf(packagePath, "item", "href",
         [](const MarkupToken& tag) { return hasWord(tag.attribute("properties"), "nav"); });
     if (!item)
         return {};

@@ -13,6 +13,9 @@ namespace pagora {
 
 namespace {
 
+// Of attributes that are searched as they stand, in bytes.
+constexpr std::size_t maxGlance = 1'000;
+
 std::string lowerCase(std::string_view name)
 {
     std::string result(name);
@@ -88,7 +91,10 @@ private:
 
     void beginAt(const MarkupToken& tag, const std::string& name)
     {
-        if (tag.kind != MarkupToken::Kind::StartTag || tag.attributes.find(_id) == std::string_view::npos)
+        if (tag.kind != MarkupToken::Kind::StartTag)
+            return;
+        // Most elements are passed over by a glance, which a long text would make slow.
+        if (tag.attributes.size() <= maxGlance && tag.attributes.find(_id) == std::string_view::npos)
             return;
         const bool isNamed = name == "a" && tag.attribute("name") == _id;
         if (tag.attribute("id") != _id && !isNamed)

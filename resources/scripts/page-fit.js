@@ -293,11 +293,15 @@ var pagoraFit = (function () {
     if (document.fonts)
         document.fonts.addEventListener('loadingdone', () => ++loads);
 
+    // The greatest size of pictures, which the reader sets on each of them.
+    const greatestPicture = () => Array.from(document.images).slice(0, 1)
+        .map((image) => ['max-width', 'max-height'].map((name) => image.style.getPropertyValue(name))).join();
+
     const keyOf = (strip) => {
         const style = styleOf(strip.body);
         // A chapter in the middle of the page has a column of its own; what the reader asks for is in the marks.
         return [attribute.call(strip.body.parentElement, 'data-pagora-columns'), strip.body.clientWidth, strip.step,
-            strip.gap, strip.height, strip.reach, style.fontSize, style.fontFamily, loads].join();
+            strip.gap, strip.height, strip.reach, style.fontSize, style.fontFamily, greatestPicture(), loads].join();
     };
 
     // `later` holds an element, the name of a mark and, perhaps, a length or several by their names.

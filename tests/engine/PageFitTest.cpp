@@ -1,5 +1,6 @@
 // What the page scripts do so that text, titles and pictures fit the columns as a typesetter would fit them.
 
+#include "paging/PageScripts.hpp"
 #include "tests/engine/PageViewTest.hpp"
 
 namespace pagora::test {
@@ -37,6 +38,22 @@ TEST_F(PageFitTest, ThereIsRoomBetweenAPictureAndTheTextBesideIt)
                      "return range.getClientRects()[0].left - document.images[0].getBoundingClientRect().right; })()"),
         8)
         << evaluate("document.images[0].outerHTML");
+}
+
+TEST_F(PageFitTest, APictureThatMayBeLargerIsFittedAnew)
+{
+    fit("<p><img id='picture' style='float:left' width='700' height='70' src='none.svg'/>Some words beside the "
+        "picture.</p>"
+            + paragraphs(20),
+        3);
+    evaluate(scripts::columns(1, width));
+    ASSERT_GT(number("document.body.scrollWidth;"), 0);
+    layOut(1);
+    ASSERT_GT(number("document.body.scrollWidth;"), 0);
+    EXPECT_EQ(evaluate("(() => { const picture = document.getElementById('picture'); const box = "
+                       "picture.getBoundingClientRect(); const room = picture.parentElement.getBoundingClientRect();"
+                       "return [box.left - room.left, box.right - room.right].map(Math.round).join(); })()"),
+        "0,0");
 }
 
 TEST_F(PageFitTest, AHeadingStandsWithTheTextBelowIt)

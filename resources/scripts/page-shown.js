@@ -1,0 +1,96 @@
+// Runs in the reader's own script world of every page, after page-start.js: the text that a page shows, for assistive
+// technology.
+
+// The document's title in one line, then the text that is seen, each paragraph on a line.
+var pagoraShownText = (function () {
+    'use strict';
+
+    const bodyOf = Object.getOwnPropertyDescriptor(Document.prototype, 'body').get;
+
+    const longestText = 20000;
+    const longestLine = 200;
+    const probeStep = 6;
+
+    // The first of these points that has text, as a range without length.
+    function textAt(points) {
+        for (const [x, y] of points) {
+            const place = Document.prototype.caretRangeFromPoint.call(document, x, y);
+            if (place && place.startContainer.nodeType === Node.TEXT_NODE)
+                return place;
+        }
+        return null;
+    }
+
+    // From the first text at the page's beginning to the last one at its end; a page without columns is taken whole.
+    function shownText() {
+        const strip = pagoraFit(pagoraMeasureStrip);
+        const body = bodyOf.call(document);
+        if (!strip)
+            return body ? body.innerText : '';
+        const [near, far] = [strip.paddingLeft + 1, innerWidth - strip.paddingRight - 2];
+        const [start, end] = strip.rightToLeft ? [far, near] : [near, far];
+        const heights = [];
+        for (let y = strip.paddingTop + 2; y < strip.paddingTop + strip.height; y += probeStep)
+            heights.push(y);
+        const first = textAt(heights.map((y) => [start, y]));
+        const last = textAt(heights.reverse().map((y) => [end, y]));
+        if (!first || !last)
+            return '';
+        return textBetween(first.startContainer, endOfLine(first, -1), last.startContainer, endOfLine(last, 1));
+    }
+
+    // How far the line at that place goes on in the same node, backwards or on: where text of both directions meets, the
+    // edge of the line is in the middle of its text.
+    function endOfLine(place, step) {
+        const range = new Range();
+        const { startContainer: node, startOffset: offset } = place;
+        const boxAt = (index) => {
+            range.setStart(node, index);
+            range.setEnd(node, index + 1);
+            return range.getClientRects()[0];
+        };
+        const before = step < 0 ? 1 : 0;
+        const start = boxAt(Math.min(offset, node.length - 1));
+        let end = offset;
+        for (let i = 0; start && i < longestLine; ++i, end += step) {
+            const box = end - before >= 0 && end - before < node.length ? boxAt(end - before) : null;
+            if (!box || Math.abs(box.top - start.top) > box.height / 2 || box.right < 0 || box.left > innerWidth)
+                break;
+        }
+        return end;
+    }
+
+    const isInline = (element) => getComputedStyle(element).display.startsWith('inline');
+
+    function blockAround(node) {
+        let element = node.parentElement;
+        while (element && isInline(element))
+            element = element.parentElement;
+        return element;
+    }
+
+    // The text from one place to another, a line for each block.
+    function textBetween(first, firstOffset, last, lastOffset) {
+        const nodes = Document.prototype.createTreeWalker.call(
+            document, bodyOf.call(document), NodeFilter.SHOW_TEXT);
+        nodes.currentNode = first;
+        let text = '';
+        let block = null;
+        for (let node = first; node && text.length < longestText; node = nodes.nextNode()) {
+            const around = blockAround(node);
+            if (block && around !== block)
+                text += '\n';
+            block = around;
+            text += node.data.slice(node === first ? firstOffset : 0, node === last ? lastOffset : undefined)
+                .replace(/\s+/g, ' ');
+            if (node === last)
+                break;
+        }
+        return text;
+    }
+
+    return () => {
+        const plain = (text) => text.replace(/[^\S\n]+/g, ' ').replace(/ ?\n[\n ]*/g, '\n').trim();
+        return document.title.replace(/\s+/g, ' ').trim() + '\n' + plain(shownText().slice(0, longestText));
+    };
+})();

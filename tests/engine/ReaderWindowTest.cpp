@@ -369,6 +369,47 @@ TEST_F(ReaderWindowTest, HeaderBarComesInFullScreenOnlyWhenCalled)
     EXPECT_TRUE(header.isRevealed());
 }
 
+TEST_F(ReaderWindowTest, HeaderBarComesInFullScreenWhileThePointerIsAtTheTop)
+{
+    makeEpubWindow();
+    epub->window().orderFront();
+    auto& header = epub->parts().header;
+    ASSERT_TRUE(waitUntil([this] { return area.get_mapped(); }));
+    area.grab_focus();
+    header.setFullScreen(true);
+    moveTo(widget<Gtk::Overlay>("stage"), 1);
+    EXPECT_TRUE(header.isRevealed());
+    moveTo(widget<Gtk::Overlay>("stage"), 300);
+    EXPECT_FALSE(header.isRevealed());
+}
+
+TEST_F(ReaderWindowTest, BothBarsComeInFullScreenAndGoWithAKey)
+{
+    makeEpubWindow();
+    epub->window().orderFront();
+    epub->window().toggleFullScreen();
+    auto& parts = epub->parts();
+    parts.header.setFullScreen(true);
+    parts.footer.setFullScreen(true);
+    EXPECT_TRUE(press(GDK_KEY_F10));
+    EXPECT_TRUE(parts.header.isRevealed() && parts.footer.isRevealed());
+    moveTo(widget<Gtk::Overlay>("stage"), 300);
+    EXPECT_TRUE(parts.header.isRevealed());
+    EXPECT_TRUE(press(GDK_KEY_F10));
+    EXPECT_FALSE(parts.header.isRevealed() || parts.footer.isRevealed());
+}
+
+TEST_F(ReaderWindowTest, EscapeLeavesFullScreenAndDoesNothingElse)
+{
+    makeEpubWindow();
+    epub->window().orderFront();
+    EXPECT_FALSE(press(GDK_KEY_Escape));
+    epub->window().toggleFullScreen();
+    EXPECT_TRUE(press(GDK_KEY_Escape));
+    ASSERT_TRUE(waitForDone(1));
+    EXPECT_EQ(done, (Lines { "full screen" }));
+}
+
 TEST_F(ReaderWindowTest, FixedWindowHasTheSameParts)
 {
     FixedWindowGtk fixed(toplevel, makePage());

@@ -12,6 +12,7 @@
 #include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/headerbar.h>
 #include <gtkmm/label.h>
+#include <gtkmm/overlay.h>
 #include <gtkmm/revealer.h>
 #include <gtkmm/stack.h>
 
@@ -85,6 +86,15 @@ protected:
         for (guint i = 0; i < controllers->get_n_items(); ++i) {
             if (const auto motion = std::dynamic_pointer_cast<Gtk::EventControllerMotion>(controllers->get_object(i)))
                 g_signal_emit_by_name(motion->gobj(), "enter", 1.0, 1.0);
+        }
+    }
+    // The pointer moves within a widget.
+    static void moveTo(Gtk::Widget& widget, double y)
+    {
+        const auto controllers = widget.observe_controllers();
+        for (guint i = 0; i < controllers->get_n_items(); ++i) {
+            if (const auto motion = std::dynamic_pointer_cast<Gtk::EventControllerMotion>(controllers->get_object(i)))
+                g_signal_emit_by_name(motion->gobj(), "motion", 10.0, y);
         }
     }
     bool waitForDone(std::size_t count)

@@ -105,6 +105,7 @@ public:
     void windowDidExitFullScreen() override;
     void selectFile(const std::string& path) override { _platform.workspace.selectFile(path); }
     void openURL(const Url& url, RequestedBy requestedBy) override { _platform.workspace.openURL(url, requestedBy); }
+    void lookUp(const std::string& text) override { _platform.workspace.lookUp(text); }
 
     const LibraryFolders& folders() const override { return _state.folders; }
     void addFaultyBook(const std::string& line) override { _state.faultyBooks.add(line); }

@@ -35,6 +35,9 @@ public:
     virtual bool isOnMountedVolume(const std::string& path) = 0;
     // Opens the URL in its default program, unless the requester may not start that kind. Main thread.
     virtual void openURL(const Url& url, RequestedBy requestedBy) = 0;
+    // Looks the text up in the desktop's dictionary if one is installed, otherwise by a web search in the default
+    // browser. Main thread.
+    virtual void lookUp(const std::string& text) = 0;
     // Main thread.
     virtual void noteNewRecentDocumentURL(const Url& url) = 0;
 };

@@ -3,6 +3,7 @@
 #include "base/Geometry.hpp"
 #include "base/Url.hpp"
 #include "desktop/RequestedBy.hpp"
+#include "page/PageSelection.hpp"
 #include "running/Reply.hpp"
 #include "running/Task.hpp"
 
@@ -65,6 +66,8 @@ public:
     virtual void pageFollowsLink() { }
     // The person asks for the note of a reference, and, without one, no longer looks at it.
     virtual void pointsAtLink(const std::optional<PointedLink>& link) { }
+    // The person has selected text and asks what can be done with it, or the text is no longer selected or seen.
+    virtual void selectionDidChange(const std::optional<PageSelection>& selection) { }
     // The location's fragment changed within the page that is shown.
     virtual void didChangeLocationWithinPage(const Url& url) = 0;
     // The frame of the page view took another size.

@@ -51,6 +51,13 @@ struct ReaderWindowActions {
     std::function<void(std::size_t index)> goToPrintedPage;
     // The page of the note that is shown.
     std::function<void()> goToNote;
+    // Shows what can be done with the selected text, and hides it again.
+    std::function<void()> askForSelection;
+    std::function<void()> endSelection;
+    // What is done with it.
+    std::function<void()> copySelection;
+    std::function<void()> findSelection;
+    std::function<void()> lookUpSelection;
 };
 
 // What every reader window has, by the names of its layout. Main thread.
@@ -98,6 +105,13 @@ public:
     virtual void pointerLeftReference() { }
     // The book's language, as "en" or "pt-BR"; says so once where no installed font has its letters.
     virtual void setBookLanguage(const std::string& language) { }
+    // Shows what can be done with the selected text, beside it. A window may leave that out.
+    virtual void showSelection(const PageSelection& selection) { }
+    virtual void hideSelection() { }
+    // Puts the text into the search field, shows the field and searches for it.
+    virtual void searchFor(const std::string& text) { }
+    // Puts the text on the clipboard.
+    virtual void copy(const std::string& text) { }
     // Shows which page of its chapter is seen, counted from 1, and of how many.
     virtual void setPageOfChapter(std::int64_t page, std::int64_t count) { }
     // Shows how many columns the page has.

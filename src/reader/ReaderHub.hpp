@@ -3,6 +3,8 @@
 #include "base/Url.hpp"
 #include "desktop/RequestedBy.hpp"
 
+#include <string>
+
 namespace pagora {
 
 class Window;
@@ -22,6 +24,8 @@ public:
     virtual void windowDidExitFullScreen() = 0;
     // Opens the URL in the desktop's program for it.
     virtual void openURL(const Url& url, RequestedBy requestedBy) = 0;
+    // Looks the text up in the desktop's dictionary, or on the web without one.
+    virtual void lookUp(const std::string& text) = 0;
 };
 
 }

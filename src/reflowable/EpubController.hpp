@@ -72,6 +72,11 @@ public:
     {
         _linkHandler = std::move(handler);
     }
+    // Hears which text of the page is selected and asked about.
+    void setSelectionHandler(std::function<void(const std::optional<PageSelection>&)> handler)
+    {
+        _selectionHandler = std::move(handler);
+    }
     // Runs it in the chapter that is shown.
     void runChapterScript();
     // A flick over the page, by its horizontal distance.
@@ -146,6 +151,11 @@ public:
         if (_linkHandler)
             _linkHandler(link);
     }
+    void selectionDidChange(const std::optional<PageSelection>& selection) override
+    {
+        if (_selectionHandler)
+            _selectionHandler(selection);
+    }
 
 private:
     // W, H, C and PW as they are now.
@@ -217,6 +227,7 @@ private:
     Jumps _jumps;
     std::function<std::string(std::uint64_t)> _chapterScript;
     std::function<void(const std::optional<PointedLink>&)> _linkHandler;
+    std::function<void(const std::optional<PageSelection>&)> _selectionHandler;
     bool _relayoutPending = false;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 

@@ -11,6 +11,7 @@ EpubWindowController::EpubWindowController(
     , _controller(std::make_unique<EpubController>(*_window, hub, state, runLoop))
     , _search(std::make_unique<BookSearch>(*_controller, _window->searchPane(), runLoop))
     , _notes(std::make_unique<Notes>(*_controller, *_window, runLoop))
+    , _selections(std::make_unique<Selections>(*_controller, *_window, hub))
 {
     connect();
 }
@@ -21,6 +22,7 @@ void EpubWindowController::set_epubController(std::unique_ptr<EpubController> co
 {
     _search = nullptr;
     _notes = nullptr;
+    _selections = nullptr;
     _controller = std::move(controller);
 }
 
@@ -85,6 +87,17 @@ void EpubWindowController::connect()
         if (_notes)
             _notes->goThere();
     };
+    const auto withSelections = [this](void (Selections::*action)()) {
+        return [this, action] {
+            if (_selections)
+                ((*_selections).*action)();
+        };
+    };
+    actions.askForSelection = withSelections(&Selections::ask);
+    actions.endSelection = withSelections(&Selections::end);
+    actions.copySelection = withSelections(&Selections::copy);
+    actions.findSelection = withSelections(&Selections::find);
+    actions.lookUpSelection = withSelections(&Selections::lookUp);
     _window->setActions(std::move(actions));
 }
 

@@ -5,6 +5,7 @@
 #include "reflowable/BookSearch.hpp"
 #include "reflowable/EpubController.hpp"
 #include "reflowable/Notes.hpp"
+#include "reflowable/Selections.hpp"
 
 #include <memory>
 
@@ -47,6 +48,7 @@ private:
     // Null once the reading has ended.
     std::unique_ptr<BookSearch> _search;
     std::unique_ptr<Notes> _notes;
+    std::unique_ptr<Selections> _selections;
 };
 
 }

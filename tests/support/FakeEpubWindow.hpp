@@ -104,6 +104,10 @@ struct ReaderWindowParts {
     bool pageIsMissing = false;
     bool isLoading = false;
     bool hasNothingToShow = false;
+    // What is shown beside the page's text, searched for and copied.
+    std::optional<PageSelection> selection;
+    std::vector<std::string> searchedFor;
+    std::vector<std::string> copied;
     std::int64_t pageOfChapter = 0;
     std::int64_t pagesOfChapter = 0;
     // Whether the window still exists.
@@ -165,6 +169,10 @@ public:
     PopUpButton& fontMenu() override { return parts->fontMenu; }
     TextField& searchField() override { return parts->searchField; }
     SearchPane& searchPane() override { return parts->searchPane; }
+    void showSelection(const PageSelection& selection) override { parts->selection = selection; }
+    void hideSelection() override { parts->selection = std::nullopt; }
+    void searchFor(const std::string& text) override { parts->searchedFor.push_back(text); }
+    void copy(const std::string& text) override { parts->copied.push_back(text); }
     void setColumnCount(std::int32_t columns) override { parts->columnCount = columns; }
     Panel& displayOptions() override { return parts->displayOptions; }
     std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }

@@ -24,6 +24,7 @@ public:
     void setInCloseEpubMethod(bool value) override { closing = value; }
     void windowDidExitFullScreen() override { ++timesExitedFullScreen; }
     void openURL(const Url& url, RequestedBy) override { opened.push_back(url); }
+    void lookUp(const std::string& text) override { lookedUp.push_back(text); }
 
     FakeWindow library;
     bool fullScreen = false;
@@ -32,6 +33,7 @@ public:
     int timesExitedFullScreen = 0;
     std::function<void()> whenClosed;
     std::vector<Url> opened;
+    std::vector<std::string> lookedUp;
 };
 
 }

@@ -45,6 +45,7 @@ public:
     void selectFile(const std::string& path) override { revealed.push_back(path); }
     bool isOnMountedVolume(const std::string& path) override { return path.starts_with(volume); }
     void openURL(const Url& url, RequestedBy) override { opened.push_back(url); }
+    void lookUp(const std::string& text) override { lookedUp.push_back(text); }
     void noteNewRecentDocumentURL(const Url& url) override { recent.push_back(url); }
 
     // Names of files whose copies fail.
@@ -62,6 +63,7 @@ public:
     std::vector<std::string> recycled;
     std::vector<std::string> revealed;
     std::vector<Url> opened;
+    std::vector<std::string> lookedUp;
     std::vector<Url> recent;
 
 private:

@@ -4,6 +4,8 @@
 #include "base/Log.hpp"
 #include "base/Path.hpp"
 #include "base/UserFolders.hpp"
+#include "desktop/LookUp.hpp"
+#include "desktop/gtk/Dictionary.hpp"
 #include "desktop/gtk/Graphics.hpp"
 #include "files/CopyIntoFolder.hpp"
 
@@ -129,6 +131,15 @@ void DesktopWorkspace::openURL(const Url& url, RequestedBy requestedBy)
     if (!Gio::AppInfo::get_default_for_uri_scheme(url.scheme()))
         return;
     openInDefaultProgram(url.text());
+}
+
+// A program in a Flatpak sees no other programs.
+void DesktopWorkspace::lookUp(const std::string& text)
+{
+    const auto words = wordsToLookUp(text);
+    if (words.empty() || (_where != Surroundings::Flatpak && lookUpInDictionary(words)))
+        return;
+    openURL(webSearch(words), RequestedBy::User);
 }
 
 void DesktopWorkspace::noteNewRecentDocumentURL(const Url& url)

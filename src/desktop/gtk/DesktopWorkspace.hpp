@@ -35,6 +35,7 @@ public:
     static bool mayOpen(const Url& url, RequestedBy requestedBy);
     // Ignores URLs that may not be opened or have no handler.
     void openURL(const Url& url, RequestedBy requestedBy) override;
+    void lookUp(const std::string& text) override;
     void noteNewRecentDocumentURL(const Url& url) override;
 
 private:

@@ -18,7 +18,9 @@ std::uint64_t LoadReports::begin(const Url& url)
     _finished = false;
     _heldBack = 0;
     _requests.clear();
-    return ++_load;
+    ++_load;
+    selectionDidChange(std::nullopt);
+    return _load;
 }
 
 void LoadReports::documentComplete(std::uint64_t load)
@@ -87,6 +89,12 @@ void LoadReports::pointsAtLink(const std::optional<PointedLink>& link)
 {
     if (_delegate)
         _delegate->pointsAtLink(link);
+}
+
+void LoadReports::selectionDidChange(const std::optional<PageSelection>& selection)
+{
+    if (_delegate)
+        _delegate->selectionDidChange(selection);
 }
 
 void LoadReports::willSendRequest(const Url& url, RequestedBy requestedBy)

@@ -21,7 +21,7 @@ public:
     void setDelegate(WebViewDelegate* delegate) { _delegate = delegate; }
     WebViewDelegate* delegate() const { return _delegate; }
 
-    // Starts the next load and drops the reports of earlier ones. Returns its number.
+    // Starts the next load and drops the reports and the selection of earlier ones. Returns its number.
     std::uint64_t begin(const Url& url);
     std::uint64_t currentLoad() const { return _load; }
     // The page's URL as requested; missing before the first load.
@@ -43,6 +43,7 @@ public:
     // The person presses a link, or asks for the note of a reference.
     void pageFollowsLink();
     void pointsAtLink(const std::optional<PointedLink>& link);
+    void selectionDidChange(const std::optional<PageSelection>& selection);
 
 private:
     bool isCurrent(std::uint64_t load) const { return load == _load && !_finished && _delegate; }

@@ -49,7 +49,9 @@ void PageView::messageReceived(const std::string& message)
         const auto file = url && url->isFile() ? existingFile(*url) : std::nullopt;
         if (_onPicture && file && isFileInFolder(file->path(), _content.bookFolder()))
             _onPicture(file->path());
-    } else if (what == "painted") {
+    } else if (what == "selection")
+        _reports.selectionDidChange(pageSelectionFrom(words));
+    else if (what == "painted") {
         std::uint64_t request = 0;
         words >> request;
         _curtain.pageIsPainted(request);

@@ -113,6 +113,9 @@ std::optional<ReaderCommand> readerCommand(
         return ReaderCommand::LeaveFullScreen;
     if (focus == ReaderFocus::Text || focus == ReaderFocus::Control)
         return {};
+    const bool asksForMenu = shift ? keyval == GDK_KEY_F10 : keyval == GDK_KEY_Menu;
+    if (asksForMenu && focus == ReaderFocus::Page)
+        return ReaderCommand::ShowSelection;
     if (shift && keyval != GDK_KEY_space && keyval != GDK_KEY_KP_Space)
         return {};
     return pageCommand(keyval, shift, focus, direction);

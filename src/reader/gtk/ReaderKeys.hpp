@@ -24,6 +24,7 @@ enum class ReaderCommand {
     GoBack,
     GoOn,
     GoTo,
+    ShowSelection,
     LargerText,
     SmallerText,
     DefaultText,

@@ -37,6 +37,13 @@ Gtk::Box& locationBar(Gtk::Scale& slider)
     return dynamic_cast<Gtk::Box&>(*slider.get_parent());
 }
 
+bool isWithinClass(const Gtk::Widget* widget, const char* name)
+{
+    while (widget && !widget->has_css_class(name))
+        widget = widget->get_parent();
+    return widget;
+}
+
 template <typename Kind>
 bool isWithin(const Gtk::Widget* widget)
 {
@@ -290,7 +297,7 @@ ReaderFocus ReaderWindowGtk::focusKind()
     if (isWithin<Gtk::Editable>(focus) || dynamic_cast<const Gtk::TextView*>(focus))
         return ReaderFocus::Text;
     if (isWithin<Gtk::Popover>(focus) || isWithin<Gtk::Range>(focus) || isWithin<Gtk::DropDown>(focus)
-        || focus->has_css_class("split-divider"))
+        || focus->has_css_class("split-divider") || isWithinClass(focus, "selection-bar"))
         return ReaderFocus::Control;
     return isWithin<Gtk::ListView>(focus) ? ReaderFocus::Contents : ReaderFocus::Button;
 }

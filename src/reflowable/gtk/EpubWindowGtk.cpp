@@ -3,6 +3,7 @@
 #include "base/Translation.hpp"
 #include "desktop/gtk/AccessibleNames.hpp"
 
+#include <gdkmm/clipboard.h>
 #include <glibmm/main.h>
 #include <gtkmm/eventcontrollerkey.h>
 
@@ -29,6 +30,8 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
           _parts.queue)
     , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
     , _note(_parts.widget<Gtk::Overlay>("pagePlace"), [this] { _parts.send(&ReaderWindowActions::goToNote); })
+    , _selectionBar(_parts.widget<Gtk::Overlay>("pagePlace"), _("Selected text"), selectionActions(),
+          [this] { _parts.focusPage(); })
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
     auto& panel = _parts.widget<Gtk::Popover>("displayOptions");
@@ -43,9 +46,11 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
         });
     _connections = {
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_clicked().connect([this] {
+            endSelection();
             _parts.send(&ReaderWindowActions::displayOptions);
         }),
         _parts.widget<Gtk::Button>("columnsButton").signal_clicked().connect([this] {
+            endSelection();
             _parts.send(&ReaderWindowActions::changeWidth);
         }),
         panel.signal_closed().connect([this] { _parts.focusPage(); }),
@@ -59,19 +64,73 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
 
 void EpubWindowGtk::showNote(const std::string& text, const PointedLink& reference)
 {
+    const auto place = placeOf(reference.place);
+    _note.show(text,
+        { static_cast<int>(place.x), static_cast<int>(place.y), static_cast<int>(place.width),
+            static_cast<int>(place.height) },
+        reference.way);
+}
+
+Rect EpubWindowGtk::placeOf(const Rect& box)
+{
     const double pixel = _parts.page.webView->pixelSize();
-    const auto& place = reference.place;
     // The page leaves margins in its frame.
     auto& frame = *_parts.page.widget;
     auto* const page = frame.get_first_child();
     double x = 0;
     double y = 0;
     (page ? *page : frame)
-        .translate_coordinates(_parts.widget<Gtk::Overlay>("pagePlace"), place.x * pixel, place.y * pixel, x, y);
-    _note.show(text,
-        { static_cast<int>(x), static_cast<int>(y), static_cast<int>(place.width * pixel),
-            static_cast<int>(place.height * pixel) },
-        reference.way);
+        .translate_coordinates(_parts.widget<Gtk::Overlay>("pagePlace"), box.x * pixel, box.y * pixel, x, y);
+    return { x, y, box.width * pixel, box.height * pixel };
+}
+
+std::vector<SelectionBar::Action> EpubWindowGtk::selectionActions()
+{
+    const auto sends = [this](std::function<void()> ReaderWindowActions::*action) {
+        return [this, action] { _parts.send(action); };
+    };
+    return {
+        { _("Copy"), sends(&ReaderWindowActions::copySelection) },
+        { _("Find in Book"), sends(&ReaderWindowActions::findSelection) },
+        { _("Look Up"), sends(&ReaderWindowActions::lookUpSelection) },
+    };
+}
+
+void EpubWindowGtk::showSelection(const PageSelection& selection)
+{
+    PlacedText text { {}, placeOf(selection.firstLine), placeOf(selection.lastLine) };
+    for (const auto& box : selection.boxes)
+        text.boxes.push_back(placeOf(box));
+    _selectionBar.show(text);
+    if (selection.way == PageSelection::Way::Key)
+        _selectionBar.focus();
+}
+
+void EpubWindowGtk::searchFor(const std::string& text)
+{
+    showSearchField();
+    _parts.queue.post([this, text] { _searchField.setStringValue(text); });
+}
+
+void EpubWindowGtk::copy(const std::string& text)
+{
+    _parts.widget<Gtk::Widget>("stage").get_clipboard()->set_text(text);
+}
+
+// Whether there was a bar to hide.
+bool EpubWindowGtk::endSelection()
+{
+    if (!_selectionBar.isShown())
+        return false;
+    _parts.send(&ReaderWindowActions::endSelection);
+    return true;
+}
+
+// It is in the contents pane.
+void EpubWindowGtk::showSearchField()
+{
+    if (_parts.mainSplitView.isSubviewHidden(0))
+        _parts.send(&ReaderWindowActions::toggleLeftView);
 }
 
 void EpubWindowGtk::connectSearch()
@@ -165,9 +224,7 @@ bool EpubWindowGtk::perform(ReaderCommand command)
 {
     switch (command) {
     case ReaderCommand::Search:
-        // The field is in the contents pane.
-        if (_parts.mainSplitView.isSubviewHidden(0))
-            _parts.send(&ReaderWindowActions::toggleLeftView);
+        showSearchField();
         _parts.queue.post([this] { _searchField.makeFirstResponder(); });
         return true;
     case ReaderCommand::NextResult:
@@ -177,11 +234,15 @@ bool EpubWindowGtk::perform(ReaderCommand command)
         _parts.send(command == ReaderCommand::NextResult ? &ReaderWindowActions::goToNextResult
                                                          : &ReaderWindowActions::goToPreviousResult);
         return true;
+    case ReaderCommand::ShowSelection:
+        _parts.send(&ReaderWindowActions::askForSelection);
+        return true;
     case ReaderCommand::LeaveFullScreen:
-        return endSearch();
+        return endSelection() || endSearch();
     case ReaderCommand::LargerText:
     case ReaderCommand::SmallerText:
     case ReaderCommand::DefaultText:
+        endSelection();
         _parts.queue.post([this, command] { moveTextSize(command); });
         return true;
     default:

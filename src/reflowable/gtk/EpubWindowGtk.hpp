@@ -6,6 +6,7 @@
 #include "reader/gtk/NotePopover.hpp"
 #include "reader/gtk/PopoverPanel.hpp"
 #include "reader/gtk/ReaderWindowGtk.hpp"
+#include "reader/gtk/SelectionBar.hpp"
 #include "reflowable/gtk/SearchFieldControl.hpp"
 #include "reflowable/gtk/SearchPaneGtk.hpp"
 
@@ -29,6 +30,10 @@ public:
     void showNote(const std::string& text, const PointedLink& reference) override;
     void pointerLeftReference() override { _note.pointerLeft(); }
     void setBookLanguage(const std::string& language) override;
+    void showSelection(const PageSelection& selection) override;
+    void hideSelection() override { _selectionBar.hide(); }
+    void searchFor(const std::string& text) override;
+    void copy(const std::string& text) override;
     void setPageOfChapter(std::int64_t page, std::int64_t count) override
     {
         _parts.surroundings.setPageOfChapter(page, count);
@@ -40,6 +45,12 @@ public:
 private:
     bool perform(ReaderCommand command);
     void moveTextSize(ReaderCommand command);
+    // The actions that a selection's bar offers, in order.
+    std::vector<SelectionBar::Action> selectionActions();
+    // A box of the page, in pixels of the widget that holds the page.
+    Rect placeOf(const Rect& box);
+    bool endSelection();
+    void showSearchField();
     void connectSearch();
     void search();
     bool endSearch();
@@ -52,6 +63,7 @@ private:
     PopoverPanel _displayOptions;
     NotePopover _note;
     std::unique_ptr<MissingFontNote> _missingFontNote;
+    SelectionBar _selectionBar;
     std::vector<sigc::connection> _connections;
 };
 

@@ -1,9 +1,10 @@
 #include "epub/PackageLanguage.hpp"
 
+#include "base/Path.hpp"
+
 #include <filesystem>
 #include <fstream>
 #include <regex>
-#include <vector>
 
 namespace pagora {
 
@@ -48,15 +49,14 @@ std::string languageInPackage(const std::string& document)
 
 std::string packageLanguage(const std::string& folder)
 {
-    std::error_code error;
-    std::vector<std::filesystem::path> documents;
-    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code unknown;
-        if (entry->path().extension() == ".opf" && entry->is_regular_file(unknown))
-            documents.push_back(entry->path());
-    }
-    return documents.size() == 1 ? languageInPackage(beginningOf(documents.front())) : std::string();
+    static const std::regex rootFile(R"(<rootfile\b[^<>]{0,300}\bfull-path\s{0,5}=\s{0,5}["']([^"'<>]{1,300})["'])");
+    const std::filesystem::path book(folder);
+    const auto container = beginningOf(book / "META-INF/container.xml");
+    std::smatch found;
+    if (!std::regex_search(container, found, rootFile))
+        return {};
+    const auto package = (book / found[1].str()).lexically_normal();
+    return isPathInside(package.string(), folder) ? languageInPackage(beginningOf(package)) : std::string();
 }
 
 }

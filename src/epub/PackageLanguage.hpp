@@ -4,9 +4,9 @@
 
 namespace pagora {
 
-// The language of an unpacked book by its package document, which lies in this folder: a tag as "en" or "pt-BR", of the
-// first language that is named. Empty where none is, and where the folder has no package document or several. Reads the
-// beginning of the file and no markup but the one element. Any thread.
+// The language of a book that is unpacked in this folder, by its package document: a tag as "en" or "pt-BR", of the
+// first language that is named. Empty where none is, and where the container names no package document in the folder.
+// Reads the beginnings of both files and no markup but two elements. Any thread.
 std::string packageLanguage(const std::string& folder);
 
 // The same from the document's text.

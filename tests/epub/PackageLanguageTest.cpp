@@ -45,15 +45,26 @@ TEST(PackageLanguage, IsEmptyWhereTheTextIsNoLanguage)
     EXPECT_EQ(languageInPackage(package("<dc:title>A language</dc:title>")), "");
 }
 
-TEST(PackageLanguage, IsReadFromTheOnlyPackageDocumentOfTheFolder)
+TEST(PackageLanguage, IsReadFromThePackageDocumentThatTheContainerNames)
 {
     TemporaryFolder folder;
     EXPECT_EQ(packageLanguage(folder.path()), "");
-    writePackage(folder.path("book.opf"), "it");
-    EXPECT_EQ(packageLanguage(folder.path()), "it");
+    std::filesystem::create_directories(folder.path("META-INF"));
+    std::filesystem::create_directories(folder.path("OPS"));
+    writePackage(folder.path("OPS/book.opf"), "it");
     writePackage(folder.path("other.opf"), "es");
-    EXPECT_EQ(packageLanguage(folder.path()), "");
-    EXPECT_EQ(packageLanguage(folder.path("missing")), "");
+    std::ofstream(folder.path("META-INF/container.xml"))
+        << "<container><rootfiles><rootfile media-type='x' full-path=\"OPS/book.opf\"/></rootfiles></container>";
+    EXPECT_EQ(packageLanguage(folder.path()), "it");
+}
+
+TEST(PackageLanguage, IsNotReadOutsideTheBook)
+{
+    TemporaryFolder folder;
+    std::filesystem::create_directories(folder.path("book/META-INF"));
+    writePackage(folder.path("outside.opf"), "it");
+    std::ofstream(folder.path("book/META-INF/container.xml")) << "<rootfile full-path='../outside.opf'/>";
+    EXPECT_EQ(packageLanguage(folder.path("book")), "");
 }
 
 }

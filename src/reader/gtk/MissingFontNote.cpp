@@ -22,6 +22,7 @@ MissingFontNote::MissingFontNote(const std::string& language, std::function<void
     line->set_wrap(true);
     line->set_xalign(0);
     line->set_hexpand(true);
+    line->set_margin_start(12);
     append(*line);
 
     auto* const close = Gtk::make_managed<Gtk::Button>();

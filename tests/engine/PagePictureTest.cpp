@@ -3,6 +3,11 @@
 #include "tests/engine/PageViewTest.hpp"
 #include "tests/support/EpubBuilder.hpp"
 
+#include <webkit/webkit.h>
+
+#include <cstdint>
+#include <vector>
+
 namespace pagora::test {
 
 namespace {
@@ -20,6 +25,31 @@ protected:
     }
     void press() { evaluate("pagoraPressPicture(document.getElementById('picture'))"); }
     bool isShown() { return evaluate("document.querySelectorAll('dialog[data-pagora-picture]').length") == "1"; }
+    // The colour in the middle of the picture, as 0xRRGGBB.
+    std::uint32_t colorOfPicture()
+    {
+        const int x = number("(() => { const box = document.getElementById('picture').getBoundingClientRect();"
+                             "return Math.round(box.left + box.width / 2); })()");
+        const int y = number("(() => { const box = document.getElementById('picture').getBoundingClientRect();"
+                             "return Math.round(box.top + box.height / 2); })()");
+        settle();
+        GdkTexture* taken = nullptr;
+        webkit_web_view_get_snapshot(
+            _view->engineView(), WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE, nullptr,
+            [](GObject* view, GAsyncResult* result, gpointer data) {
+                *static_cast<GdkTexture**>(data)
+                    = webkit_web_view_get_snapshot_finish(reinterpret_cast<WebKitWebView*>(view), result, nullptr);
+            },
+            &taken);
+        EXPECT_TRUE(waitUntil([&] { return taken != nullptr; }));
+        if (!taken)
+            return 0;
+        const auto stride = static_cast<std::size_t>(gdk_texture_get_width(taken));
+        std::vector<std::uint32_t> pixels(stride * static_cast<std::size_t>(gdk_texture_get_height(taken)));
+        gdk_texture_download(taken, reinterpret_cast<guchar*>(pixels.data()), 4 * stride);
+        g_object_unref(taken);
+        return pixels.at(static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x)) & 0xFFFFFFU;
+    }
     // What the reader's arithmetic reads of the page.
     std::string layoutOfPage()
     {
@@ -106,6 +136,7 @@ TEST_F(PagePictureTest, OnADarkPageAPictureHasALightGround)
     evaluate("var all = document.all;for (var i = 0; i < all.length; i++) {all[i].style.background = 'none';}"
              "document.body.style.backgroundColor = '#000';");
     EXPECT_NE(evaluate(shadow).find("rgb(255, 255, 255)"), std::string::npos);
+    EXPECT_EQ(colorOfPicture(), 0xFFFFFFU);
     EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('picture')).backgroundColor"), "rgba(0, 0, 0, 0)");
     evaluate("document.body.style.backgroundColor = '#FBF0D9';");
     EXPECT_EQ(evaluate(shadow), "none");

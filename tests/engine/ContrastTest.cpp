@@ -262,6 +262,29 @@ TEST_P(ContrastTest, OfTheReadersBarsOnEachPaper)
     }
 }
 
+TEST_P(ContrastTest, OfANoteAndOfTheBarBesideSelectedTextOnEachPaper)
+{
+    const Rect place { 300, 300, 100, 20 };
+    for (const int theme : { 1, 2, 3 }) {
+        auto page = makePage();
+        page.setBackground = [](const Color&) {};
+        EpubWindowGtk reader(_toplevel, std::move(page));
+        reader.window().setFrame({ 0, 0, 1000, 700 });
+        reader.bgView().setFillColor(backgroundColorForTheme(theme));
+        reader.window().makeKeyAndOrderFront();
+        auto& window = reader.parts().window.window();
+        ASSERT_TRUE(waitUntil([&] { return window.get_mapped(); }));
+        reader.showSelection({ PageSelection::Way::Pointer, "words", { place }, place, place });
+        expectReadable(window, { "Copy", "Find in Book", "Look Up" });
+        reader.showNote("The text of a note.", { Url::file("/a.xhtml"), place, PointedLink::Way::Pointer });
+        auto* child = reader.parts().widget<Gtk::Widget>("pagePlace").get_first_child();
+        while (child && !child->has_css_class("note"))
+            child = child->get_next_sibling();
+        ASSERT_TRUE(child);
+        expectReadable(*child, { "The text of a note.", "Go there" });
+    }
+}
+
 TEST_P(ContrastTest, OfABookWithNothingToShow)
 {
     for (const int theme : { 1, 2, 3 }) {

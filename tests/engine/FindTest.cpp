@@ -72,6 +72,22 @@ std::string longChapter(const std::string& something)
 
 }
 
+// A chapter that the engine would take minutes to lay out is found in without being shown.
+TEST_F(Find, AChapterOfTwentyMegabytesIsSearched)
+{
+    std::string text;
+    for (int i = 0; text.size() < 20'000'000; ++i)
+        text += "<p>The lantern " + std::to_string(i) + " was lit, and the sea was heard below.</p>";
+    read({ page("<p>nothing</p>"), page(text + "<p>Here is the nee<b>dle</b>.</p>") });
+    find("needle");
+    EXPECT_EQ(count(), "1 match");
+    find("lantern");
+    // The first ones are told before the chapter is read to its end.
+    EXPECT_TRUE(waitUntil([this] { return count().ends_with(" matches, the first 10000 are listed"); })) << count();
+    find("nothing");
+    EXPECT_EQ(count(), "1 match");
+}
+
 TEST_F(Find, APressLandsOnThePageThatHoldsTheMatch)
 {
     read({ page("<p>nothing</p>"), longChapter("<p>Here is the needle in it.</p>"), page("<p>nothing</p>") });

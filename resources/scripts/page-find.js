@@ -138,6 +138,8 @@ var pagoraFind = (function () {
     }
 
     return {
+        // For the scripts that come after this one.
+        text: { textIndex, rangeOf, boxOf, pageOffsetOf },
         // Each match is its start, its end and its text. `current` is the one that is gone to, or null.
         paint(matches, current) {
             const isThere = (range) => range;

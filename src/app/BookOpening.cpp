@@ -109,8 +109,20 @@ Task<void> BookOpening::run(BookInfoPtr book)
     } else
         _state.reading._fixedWindowController->_fixedController()->loadSplits(book->files(), tableOfContent);
     showNavigation(*book, !tableOfContent.empty());
+    openMarks(*book);
     if (_state.windows.fullScreenMode && !window->isFullScreen())
         window->toggleFullScreen();
+}
+
+// A book that is opened without the library keeps none.
+void BookOpening::openMarks(const BookInfo& book)
+{
+    if (!_state.reading._epubWindowController || !book.bookPath())
+        return;
+    const bool isInLibrary = !isPathInside(*book.epubPath(), _state.folders.tempPath);
+    const MarkedBook marked { book.isbn().value_or(""), book.title().value_or(""), book.author().value_or("") };
+    _state.reading._epubWindowController->marks().open(
+        isInLibrary ? book.epubPath() : std::nullopt, marked, *book.bookPath());
 }
 
 // The pages of the printed edition, and the contents of a book that has none of its own. Nothing of it is stored.

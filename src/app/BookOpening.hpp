@@ -41,6 +41,7 @@ private:
     Task<void> unpack(BookInfoPtr book);
     bool isUnpacked(const BookInfoPtr& book) const;
     Value::Array contentsOf(const BookInfo& book) const;
+    void openMarks(const BookInfo& book);
     void showNavigation(const BookInfo& book, bool hasContents);
 
     Platform _platform;

@@ -30,6 +30,14 @@ std::optional<PointedLink> pointedLinkFrom(std::istream& words)
     return PointedLink { *url, place, way == "key" ? Way::Key : way == "touch" ? Way::Touch : Way::Pointer };
 }
 
+std::optional<PressedMark> pressedMarkFrom(std::istream& words)
+{
+    PressedMark mark;
+    auto& place = mark.place;
+    words >> mark.number >> place.x >> place.y >> place.width >> place.height;
+    return words ? std::optional(mark) : std::nullopt;
+}
+
 std::string scriptText(const std::string& text)
 {
     std::string escaped;

@@ -47,6 +47,14 @@ struct PointedLink {
     Way way = Way::Pointer;
 };
 
+// A mark that was painted in the page and that the person presses.
+struct PressedMark {
+    // As the program numbered it.
+    std::size_t number = 0;
+    // The first line of it that is shown, in the page's own pixels, from its upper left corner.
+    Rect place;
+};
+
 // Receives the reports of a load. Main thread.
 class WebViewDelegate {
 public:
@@ -68,6 +76,8 @@ public:
     virtual void pointsAtLink(const std::optional<PointedLink>& link) { }
     // The person has selected text and asks what can be done with it, or the text is no longer selected or seen.
     virtual void selectionDidChange(const std::optional<PageSelection>& selection) { }
+    // The person presses a mark.
+    virtual void pressesMark(const PressedMark& mark) { }
     // The location's fragment changed within the page that is shown.
     virtual void didChangeLocationWithinPage(const Url& url) = 0;
     // The frame of the page view took another size.
@@ -125,6 +135,9 @@ public:
 
 // What a page tells of a reference: the way, the place and the URL, in words. Missing where that is not all there.
 std::optional<PointedLink> pointedLinkFrom(std::istream& words);
+
+// What a page tells of a mark that is pressed: its number and the place, in words. Missing where that is not all there.
+std::optional<PressedMark> pressedMarkFrom(std::istream& words);
 
 // The script's result read as a whole number; anything but a number is 0.
 Task<std::int64_t> evaluateInteger(WebView& webView, std::string script);

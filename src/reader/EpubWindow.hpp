@@ -4,12 +4,14 @@
 #include "contents/TocView.hpp"
 #include "controls/Controls.hpp"
 #include "desktop/Window.hpp"
+#include "notebook/MarksPane.hpp"
 #include "page/WebView.hpp"
 #include "reader/SearchPane.hpp"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -58,6 +60,22 @@ struct ReaderWindowActions {
     std::function<void()> copySelection;
     std::function<void()> findSelection;
     std::function<void()> lookUpSelection;
+    // Of the page that is shown.
+    std::function<void()> toggleBookmark;
+    // The selected text; a colour by its name in files.
+    std::function<void(const std::string& color)> highlight;
+    std::function<void()> annotate;
+    // Marks by their numbers.
+    std::function<void(std::size_t mark)> goToMark;
+    std::function<void(std::size_t mark)> editMark;
+    std::function<void(std::size_t mark, const std::string& color)> setMarkColor;
+    std::function<void(std::size_t mark, const std::string& note)> setMarkNote;
+    std::function<void(std::size_t mark)> removeMark;
+    std::function<void()> undoRemoval;
+    // To a file whose name says the format, or to the clipboard.
+    std::function<void(const std::string& path, const std::vector<std::size_t>& marks)> exportMarks;
+    std::function<void(const std::vector<std::size_t>& marks)> copyMarks;
+    std::function<void(const std::string& path)> importMarks;
 };
 
 // What every reader window has, by the names of its layout. Main thread.
@@ -90,7 +108,7 @@ public:
 };
 
 // The layout "EpubWindow".
-class EpubWindow : public ReaderWindow {
+class EpubWindow : public ReaderWindow, public MarksWindow {
 public:
     // Text size multiplier.
     virtual Slider& fontSizeSlider() = 0;

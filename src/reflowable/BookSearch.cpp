@@ -1,11 +1,9 @@
 #include "reflowable/BookSearch.hpp"
 
-#include "base/Translation.hpp"
 #include "page/WebView.hpp"
 #include "reflowable/EpubController.hpp"
 
 #include <algorithm>
-#include <map>
 
 namespace pagora {
 
@@ -50,7 +48,7 @@ void BookSearch::search(const std::string& pattern, WholeWords wholeWords)
         for (const auto& url : _reader.bookSplits())
             paths.push_back(url.path());
         _finder = std::make_unique<BookFinder>(_runLoop, std::move(paths), _folder);
-        nameChapters();
+        _chapterNames = _reader.chapterNames();
     }
     // What was found before stays until there is something else to show.
     _isStale = true;
@@ -92,20 +90,6 @@ void BookSearch::addToPane(const std::vector<FoundText>& found)
         _found.insert(_found.end(), first, last);
         _pane.addResults({ first, last });
         first = last;
-    }
-}
-
-// A document that the contents do not name belongs to the chapter before it.
-void BookSearch::nameChapters()
-{
-    std::map<std::string, std::string> names;
-    for (const auto& link : _reader.contentsPane().links())
-        names.emplace(link->link().lastPathComponent(), link->text());
-    std::string name = _("Beginning");
-    for (const auto& url : _reader.bookSplits()) {
-        if (const auto found = names.find(url.lastPathComponent()); found != names.end())
-            name = found->second;
-        _chapterNames.push_back(name);
     }
 }
 

@@ -43,7 +43,6 @@ public:
 private:
     void take(const SearchProgress& progress);
     void addToPane(const std::vector<FoundText>& found);
-    void nameChapters();
     void step(int direction);
     void goToFirstFromHere(int direction);
     void takePaintOff();

@@ -2,6 +2,7 @@
 
 #include "contents/ContentsPane.hpp"
 #include "contents/SplitRules.hpp"
+#include "notebook/MarkedReader.hpp"
 #include "page/WebView.hpp"
 #include "paging/KeptPlace.hpp"
 #include "paging/LocationChanges.hpp"
@@ -29,7 +30,7 @@ namespace pagora {
 // The reflowable reader: shows one spine document at a time as a strip of columns and moves through it page by page.
 // What the user does and what the page reports runs one after another on its queue. Main thread; its window controller
 // owns it.
-class EpubController : public WebViewDelegate, public ContentsDelegate {
+class EpubController : public WebViewDelegate, public ContentsDelegate, public MarkedReader {
 public:
     EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop);
     ~EpubController() override;
@@ -61,7 +62,12 @@ public:
     void setPrintedPages(std::vector<Url> pages) { _jumps.printedPages = std::move(pages); }
     void goToPrintedPage(std::size_t index);
     // Asks the chapter that is shown for a number, once nothing else is under way. The answer may be left out.
-    void ask(std::string script, std::function<void(std::int64_t)> answer);
+    void ask(std::string script, std::function<void(std::int64_t)> answer) override;
+    // The same for a text.
+    void askText(std::string script, std::function<void(const std::string&)> answer) override;
+    void setMarks(MarksHooks marks) override { _marks = std::move(marks); }
+    void goToMark(const MarkAnchor& anchor) override;
+    std::vector<std::string> chapterNames() override;
     // What is to be run in each chapter once it is laid out, by its index; an empty text for nothing.
     void setChapterScript(std::function<std::string(std::uint64_t split)> script)
     {
@@ -78,7 +84,7 @@ public:
         _selectionHandler = std::move(handler);
     }
     // Runs it in the chapter that is shown.
-    void runChapterScript();
+    void runChapterScript() override;
     // A flick over the page, by its horizontal distance.
     void scrollWheelBegan(double deltaX);
     // The offset moved to a column boundary.
@@ -101,14 +107,14 @@ public:
     void searchContent(const std::string& text);
     void focusSearch();
 
-    const std::vector<Url>& bookSplits() const { return _spine.bookSplits; }
+    const std::vector<Url>& bookSplits() const override { return _spine.bookSplits; }
     void setBookSplits(std::vector<Url> splits) { _spine.bookSplits = std::move(splits); }
     const std::map<std::string, std::uint64_t>& splitIndexDict() const { return _spine.splitIndexDict; }
     void setSplitIndexDict(std::map<std::string, std::uint64_t> dict) { _spine.splitIndexDict = std::move(dict); }
     ContentsPane& contentsPane() { return _contentsPane; }
     const std::optional<std::string>& lastAnchor() const { return _lastAnchor; }
     void setLastAnchor(std::optional<std::string> anchor) { _lastAnchor = std::move(anchor); }
-    std::uint64_t activeSplitIndex() const { return _spine.activeSplitIndex; }
+    std::uint64_t activeSplitIndex() const override { return _spine.activeSplitIndex; }
     void setActiveSplitIndex(std::uint64_t index) { _spine.activeSplitIndex = index; }
     std::uint64_t capacity() const { return _position.capacity; }
     float readAmount() const { return _position.readAmount; }
@@ -155,6 +161,11 @@ public:
     {
         if (_selectionHandler)
             _selectionHandler(selection);
+    }
+    void pressesMark(const PressedMark& mark) override
+    {
+        if (_marks.isPressed)
+            _marks.isPressed(mark);
     }
 
 private:
@@ -228,6 +239,7 @@ private:
     std::function<std::string(std::uint64_t)> _chapterScript;
     std::function<void(const std::optional<PointedLink>&)> _linkHandler;
     std::function<void(const std::optional<PageSelection>&)> _selectionHandler;
+    MarksHooks _marks;
     bool _relayoutPending = false;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 

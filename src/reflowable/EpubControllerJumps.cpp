@@ -1,6 +1,7 @@
 // The reflowable reader's jumps to exact places, and the way back from them.
 
 #include "base/Numbers.hpp"
+#include "base/Translation.hpp"
 #include "paging/PageScripts.hpp"
 #include "reflowable/EpubController.hpp"
 
@@ -99,12 +100,15 @@ void EpubController::goToPrintedPage(std::size_t index)
 
 void EpubController::seePage(std::int64_t offset, std::int64_t S)
 {
+    const auto before = _jumps.seenPage;
     // A page of a server may take the place of the book's.
     const auto& document = _jumps.shownDocument;
     if (document && (document->isFile() || document->scheme().empty()))
         _jumps.seenPage = SeenPage { *document, { offset, S, geometry().W } };
     else
         _jumps.seenPage = std::nullopt;
+    if (_marks.pageIsSeen && _jumps.seenPage != before)
+        _marks.pageIsSeen();
 }
 
 void EpubController::leavePage()
@@ -184,6 +188,37 @@ void EpubController::ask(std::string script, std::function<void(std::int64_t)> a
     });
 }
 
+void EpubController::askText(std::string script, std::function<void(const std::string&)> answer)
+{
+    _queue.enqueueAction([this, script = std::move(script), answer = std::move(answer)]() -> Task<void> {
+        const std::string text = co_await _window.webView().evaluateScript(script);
+        answer(text);
+    });
+}
+
+void EpubController::goToMark(const MarkAnchor& anchor)
+{
+    // A bookmark is at the character after it.
+    const TextInChapter text { anchor.start, std::max(anchor.end, anchor.start + 1), anchor.text };
+    goTo({ _spine.bookSplits.at(anchor.chapter), text });
+}
+
+// A document that the contents do not name belongs to the chapter before it.
+std::vector<std::string> EpubController::chapterNames()
+{
+    std::map<std::string, std::string> titles;
+    for (const auto& link : _contentsPane.links())
+        titles.emplace(link->link().lastPathComponent(), link->text());
+    std::vector<std::string> names;
+    std::string name = _("Beginning");
+    for (const auto& url : _spine.bookSplits) {
+        if (const auto found = titles.find(url.lastPathComponent()); found != titles.end())
+            name = found->second;
+        names.push_back(name);
+    }
+    return names;
+}
+
 void EpubController::runChapterScript()
 {
     _queue.enqueueAction([this] { return decorate(); });
@@ -194,6 +229,9 @@ Task<void> EpubController::decorate()
     const auto script = _chapterScript ? _chapterScript(_spine.activeSplitIndex) : std::string();
     if (!script.empty())
         co_await run(script);
+    const auto marks = _marks.script ? _marks.script(_spine.activeSplitIndex) : std::string();
+    if (!marks.empty())
+        co_await run(marks);
 }
 
 void EpubController::wayHasChanged()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "notebook/BookMarks.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/ReaderHub.hpp"
 #include "reflowable/BookSearch.hpp"
@@ -31,6 +32,7 @@ public:
     // The pages of the printed edition: their numbers, and where they begin.
     void setPrintedPages(const std::vector<std::string>& labels, std::vector<Url> pages);
     BookSearch& search() { return *_search; }
+    BookMarks& marks() { return *_marks; }
 
     void closeEPUB();
     // Hides the panel with the display options.
@@ -41,6 +43,7 @@ public:
 
 private:
     void connect();
+    void addMarkActions(ReaderWindowActions& actions);
 
     std::unique_ptr<EpubWindow> _window;
     ReaderHub& _mainController;
@@ -49,6 +52,7 @@ private:
     std::unique_ptr<BookSearch> _search;
     std::unique_ptr<Notes> _notes;
     std::unique_ptr<Selections> _selections;
+    std::unique_ptr<BookMarks> _marks;
 };
 
 }

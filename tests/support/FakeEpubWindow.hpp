@@ -33,6 +33,17 @@ public:
     std::vector<std::pair<double, double>> scrolledTo;
 };
 
+class FakeMarksPane : public MarksPane {
+public:
+    void setLines(std::vector<MarkLine> value) override { lines = std::move(value); }
+    void setProblem(const std::string& text) override { problem = text; }
+    void setShown(bool value) override { isShown = value; }
+
+    std::vector<MarkLine> lines;
+    std::string problem;
+    bool isShown = false;
+};
+
 class FakeSearchPane : public SearchPane {
 public:
     void setResultsShown(bool value) override { isShown = value; }
@@ -95,6 +106,12 @@ struct ReaderWindowParts {
     FakePopUpButton fontMenu;
     FakeTextField searchField;
     FakeSearchPane searchPane;
+    FakeMarksPane marksPane;
+    bool isBookmarked = false;
+    std::optional<EditedMark> editedMark;
+    std::string undoText;
+    std::string notice;
+    std::string copiedMarks;
     bool leadsBack = false;
     bool leadsOn = false;
     FakeWindow displayOptions;
@@ -173,6 +190,12 @@ public:
     void hideSelection() override { parts->selection = std::nullopt; }
     void searchFor(const std::string& text) override { parts->searchedFor.push_back(text); }
     void copy(const std::string& text) override { parts->copied.push_back(text); }
+    MarksPane& marksPane() override { return parts->marksPane; }
+    void setBookmarked(bool value) override { parts->isBookmarked = value; }
+    void showMark(const EditedMark& mark, const std::optional<Rect>&) override { parts->editedMark = mark; }
+    void offerUndo(const std::string& text) override { parts->undoText = text; }
+    void copyText(const std::string& text) override { parts->copiedMarks = text; }
+    void showNotice(const std::string& text) override { parts->notice = text; }
     void setColumnCount(std::int32_t columns) override { parts->columnCount = columns; }
     Panel& displayOptions() override { return parts->displayOptions; }
     std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }

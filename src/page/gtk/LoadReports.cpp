@@ -97,6 +97,12 @@ void LoadReports::selectionDidChange(const std::optional<PageSelection>& selecti
         _delegate->selectionDidChange(selection);
 }
 
+void LoadReports::pressesMark(const std::optional<PressedMark>& mark)
+{
+    if (_delegate && mark)
+        _delegate->pressesMark(*mark);
+}
+
 void LoadReports::willSendRequest(const Url& url, RequestedBy requestedBy)
 {
     // Requests of the page itself are reported up to a length and a number that no book reaches.

@@ -44,6 +44,7 @@ public:
     void pageFollowsLink();
     void pointsAtLink(const std::optional<PointedLink>& link);
     void selectionDidChange(const std::optional<PageSelection>& selection);
+    void pressesMark(const std::optional<PressedMark>& mark);
 
 private:
     bool isCurrent(std::uint64_t load) const { return load == _load && !_finished && _delegate; }

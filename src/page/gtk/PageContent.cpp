@@ -21,6 +21,7 @@ PageContent::PageContent(WebKitWebView* view, PageKind kind, BookFilter& filters
         addStyleSheet("find.css");
     } else
         addStyleSheet("fixed-page.css");
+    addStyleSheet("marks.css");
     allowScripts(true);
 }
 

@@ -49,6 +49,8 @@ void PageView::messageReceived(const std::string& message)
         const auto file = url && url->isFile() ? existingFile(*url) : std::nullopt;
         if (_onPicture && file && isFileInFolder(file->path(), _content.bookFolder()))
             _onPicture(file->path());
+    } else if (what == "mark") {
+        _reports.pressesMark(pressedMarkFrom(words));
     } else if (what == "selection")
         _reports.selectionDidChange(pageSelectionFrom(words));
     else if (what == "painted") {

@@ -18,6 +18,18 @@ std::optional<ReaderCommand> controlCommand(guint keyval)
     case GDK_KEY_g:
     case GDK_KEY_G:
         return ReaderCommand::GoTo;
+    case GDK_KEY_d:
+    case GDK_KEY_D:
+        return ReaderCommand::ToggleBookmark;
+    case GDK_KEY_h:
+    case GDK_KEY_H:
+        return ReaderCommand::Highlight;
+    case GDK_KEY_m:
+    case GDK_KEY_M:
+        return ReaderCommand::Annotate;
+    case GDK_KEY_l:
+    case GDK_KEY_L:
+        return ReaderCommand::ShowMarks;
     case GDK_KEY_plus:
     case GDK_KEY_equal:
     case GDK_KEY_KP_Add:

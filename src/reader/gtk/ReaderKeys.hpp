@@ -28,6 +28,10 @@ enum class ReaderCommand {
     LargerText,
     SmallerText,
     DefaultText,
+    ToggleBookmark,
+    Highlight,
+    Annotate,
+    ShowMarks,
 };
 
 // What has the focus and needs keys for itself.

@@ -2,6 +2,8 @@
 
 #include "controls/gtk/PopUpControl.hpp"
 #include "controls/gtk/SegmentedSwitch.hpp"
+#include "notebook/gtk/MarkEditor.hpp"
+#include "notebook/gtk/MarksPaneGtk.hpp"
 #include "reader/gtk/MissingFontNote.hpp"
 #include "reader/gtk/NotePopover.hpp"
 #include "reader/gtk/PopoverPanel.hpp"
@@ -27,6 +29,14 @@ public:
     PopUpButton& fontMenu() override { return _fontMenu; }
     TextField& searchField() override { return _searchField; }
     SearchPane& searchPane() override { return _searchPane; }
+    MarksPaneGtk& marksPane() override { return _marksPane; }
+    void copyText(const std::string& text) override;
+    void setBookmarked(bool isBookmarked) override { _markSigns.setBookmarked(isBookmarked); }
+    void showMark(const EditedMark& mark, const std::optional<Rect>& place) override;
+    void offerUndo(const std::string& text) override { _markSigns.offerUndo(text); }
+    void showNotice(const std::string& text) override { _markSigns.showNotice(text); }
+    MarkEditor& markEditor() { return _markEditor; }
+    MarkSigns& markSigns() { return _markSigns; }
     void showNote(const std::string& text, const PointedLink& reference) override;
     void pointerLeftReference() override { _note.pointerLeft(); }
     void setBookLanguage(const std::string& language) override;
@@ -44,6 +54,7 @@ public:
 
 private:
     bool perform(ReaderCommand command);
+    void showMarks();
     void moveTextSize(ReaderCommand command);
     // The actions that a selection's bar offers, in order.
     std::vector<SelectionBar::Action> selectionActions();
@@ -64,6 +75,9 @@ private:
     NotePopover _note;
     std::unique_ptr<MissingFontNote> _missingFontNote;
     SelectionBar _selectionBar;
+    MarksPaneGtk _marksPane;
+    MarkEditor _markEditor;
+    MarkSigns _markSigns;
     std::vector<sigc::connection> _connections;
 };
 

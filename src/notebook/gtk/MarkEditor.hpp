@@ -1,0 +1,92 @@
+#pragma once
+
+#include "notebook/MarksPane.hpp"
+
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
+#include <gtkmm/label.h>
+#include <gtkmm/overlay.h>
+#include <gtkmm/popover.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/textview.h>
+#include <gtkmm/togglebutton.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace pagora {
+
+// The bar of a mark, on the paper of the page: its colour, its note, a copy, its removal. The note is taken over when
+// the bar goes. Main thread.
+class MarkEditor {
+public:
+    struct Actions {
+        std::function<void(std::size_t mark, const std::string& color)> setColor;
+        std::function<void(std::size_t mark, const std::string& note)> setNote;
+        std::function<void(std::size_t mark)> remove;
+    };
+    // It stands in a widget that outlives it.
+    MarkEditor(Gtk::Widget& page, Actions actions);
+    ~MarkEditor();
+    MarkEditor(const MarkEditor&) = delete;
+    MarkEditor& operator=(const MarkEditor&) = delete;
+
+    // The place in pixels of the page's widget.
+    void show(const EditedMark& mark, const Gdk::Rectangle& place);
+    Gtk::Popover& popover() { return _popover; }
+    Gtk::TextView& note() { return _note; }
+
+private:
+    void addColors();
+    void takeNote();
+    void copy();
+
+    Gtk::Widget& _page;
+    Actions _actions;
+    EditedMark _mark;
+    Gtk::Popover _popover;
+    Gtk::Box _box;
+    Gtk::Box _colors;
+    std::vector<std::pair<std::string, Gtk::ToggleButton*>> _colorButtons;
+    Gtk::ScrolledWindow _scroll;
+    Gtk::TextView _note;
+    Gtk::Box _buttons;
+    Gtk::Button _copy;
+    Gtk::Button _remove;
+    // Between two marks nothing is sent.
+    bool _isFilling = false;
+};
+
+// What lies over the page for its marks: the ribbon of a bookmark, and a line that something was removed, with a way to
+// bring it back, or that something cannot be. Main thread.
+class MarkSigns {
+public:
+    // It stands in an overlay that outlives it.
+    MarkSigns(Gtk::Overlay& page, std::function<void()> undo);
+    ~MarkSigns();
+    MarkSigns(const MarkSigns&) = delete;
+    MarkSigns& operator=(const MarkSigns&) = delete;
+
+    void setBookmarked(bool isBookmarked) { _ribbon.set_visible(isBookmarked); }
+    // An empty text ends it.
+    void offerUndo(const std::string& text);
+    // Goes by itself.
+    void showNotice(const std::string& text);
+    Gtk::Widget& ribbon() { return _ribbon; }
+    Gtk::Button& undoButton() { return _undo; }
+    std::string line() const { return _bar.get_visible() ? _text.get_text().raw() : std::string(); }
+
+private:
+    void tell(const std::string& text, bool isUndone);
+
+    Gtk::Overlay& _page;
+    Gtk::Box _ribbon;
+    Gtk::Box _bar;
+    Gtk::Label _text;
+    Gtk::Button _undo;
+    sigc::connection _end;
+};
+
+}

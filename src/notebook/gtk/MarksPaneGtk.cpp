@@ -1,0 +1,325 @@
+#include "notebook/gtk/MarksPaneGtk.hpp"
+
+#include "base/Translation.hpp"
+#include "desktop/gtk/AccessibleNames.hpp"
+#include "desktop/gtk/DisplayText.hpp"
+#include "notebook/gtk/MarkRow.hpp"
+
+#include <giomm/menu.h>
+#include <giomm/simpleactiongroup.h>
+#include <gtkmm/dialog.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/gestureclick.h>
+#include <gtkmm/signallistitemfactory.h>
+#include <gtkmm/window.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace pagora {
+
+namespace {
+
+constexpr std::size_t longestLabel = 400;
+
+// What the filter lets pass besides a text: everything, a kind of marks, or a colour.
+using Passes = bool (*)(const MarkLine& line);
+struct Choice {
+    const char* title;
+    Passes passes;
+};
+constexpr Choice choices[] = {
+    { N_("All marks"), [](const MarkLine&) { return true; } },
+    { N_("Bookmarks"), [](const MarkLine& line) { return line.kind == MarkLine::Kind::Bookmark; } },
+    { N_("Highlights"), [](const MarkLine& line) { return line.kind == MarkLine::Kind::Highlight; } },
+    { N_("Notes"), [](const MarkLine& line) { return line.kind == MarkLine::Kind::Note; } },
+    { N_("Yellow"), [](const MarkLine& line) { return line.color == "yellow"; } },
+    { N_("Orange"), [](const MarkLine& line) { return line.color == "orange"; } },
+    { N_("Pink"), [](const MarkLine& line) { return line.color == "pink"; } },
+    { N_("Purple"), [](const MarkLine& line) { return line.color == "purple"; } },
+    { N_("Blue"), [](const MarkLine& line) { return line.color == "blue"; } },
+    { N_("Green"), [](const MarkLine& line) { return line.color == "green"; } },
+};
+
+Glib::RefPtr<Gtk::StringList> choiceTitles()
+{
+    auto titles = Gtk::StringList::create({});
+    for (const auto& choice : choices)
+        titles->append(_(choice.title));
+    return titles;
+}
+
+// The marks that hold the text, with the headings above them.
+std::vector<MarkLine> filtered(const std::vector<MarkLine>& lines, const Glib::ustring& text, Passes passes)
+{
+    const auto wanted = text.casefold();
+    std::vector<MarkLine> found;
+    const MarkLine* heading = nullptr;
+    for (const auto& line : lines) {
+        if (line.kind == MarkLine::Kind::Heading) {
+            heading = &line;
+            continue;
+        }
+        const auto held = displayText(line.text + "\n" + line.note + "\n" + line.tags).casefold();
+        if (!passes(line) || (!wanted.empty() && held.find(wanted) == Glib::ustring::npos))
+            continue;
+        if (const auto* const above = std::exchange(heading, nullptr))
+            found.push_back(*above);
+        found.push_back(line);
+    }
+    return found;
+}
+
+}
+
+MarksPaneGtk::MarksPaneGtk(const Parts& parts, ActionQueue& queue, Actions actions)
+    : _parts(parts)
+    , _queue(queue)
+    , _actions(std::move(actions))
+    , _contentsTab(_("Contents"))
+    , _marksTab(_("Marks"))
+    , _marks(Gtk::Orientation::VERTICAL)
+    , _nothing(_("No marks"))
+    , _model(Gtk::StringList::create({}))
+    , _selection(Gtk::SingleSelection::create(_model))
+{
+    _switch.add_css_class("pane-switch");
+    _switch.set_homogeneous(true);
+    for (auto* const tab : { &_contentsTab, &_marksTab }) {
+        tab->set_focus_on_click(false);
+        _switch.append(*tab);
+    }
+    _marksTab.set_group(_contentsTab);
+    _contentsTab.set_active(true);
+    _marksTab.set_tooltip_text(_("Bookmarks, highlights and notes (Ctrl+L)"));
+    _filter.set_placeholder_text(_("Filter"));
+    setAccessibleName(_filter, _("Filter the marks"));
+    _filter.set_hexpand(true);
+    _filter.set_width_chars(1);
+    _kinds.set_model(choiceTitles());
+    _kinds.set_tooltip_text(_("Kind or colour"));
+    setAccessibleName(_kinds, _("Kind or colour"));
+    addMenu();
+    _bar.add_css_class("marks-bar");
+    for (Gtk::Widget* const part : std::initializer_list<Gtk::Widget*> { &_filter, &_kinds, &_menu })
+        _bar.append(*part);
+    _problem.add_css_class("marks-problem");
+    _nothing.add_css_class("marks-problem");
+    for (auto* const label : { &_problem, &_nothing }) {
+        label->set_wrap(true);
+        label->set_xalign(0);
+    }
+    _problem.set_visible(false);
+    _selection->set_autoselect(false);
+    _selection->set_can_unselect(true);
+    setAccessibleName(_list, _("Marks"));
+    connectRows();
+    _list.set_model(_selection);
+    _scroll.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+    _scroll.set_vexpand(true);
+    _scroll.set_child(_list);
+    _marks.add_css_class("marks");
+    for (Gtk::Widget* const part : std::initializer_list<Gtk::Widget*> { &_bar, &_problem, &_nothing, &_scroll })
+        _marks.append(*part);
+    _parts.pane.insert_child_after(_switch, _parts.above);
+    _parts.pane.append(_marks);
+    const auto arranges = [this] { arrange(); };
+    _connections.push_back(_marksTab.signal_toggled().connect(arranges));
+    _connections.push_back(_parts.results.property_visible().signal_changed().connect(arranges));
+    _connections.push_back(_parts.contents.property_visible().signal_changed().connect(arranges));
+    _connections.push_back(_filter.signal_changed().connect([this] { refill(); }));
+    _connections.push_back(_kinds.property_selected().signal_changed().connect([this] { refill(); }));
+    arrange();
+}
+
+MarksPaneGtk::~MarksPaneGtk()
+{
+    for (auto& connection : _connections)
+        connection.disconnect();
+    _list.set_model({});
+    _list.set_factory({});
+    _parts.pane.remove(_marks);
+    _parts.pane.remove(_switch);
+}
+
+void MarksPaneGtk::addMenu()
+{
+    const auto group = Gio::SimpleActionGroup::create();
+    group->add_action("copy", [this] { _queue.post([this] { _actions.copy(numbers()); }); });
+    group->add_action("export", [this] { choosePath(Gtk::FileChooser::Action::SAVE); });
+    group->add_action("import", [this] { choosePath(Gtk::FileChooser::Action::OPEN); });
+    const auto menu = Gio::Menu::create();
+    menu->append(_("Copy the Listed Marks"), "marks.copy");
+    menu->append(_("Export the Listed Marks…"), "marks.export");
+    menu->append(_("Import Marks…"), "marks.import");
+    _marks.insert_action_group("marks", group);
+    _menu.set_menu_model(menu);
+    _menu.set_icon_name("view-more-symbolic");
+    _menu.set_tooltip_text(_("Export and import"));
+    setAccessibleName(_menu, _("Export and import"));
+}
+
+void MarksPaneGtk::choosePath(Gtk::FileChooser::Action action)
+{
+    auto* const window = dynamic_cast<Gtk::Window*>(_marks.get_root());
+    if (!window)
+        return;
+    const bool isExport = action == Gtk::FileChooser::Action::SAVE;
+    _chooser = Gtk::FileChooserNative::create(
+        isExport ? _("Export marks") : _("Import marks"), *window, action, isExport ? _("Export") : _("Import"));
+    _chooser->set_modal(true);
+    if (isExport)
+        _chooser->set_current_name(_("Marks") + std::string(".md"));
+    for (const auto& [title, pattern] : { std::pair(_("Markdown (.md)"), "*.md"),
+             std::pair(_("Web page (.html)"), "*.html"), std::pair(_("Marks (.annotation)"), "*.annotation") }) {
+        if (!isExport && std::string_view(pattern) != "*.annotation")
+            continue;
+        const auto filter = Gtk::FileFilter::create();
+        filter->set_name(title);
+        filter->add_pattern(pattern);
+        _chooser->add_filter(filter);
+    }
+    _chooser->signal_response().connect([this, isExport](int response) {
+        const auto file = response == Gtk::ResponseType::ACCEPT ? _chooser->get_file() : nullptr;
+        const std::string path = file ? file->get_path() : std::string();
+        _queue.post([this, path, isExport] {
+            _chooser.reset();
+            if (path.empty())
+                return;
+            if (isExport)
+                _actions.exportTo(path, numbers());
+            else
+                _actions.importFrom(path);
+        });
+    });
+    _chooser->show();
+}
+
+std::vector<std::size_t> MarksPaneGtk::numbers() const
+{
+    std::vector<std::size_t> numbers;
+    for (const auto& line : _lines) {
+        if (line.kind != MarkLine::Kind::Heading && line.isMine)
+            numbers.push_back(line.number);
+    }
+    return numbers;
+}
+
+// The results of a search are shown instead of contents and marks.
+void MarksPaneGtk::arrange()
+{
+    const bool isSearch = _parts.results.get_visible();
+    _switch.set_visible(!isSearch);
+    _marks.set_visible(!isSearch && _marksTab.get_active());
+    if (!isSearch)
+        _parts.contents.set_visible(!_marksTab.get_active());
+}
+
+void MarksPaneGtk::connectRows()
+{
+    const auto factory = Gtk::SignalListItemFactory::create();
+    _connections.push_back(factory->signal_setup().connect([this](const Glib::RefPtr<Gtk::ListItem>& item) {
+        auto* const row = Gtk::make_managed<MarkRow>();
+        item->set_child(*row);
+        const auto click = Gtk::GestureClick::create();
+        click->set_button(GDK_BUTTON_PRIMARY);
+        click->signal_released().connect(
+            [this, item = item.get()](int, double, double) { choose(item->get_position()); });
+        row->add_controller(click);
+    }));
+    _connections.push_back(factory->signal_bind().connect(sigc::mem_fun(*this, &MarksPaneGtk::bind)));
+    _list.set_factory(factory);
+    _connections.push_back(_list.signal_activate().connect([this](guint position) { choose(position); }));
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    _connections.push_back(keys->signal_key_pressed().connect(
+        [this](guint keyval, guint, Gdk::ModifierType state) { return keyPressed(keyval, state); }, false));
+    _list.add_controller(keys);
+}
+
+bool MarksPaneGtk::keyPressed(guint keyval, Gdk::ModifierType state)
+{
+    const bool isShifted = (state & Gdk::ModifierType::SHIFT_MASK) == Gdk::ModifierType::SHIFT_MASK;
+    const bool edits = keyval == GDK_KEY_F2 || keyval == GDK_KEY_Menu || (keyval == GDK_KEY_F10 && isShifted);
+    const bool removes = keyval == GDK_KEY_Delete || keyval == GDK_KEY_KP_Delete;
+    const auto position = _selection->get_selected();
+    if ((!edits && !removes) || position >= _lines.size() || !_lines[position].isMine)
+        return false;
+    const auto& action = edits ? _actions.edit : _actions.remove;
+    _queue.post([action, mark = _lines[position].number] { action(mark); });
+    return true;
+}
+
+void MarksPaneGtk::choose(guint position)
+{
+    if (position >= _lines.size() || _lines[position].kind == MarkLine::Kind::Heading)
+        return;
+    _selection->set_selected(position);
+    _queue.post([this, mark = _lines[position].number] { _actions.goTo(mark); });
+}
+
+void MarksPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
+{
+    auto* const row = dynamic_cast<MarkRow*>(item->get_child());
+    const auto position = item->get_position();
+    if (!row || position >= _lines.size())
+        return;
+    const auto& line = _lines[position];
+    const bool isMark = line.kind != MarkLine::Kind::Heading;
+    item->set_selectable(isMark);
+    item->set_activatable(isMark);
+    row->show(line);
+    // The list's item around the row is what assistive technology meets.
+    const auto label = displayText(spokenMark(line), longestLabel);
+    gtk_accessible_update_property(
+        GTK_ACCESSIBLE(row->get_parent()->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);
+}
+
+void MarksPaneGtk::setLines(std::vector<MarkLine> lines)
+{
+    if (lines == _all)
+        return;
+    _all = std::move(lines);
+    refill();
+}
+
+// A list that has the keyboard keeps it, near the mark that it was at.
+void MarksPaneGtk::refill()
+{
+    const bool hadFocus = gtk_widget_get_focus_child(GTK_WIDGET(_list.gobj())) != nullptr;
+    const auto selected = _selection->get_selected();
+    _lines = filtered(
+        _all, _filter.get_text(), choices[std::min<std::size_t>(_kinds.get_selected(), std::size(choices) - 1)].passes);
+    std::vector<Glib::ustring> texts(_lines.size());
+    _model->splice(0, _model->get_n_items(), texts);
+    _nothing.set_visible(_lines.empty());
+    if (!hadFocus || _lines.empty())
+        return;
+    _selection->set_selected(std::min<guint>(selected, static_cast<guint>(_lines.size()) - 1));
+    _list.grab_focus();
+}
+
+void MarksPaneGtk::setProblem(const std::string& text)
+{
+    _problem.set_text(displayText(text));
+    _problem.set_visible(!text.empty());
+}
+
+void MarksPaneGtk::setShown(bool isShown)
+{
+    (isShown ? _marksTab : _contentsTab).set_active(true);
+}
+
+void MarksPaneGtk::focusList()
+{
+    if (_lines.empty()) {
+        _filter.grab_focus();
+        return;
+    }
+    if (_selection->get_selected() >= _lines.size())
+        _selection->set_selected(1);
+    _list.grab_focus();
+}
+
+}

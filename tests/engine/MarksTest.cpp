@@ -1,0 +1,328 @@
+// Sets marks in books in the real program, and looks at what is painted in the page and kept in the library.
+
+#include "files/Files.hpp"
+#include "tests/engine/ReadingFixture.hpp"
+#include "tests/support/EpubBuilder.hpp"
+
+#include <gtkmm/scale.h>
+
+namespace pagora::test {
+
+namespace {
+
+constexpr const char* sentence = "Here the fourth lamp was broken by the gale that night.";
+
+std::string page(const std::string& body)
+{
+    return "<html xmlns='http://www.w3.org/1999/xhtml'><head><title>t</title></head><body>" + body + "</body></html>";
+}
+
+// Several pages of text with a sentence in the second half.
+std::string longChapter(const std::string& before = {})
+{
+    std::string text = before;
+    for (int i = 0; i < 60; ++i) {
+        text += "<p id='p" + std::to_string(i) + "'>The lantern was lit and the keeper went up the stairs, slowly, "
+            + "one after the other, while the wind pressed against the old glass and the sea was heard below.</p>";
+        if (i == 40)
+            text += std::string("<p id='here'>") + sentence + "</p>";
+    }
+    return page(text);
+}
+
+class Marks : public ReadingTest {
+protected:
+    std::string write(const std::string& name, const std::vector<std::string>& chapters)
+    {
+        EpubBuilder builder;
+        builder.chapters(static_cast<int>(chapters.size()));
+        for (std::size_t i = 0; i < chapters.size(); ++i)
+            builder.member("OEBPS/chapter" + std::to_string(i + 1) + ".xhtml", chapters[i]);
+        return builder.write(_home.path(name));
+    }
+    void read(const std::vector<std::string>& chapters)
+    {
+        import(write("book.epub", chapters));
+        ASSERT_EQ(bookCount(), 1u);
+        openBook();
+    }
+    void openBook(std::size_t index = 0)
+    {
+        open(index);
+        ASSERT_TRUE(waitUntil([this] { return marks().store() && marks().store()->isSaved(); }));
+        settle();
+    }
+
+    BookMarks& marks() { return state().reading._epubWindowController->marks(); }
+    const std::vector<MarkStore::Kept>& kept() { return marks().store()->marks(); }
+    std::string file() { return deletingEnd(*book()->epubPath()) + ".annotation"; }
+    static std::string deletingEnd(const std::string& path) { return path.substr(0, path.rfind('.')); }
+    void waitUntilSaved()
+    {
+        ASSERT_TRUE(waitUntil([this] { return marks().store()->isSaved(); }));
+        settle();
+    }
+
+    void select(const std::string& id, int start, int end)
+    {
+        evaluate("(() => { const text = document.getElementById('" + id
+            + "').firstChild;"
+              "getSelection().setBaseAndExtent(text, "
+            + std::to_string(start) + ", text, " + std::to_string(end) + "); })()");
+    }
+    // Highlights "fourth lamp" in the sentence, whose page is shown.
+    void highlight(MarkColor color = MarkColor::Green)
+    {
+        evaluate("0");
+        select("here", 9, 20);
+        marks().highlight(color);
+        ASSERT_TRUE(waitUntil([this] { return !kept().empty(); }));
+        waitUntilSaved();
+    }
+    void showSentence()
+    {
+        reader().goTo({ reader().bookSplits().at(0), ElementInChapter { "here" } });
+        settle();
+    }
+    std::string painted(const std::string& color = "green")
+    {
+        return evaluate("[...CSS.highlights.get('pagora-mark-" + color + "')].map(String).join('|')");
+    }
+    bool isOnPage(const std::string& color = "green")
+    {
+        return evaluate("(() => { const box = [...CSS.highlights.get('pagora-mark-" + color
+                   + "')][0].getClientRects()[0];"
+                     "return box.left >= 0 && box.right <= innerWidth && box.top >= 0 && box.bottom <= innerHeight;"
+                     "})()")
+            == "true";
+    }
+    // The mark is painted where it was set, and a press in the list shows it.
+    void expectFound()
+    {
+        EXPECT_EQ(painted(), "fourth lamp");
+        marks().goTo(0);
+        settle();
+        EXPECT_TRUE(isOnPage());
+    }
+    bool hasRibbon() { return window().markSigns().ribbon().get_visible(); }
+};
+
+}
+
+TEST_F(Marks, AreKeptInAFileBesideTheArchive)
+{
+    read({ longChapter() });
+    showSentence();
+    highlight();
+    EXPECT_EQ(painted(), "fourth lamp");
+    const auto text = readFile(file()).value_or("");
+    EXPECT_NE(text.find("\"exact\": \"fourth lamp\""), std::string::npos) << text;
+    EXPECT_NE(text.find("\"source\": \"chapter1.xhtml\""), std::string::npos) << text;
+    EXPECT_EQ(kept()[0].mark.text.before, "e sea was heard below. Here the ");
+}
+
+TEST_F(Marks, LeaveTheDocumentAndItsLengthAsTheyAre)
+{
+    read({ longChapter() });
+    showSentence();
+    const auto before = evaluate("document.documentElement.outerHTML");
+    const auto length = number("document.body.scrollWidth");
+    highlight();
+    EXPECT_EQ(evaluate("document.documentElement.outerHTML"), before);
+    EXPECT_EQ(number("document.body.scrollWidth"), length);
+}
+
+TEST_F(Marks, AreFoundAgainAfterEachChangeOfTheDisplay)
+{
+    read({ longChapter() });
+    showSentence();
+    highlight();
+    window().parts().widget<Gtk::Scale>("fontSizeSlider").set_value(1.7);
+    settle();
+    expectFound();
+    reader().changeWidth();
+    settle();
+    expectFound();
+    window().window().setFrame({ 0, 0, 860, 640 });
+    settle();
+    expectFound();
+    for (const int theme : { 2, 3, 1 }) {
+        window().colorControl().setSelectedSegment(theme - 1);
+        reader().changeColor();
+        settle();
+        expectFound();
+    }
+    window().fontMenu().selectItemWithTitle("DejaVu Serif");
+    reader().fontChange();
+    settle();
+    expectFound();
+}
+
+TEST_F(Marks, AreFoundAgainAfterANewVersionHasWipedWhatIsStored)
+{
+    read({ longChapter() });
+    showSentence();
+    highlight();
+    close();
+    _program->defaults.setObject("BundleVersion", std::string("0"));
+    restart();
+    openBook();
+    expectFound();
+}
+
+TEST_F(Marks, AreFoundAgainAfterAReset)
+{
+    read({ longChapter() });
+    showSentence();
+    highlight();
+    close();
+    _program->controller.resetAppSettings();
+    ASSERT_TRUE(waitUntil([this] { return !state().launch.isResetting() && bookCount() == 1; }));
+    openBook();
+    expectFound();
+}
+
+TEST_F(Marks, StayWhenTheBookIsRemovedAndAreFoundWhenItComesBack)
+{
+    read({ longChapter() });
+    showSentence();
+    highlight();
+    close();
+    const auto path = file();
+    const auto archive = *book()->epubPath();
+    _program->controller.deleteItemsFromLibrary({ book() });
+    ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
+    removeItem(archive);
+    EXPECT_TRUE(fileExists(path));
+    read({ longChapter() });
+    expectFound();
+}
+
+TEST_F(Marks, AreFoundInTheSameBookUnderAnotherName)
+{
+    read({ longChapter() });
+    showSentence();
+    highlight();
+    close();
+    const auto archive = *book()->epubPath();
+    _program->controller.deleteItemsFromLibrary({ book() });
+    ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
+    removeItem(archive);
+    import(write("another name.epub", { longChapter() }));
+    openBook();
+    expectFound();
+}
+
+TEST_F(Marks, AreFoundInANewerEditionWhoseTextHasMoved)
+{
+    read({ longChapter() });
+    showSentence();
+    highlight();
+    close();
+    const auto archive = *book()->epubPath();
+    write("book.epub", { page("<p>A preface.</p>"), longChapter("<p>A new beginning of the chapter.</p>") });
+    _program->controller.deleteItemsFromLibrary({ book() });
+    ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
+    removeItem(archive);
+    import(_home.path("book.epub"));
+    openBook();
+    ASSERT_EQ(kept().size(), 1u);
+    ASSERT_TRUE(kept()[0].anchor);
+    EXPECT_EQ(kept()[0].anchor->chapter, 1u);
+    marks().goTo(0);
+    settle();
+    expectFound();
+}
+
+TEST_F(Marks, WhoseTextIsGoneStayInTheListAndSaySo)
+{
+    read({ longChapter() });
+    showSentence();
+    highlight();
+    close();
+    const auto archive = *book()->epubPath();
+    _program->controller.deleteItemsFromLibrary({ book() });
+    ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
+    removeItem(archive);
+    read({ page("<p>Another text altogether.</p>") });
+    ASSERT_EQ(kept().size(), 1u);
+    EXPECT_FALSE(kept()[0].anchor);
+    const auto& lines = window().marksPane().lines();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].text, "Not found in this edition");
+    EXPECT_TRUE(lines[1].isLost);
+    EXPECT_NE(readFile(file())->find("fourth lamp"), std::string::npos);
+}
+
+TEST_F(Marks, OfThePageAreShownByARibbonAndTakenAwayAgain)
+{
+    read({ longChapter() });
+    turn(1);
+    const auto seen = place();
+    marks().toggleBookmark();
+    ASSERT_TRUE(waitUntil([this] { return hasRibbon(); }));
+    waitUntilSaved();
+    turn(1);
+    EXPECT_FALSE(hasRibbon());
+    marks().goTo(0);
+    settle();
+    EXPECT_TRUE(hasRibbon());
+    EXPECT_EQ(place(), seen);
+    reader().goBack();
+    settle();
+    EXPECT_FALSE(hasRibbon());
+    marks().goTo(0);
+    settle();
+    marks().toggleBookmark();
+    ASSERT_TRUE(waitUntil([this] { return !hasRibbon(); }));
+    EXPECT_TRUE(kept().empty());
+    EXPECT_EQ(window().markSigns().line(), "Bookmark removed");
+    marks().undo();
+    ASSERT_TRUE(waitUntil([this] { return hasRibbon(); }));
+    EXPECT_EQ(window().markSigns().line(), "");
+}
+
+TEST_F(Marks, OfTheBooksMakerAreListedApartAndPainted)
+{
+    EpubBuilder builder;
+    builder.chapters(1);
+    builder.member("OEBPS/chapter1.xhtml", longChapter());
+    builder.member("META-INF/my.annotation",
+        "{\"items\": [{\"id\": \"urn:uuid:1\", \"body\": {\"color\": \"green\", \"value\": \"\"}, \"target\": "
+        "{\"source\": "
+        "\"chapter1.xhtml\", \"selector\": [{\"type\": \"TextQuoteSelector\", \"exact\": \"fourth lamp\"}]}}]}");
+    import(builder.write(_home.path("book.epub")));
+    openBook();
+    EXPECT_TRUE(kept().empty());
+    EXPECT_EQ(painted(), "fourth lamp");
+    const auto& lines = window().marksPane().lines();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].text, "From the makers of the book");
+    EXPECT_FALSE(lines[1].isMine);
+    marks().remove(0);
+    EXPECT_EQ(window().marksPane().lines().size(), 2u);
+}
+
+TEST_F(Marks, TwoThousandInAChapterArePainted)
+{
+    read({ longChapter() });
+    AnnotationSet many = annotationSetAbout({});
+    for (std::size_t i = 0; i < 2000; ++i) {
+        Mark mark;
+        mark.id = newMarkId();
+        mark.created = timeNow();
+        mark.color = MarkColor::Green;
+        mark.text = { "chapter1.xhtml", "", "", "", i * 4, i * 4 + 3, "" };
+        many.marks.push_back(std::move(mark));
+    }
+    makeFile(_home.path("many.annotation"), annotationText(many));
+    marks().importFrom(_home.path("many.annotation"));
+    ASSERT_TRUE(waitUntil([this] { return kept().size() == 2000; }));
+    waitUntilSaved();
+    EXPECT_GE(number("CSS.highlights.get('pagora-mark-green').size"), 1990);
+    const auto before = number("window.pageXOffset");
+    turn(1);
+    EXPECT_GT(number("window.pageXOffset"), before);
+}
+
+}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "find/Folding.hpp"
+#include "base/Folding.hpp"
 
 #include <cstddef>
 #include <cstdint>

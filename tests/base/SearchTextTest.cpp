@@ -26,6 +26,11 @@ TEST(SearchText, KeepsMarksThatMakeAnotherLetter)
     EXPECT_NE(searchText("が"), searchText("か"));
 }
 
+TEST(SearchText, SpellsSyllablesInOneWay)
+{
+    EXPECT_EQ(searchText("\u1112\u1161\u11AB"), searchText("\uD55C"));
+}
+
 TEST(SearchText, TakesLigaturesAndFullWidthLettersApart)
 {
     EXPECT_EQ(searchText("ﬁn de siècle Ｗ"), "fin de siecle w");

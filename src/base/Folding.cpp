@@ -1,4 +1,4 @@
-#include "find/Folding.hpp"
+#include "base/Folding.hpp"
 
 #include <glib.h>
 
@@ -26,9 +26,10 @@ struct Relative {
     char32_t letter;
     const char* plain;
 };
-constexpr std::array<Relative, 15> relatives = { { { 0xC6, "AE" }, { 0xD0, "D" }, { 0xD8, "O" }, { 0xE6, "ae" },
-    { 0xF0, "d" }, { 0xF8, "o" }, { 0x110, "D" }, { 0x111, "d" }, { 0x126, "H" }, { 0x127, "h" }, { 0x131, "i" },
-    { 0x141, "L" }, { 0x142, "l" }, { 0x152, "OE" }, { 0x153, "oe" } } };
+constexpr std::array<Relative, 19> relatives
+    = { { { 0xC6, "AE" }, { 0xD0, "D" }, { 0xD8, "O" }, { 0xDE, "TH" }, { 0xE6, "ae" }, { 0xF0, "d" }, { 0xF8, "o" },
+        { 0xFE, "th" }, { 0x110, "D" }, { 0x111, "d" }, { 0x126, "H" }, { 0x127, "h" }, { 0x131, "i" }, { 0x141, "L" },
+        { 0x142, "l" }, { 0x152, "OE" }, { 0x153, "oe" }, { 0x166, "T" }, { 0x167, "t" } } };
 
 const char* relativeOf(char32_t character)
 {
@@ -54,7 +55,7 @@ char32_t plainSign(char32_t c)
         return '\'';
     if (c >= 0x201C && c <= 0x201F)
         return '"';
-    if (c == 0x2010 || c == 0x2011)
+    if (c >= 0x2010 && c <= 0x2014)
         return '-';
     return 0;
 }

@@ -31,14 +31,14 @@ Value madeEntry(const std::string& home, std::size_t number)
     book.setIsbn(plan.identifier);
     book.setImgData(Data(madeSmallCover(number)));
     book.setBookPath(bookPath);
-    std::vector<Url> files;
+    Value::Array files;
     Value::Array content;
     for (std::size_t i = 1; i <= plan.chapters.size(); ++i) {
         const auto path = bookPath + "/OEBPS/text/chapter" + std::to_string(i) + ".xhtml";
-        files.push_back(Url::file(path));
+        files.emplace_back(path);
         content.emplace_back(Value::Dictionary { { "src", path }, { "text", plan.title }, { "level", 1 } });
     }
-    book.setFiles(std::move(files));
+    book.setFilePaths(std::move(files));
     book.setContent(std::move(content));
     return entryFromBook(book);
 }

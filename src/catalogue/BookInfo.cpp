@@ -1,5 +1,9 @@
 #include "catalogue/BookInfo.hpp"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 namespace pagora {
 
 std::optional<Image> BookInfo::cover() const
@@ -9,23 +13,32 @@ std::optional<Image> BookInfo::cover() const
 
 std::vector<Url> BookInfo::files() const
 {
-    if (const auto* urls = std::get_if<std::vector<Url>>(&_files))
-        return *urls;
     std::vector<Url> urls;
-    if (const auto* paths = std::get<Value>(_files).array()) {
-        for (const auto& path : *paths) {
-            if (const auto* text = path.string())
-                urls.push_back(Url::file(*text));
-        }
-    }
+    for (const auto& path : filePaths())
+        urls.push_back(Url::file(*path.string()));
     return urls;
+}
+
+void BookInfo::setFiles(const std::vector<Url>& files)
+{
+    Value::Array paths;
+    for (const auto& file : files)
+        paths.emplace_back(file.path());
+    _files = std::move(paths);
+}
+
+Value::Array BookInfo::filePaths() const
+{
+    Value::Array paths;
+    if (const auto* stored = _files.array())
+        std::copy_if(
+            stored->begin(), stored->end(), std::back_inserter(paths), [](const Value& path) { return path.string(); });
+    return paths;
 }
 
 std::size_t BookInfo::fileCount() const
 {
-    if (const auto* urls = std::get_if<std::vector<Url>>(&_files))
-        return urls->size();
-    const auto* paths = std::get<Value>(_files).array();
+    const auto* paths = _files.array();
     return paths ? paths->size() : 0;
 }
 

@@ -10,7 +10,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace pagora {
@@ -45,13 +44,15 @@ public:
     const std::optional<Data>& imgData() const { return _imgData; }
     void setImgData(std::optional<Data> data) { _imgData = std::move(data); }
 
-    // The content documents in reading order, as file URLs below `bookPath`.
+    // The content documents in reading order, as file URLs below `bookPath`. The URLs are made at each call.
     std::vector<Url> files() const;
-    // How many there are.
+    void setFiles(const std::vector<Url>& files);
+    // Their paths. Elements that are not strings stand for no file.
+    Value::Array filePaths() const;
+    // Takes an array of paths, which is read on first use.
+    void setFilePaths(Value paths) { _files = std::move(paths); }
+    // The number of files, with elements that are not strings.
     std::size_t fileCount() const;
-    void setFiles(std::vector<Url> files) { _files = std::move(files); }
-    // The same as an array of paths, which is read when the files are asked for.
-    void setStoredFiles(Value paths) { _files = std::move(paths); }
 
     // The table of contents: dictionaries with "src" (absolute path, fragment kept), "text" and "level". Missing when a
     // stored entry had none.
@@ -94,7 +95,7 @@ private:
     std::optional<std::string> _author;
     std::optional<std::string> _isbn;
     std::optional<Data> _imgData;
-    std::variant<std::vector<Url>, Value> _files;
+    Value _files = Value::Array {};
     std::optional<Value> _content = Value::Array {};
     std::uint64_t _lastIndex = 0;
     std::uint64_t _lastCap = 0;

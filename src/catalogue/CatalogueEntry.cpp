@@ -52,10 +52,7 @@ Value entryFromBook(const BookInfo& book)
             break;
         entry.emplace(key, *value);
     }
-    Value::Array paths;
-    for (const auto& file : book.files())
-        paths.emplace_back(file.path());
-    entry.emplace(Files, std::move(paths));
+    entry.emplace(Files, book.filePaths());
     entry.emplace(Content, book.content().value_or(Value::Array {}));
     if (book.bookPath())
         entry.emplace(BookLoc, *book.bookPath());
@@ -82,7 +79,7 @@ BookInfoPtr bookFromEntry(const Value& entry)
     const auto* content = entry.find(Content);
     book->setContent(content && content->isArray() ? std::optional(*content) : std::nullopt);
     if (const auto* files = entry.find(Files))
-        book->setStoredFiles(*files);
+        book->setFilePaths(*files);
     book->setBookPath(stringFrom(entry.find(BookLoc)));
     book->setFixedWidth(storedNumber(entry, fixedWidth));
     book->setFixedHeight(storedNumber(entry, fixedHeight));

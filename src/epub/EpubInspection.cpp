@@ -76,7 +76,7 @@ private:
 
     void layOutFolders(const std::string& packagePath);
     std::optional<Data> readCover(const OPFParser& package);
-    std::vector<Url> contentFiles(const OPFParser& package) const;
+    Value::Array contentFiles(const OPFParser& package) const;
     // Missing when it is past a bound.
     std::optional<Value::Array> readContents(const OPFParser& package);
     std::optional<std::string> extracted(const std::string& href);
@@ -244,16 +244,16 @@ bool Inspection::readPageSize(const OPFParser& package, BookInfo& book)
     return true;
 }
 
-std::vector<Url> Inspection::contentFiles(const OPFParser& package) const
+Value::Array Inspection::contentFiles(const OPFParser& package) const
 {
-    std::vector<Url> files;
+    Value::Array paths;
     for (const auto& href : package.fileList()) {
-        const auto path = appendingPathComponent(_contentBase, decodedReference(href));
+        auto path = appendingPathComponent(_contentBase, decodedReference(href));
         // ".." may lead to another folder of the book, but not to other books or the user's files.
         if (isPathInside(path, _bookFolder))
-            files.push_back(Url::file(path));
+            paths.emplace_back(std::move(path));
     }
-    return files;
+    return paths;
 }
 
 std::optional<Value::Array> Inspection::readContents(const OPFParser& package)
@@ -313,12 +313,12 @@ BookInfoPtr Inspection::run()
         return nullptr;
     auto content = readContents(package);
     if (content) {
-        book->setFiles(contentFiles(package));
+        book->setFilePaths(contentFiles(package));
         book->setContent(std::move(*content));
     }
     if (!content || encodeValue(entryFromBook(*book)).size() > BookLimits().entryBytes) {
         // Too large to store.
-        book->setFiles({});
+        book->setFilePaths(Value::Array {});
         book->setContent(Value::Array {});
         isOutOfRoom() ? rejectForRoom() : rejectTooLarge();
         return nullptr;

@@ -49,10 +49,11 @@ bool isSound(const BookInfo& book, const std::string& booksPath)
 {
     const auto folder = book.bookPath().value_or("");
     const auto type = book.type().value_or("");
-    const auto files = book.files();
+    const auto files = book.filePaths();
     const auto content = book.content().value_or(Value::Array {});
     return isPathInside(folder, booksPath) && (type == "default" || type == "fixed" || type == "x-ibook")
-        && std::all_of(files.begin(), files.end(), [&](const auto& file) { return isPathInside(file.path(), folder); })
+        && std::all_of(
+            files.begin(), files.end(), [&](const auto& file) { return isPathInside(*file.string(), folder); })
         && std::all_of(content.begin(), content.end(), [](const auto& entry) {
                const auto* src = entry.find("src");
                const auto* text = entry.find("text");

@@ -10,7 +10,7 @@ namespace {
 BookInfo bookOfFourFiles()
 {
     BookInfo book;
-    book.setStoredFiles(Value::Array { "/a", "/b", "/c", "/d" });
+    book.setFilePaths(Value::Array { "/a", "/b", "/c", "/d" });
     return book;
 }
 

@@ -160,7 +160,7 @@ TEST_F(BookCells, TextsOfAnyKindAreDrawn)
 TEST_F(BookCells, ALineTellsHowFarABookWasRead)
 {
     const auto books = makeBooks(2);
-    books->front()->setStoredFiles(Value::Array { "/a", "/b" });
+    books->front()->setFilePaths(Value::Array { "/a", "/b" });
     books->front()->setLastIndex(1);
     _books.setContent(books);
     ASSERT_TRUE(waitUntil([&] { return cellsOf(_surface.widget()).size() >= 2; }));
@@ -173,7 +173,7 @@ TEST_F(BookCells, ALineTellsHowFarABookWasRead)
 TEST_F(BookCells, TheLineFollowsTheReadingWhenTheLibraryComesBack)
 {
     const auto books = makeBooks(1);
-    books->front()->setStoredFiles(Value::Array { "/a", "/b" });
+    books->front()->setFilePaths(Value::Array { "/a", "/b" });
     _books.setContent(books);
     ASSERT_TRUE(waitUntil([&] { return !cellsOf(_surface.widget()).empty(); }));
     _window.set_visible(false);

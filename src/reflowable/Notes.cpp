@@ -51,15 +51,14 @@ Task<void> Notes::read(PointedLink link)
     co_await reading;
     if (!*text)
         co_return;
-    _shown = link.url.text();
+    _shown = link.url;
     _window.showNote(**text, link);
 }
 
 void Notes::goThere()
 {
-    const auto url = Url::fromString(_shown);
-    if (url && url->fragment())
-        _reader.goTo({ url->withoutFragment(), ElementInChapter { *url->fragment() } });
+    if (_shown && _shown->fragment())
+        _reader.goTo({ _shown->withoutFragment(), ElementInChapter { *_shown->fragment() } });
 }
 
 }

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace pagora {
@@ -37,7 +38,7 @@ private:
     EpubWindow& _window;
     RunLoop& _runLoop;
     std::string _folder;
-    std::string _shown;
+    std::optional<Url> _shown;
     // The reading of a note that is under way.
     Task<void> _reading;
 };

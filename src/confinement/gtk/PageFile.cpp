@@ -48,7 +48,7 @@ std::string withoutTrailingSlash(std::string path)
 
 }
 
-std::optional<Url> existingFile(const Url& url)
+std::optional<PageFile> existingFile(const Url& url)
 {
     const std::string path = url.path();
     if (path.empty() || path.front() != '/')
@@ -66,7 +66,8 @@ std::optional<Url> existingFile(const Url& url)
     for (const auto& spelling : spellings) {
         if (spelling.find('\0') != std::string::npos || !isRegularFile(spelling))
             continue;
-        return Url::fromString(Url::file(spelling).text() + fragmentText(url));
+        if (auto fileUrl = Url::fromString(Url::file(spelling).text() + fragmentText(url)))
+            return PageFile { spelling, std::move(*fileUrl) };
     }
     return std::nullopt;
 }

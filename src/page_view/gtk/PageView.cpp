@@ -23,17 +23,12 @@ namespace {
 constexpr double secondsPerMegabyte = 5;
 constexpr double maxDocumentTimeout = 180;
 
-std::string withoutFragment(const std::string& uri)
+// The URL in the engine's normal form, which resolves "..", for comparison with the shown one.
+Url asTheEngineSpells(const Url& url)
 {
-    return uri.substr(0, uri.find('#'));
-}
-
-// The URI in the engine's normal form, which resolves "..", for comparison with the shown one.
-std::string asTheEngineSpells(const std::string& uri)
-{
-    const auto request = GObjectPtr<WebKitURIRequest>::adopt(webkit_uri_request_new(uri.c_str()));
+    const auto request = GObjectPtr<WebKitURIRequest>::adopt(webkit_uri_request_new(url.text().c_str()));
     const char* const spelled = webkit_uri_request_get_uri(request.get());
-    return spelled && *spelled ? spelled : uri;
+    return Url::fromString(spelled && *spelled ? spelled : url.text()).value_or(url);
 }
 
 }
@@ -96,6 +91,11 @@ bool PageView::isInBook(const Url& url) const
     return isUrlInFolder(url, _content.bookFolder());
 }
 
+bool PageView::mayBeRead(const std::string& path) const
+{
+    return _content.bookFolder().empty() || isFileInFolder(path, _content.bookFolder());
+}
+
 std::uint64_t PageView::loadRequest(const Url& url)
 {
     _recovery.reset();
@@ -113,16 +113,16 @@ void PageView::begin(const Url& url)
     _steps.ignoreAll();
     _recovery.callOff();
 
-    const bool isFile = url.isFile() || url.scheme().empty();
-    const auto target = isFile ? existingFile(url) : std::optional(url);
     // data:, blob:, about: and javascript: URLs are not documents.
     if (isWithinPage(url))
         return failSoon();
-    if (!target || (isFile && !_content.bookFolder().empty() && !isFileInFolder(target->path(), _content.bookFolder())))
+    const bool isFile = url.isFile() || url.scheme().empty();
+    const auto file = isFile ? existingFile(url) : std::nullopt;
+    if (isFile && !(file && mayBeRead(file->path)))
         return failSoon();
-    _target = asTheEngineSpells(target->text());
+    _target = asTheEngineSpells(file ? file->url : url);
     std::error_code unknown;
-    const auto bytes = isFile ? std::filesystem::file_size(target->path(), unknown) : 0;
+    const auto bytes = file ? std::filesystem::file_size(file->path, unknown) : 0;
     const double more = unknown ? 0 : secondsPerMegabyte * static_cast<double>(bytes) / 1e6;
     _documentTimeout = std::max(_timeout, std::min(_timeout + more, maxDocumentTimeout));
     _scripts.setTimeout(_documentTimeout);
@@ -173,7 +173,7 @@ void PageView::start()
     _content.setStartStyle(_pageStart.styleSheet);
     // A page whose scripts never end would block the next load.
     _loadTimer.disconnect();
-    if (_target.rfind("file:", 0) == 0)
+    if (_target->isFile())
         restartEngineAfter(_timeout);
     loadFresh();
 }
@@ -181,16 +181,17 @@ void PageView::start()
 void PageView::loadFresh()
 {
     const bool isFragmentOfShown
-        = _target.find('#') != std::string::npos && withoutFragment(_target) == withoutFragment(_shown);
+        = _target->fragment() && _shown && _target->withoutFragment() == _shown->withoutFragment();
     if (!isFragmentOfShown)
-        return webkit_web_view_load_uri(_view.get(), _target.c_str());
+        return webkit_web_view_load_uri(_view.get(), _target->text().c_str());
 
     // The engine would only scroll within the shown page, so set the new URL and reload.
     struct Reload {
         std::weak_ptr<PageView*> owner;
         std::uint64_t load;
     };
-    const std::string script = "History.prototype.replaceState.call(history, null, '', '" + scriptText(_target) + "')";
+    const std::string script
+        = "History.prototype.replaceState.call(history, null, '', '" + scriptText(_target->text()) + "')";
     auto reload = std::make_unique<Reload>(Reload { _self, currentLoad() });
     const auto renamed = [](GObject* view, GAsyncResult* result, gpointer data) {
         const std::unique_ptr<Reload> reload(static_cast<Reload*>(data));
@@ -201,7 +202,7 @@ void PageView::loadFresh()
         if (isWanted && value)
             webkit_web_view_reload(reinterpret_cast<WebKitWebView*>(view));
         else if (isWanted)
-            webkit_web_view_load_uri(reinterpret_cast<WebKitWebView*>(view), (*owner)->_target.c_str());
+            webkit_web_view_load_uri(reinterpret_cast<WebKitWebView*>(view), (*owner)->_target->text().c_str());
         if (value)
             g_object_unref(value);
     };
@@ -238,7 +239,7 @@ Reply<std::string> PageView::evaluateScript(const std::string& script)
 void PageView::restartEngine()
 {
     // Without a page, no page is to blame.
-    if (!_shown.empty())
+    if (_shown)
         _content.allowScripts(false);
     webkit_web_view_terminate_web_process(_view.get());
 }
@@ -281,7 +282,7 @@ void PageView::recover()
 {
     _stage = Stage::Idle;
     _steps.ignoreAll();
-    _shown.clear();
+    _shown.reset();
     _isWarmingUp = false;
     _loadTimer.disconnect();
     const std::weak_ptr<PageView*> self = _self;
@@ -362,7 +363,7 @@ void PageView::setHidden(bool hidden)
 void PageView::coverUntilPrepared()
 {
     if (_content.kind() == PageKind::Columns)
-        _curtain.cover(_shown.empty() ? PageCover::Show::Nothing : PageCover::Show::LastPicture, _documentTimeout);
+        _curtain.cover(_shown ? PageCover::Show::LastPicture : PageCover::Show::Nothing, _documentTimeout);
 }
 
 void PageView::numberScripts()

@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace pagora {
@@ -107,6 +108,7 @@ private:
     bool isPageOfTarget() const;
     bool isTarget(const Url& url) const;
     bool isInBook(const Url& url) const;
+    bool mayBeRead(const std::string& path) const;
     static bool isWithinPage(const Url& url);
 
     // The engine's events.
@@ -144,9 +146,9 @@ private:
     // Whether the engine is still loading the page that warms it up.
     bool _isWarmingUp;
     Stage _stage = Stage::Idle;
-    // The URL as the engine gets it, and the one of the page that it shows.
-    std::string _target;
-    std::string _shown;
+    // The URL that the engine was given last, and that of the page that it shows.
+    std::optional<Url> _target;
+    std::optional<Url> _shown;
     // Whether it is read by the rules of HTML because it is not well-formed.
     bool _isForgiven = false;
     bool _runsRightToLeft = false;

@@ -157,7 +157,7 @@ void PageView::loadChanged(WebKitLoadEvent event)
         expectDocument();
         _frame.setPageTakesKeys(false);
         _pageTakesEscape = false;
-        _shown = webkit_web_view_get_uri(_view.get());
+        _shown = urlOf(webkit_web_view_get_uri(_view.get()));
         if (auto* delegate = _reports.delegate(); delegate && !_isForgiven)
             delegate->didCommitLoad({ *_reports.url(), currentLoad(), true, true });
     } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown) {
@@ -176,8 +176,7 @@ bool PageView::isPageOfTarget() const
 // Pages of a server may have been redirected.
 bool PageView::isTarget(const Url& url) const
 {
-    const Url target = urlOf(_target.c_str());
-    return !target.isFile() || url.withoutFragment() == target.withoutFragment();
+    return !_target->isFile() || url.withoutFragment() == _target->withoutFragment();
 }
 
 void PageView::loadFailed(const char* uri, const GError* error)
@@ -236,7 +235,7 @@ PageView::Answer PageView::decideNavigation(WebKitPolicyDecision* decision, WebK
         return Answer::Ignore;
     const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
     if (url.isFile()) {
-        const bool isOurs = _stage == Stage::Starting && url.text() == _target;
+        const bool isOurs = _stage == Stage::Starting && url == _target;
         if (!isOurs && !isInBook(url))
             return Answer::Ignore;
         const auto type = webkit_navigation_action_get_navigation_type(navigation);
@@ -277,7 +276,7 @@ PageView::Answer PageView::decideResponse(WebKitResponsePolicyDecision* decision
         _isForgiven = false;
         pageStartIsOver();
         coverUntilPrepared();
-        _target = _reports.url()->text();
+        _target = _reports.url();
         _stage = Stage::Starting;
         numberScripts();
     }
@@ -289,14 +288,14 @@ void PageView::locationChanged()
     const char* uri = webkit_web_view_get_uri(_view.get());
     // The page stays when the load of another one has failed.
     const bool isShown = _stage == Stage::Shown || _stage == Stage::Idle;
-    if (!isShown || !uri || _shown == uri)
+    if (!isShown || !uri || (_shown && _shown->text() == uri))
         return;
     if (!isWithinBudget(MessageBudget::Message::Notice, uri) || isTooLong(uri))
         return;
     const Url url = urlOf(uri);
-    if (url.withoutFragment() != urlOf(_shown.c_str()).withoutFragment())
+    if (!_shown || url.withoutFragment() != _shown->withoutFragment())
         return;
-    _shown = uri;
+    _shown = url;
     if (auto* delegate = _reports.delegate())
         delegate->didChangeLocationWithinPage(url);
 }
@@ -323,12 +322,11 @@ void PageView::showForgivingly()
 {
     if (_stage != Stage::Shown || _isForgiven)
         return;
-    const Url url = urlOf(_target.c_str());
+    const auto path = _target->path();
     std::error_code unknown;
-    const bool isReadable = url.isFile()
-        && (_content.bookFolder().empty() || isFileInFolder(url.path(), _content.bookFolder()))
-        && std::filesystem::file_size(url.path(), unknown) <= maxForgivenBytes;
-    auto text = isReadable ? readFile(url.path()) : std::nullopt;
+    const bool isReadable
+        = _target->isFile() && mayBeRead(path) && std::filesystem::file_size(path, unknown) <= maxForgivenBytes;
+    auto text = isReadable ? readFile(path) : std::nullopt;
     const auto page = text ? forgivingPage(std::move(*text)) : std::nullopt;
     if (!page)
         return documentComplete();
@@ -339,7 +337,7 @@ void PageView::showForgivingly()
     coverUntilPrepared();
     restartEngineAfter(_timeout);
     GBytes* bytes = g_bytes_new(page->html.data(), page->html.size());
-    webkit_web_view_load_bytes(_view.get(), bytes, "text/html", page->encoding.c_str(), _target.c_str());
+    webkit_web_view_load_bytes(_view.get(), bytes, "text/html", page->encoding.c_str(), _target->text().c_str());
     g_bytes_unref(bytes);
 }
 

@@ -68,9 +68,8 @@ void StartUp::layOutLibraryFolder()
     libPath = appendingPathComponent(_platform.program.documentsFolder, "ePubLibrary");
     if (fileExists(libPath))
         return;
-    std::string error;
-    if (!createFolder(libPath, &error))
-        log("ERROR: " + error);
+    if (const auto created = createFolder(libPath); !created)
+        log("ERROR: " + created.reason());
 }
 
 void StartUp::checkVersion()

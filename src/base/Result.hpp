@@ -5,6 +5,9 @@
 
 namespace pagora {
 
+// What an operation without a value returns when it succeeds.
+struct Done { };
+
 // A value, or the reason why there is none.
 template <typename Value, typename Reason>
 class Result {

@@ -149,7 +149,7 @@ std::optional<std::vector<std::string>> folderEntries(const std::string& path)
     return errno == 0 ? std::optional(std::move(names)) : std::nullopt;
 }
 
-bool createFolder(const std::string& path, std::string* error)
+Result<Done, std::string> createFolder(const std::string& path)
 {
     auto code = std::make_error_code(std::errc::invalid_argument);
     if (isUsable(path)) {
@@ -157,9 +157,9 @@ bool createFolder(const std::string& path, std::string* error)
         if (!code && !isFolder(path))
             code = std::make_error_code(std::errc::not_a_directory);
     }
-    if (code && error)
-        *error = code.message();
-    return !code;
+    if (code)
+        return code.message();
+    return Done {};
 }
 
 bool removeItem(const std::string& path)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Result.hpp"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,8 +22,8 @@ bool isReadable(const std::string& path);
 // The names in a folder, in the order in which the system lists them, without "." and ".."; missing when it cannot be
 // listed.
 std::optional<std::vector<std::string>> folderEntries(const std::string& path);
-// With the folders above it. `error` receives the system's description of a failure.
-bool createFolder(const std::string& path, std::string* error = nullptr);
+// With the folders above it. The reason of a failure is the system's description.
+Result<Done, std::string> createFolder(const std::string& path);
 // Creates the folder and those above it, and removes everything in it.
 void makeEmptyFolder(const std::string& path);
 // A file, or a folder with all that is in it. Links are removed, not followed. False when there was nothing.

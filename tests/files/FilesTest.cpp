@@ -57,9 +57,9 @@ TEST(Files, FolderThatCannotBeMadeIsExplained)
 {
     TemporaryFolder folder;
     makeFile(folder.path("a"), "");
-    std::string error;
-    EXPECT_FALSE(createFolder(folder.path("a/b"), &error));
-    EXPECT_FALSE(error.empty());
+    const auto created = createFolder(folder.path("a/b"));
+    ASSERT_FALSE(created);
+    EXPECT_FALSE(created.reason().empty());
 }
 
 TEST(Files, RemovingALinkLeavesItsTarget)

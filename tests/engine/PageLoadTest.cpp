@@ -2,7 +2,6 @@
 #include "tests/engine/SilentServer.hpp"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace pagora::test {
 
@@ -11,7 +10,7 @@ namespace {
 const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='10' "
                         "height='10'/></svg>";
 
-// What a page tells the program, without the number of its load.
+// The messages of a page to the program, without the number of its load.
 class SentMessages {
 public:
     explicit SentMessages(WebKitWebView* view)
@@ -312,83 +311,6 @@ TEST_F(PageLoadTest, EveryUsualExtensionShowsADocument)
     }
 }
 
-TEST_F(PageLoadTest, APageThatIsNotWellFormedIsShownWhole)
-{
-    const auto url = Url::fromString(
-        write("broken.xhtml", document(paragraphs(3) + "<p>An <b>unclosed tag &amp; &nosuch;</p>" + paragraphs(9)))
-            .text()
-        + "#p1");
-    loadCompletely(*url);
-    layOut(2);
-    EXPECT_EQ(evaluate("document.querySelectorAll('p').length"), "13");
-    EXPECT_EQ(evaluate("document.querySelector('parsererror') === null"), "true");
-    EXPECT_EQ(evaluate("document.compatMode + document.title"), "CSS1CompatA chapter");
-    EXPECT_EQ(evaluate("location.href"), url->text());
-}
-
-TEST_F(PageLoadTest, APageThatIsNotWellFormedReportsAsAnyOther)
-{
-    write("1.svg", svg);
-    const auto number = loadCompletely(write("broken.xhtml", document("<img src='1.svg'/><p>Not <b>ended</p>")));
-    EXPECT_EQ(_delegate.count(Kind::Finished, number), 2);
-    EXPECT_EQ(_delegate.count(Kind::FrameFinished, number), 1);
-    EXPECT_EQ(_delegate.count(Kind::Failed, number), 0);
-    EXPECT_TRUE(_delegate.reports.front().source.isMainResource);
-    EXPECT_EQ(_delegate.types.front(), "application/xhtml+xml");
-    EXPECT_EQ(std::count(_delegate.types.begin(), _delegate.types.end(), "text/html"), 0);
-    EXPECT_TRUE(_delegate.locations.empty());
-}
-
-TEST_F(PageLoadTest, APageThatIsNotWellFormedReachesTheFilesOfItsBookAndNoOthers)
-{
-    write("images/1.svg", svg);
-    const auto outside = writeOutside("2.svg", svg).text();
-    loadCompletely(write("text/broken.xhtml",
-        document(
-            "<title/><a id='empty'/><img src='../images/1.svg'/><img src='" + outside + "'/><p>Not <b>ended</p>")));
-    EXPECT_EQ(evaluate("document.images.length + ' ' + document.images[0].naturalWidth"), "2 10");
-    EXPECT_EQ(evaluate("document.images[1].naturalWidth"), "0");
-    EXPECT_EQ(evaluate("document.getElementById('empty').textContent"), "");
-}
-
-TEST_F(PageLoadTest, PagesThatAreNotWellFormedLeadToOneAnother)
-{
-    const Url two = write("text/two.xhtml", document("<p>Two &nbsp; <b>too</p>"));
-    const auto first
-        = load(write("one.xhtml", document("<p>Not <b>ended</p><a id='link' href='text/two.xhtml'>Two</a>")));
-    evaluate("document.getElementById('link').click()");
-    ASSERT_TRUE(waitUntil([&] { return _delegate.documentIsThere(first + 1); }));
-    EXPECT_EQ(_delegate.reports.back().source.url, two);
-    EXPECT_EQ(evaluate("document.body.textContent"), "Two \xC2\xA0 too");
-}
-
-TEST_F(PageLoadTest, APageThatIsNotWellFormedIsLoadedAnewAtAnotherPlace)
-{
-    const auto text = write("broken.xhtml", document(paragraphs(3) + "<p>Not <b>ended</p>")).text();
-    load(*Url::fromString(text + "#p1"));
-    write("broken.xhtml", document(paragraphs(2) + "<p>Not <b>ended either</p>"));
-    load(*Url::fromString(text + "#p0"));
-    EXPECT_EQ(evaluate("location.hash + document.querySelectorAll('p').length"), "#p03");
-    evaluate("location.hash = '#p1'");
-    EXPECT_TRUE(waitUntil([&] { return !_delegate.locations.empty(); }));
-    EXPECT_EQ(_delegate.locations.back(), text + "#p1");
-}
-
-TEST_F(PageLoadTest, AFixedPageThatIsNotWellFormedReportsAtItsEndToo)
-{
-    show(PageKind::Fixed);
-    const auto number = loadCompletely(write("page.xhtml", document("<p>Not <b>ended</p><p>Last</p>")));
-    EXPECT_EQ(evaluate("document.body.lastElementChild.textContent"), "Last");
-    EXPECT_EQ(_delegate.count(Kind::Finished, number), 2);
-    EXPECT_EQ(_delegate.count(Kind::FrameFinished, number), 1);
-}
-
-TEST_F(PageLoadTest, APictureThatIsNotWellFormedStaysWhatItIs)
-{
-    load(write("page.svg", "<svg xmlns='http://www.w3.org/2000/svg'><rect width='9'></svg>"));
-    EXPECT_EQ(evaluate("document.contentType"), "image/svg+xml");
-}
-
 TEST_F(PageLoadTest, TheTypeOfTheDocumentIsReported)
 {
     load(write("chapter.xhtml", document("<p>Text</p>")));
@@ -469,80 +391,6 @@ TEST_F(PageLoadTest, AnAddressThatIsAScriptOrATextFails)
     }
     settle();
     EXPECT_EQ(evaluate("document.title + document.body.textContent"), "A chapterText");
-}
-
-TEST_F(PageLoadTest, AWarmViewShowsItsFirstPageLikeAnyOther)
-{
-    _engine->prepareWarmView();
-    embed(_engine->makePageView(PageKind::Columns));
-    EXPECT_EQ(loadDocument(paragraphs(60)), 1u);
-    layOut(2);
-    evaluate("window.scrollTo(800, 0);");
-    EXPECT_EQ(evaluate("window.pageXOffset"), "800");
-}
-
-TEST_F(PageLoadTest, AWarmViewHasNothingToStyleAnew)
-{
-    _engine->prepareWarmView();
-    auto view = _engine->makePageView(PageKind::Columns);
-    ASSERT_TRUE(waitUntil([engineView = view->engineView()] {
-        const char* const title = webkit_web_view_get_title(engineView);
-        return title && title == std::string_view("Pagora") && !webkit_web_view_is_loading(engineView);
-    }));
-    embed(std::move(view));
-    EXPECT_EQ(evaluate("document.body.textContent.trim()"), "");
-}
-
-TEST_F(PageLoadTest, AViewThatIsStillWarmingUpShowsTheBooksPage)
-{
-    const Url page = write("chapter.xhtml", document("<p>The book</p>"));
-    for (int opening = 0; opening < 3; ++opening) {
-        embed(nullptr);
-        _engine->prepareWarmView();
-        embed(_engine->makePageView(PageKind::Columns));
-        const auto number = load(page);
-        EXPECT_EQ(evaluate("document.body.textContent"), "The book");
-        EXPECT_EQ(_delegate.count(Kind::Finished, number), 1);
-        EXPECT_EQ(_delegate.reports.front().source.url, page);
-    }
-}
-
-TEST_F(PageLoadTest, AViewWhoseEngineEndedWhileItWarmedUpShowsTheBooksPage)
-{
-    _engine->prepareWarmView();
-    auto view = _engine->makePageView(PageKind::Columns);
-    webkit_web_view_terminate_web_process(view->engineView());
-    embed(std::move(view));
-    loadDocument("<p>The book</p>");
-    EXPECT_EQ(evaluate("document.body.textContent"), "The book");
-}
-
-TEST_F(PageLoadTest, AViewThatNeverGetsWarmShowsTheBooksPage)
-{
-    auto cold = _engine->makePageView(PageKind::Columns);
-    auto engineView = GObjectPtr<WebKitWebView>::share(cold->engineView());
-    cold.reset();
-    BookFilter filter(_folder.path("filters"));
-    embed(std::make_unique<PageView>(std::move(engineView), PageKind::Columns, filter, 2, PageView::Start::WarmingUp));
-    loadDocument("<p>The book</p>");
-    EXPECT_EQ(evaluate("document.body.textContent"), "The book");
-    embed(nullptr);
-}
-
-TEST_F(PageLoadTest, ABookIsShownAfterAllTemporaryFilesWereRemoved)
-{
-    _engine->prepareWarmView();
-    embed(_engine->makePageView(PageKind::Columns));
-    loadDocument("<p>Before</p>");
-    _engine->prepareWarmView();
-    std::filesystem::remove_all(_folder.path("books"));
-    std::filesystem::remove_all(_folder.path("caches"));
-    _book = _folder.path("books/another book");
-    std::filesystem::create_directories(_book);
-    embed(_engine->makePageView(PageKind::Columns));
-    write("picture.svg", svg);
-    loadCompletely(write("chapter.xhtml", document("<p>After</p><img src='picture.svg'/>")));
-    EXPECT_EQ(evaluate("document.body.textContent + document.images[0].naturalWidth"), "After10");
 }
 
 TEST_F(PageLoadTest, APathThatGoesUpIsLoaded)

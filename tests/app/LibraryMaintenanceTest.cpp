@@ -1,25 +1,12 @@
-#include "tests/app/Program.hpp"
+#include "tests/app/ThreeBooks.hpp"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 
 namespace pagora {
 
-using test::EpubBuilder;
-using Names = std::vector<std::string>;
-
 namespace {
 
-constexpr int cancel = 1000;
-constexpr int goOn = 1001;
-
-// A library of three books whose archives are in the library folder.
-struct Maintenance : testing::Test {
-    Maintenance()
-    {
-        for (const char* name : { "Sea", "Plan", "Tale" })
-            program.drop({ program.download(std::string(name) + ".epub", EpubBuilder().identifier(name)) });
-    }
+struct Maintenance : ThreeBooks {
     void reset()
     {
         program.controller->resetAppSettings();
@@ -32,8 +19,6 @@ struct Maintenance : testing::Test {
         return titles;
     }
     std::string elsewhere(const std::string& name) { return program.home.path("Elsewhere/" + name); }
-
-    test::LaunchedProgram program;
 };
 
 }

@@ -1,31 +1,15 @@
-#include "tests/app/Program.hpp"
-
-#include <gtest/gtest.h>
+#include "tests/app/ThreeBooks.hpp"
 
 namespace pagora {
 
-using test::EpubBuilder;
-using Names = std::vector<std::string>;
-
 namespace {
 
-constexpr int cancel = 1000;
-constexpr int goOn = 1001;
-
-// A library of three books with identifiers of their own, shown as covers.
-struct Removal : testing::Test {
-    Removal()
-    {
-        for (const char* name : { "Sea", "Plan", "Tale" })
-            program.drop({ program.download(std::string(name) + ".epub", EpubBuilder().identifier(name)) });
-    }
+struct Removal : ThreeBooks {
     bool press(int keyCode, bool control)
     {
         return program.window.monitor({ LibraryEvent::Kind::KeyDown, keyCode, control });
     }
     auto& question() { return program.window.questions.back(); }
-
-    test::LaunchedProgram program;
 };
 
 }

@@ -42,6 +42,8 @@ protected:
         EXPECT_EQ(_hub.faultyBooks, tooLarge);
         EXPECT_TRUE(inspect(EpubBuilder()));
     }
+    // A book that takes a while is refused by this process.
+    void expectTooLarge(InspectionProcess& process);
 
     test::TemporaryFolder _folder;
     test::FakeInspectionHub _hub { _folder.path() };
@@ -60,6 +62,14 @@ std::string manyAttributes(int elements)
     for (int i = 0; i < elements; ++i)
         document += element;
     return document + "</ncx>";
+}
+
+void InspectionProcessTest::expectTooLarge(InspectionProcess& process)
+{
+    process.emptyScratch();
+    const auto path = EpubBuilder().member("OEBPS/toc.ncx", manyAttributes(2'000)).write(_folder.path("Book.epub"));
+    EXPECT_FALSE(process.getBookInfo(path, StopOnErrors::Yes));
+    EXPECT_EQ(_hub.faultyBooks, tooLarge);
 }
 
 }
@@ -173,10 +183,7 @@ TEST_F(InspectionProcessTest, BookThatTakesTooMuchTimeIsRefused)
     limits.processorSeconds = 0;
     InspectionProcess quick(
         _hub, [] { return false; }, limits);
-    quick.emptyScratch();
-    const auto path = EpubBuilder().member("OEBPS/toc.ncx", manyAttributes(2'000)).write(_folder.path("Book.epub"));
-    EXPECT_FALSE(quick.getBookInfo(path, StopOnErrors::Yes));
-    EXPECT_EQ(_hub.faultyBooks, tooLarge);
+    expectTooLarge(quick);
     EXPECT_EQ(quick.process(), 0);
 }
 
@@ -186,10 +193,7 @@ TEST_F(InspectionProcessTest, InspectionThatTakesTooLongIsRefused)
     limits.seconds = 0;
     InspectionProcess quick(
         _hub, [] { return false; }, limits);
-    quick.emptyScratch();
-    const auto path = EpubBuilder().member("OEBPS/toc.ncx", manyAttributes(2'000)).write(_folder.path("Book.epub"));
-    EXPECT_FALSE(quick.getBookInfo(path, StopOnErrors::Yes));
-    EXPECT_EQ(_hub.faultyBooks, tooLarge);
+    expectTooLarge(quick);
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)

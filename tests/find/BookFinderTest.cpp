@@ -32,6 +32,12 @@ protected:
             timesOver += progress.isOver ? 1 : 0;
         });
     }
+    // The same until the search is over.
+    void findAll(const std::string& pattern, WholeWords words = WholeWords::No)
+    {
+        find(pattern, words);
+        loop.runPosted();
+    }
 
     const test::TemporaryFolder folder;
     test::ManualRunLoop loop;
@@ -48,8 +54,7 @@ TEST_F(BookFinderTest, TellsEachMatchWithItsWordsInTheOrderOfTheBook)
 {
     addChapter("<p>Call me Ishmael. Some years ago</p><p>x</p>");
     addChapter("<p>some more</p>");
-    find("some");
-    loop.runPosted();
+    findAll("some");
     ASSERT_EQ(found.size(), 2u);
     EXPECT_EQ(found[0].chapter, 0u);
     EXPECT_EQ(found[0].before, "Call me Ishmael. ");
@@ -63,8 +68,7 @@ TEST_F(BookFinderTest, TellsEachMatchWithItsWordsInTheOrderOfTheBook)
 TEST_F(BookFinderTest, KeepsTheWordsAroundAMatchWithinTheParagraph)
 {
     addChapter("<p>before</p><p>a match</p><p>behind</p>");
-    find("match");
-    loop.runPosted();
+    findAll("match");
     EXPECT_EQ(found.at(0).before, "a ");
     EXPECT_EQ(found.at(0).after, "");
 }
@@ -75,8 +79,7 @@ TEST_F(BookFinderTest, CutsTheWordsAroundAMatchBetweenCharacters)
     for (int i = 0; i < 200; ++i)
         line += "é";
     addChapter("<p>" + line + "x" + line + "</p>");
-    find("x");
-    loop.runPosted();
+    findAll("x");
     EXPECT_EQ(found.at(0).before.size() % 2, 0u);
     EXPECT_EQ(found.at(0).after.size() % 2, 0u);
     EXPECT_LT(found.at(0).after.size(), 130u);
@@ -88,8 +91,7 @@ TEST_F(BookFinderTest, CountsMoreMatchesThanItTells)
     for (int i = 0; i < 12'000; ++i)
         many += "a ";
     addChapter(many);
-    find("a");
-    loop.runPosted();
+    findAll("a");
     EXPECT_EQ(found.size(), maxFoundTexts);
     EXPECT_EQ(count, 12'000u);
 }
@@ -100,8 +102,7 @@ TEST_F(BookFinderTest, PassesOverDocumentsThatAreMissing)
     paths.push_back(folder.path("missing.xhtml"));
     paths.push_back("/etc/passwd");
     addChapter("a");
-    find("a");
-    loop.runPosted();
+    findAll("a");
     EXPECT_EQ(count, 2u);
     EXPECT_EQ(timesOver, 1);
 }
@@ -109,8 +110,7 @@ TEST_F(BookFinderTest, PassesOverDocumentsThatAreMissing)
 TEST_F(BookFinderTest, FindsNothingForABlankPattern)
 {
     addChapter("a b");
-    find(" ");
-    loop.runPosted();
+    findAll(" ");
     EXPECT_EQ(count, 0u);
     EXPECT_EQ(timesOver, 1);
 }
@@ -119,8 +119,7 @@ TEST_F(BookFinderTest, TellsNothingOfASearchThatAnotherOneFollowed)
 {
     addChapter("a b");
     find("a");
-    find("b");
-    loop.runPosted();
+    findAll("b");
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(found[0].match, "b");
 }
@@ -151,10 +150,8 @@ TEST_F(BookFinderTest, EndsWhereItsBookIsRemovedMeanwhile)
 TEST_F(BookFinderTest, SearchesTextsThatItHasReadWithoutReadingThemAgain)
 {
     addChapter("a");
-    find("a");
-    loop.runPosted();
+    findAll("a");
     removeItem(paths[0]);
-    find("a");
-    loop.runPosted();
+    findAll("a");
     EXPECT_EQ(count, 1u);
 }

@@ -1,11 +1,7 @@
 #include "fixed/FixedLayoutWindowController.hpp"
 
-#include "base/Log.hpp"
-#include "tests/support/FakeEpubWindow.hpp"
-#include "tests/support/FakeReaderHub.hpp"
-#include "tests/support/ManualRunLoop.hpp"
+#include "tests/support/ReaderFixture.hpp"
 
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,7 +11,7 @@ using namespace pagora::test;
 
 namespace {
 
-class FixedLayoutWindowControllerTest : public testing::Test {
+class FixedLayoutWindowControllerTest : public ReaderFixture {
 protected:
     FixedLayoutWindowControllerTest()
     {
@@ -23,12 +19,6 @@ protected:
         parts->webView.finishDocument();
     }
 
-    std::vector<std::string> logged;
-    LogCapture capture { [this](const std::string& line) { logged.push_back(line); } };
-    ManualRunLoop loop;
-    FakeReaderHub hub;
-    ReaderState state;
-    std::shared_ptr<ReaderWindowParts> parts = std::make_shared<ReaderWindowParts>();
     std::unique_ptr<FixedLayoutWindowController> controller = std::make_unique<FixedLayoutWindowController>(
         std::make_unique<FakeReaderWindow>(parts), state, loop, hub, [](const std::string&) { return std::string(); });
 };

@@ -250,13 +250,7 @@ TEST_F(FixedPageLoading, AnEmptyBookLoadsNothing)
 TEST_F(FixedPageLoading, ClosingWhileAScriptRunsIsSafe)
 {
     reader->loadSplits(files(2), std::nullopt);
-    page().holdsReplies = true;
-    page().finishDocument();
-    page().replyToNext();
-    reader->changePage(1);
-    ASSERT_EQ(page().heldReplies(), 1U);
-    reader = nullptr;
-    page().replyToAll();
+    endWhileAScriptRuns(reader);
     EXPECT_EQ(page().scripts.size(), 2U);
 }
 

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "base/Log.hpp"
 #include "fixed/FixedEpubController.hpp"
-#include "tests/support/FakeEpubWindow.hpp"
-#include "tests/support/FakeReaderHub.hpp"
-#include "tests/support/ManualRunLoop.hpp"
+#include "tests/support/ReaderFixture.hpp"
 
-#include <gtest/gtest.h>
 #include <map>
 #include <memory>
 #include <optional>
@@ -16,7 +12,7 @@
 namespace pagora::test {
 
 // A fixed-layout reader over a page that answers the scaling script's functions from `answers`.
-class FixedTest : public testing::Test {
+class FixedTest : public ReaderFixture {
 protected:
     FixedTest()
     {
@@ -60,17 +56,10 @@ protected:
         return { all.begin() + static_cast<std::ptrdiff_t>(loadsBefore), all.end() };
     }
 
-    FakeWebView& page() { return parts->webView; }
     const std::string& label() const { return parts->locLabel.text; }
 
-    std::vector<std::string> logged;
-    LogCapture capture { [this](const std::string& line) { logged.push_back(line); } };
-    ManualRunLoop loop;
-    FakeReaderHub hub;
-    ReaderState state;
     std::map<std::string, std::string> answers;
     std::size_t loadsBefore = 0;
-    std::shared_ptr<ReaderWindowParts> parts = std::make_shared<ReaderWindowParts>();
     FakeReaderWindow window { parts };
     std::unique_ptr<FixedEpubController> reader;
 };

@@ -1,11 +1,7 @@
 #include "reflowable/EpubWindowController.hpp"
 
-#include "base/Log.hpp"
-#include "tests/support/FakeEpubWindow.hpp"
-#include "tests/support/FakeReaderHub.hpp"
-#include "tests/support/ManualRunLoop.hpp"
+#include "tests/support/ReaderFixture.hpp"
 
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,7 +11,7 @@ using namespace pagora::test;
 
 namespace {
 
-class EpubWindowControllerTest : public testing::Test {
+class EpubWindowControllerTest : public ReaderFixture {
 protected:
     EpubWindowControllerTest()
     {
@@ -23,12 +19,6 @@ protected:
         parts->webView.finishDocument();
     }
 
-    std::vector<std::string> logged;
-    LogCapture capture { [this](const std::string& line) { logged.push_back(line); } };
-    ManualRunLoop loop;
-    FakeReaderHub hub;
-    ReaderState state;
-    std::shared_ptr<ReaderWindowParts> parts = std::make_shared<ReaderWindowParts>();
     std::unique_ptr<EpubWindowController> controller
         = std::make_unique<EpubWindowController>(std::make_unique<FakeEpubWindow>(parts), state, loop, hub);
 };

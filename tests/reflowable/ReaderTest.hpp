@@ -1,12 +1,8 @@
 #pragma once
 
-#include "base/Log.hpp"
 #include "reflowable/EpubController.hpp"
-#include "tests/support/FakeEpubWindow.hpp"
-#include "tests/support/FakeReaderHub.hpp"
-#include "tests/support/ManualRunLoop.hpp"
+#include "tests/support/ReaderFixture.hpp"
 
-#include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,7 +11,7 @@
 namespace pagora::test {
 
 // A reader over a model page of 800 × 700 points, whose text column is 320 points wide with two columns.
-class ReaderTest : public testing::Test {
+class ReaderTest : public ReaderFixture {
 protected:
     ReaderTest()
     {
@@ -49,7 +45,6 @@ protected:
         page().scripts.clear();
     }
 
-    FakeWebView& page() { return parts->webView; }
     const std::string& label() const { return parts->locLabel.text; }
     float sliderValue() const { return parts->locSlider.value; }
     // The scrolling scripts that were evaluated, in order.
@@ -63,12 +58,6 @@ protected:
         return found;
     }
 
-    std::vector<std::string> logged;
-    LogCapture capture { [this](const std::string& line) { logged.push_back(line); } };
-    ManualRunLoop loop;
-    FakeReaderHub hub;
-    ReaderState state;
-    std::shared_ptr<ReaderWindowParts> parts = std::make_shared<ReaderWindowParts>();
     FakeEpubWindow window { parts };
     std::unique_ptr<EpubController> reader;
 };

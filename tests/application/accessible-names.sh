@@ -3,6 +3,7 @@
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
 . "$(dirname "$0")/../drive/drive.sh"
+. "$here/drive-names.sh"
 
 # look WINDOW [LINE]: every control that can be seen from here has a name, and the line is among what assistive technology
 # sees here.
@@ -70,15 +71,15 @@ key Menu
 look book-menu "menu item | Read this book"
 key Escape
 settle
-click 65 27
+press List button
 look list "table row | A Quiet Harbour, Bruno Castell"
-click 30 27
+press Covers button
 settle
 key Right Return
 within 20 window_is "Pagora - A Quiet Harbour"
 fill
 look reader "slider | Location in the book"
-click 1088 27
+press "Display options" button
 look options "slider | Text size"
 key Escape
 settle

@@ -3,6 +3,7 @@
 # its third book.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
+. "$here/drive-names.sh"
 . "$here/drive-files.sh"
 
 library=$HOME/Documents/ePubLibrary
@@ -37,9 +38,9 @@ catalogue '[book["Author"] for book in books] == ["Ada Marlow", "Bruno Castell",
 settle
 
 # The first two of them go to the Trash.
-click 100 200
+press "The Lantern Keeper, Ada Marlow" cell
 key_down ctrl
-click 260 200
+press "A Quiet Harbour, Bruno Castell" cell
 key_up ctrl
 settle
 key ctrl+Delete
@@ -66,7 +67,8 @@ drop_files
 third_is_begun() { [ -e "$library/Ten 02.epub" ] && [ -z "$(ls -A "$HOME/.cache/org.pagora.Pagora/_data")" ]; }
 within 60 third_is_begun
 stopped() {
-    click $((library_width - 40)) 838
+    # shellcheck disable=SC2046
+    click $(place_of Stop button)
     catalogue 'len(books) == 4'
 }
 within 300 stopped

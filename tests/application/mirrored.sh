@@ -2,6 +2,7 @@
 # In a language that is written from right to left the program lies and is worked with that way; pages turn as ever.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
+. "$here/drive-names.sh"
 
 mirror
 start_with 01 02
@@ -19,7 +20,7 @@ picture page
 turn Right
 turn Left
 # Back to the library, at the other end of the title bar.
-click 1230 27
+press "Back to the library" button
 within 20 window_is Pagora
 key ctrl+q
 within 20 ended

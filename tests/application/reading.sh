@@ -4,6 +4,7 @@
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
 . "$(dirname "$0")/../drive/drive.sh"
+. "$here/drive-names.sh"
 
 mkfifo "$HOME/schemes"
 /usr/bin/python3 "$tests/portal.py" <"$HOME/schemes" >"$HOME/portal" &
@@ -24,11 +25,11 @@ copies() {
 header() { seen 300 0 300 40; }
 header_is() { [ "$(header)" = "$1" ]; }
 header_is_another() { [ "$(header)" != "$1" ]; }
-# theme X COLOUR: chosen in the panel of the display options.
+# theme NAME COLOUR: chosen in the panel of the display options.
 theme() {
-    click 1089 27
+    press "Display options" button
     settle
-    click "$1" 118
+    choose "$1" button
     within 20 margin_is "$2"
     key Escape
     move 640 760
@@ -54,15 +55,15 @@ for _ in $(seq 20); do turn Right; done
 picture page
 
 page_before=$(page_now)
-click 80 503
+press "7. Falcon and feather" item
 within 60 page_is_another
 move 640 760
 picture chapter
 turn F9
 turn F9
-theme 1089 000000
+theme "White on black" 000000
 picture night
-theme 988 ffffff
+theme "The book’s own colours" ffffff
 
 shown=$(header)
 key F11

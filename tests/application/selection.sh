@@ -2,6 +2,7 @@
 # Presses beside the books select nothing, in the grid and in the list, so that the keys of the library act on no book.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
+. "$here/drive-names.sh"
 . "$here/drive-files.sh"
 
 start_with 01 02 03
@@ -19,23 +20,23 @@ agree() {
 }
 
 # In the grid there is no alert without a book.
-click 100 200
+press "The Lantern Keeper, Ada Marlow" cell
 settle
 click 480 700
 settle
 key ctrl+Delete
 settle
 ! library_has_a_window_over_it || fail "a book of the grid was still selected"
-click 100 200
+press "The Lantern Keeper, Ada Marlow" cell
 settle
 ask_to_remove
 agree
 within 30 catalogue 'len(books) == 2'
 
 # In the list there is one in any case; it removes what the last press selected.
-click 65 25
+press List button
 settle
-click 300 180
+press "Letters from the Orchard, Celia Wren" row
 settle
 click 480 700
 settle
@@ -44,7 +45,7 @@ ask_to_remove
 agree
 settle
 catalogue 'len(books) == 2' || fail "a book of the list was still selected"
-click 300 100
+press "A Quiet Harbour, Bruno Castell" row
 settle
 ask_to_remove
 agree

@@ -10,6 +10,7 @@ if [ -z "${PAGORA_FORBIDDEN:-}" ] && unshare --user true 2>/dev/null; then
         exec setpriv --inh-caps=-all --ambient-caps=-all "$@"' unconfined "$0" "$@"
 fi
 . "$(dirname "$0")/../drive/drive.sh"
+. "$here/drive-names.sh"
 
 ! bwrap --ro-bind / / true 2>/dev/null || fail "namespaces are not forbidden"
 
@@ -44,7 +45,7 @@ picture page
 turn Right
 turn Right
 # The line explains itself.
-click 1165 834
+press "Read more" button
 picture explanation
 key Escape
 turn Right

@@ -1,0 +1,41 @@
+# shellcheck shell=bash
+# Presses widgets by their accessible names, for scripts that have sourced drive.sh.
+
+# The program is started with its accessible tree, which scripts/headless leaves out.
+export GTK_A11Y=atspi
+# Pixels of the screen in a point.
+unit=${unit:-1}
+
+# Set by drive.sh.
+: "${here:?}"
+
+# place_of NAME [ROLE]: X and Y of the widget's centre on the screen. Fails where the active window has no such widget.
+place_of() {
+    local x y width height left top outer_width outer_height
+    read -r x y width height < <("$here/find-widget" "$@") || return 1
+    read -r left top outer_width outer_height < <(window_place) || return 1
+    # Window managers may leave the toolkit a border for resizing, which is no part of the window's widget.
+    echo $((left + x * unit + (outer_width - width * unit) / 2)) $((top + y * unit + (outer_height - height * unit) / 2))
+}
+
+# press NAME [ROLE [BUTTON]]: clicks the widget with this name, not in a popover.
+press() {
+    within 20 place_of "$1" "${2:-}"
+    # shellcheck disable=SC2046
+    click $(place_of "$1" "${2:-}") "${3:-1}"
+}
+double_press() {
+    within 20 place_of "$1" "${2:-}"
+    # shellcheck disable=SC2046
+    double_click $(place_of "$1" "${2:-}")
+}
+
+# choose NAME [ROLE]: goes to the widget of the open popover by the Tab key and presses it by the space bar.
+choose() {
+    for _ in $(seq 20); do
+        "$here/find-widget" --focused "$@" && break
+        key Tab
+    done
+    "$here/find-widget" --focused "$@" || fail "no widget has the name $1"
+    key space
+}

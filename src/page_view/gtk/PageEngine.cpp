@@ -87,7 +87,7 @@ GObjectPtr<WebKitSettings> makeSettings()
     webkit_settings_set_enable_media_stream(settings, FALSE);
     webkit_settings_set_enable_webrtc(settings, FALSE);
     webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
-    // A page that goes to a server by it is loaded again and again, and in the end nothing is shown.
+    // With it, a page that navigates to a server is reloaded without end.
     disableFeature(settings, "NavigationAPI");
     // Software rendering draws pages of text fastest and with the least memory.
     webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);

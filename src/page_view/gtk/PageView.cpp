@@ -107,7 +107,7 @@ void PageView::begin(const Url& url)
 {
     _reports.begin(url);
     _stage = Stage::Idle;
-    _isForgiven = false;
+    _document.isForgiven = false;
     _startTimer.disconnect();
     _loadTimer.disconnect();
     _steps.ignoreAll();

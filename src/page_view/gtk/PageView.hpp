@@ -32,7 +32,7 @@ public:
         Start start = Start::Ready);
     ~PageView() override;
 
-    // For the window that shows it.
+    // The widget for the window.
     Gtk::Widget& widget() { return _frame; }
     // Space around the page: the least margin at each side in pixels, and the largest width of the page in points.
     struct PageMargins {
@@ -66,9 +66,9 @@ public:
     // Whether a control of the page has the keyboard.
     bool pageTakesKeys() const { return _frame.pageTakesKeys(); }
     // Whether the page shows a picture as large as the view, which the Escape key takes away.
-    bool pageTakesEscape() const { return _pageTakesEscape; }
+    bool pageTakesEscape() const { return _document.takesEscape; }
     // Whether the text runs from right to left, and the pages with it.
-    bool runsRightToLeft() const { return _runsRightToLeft; }
+    bool runsRightToLeft() const { return _document.runsRightToLeft; }
 
     void setTextSizeMultiplier(double multiplier) override;
     Rect frame() const override;
@@ -126,18 +126,18 @@ private:
     friend struct PageViewSignals;
 
     GObjectPtr<WebKitWebView> _view;
-    // In seconds: the least that a script or a page may take, and what the page that is asked for may, by its size.
+    // Timeouts in seconds: of a script, and of the current document, which depends on its size.
     double _timeout;
     double _documentTimeout;
     LoadReports _reports;
-    // Of what the page tells.
+    // Limits the messages of the page.
     MessageBudget _budget;
     // Of its steps to servers.
     PacedDecisions _steps;
     PageScripts _scripts;
     PageFrame _frame;
     SpokenPage _spoken;
-    // A book whose scripts have once held up the engine is read without them.
+    // Forbids the scripts of a book once they have blocked the engine.
     PageContent _content;
     PageCurtain _curtain;
     PageSizeReports _sizes;
@@ -149,17 +149,20 @@ private:
     // The URL that the engine was given last, and that of the page that it shows.
     std::optional<Url> _target;
     std::optional<Url> _shown;
-    // Whether it is read by the rules of HTML because it is not well-formed.
-    bool _isForgiven = false;
-    bool _runsRightToLeft = false;
-    bool _pageTakesEscape = false;
+    struct Document {
+        // Read by the rules of HTML because it is not well-formed.
+        bool isForgiven = false;
+        bool runsRightToLeft = false;
+        bool takesEscape = false;
+    };
+    Document _document;
     std::function<void(const std::string&)> _onPicture;
     PageStart _pageStart;
     std::optional<PageMargins> _margins;
     sigc::connection _startTimer;
     sigc::connection _loadTimer;
     sigc::connection _textScaleChanges;
-    // Forgotten when the view goes, for what comes back later.
+    // Expires with the view, for callbacks that come later.
     std::shared_ptr<PageView*> _self;
 };
 

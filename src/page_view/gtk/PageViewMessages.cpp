@@ -20,7 +20,7 @@ void PageView::messageReceived(const std::string& message)
     if (what == "complete") {
         std::string direction;
         words >> direction;
-        _runsRightToLeft = direction == "rtl";
+        _document.runsRightToLeft = direction == "rtl";
         documentComplete();
     } else if (what == "broken")
         showForgivingly();
@@ -34,7 +34,7 @@ void PageView::messageReceived(const std::string& message)
     } else if (what == "escape") {
         int takes = 0;
         words >> takes;
-        _pageTakesEscape = takes != 0;
+        _document.takesEscape = takes != 0;
     } else if (what == "note") {
         if (const auto link = pointedLinkFrom(words); !link || isInBook(link->url))
             _reports.pointsAtLink(link);
@@ -47,8 +47,8 @@ void PageView::messageReceived(const std::string& message)
         words >> text;
         const auto url = Url::fromString(text);
         const auto file = url && url->isFile() ? existingFile(*url) : std::nullopt;
-        if (_onPicture && file && isFileInFolder(file->path(), _content.bookFolder()))
-            _onPicture(file->path());
+        if (_onPicture && file && isFileInFolder(file->path, _content.bookFolder()))
+            _onPicture(file->path);
     } else if (what == "mark") {
         _reports.pressesMark(pressedMarkFrom(words));
     } else if (what == "selection")

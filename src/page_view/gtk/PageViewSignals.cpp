@@ -15,7 +15,7 @@ namespace pagora {
 
 namespace {
 
-// The largest page, in bytes, that is read by the forgiving parser: rewriting it holds the program up.
+// The largest page, in bytes, that is rewritten by the forgiving parser, which blocks the main thread.
 constexpr std::uintmax_t maxForgivenBytes = 32 << 20;
 
 Url urlOf(const char* text)
@@ -30,10 +30,10 @@ Url requestUrl(WebKitURIRequest* request)
     return urlOf(webkit_uri_request_get_uri(request));
 }
 
-// A page's location that is longer than this, in bytes, is not told to the reader, and no step is made to it.
+// Longer locations, in bytes, are neither reported nor loaded.
 constexpr std::size_t maxLocationLength = 65536;
 
-// Text that stands for a resource or a document is as long as it is.
+// data: URLs have no length limit.
 bool isData(const char* uri)
 {
     return g_ascii_strncasecmp(uri, "data:", 5) == 0;
@@ -47,7 +47,7 @@ bool isTooLong(const char* uri)
 struct WatchedResource {
     std::weak_ptr<PageView*> owner;
     std::uint64_t load;
-    // Of the page as the forgiving parser reads it, not of what there was of it before.
+    // Whether the resource belongs to the page as rewritten by the forgiving parser.
     bool isForgiven;
     bool ended = false;
 };
@@ -94,7 +94,7 @@ struct PageViewSignals {
 
     static void terminated(WebKitWebView* engineView, WebKitWebProcessTerminationReason reason, gpointer data)
     {
-        // A page that took too much memory would take it again.
+        // A page that exceeded its memory would do so again.
         if (PageMemoryWatch::takeEnded(webkit_web_view_get_context(engineView))
             || reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT)
             view(data)._content.allowScripts(false);
@@ -112,9 +112,9 @@ struct PageViewSignals {
 
     static void end(WebKitWebResource* resource, WatchedResource& watched, bool failed)
     {
-        // The engine says "finished" after "failed".
+        // The engine emits "finished" after "failed".
         const auto owner = watched.owner.lock();
-        if (!std::exchange(watched.ended, true) && owner && (*owner)->_isForgiven == watched.isForgiven)
+        if (!std::exchange(watched.ended, true) && owner && (*owner)->_document.isForgiven == watched.isForgiven)
             (*owner)->resourceEnded(resource, watched.load, failed);
     }
     static void resourceFinished(WebKitWebResource* resource, gpointer data)
@@ -156,9 +156,9 @@ void PageView::loadChanged(WebKitLoadEvent event)
         _budget.startDocument();
         expectDocument();
         _frame.setPageTakesKeys(false);
-        _pageTakesEscape = false;
+        _document.takesEscape = false;
         _shown = urlOf(webkit_web_view_get_uri(_view.get()));
-        if (auto* delegate = _reports.delegate(); delegate && !_isForgiven)
+        if (auto* delegate = _reports.delegate(); delegate && !_document.isForgiven)
             delegate->didCommitLoad({ *_reports.url(), currentLoad(), true, true });
     } else if (event == WEBKIT_LOAD_FINISHED && _stage == Stage::Shown) {
         _loadTimer.disconnect();
@@ -166,7 +166,7 @@ void PageView::loadChanged(WebKitLoadEvent event)
     }
 }
 
-// A load that is making way for another one can still begin after that was asked for.
+// A cancelled load can still be committed after the next one was requested.
 bool PageView::isPageOfTarget() const
 {
     auto* resource = webkit_web_view_get_main_resource(_view.get());
@@ -181,8 +181,7 @@ bool PageView::isTarget(const Url& url) const
 
 void PageView::loadFailed(const char* uri, const GError* error)
 {
-    // A load that makes way for another one; the page that warms the engine up is none of the book's, whose filter may
-    // refuse it.
+    // Ignores cancelled loads, and the warm-up page, which the book's filter may refuse.
     if (_isWarmingUp || g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
         return;
     if (_stage == Stage::Starting && isTarget(urlOf(uri))) {
@@ -205,7 +204,7 @@ void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* re
         if (!url.isFile() && !isWithinPage(url))
             _reports.willSendRequest(url, RequestedBy::Page);
     }
-    auto watched = std::make_unique<WatchedResource>(WatchedResource { _self, currentLoad(), _isForgiven });
+    auto watched = std::make_unique<WatchedResource>(WatchedResource { _self, currentLoad(), _document.isForgiven });
     g_signal_connect(resource, "finished", G_CALLBACK(PageViewSignals::resourceFinished), watched.get());
     g_signal_connect(resource, "failed", G_CALLBACK(PageViewSignals::resourceFailed), watched.get());
     g_object_set_data_full(G_OBJECT(resource), "pagora-watched", watched.release(),
@@ -214,7 +213,7 @@ void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* re
 
 void PageView::resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed)
 {
-    // The document is reported when it is complete, which its own event does not tell.
+    // The document has a report of its own, when it is complete.
     if (resource == webkit_web_view_get_main_resource(_view.get()))
         return;
     if (failed)
@@ -230,7 +229,7 @@ PageView::Answer PageView::decideNavigation(WebKitPolicyDecision* decision, WebK
     auto* navigation
         = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     const char* const uri = webkit_uri_request_get_uri(webkit_navigation_action_get_request(navigation));
-    // The reader's own steps are not the page's.
+    // Loads that the reader requested do not count.
     if (_stage != Stage::Starting && (!isWithinBudget(MessageBudget::Message::Navigation, uri) || isTooLong(uri)))
         return Answer::Ignore;
     const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
@@ -262,18 +261,18 @@ PageView::Answer PageView::decideResponse(WebKitResponsePolicyDecision* decision
     if (_isWarmingUp)
         return Answer::Use;
     const bool isPage = webkit_response_policy_decision_is_main_frame_main_resource(decision);
-    const bool isReadAgain = isPage && _isForgiven && _stage == Stage::Starting;
+    const bool isReadAgain = isPage && _document.isForgiven && _stage == Stage::Starting;
     if (auto* delegate = _reports.delegate(); delegate && !isReadAgain) {
         const char* type = webkit_uri_response_get_mime_type(webkit_response_policy_decision_get_response(decision));
         delegate->decidePolicyForMIMEType(type ? type : "");
     }
-    // What cannot be shown would be downloaded.
+    // The engine would download a type that it cannot show.
     if (!webkit_response_policy_decision_is_mime_type_supported(decision))
         return Answer::Ignore;
     if (isPage && _stage != Stage::Starting) {
-        // The page went on by itself.
+        // The page navigated by itself.
         _reports.begin(requestUrl(webkit_response_policy_decision_get_request(decision)));
-        _isForgiven = false;
+        _document.isForgiven = false;
         pageStartIsOver();
         coverUntilPrepared();
         _target = _reports.url();
@@ -304,7 +303,7 @@ void PageView::documentComplete()
 {
     const auto load = currentLoad();
     _loadTimer.disconnect();
-    // A fixed page is shown once nothing is loading, which a server that never answers must not put off for ever.
+    // A fixed page is shown once nothing is loading. The timeout limits the wait for servers that do not answer.
     if (_content.kind() == PageKind::Fixed) {
         _loadTimer = Glib::signal_timeout().connect(
             [this, load] {
@@ -316,11 +315,11 @@ void PageView::documentComplete()
     _reports.documentComplete(load);
 }
 
-// The page is not well-formed, and the engine shows what comes before its first fault. It is given to the engine once
-// more, as a page of HTML with the same URL, before anything of the load is reported.
+// Called when the page is not well-formed, so that the engine shows only the part before the first error. Loads the
+// page again as HTML with the same URL, before anything of the load is reported.
 void PageView::showForgivingly()
 {
-    if (_stage != Stage::Shown || _isForgiven)
+    if (_stage != Stage::Shown || _document.isForgiven)
         return;
     const auto path = _target->path();
     std::error_code unknown;
@@ -330,7 +329,7 @@ void PageView::showForgivingly()
     const auto page = text ? forgivingPage(std::move(*text)) : std::nullopt;
     if (!page)
         return documentComplete();
-    _isForgiven = true;
+    _document.isForgiven = true;
     _stage = Stage::Starting;
     _reports.forgetResources();
     _pageStart.isShownAtOnce = false;

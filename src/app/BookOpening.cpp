@@ -125,7 +125,7 @@ void BookOpening::openMarks(const BookInfo& book)
         isInLibrary ? book.epubPath() : std::nullopt, marked, *book.bookPath());
 }
 
-// The pages of the printed edition, and the contents of a book that has none of its own. Nothing of it is stored.
+// Shows the page list of the printed edition, and the navigation document's contents if the NCX has none. Not stored.
 void BookOpening::showNavigation(const BookInfo& book, bool hasContents)
 {
     const auto unpacked = _unpackedInto.find(book.bookPath().value_or(""));

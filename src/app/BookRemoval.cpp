@@ -44,7 +44,7 @@ public:
         const auto known = _answers.find(folder);
         if (known != _answers.end())
             return known->second;
-        // A missing file gives no answer for its folder.
+        // The Trash cannot be queried for a missing file.
         if (!fileExists(path))
             return true;
         return _answers[folder] = _workspace.canRecycleFile(path);

@@ -15,9 +15,9 @@ class BookRemoval {
 public:
     BookRemoval(const Platform& platform, LibraryState& state, LibraryViews& views);
 
-    // For each record, in order, the first book with its identifier leaves the library, and the record's archive goes
-    // with `remove`, also when no book matched. An archive that no Trash takes stays, and its book too, with an alert
-    // about all of them.
+    // For each record, in order, removes the first book with its identifier from the library; with `remove`, the
+    // record's archive as well, also when no book matched. Archives that cannot be moved to the Trash stay with their
+    // books, and one alert names all of them.
     void remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDisk remove);
 
 private:

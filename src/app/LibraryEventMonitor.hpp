@@ -7,9 +7,9 @@
 
 namespace pagora {
 
-// Watches the key presses and left-button presses that go to the program's windows: tells the list whether Control is
-// held, selects every book, asks for the removal of the selected ones. Installed from launch to termination. Main
-// thread.
+// Monitors key presses and left-button presses in the program's windows: tells the list whether Control is held, and
+// handles the keys for selecting all books and for removing the selected ones. Installed from launch to termination.
+// Main thread.
 class LibraryEventMonitor {
 public:
     LibraryEventMonitor(LibraryWindow& window, LibraryViews& views, std::function<void()> removeBooks);
@@ -19,7 +19,7 @@ public:
     void remove();
     bool isInstalled() const { return _installed; }
 
-    // Whether the hub hears of windows that leave full screen; it does from the first event on.
+    // Whether the hub is notified of windows that leave full screen. Set by the first event.
     bool observesFullScreen() const { return _observesFullScreen; }
 
     // True when the event is swallowed.

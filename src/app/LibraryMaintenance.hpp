@@ -18,8 +18,8 @@ public:
     // Removes all stored values and rebuilds the catalogue from the library folder. A catalogue whose folder has no
     // book is kept. Waits for imports in progress.
     Task<void> resetAppSettings();
-    // Brings the books of a folder into the library folder, by "move", or by any other mode but "empty" as copies, and
-    // imports what is in the library folder.
+    // Moves the books of a folder into the library folder (mode "move"), or copies them (any other mode but "empty"),
+    // and imports the content of the library folder.
     Task<void> resetEpubLibrary(std::string folder, std::string mode);
     // Removes the temporary folder and stores the catalogue.
     Task<void> killTempItems();

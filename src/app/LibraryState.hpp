@@ -40,7 +40,7 @@ struct Platform {
 // The hub's state: what start-up, opening and closing share. Main thread, save for the parts that are safe on any.
 struct LibraryState {
     LibraryFolders folders;
-    // Where inspection put the last book that it looked at, and its record.
+    // The folder and the record of the last inspected book.
     std::string _epubPath;
     BookInfoPtr _bookInfo;
     Catalogue catalogue;

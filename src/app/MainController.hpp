@@ -23,7 +23,7 @@
 namespace pagora {
 
 // The hub: the program's delegate and owner of the catalogue, the library views and the reader windows, which reach it
-// through the narrow interfaces that they declare. Main thread, save for what the import calls.
+// through the narrow interfaces that they declare. Main thread, except for the functions of `ImportHub`.
 class MainController : public LibraryHub, public ReaderHub, public ImportHub {
 public:
     MainController(const Platform& platform, ScriptResources scripts);
@@ -33,12 +33,12 @@ public:
     void applicationWillFinishLaunching();
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
-    // The program ends: what is being read is closed, with its place.
+    // The program ends. Closes the open book and stores its place.
     void finishReading();
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
-    // The library window is asked to close: the program ends with it.
+    // The library window is about to close, which ends the program.
     bool windowShouldClose();
-    // The program was started again while it runs: its window comes to the front.
+    // The program was started a second time. Brings its window to the front.
     void applicationWasReopened();
 
     // Files that the desktop hands over, as absolute paths.

@@ -8,8 +8,8 @@
 
 namespace pagora {
 
-// Which reflowable books of the library were closed, the last one first: their archives' paths under the key
-// "LastRead", at most `maxCount` of them. Written when a book is closed, and gone with all other keys. Main thread.
+// The reflowable books of the library that were closed, the last one first. Stored as paths of archives under the key
+// "LastRead", at most `maxCount`. Written when a book is closed; removed with all other keys. Main thread.
 class ReadingHistory {
 public:
     static constexpr std::size_t maxCount = 1'000;

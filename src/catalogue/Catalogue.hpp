@@ -14,7 +14,7 @@
 namespace pagora {
 
 // The library's books as three parallel arrays: stored entries (`bookData`), records (`bookList`) and archive locations
-// (`epubLocations`, for the test whether a file is in the library).
+// (`epubLocations`, which tells whether a file is in the library).
 //
 // Invariant: the arrays have the same length and order; every change is made at one index of all three.
 //
@@ -24,7 +24,7 @@ public:
     // Stores the whole catalogue under "BookData" and flushes. Saves from several threads keep their order.
     void save(UserDefaults& defaults) const;
 
-    // Sets the stored entries; `bookDataToList` makes records of them.
+    // Sets the stored entries; `bookDataToList` makes the records.
     void setBookData(Value::Array bookData);
     // Appends one record and one location for each stored entry.
     void bookDataToList();
@@ -33,16 +33,15 @@ public:
     // Appends a book at the end of all three arrays. `location` is its archive's file name.
     void append(const BookInfoPtr& book, Value entry, std::string location);
     void removeAt(std::size_t index);
-    // For each identifier, in order, removes the first book whose stored entry has it. Returns for each whether there
-    // was one.
+    // For each identifier, in order, removes the first book whose stored entry has it. Returns which were found.
     std::vector<bool> removeFirstWithISBNs(const std::vector<std::string>& isbns);
-    // Puts the record and its stored entry back at the record's index; false when the record is not in the catalogue.
+    // Replaces the stored entry of the record. Returns false when the record is not in the catalogue.
     bool replaceEntry(const BookInfoPtr& book, Value entry);
 
     std::size_t count() const;
-    // The stored catalogue, to be written whole.
+    // The stored entries of the whole catalogue.
     Value bookData() const;
-    // One list, shared until the catalogue changes.
+    // Shared until the catalogue changes.
     std::shared_ptr<const std::vector<BookInfoPtr>> bookList() const;
     BookInfoPtr lastBook() const;
     std::vector<std::string> epubLocations() const;

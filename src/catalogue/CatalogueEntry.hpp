@@ -24,11 +24,11 @@ inline constexpr const char* BookLoc = "BookLoc";
 inline constexpr const char* LastPlace = "LastPlace";
 }
 
-// The entry of a record. The first ten keys are filled in their order up to the first value that the record lacks: the
-// later ones of the ten are then missing. Numbers are the low 32 bits, signed.
+// The entry of a record. The first ten keys are filled in order up to the first field that is missing in the record;
+// the rest of the ten is then left out. Numbers are the low 32 bits, signed.
 Value entryFromBook(const BookInfo& book);
 
-// The record of an entry, for the keys that are there; other fields are null or 0.
+// The record of an entry. Fields whose keys are missing are null or 0.
 BookInfoPtr bookFromEntry(const Value& entry);
 
 // The entry with a reading position: index of the content document, position in it, and the fraction at the middle of

@@ -16,7 +16,7 @@ public:
     virtual double constrainMinCoordinate(double proposed, int divider) const = 0;
     virtual double constrainMaxCoordinate(double proposed, int divider) const = 0;
     virtual bool shouldHideDividerAtIndex(int divider) const = 0;
-    // Where the divider goes for a drag to `proposed`.
+    // The position of the divider for a drag to `proposed`.
     virtual double constrainSplitPosition(double proposed, int divider) = 0;
     // Lays the panes out in the split view's present frame.
     virtual void resizeSubviewsWithOldSize(const Size& oldSize) = 0;

@@ -23,7 +23,7 @@ public:
     virtual void addSubviews(const std::vector<tocLinkTextField*>& links) = 0;
     // The link with this tag must be redrawn.
     virtual void setNeedsDisplay(std::int64_t tag) = 0;
-    // Scrolls so that the point is at the bottom left of the visible area, as far as the view reaches.
+    // Scrolls the point to the bottom left of the visible area, or as far as possible.
     virtual void scrollToPoint(double x, double y) = 0;
 };
 

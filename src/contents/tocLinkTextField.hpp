@@ -18,7 +18,7 @@ public:
 class TocView;
 class tocLinkTextField;
 
-// What the links of a pane share. At most one link is active, and at most one has the pointer over it.
+// The shared state of the links of a pane. At most one link is active, and at most one is hovered.
 struct ContentsLinks {
     TocView& view;
     ContentsDelegate& delegate;

@@ -33,7 +33,7 @@ public:
 
     // Whether it is in full screen or on its way there.
     virtual bool isFullScreen() const { return false; }
-    // Enters or leaves full screen; the window's delegate hears when it is done.
+    // Enters or leaves full screen. The window's delegate is notified when it is done.
     virtual void toggleFullScreen() = 0;
 
     // Answers once the window's content has its size on screen.

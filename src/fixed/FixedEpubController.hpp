@@ -26,8 +26,8 @@ namespace pagora {
 using ScriptResources = std::function<std::string(const std::string& name)>;
 
 // The fixed-layout reader: every file of the reading order is one page, scaled to the window by the program's scripts.
-// What the user does and what the page reports runs one after another on its queue. Main thread; its window controller
-// owns it.
+// Actions of the user and reports of the page run one after another on its queue. Owned by its window controller. Main
+// thread.
 class FixedEpubController : public WebViewDelegate, public ContentsDelegate {
 public:
     FixedEpubController(

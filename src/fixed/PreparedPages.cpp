@@ -4,7 +4,7 @@
 
 namespace pagora {
 
-// One of the two views, and what it reports.
+// One of the two views and its reports.
 class PreparedPages::Side : public WebViewDelegate {
 public:
     Side(PreparedPages& pages, std::unique_ptr<WebView> page)

@@ -15,13 +15,13 @@ namespace pagora {
 
 namespace {
 
-// Stands between the texts of a book; no word has it.
+// Separates the texts of a book. No search word contains it.
 constexpr char separator = '\n';
 
-// So many books are looked at between two questions whether the result is still wanted.
+// The number of books between two checks whether the result is still wanted.
 constexpr std::size_t booksBetweenQuestions = 512;
 
-// Texts compare as their keys do, bytewise. Those that stand for none come last.
+// Orders texts by their collation keys, bytewise. Missing texts come last.
 std::string collationKey(const std::optional<std::string>& text)
 {
     if (standsForNone(text))

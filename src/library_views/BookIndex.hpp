@@ -10,8 +10,8 @@
 
 namespace pagora {
 
-// Finds and orders the books of one array. What it needs for that is made ready when it is asked for first, and kept:
-// the texts of the books as searches compare them, and a place for each book in each order. Any thread, one at a time.
+// Finds and orders the books of one array. The folded texts of the books and the rank of each book in each order are
+// built on first use and kept. Any thread, one at a time.
 class BookIndex {
 public:
     explicit BookIndex(BookArray books)
@@ -20,9 +20,9 @@ public:
     }
 
     const BookArray& books() const { return _books; }
-    // Makes searches ready.
+    // Builds the texts for searches.
     void prepare();
-    // Asks `isWanted` now and then; gives up, with nothing, when it is not.
+    // Calls `isWanted` from time to time. Returns nothing once it returns false.
     std::optional<ShownBooks> find(const BookQuery& query, const std::function<bool()>& isWanted);
 
 private:
@@ -30,13 +30,13 @@ private:
     using Key = std::function<std::string(const BookInfo&)>;
 
     bool hasAll(std::size_t index, const std::vector<std::string>& words) const;
-    // Every book in the order; null for that of the catalogue.
+    // All books in that order; null for the order of the catalogue.
     const Indexes* ordered(const BookQuery& query);
     Indexes sorted(const Key& key) const;
     Indexes byLastReading(const std::vector<BookInfoPtr>& lastRead) const;
 
     BookArray _books;
-    // The texts of all books, one after the other, and where that of each book ends.
+    // The texts of all books in one string, and the end of each book in it.
     std::string _texts;
     std::vector<std::size_t> _ends;
     Indexes _byTitle;

@@ -7,28 +7,28 @@
 
 namespace pagora {
 
-// In which order a library view shows books. Books that are alike in it keep the order of the catalogue.
+// The order of the books in a library view. It is stable: equal books keep the order of the catalogue.
 enum class BookOrder {
-    // That of the catalogue.
+    // The order of the catalogue.
     AsAdded,
-    // By the rules of the person's language. Books without a title, or an author, come last.
+    // By title, sorted by the rules of the user's language. Books without a title come last.
     Title,
-    // The same; books of one author by title.
+    // By author, then by title. Books without an author come last.
     Author,
-    // The book read last comes first, books that were not read come last.
+    // The book that was read last comes first. Books that were never read come last.
     LastRead,
 };
 
-// Which books a library view shows, and in which order.
+// Selects and orders the books of a library view.
 struct BookQuery {
-    // As `searchWords` gives them; a book has each of them in its title, author or identifier.
+    // Words from `searchWords`. A book matches when its title, author or identifier contains each of them.
     std::vector<std::string> words;
     BookOrder order = BookOrder::AsAdded;
-    // For the order by last reading: the books that were read, the last one first.
+    // For `LastRead`: the books that were read, the last one first.
     std::vector<BookInfoPtr> lastRead;
 
     bool asksForAll() const { return words.empty(); }
-    // Whether every book is shown at the place that it has in the catalogue.
+    // Whether all books are shown in the order of the catalogue.
     bool leavesAllInPlace() const { return asksForAll() && order == BookOrder::AsAdded; }
 };
 

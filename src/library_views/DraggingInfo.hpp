@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// What a drag may end in, as bits of a mask. `Generic` leaves it to the destination to decide.
+// The operations that a drag allows, as a bit mask. `Generic` lets the destination decide.
 struct DragOperation {
     using Mask = unsigned;
     static constexpr Mask None = 0;
@@ -16,25 +16,24 @@ struct DragOperation {
     static constexpr Mask Move = 16;
 };
 
-// A drag as it is offered to a library view.
+// A drag over a library view.
 struct DraggingInfo {
     // Absolute paths in the order given; missing when the drag offers no file names.
     std::optional<std::vector<std::string>> fileNames;
-    // What the source allows.
+    // The operations that the source allows.
     DragOperation::Mask sourceOperations = DragOperation::None;
 };
 
-// Judges and takes what is dragged over a library view.
+// Accepts or refuses drags over a library view.
 class DropDelegate {
 public:
     virtual ~DropDelegate() = default;
-    // What would be done with the drag: the generic operation, or none for a drag that is refused. The program comes to
-    // the front.
+    // The operation of a drop: `Generic`, or none for a drag that is refused. Brings the program to the front.
     virtual DragOperation::Mask validateDrop(const DraggingInfo& drag) = 0;
-    // Why a drag that is refused is refused, for the user.
+    // The reason of a refusal, for the user.
     virtual std::string whyRefused(const DraggingInfo& drag) const = 0;
     virtual bool prepareForDragOperation() const { return true; }
-    // Hands the files to the import, all of them; true in every case.
+    // Imports all files of the drag. Always returns true.
     virtual bool acceptDrop(const DraggingInfo& drag) = 0;
 };
 

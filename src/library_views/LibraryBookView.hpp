@@ -21,24 +21,24 @@ public:
 
     void set_mainController(LibraryHub& hub) { _mainController = &hub; }
 
-    // For one book, and for several.
+    // The menus for one book and for several.
     const BookMenu& popupMenu() const { return _popupMenu; }
     const BookMenu& removeMenu() const { return _removeMenu; }
 
-    // Asks whether to go on, with the button that belongs to the question; `proceed` runs when the user agrees. The
-    // book is the one that the question is about, and is not shown.
+    // Asks the question in an alert, with `proceed` behind its second button. The book of the question is not shown in
+    // it.
     void processAlert(const std::string& text, const BookInfoPtr& forBook, std::function<void()> proceed);
 
     void sendBookForReading();
     void showFileInFinder();
     void moveToTrash();
     void removeItem();
-    // Takes the selected books out of the library, when the user agrees.
+    // Removes the selected books from the library after a confirmation.
     virtual void removeBooks() = 0;
-    // Enables the read button, and keeps the book, when exactly one is selected.
+    // Enables the read button and stores the selected book when exactly one is selected.
     virtual void setToolbarReadButton() = 0;
 
-    // The view was refilled, which leaves nothing selected.
+    // The view was refilled, which cleared the selection.
     void setNoBookSelected() { setToolbarReadButton(nullptr); }
 
     bool multiSelection() const { return _multiSelection; }

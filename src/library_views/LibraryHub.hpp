@@ -15,10 +15,11 @@ public:
     virtual ~LibraryHub() = default;
     // Opens the first selected book of the view that is shown.
     virtual void sendDoubleClick() = 0;
-    // Takes the first book with the record's identifier out of the library; with `remove`, the record's archive goes to
-    // the Trash, also when no book matched. An archive that no Trash takes stays, with its book, and an alert says so.
+    // Removes the first book with the record's identifier from the library. With `remove`, the record's archive is
+    // moved to the Trash, also when no book matched. If it cannot be moved, archive and book stay, and an alert says
+    // so.
     virtual void deleteItemFromCollection(const BookInfoPtr& book, ByRemovingFromDisk remove) = 0;
-    // The same for each of the records, in order, their archives included.
+    // The same for each record, in order, with the archives.
     virtual void deleteItemsFromLibrary(const std::vector<BookInfoPtr>& books) = 0;
     // Shows the file in the desktop's file manager.
     virtual void selectFile(const std::string& path) = 0;

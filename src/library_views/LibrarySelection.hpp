@@ -7,13 +7,13 @@
 
 namespace pagora {
 
-// What is selected in the library, shared by both views.
+// The selection in the library, shared by both views.
 struct LibrarySelection {
     // The one book that menu actions act on; null unless exactly one is selected.
     BookInfoPtr selectedBook;
-    // The grid's selection as of the last click or key.
+    // The grid's selection at the last click or key.
     std::vector<std::size_t> gridSelection;
-    // The list's selection as of the last click or key.
+    // The list's selection at the last click or key.
     std::vector<BookInfoPtr> listSelection;
 };
 

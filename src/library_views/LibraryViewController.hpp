@@ -10,8 +10,8 @@
 
 namespace pagora {
 
-// What the grid's and the list's controllers have in common: books, their selection, the view that shows them, and the
-// files that are dropped on it. Built by LibraryViews, which owns it. Main thread.
+// The common base of the grid's and the list's controllers: books, their selection, the view and drops on it. Owned by
+// LibraryViews. Main thread.
 class LibraryViewController : public DropDelegate {
 public:
     LibraryViewController(const char* layout, LibraryViewHost& host);
@@ -19,7 +19,7 @@ public:
 
     void set_mainController(LibraryHub& hub);
 
-    // Refuses files of which none has the extension "epub", and sources that leave the destination no choice.
+    // Refuses drags without an ".epub" file, and drags that allow only a copy.
     DragOperation::Mask validateDrop(const DraggingInfo& drag) override;
     std::string whyRefused(const DraggingInfo& drag) const override;
     bool acceptDrop(const DraggingInfo& drag) override;
@@ -27,11 +27,11 @@ public:
     ArrayController& books() { return _books; }
     const ArrayController& books() const { return _books; }
     LibraryViewSurface& view() { return *_view; }
-    // The view as the user acts on it.
+    // The view that handles the user's input.
     virtual LibraryBookView& bookView() = 0;
 
 protected:
-    // The derived class's view hears what the user does from now on.
+    // Connects the derived class's view to the user's input.
     void listenWith(LibraryBookView& view) { _view->setHandler(&view); }
 
     LibraryHub* _mainController = nullptr;

@@ -13,8 +13,7 @@
 
 namespace pagora {
 
-// What a library view does on screen. It shows an array controller's books, follows its selection and changes it as the
-// user selects. Main thread.
+// The widget of a library view. It shows the books of an array controller and keeps both selections equal. Main thread.
 class LibraryViewSurface {
 public:
     virtual ~LibraryViewSurface() = default;
@@ -30,10 +29,10 @@ public:
         virtual void userDidSelect() = 0;
         // A click of the left button on an item is about to change the selection.
         virtual void userWillClick() = 0;
-        // After each click on the view, and each key that opens (Return counts as a double click), when the selection
-        // has followed it.
+        // Called after each click on the view and each key that opens a book (Return counts as a double click), when
+        // the selection is up to date.
         virtual void mouseDown(int clickCount) = 0;
-        // The right button was released over the item, or a key asked for its menu; none for the empty part.
+        // The context menu of the item was requested; of no item for the empty part of the view.
         virtual void rightMouseUp(std::optional<std::size_t> item) = 0;
     };
     virtual void setHandler(Handler* handler) = 0;
@@ -41,7 +40,7 @@ public:
     virtual void setDropDelegate(DropDelegate* delegate) = 0;
 };
 
-// The library window as the views see it: the place where one of them is shown, and the controls that follow them.
+// The parts of the library window that the views use: their container and the controls that depend on them.
 class LibraryViewHost {
 public:
     virtual ~LibraryViewHost() = default;
@@ -49,21 +48,21 @@ public:
     // Builds the view of the layout "ImageView" (a grid of covers) or "TableView" (a list) over `books`. It is not
     // shown yet.
     virtual std::unique_ptr<LibraryViewSurface> loadView(const char* layout, ArrayController& books) = 0;
-    // Puts the view into the window's content view, in full size, in place of what was there.
+    // Replaces the content of the window's content view by this view, in full size.
     virtual void setContentView(LibraryViewSurface& view) = 0;
-    // Takes it out of the window; before the view goes.
+    // Removes the view from the window. Called before the view is destroyed.
     virtual void removeContentView(LibraryViewSurface& view) = 0;
 
-    // An alert with an informative text and two buttons. `answered` receives 1000 for the first button, and for an
-    // alert that is put away, and 1001 for the second.
+    // Shows an alert with an informative text and two buttons. `answered` receives 1000 for the first button or when
+    // the alert is closed, and 1001 for the second.
     virtual void runAlert(const std::string& informativeText, const std::string& firstButton,
         const std::string& secondButton, std::function<void(int code)> answered)
         = 0;
 
-    // Shows every book again: what is searched for is forgotten.
+    // Ends the search, so that all books are shown.
     virtual void endSearch() = 0;
 
-    // Whether one of the program's windows has the keyboard.
+    // Whether one of the program's windows has the keyboard focus.
     virtual bool isActive() const = 0;
     // Brings the program to the front.
     virtual void activateIgnoringOtherApps() = 0;

@@ -22,7 +22,7 @@ void LibraryViews::showFirstView()
     _imageMode = true;
 }
 
-// Takes the old view out of the window, then puts a fresh one in its place. The controller that is replaced goes last.
+// Replaces the view in the window. The old controller is destroyed last.
 template <typename Controller>
 Controller& LibraryViews::show(std::unique_ptr<Controller>& controller)
 {

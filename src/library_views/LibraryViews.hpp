@@ -8,10 +8,10 @@
 
 namespace pagora {
 
-// The grid and the list, of which one is shown. Switching builds a new view and drops the other. Main thread.
+// The grid and the list. Only one exists at a time; switching builds the other. Main thread.
 class LibraryViews {
 public:
-    // `bookList` gives the books to show in a view that is new.
+    // `bookList` returns the books for a new view.
     LibraryViews(LibraryViewHost& host, LibraryHub& hub, std::function<BookArray()> bookList);
     ~LibraryViews();
 
@@ -24,7 +24,7 @@ public:
     void bookListMode();
     // Refills the view that is shown.
     void refreshBookView(BookArray books);
-    // Selects every book of the view that is shown, which ends a search, and gives it the focus.
+    // Ends a search, selects all books of the shown view and gives it the focus.
     void selectAll();
 
     ImageViewController* imageController() { return _imageController.get(); }

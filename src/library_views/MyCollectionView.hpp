@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-// The grid of covers, as the user acts on it. `multiSelection` says whether two or more books were selected at the last
-// click or key. Main thread.
+// Handles the user's input on the grid of covers. `multiSelection` says whether two or more books were selected at the
+// last click or key. Main thread.
 class MyCollectionView : public LibraryBookView {
 public:
     using LibraryBookView::LibraryBookView;

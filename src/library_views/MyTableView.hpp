@@ -11,8 +11,8 @@ public:
     virtual void mouseDoubleClick() = 0;
 };
 
-// The list of books, as the user acts on it. `multiSelection` says whether Control was held at the last press of the
-// left button. Main thread.
+// Handles the user's input on the list of books. `multiSelection` says whether Control was held at the last press of
+// the left button. Main thread.
 class MyTableView : public LibraryBookView {
 public:
     using LibraryBookView::LibraryBookView;

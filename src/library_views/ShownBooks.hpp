@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// The books of an array that a view shows, in the order in which it shows them. A book's index is its place in the
-// array, its position the place on screen. Immutable; copies share the content.
+// The books of an array that a view shows, in the view's order. The index of a book counts in the array, its position
+// in the view. Immutable; copies share the content.
 class ShownBooks {
 public:
     // Indexes, each at most once.
@@ -40,7 +40,7 @@ public:
 
 private:
     BookArray _books;
-    // Null for all books in their order.
+    // Null for all books in the order of the array.
     std::shared_ptr<const Indexes> _indexes;
 };
 

@@ -11,9 +11,9 @@
 
 namespace pagora {
 
-// What the user does in the library window and its menu. Called from the main loop.
+// Actions of the user in the library window and its menu. Called from the main loop.
 struct LibraryWindowActions {
-    // The library window is asked to close; the answer says whether it may.
+    // The library window is about to close. Returns whether it may.
     std::function<bool()> windowShouldClose;
     std::function<void()> readBook;
     std::function<void()> bookListMode;
@@ -33,7 +33,7 @@ struct LibraryWindowActions {
     std::function<void()> testAction;
 };
 
-// A key press or a press of the left button that goes to one of the program's windows, before any control sees it.
+// A key press or a left-button press in one of the program's windows, before any control gets it.
 struct LibraryEvent {
     enum class Kind { KeyDown, LeftMouseDown };
     // The keys A and BackSpace/Delete by their classic codes.

@@ -38,7 +38,7 @@ struct PageStart {
     std::string language = {};
 };
 
-// A reference of the page to a note, which the person asks for without following it.
+// A reference to a note, which the user wants to see without following the link.
 struct PointedLink {
     enum class Way { Pointer, Key, Touch };
     Url url;
@@ -59,20 +59,20 @@ struct PressedMark {
 class WebViewDelegate {
 public:
     virtual ~WebViewDelegate() = default;
-    // The document, as soon as it is complete, then each of its style sheets, images and fonts. `source.url` is the URL
-    // of the page, fragment included.
+    // The document is complete; after that, called for each of its style sheets, images and fonts. `source.url` is the
+    // URL of the page with its fragment.
     virtual void resourceDidFinishLoading(const DataSource& source) = 0;
-    // Everything that the page asked for has arrived or failed.
+    // All resources of the page have arrived or failed.
     virtual void didFinishLoadForFrame(const DataSource& source) = 0;
     virtual void resourceDidFailLoading(const DataSource& source) = 0;
-    // A request that is about to be sent. It is not changed.
+    // A request is about to be sent. It cannot be changed.
     virtual void resourceWillSendRequest(const Url& url, RequestedBy requestedBy) = 0;
     virtual void decidePolicyForMIMEType(const std::string& type) = 0;
     // The load's page replaces the one that was shown. Nothing of it has been drawn yet.
     virtual void didCommitLoad(const DataSource& source) { }
-    // The person has pressed a link of the page that leads to a place of the book. Nothing has changed yet.
+    // The user has clicked a link to another place of the book. Called before the navigation.
     virtual void pageFollowsLink() { }
-    // The person asks for the note of a reference, and, without one, no longer looks at it.
+    // The user points at a reference to a note; missing when the user no longer does.
     virtual void pointsAtLink(const std::optional<PointedLink>& link) { }
     // The person has selected text and asks what can be done with it, or the text is no longer selected or seen.
     virtual void selectionDidChange(const std::optional<PageSelection>& selection) { }
@@ -107,8 +107,8 @@ public:
     virtual std::uint64_t loadRequest(const Url& url) = 0;
     virtual std::uint64_t currentLoad() const = 0;
 
-    // Runs the script in the document that is shown; the reply is its result as a text. A script that fails, or does
-    // not answer in good time, gives an empty text.
+    // Runs the script in the shown document. The reply is its result as a text; empty when the script fails or times
+    // out.
     virtual Reply<std::string> evaluateScript(const std::string& script) = 0;
 
     // Makes a fixed-layout page visible and answers when it has been drawn, or after a moment if it is not drawn.
@@ -133,15 +133,15 @@ public:
     virtual void makeFirstResponder() = 0;
 };
 
-// What a page tells of a reference: the way, the place and the URL, in words. Missing where that is not all there.
+// Parses a page's message about a reference: how it was pointed at, its box and its URL. Missing when it is incomplete.
 std::optional<PointedLink> pointedLinkFrom(std::istream& words);
 
 // What a page tells of a mark that is pressed: its number and the place, in words. Missing where that is not all there.
 std::optional<PressedMark> pressedMarkFrom(std::istream& words);
 
-// The script's result read as a whole number; anything but a number is 0.
+// The result of the script as a whole number; 0 when it is not a number.
 Task<std::int64_t> evaluateInteger(WebView& webView, std::string script);
-// Runs the script for its effects.
+// Runs the script and ignores its result.
 Task<void> evaluate(WebView& webView, std::string script);
 
 // Escapes `text` for a string literal in single quotes.

@@ -4,11 +4,11 @@
 
 namespace pagora {
 
-// The place of a chapter that stays in the middle of the page when pictures or fonts that arrive late lay the chapter
-// out anew. Places are fractions of the chapter.
+// The place of a chapter that is kept in the middle of the page when late pictures or fonts change the layout. Places
+// are fractions of the chapter.
 class KeptPlace {
 public:
-    // The place to keep until the user moves; missing when none is.
+    // The place to keep until the user navigates; missing for none.
     const std::optional<double>& toKeep() const { return _toKeep; }
     void setToKeep(std::optional<double> place) { _toKeep = place; }
     // Keeps the place that is shown.
@@ -18,10 +18,10 @@ public:
     // The place to keep, otherwise the one noted last; missing while there is neither.
     std::optional<double> last() const { return _toKeep ? _toKeep : _noted; }
     void chapterChanges() { _noted = 0; }
-    // Whether everything that the chapter asked for has arrived or failed.
+    // Whether all resources of the chapter have arrived or failed.
     void setFrameIsLoaded(bool isLoaded) { _frameIsLoaded = isLoaded; }
-    // The page at offset X of a chapter of S points is shown in a view of W points. Pictures that are still awaited
-    // lengthen the chapter, so until then its first page is its start.
+    // Notes the place of the page at offset X of a chapter of S points in a view of W points. While pictures are still
+    // loading, which lengthens the chapter, the first page counts as the start.
     void note(double X, double W, double S) { _noted = X == 0 && !_frameIsLoaded ? 0 : (X + W / 2) / S; }
 
 private:

@@ -9,17 +9,17 @@
 
 namespace pagora {
 
-// Changes of the location within the page that are not yet tracked. The newest few count.
+// Changes of the location within the page that are not processed yet. Only the newest few are kept.
 class LocationChanges {
 public:
-    // The page of that load has this URL now.
+    // The URL of that load's page has changed to this one.
     void add(const Url& url, std::uint64_t load);
-    // Takes the fragment of the oldest change.
+    // Removes the oldest change and returns its fragment.
     std::string takeFragment();
     std::size_t count() const { return _fragments.size(); }
     bool empty() const { return _fragments.empty(); }
     void forget() { _fragments.clear(); }
-    // The URL of the page that is reported: a fragment that the location took on belongs to it from then on.
+    // The URL of a reported page, with the fragment of the newest change.
     Url urlOf(const DataSource& source) const;
 
 private:

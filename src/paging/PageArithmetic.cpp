@@ -67,7 +67,7 @@ std::int32_t PageGeometry::pageOfElement(std::int64_t T, std::int64_t divisor) c
     const auto area = static_cast<std::int64_t>(static_cast<std::uint64_t>(T) * static_cast<std::uint64_t>(pageWidth));
     if (divisor == 0)
         return 0;
-    // The least number has no positive counterpart; its negation wraps.
+    // The smallest integer has no positive counterpart; its negation wraps.
     if (divisor == -1)
         return low32(-static_cast<std::uint64_t>(area));
     return low32(static_cast<std::uint64_t>(area / divisor));
@@ -95,7 +95,7 @@ std::int64_t PageGeometry::offsetAround(double place, std::int64_t S) const
 {
     const double last = std::max(0.0, S - W);
     const double start = std::clamp(place * S - W / 2, 0.0, last);
-    // Boundaries are cut to whole points, so an offset on one may be a point before it.
+    // Boundaries are truncated to whole points, so an offset on a boundary may be one point before it.
     const double boundary = std::round(start * columns / W) * W / columns;
     if (std::abs(start - boundary) < 1.5 || last - start < 1)
         return truncated(std::round(start));

@@ -15,7 +15,7 @@ struct PageGeometry {
     // Width of one text column.
     std::int32_t pageWidth = 0;
 
-    // The width of a text column in a view of this width: 40 points of gap and margin are taken for each column.
+    // The width of a text column in a view of this width. Gap and margin take 40 points for each column.
     static std::int32_t pageWidthFor(double W, std::int32_t columns);
 
     // A: the area of a page.
@@ -43,10 +43,10 @@ struct PageGeometry {
     // The scroll offset of a page that may count backwards.
     std::int64_t offsetOfSignedPage(std::int32_t pageIndex) const;
 
-    // The offset moved to the nearest column boundary, a half rounding up.
+    // The nearest column boundary; a half rounds up.
     std::int64_t adjustOffset(std::int64_t offset) const;
-    // The offset that has `place`, a fraction of the chapter, in the middle of the view, moved to the nearest column
-    // boundary within the strip. An offset that is on a boundary, or at the strip's end, comes back as it was.
+    // The offset that shows `place`, a fraction of the chapter, in the middle of the view, rounded to the nearest
+    // column boundary within the strip. An offset on a boundary or at the end of the strip is returned unchanged.
     std::int64_t offsetAround(double place, std::int64_t S) const;
 };
 

@@ -27,8 +27,7 @@ std::string bodyHeight(std::int32_t height)
     return "document.body.style.height = '" + points(height) + "';";
 }
 
-// Whether the name of a font family stands for itself in a style sheet, where a word may not begin with a digit unless
-// the name is quoted.
+// Whether a font family can be written without quotes in a style sheet. A word of it must not begin with a digit.
 bool isPlainName(const std::string& family)
 {
     return !family.empty() && std::isalpha(static_cast<unsigned char>(family.front()))
@@ -51,7 +50,7 @@ std::string scrollTo(std::int64_t offset)
 
 std::string setHash(const std::string& anchor)
 {
-    // It stands between double quotes.
+    // The text is put between double quotes.
     std::string text;
     for (const char character : scriptText(anchor))
         text += character == '"' ? std::string("\\x22") : std::string(1, character);

@@ -5,10 +5,10 @@
 
 namespace pagora::scripts {
 
-// The scripts that lay a chapter out and move in it, word for word as every page gets them. Sizes in points.
+// The scripts that lay a chapter out and scroll in it, exactly as evaluated in a page. Sizes in points.
 
 inline const std::string scrollWidth = "document.body.scrollWidth;";
-// The same without a semicolon; both forms are in use.
+// The same without a semicolon. Both forms are used.
 inline const std::string scrollWidthExpression = "document.body.scrollWidth";
 inline const std::string pageXOffset = "window.pageXOffset";
 inline const std::string innerWidth = "window.innerWidth";
@@ -21,7 +21,7 @@ std::string offsetTopOf(const std::string& elementId);
 // One column has an explicit width, more have a count.
 std::string columns(std::int32_t count, std::int32_t pageWidth);
 std::string textFont(const std::string& family);
-// Takes the colours out of every element and sets those of the body.
+// Removes the colours of all elements and sets those of the body.
 std::string colors(const char* text, const char* background);
 
 struct Layout {
@@ -33,15 +33,15 @@ struct Layout {
     std::int32_t columnHeight = 0;
     std::int32_t imageHeight = 0;
 };
-// Everything a chapter gets once it is loaded, but for the columns.
+// The layout of a loaded chapter, without the columns.
 std::string layout(const Layout& layout);
 
-// The same and the columns as a style sheet, for a chapter that is not loaded yet.
+// Layout and columns as a style sheet, for a chapter that is not loaded yet.
 std::string styleSheet(const Layout& layout, std::int32_t columns);
 
-// The image widths after a change of the column count.
+// Sets the image widths after a change of the number of columns.
 std::string imageWidth(std::int32_t pageWidth);
-// What a new size of the view changes; the column width only for one column.
+// Adapts the layout to a new size of the view. Sets the column width only for one column.
 std::string relayout(std::int32_t columns, std::int32_t pageWidth, std::int32_t columnHeight, std::int32_t imageHeight);
 
 }

@@ -40,7 +40,7 @@ struct OffsetInChapter {
 
 using PlaceInChapter = std::variant<TextInChapter, ElementInChapter, ShareOfChapter, PageOfChapter, OffsetInChapter>;
 
-// Where a jump goes: a document of the book, and the place in it whose page is shown.
+// The destination of a jump: a document of the book and a place in it, whose page is shown.
 struct Destination {
     Url document;
     PlaceInChapter place;

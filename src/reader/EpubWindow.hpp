@@ -35,7 +35,7 @@ struct ReaderWindowActions {
     // A step of the column count.
     std::function<void()> changeWidth;
     std::function<void(const std::string& text)> searchContent;
-    // What stands in the search field, while it is typed.
+    // The text of the search field, at each change.
     std::function<void(const std::string& text, WholeWords wholeWords)> search;
     // A result, counted from 0.
     std::function<void(std::size_t index)> goToResult;
@@ -78,7 +78,7 @@ struct ReaderWindowActions {
     std::function<void(const std::string& path)> importMarks;
 };
 
-// What every reader window has, by the names of its layout. Main thread.
+// The common controls of reader windows, named as in their layouts. Main thread.
 class ReaderWindow {
 public:
     virtual ~ReaderWindow() = default;
@@ -117,7 +117,7 @@ public:
     virtual PopUpButton& fontMenu() = 0;
     virtual TextField& searchField() = 0;
     virtual SearchPane& searchPane() = 0;
-    // Shows a note beside the reference that asked for it. A window may leave that out.
+    // Shows a note beside its reference. Optional for a window.
     virtual void showNote(const std::string& text, const PointedLink& reference) { }
     // The pointer has left the reference.
     virtual void pointerLeftReference() { }

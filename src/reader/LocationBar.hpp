@@ -17,7 +17,7 @@ public:
     {
     }
 
-    // Shows the text, fits the label to it and gives the slider what is left.
+    // Shows the text. Fits the label to it and gives the slider the remaining width.
     void setLabelMessage(const std::string& text);
     // Shows how much of the book lies before the page.
     void setPercentage(std::int32_t percent);

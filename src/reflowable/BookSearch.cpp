@@ -50,7 +50,7 @@ void BookSearch::search(const std::string& pattern, WholeWords wholeWords)
         _finder = std::make_unique<BookFinder>(_runLoop, std::move(paths), _folder);
         _chapterNames = _reader.chapterNames();
     }
-    // What was found before stays until there is something else to show.
+    // The previous results stay visible until there are new ones.
     _isStale = true;
     if (!std::exchange(_isActive, true)) {
         _pane.removeAllResults();

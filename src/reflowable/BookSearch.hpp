@@ -14,8 +14,8 @@ namespace pagora {
 class EpubController;
 class RunLoop;
 
-// The search in the book that is read: what is typed is searched for in all chapters, the results are listed by
-// chapter, and those in the chapter that is shown are painted. Main thread.
+// The search in the open book. Searches all chapters for the typed text, lists the results by chapter and highlights
+// those of the shown chapter. Main thread.
 class BookSearch {
 public:
     // All of them outlive it.
@@ -35,7 +35,7 @@ public:
     // first.
     void goToNext() { step(1); }
     void goToPrevious() { step(-1); }
-    // Gives the contents back, and takes the paint off.
+    // Shows the contents again and removes the highlights.
     void end();
     // Whether something is searched for.
     bool isActive() const { return _isActive; }
@@ -46,7 +46,7 @@ private:
     void step(int direction);
     void goToFirstFromHere(int direction);
     void takePaintOff();
-    // What paints the results of a chapter; empty where there are none to paint.
+    // The script that highlights the results of a chapter; empty if there are none.
     std::string paintScript(std::uint64_t chapter) const;
     // The results of a chapter: the first, and the one after the last.
     std::pair<std::size_t, std::size_t> resultsOf(std::uint64_t chapter) const;

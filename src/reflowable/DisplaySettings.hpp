@@ -12,7 +12,7 @@
 
 namespace pagora {
 
-// How a book is displayed: what the user chose, and until then the reader's defaults.
+// The display settings of a book: the user's choices, otherwise the reader's defaults.
 struct DisplaySettings {
     std::optional<std::string> currentFont;
     // Multiplier of the text size; 0 is not yet chosen.
@@ -24,12 +24,12 @@ struct DisplaySettings {
     // Width in points of one text column.
     std::int32_t pageWidth = 0;
 
-    // Chooses the defaults for what is not chosen, and shows all in the window's controls.
+    // Sets the defaults where nothing is chosen, and shows the settings in the window's controls.
     void show(EpubWindow& window);
     // For the window's present size.
     void updatePageWidth(EpubWindow& window);
     std::int32_t nextNumberOfColumns() const { return numberOfColumns >= 3 ? 1 : numberOfColumns + 1; }
-    // What a chapter gets, in a view of that geometry.
+    // The layout of a chapter in a view of that geometry.
     scripts::Layout layout(const PageGeometry& page) const;
 
     // Options that are chosen and not yet shown, in order; each is called to take its option up.

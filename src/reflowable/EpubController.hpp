@@ -28,8 +28,8 @@
 namespace pagora {
 
 // The reflowable reader: shows one spine document at a time as a strip of columns and moves through it page by page.
-// What the user does and what the page reports runs one after another on its queue. Main thread; its window controller
-// owns it.
+// Actions of the user and reports of the page run one after another on its queue. Owned by its window controller. Main
+// thread.
 class EpubController : public WebViewDelegate, public ContentsDelegate, public MarkedReader {
 public:
     EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop);
@@ -68,12 +68,12 @@ public:
     void setMarks(MarksHooks marks) override { _marks = std::move(marks); }
     void goToMark(const MarkAnchor& anchor) override;
     std::vector<std::string> chapterNames() override;
-    // What is to be run in each chapter once it is laid out, by its index; an empty text for nothing.
+    // Provides the script to run in a chapter once it is laid out, by the index of the chapter; empty for none.
     void setChapterScript(std::function<std::string(std::uint64_t split)> script)
     {
         _chapterScript = std::move(script);
     }
-    // Hears which reference to a note the person asks about.
+    // Called when the user points at a reference to a note.
     void setLinkHandler(std::function<void(const std::optional<PointedLink>&)> handler)
     {
         _linkHandler = std::move(handler);

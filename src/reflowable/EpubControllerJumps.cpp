@@ -12,14 +12,14 @@ namespace pagora {
 
 namespace {
 
-// The offset of the page that the place is on, in a strip of that length. Text and elements are asked of the page.
+// The offset of the page of a place, in a strip of S points. Offsets of text and elements come from the page.
 struct OffsetOfPlace {
     const PageGeometry& page;
     std::int64_t S;
 
     std::int64_t operator()(const ShareOfChapter& place) const
     {
-        // The first page that begins there or later, so that the location shows no less than was asked for.
+        // The first page at or after the place, so that the shown percentage is not less than the requested one.
         const double pages = std::clamp(place.share, 0.0, 1.0) * static_cast<double>(S) / page.W;
         return pageAt(static_cast<std::int64_t>(std::ceil(pages - 1e-6)));
     }
@@ -42,7 +42,7 @@ struct OffsetOfPlace {
     }
 };
 
-// The script that tells the offset of the place; empty where no page need be asked.
+// The script that returns the offset of the place; empty if it can be computed without the page.
 std::string offsetScript(const PlaceInChapter& place)
 {
     if (const auto* text = std::get_if<TextInChapter>(&place))

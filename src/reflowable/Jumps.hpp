@@ -8,16 +8,16 @@
 
 namespace pagora {
 
-// What the reader knows of jumps: the way that they made, and where the last one is to land.
+// The state of jumps: their history and the destination of the last one.
 struct Jumps {
     JumpHistory history;
-    // The page that is shown; missing while it is none of the book.
+    // The shown page; missing while it is not a page of the book.
     std::optional<SeenPage> seenPage;
-    // The document of the page that is shown, whether it is one of the book or not.
+    // The document of the shown page, in the book or not.
     std::optional<Url> shownDocument;
-    // The last jump was one of the slider, which is moved through many places.
+    // Whether the last jump came from the slider. Its moves count as one jump.
     bool isSeeking = false;
-    // The place whose page is shown until the user moves.
+    // The destination to keep visible until the user navigates.
     std::optional<PlaceInChapter> landing;
     // Where the pages of the printed edition begin, in order.
     std::vector<Url> printedPages;

@@ -26,7 +26,7 @@ Notes::~Notes()
     _reader.setLinkHandler({});
 }
 
-// A place that the contents lead to is a chapter, whatever the link looks like.
+// A target that is in the table of contents is a chapter, not a note.
 bool Notes::isNote(const Url& url) const
 {
     const auto fragment = url.fragment();

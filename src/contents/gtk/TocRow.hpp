@@ -6,7 +6,7 @@ namespace pagora {
 
 class tocLinkTextField;
 
-// A row of the contents pane: draws the link that it shows just now, or nothing. Main thread.
+// A row of the contents pane. Draws its current link, or nothing. Main thread.
 class TocRow : public Gtk::Widget {
 public:
     TocRow();

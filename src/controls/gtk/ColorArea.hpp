@@ -16,7 +16,7 @@ public:
 
     void setFillColor(const Color& color) override;
     const Color& fillColor() const { return _fillColor; }
-    // Called with each colour, for what covers the area.
+    // Called with each new colour, for widgets that cover the area.
     void setFillHandler(std::function<void(const Color&)> handler) { _filled = std::move(handler); }
 
 private:

@@ -93,8 +93,8 @@ PopUpControl::~PopUpControl()
     _showing.disconnect();
 }
 
-// The list has the focus when it opens; typing goes to the search field above it, which finds any part of a title, and
-// Enter takes the first match. GTK's own search matches only the beginning.
+// The list is focused when it opens. Typed text goes to the search field above it, which matches any part of a title;
+// Enter selects the first match. GTK's own search matches only the beginning.
 void PopUpControl::findByTyping()
 {
     auto* const panel = findBelow(GTK_WIDGET(_dropDown.gobj()), GTK_TYPE_POPOVER);

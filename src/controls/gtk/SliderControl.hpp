@@ -21,7 +21,7 @@ public:
     float floatValue() const override;
     void setFloatValue(float value) override;
     void setAction(std::function<void(EventType)> action) override { _action = std::move(action); }
-    // The box that holds the slider gives it the width that its neighbours leave.
+    // The box around the slider determines its width.
     void setFrame(const Rect&) override { _scale.queue_resize(); }
 
     // Moves the knob as the keyboard does.

@@ -10,8 +10,8 @@
 
 namespace pagora {
 
-// A cache of the covers shown last, as textures. A cover is found by its book while the book's cover data, or its lack
-// of any, is unchanged. Main thread.
+// A least-recently-used cache of covers as textures. An entry is valid while the book's cover data is unchanged. Main
+// thread.
 class CoverCache {
 public:
     explicit CoverCache(std::size_t capacity)
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // Null when it is not there.
+    // Null when there is no valid entry.
     Glib::RefPtr<Gdk::Texture> find(const BookInfo& book);
     void insert(const BookInfo* book, std::optional<Data> data, Glib::RefPtr<Gdk::Texture> texture);
     std::size_t size() const { return _covers.size(); }
@@ -33,7 +33,7 @@ private:
     };
 
     std::size_t _capacity;
-    // The one used last is first.
+    // Most recently used first.
     std::list<Cover> _covers;
     std::unordered_map<const BookInfo*, std::list<Cover>::iterator> _byBook;
 };

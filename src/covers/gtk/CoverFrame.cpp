@@ -9,7 +9,7 @@ namespace pagora {
 
 namespace {
 
-// About as many as there are cover sizes; each takes about 100 kB.
+// The maximum number of cached sizes. Each takes about 100 kB.
 constexpr std::size_t maxPictures = 96;
 
 // Software rendering would blur the shadows of every cover in every frame, which takes four times as long as the rest
@@ -24,7 +24,7 @@ bool isDrawnByProcessor(GtkWidget* widget)
 
 struct CoverFrame::Picture {
     std::shared_ptr<cairo_surface_t> pixels;
-    // How far it reaches beyond the outline, in points.
+    // The extent beyond the outline, in points.
     float reach = 0;
 };
 

@@ -4,10 +4,10 @@
 
 namespace pagora {
 
-// What is drawn around a cover: shadows, and a line on its edge. Main thread.
+// Draws the shadows and the edge line of a cover. Main thread.
 class CoverFrame {
 public:
-    // In the coordinates of the outline; the shadows lift a cover the higher, the larger `lift` is, in points.
+    // In the coordinates of the outline. `lift` is the elevation that the shadows suggest, in points.
     CoverFrame(const GskRoundedRect& outline, float lift, const GdkRGBA& line)
         : _outline(outline)
         , _lift(lift)

@@ -23,7 +23,7 @@ struct CoverLoader::Request {
 namespace {
 
 constexpr Size decodedSize { CoverLoader::coverSize.width * 2, CoverLoader::coverSize.height * 2 };
-// Two encodings of one picture differ by less than this in a byte of a pixel, on average.
+// Two encodings of one picture differ on average by less than this per byte of a pixel.
 constexpr double mostDifference = 6;
 
 std::optional<Image> decoded(const std::string& bytes)
@@ -34,7 +34,7 @@ std::optional<Image> decoded(const std::string& bytes)
     return cover;
 }
 
-// What a book without a cover has stored, encoded by this version or another one.
+// Whether the data is the default cover, encoded by this version or another one.
 bool isDefaultCover(const Image& cover)
 {
     static const auto bytes = resourceBytes("/org/pagora/Pagora/pagora_default_cover.jpg");

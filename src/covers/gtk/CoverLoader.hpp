@@ -25,8 +25,8 @@ public:
     explicit CoverLoader(RunLoop& runLoop);
     ~CoverLoader();
 
-    // Gives the book's cover to `receive`, at once when it is at hand. A book whose cover is missing, does not decode
-    // or is the default cover has one drawn for it, for a screen of so many pixels in a point.
+    // Passes the book's cover to `receive`, at once when it is cached. If the cover is missing, does not decode or is
+    // the default cover, one is drawn for a screen of so many pixels per point.
     [[nodiscard]] Ticket load(const BookInfoPtr& book, int pixelsInPoint, Receiver receive);
 
     const CoverCache& cache() const { return _cache; }

@@ -15,7 +15,7 @@ namespace {
 // Points.
 constexpr float cornerRadius = 3;
 
-// Centred in the box and standing on its bottom.
+// Horizontally centred in the box, at its bottom.
 graphene_rect_t placed(Size box, double width, double height)
 {
     const double ratio = std::min(box.width / width, box.height / height);
@@ -33,7 +33,7 @@ CoverView::CoverView(Size box)
     : _box(box)
 {
     add_css_class("cover");
-    // The item around it has the name.
+    // The item around it has the accessible name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
     set_halign(Gtk::Align::CENTER);
     set_valign(Gtk::Align::CENTER);

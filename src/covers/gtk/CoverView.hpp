@@ -16,10 +16,10 @@ public:
     // In points.
     explicit CoverView(Size box);
 
-    // A pale plate is drawn for none.
+    // Null draws a pale plate.
     void setCover(const Glib::RefPtr<Gdk::Texture>& cover);
     const Glib::RefPtr<Gdk::Texture>& cover() const { return _cover; }
-    // A line below the box shows this part of its length, from 0 to 1; there is none without it.
+    // The progress line below the box, from 0 to 1; missing for no line.
     void setProgress(std::optional<double> progress);
     std::optional<double> progress() const { return _progress; }
 

@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-// Of the covers of books at hand; points of a cover 106 wide.
+// Measured on printed books. In points of a cover that is 106 points wide.
 constexpr double usualWidth = 106;
 constexpr double spine = 7;
 constexpr double margin = 10;
@@ -31,7 +31,7 @@ using Layout = std::unique_ptr<PangoLayout, decltype(&g_object_unref)>;
 
 std::uint32_t hashOf(const std::string& title, const std::string& author)
 {
-    // FNV-1a, so that a book has its colour on every computer; then mixed, so that similar texts differ as others do.
+    // FNV-1a, which gives the same colour on every computer, then mixed, so that similar texts give different colours.
     std::uint32_t hash = 2'166'136'261U;
     for (const char byte : title + '\n' + author)
         hash = (hash ^ static_cast<unsigned char>(byte)) * 16'777'619U;
@@ -40,7 +40,7 @@ std::uint32_t hashOf(const std::string& title, const std::string& author)
     return hash ^ hash >> 16;
 }
 
-// A linear part of a colour as screens take it.
+// Converts a linear colour component to sRGB.
 double gamma(double part)
 {
     part = std::clamp(part, 0.0, 1.0);
@@ -77,7 +77,7 @@ bool fits(PangoLayout* layout, double width, double height)
     return extents.width <= width * PANGO_SCALE && extents.height <= height * PANGO_SCALE;
 }
 
-// In the largest letters that fit; the smallest break words and end early.
+// In the largest font size that fits. The smallest size breaks words and cuts the text.
 Layout titleLayout(cairo_t* context, const std::string& title, double width)
 {
     for (const double size : titleSizes) {
@@ -114,7 +114,7 @@ void drawBoard(cairo_t* context, const std::array<double, 3>& color, Binding bin
 {
     cairo_set_source_rgb(context, color[0], color[1], color[2]);
     cairo_paint(context);
-    // Light falls from above; the joint of the spine lies in the shade.
+    // Lit from above; the joint of the spine is dark.
     const std::unique_ptr<cairo_pattern_t, decltype(&cairo_pattern_destroy)> light(
         cairo_pattern_create_linear(0, 0, 0, height), &cairo_pattern_destroy);
     cairo_pattern_add_color_stop_rgba(light.get(), 0, 1, 1, 1, 0.07);
@@ -179,7 +179,7 @@ Image imageOf(cairo_surface_t* surface)
 
 std::array<double, 3> boardColor(const std::string& title, const std::string& author)
 {
-    // By the OKLCH model, in which lightness is as it is seen.
+    // In OKLCH, whose lightness is perceptual.
     constexpr double chroma = 0.075;
     const auto hash = hashOf(title, author);
     const double hue = (hash % 360) * std::numbers::pi / 180;

@@ -12,7 +12,7 @@ namespace pagora {
 // author, and is dark enough for pale letters.
 std::array<double, 3> boardColor(const std::string& title, const std::string& author);
 
-// The letters on such a board.
+// The colour of the letters on such a board.
 inline constexpr std::array<double, 3> boardLetters { 0.988, 0.969, 0.925 };
 
 // A cover for a book without one: title and author on a board. `size` is in points; an empty author is left out. Any

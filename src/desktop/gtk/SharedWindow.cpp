@@ -15,11 +15,10 @@ namespace {
 // In milliseconds. Covered and minimised windows are not laid out.
 constexpr unsigned layoutTimeout = 1'000;
 
-// How long a window takes to another size, in microseconds of the frame clock, and how much of the way one step may be:
-// all of it would be no animation.
+// The duration of a change of size, in microseconds of the frame clock, and the largest part of the change in one step.
 constexpr double animationTime = 150'000;
 constexpr double largestStep = 0.25;
-// How long the desktop may take to give the window the size of a step.
+// The timeout for the desktop to apply the size of a step.
 constexpr std::int64_t stepPatience = 250'000;
 
 int between(int from, int to, double progress)
@@ -79,7 +78,7 @@ void SharedWindow::animateToFrame(const Rect& frame)
         return;
     _animation = animation;
     window().add_tick_callback([this, animation](const Glib::RefPtr<Gdk::FrameClock>& clock) {
-        // It is over when this is gone.
+        // The animation ends with this object.
         return !animation->isOver && showStep(*animation, clock->get_frame_time());
     });
 }
@@ -107,7 +106,7 @@ bool SharedWindow::showStep(Animation& animation, std::int64_t time)
     return true;
 }
 
-// With the size that it was on its way to.
+// With the final size of a running animation.
 void SharedWindow::endAnimation()
 {
     if (!_animation)
@@ -117,7 +116,7 @@ void SharedWindow::endAnimation()
     _toplevel.setSize(size);
 }
 
-// With the size that it has.
+// With its current size.
 void SharedWindow::stopAnimation()
 {
     if (const auto animation = std::exchange(_animation, nullptr))

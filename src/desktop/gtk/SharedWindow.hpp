@@ -15,8 +15,8 @@
 
 namespace pagora {
 
-// One of the windows that share a toplevel, with a content, a title and a frame of its own. It is visible while it is
-// ordered in, and key while it is in front and the toplevel has the keyboard. Main thread.
+// One of the windows that share a toplevel. Has its own content, title and frame. It is visible while it is ordered in,
+// and key while it is in front and the toplevel is active. Main thread.
 class SharedWindow : public Window, public Toplevel::Member {
 public:
     // The content outlives it and has no parent. Controls of the content belong to the layout, and so to its title bar.
@@ -25,12 +25,12 @@ public:
 
     void setTitle(const std::string& title) override;
     const std::string& title() const override { return _title; }
-    // Called when it has another title.
+    // Called when the title has changed.
     void setTitleAction(std::function<void()> action) { _titleAction = std::move(action); }
-    // The desktop places windows: the origin is what was last set.
+    // The desktop places windows, so the origin is the one that was last set.
     Rect frame() const override;
     void setFrame(const Rect& frame) override;
-    // At once where it is not seen, the desktop decides its size, or the person asked for no animations.
+    // Without animation when the window is not visible, the desktop decides its size, or animations are disabled.
     void animateToFrame(const Rect& frame) override;
     void center() override { }
 
@@ -51,7 +51,7 @@ public:
     // Called when this window has come to the front or left it, and when the toplevel has entered or left full screen
     // while it is in front.
     void setStateAction(std::function<void()> action) { _stateAction = std::move(action); }
-    // Called when the toplevel is told to close while this window is in front; answers whether it may.
+    // Called when the toplevel is about to close while this window is in front. Returns whether it may.
     void setCloseAction(std::function<bool()> action) { _closeAction = std::move(action); }
     // The controller is attached to the toplevel while this window is in front.
     void addController(const Glib::RefPtr<Gtk::EventController>& controller);
@@ -64,7 +64,7 @@ public:
 private:
     using Size = Toplevel::Size;
 
-    // On the way from one size to another.
+    // A running change of size.
     struct Animation {
         Size from;
         Size to;
@@ -95,7 +95,7 @@ private:
     double _x = 0;
     double _y = 0;
     Toplevel::Placement _placement;
-    // Null while its size stands still.
+    // Null while no change of size is running.
     std::shared_ptr<Animation> _animation;
     bool _visible = false;
     bool _key = false;

@@ -18,7 +18,7 @@ Glib::RefPtr<Gtk::CssProvider> sheet(const std::string& fileName)
     return provider;
 }
 
-// A display composites or not as its compositor comes and goes.
+// Whether a display composites can change at run time.
 void followCompositing(const Glib::RefPtr<Gdk::Display>& display)
 {
     const auto follow = [display, provider = sheet("uncomposited.css")] {

@@ -206,7 +206,7 @@ void Toplevel::setSize(Size size)
     if (size == this->size())
         return;
     if (_window.is_maximized() && !_window.is_fullscreen()) {
-        // The desktop gives it the size that it had before; this one follows.
+        // The desktop restores the previous size first; this size is applied after it.
         _sizeAfterMaximized = size;
         _window.unmaximize();
     }
@@ -219,8 +219,8 @@ void Toplevel::ask(Size size)
     _window.set_default_size(size.width, size.height);
 }
 
-// The toolkit takes a size that comes from the desktop for the one that is wanted. One that was asked for before the
-// last, and comes late, is not.
+// The toolkit adopts each size that the desktop reports as the requested one. A late answer to an earlier request must
+// not replace the last request.
 void Toplevel::keepAskedSize()
 {
     if (_askedSizes.empty() || _askedSizes.back() == freeSize())
@@ -230,7 +230,7 @@ void Toplevel::keepAskedSize()
         _window.set_default_size(last.width, last.height);
 }
 
-// The last that was asked for, or one that the desktop or the person has chosen.
+// The size that was requested last, or that the desktop or the user has chosen.
 void Toplevel::sizeDidCome(Size size)
 {
     const auto asked = std::find(_askedSizes.begin(), _askedSizes.end(), size);
@@ -311,7 +311,7 @@ Toplevel::Member* Toplevel::ownerOf(const Gtk::Widget& widget) const
     return owner == _windows.end() ? nullptr : *owner;
 }
 
-// Focus that is given to a window behind is kept for the time when it is in front.
+// Focus of a window that is not in front is applied when it comes to the front.
 void Toplevel::keepFocusInFront()
 {
     auto* const focus = _window.get_focus();

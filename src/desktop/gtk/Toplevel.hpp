@@ -11,10 +11,9 @@
 
 namespace pagora {
 
-// The one window that the program has on the desktop. Several windows of the program share it: it shows the one that
-// was ordered front last, and is hidden while none is ordered in. Where the desktop has it, and whether it is
-// maximised, tiled or full screen, does not change when another window comes to the front. It outlives the windows.
-// Main thread.
+// The only window of the program on the desktop. Several windows of the program share it: it shows the one that was
+// ordered front last, and is hidden while none is ordered in. Its place and whether it is maximised, tiled or full
+// screen do not change when another window comes to the front. Outlives the windows. Main thread.
 class Toplevel {
 public:
     struct Size {
@@ -22,11 +21,10 @@ public:
         int height = 0;
         bool operator==(const Size&) const = default;
     };
-    // Where a window that is not in front was, or will be.
+    // The frame of a window that is not in front.
     struct Placement {
         Size size;
-        // The size that it has when the desktop lets it choose, and whether it was maximised; missing where only the
-        // size is known.
+        // The size when it is not maximised, and whether it was maximised; missing when only the size is known.
         std::optional<Size> freeSize = std::nullopt;
         bool isMaximized = false;
     };
@@ -50,7 +48,7 @@ public:
         virtual bool restoreFocus() = 0;
     };
 
-    // Belongs to the application for as long as it is shown; without one, for tests, to none.
+    // Belongs to the application while it is shown. Tests have no application.
     explicit Toplevel(Glib::RefPtr<Gtk::Application> application = {});
     ~Toplevel();
     Toplevel(const Toplevel&) = delete;
@@ -84,8 +82,8 @@ public:
     void setFullScreen(bool isFullScreen, Member& by);
 
 private:
-    // A full-screen request that the desktop has not confirmed, and the window that made it; null when that window is
-    // gone.
+    // A full-screen request that the desktop has not confirmed, and the window that made it; null when that window was
+    // destroyed.
     struct Asked {
         bool isFullScreen = false;
         Member* by = nullptr;
@@ -94,7 +92,7 @@ private:
     bool isOrderedIn(const Member& window) const;
     void showFront();
     void hideSoon();
-    // Where the desktop leaves the choice.
+    // Used when the desktop lets the window choose.
     Size freeSize() const;
     bool isMaximized() const;
     void ask(Size size);
@@ -110,12 +108,12 @@ private:
     Gtk::Box _noTitlebar;
     Gtk::Stack _contents;
     std::vector<Member*> _windows;
-    // Those that are ordered in; the last is in front.
+    // The windows that are ordered in; the last is in front.
     std::vector<Member*> _ordered;
     std::optional<Asked> _asked;
-    // Sizes that were asked for and have not come, in that order.
+    // Requested sizes that the desktop has not applied, in order.
     std::vector<Size> _askedSizes;
-    // The size that it gets as soon as it is not maximised any more.
+    // The size to apply when the window is no longer maximised.
     std::optional<Size> _sizeAfterMaximized;
     sigc::connection _hiding;
     bool _ended = false;

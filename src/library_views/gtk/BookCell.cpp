@@ -46,7 +46,7 @@ int lineHeight(const Gtk::Label& label)
     return height;
 }
 
-// With its margins.
+// The height with margins.
 int heightOf(const Gtk::Label& label, int lines)
 {
     const auto margin = label.get_style_context()->get_margin();
@@ -167,7 +167,7 @@ void BookCell::measure_vfunc(
     minimumBaseline = naturalBaseline = -1;
 }
 
-// The remaining height is below the texts.
+// Excess height stays empty below the texts.
 void BookCell::size_allocate_vfunc(int width, int, int)
 {
     int top = 0;

@@ -11,13 +11,13 @@
 
 namespace pagora {
 
-// The accessible name of a book: its title, its author, and how much of it was read.
+// The accessible name of a book: title, author and the part that was read.
 Glib::ustring spokenBook(const BookInfo& book);
 
-// One of a book's texts; one that says little is dimmed.
+// Shows one text of a book. A text without information for the reader is dimmed.
 void showText(Gtk::Label& label, const std::optional<std::string>& text);
 
-// Shows the text as a tooltip where the label had to cut it.
+// Shows the text as a tooltip if the label cannot show it whole.
 void showWholeTextOnHover(Gtk::Label& label);
 
 // A cover that is loaded while it has a book. Main thread.
@@ -26,7 +26,7 @@ public:
     CoverCell(CoverLoader& loader, Size box);
     // Null for no book.
     void setBook(const BookInfoPtr& book);
-    // The book may have been read meanwhile.
+    // Updates the line that shows how much was read.
     void showProgress();
     static Glib::ustring name();
     static Glib::ustring spokenName(const BookInfo& book);

@@ -6,10 +6,10 @@
 
 namespace pagora {
 
-// The books that a view shows as a list model of the toolkit. It is the shared array itself: an item is made when a
-// cell asks for it, so that a model of any size is there at once. Main thread.
+// The books of a view as a list model of the toolkit. Wraps the shared array: an item is made when a cell asks for it,
+// so that a model of any size is made at once. Main thread.
 //
-// The interface comes first, so that the toolkit knows of it when the object is made.
+// The interface is the first base class, so that it is registered before the object is made.
 class BookModel : public Gio::ListModel, public Glib::Object {
 public:
     static Glib::RefPtr<BookModel> create();
@@ -18,7 +18,7 @@ public:
     void setBooks(ShownBooks books);
     const ShownBooks& books() const { return _books; }
 
-    // How many items were made so far.
+    // The number of items made so far.
     std::size_t itemsMade() const { return _itemsMade; }
 
 protected:

@@ -23,14 +23,14 @@ public:
     // `place` is in the parent's points.
     void popUp(const BookMenu& menu, const Gdk::Rectangle& place);
 
-    // Null as long as no menu was shown.
+    // Null until a menu is shown.
     Gtk::PopoverMenu* popover() { return _popover.get(); }
 
 private:
     void dropPopover();
 
     Gtk::Widget& _parent;
-    // A new one for each menu.
+    // Made anew for each menu.
     std::unique_ptr<Gtk::PopoverMenu> _popover;
 };
 

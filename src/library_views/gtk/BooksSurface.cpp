@@ -96,7 +96,7 @@ std::optional<std::size_t> BooksSurface::firstSelected() const
 
 void BooksSurface::goToBooks()
 {
-    // What is looked for now is what the user means.
+    // The newest query replaces the pending one.
     _goesToBooks = _finding != nullptr;
     if (_goesToBooks)
         return;
@@ -168,7 +168,7 @@ void BooksSurface::nameItem(Gtk::Widget& cell, const Glib::ustring& name, const 
     if (!item)
         return;
     setAccessibleName(*item, name);
-    // A row is named by its book, and its cells by their text.
+    // Only rows have the name of their book; cells have their text.
     if (item->get_css_name() == "cell" && item->get_parent())
         setAccessibleName(*item->get_parent(), spokenBook(*book));
 }

@@ -17,9 +17,8 @@
 
 namespace pagora {
 
-// What the grid and the list have in common: a model of those books of an array controller that are asked for, in the
-// order asked for, and a selection that follows the controller's and that the controller's follows. A book that is no
-// longer shown is no longer selected. Main thread.
+// The common base of the grid and the list: a model of the books that a query selects from an array controller, and a
+// selection that is kept equal to the controller's. Books that are no longer shown are deselected. Main thread.
 class BooksSurface : public LibraryViewSurface, protected ArrayObserver {
 public:
     // The finder outlives it.
@@ -30,14 +29,14 @@ public:
     void setDropDelegate(DropDelegate* delegate) override { _dropDelegate = delegate; }
     void popUpContextMenu(const BookMenu& menu) override;
 
-    // What is put into the window.
+    // The widget for the window.
     virtual Gtk::Widget& widget() = 0;
-    // Asked for what to show whenever the books are replaced; without it, all of them are shown in their order. What is
-    // found late is shown late: until then the books before stay, and none of them can be selected.
+    // Provides the query whenever the books are replaced; without it, all books are shown in their order. Until the
+    // result arrives the previous books stay visible, and none of them can be selected.
     void setQuery(std::function<BookQuery()> query);
-    // The query has another answer.
+    // The result of the query may have changed.
     void queryDidChange();
-    // Gives the first of the selected books that are shown the focus; where none is selected, selects the first book.
+    // Focuses the first selected book that is shown. Selects the first book if none is selected.
     void goToBooks();
     // The same without selecting.
     void focusBooks();
@@ -45,34 +44,35 @@ public:
 
     // Called when the books were replaced.
     void setContentAction(std::function<void()> action) { _contentAction = std::move(action); }
-    // Called when other books are shown.
+    // Called when the shown books have changed.
     void setShownAction(std::function<void()> action) { _shownAction = std::move(action); }
     DropDelegate* dropDelegate() const { return _dropDelegate; }
-    // Called when files come over the view, and when they leave.
+    // Called when a drag of files enters or leaves the view.
     void setDragAction(std::function<void(const DropHover&)> action) { _dragAction = std::move(action); }
     const BookArray& content() const { return _books.contentArray(); }
     bool isEmpty() const { return _books.content().empty(); }
 
     const BookModel& model() const { return *_model; }
     Gtk::MultiSelection& selection() { return *_selection; }
-    // Null as long as no menu was shown.
+    // Null until a menu is shown.
     BookPopover* contextMenu() { return _contextMenu.get(); }
 
 protected:
     void contentDidChange() override;
     void selectionDidChange() override;
 
-    // Follows clicks and keys on the view, whose items are children of `items`. A click beside them selects none.
+    // Handles clicks and keys on the view, whose items are children of `items`. A click beside them clears the
+    // selection.
     void watchInput(Gtk::Widget& view, Gtk::Widget& items);
-    // Before the widgets go.
+    // Called before the widgets are destroyed.
     void stopWatching();
     // The user asked for the book at this position to be opened.
     void activate(guint position);
 
     Glib::RefPtr<Gtk::MultiSelection> sharedSelection() { return _selection; }
 
-    // Cells of the type `Cell`, which has `setBook` and `spokenName`, made by `make` and used again for one book after
-    // another.
+    // Creates cells of the type `Cell`, which has `setBook` and `spokenName`, with `make`. Cells are reused for other
+    // books.
     template <typename Cell, typename Make>
     static Glib::RefPtr<Gtk::SignalListItemFactory> makeFactory(Make make)
     {
@@ -81,7 +81,7 @@ protected:
             auto* const cell = make();
             item->set_child(*cell);
             rememberItem(*cell, item->gobj());
-            // The library comes back from a reader: a book may have been read.
+            // The library is shown again after a reader: progress may have changed.
             cell->signal_map().connect([cell, item = item.get()] {
                 if (const auto book = bookOf(*item)) {
                     cell->showProgress();
@@ -115,12 +115,12 @@ private:
     void show(ShownBooks shown, MoveToSelection move);
     void moveTo(std::size_t position);
     std::optional<std::size_t> firstSelected() const;
-    // The books shown are those of the controller, and not those that it had before.
+    // Whether the shown books are the current ones of the controller.
     bool showsContent() const;
-    // Of the item's book in the controller.
+    // The index of the item's book in the controller.
     std::optional<std::size_t> indexOf(Gtk::Widget& item) const;
     static BookInfoPtr bookOf(const Gtk::ListItem& item);
-    // Tells assistive technology what the list's own widgets around the cell are called.
+    // Sets the accessible names of the list's own widgets around the cell.
     static void nameItem(Gtk::Widget& cell, const Glib::ustring& name, const BookInfoPtr& book);
     static void rememberItem(Gtk::Widget& cell, GtkListItem* item);
     void userDidChangeSelection();
@@ -132,14 +132,14 @@ private:
     // The child of `_items` that holds the widget; null for a widget outside the items.
     Gtk::Widget* itemHolding(Gtk::Widget* widget) const;
     static std::optional<std::size_t> positionOf(Gtk::Widget& item);
-    // The item with the keyboard focus, or the first that is selected; its place goes to `_menuPlace`.
+    // The focused item, or the first selected one. Stores its place in `_menuPlace`.
     std::optional<std::size_t> itemForKeys(Gtk::Widget& view);
 
     ArrayController& _books;
     LibraryFinder& _finder;
-    // Null while nothing is looked for.
+    // Null while no search is pending.
     LibraryFinder::Ticket _finding;
-    // The user asked to go to what is looked for.
+    // Whether to focus the result when it arrives.
     bool _goesToBooks = false;
     std::function<BookQuery()> _query;
     Handler* _handler = nullptr;
@@ -149,12 +149,12 @@ private:
     std::function<void(const DropHover&)> _dragAction;
     Glib::RefPtr<BookModel> _model;
     Glib::RefPtr<Gtk::MultiSelection> _selection;
-    // While one of the two selections is brought to the state of the other.
+    // Set while one of the two selections is copied to the other.
     bool _isFollowing = false;
     sigc::connection _selectionChanged;
     sigc::connection _clickReport;
     Gtk::Widget* _items = nullptr;
-    // Where the next menu comes up, in points of `widget()`.
+    // The place of the next menu, in points of `widget()`.
     Gdk::Rectangle _menuPlace;
     std::unique_ptr<BookPopover> _contextMenu;
     std::unique_ptr<FileDropTarget> _dropTarget;

@@ -7,12 +7,12 @@
 #include <gtkmm/native.h>
 #include <gtkmm/root.h>
 
-// Clicks, keys, dragged files and menus of a library view.
+// Input of a library view: clicks, keys, drops and menus.
 namespace pagora {
 
 namespace {
 
-// A cell knows the list item that it belongs to by this.
+// The key under which a cell stores its list item.
 constexpr const char* listItemKey = "pagora-list-item";
 
 }

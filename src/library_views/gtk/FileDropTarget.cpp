@@ -12,7 +12,7 @@ bool holds(Gdk::DragAction actions, Gdk::DragAction action)
     return (actions & action) != Gdk::DragAction();
 }
 
-// Files that are not on this computer, nor mounted, have no path and are left out.
+// Remote files that are not mounted have no path and are left out.
 std::vector<std::string> pathsOf(const GValue& value)
 {
     std::vector<std::string> paths;

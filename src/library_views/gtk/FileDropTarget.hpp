@@ -11,11 +11,11 @@
 
 namespace pagora {
 
-// Files that are held over a widget.
+// A drag of files over a widget.
 struct DropHover {
     enum class State { Away, Taken, Refused };
     State state = State::Away;
-    // Why they are refused, for the user.
+    // The reason of a refusal, for the user.
     std::string why;
     bool operator==(const DropHover&) const = default;
 };
@@ -26,14 +26,13 @@ public:
     // Null when files are not accepted.
     using Delegate = std::function<DropDelegate*()>;
 
-    // `hovers` hears of files that come over the widget, and when they leave.
+    // `hovers` is called when a drag enters or leaves the widget.
     FileDropTarget(Gtk::Widget& widget, Delegate delegate, std::function<void(const DropHover&)> hovers);
     ~FileDropTarget();
     FileDropTarget(const FileDropTarget&) = delete;
     FileDropTarget& operator=(const FileDropTarget&) = delete;
 
-    // The source's actions, of which only copying is used. A source that allows more than a copy leaves the choice to
-    // the destination.
+    // Maps the source's actions. A source that allows more than a copy is `Generic`; the files are always copied.
     static DragOperation::Mask operationsOf(Gdk::DragAction actions);
 
 private:
@@ -47,7 +46,7 @@ private:
     Delegate _delegate;
     std::function<void(const DropHover&)> _hovers;
     Glib::RefPtr<Gtk::DropTarget> _target;
-    // Knows of files that leave also when they were refused.
+    // Also reports when refused files leave.
     Glib::RefPtr<Gtk::DropControllerMotion> _motion;
     Gdk::DragAction _judged = {};
     Gdk::DragAction _answer = {};

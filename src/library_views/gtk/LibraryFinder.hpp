@@ -13,29 +13,29 @@ namespace pagora {
 class LibraryFinder {
 public:
     using Receiver = std::function<void(ShownBooks)>;
-    // A search that somebody waits for; dropping it calls it off.
+    // A pending search. Destroying it cancels the search.
     struct Request;
     using Ticket = std::shared_ptr<Request>;
 
     explicit LibraryFinder(RunLoop& runLoop);
     ~LibraryFinder();
 
-    // `receive` is called later with what was found.
+    // `receive` is called later with the result.
     [[nodiscard]] Ticket find(const BookArray& books, BookQuery query, Receiver receive);
-    // Makes searches in these books ready before they are asked for.
+    // Builds the index of these books in advance.
     void prepare(const BookArray& books);
-    // Lets go of what was made ready for other books.
+    // Releases the index of other books.
     void dropOthers(const BookArray& books);
 
 private:
-    // The index of these books; the one before goes. The worker's thread.
+    // The index of these books; replaces the previous index. On the worker's thread.
     BookIndex& indexOf(const BookArray& books);
     Worker& worker();
 
     RunLoop& _runLoop;
-    // The worker's, while there is one.
+    // Used by the worker only.
     std::unique_ptr<BookIndex> _index;
-    // Made for the first search.
+    // Created with the first search.
     std::unique_ptr<Worker> _worker;
 };
 

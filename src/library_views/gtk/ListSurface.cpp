@@ -15,7 +15,7 @@ namespace pagora {
 namespace {
 
 constexpr Size smallCover { 28, 40 };
-// The width of a column, in points, and what the longest of the usual identifiers takes with its margins.
+// Column widths in points. The identifier's fits the longest of the usual identifiers with margins.
 constexpr double identifierWidth = 220;
 constexpr double thirteenDigits = 130;
 

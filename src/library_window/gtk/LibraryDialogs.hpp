@@ -28,7 +28,7 @@ public:
     // `answered` receives 1000 for the first button, and for an alert that is put away, and 1001 for the second.
     void runAlert(const std::string& informativeText, const std::string& firstButton, const std::string& secondButton,
         std::function<void(int code)> answered);
-    // One at a time: a panel that is open already comes to the front, and `chosen` receives nothing.
+    // Only one panel at a time: an open panel is brought to the front, and `chosen` receives nothing.
     void runOpenPanel(const std::string& message, bool multiple, Chosen chosen);
     // The same for one folder.
     void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen);

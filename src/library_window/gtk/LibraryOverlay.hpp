@@ -11,17 +11,17 @@
 
 namespace pagora {
 
-// What lies over the books in the library window: the page of an empty library, that of a search without result, and
-// what happens to files that are held above. Main thread.
+// The overlay over the books in the library window: the page of an empty library, the page of a search without result,
+// and the drop target. Main thread.
 class LibraryOverlay {
 public:
     // The layout "LibraryWindow".
     explicit LibraryOverlay(const Glib::RefPtr<Gtk::Builder>& layout);
     ~LibraryOverlay();
 
-    // The view that lies below; null for none. It outlives this use.
+    // The view below; null for none. It stays alive until it is replaced here.
     void setView(BooksSurface* view) { _view = view; }
-    // Shows the page that is due.
+    // Shows the page for the current state.
     void update(bool isImporting);
     void showDrop(const DropHover& hover);
 
@@ -31,7 +31,7 @@ private:
     Gtk::Revealer& _dropTarget;
     Gtk::Label& _dropLabel;
     BooksSurface* _view = nullptr;
-    // The page of the empty library takes files for the view that it covers.
+    // Drops on the empty page go to the view below.
     std::unique_ptr<FileDropTarget> _emptyPageTarget;
 };
 

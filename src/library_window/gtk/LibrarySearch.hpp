@@ -16,8 +16,8 @@
 
 namespace pagora {
 
-// The search bar of the library window with its button, and the menu of the orders: what the person asks of the books.
-// Main thread.
+// The search bar of the library window with its button, and the menu of orders. They make the query for the books. Main
+// thread.
 class LibrarySearch {
 public:
     // The layout "LibraryWindow".
@@ -26,26 +26,26 @@ public:
     LibrarySearch(const LibrarySearch&) = delete;
     LibrarySearch& operator=(const LibrarySearch&) = delete;
 
-    // Without the list of books that were read.
+    // The query without the list of books that were read.
     BookQuery query() const;
-    // Called when another query is asked.
+    // Called when the query has changed.
     void setQueryAction(std::function<void()> action) { _queryAction = std::move(action); }
     // Called when the bar has opened.
     void setOpenAction(std::function<void()> action) { _openAction = std::move(action); }
-    // Called when the user goes from the field to what was found.
+    // Called when the user leaves the field for the results.
     void setDoneAction(std::function<void()> action) { _doneAction = std::move(action); }
-    // Called when the bar closes that had the keyboard.
+    // Called when the bar closes while it has the focus.
     void setCloseAction(std::function<void()> action) { _closeAction = std::move(action); }
 
-    // Gives the bar the keyboard and opens it first; not where there is no book.
+    // Opens and focuses the bar, unless there is no book.
     void open();
-    // Shows every book again and closes the bar.
+    // Ends the search and closes the bar.
     void end();
     bool isOpen() const { return _bar.get_search_mode(); }
-    // What the bar says of the books; there is nothing to search where there is no book.
+    // Shows the number of books. Disables the search when there is no book.
     void setCount(std::size_t shown, std::size_t all);
-    // Opens the bar for a key that writes something, and closes it for Escape, where no control takes them. The
-    // controller is for the window.
+    // The window's controller that opens the bar on a printable key and closes it on Escape, unless a control uses the
+    // key.
     Glib::RefPtr<Gtk::EventController> keys();
     Gtk::Widget& field() { return _field; }
 

@@ -121,7 +121,7 @@ private:
     LibrarySearch _search;
     LibraryOverlay _overlay;
     LibraryDialogs _dialogs;
-    // The title of the book that the button goes on with.
+    // The title of the book that the button opens.
     Glib::ustring _bookToContinue;
     // The view that is in the window; null for none.
     BooksSurface* _shown = nullptr;

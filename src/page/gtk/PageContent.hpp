@@ -11,7 +11,7 @@
 
 namespace pagora {
 
-// What a page view is for: text that the reader lays out as a strip of columns, or pages that come with their layout.
+// The kind of a page view: for text that the reader lays out in columns, or for pages with a fixed layout.
 enum class PageKind { Columns, Fixed };
 
 // What a page view adds to its pages: style sheets, scripts and the book's content filter. It also decides whether
@@ -41,10 +41,10 @@ public:
     };
     // Tells the scripts of the next document their load, and that.
     void numberScripts(std::uint64_t load, const ForScripts& facts);
-    // Styles pages from their beginning on; in CSS.
+    // CSS that applies to pages from their first line on.
     void setStartStyle(const std::string& css);
 
-    // A view that was made for pages without scripts stays so.
+    // Has no effect on a view that was made without scripts.
     void allowScripts(bool allowed);
     bool allowsScripts() const { return _allowsScripts; }
 

@@ -24,9 +24,9 @@ public:
 
     // Covers the page until it is prepared.
     void cover(PageCover::Show show);
-    // The same, for no longer than so many seconds: a page that never comes to an end is shown as it is.
+    // The same with a timeout in seconds, after which the page is shown as it is.
     void cover(PageCover::Show show, double seconds);
-    // The page is laid out: it is uncovered once it is painted, or after a moment if nobody sees it.
+    // The page is laid out. Uncovers it once it is painted, or after a timeout if it is not visible.
     void pageIsPrepared();
     // The page reports that it was painted for this request.
     void pageIsPainted(std::uint64_t request);

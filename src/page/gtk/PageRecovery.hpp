@@ -6,21 +6,21 @@
 
 namespace pagora {
 
-// Decides how a page goes on whose engine has stopped. Main thread.
+// Decides whether a page is loaded again after its engine has stopped. Main thread.
 class PageRecovery {
 public:
     ~PageRecovery() { _soon.disconnect(); }
 
-    // A load that the reader asked for may be repeated anew.
+    // Called for each load that the reader requests. Resets the number of attempts.
     void reset() { _attemptsLeft = maxAttempts; }
-    // Calls `work` from the main loop, unless it is called off first.
+    // Calls `work` from the main loop, unless it is cancelled first.
     void performSoon(std::function<void()> work);
     void callOff() { _soon.disconnect(); }
 
     struct Attempt {
-        // False when the page has brought the engine down too often.
+        // False when the page has crashed the engine too often.
         bool isAllowed;
-        // Whether the page runs scripts of its own: it has brought the engine down before.
+        // Whether the page may run its own scripts.
         bool allowsScripts;
     };
     Attempt nextAttempt();

@@ -7,8 +7,8 @@
 
 namespace pagora {
 
-// Reports a new size of the page's frame once the page has it too, for only then do its measures fit the frame; or
-// after a moment, where the page does not answer. Main thread.
+// Reports a new size of the page's frame once the page has the same size, or after a timeout if the page does not
+// answer. Main thread.
 class PageSizeReports {
 public:
     explicit PageSizeReports(std::function<void()> report)
@@ -17,9 +17,9 @@ public:
     }
     ~PageSizeReports() { _timer.disconnect(); }
 
-    // `pageFollows` says whether there is a page that will tell its size.
+    // `pageFollows`: whether a page is shown, which will report its size.
     void frameDidChange(const Rect& frame, bool pageFollows);
-    // The page tells its size.
+    // The page reports its size.
     void pageDidChange(const Rect& size, const Rect& frame);
 
 private:

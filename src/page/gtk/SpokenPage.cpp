@@ -11,7 +11,7 @@ namespace pagora {
 
 namespace {
 
-// How long nothing must have happened to the page, in milliseconds.
+// The time without changes after which the text is collected, in milliseconds.
 constexpr unsigned rest = 250;
 
 void setProperty(WebKitWebView* view, GtkAccessibleProperty property, const std::string& text)
@@ -74,7 +74,7 @@ void SpokenPage::pageMayHaveChanged()
 
 void SpokenPage::collect()
 {
-    // A page that is busy is asked once more when it has answered, whatever happened meanwhile.
+    // While a request is pending, further changes lead to one more request.
     if (_isCollecting) {
         _isOutdated = true;
         return;

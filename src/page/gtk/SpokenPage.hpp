@@ -12,10 +12,9 @@
 
 namespace pagora {
 
-// Offers the text that a page shows to assistive technology, as the description of the engine's widget, which has the
-// keyboard focus; its name tells the book and the chapter. The text is collected when the page has come to rest, so
-// that turning pages does not wait for it. Where the engine offers the page's own tree, the text is not offered a
-// second time. Main thread.
+// Provides the visible text of a page to assistive technology as the description of the engine's widget, which has the
+// keyboard focus. The widget's name holds book and chapter. The text is collected when the page is idle, so that it
+// does not delay page turns. Not used where the engine provides the accessible tree of the page. Main thread.
 class SpokenPage {
 public:
     explicit SpokenPage(WebKitWebView* view);
@@ -23,11 +22,11 @@ public:
     SpokenPage(const SpokenPage&) = delete;
     SpokenPage& operator=(const SpokenPage&) = delete;
 
-    // Names the page, by the title of its document; at once, and again with every text.
+    // Makes the accessible name from the document's title; called at once and with every new text.
     void setNamer(std::function<std::string(const std::string& title)> namer);
-    // What is read in place of the page, at once; an empty text gives the page back.
+    // Replaces the text of the page; an empty text restores it.
     void setNotice(const std::string& notice);
-    // What is seen may have become different.
+    // The visible text may have changed.
     void pageMayHaveChanged();
     const std::string& name() const { return _name; }
     const std::string& text() const { return _text; }
@@ -46,10 +45,10 @@ private:
     std::string _text;
     std::string _description;
     bool _isCollecting = false;
-    // Something happened since the page was asked.
+    // Whether the page may have changed since the last request.
     bool _isOutdated = false;
     sigc::connection _rest;
-    // Forgotten when the page goes, for what comes back later.
+    // Expires with this object, for replies that come later.
     std::shared_ptr<SpokenPage*> _self;
 };
 

@@ -15,11 +15,11 @@
 
 namespace pagora {
 
-// A panel in which a place of the book is named and gone to: a percentage of the book, a page, or a page of the printed
-// edition by its number there. Main thread.
+// The panel for jumps by number: to a percentage of the book, to a page, or to a page of the printed edition. Main
+// thread.
 class GoToPanel {
 public:
-    // Where the reader is. What is missing is not offered.
+    // The current place. Missing numbers are not offered.
     struct Place {
         std::optional<int> percentage;
         // Counted from 1.

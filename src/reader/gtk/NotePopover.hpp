@@ -13,11 +13,11 @@
 
 namespace pagora {
 
-// A note beside the reference that leads to it, on the paper of the page. One that the pointer has called goes when the
-// pointer leaves both. Main thread.
+// Shows a note beside its reference, in the colours of the page. A note that was opened by the pointer closes when the
+// pointer has left both. Main thread.
 class NotePopover {
 public:
-    // It stands in a widget that outlives it.
+    // The parent widget outlives it.
     NotePopover(Gtk::Widget& page, std::function<void()> goThere);
     ~NotePopover();
     NotePopover(const NotePopover&) = delete;

@@ -33,12 +33,12 @@ public:
     PageSurroundings(const PageSurroundings&) = delete;
     PageSurroundings& operator=(const PageSurroundings&) = delete;
 
-    // Gives the bars the colour of the page.
+    // Sets the colour of the bars to that of the page.
     void setPaper(const Color& color);
     void setChapter(const std::string& name);
     // Counted from 1; nothing is shown where the count is 0.
     void setPageOfChapter(std::int64_t page, std::int64_t count);
-    // What was set last: the page and the count. Missing where nothing is shown.
+    // The last page number and count; missing while none is shown.
     std::optional<std::pair<std::int64_t, std::int64_t>> pageOfChapter() const { return _pageOfChapter; }
     void setHasContents(bool hasContents) { _noContents.set_visible(!hasContents); }
     // Shows that the book has no pages, with a button back to the library.

@@ -59,7 +59,7 @@ std::optional<ReaderCommand> wayCommand(guint keyval, bool holdsAlt)
     return {};
 }
 
-// Keys that turn pages, as far as the focus leaves them.
+// Keys that turn pages, unless the focused control uses them.
 std::optional<ReaderCommand> pageCommand(guint keyval, bool shift, ReaderFocus focus, PageDirection direction)
 {
     const bool rightToLeft = direction == PageDirection::RightToLeft;

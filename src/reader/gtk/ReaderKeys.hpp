@@ -34,7 +34,7 @@ enum class ReaderCommand {
     ShowMarks,
 };
 
-// What has the focus and needs keys for itself.
+// The kind of the focused control, which decides on the keys that it uses itself.
 enum class ReaderFocus {
     // The page, or nothing.
     Page,
@@ -48,10 +48,10 @@ enum class ReaderFocus {
     Text,
 };
 
-// Which way the pages follow one another.
+// The direction in which pages follow one another.
 enum class PageDirection { LeftToRight, RightToLeft };
 
-// The command of a key with these modifiers while the focus is there; missing when the key goes to the focus.
+// The command of a key with these modifiers for that focus; missing when the focused control gets the key.
 std::optional<ReaderCommand> readerCommand(
     guint keyval, Gdk::ModifierType state, ReaderFocus focus, PageDirection direction);
 

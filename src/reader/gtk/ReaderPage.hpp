@@ -12,8 +12,8 @@ namespace pagora {
 
 class RunLoop;
 
-// A page view with what the reader window needs of it: its widget, its flicks and, where set, its use of keys, page
-// direction, background and accessible name.
+// A page view and the operations on it that the reader window needs: its widget, its flicks and, where set, its use of
+// keys, page direction, background and accessible name.
 struct ReaderPage {
     std::unique_ptr<WebView> webView;
     Gtk::Widget* widget = nullptr;

@@ -46,11 +46,11 @@ public:
 
     // Handles the window's keys in this popover too, which would keep them while it is open.
     void watchKeys(Gtk::Widget& panel);
-    // Gives the keyboard back to the page, from the main loop.
+    // Returns the keyboard focus to the page, from the main loop.
     void focusPage();
 
 private:
-    // Owns every widget below, so it goes last.
+    // Owns every widget below, so it is destroyed last.
     ReaderLayout _layout;
 
 public:

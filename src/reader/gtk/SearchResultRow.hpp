@@ -30,7 +30,7 @@ private:
     Glib::RefPtr<Pango::Layout> _layout;
 };
 
-// What assistive technology is told of a result.
+// The accessible name of a result.
 std::string spokenResult(const FoundText& found);
 
 }

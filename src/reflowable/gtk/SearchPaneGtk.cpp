@@ -76,7 +76,7 @@ void SearchPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
         row->showResult(_results[*line.result]);
     else
         row->showChapter(line.chapter);
-    // The list's item around the row is what assistive technology meets.
+    // Assistive technology sees the list's item around the row.
     const auto label = displayText(line.result ? spokenResult(_results[*line.result]) : line.chapter, longestLabel);
     gtk_accessible_update_property(
         GTK_ACCESSIBLE(row->get_parent()->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);

@@ -48,7 +48,7 @@ public:
     void focusResults();
 
 private:
-    // What a row shows: a chapter by its name, or a result by its number.
+    // The content of a row: the name of a chapter, or the number of a result.
     struct Line {
         std::optional<std::size_t> result;
         std::string chapter;

@@ -2,7 +2,7 @@
 (function () {
     'use strict';
 
-    // What the engine puts into a page of XML at the fault that it stopped at.
+    // The element that the engine inserts at an XML error.
     const type = Object.getOwnPropertyDescriptor(Document.prototype, 'contentType').get.call(document);
     if (/^(?:application|text)\/(?:xhtml\+)?xml$/.test(type)
         && Document.prototype.querySelector.call(document, 'parsererror')) {
@@ -21,14 +21,13 @@
         }
     }
 
-    // With a column width alone, the reader leaves the count to the book. Where it is about to give one, that stands at
-    // once: the page would be laid out twice.
+    // With only a column width the book's column count would apply. If the reader is about to set a count, it is set here,
+    // to avoid a second layout.
     const body = document.body;
     if (pagoraLaysOut && body && body.style)
         body.style.setProperty('column-count', pagoraColumnCount, 'important');
 
-    // Laid out before its style sheets are there, the page would be laid out twice; one that never comes is not waited
-    // for.
+    // Waits for the style sheets, because a layout without them would be repeated. The wait is limited.
     const complete = () => {
         if (pagoraLaysOut)
             pagoraTellPaper();

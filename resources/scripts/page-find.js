@@ -1,13 +1,13 @@
-// Runs in the reader's own script world of every page, before the page has any content. It finds places of the text, tells
-// on which page they are, and paints them. A place is the number of UTF-16 units of the body's text before it, white space
-// left out; the program counts the same in the page's file. Painting changes neither the page's nodes nor its layout.
+// Runs in the reader's own script world of every page, before the page has any content. Locates places of the text,
+// returns their pages and highlights them. A place is the number of UTF-16 units of the body's text before it, without
+// white space; the program counts in the same way in the file. Highlights change neither the nodes nor the layout.
 
 var pagoraFind = (function () {
     'use strict';
 
     const bodyOf = Object.getOwnPropertyDescriptor(Document.prototype, 'body').get;
     const rectsOf = Element.prototype.getClientRects;
-    // What is not read with the text around it.
+    // Elements that are not part of the text.
     const skipped = /^(?:annotation|desc|head|metadata|noscript|rp|rt|script|style|template|title)$/i;
     const blanks = /[ \t\n\f\r]+/g;
     const isBlank = (unit) => unit === 32 || (unit >= 9 && unit <= 13 && unit !== 11);
@@ -76,8 +76,8 @@ var pagoraFind = (function () {
         return null;
     }
 
-    // Where the text is that the program found at a place of the page's file. The page may differ from its file, then the
-    // nearest place with the same text is taken; -1 without one.
+    // The place of a text that the program found in the file. If the page differs from the file, returns the nearest place
+    // with the same text; -1 if there is none.
     function actualStart(start, text) {
         const whole = textIndex().text;
         const wanted = text.replace(blanks, '');
@@ -123,7 +123,7 @@ var pagoraFind = (function () {
         return Math.max(0, Math.min(Math.floor((across + 1) / innerWidth) * innerWidth, end));
     }
 
-    // A highlight that is taken out of the registry stays on the screen, so they stay there and are emptied.
+    // Removing a highlight from the registry does not repaint, so the highlights stay registered and are emptied.
     const highlights = new Map([['pagora-found', 0], ['pagora-current', 1]].map(([name, priority]) => {
         const highlight = new Highlight();
         highlight.priority = priority;

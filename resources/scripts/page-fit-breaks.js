@@ -1,8 +1,8 @@
-// Runs in the reader's own script world of every page, before page-fit.js: what stands at the end of a column.
+// Runs in the reader's own script world of every page, before page-fit.js. Handles the ends of columns.
 
-// Marks headings with the room that they need below them, so that none stands alone at a column's end. The style sheet
-// gives it to them as an empty box, which the text below is laid out over: the engine does not divide a heading. Each
-// heading with what follows it is kept for `pagoraFitBreaks`, which looks after those that this does not help.
+// Marks headings with the room that they need below them, so that no heading is the last line of a column. The style
+// sheet adds that room as an empty box inside the heading, which the engine does not divide, and the text below is laid
+// out over it. Pairs of a heading and the element after it are kept for `pagoraFitBreaks`, which handles the rest.
 var pagoraKeepHeadings = (function () {
     'use strict';
 
@@ -12,7 +12,7 @@ var pagoraKeepHeadings = (function () {
     const wholes = /^(?:canvas|figure|iframe|img|math|object|svg|table|video)$/;
     const clear = 'rgba(0, 0, 0, 0)';
 
-    // The box would show, or take room.
+    // Whether the added box would be visible or take room.
     const hasOwnBox = (style, { pixels }) => style.backgroundColor !== clear || style.backgroundImage !== 'none'
         || style.overflow !== 'visible' || pixels(style.borderBottomWidth) + pixels(style.paddingBottom) > 0
         || !/^(?:block|list-item)$/.test(style.display) || style.float !== 'none' || style.position !== 'static';
@@ -27,7 +27,7 @@ var pagoraKeepHeadings = (function () {
     const isSeen = (element) => isHeading(element) || wholes.test(element.localName) || /\S/.test(element.textContent)
         || Element.prototype.querySelector.call(element, 'canvas, iframe, img, object, svg, video');
 
-    // The heading, the whole or the text that follows an element, in the order of the document.
+    // The next heading, undivided element or text after an element, in document order.
     function nextOf(element, body) {
         let next = elementAfter(element, body);
         while (next && !isSeen(next))

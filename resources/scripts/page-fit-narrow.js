@@ -1,11 +1,11 @@
-// Runs in the reader's own script world of every page, before page-fit.js: what a narrow column has no room for, which
-// are the margins around its text, large titles and long words.
+// Runs in the reader's own script world of every page, before page-fit.js. Handles large margins, large titles and long
+// words in narrow columns.
 
-// Marks blocks whose margins leave their text no room, with margins that do.
+// Marks blocks whose margins leave no room for text, with smaller margins.
 var pagoraFitInsets = (function () {
     'use strict';
 
-    // Blocks of a sort have the same margins; so many are looked at.
+    // Blocks of a sort have the same margins. The number of blocks that are measured for each sort.
     const sampleSize = 8;
     // Room for the sign of a list's entry: the size of the letters so many times, and as much of the column for all of the
     // lists together.
@@ -55,7 +55,7 @@ var pagoraFitInsets = (function () {
             const room = Math.min(largest, roomForSign * pixels(style.fontSize));
             lengths[start] = Math.max(lengths[start], Math.min(pixels(style[start]), room));
         }
-        // A first line that stands out to the left keeps its share of the room.
+        // A hanging first line keeps its share of the room.
         const indent = pixels(style.textIndent);
         lengths.textIndent = indent < 0 ? indent * share : indent;
         return Object.fromEntries(Object.entries(lengths).map(([name, length]) => [name, length.toFixed(2) + 'px']));
@@ -91,7 +91,7 @@ var pagoraFitInsets = (function () {
     };
 })();
 
-// Marks titles whose letters are too large for the column, with the size that is not.
+// Marks titles that are too large for the column, with a font size that fits.
 var pagoraFitTitles = (function () {
     'use strict';
 
@@ -134,7 +134,7 @@ var pagoraFitTitles = (function () {
     };
 })();
 
-// Marks the text whose words are longer than its lines.
+// Marks text with words that are longer than a line.
 var pagoraFitWords = (function () {
     'use strict';
 
@@ -145,7 +145,7 @@ var pagoraFitWords = (function () {
     const surelyFits = 0.4;
     const wordsOver = (length) => new RegExp(unbroken + '{' + (length + 1) + ',}', 'g');
 
-    // How long the longest word of the page's text is, once that was asked for.
+    // The length of the longest word of the page's text; computed on first use.
     let longest = -1;
     // The words of more letters than a limit: [text node, start, length].
     let words = { limit: Infinity, found: [] };

@@ -1,15 +1,15 @@
-// Runs in the reader's own script world of every page, before page-fit.js: tables, equations and words that are wider
-// than their column.
+// Runs in the reader's own script world of every page, before page-fit.js. Handles tables, equations and words that are
+// wider than their column.
 
-// Marks tables and equations that stick out of their columns. Each step measures everything, then marks.
+// Marks tables and equations that overflow their columns. Each step measures everything, then sets marks.
 var pagoraFitWide = (function () {
     'use strict';
 
     const steps = 10;
-    // The smallest letters, in tenths of the size that they had.
+    // The minimum font size, in tenths of the original.
     const smallest = 6;
 
-    // The share of its room that something takes, in tenths, rounded down; 10 when it fits.
+    // The font size that makes an element fit, in tenths, rounded down; 10 when it fits already.
     const tenths = (room, needed) => (needed <= room + 1 ? steps : Math.floor(steps * room / needed));
 
     // --- Equations ---------------------------------------------------------------------------------------------------
@@ -52,7 +52,7 @@ var pagoraFitWide = (function () {
     const manyLines = 2.6;
     const fewestCharacters = 8;
 
-    // Cells in which the words stand one below the other.
+    // Cells that have room for one word in a line.
     function narrowCells(table, tools) {
         const narrow = [];
         for (const cell of Element.prototype.querySelectorAll.call(table, 'td, th')) {

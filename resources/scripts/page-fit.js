@@ -1,32 +1,32 @@
-// Runs in the reader's own script world of every page, before the page has any content. It finds what does not fit the
-// columns as they are and marks it for the style sheet of the pages, which says what becomes of it:
+// Runs in the reader's own script world of every page, before the page has any content. Finds elements that do not fit
+// into the columns and marks them. The style sheet page.css has a rule for each mark:
 //
-//   data-pagora-alone   a float beside which there is no room for text: it has its row to itself
-//   data-pagora-block   a picture that stands alone: it is a block, which is never divided
+//   data-pagora-alone   a float that leaves no room for text beside it: text starts below it
+//   data-pagora-block   a picture without text in its line: becomes a block, which is never divided
 //   data-pagora-inline  a float at a column's end, where it would be cut: it stands in its line
-//   data-pagora-inflow  a picture that lies over the text: it takes its place in it
-//   data-pagora-fits    a picture that is wider than what holds it
-//   data-pagora-beside  a picture beside which text stands: there is room between them
-//   data-pagora-next    a picture or a heading that begins the next column, as nothing else keeps it whole, or with its text
-//   data-pagora-parts   a box that is taller than a column and would be cut: it is divided
+//   data-pagora-inflow  a positioned picture that covers text: is put into the flow
+//   data-pagora-fits    a picture that is wider than its container: is limited to that width
+//   data-pagora-beside  a picture with text beside it: gets a margin
+//   data-pagora-next    a picture that would be cut, or a heading that would be separated from its text: starts a column
+//   data-pagora-parts   a box that is taller than a column: may be divided
 //   data-pagora-divided a block that is taller than a column and asks not to be divided
-//   data-pagora-whole   a box with a frame or a ground of its own, which is not divided
-//   data-pagora-keeps   a heading, which asks for room for the lines below it
+//   data-pagora-whole   a box with a border or a background: is not divided
+//   data-pagora-keeps   a heading: reserves room for the lines below it
 //   data-pagora-manual  text in which the engine hyphenates words so that a line sticks out: it does not there
-//   data-pagora-tight   a block whose margins would leave a narrow column no room for text
-//   data-pagora-title   a title in smaller letters, lest its words stand one below the other
-//   data-pagora-single  a chapter of one column or less: it stands in the middle of the page
+//   data-pagora-tight   a block whose margins leave no room for text: gets smaller margins
+//   data-pagora-title   a title that has room for one word in a line: gets a smaller font size
+//   data-pagora-single  a chapter of at most one column: is centred on the page
 //   data-pagora-wide    a table that is wider than its column
-//   data-pagora-stacked a table of paragraphs side by side, which stand one below the other in a narrow column
-//   data-pagora-narrow  a cell whose words stand one below the other
-//   data-pagora-small   a table or an equation in smaller letters, by how many tenths
-//   data-pagora-scrolls what is too wide even so: it scrolls within itself
-//   data-pagora-push    a row of a table after which the next column begins, lest the next row be cut
+//   data-pagora-stacked a table that only sets paragraphs side by side: its cells are stacked in a narrow column
+//   data-pagora-narrow  a cell that has room for one word in a line
+//   data-pagora-small   a table or an equation in a smaller font size, in tenths
+//   data-pagora-scrolls an element that is still too wide: scrolls horizontally
+//   data-pagora-push    a row of a table that is followed by a column break, so that the next row is not cut
 //   data-pagora-long    text with a word that is longer than the line
 //
-// All measuring is done before anything is marked, so that the page is laid out once more at most for each step.
+// Each step measures everything before it sets marks, so that it causes at most one layout.
 
-// Marks what has to be marked in this strip of columns; says whether the layout is another one now.
+// Sets the marks for this strip of columns. Returns whether the layout has changed.
 var pagoraFit = (function () {
     'use strict';
 
@@ -36,12 +36,12 @@ var pagoraFit = (function () {
     const styleOf = (element) => getComputedStyle(element);
     const pixels = (length) => parseFloat(length) || 0;
     const isInline = (style) => style.display === 'inline' || style.display === 'contents';
-    // How many letters make a line that can be read. A few more than twelve: lines end with whole words.
+    // The minimum number of letters in a readable line. A few more than twelve, because lines end with whole words.
     const fewestLetters = 16;
 
     // --- Marks -------------------------------------------------------------------------------------------------------
 
-    // What was marked, to be unmarked when the layout is another one: pairs of an element and the name of the mark.
+    // The marks that were set, to be removed before the next layout: pairs of an element and the name of the mark.
     let marked = [];
     const focusable = new WeakSet();
 
@@ -65,7 +65,7 @@ var pagoraFit = (function () {
 
     // --- What the book has -------------------------------------------------------------------------------------------
 
-    // Elements are told apart by name and class; of each sort the first ones are looked at.
+    // Elements with the same name and class are of one sort. Only the first ones of each sort are measured.
     const sampleSize = 8;
     const sizeOfTitles = 1.3;
     const clear = 'rgba(0, 0, 0, 0)';
@@ -157,7 +157,7 @@ var pagoraFit = (function () {
     const isBlank = (node) => node.nodeType === Node.COMMENT_NODE
         || (node.nodeType === Node.TEXT_NODE && !/\S/.test(node.data));
 
-    // Whether nothing of the text is in the same line as the element.
+    // Whether the element has no text in its line.
     function standsAlone(element, container) {
         for (let inner = element; inner && inner !== container; inner = inner.parentElement) {
             for (const step of ['previousSibling', 'nextSibling']) {
@@ -173,10 +173,10 @@ var pagoraFit = (function () {
         return true;
     }
 
-    // Whether the book wants it in the middle.
+    // Whether the book centres the element.
     const isCentred = (container, room) => /center/.test(room.style.textAlign) || /^(?:figure|center)$/.test(container.localName);
 
-    // Between a picture and the text beside it, as a share of the text's size.
+    // The margin between a picture and the text beside it, in em.
     const gapBeside = 0.6;
 
     function fitFloats(strip, letter, later) {
@@ -225,7 +225,7 @@ var pagoraFit = (function () {
         }
     }
 
-    // Marks with a length that the style sheet reckons with; against what the book's own style says.
+    // Marks an element and sets a length for the style sheet, with a higher priority than the book's own style.
     function markWithLength(element, name, length) {
         CSSStyleDeclaration.prototype.setProperty.call(
             element.style, '--pagora-' + name, Math.max(0, Math.floor(length)) + 'px');
@@ -238,7 +238,7 @@ var pagoraFit = (function () {
         mark(element, name);
     }
 
-    // Other pictures than those that the reader limits itself.
+    // Pictures that the reader's layout scripts do not limit.
     function fitPictures(strip, later) {
         for (const picture of all('body canvas, body embed, body iframe, body object, body svg, body video')) {
             const box = boxOf(picture);
@@ -254,7 +254,7 @@ var pagoraFit = (function () {
 
     // --- Boxes that cannot be divided --------------------------------------------------------------------------------
 
-    // A frame that is higher than this share of a column would leave too much of the one before it empty.
+    // A higher frame, as a share of the column, would leave too much of the previous column empty.
     const largestFrame = 0.4;
 
     const heightOf = (element) => Array.from(Element.prototype.getClientRects.call(element))
@@ -316,7 +316,7 @@ var pagoraFit = (function () {
         }
     }
 
-    // Marks what `find` finds; says whether there was anything.
+    // Marks the elements that `find` returns. Returns whether there were any.
     function step(find) {
         const later = [];
         find(later);

@@ -1,12 +1,12 @@
-// Runs in the reader's own script world of every page, before the page has any content. It tells the program of a reference
-// to a note on which the pointer rests, for which Shift+Enter is pressed or which is pressed for long by a finger.
+// Runs in the reader's own script world of every page, before the page has any content. Tells the program which reference
+// to a note the user points at: by resting the pointer on it, with Shift+Enter, or by a long press.
 
 (function () {
     'use strict';
 
     const restTime = 350;
     const longPress = 500;
-    // Signs of a reference that does not say that it is one.
+    // Heuristics for references without an explicit type.
     const longestMark = 6;
 
     const post = (text) => window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' ' + text);
@@ -22,7 +22,7 @@
         return align === 'super' || align === 'text-top' || align === 'top' || parseFloat(align) > 0;
     }
 
-    // The reference that is there, as far as it leads to a place of the book.
+    // The reference around the element, if it leads to a place of the book.
     function referenceAt(target) {
         const link = target instanceof Element ? target.closest('a') : null;
         if (!link || !pagoraLaysOut || !/^file:.*#./i.test(link.href || ''))
@@ -90,7 +90,7 @@
     });
     for (const type of ['pointerup', 'pointercancel', 'pointermove'])
         listen(type, (event) => event.pointerType === 'touch' && clearTimeout(pressTimer));
-    // A long press is no press.
+    // A long press does not follow the link.
     listen('click', (event) => {
         if (wasLong) {
             event.preventDefault();

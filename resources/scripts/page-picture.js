@@ -1,11 +1,11 @@
-// Runs in the reader's own script world of every page, before the page has any content. A press on a picture that does
-// nothing else shows the picture as large as the view, until the next press, the Escape key or a turn of the page. The
-// large picture lies beside the page's body, so that nothing of the page's layout changes.
+// Runs in the reader's own script world of every page, before the page has any content. A click on a picture without
+// another function enlarges it to the size of the view, until the next click, the Escape key or a page turn. The enlarged
+// picture is a sibling of the body, so that the layout of the page does not change.
 
 // Whether the program shows a picture that is a file, and no picture is shown here but where it cannot.
 var pagoraHandsPicturesOver = false;
 
-// Takes the large picture away, if there is one.
+// Removes the enlarged picture, if there is one.
 var pagoraClosePicture = (function () {
     'use strict';
 
@@ -13,14 +13,14 @@ var pagoraClosePicture = (function () {
     const rootOf = Object.getOwnPropertyDescriptor(Document.prototype, 'documentElement').get;
     const make = (name) => Document.prototype.createElementNS.call(document, html, name);
     const setAttribute = Element.prototype.setAttribute;
-    // What a press on it is for already.
+    // Elements that handle clicks themselves.
     const pressable = 'a[href], area, audio, button, input, label, object, select, summary, textarea, video, [onclick],'
         + ' [contenteditable], [role="button"], [role="link"], [usemap]';
 
     const port = window.webkit.messageHandlers.pagora;
     let shown = null;
 
-    // While the picture is shown, keys are for it.
+    // While the picture is shown, it gets the keys.
     function takeKeys(takes) {
         for (const what of [' keys ', ' escape '])
             port.postMessage(pagoraLoad + what + (takes ? 1 : 0));
@@ -38,7 +38,7 @@ var pagoraClosePicture = (function () {
 
     function pictureAt(target) {
         const picture = target instanceof Element ? target.closest('img, svg') : null;
-        // The outermost drawing; one of the letters' size is no picture.
+        // The outermost SVG element. Drawings of the size of letters do not count.
         const whole = picture && (picture.ownerSVGElement || picture);
         const box = whole && Element.prototype.getBoundingClientRect.call(whole);
         const smallest = 2 * parseFloat(getComputedStyle(document.body).fontSize);
@@ -93,7 +93,7 @@ var pagoraClosePicture = (function () {
             return;
         if (shown)
             return close();
-        // What was dragged over has been selected.
+        // A drag has selected text.
         if (!String(getSelection()))
             pagoraPressPicture(event.target);
     });

@@ -1,5 +1,5 @@
-// Runs in the reader's own script world of every page, before page-fit.js: the strip of columns in which the page's body
-// is laid out.
+// Runs in the reader's own script world of every page, before page-fit.js. Measures the strip of columns in which the
+// body is laid out.
 
 // Measures the strip; null when the body has no columns. Lengths are in pixels, and exact:
 //
@@ -21,8 +21,8 @@ var pagoraMeasureStrip = (function () {
     const nativeScrollWidth = getterOf(Element.prototype, 'scrollWidth');
     const pixels = (length) => parseFloat(length) || 0;
 
-    // How far the body's content reaches. In pages of the old kind the body tells the view's own reach instead, to which
-    // the strip's end belongs.
+    // The extent of the body's content. In quirks mode the body's scroll width is that of the view, which includes the end
+    // of the strip.
     function reachOf(body) {
         if (compatModeOf.call(document) !== 'BackCompat')
             return nativeScrollWidth.call(body);
@@ -62,7 +62,7 @@ var pagoraMeasureStrip = (function () {
         // out of what overflows the body.
         const reach = reachOf(body);
         const columns = Math.ceil((reach - (rightToLeft ? paddingRight : paddingLeft) + gap - 2) / step);
-        // Whole pages: an empty column follows where the last page has room for one.
+        // Rounds up to whole pages, so that an empty column may follow the last one.
         const pages = reach > body.clientWidth ? Math.ceil(columns / columnsOfPage) : 1;
         return {
             body,

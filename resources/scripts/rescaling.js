@@ -1,16 +1,16 @@
-// Scales a page that comes with its layout: all of it is seen, in its own proportion and in the middle of the view. Runs
+// Scales a fixed-layout page so that all of it is visible, in its own proportion and centred in the view. Runs
 // after jQuery in the reader's own script world, once a load; `init` is called before the first `scale`.
 
-// The factor from the page's own pixels to those of the view.
+// The scale from the page's own pixels to those of the view.
 var Xscale = 1;
 
 var rescaling = rescaling || (function () {
     'use strict';
 
-    // Pages beyond these lengths were not meant.
+    // Sizes beyond these limits are ignored.
     const shortest = 1;
     const longest = 20000;
-    // A page that keeps changing its root is let have its way after so many corrections.
+    // The maximum number of corrections of a page that keeps changing its root.
     const mostCorrections = 200;
 
     const pixelsPerUnit = {
@@ -36,7 +36,7 @@ var rescaling = rescaling || (function () {
         return isUsable(length) ? length : 0;
     }
 
-    // What the viewport says, in whatever order and with whatever between its parts.
+    // The size in the viewport declaration, in any order and with any separators.
     function viewportSize() {
         const size = { width: 0, height: 0 };
         $('meta').filter(function () {
@@ -74,7 +74,7 @@ var rescaling = rescaling || (function () {
         ? drawingSize(picture)
         : { width: picture.naturalWidth, height: picture.naturalHeight };
 
-    // Lets the picture be the page.
+    // Makes the picture fill the page.
     function spread(picture, size) {
         if (picture instanceof SVGSVGElement && !picture.hasAttribute('viewBox'))
             picture.setAttribute('viewBox', '0 0 ' + size.width + ' ' + size.height);
@@ -159,7 +159,7 @@ var rescaling = rescaling || (function () {
         Object.assign(page, pageSize());
         if (isDrawing && !root.hasAttribute('viewBox'))
             root.setAttribute('viewBox', '0 0 ' + page.width + ' ' + page.height);
-        // Before the view is drawn in its new size.
+        // Runs before the view is drawn in its new size.
         window.addEventListener('resize', rescale);
         observer.observe(root, { attributes: true, attributeFilter: ['style'] });
     }
@@ -167,7 +167,7 @@ var rescaling = rescaling || (function () {
     return { page, prepare, rescale };
 })();
 
-// Finds the page's own size and lets it follow the view.
+// Determines the page's own size and follows the size of the view.
 function init() {
     rescaling.prepare();
 }

@@ -317,47 +317,6 @@ TEST_F(PageLoadTest, TheTypeOfTheDocumentIsReported)
     EXPECT_EQ(_delegate.types, std::vector<std::string> { "application/xhtml+xml" });
 }
 
-TEST_F(PageLoadTest, ALinkWithinTheBookIsALoadOfItsOwn)
-{
-    const Url two = write("two.xhtml", document("<p>Two</p>"));
-    const auto first = loadDocument("<a id='link' href='two.xhtml'>Two</a>");
-    evaluate("document.getElementById('link').click()");
-    ASSERT_TRUE(waitUntil([&] { return _delegate.documentIsThere(first + 1); }));
-    EXPECT_EQ(_view->currentLoad(), first + 1);
-    EXPECT_EQ(_delegate.reports.back().source.url, two);
-}
-
-TEST_F(PageLoadTest, ALinkToANewWindowOpensInTheSameView)
-{
-    const Url two = write("two.xhtml", document("<p>Two</p>"));
-    const auto first = loadDocument("<a id='link' target='_blank' href='two.xhtml'>Two</a>");
-    evaluate("document.getElementById('link').click()");
-    EXPECT_TRUE(waitUntil([&] { return _delegate.documentIsThere(first + 1); }));
-    EXPECT_EQ(evaluate("document.body.textContent"), "Two");
-}
-
-TEST_F(PageLoadTest, ALinkToAServerIsReportedAndGoesOn)
-{
-    const SilentServer server;
-    loadDocument("<a id='link' href='" + server.url("page") + "'>Away</a>");
-    evaluate("document.getElementById('link').click()");
-    EXPECT_TRUE(waitUntil([&] { return !_delegate.requests.empty(); }));
-    settle();
-    EXPECT_EQ(_delegate.requests, std::vector<std::string> { server.url("page") });
-    EXPECT_EQ(evaluate("document.body.textContent"), "Away");
-}
-
-TEST_F(PageLoadTest, ALinkToAnotherProgramIsReported)
-{
-    const auto number = loadDocument("<a id='link' href='mailto:someone@example.org'>Write</a>");
-    evaluate("document.getElementById('link').click()");
-    EXPECT_TRUE(waitUntil([&] { return !_delegate.requests.empty(); }));
-    EXPECT_EQ(_delegate.requests, std::vector<std::string> { "mailto:someone@example.org" });
-    settle();
-    EXPECT_EQ(_view->currentLoad(), number);
-    EXPECT_EQ(evaluate("document.body.textContent"), "Write");
-}
-
 TEST_F(PageLoadTest, ADeadEngineBringsThePageBackAsAFreshLoad)
 {
     const auto first = loadCompletely(write("chapter.xhtml", document("<p>Text</p>")));

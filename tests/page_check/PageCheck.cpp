@@ -86,7 +86,8 @@ std::vector<PageSetting> pageSettings(const std::vector<std::pair<int, int>>& si
 
 std::string pageFaultsScript()
 {
-    return readFile(PAGE_FAULTS_SCRIPT).value();
+    const std::string folder = PAGE_CHECK_FOLDER;
+    return readFile(folder + "/page-glyphs.js").value() + readFile(folder + "/page-faults.js").value();
 }
 
 PageCheck::PageCheck()

@@ -1,9 +1,8 @@
-// Counts what is wrong with the pages of the chapter that is laid out. Evaluated in the reader's own script world. The
-// result is lines of fields between tabs: first the pages and text lines that were looked at, then a line for each kind
-// of fault with its name, its count and some examples.
-//
-// Turns to each page as the reader does and notes where that page begins; then every box of the chapter is compared with
-// the columns and with those pages.
+// Counts the faults of the pages of the shown chapter. Evaluated in the reader's own script world, after page-glyphs.js.
+// The result is lines of fields between tabs: first the numbers of pages and text lines, then a line for each kind of
+// fault with its name, its count and some examples.
+// Turns to each page as the reader does and notes where that page begins. Then compares every box of the chapter with the
+// columns and with those pages.
 (function () {
     'use strict';
 
@@ -142,38 +141,15 @@
 
     // --- Glyphs ------------------------------------------------------------------------------------------------------
 
-    const pen = document.createElementNS('http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
-
-    // Whether a line's glyphs, not only the room of its font, stick out of the column.
+    // Whether a line's glyphs, not only the height of its font, stick out of the column.
     function glyphsAreCut(node, box, text) {
-        const own = about(node.parentElement).style;
-        pen.font = own.font || `${own.fontStyle} ${own.fontWeight} ${own.fontSize} ${own.fontFamily}`;
-        const measured = pen.measureText(text);
-        const room = measured.fontBoundingBoxAscent + measured.fontBoundingBoxDescent;
-        if (!(room > 0))
-            return true;
-        const scale = box.height / room;
-        const baseline = box.top + measured.fontBoundingBoxAscent * scale;
-        const inkTop = baseline - measured.actualBoundingBoxAscent * scale;
-        const inkBottom = baseline + measured.actualBoundingBoxDescent * scale;
-        const cut = (edge) => inkTop < edge - tolerance && inkBottom > edge + tolerance;
-        return cut(top) || cut(bottom) || inkTop >= bottom;
+        const ink = pagoraGlyphs.inkOf(about(node.parentElement).style, box, text);
+        const cut = (edge) => ink.top < edge - tolerance && ink.bottom > edge + tolerance;
+        return !ink || cut(top) || cut(bottom) || ink.top >= bottom;
     }
 
+    const { textOn, widthOf, withoutSpaces } = pagoraGlyphs;
     const range = new Range();
-
-    // The text of a node on the line with this box.
-    function textOn(node, rect) {
-        let text = '';
-        for (let i = 0; i < node.length && text.length < 200; ++i) {
-            range.setStart(node, i);
-            range.setEnd(node, i + 1);
-            const own = range.getClientRects()[0];
-            if (own && Math.abs(own.top - rect.top) < 1 && own.left >= rect.left - 1 && own.right <= rect.right + 1)
-                text += node.data[i];
-        }
-        return text.trim();
-    }
 
     // Whether anything but blanks sticks out along the line.
     function charactersStickOut(node, box) {
@@ -288,8 +264,6 @@
     // --- Words -------------------------------------------------------------------------------------------------------
 
     const inWord = /[\p{L}\p{N}\p{M}]/u;
-    // Scripts whose lines end anywhere.
-    const withoutSpaces = /[\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}\p{Script=Thai}\p{Script=Lao}\p{Script=Khmer}\p{Script=Myanmar}]/u;
 
     const mayBreakWords = (own) => own.overflowWrap !== 'normal' || own.wordBreak !== 'normal'
         || own.lineBreak === 'anywhere';
@@ -322,10 +296,6 @@
     const showsFallback = (element) => element.localName === 'object' && element.firstElementChild
         && element.firstElementChild.getClientRects().length > 0;
     const keepsLines = (own) => /pre|break-spaces/.test(own.whiteSpace);
-
-    // Letters that are as wide as two others.
-    const wide = /[\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}\p{Script=Hangul}\u3000-\u303F\uFF01-\uFF60]/gu;
-    const widthOf = (text) => text.length + (text.match(wide) || []).length;
 
     function lookAtText(node) {
         const text = node.data.replace(/\s+/g, ' ').trim();

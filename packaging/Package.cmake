@@ -22,13 +22,13 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst"
     "${CMAKE_CURRENT_SOURCE_DIR}/debian/prerm" "${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm"
     "${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers")
-# Covers and icons in SVG; the list of what opens which file; the font in which books are set where nothing else is said.
+# Covers and icons in SVG, the MIME database, the default font of books.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "librsvg2-common, default-dbus-session-bus | dbus-session-bus, desktop-file-utils, fonts-sil-charis-compact")
 # Relatives of the fonts in the font menu, covers in WebP, moving books to the Trash, reading aloud.
 set(recommended fonts-texgyre fonts-adf-baskervald "fonts-liberation2 | fonts-liberation" fonts-dejavu-core
     webp-pixbuf-loader xdg-desktop-portal at-spi2-core)
-# Hyphenation by the book's language: those in which most books are written, and all others that there are.
+# Hyphenation patterns: first for the most frequent languages of books, then for all others.
 set(hyphenated en-us en-gb de fr es it nl pt-br pt-pt pl ru sv da no cs hu)
 set(hyphenated_too af be bg ca el et gl hr id is lt lv mn ro sk sl sr th uk zu as bn gu hi kn ml mr or pa ta te)
 list(TRANSFORM hyphenated PREPEND hyphen-)

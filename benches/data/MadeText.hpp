@@ -7,7 +7,7 @@
 
 namespace pagora::bench {
 
-// Words, sentences and pages out of thin air: the same ones for the same seed, on every machine. One thread an object.
+// Generates words, sentences and pages. The same seed gives the same text on every machine. One thread per object.
 class MadeText {
 public:
     explicit MadeText(std::uint64_t seed)

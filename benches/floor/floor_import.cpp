@@ -1,5 +1,5 @@
-// The least that an import can be: floor_import FOLDER DESTINATION copies each archive of FOLDER, reads what an import
-// reads of it, and makes the small cover. One thread, no checks. Prints how long it took, in seconds.
+// The minimum work of an import: floor_import FOLDER DESTINATION copies each archive of FOLDER, reads the members that
+// an import reads, and makes the small cover. One thread, no checks. Prints the time in seconds.
 
 #include <zip.h>
 

@@ -1,6 +1,6 @@
-// Measures what needs no display: bench-library FOLDER NAME... prints a line for each figure. Each measurement is a
-// process of its own; the disk is brought to rest before it. A figure is the median of `rounds` after a warm-up, and a
-// ratio is the median of the ratios of pairs that were measured one after the other.
+// Measures the library without a display: bench-library FOLDER NAME... prints a line for each figure. Each measurement
+// runs in a separate process after pending writes are on the disk. A figure is the median of `rounds` after a warm-up,
+// and a ratio is the median of the ratios of pairs that were measured one after the other.
 
 #include "benches/data/MadeBooks.hpp"
 #include "benches/data/MadeCatalogue.hpp"
@@ -50,9 +50,9 @@ double median(std::vector<double> values)
     return *middle;
 }
 
-// The host of a virtual machine takes memory that is free for a while, and gives it back page by page as it is written
-// to: an import into a large library, which takes more of it, would be measured with that. In a process of its own,
-// for the peak of this one is counted for the programs that it starts.
+// The host of a virtual machine reclaims memory that was free for a while and returns it page by page when it is
+// written, which would slow down an import into a large library. In a separate process, because the peak of this one
+// would count for the programs that it starts.
 void haveFreeMemoryAtHand()
 {
     constexpr std::size_t most = std::size_t(1) << 30;
@@ -117,7 +117,7 @@ Measured Bench::run(const std::string& program, const std::vector<std::string>& 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-    // What the program logs is not asked for.
+    // Log lines are discarded.
     posix_spawn_file_actions_addopen(
         &actions, STDERR_FILENO, (_folder + "/log").c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
     ::sync();

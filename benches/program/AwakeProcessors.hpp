@@ -5,8 +5,8 @@
 
 namespace pagora::bench {
 
-// Keeps all processors from falling asleep while it lives, by threads that run only where nothing else does. What a
-// machine takes to wake them up, which a virtual one does at its host's leisure, is not the program's.
+// Keeps all processors busy with idle-priority threads as long as it exists. Otherwise the time that a virtual machine
+// needs to wake up a processor would be measured.
 class AwakeProcessors {
 public:
     AwakeProcessors();

@@ -23,8 +23,8 @@ struct Area {
 // Seconds on the monotonic clock.
 double now();
 
-// The display as a person has it: moves the pointer, presses keys, and sees what is drawn and when. Failures end the
-// program with a line.
+// Controls and observes the display: moves the pointer, presses keys, and records what is drawn and when. A failure
+// ends the program with one line.
 class WatchedScreen {
 public:
     WatchedScreen();
@@ -47,8 +47,8 @@ public:
 
     // Forgets what was drawn up to now.
     void forget();
-    // When the area came to look as it does once nothing was drawn for `quiet` seconds; missing when it was
-    // blank for `timeout`.
+    // The time of the last change of the area before `quiet` seconds without drawing; missing when it stays blank for
+    // `timeout`.
     std::optional<double> shown(const Area& area, double quiet = 0.15, double timeout = 90);
     // Waits until the area is no longer blank.
     void waitForPicture(const Area& area, double timeout = 60);

@@ -1,4 +1,4 @@
-// Measures the program as a person meets it: real keys and clicks, and when the screen shows what they ask for.
+// Measures the program as a user sees it: from real keys and clicks to their effect on the screen.
 // bench-display FOLDER NAME... prints "NAME VALUE" lines. Needs a display of at least 1280 by 860.
 
 #include "AwakeProcessors.hpp"
@@ -30,7 +30,7 @@ constexpr Area pageArea { 330, 100, 880, 640 };
 constexpr Area coverArea { 20, 70, 900, 600 };
 constexpr Area firstCover { 60, 120, 80, 120 };
 
-// How much larger than usual the program shows text that nobody has changed the size of.
+// The program's default text size, as a multiple of the engine's.
 constexpr const char* textSize = "1.75";
 
 std::string dataFolder;
@@ -202,7 +202,7 @@ struct Idleness {
     double processorTime;
 };
 
-// What a second of an open book costs while nothing happens.
+// The cost of an idle second with an open book.
 Idleness idle(WatchedScreen& screen)
 {
     Library library(screen, "chapter-50k", "Chapters of 50 kB");

@@ -1,8 +1,7 @@
-// Scrolls the real library window from the first of 10,000 covers to the last, by the frame clock, and measures what
-// each frame takes of the main thread: all that it does from the frame before, covers that arrive and the drawing
-// included. Then types searches in a library of 50,000 books, and measures how long it takes from each key until what
-// is found is in the grid. bench-scroll FOLDER NAME... prints a "NAME VALUE" line for each. Needs a display of at least
-// 1280 by 860.
+// Scrolls the real library window through 10,000 covers by the frame clock. Measures the main thread's time for each
+// frame, with all work since the previous frame: arriving covers and drawing included. Then types searches in a library
+// of 50,000 books and measures the time from each key to the results in the grid. bench-scroll FOLDER NAME... prints a
+// "NAME VALUE" line for each figure. Needs a display of at least 1280 by 860.
 
 #include "benches/data/MadeCatalogue.hpp"
 #include "catalogue/Catalogue.hpp"
@@ -44,7 +43,7 @@ double now()
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-// Counts the time that the main thread does not wait for something to do.
+// Measures the time in which the main thread is busy.
 class Work {
 public:
     Work()
@@ -60,7 +59,7 @@ public:
     }
     ~Work() { g_main_context_set_poll_func(nullptr, _poll); }
 
-    // What was counted since the last call, in milliseconds.
+    // The busy time since the last call, in milliseconds.
     double take()
     {
         const double time = now();
@@ -102,7 +101,7 @@ Gtk::ScrolledWindow* scrollerIn(Gtk::Widget& widget)
     return nullptr;
 }
 
-// A library window with a grid of the books, none of whose covers was shown before.
+// A library window with a grid of books whose covers are not cached.
 class Grid {
 public:
     explicit Grid(BookArray content)
@@ -148,8 +147,7 @@ public:
         return times;
     }
 
-    // Types words letter by letter and takes them back. The time of each key, in milliseconds; that of the first key of
-    // all comes first.
+    // Types words letter by letter and deletes them again. Returns the time of each key in milliseconds, in order.
     std::vector<double> search()
     {
         constexpr std::array words { "e", "title", "the author 4711", "9780", "no such book anywhere" };
@@ -162,7 +160,7 @@ public:
             const auto before = changes;
             const double start = now();
             field.set_text(text);
-            // A space makes no other search.
+            // A space does not change the search.
             if (text.empty() || text.back() != ' ')
                 serveUntil([&] { return changes > before; });
             times.push_back(now() - start);

@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
-"""Walks everything that assistive technology sees of the program and says which controls have no name and what is called by
-the name of a class, one a line: accessible-names.py FILE. The whole tree, each with its role, name and states, is written to
-the file."""
+"""Walks the accessible tree of the program. Prints the controls without a name, and those named like a class, one a line:
+accessible-names.py FILE. Writes the whole tree with roles, names and states to the file."""
 
 import re
 import sys
@@ -11,7 +10,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi
 
-# What a person acts on, or is taken to by name.
+# Roles that need a name.
 CONTROLS = {
     "push button", "toggle button", "check box", "radio button", "combo box", "entry", "text", "password text",
     "slider", "spin button", "progress bar", "switch", "link", "menu item", "check menu item", "radio menu item",
@@ -19,9 +18,9 @@ CONTROLS = {
     "icon", "image", "alert", "dialog", "frame", "window", "document text", "document frame", "document web",
     "tool bar", "menu", "grouping",
 }
-# Nothing that a person acts on is within these.
+# Roles whose children need none.
 LEAVES = {"label", "image", "separator", "scroll bar", "slider", "menu item"}
-# What the toolkit calls a thing that nobody has named. It keeps the window of its tooltips to itself.
+# The toolkit's default names. The window of its tooltips is not the program's.
 TYPE_NAME = re.compile(r"(?!GtkTooltipWindow)(gtkmm__)?(Gtk|Pagora|WebKit|CustomObject)[A-Z_]\w*|_\d+")
 tree = open(sys.argv[1], "w", encoding="utf-8")
 

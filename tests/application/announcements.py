@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Writes down what assistive technology is told of the program as it happens, without having asked for anything, one a
-line: announcements.py FILE. It ends with the session's bus."""
+"""Records the accessibility events of the program, one a line, without querying it first: announcements.py FILE. Ends with
+the session bus."""
 
 import sys
 
@@ -12,7 +12,7 @@ from gi.repository import Atspi, GLib
 KINDS = {"object:children-changed:add": "added", "object:state-changed:focused": "focus",
          "object:property-change:accessible-name": "name",
          "object:property-change:accessible-description": "description"}
-PATIENCE = 60
+MAX_TRIES = 60
 told = open(sys.argv[1], "w", encoding="utf-8", buffering=1)
 waiting = []
 
@@ -24,15 +24,15 @@ def hear(event):
 
 
 def tell():
-    """Writes down what has come, in its order. The toolkit tells of a new widget a moment before it can be asked for the
-    name; one that cannot be asked for long has gone meanwhile."""
+    """Writes the events in order. A new widget is reported a moment before its name can be queried. One whose name cannot
+    be queried for long was destroyed meanwhile."""
     while waiting:
         kind, source, tries = waiting[0]
         try:
             text = source.get_description() if kind == "description" else source.get_name()
             told.write(f"{kind} | {source.get_role_name()} | {' '.join((text or '').split())}\n")
         except GLib.Error:
-            if tries < PATIENCE and kind != "added":
+            if tries < MAX_TRIES and kind != "added":
                 waiting[0][2] += 1
                 return True
         waiting.pop(0)

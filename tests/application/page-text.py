@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""What assistive technology is told of the page that is shown: its name and its text, in two lines. The text is the page's own
-tree, as far as it is seen, where the engine offers one, and the description elsewhere; one that is told twice is an error."""
+"""Prints the accessible name and text of the shown page, in two lines. The text is the visible part of the page's own tree
+where the engine offers one, otherwise the description. Having both is an error."""
 
 import sys
 

@@ -8,7 +8,7 @@ source_window=
 dragging=
 nudge=1
 
-# The library window without what the desktop might have given it.
+# Gives the library window a known place.
 place_library() {
     local height
     height=$(screen_size | cut -d' ' -f2)
@@ -17,7 +17,7 @@ place_library() {
     settle
 }
 
-# An alert or another window of the program has the keyboard.
+# Another window of the program, such as an alert, is active.
 library_has_a_window_over_it() { another_window "$library_window"; }
 
 # bring_forward TITLE: the window gets the keyboard.
@@ -26,7 +26,7 @@ bring_forward() {
     within 20 window_is "$1"
 }
 
-# offer_files FILE...: what the next drag carries; see tests/application/drag-source.cpp.
+# offer_files FILE...: sets the files of the next drag; see tests/application/drag-source.cpp.
 offer_files() {
     end_files
     "$programs/drag-source" "$@" &
@@ -35,15 +35,15 @@ offer_files() {
     settle
 }
 
-# The part of the library where the drop target says what it is.
+# The area of the drop target's label.
 drop_label() { seen 280 760 400 70; }
-# Looks again with the pointer at another point: the toolkit may have merged all that came before into one movement.
+# Moves the pointer before each check, because the toolkit may have merged the previous movements into one.
 drop_label_changed() {
     nudge $((nudge = -nudge)) 0
     [ "$(drop_label)" != "$dragging" ]
 }
 
-# Takes the files up and holds them over the library.
+# Starts the drag and holds the files over the library.
 hold_files() {
     dragging=$(drop_label)
     move 1120 120

@@ -14,7 +14,7 @@ place_of() {
     local x y width height left top outer_width outer_height
     read -r x y width height < <("$here/find-widget" "$@") || return 1
     read -r left top outer_width outer_height < <(window_place) || return 1
-    # Window managers may leave the toolkit a border for resizing, which is no part of the window's widget.
+    # The toolkit may add a border for resizing around the window's widget.
     echo $((left + x * unit + (outer_width - width * unit) / 2)) $((top + y * unit + (outer_height - height * unit) / 2))
 }
 

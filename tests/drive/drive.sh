@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# Drives the running program with real input, for scripts that source this with their own arguments: `programs`, the folder
-# of the binaries, and `pictures`, the one where screenshots go. Needs a display; see scripts/headless. What moves, presses
-# and looks is in drive-x11.sh and drive-wayland.sh, under the same names.
+# Drives the running program with real input. Scripts source this with their own arguments: `programs`, the folder of the
+# binaries, and `pictures`, the folder for screenshots. Needs a display; see scripts/headless. Input and screenshots are in
+# drive-x11.sh and drive-wayland.sh, with the same function names.
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 if [ -z "${programs:-}" ]; then
@@ -12,7 +12,7 @@ fi
 
 program=
 helpers=()
-# ends_with_us PROCESS: it is ended when the script ends, as the program is.
+# ends_with_us PROCESS: the process is ended with the script, like the program.
 ends_with_us() { helpers+=("$1"); }
 trap 'kill "${helpers[@]}" ${program:+"$program"} 2>/dev/null || true' EXIT
 
@@ -89,7 +89,7 @@ another_window() {
 }
 is_active() { [ "$(active_window)" = "$1" ]; }
 
-# From now on the program is laid out from right to left: it speaks Hebrew, in which all of its own texts are English.
+# Starts the program with a right-to-left layout from now on: in Hebrew, with English texts.
 mirror() {
     local mirrored=$HOME/mirrored
     mkdir -p "$mirrored/translations/he/LC_MESSAGES"
@@ -99,12 +99,12 @@ mirror() {
     export LANGUAGE=he
 }
 
-# seen [X Y WIDTH HEIGHT]: a text that stands for what is seen there; colors: how many colours are there.
+# seen [X Y WIDTH HEIGHT]: a checksum of the area; colors: its number of colours.
 seen() { pixels "$@" | sha1sum; }
 colors() { pixels "$@" | identify -format %k ppm:-; }
 # color_at X Y: as six hexadecimal digits.
 color_at() { pixels "$1" "$2" 1 1 | tail -c 3 | od -An -tx1 | tr -d ' '; }
-# color_is X Y COLOUR: what is drawn there has this colour; renderers round differently.
+# color_is X Y COLOUR: the pixel has this colour, with a tolerance for the rounding of renderers.
 color_is() {
     local drawn shift
     drawn=$(color_at "$1" "$2")
@@ -114,17 +114,17 @@ color_is() {
     done
 }
 
-# The middle of the screen, where a reader has its page and nothing else is ever drawn.
+# The middle of the screen, where a reader draws only its page.
 page_now() { seen 330 120 500 400; }
 page_is_drawn() { [ "$(colors 330 120 500 400)" -gt 20 ]; }
 page_is_another() { [ "$(page_now)" != "$page_before" ]; }
-# reads TITLE: the book with this title is read, and its page is there.
+# reads TITLE: waits until the book with this title is open and its page is drawn.
 reads() {
     within 60 window_is "Pagora - $1"
     within 60 page_is_drawn
     settle
 }
-# turn KEY...: turns from a page that is at rest to one that is not the same.
+# turn KEY...: presses the keys and waits until another page is shown.
 turn() {
     page_before=$(page_now)
     key "$@"
@@ -160,8 +160,8 @@ is_as_wide_as() {
     local width
     read -r _ _ width _ < <(window_place) && [ "$width" = "$1" ]
 }
-# take_place X Y WIDTH HEIGHT: the active window has this place and keeps it. A window that has just been opened may still
-# choose its own size after it was given another one.
+# take_place X Y WIDTH HEIGHT: moves the active window there and makes sure that it stays. A new window may still choose its
+# own size after that.
 take_place() {
     for _ in 1 2 3 4 5; do
         within 20 has_place "$@"
@@ -170,7 +170,7 @@ take_place() {
     done
     fail "the window does not keep its place"
 }
-# The program's window fills the screen, so that places in it are known.
+# Makes the program's window fill the screen, so that places in it are known.
 fill() {
     local width height
     read -r width height < <(screen_size)

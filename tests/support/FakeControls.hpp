@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-// Controls that remember what was done to them. A test reads and sets their public fields; `click`, `moveTo` and
-// `choose` are what the user does. A fake with a journal writes what was asked of it there, as "<name>.<operation>".
+// Controls that record their calls. A test reads and sets their public fields; `click`, `moveTo` and `choose` simulate
+// the user. A fake with a journal adds each call to it as "<name>.<operation>".
 
 namespace pagora::test {
 

@@ -8,7 +8,7 @@
 
 namespace pagora::test {
 
-// Writes down what an inspection tells the library.
+// Records the reports of an inspection.
 class FakeInspectionHub : public InspectionHub {
 public:
     // The library's folders all lie in `root`, each where it belongs.

@@ -18,16 +18,6 @@ TEST_F(ReaderWindowTest, ActionsRunFromTheMainLoopInTheOrderOfTheKeys)
     EXPECT_EQ(done, (Lines { "page 1", "page 0", "page 1", "page 0", "first", "last" }));
 }
 
-TEST_F(ReaderWindowTest, TitleBarOfFullScreenTakesAtMostAFifthOfASecond)
-{
-    makeEpubWindow();
-    EXPECT_LE(widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
-    // One page is in one window.
-    epub.reset();
-    FixedWindowGtk fixed(toplevel, makePage());
-    EXPECT_LE(fixed.parts().widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
-}
-
 TEST_F(ReaderWindowTest, AWindowWhoseWidgetsWereMadeAheadIsThatWindow)
 {
     ReaderLayout layout(EpubWindowGtk::layoutName);
@@ -356,58 +346,6 @@ TEST_F(ReaderWindowTest, TheTitleBarHasTheBooksTitleAndAuthorAndTheWindowItsOwn)
     EXPECT_EQ(epub->parts().window.title(), "Pagora - A title");
     epub->setBook("A title", "");
     EXPECT_FALSE(book->get_last_child()->get_visible());
-}
-
-TEST_F(ReaderWindowTest, HeaderBarComesInFullScreenOnlyWhenCalled)
-{
-    makeEpubWindow();
-    auto& header = epub->parts().header;
-    EXPECT_TRUE(header.isRevealed());
-    header.setFullScreen(true);
-    EXPECT_FALSE(header.isRevealed());
-    header.setFullScreen(false);
-    EXPECT_TRUE(header.isRevealed());
-}
-
-TEST_F(ReaderWindowTest, HeaderBarComesInFullScreenWhileThePointerIsAtTheTop)
-{
-    makeEpubWindow();
-    epub->window().orderFront();
-    auto& header = epub->parts().header;
-    ASSERT_TRUE(waitUntil([this] { return area.get_mapped(); }));
-    area.grab_focus();
-    header.setFullScreen(true);
-    moveTo(widget<Gtk::Overlay>("stage"), 1);
-    EXPECT_TRUE(header.isRevealed());
-    moveTo(widget<Gtk::Overlay>("stage"), 300);
-    EXPECT_FALSE(header.isRevealed());
-}
-
-TEST_F(ReaderWindowTest, BothBarsComeInFullScreenAndGoWithAKey)
-{
-    makeEpubWindow();
-    epub->window().orderFront();
-    epub->window().toggleFullScreen();
-    auto& parts = epub->parts();
-    parts.header.setFullScreen(true);
-    parts.footer.setFullScreen(true);
-    EXPECT_TRUE(press(GDK_KEY_F10));
-    EXPECT_TRUE(parts.header.isRevealed() && parts.footer.isRevealed());
-    moveTo(widget<Gtk::Overlay>("stage"), 300);
-    EXPECT_TRUE(parts.header.isRevealed());
-    EXPECT_TRUE(press(GDK_KEY_F10));
-    EXPECT_FALSE(parts.header.isRevealed() || parts.footer.isRevealed());
-}
-
-TEST_F(ReaderWindowTest, EscapeLeavesFullScreenAndDoesNothingElse)
-{
-    makeEpubWindow();
-    epub->window().orderFront();
-    EXPECT_FALSE(press(GDK_KEY_Escape));
-    epub->window().toggleFullScreen();
-    EXPECT_TRUE(press(GDK_KEY_Escape));
-    ASSERT_TRUE(waitForDone(1));
-    EXPECT_EQ(done, (Lines { "full screen" }));
 }
 
 TEST_F(ReaderWindowTest, FixedWindowHasTheSameParts)

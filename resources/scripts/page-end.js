@@ -34,10 +34,10 @@
         window.webkit.messageHandlers.pagora.postMessage(
             pagoraLoad + ' complete ' + (body ? getComputedStyle(body).direction : 'ltr'));
     };
-    const longestWait = 500;
+    const maxWait = 500;
     const start = performance.now();
     (function wait() {
-        if (!pagoraAwaitedStyles().length || performance.now() - start > longestWait)
+        if (!pagoraAwaitedStyles().length || performance.now() - start > maxWait)
             complete();
         else
             setTimeout(wait, 2);

@@ -69,9 +69,9 @@ var pagoraFitWide = (function () {
     }
 
     // Whether the table only sets paragraphs side by side: few rows, and much text in the narrow cells.
-    const mostRowsOfProse = 4;
+    const maxRowsOfProse = 4;
     const lettersOfProse = 80;
-    const isProse = (table, cells) => cells.length > 1 && table.rows.length <= mostRowsOfProse
+    const isProse = (table, cells) => cells.length > 1 && table.rows.length <= maxRowsOfProse
         && cells.reduce((sum, cell) => sum + cell.textContent.trim().length, 0) > lettersOfProse * cells.length;
 
     function fitTables(strip, tools) {

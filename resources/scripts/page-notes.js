@@ -7,7 +7,7 @@
     const restTime = 350;
     const longPress = 500;
     // Heuristics for references without an explicit type.
-    const longestMark = 6;
+    const maxMarkLength = 6;
 
     const post = (text) => window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' ' + text);
     const activeElementOf = Object.getOwnPropertyDescriptor(Document.prototype, 'activeElement').get;
@@ -34,7 +34,7 @@
         if (kinds.includes('backlink') || kinds.includes('doc-backlink'))
             return null;
         const length = link.textContent.trim().length;
-        return length > 0 && length <= longestMark && isRaised(link) ? link : null;
+        return length > 0 && length <= maxMarkLength && isRaised(link) ? link : null;
     }
 
     function tell(link, how) {

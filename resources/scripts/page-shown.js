@@ -7,8 +7,8 @@ var pagoraShownText = (function () {
 
     const bodyOf = Object.getOwnPropertyDescriptor(Document.prototype, 'body').get;
 
-    const longestText = 20000;
-    const longestLine = 200;
+    const maxTextLength = 20000;
+    const maxLineLength = 200;
     const probeStep = 6;
 
     // The first of these points that has text, as a range without length.
@@ -52,7 +52,7 @@ var pagoraShownText = (function () {
         const before = step < 0 ? 1 : 0;
         const start = boxAt(Math.min(offset, node.length - 1));
         let end = offset;
-        for (let i = 0; start && i < longestLine; ++i, end += step) {
+        for (let i = 0; start && i < maxLineLength; ++i, end += step) {
             const box = end - before >= 0 && end - before < node.length ? boxAt(end - before) : null;
             if (!box || Math.abs(box.top - start.top) > box.height / 2 || box.right < 0 || box.left > innerWidth)
                 break;
@@ -76,7 +76,7 @@ var pagoraShownText = (function () {
         nodes.currentNode = first;
         let text = '';
         let block = null;
-        for (let node = first; node && text.length < longestText; node = nodes.nextNode()) {
+        for (let node = first; node && text.length < maxTextLength; node = nodes.nextNode()) {
             const around = blockAround(node);
             if (block && around !== block)
                 text += '\n';
@@ -91,6 +91,6 @@ var pagoraShownText = (function () {
 
     return () => {
         const plain = (text) => text.replace(/[^\S\n]+/g, ' ').replace(/ ?\n[\n ]*/g, '\n').trim();
-        return document.title.replace(/\s+/g, ' ').trim() + '\n' + plain(shownText().slice(0, longestText));
+        return document.title.replace(/\s+/g, ' ').trim() + '\n' + plain(shownText().slice(0, maxTextLength));
     };
 })();

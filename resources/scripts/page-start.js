@@ -231,7 +231,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     // --- Distances down the text -------------------------------------------------------------------------------------
 
     const replacedElements = /^(?:audio|canvas|embed|hr|iframe|img|input|math|object|svg|video)$/i;
-    const mostNodesLookedAt = 500;
+    const maxNodes = 500;
 
     const firstBox = (boxes) => {
         for (const box of boxes) {
@@ -246,7 +246,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         const range = new Range();
         const nodes = Document.prototype.createTreeWalker.call(
             document, element, NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT);
-        for (let seen = 0; seen < mostNodesLookedAt && nodes.nextNode(); ++seen) {
+        for (let seen = 0; seen < maxNodes && nodes.nextNode(); ++seen) {
             const node = nodes.currentNode;
             let box = null;
             if (node.nodeType === Node.TEXT_NODE) {

@@ -11,7 +11,7 @@ var rescaling = rescaling || (function () {
     const shortest = 1;
     const longest = 20000;
     // The maximum number of corrections of a page that keeps changing its root.
-    const mostCorrections = 200;
+    const maxCorrections = 200;
 
     const pixelsPerUnit = {
         '': 1, px: 1, pt: 4 / 3, pc: 16, in: 96, cm: 96 / 2.54, mm: 96 / 25.4, em: 16, rem: 16, ex: 8,
@@ -140,7 +140,7 @@ var rescaling = rescaling || (function () {
         });
     }
 
-    const corrections = { left: mostCorrections, style: '' };
+    const corrections = { left: maxCorrections, style: '' };
     const observer = new MutationObserver(() => {
         if (root.getAttribute('style') !== corrections.style && corrections.left-- > 0)
             rescale();

@@ -11,15 +11,15 @@ namespace pagora {
 namespace {
 
 // The metadata come first in a package document.
-constexpr std::size_t longestBeginning = 65536;
-constexpr std::size_t longestTag = 300;
+constexpr std::size_t maxBeginning = 65536;
+constexpr std::size_t maxTagLength = 300;
 // More tags of this name are not looked at.
-constexpr int mostTags = 50;
+constexpr int maxTags = 50;
 
 std::string beginningOf(const std::filesystem::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
-    std::string text(longestBeginning, '\0');
+    std::string text(maxBeginning, '\0');
     stream.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(stream.gcount()));
     return text;
@@ -33,14 +33,14 @@ std::string languageInPackage(const std::string& document)
     static const std::regex element(
         R"(^language(?:\s[^<>]{0,200})?>\s{0,20}([A-Za-z]{2,8}(?:-[A-Za-z0-9]{1,8}){0,4})\s{0,20}<)");
     int tags = 0;
-    for (auto at = document.find("language"); at != std::string::npos && tags < mostTags;
+    for (auto at = document.find("language"); at != std::string::npos && tags < maxTags;
          at = document.find("language", at + 1)) {
         const bool isTag = at > 0 && (document[at - 1] == '<' || document[at - 1] == ':');
         if (!isTag)
             continue;
         ++tags;
         std::smatch found;
-        const std::string piece = document.substr(at, longestTag);
+        const std::string piece = document.substr(at, maxTagLength);
         if (std::regex_search(piece, found, element))
             return found[1];
     }

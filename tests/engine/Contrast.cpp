@@ -16,7 +16,7 @@ namespace {
 
 constexpr int scale = 4;
 // Of how many points a colour has to be that counts: the stems of letters are, the shades at their edges are not.
-constexpr int leastPoints = 12;
+constexpr int minPixels = 12;
 
 double luminance(std::uint32_t pixel)
 {
@@ -120,7 +120,7 @@ double contrastWithin(const Cairo::RefPtr<Cairo::ImageSurface>& picture, int x, 
     const auto ground = std::max_element(points.begin(), points.end(), isRarer);
     double greatest = 1;
     for (const auto& [pixel, count] : points) {
-        if (count >= leastPoints)
+        if (count >= minPixels)
             greatest = std::max(greatest, contrastOf(pixel, ground->first));
     }
     return greatest;

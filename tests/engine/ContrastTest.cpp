@@ -211,7 +211,7 @@ TEST_P(ContrastTest, OfALink)
 
 TEST_P(ContrastTest, OfTheRingAroundWhatHasTheKeyboard)
 {
-    constexpr double leastOfShapes = 3;
+    constexpr double minContrastOfShapes = 3;
     Gtk::Window window;
     Gtk::Button button;
     button.set_size_request(120, 48);
@@ -223,13 +223,13 @@ TEST_P(ContrastTest, OfTheRingAroundWhatHasTheKeyboard)
     window.set_focus_visible(false);
     EXPECT_TRUE(waitUntil([&] {
         waitForFrame(window);
-        return contrastWithin(window, button) < leastOfShapes;
+        return contrastWithin(window, button) < minContrastOfShapes;
     }));
     EXPECT_TRUE(waitUntil([&] {
         // The toolkit hides it again after a few seconds.
         window.set_focus_visible(true);
         waitForFrame(window);
-        return contrastWithin(window, button) >= leastOfShapes;
+        return contrastWithin(window, button) >= minContrastOfShapes;
     })) << contrastWithin(window, button);
 }
 

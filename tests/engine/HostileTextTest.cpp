@@ -8,9 +8,9 @@ class HostileTextTest : public PageViewTest { };
 TEST_F(HostileTextTest, HundredMegabytesLeaveTheViewUsable)
 {
     constexpr std::size_t textBytes = 100'000'000;
-    constexpr std::uint64_t mostMemory = 400u << 20;
+    constexpr std::uint64_t maxMemory = 400u << 20;
     show(PageKind::Columns);
-    PageMemoryWatch::attach(webkit_web_view_get_context(_view->engineView()), { mostMemory, mostMemory });
+    PageMemoryWatch::attach(webkit_web_view_get_context(_view->engineView()), { maxMemory, maxMemory });
     const auto good = write("good.xhtml", document("<p>Good</p>"));
     std::string text;
     text.reserve(textBytes);

@@ -6,7 +6,7 @@ namespace pagora::test {
 
 namespace {
 
-constexpr std::size_t longestName = 0xFFFF;
+constexpr std::size_t maxNameLength = 0xFFFF;
 
 // What comes before `separator`, which goes with it; all when it is not there.
 std::string_view taken(std::string_view& rest, std::string_view separator)
@@ -25,7 +25,7 @@ std::string archiveFrom(std::string_view input)
         return std::string(input);
     StoredArchive archive;
     while (!input.empty()) {
-        const auto name = taken(input, "\n").substr(0, longestName);
+        const auto name = taken(input, "\n").substr(0, maxNameLength);
         archive.add(name, taken(input, "\n--\n"));
     }
     return archive.bytes();

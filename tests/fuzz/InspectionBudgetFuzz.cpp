@@ -21,7 +21,7 @@ namespace {
 // What an input may become.
 constexpr std::size_t maxBytes = std::size_t { 4 } << 20;
 // A slower one is a finding.
-constexpr double mostSeconds = 2;
+constexpr double maxSeconds = 2;
 
 // A small input makes a large book: "{200:text}" is the text 200 times.
 std::string expanded(std::string_view input)
@@ -78,7 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     hub.faultyBooks.clear();
     const auto begin = processorSeconds();
     const auto book = EpubInspection(hub).getBookInfo(path, StopOnErrors::Yes);
-    require(processorSeconds() - begin < mostSeconds);
+    require(processorSeconds() - begin < maxSeconds);
     require(hub.faultyBooks.size() == (book ? 0 : 1));
     require(bytesBelow(hub.layout._dataPath) <= BookLimits().extractedBytes);
     if (book)

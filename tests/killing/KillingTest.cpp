@@ -20,7 +20,7 @@ using test::KeptState;
 namespace {
 
 // A worker seldom gets further before it is done.
-constexpr long mostMoments = 600;
+constexpr long maxMoments = 600;
 
 int killsAskedFor()
 {
@@ -176,7 +176,7 @@ TEST_F(Killing, LeavesEveryFinishedStepAndNoHalfOne)
     for (unsigned seed = 1; kills < asked && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         const auto archives = home.archives();
-        kills += workerIsKilled(home, seed, 1 + static_cast<long>(random() % mostMoments));
+        kills += workerIsKilled(home, seed, 1 + static_cast<long>(random() % maxMoments));
         const auto expected = readDiary(archives);
         ++counts[stepFrom(expected.step).word];
         check(expected);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kills = 200;
 // A worker seldom gets further before it is done.
-constexpr unsigned mostMoments = 250;
+constexpr unsigned maxMoments = 250;
 
 bool workerIsKilled(const std::string& archive, const std::string& diary, unsigned killAt)
 {
@@ -45,7 +45,7 @@ TEST(MarksKilling, LosesNoMarkThatWasSaidToBeSaved)
         SCOPED_TRACE("run " + std::to_string(run));
         const auto diaryPath = folder.path("diary");
         std::filesystem::remove(diaryPath);
-        done += workerIsKilled(archive, diaryPath, 1 + random() % mostMoments);
+        done += workerIsKilled(archive, diaryPath, 1 + random() % maxMoments);
         std::string removing;
         std::ifstream diary(diaryPath);
         for (std::string word, id; diary >> word >> id;) {

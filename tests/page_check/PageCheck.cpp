@@ -16,7 +16,7 @@ namespace pagora::test {
 
 namespace {
 
-constexpr unsigned longestWait = 120;
+constexpr unsigned maxWait = 120;
 constexpr std::size_t maxExamples = 12;
 constexpr const char* font = "Georgia";
 
@@ -97,7 +97,7 @@ PageCheck::PageCheck()
 {
     createFolder(_hub.layout._dataPath);
     _engine = std::make_unique<PageEngine>(
-        PageEngine::Options { _hub.layout._booksPath, _folder.path("caches"), longestWait });
+        PageEngine::Options { _hub.layout._booksPath, _folder.path("caches"), maxWait });
     _view = _engine->makePageView(PageKind::Columns);
     _view->setDelegate(_page.get());
     _window.set_decorated(false);
@@ -113,7 +113,7 @@ PageCheck::~PageCheck()
 bool PageCheck::waitUntil(const std::function<bool()>& condition)
 {
     bool isOver = false;
-    auto end = Glib::signal_timeout().connect_seconds([&] { return isOver = true; }, longestWait);
+    auto end = Glib::signal_timeout().connect_seconds([&] { return isOver = true; }, maxWait);
     while (!condition() && !isOver)
         Glib::MainContext::get_default()->iteration(true);
     end.disconnect();

@@ -12,7 +12,7 @@ namespace pagora::test {
 namespace {
 
 // Work that grows with the square of a document takes many times as long.
-constexpr double mostSeconds = 20;
+constexpr double maxSeconds = 20;
 constexpr std::uint64_t bytesForEachByte = 8;
 constexpr std::uint64_t freeBytes = 8u << 20;
 
@@ -53,7 +53,7 @@ UsedByWork usedBy(const std::function<void()>& work)
 void expectLittleWork(
     const char* attack, std::uint64_t documentBytes, const UsedByWork& used, const std::string& outcome)
 {
-    EXPECT_LE(used.seconds, mostSeconds) << attack;
+    EXPECT_LE(used.seconds, maxSeconds) << attack;
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     EXPECT_LE(used.bytes, bytesForEachByte * documentBytes + freeBytes) << attack;
 #endif

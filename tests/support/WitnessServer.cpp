@@ -8,7 +8,7 @@ namespace pagora::test {
 
 namespace {
 
-constexpr std::size_t longestHead = 1 << 20;
+constexpr std::size_t maxHeadLength = 1 << 20;
 constexpr guint timeout = 30;
 
 std::size_t lengthOfBody(std::string head)
@@ -26,7 +26,7 @@ std::string readRequest(GInputStream* input)
     char bytes[4096];
     while (wanted == 0 || request.size() < wanted) {
         const auto count = g_input_stream_read(input, bytes, sizeof bytes, nullptr, nullptr);
-        if (count <= 0 || request.size() > longestHead)
+        if (count <= 0 || request.size() > maxHeadLength)
             break;
         request.append(bytes, static_cast<std::size_t>(count));
         const auto end = request.find("\r\n\r\n");

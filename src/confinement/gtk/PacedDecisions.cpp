@@ -11,7 +11,7 @@ constexpr std::size_t atOnce = 4;
 constexpr std::int64_t second = 1'000'000;
 constexpr unsigned millisecondsBetween = 250;
 // More than a document of a book has frames of servers.
-constexpr std::size_t mostWaiting = 32;
+constexpr std::size_t maxWaiting = 32;
 
 }
 
@@ -25,7 +25,7 @@ bool PacedDecisions::use(WebKitPolicyDecision* decision)
         webkit_policy_decision_use(decision);
         return true;
     }
-    if (_waiting.size() >= mostWaiting)
+    if (_waiting.size() >= maxWaiting)
         return false;
     _waiting.push_back(GObjectPtr<WebKitPolicyDecision>::share(decision));
     if (!_timer.connected())

@@ -24,7 +24,7 @@ namespace {
 
 constexpr Size decodedSize { CoverLoader::coverSize.width * 2, CoverLoader::coverSize.height * 2 };
 // Two encodings of one picture differ on average by less than this per byte of a pixel.
-constexpr double mostDifference = 6;
+constexpr double maxDifference = 6;
 
 std::optional<Image> decoded(const std::string& bytes)
 {
@@ -49,7 +49,7 @@ bool isDefaultCover(const Image& cover)
     const auto* const theirs = gdk_pixbuf_read_pixels(other);
     const long sum = std::inner_product(
         ours.begin(), ours.end(), theirs, 0L, std::plus<>(), [](int a, int b) { return std::abs(a - b); });
-    return static_cast<double>(sum) < mostDifference * static_cast<double>(ours.size());
+    return static_cast<double>(sum) < maxDifference * static_cast<double>(ours.size());
 }
 
 Image coverOf(const std::optional<Data>& data, const std::string& title, const std::string& author, int pixelsInPoint)

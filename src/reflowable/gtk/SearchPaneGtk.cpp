@@ -14,7 +14,7 @@
 namespace pagora {
 
 namespace {
-constexpr std::size_t longestLabel = 400;
+constexpr std::size_t maxLabelLength = 400;
 // A list makes a widget for each of its first 200 or so rows, in view or not, and all at once. So these rows come in
 // parts, between which keys are handled.
 constexpr std::size_t rowsWithWidgets = 240;
@@ -77,7 +77,7 @@ void SearchPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
     else
         row->showChapter(line.chapter);
     // Assistive technology sees the list's item around the row.
-    const auto label = displayText(line.result ? spokenResult(_results[*line.result]) : line.chapter, longestLabel);
+    const auto label = displayText(line.result ? spokenResult(_results[*line.result]) : line.chapter, maxLabelLength);
     gtk_accessible_update_property(
         GTK_ACCESSIBLE(row->get_parent()->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);
 }

@@ -34,8 +34,8 @@ TEST(Motion, NothingMovesForLongerThanAFifthOfASecond)
         const auto found = timesIn(name, expression);
         times.insert(times.end(), found.begin(), found.end());
     };
-    for (const char* sheet :
-        { "library.css", "library-books.css", "reader.css", "reader-pane.css", "reader-popovers.css" })
+    for (const char* sheet : { "library.css", "library-books.css", "reader.css", "reader-pane.css",
+             "reader-popovers.css", "reader-marks.css" })
         collect(sheet, R"(\b([0-9.]+)(m?s)\b)");
     for (const char* layout : { "LibraryWindow", "EpubWindow", "FixedLayout", "ImageView", "TableView", "Alert" })
         collect(std::string("ui/") + layout + ".ui", R"(-duration">([0-9]+)()<)");

@@ -96,8 +96,8 @@ PageCheck::PageCheck()
     , _page(std::make_unique<LoadedPage>())
 {
     createFolder(_hub.layout._dataPath);
-    _engine = std::make_unique<PageEngine>(
-        PageEngine::Options { _hub.layout._booksPath, _folder.path("caches"), maxWait });
+    _engine
+        = std::make_unique<PageEngine>(PageEngine::Options { _hub.layout._booksPath, _folder.path("caches"), maxWait });
     _view = _engine->makePageView(PageKind::Columns);
     _view->setDelegate(_page.get());
     _window.set_decorated(false);

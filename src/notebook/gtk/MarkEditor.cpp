@@ -7,6 +7,7 @@
 
 #include <gdkmm/clipboard.h>
 #include <glibmm/main.h>
+#include <gtk/gtk.h>
 
 namespace pagora {
 
@@ -134,6 +135,7 @@ MarkSigns::MarkSigns(Gtk::Overlay& page, std::function<void()> undo)
     setAccessibleName(_ribbon, _("This page has a bookmark"));
     g_object_set(_text.gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_STATUS, nullptr);
     _text.set_wrap(true);
+    gtk_label_set_natural_wrap_mode(_text.gobj(), GTK_NATURAL_WRAP_NONE);
     _bar.add_css_class("mark-notice");
     _bar.set_spacing(12);
     _bar.set_halign(Gtk::Align::CENTER);

@@ -67,6 +67,12 @@ TEST_F(EpubInspectionTest, MimetypeThatIsNotAsciiIsRejectedAsTheOtherFormat)
     EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> file is not a ePub ( see the mimetype )" }));
 }
 
+TEST_F(EpubInspectionTest, MimetypeWithOneByteBeyondAsciiIsRejected)
+{
+    EXPECT_FALSE(inspect(EpubBuilder().member("mimetype", "application/epub+zip\x80")));
+    EXPECT_EQ(_hub.faultyBooks, (Lines { "Book.epub --> file is not a ePub ( see the mimetype )" }));
+}
+
 TEST_F(EpubInspectionTest, BookWithAWrongCheckSumComesIn)
 {
     const auto path = EpubBuilder().title("Right").write(_folder.path("Book.epub"));

@@ -48,6 +48,22 @@ TEST(NavigationDocument, TakesALabelFromPicturesToo)
         (Lines { "1 One & two lines text/a.xhtml" }));
 }
 
+TEST(NavigationDocument, APictureWithoutATextAddsNone)
+{
+    EXPECT_EQ(contents("<ol><li><a href='a.xhtml'>A<img src='i'/><img src='i'></img></a></li></ol>"),
+        (Lines { "1 A text/a.xhtml" }));
+    EXPECT_EQ(contents("<ol><li><a href='a.xhtml'>A</a><img src='i'/></li></ol>"), (Lines { "1 A text/a.xhtml" }));
+}
+
+TEST(NavigationDocument, KnowsItsListsByTheirRolesToo)
+{
+    const auto lists = read("<nav epub:type='landmarks'><ol><li><a href='x'>X</a></li></ol></nav>"
+                            "<nav role='doc-pagelist'><ol><li><a href='p'>1</a></li></ol></nav>"
+                            "<nav role='navigation doc-toc'><ol><li><a href='a'>A</a></li></ol></nav>");
+    EXPECT_EQ(lines(lists.contents), (Lines { "1 A text/a" }));
+    EXPECT_EQ(lines(lists.pages), (Lines { "1 1 text/p" }));
+}
+
 TEST(NavigationDocument, AHeadingLeadsWhereItsFirstEntryDoes)
 {
     EXPECT_EQ(

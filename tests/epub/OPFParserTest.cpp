@@ -89,6 +89,13 @@ TEST(OPFParser, LastCoverWins)
         (Dictionary { { "cover", "b.jpg" } }));
 }
 
+TEST(OPFParser, AnEmptyNameOfTheContentsIsKeptAndThatOfACoverIsNot)
+{
+    EXPECT_EQ(metadataOf("<meta name='cover' content='c'/>",
+                  "<item id='ncx' href=''/><item id='c' href='' media-type='image/jpeg'/>"),
+        (Dictionary { { "tocfile", "" } }));
+}
+
 TEST(OPFParser, SpineWithoutTocLooksForTheItemNcx)
 {
     const std::string item = "<item id='ncx' href='toc.ncx'/><item id='other' href='other.ncx'/>";

@@ -4,7 +4,7 @@ set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
 # One of each kind; with "all" after the folder of pictures, every one there is.
-attacks=("addresses" "alerts" "blobs" "filter" "focus" "loop at the end" "programs" "slow frames" "table" "workers")
+attacks=("addresses" "alerts" "blobs" "filter" "focus" "loop at the end" "programs" "slow frames" "steps to servers" "table" "workers")
 [ "${3:-}" != all ] || attacks=()
 folder=$(dirname "$(realpath "$0")")
 "$folder/make-hostile-books" "$HOME/hostile" "${attacks[@]}" >/dev/null

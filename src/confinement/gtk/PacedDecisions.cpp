@@ -6,50 +6,56 @@ namespace pagora {
 
 namespace {
 
-// So many steps go at once; each of the others waits for the one before it.
+// So many steps go at once; each of the others waits for the one before it, counted from when that has its process.
 constexpr std::size_t atOnce = 4;
 constexpr std::int64_t second = 1'000'000;
-constexpr unsigned millisecondsBetween = 250;
+constexpr unsigned millisecondsBetween = 500;
 // More than a document of a book has frames of servers.
 constexpr std::size_t maxWaiting = 32;
+constexpr int maxUnpressed = 64;
 
 }
 
-bool PacedDecisions::use(WebKitPolicyDecision* decision)
+bool PacedDecisions::use(WebKitPolicyDecision* decision, bool byUser)
 {
+    if (!byUser && ++_unpressed > maxUnpressed)
+        return false;
     const std::int64_t now = g_get_monotonic_time();
     while (!_gone.empty() && now - _gone.front() > second)
         _gone.pop_front();
     if (_waiting.empty() && _gone.size() < atOnce) {
-        _gone.push_back(now);
         webkit_policy_decision_use(decision);
+        _gone.push_back(g_get_monotonic_time());
         return true;
     }
     if (_waiting.size() >= maxWaiting)
         return false;
     _waiting.push_back(GObjectPtr<WebKitPolicyDecision>::share(decision));
     if (!_timer.connected())
-        _timer = Glib::signal_timeout().connect(
-            [this] {
-                useNext();
-                return !_waiting.empty();
-            },
-            millisecondsBetween);
+        useNextLater();
     return true;
 }
 
-void PacedDecisions::useNext()
+void PacedDecisions::useNextLater()
 {
-    const auto decision = std::move(_waiting.front());
-    _waiting.pop_front();
-    _gone.push_back(g_get_monotonic_time());
-    webkit_policy_decision_use(decision.get());
+    _timer = Glib::signal_timeout().connect(
+        [this] {
+            const auto decision = std::move(_waiting.front());
+            _waiting.pop_front();
+            webkit_policy_decision_use(decision.get());
+            _gone.push_back(g_get_monotonic_time());
+            if (!_waiting.empty())
+                useNextLater();
+            return false;
+        },
+        millisecondsBetween);
 }
 
 void PacedDecisions::ignoreAll()
 {
     _timer.disconnect();
     _gone.clear();
+    _unpressed = 0;
     for (auto& decision : std::exchange(_waiting, {}))
         webkit_policy_decision_ignore(decision.get());
 }

@@ -1,6 +1,5 @@
 #include "page_view/gtk/PageView.hpp"
 
-#include "base/Log.hpp"
 #include "confinement/gtk/PageFile.hpp"
 #include "confinement/gtk/PageRefusals.hpp"
 #include "desktop/gtk/TextScale.hpp"
@@ -10,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -72,7 +70,7 @@ PageView::~PageView()
     g_signal_handlers_disconnect_by_data(webkit_web_view_get_user_content_manager(_view.get()), this);
     setRefusalHandler(_view.get(), {});
     // A busy page would not notice that it is closed and would keep running.
-    webkit_web_view_terminate_web_process(_view.get());
+    endProcesses();
 }
 
 void PageView::setBookFolder(const std::string& path)
@@ -241,35 +239,15 @@ void PageView::restartEngine()
     // Without a page, no page is to blame.
     if (_shown)
         _content.allowScripts(false);
+    endProcesses();
+}
+
+// That of a step to a server, which is another one, too.
+void PageView::endProcesses()
+{
+    _steps.ignoreAll();
+    webkit_web_view_stop_loading(_view.get());
     webkit_web_view_terminate_web_process(_view.get());
-}
-
-// A page that floods the program with messages is taken out: they would come before the person's next key.
-bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
-{
-    const double now = static_cast<double>(g_get_monotonic_time()) / 1e6;
-    const bool isWithin = _budget.take(message, text ? std::strlen(text) : 0, now);
-    if (!isWithin)
-        endFlood();
-    return isWithin;
-}
-
-void PageView::endFlood()
-{
-    // Without its scripts a page has only so much to tell.
-    if (!_content.allowsScripts() || _isWarmingUp)
-        return;
-    log("a page sends messages without end");
-    restartEngine();
-}
-
-// Steps to servers go one after another.
-PageView::Answer PageView::letGoInTurn(WebKitPolicyDecision* decision)
-{
-    if (_steps.use(decision))
-        return Answer::Given;
-    endFlood();
-    return Answer::Ignore;
 }
 
 // The page is still visible, but its frames and timers have stopped.

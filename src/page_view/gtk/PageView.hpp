@@ -96,6 +96,7 @@ private:
     void showForgivingly();
     void restartEngineAfter(double seconds);
     void restartEngine();
+    void endProcesses();
     void pageClosedItself();
     void recover();
     void textScaleDidChange();
@@ -119,7 +120,7 @@ private:
     // `Given`: the decision is made, or will be.
     enum class Answer { Use, Ignore, Given };
     Answer decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
-    Answer letGoInTurn(WebKitPolicyDecision* decision);
+    Answer letGoInTurn(WebKitPolicyDecision* decision, const Url& url, bool byUser);
     Answer decideResponse(WebKitResponsePolicyDecision* decision);
     void locationChanged();
     void messageReceived(const std::string& message);

@@ -1,3 +1,4 @@
+#include "base/Log.hpp"
 #include "confinement/gtk/PageFile.hpp"
 #include "confinement/gtk/PageMemoryWatch.hpp"
 #include "confinement/gtk/PageRefusals.hpp"
@@ -194,6 +195,37 @@ void PageView::loadFailed(const char* uri, const GError* error)
     }
 }
 
+// A page that floods the program with messages is taken out: they would come before the person's next key.
+bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
+{
+    const double now = static_cast<double>(g_get_monotonic_time()) / 1e6;
+    const bool isWithin = _budget.take(message, text ? std::strlen(text) : 0, now);
+    if (!isWithin)
+        endFlood();
+    return isWithin;
+}
+
+void PageView::endFlood()
+{
+    // Without its scripts a page has only so much to tell.
+    if (!_content.allowsScripts() || _isWarmingUp)
+        return;
+    log("a page sends messages without end");
+    restartEngine();
+}
+
+// Steps to servers go one after another.
+PageView::Answer PageView::letGoInTurn(WebKitPolicyDecision* decision, const Url& url, bool byUser)
+{
+    // The engine would start a process for it and show nothing.
+    if (url.scheme() != "http" && url.scheme() != "https")
+        return Answer::Ignore;
+    if (_steps.use(decision, byUser))
+        return Answer::Given;
+    endFlood();
+    return Answer::Ignore;
+}
+
 void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request)
 {
     const char* const uri = webkit_uri_request_get_uri(request);
@@ -247,7 +279,7 @@ PageView::Answer PageView::decideNavigation(WebKitPolicyDecision* decision, WebK
             _reports.pageFollowsLink();
         _reports.willSendRequest(url, byUser ? RequestedBy::User : RequestedBy::Page);
         if (type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION)
-            return letGoInTurn(decision);
+            return letGoInTurn(decision, url, byUser);
     }
     if (type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION)
         return Answer::Use;

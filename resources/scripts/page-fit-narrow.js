@@ -96,7 +96,7 @@ var pagoraFitTitles = (function () {
     'use strict';
 
     // Of a line.
-    const fewestLetters = 18;
+    const fewestLetters = 14;
     const headings = 'h1, h2, h3, h4, h5, h6';
     const longestWord = (text) => Math.max(0, ...text.split(/[\s\u00AD\u2010-\u2015-]+/).map((word) => word.length));
     // Letters of a title, which may be bold and capitals, are no wider than so many of the text's.

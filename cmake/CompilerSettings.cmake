@@ -1,6 +1,9 @@
 # Warnings; sanitizers are one option for the whole tree; ccache and a fast linker are used where present.
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wno-unused-parameter -fvisibility=hidden)
+add_compile_options(-Wall -Wextra -Wpedantic -Wno-unused-parameter)
+# All code may be part of the module that the program loads; there the program's own copy of a function counts.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+add_compile_options(-fno-semantic-interposition)
 if(PAGORA_WERROR)
   add_compile_options(-Werror)
 endif()
@@ -48,7 +51,8 @@ endif()
 if(NOT PAGORA_SANITIZE)
   set(released "$<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>>")
   add_compile_options(
-    "$<${released}:-fPIE;-fstack-protector-strong;-fstack-clash-protection;-fcf-protection=full;-U_FORTIFY_SOURCE>"
+    "$<${released}:-fstack-protector-strong;-fstack-clash-protection;-fcf-protection=full;-U_FORTIFY_SOURCE>"
     "$<${released}:-D_FORTIFY_SOURCE=3;-D_GLIBCXX_ASSERTIONS>")
-  add_link_options("$<${released}:-pie;-Wl,-z,relro;-Wl,-z,now;-Wl,-z,noexecstack>")
+  add_link_options("$<${released}:-Wl,-z,relro;-Wl,-z,now;-Wl,-z,noexecstack>")
+  set(CMAKE_EXE_LINKER_FLAGS "${CMAKE_EXE_LINKER_FLAGS} -pie")
 endif()

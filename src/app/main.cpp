@@ -15,5 +15,7 @@ int main(int argc, char** argv)
     pagora::startTranslation();
     g_set_prgname(PAGORA_IDENTIFIER);
     g_set_application_name("Pagora");
-    return pagora::Application::create()->run(argc, argv);
+    // With one file, that file is opened.
+    using Purpose = pagora::Application::Purpose;
+    return pagora::Application::create(argc == 2 ? Purpose::Reading : Purpose::Library)->run(argc, argv);
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/gtk/ReaderWindowFactoryGtk.hpp"
 #include "base/Log.hpp"
 #include "base/Resource.hpp"
 #include "desktop/gtk/Toplevel.hpp"
 #include "fixed/FixedLayoutWindowController.hpp"
 #include "fixed/PreparedPages.hpp"
 #include "fixed/gtk/FixedWindowGtk.hpp"
+#include "reader_windows/gtk/ReaderWindowFactoryGtk.hpp"
 #include "running/GLibRunLoop.hpp"
 #include "tests/engine/PageFaults.hpp"
 #include "tests/engine/ReadingFixture.hpp"

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/MainController.hpp"
-#include "app/gtk/ReaderWindowFactoryGtk.hpp"
 #include "base/Log.hpp"
 #include "desktop/gtk/Toplevel.hpp"
 #include "library_window/gtk/LibraryWindowGtk.hpp"
+#include "reader_windows/gtk/ReaderWindowFactoryGtk.hpp"
 #include "reflowable/gtk/EpubWindowGtk.hpp"
 #include "running/GLibRunLoop.hpp"
 #include "store/UserDefaults.hpp"

@@ -1,7 +1,7 @@
 #include "app/gtk/Application.hpp"
 
 #include "app/MainController.hpp"
-#include "app/gtk/ReaderWindowFactoryGtk.hpp"
+#include "app/gtk/LateReaderWindows.hpp"
 #include "app/gtk/ShortcutsHelp.hpp"
 #include "base/Log.hpp"
 #include "base/Path.hpp"
@@ -71,12 +71,12 @@ private:
 
 // In the order of construction; destroyed in reverse order.
 struct Application::Parts {
-    Parts(const Glib::RefPtr<Gtk::Application>& application, std::unique_ptr<UserDefaults> opened)
+    Parts(const Glib::RefPtr<Gtk::Application>& application, std::unique_ptr<UserDefaults> opened, ReaderModule& reader)
         : defaults(std::move(opened))
         , toplevel(application)
         , libraryWindow(toplevel, runLoop, application)
         , shortcuts(*application, toplevel.window(), [this] { return !libraryWindow.mainWindow().isVisible(); })
-        , readerWindows(temporaryFolder(), toplevel, runLoop)
+        , readerWindows(reader, temporaryFolder(), toplevel, runLoop)
         , lateFlush(*defaults, runLoop)
         , controller({ programInfo(), *defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
     {
@@ -105,27 +105,31 @@ struct Application::Parts {
     Toplevel toplevel;
     LibraryWindowGtk libraryWindow;
     ShortcutsHelp shortcuts;
-    ReaderWindowFactoryGtk readerWindows;
+    LateReaderWindows readerWindows;
     LateFlush lateFlush;
     MainController controller;
 };
 
-Application::Application()
+Application::Application(Purpose purpose)
     : Gtk::Application(PAGORA_IDENTIFIER, Gio::Application::Flags::HANDLES_OPEN)
+    , _purpose(purpose)
     , _home(defaultsFolder())
 {
 }
 
 Application::~Application() = default;
 
-Glib::RefPtr<Application> Application::create()
+Glib::RefPtr<Application> Application::create(Purpose purpose)
 {
-    return Glib::make_refptr_for_instance(new Application);
+    return Glib::make_refptr_for_instance(new Application(purpose));
 }
 
 void Application::on_startup()
 {
     const bool hasHome = _home.take(homeTimeout);
+    // In parallel with the toolkit too. The library alone is shown earlier without it.
+    if (hasHome && _purpose == Purpose::Reading)
+        _reader.load();
     std::unique_ptr<UserDefaults> defaults;
     {
         // Loading a large library takes as long as starting the toolkit, so both run in parallel.
@@ -145,7 +149,7 @@ void Application::on_startup()
     }
     _parts = std::make_unique<Parts>(
         Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))),
-        std::move(defaults));
+        std::move(defaults), _reader);
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
     // Keep the program running while no window is visible.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/gtk/ReaderModule.hpp"
 #include "store/HomeLock.hpp"
 
 #include <gtkmm/application.h>
@@ -15,7 +16,9 @@ namespace pagora {
 // Main thread.
 class Application final : public Gtk::Application {
 public:
-    static Glib::RefPtr<Application> create();
+    // What it is started for, as far as that is known.
+    enum class Purpose { Library, Reading };
+    static Glib::RefPtr<Application> create(Purpose purpose);
     ~Application() override;
 
 protected:
@@ -27,12 +30,14 @@ protected:
 private:
     struct Parts;
 
-    Application();
+    explicit Application(Purpose purpose);
     // The first window, and the end of the launch.
     void finishLaunching();
     void endOnSignal(int number);
 
+    Purpose _purpose;
     HomeLock _home;
+    ReaderModule _reader;
     // None when another instance has the home folder.
     std::unique_ptr<Parts> _parts;
     bool _launched = false;

@@ -1,4 +1,4 @@
-#include "app/gtk/ReaderWindowFactoryGtk.hpp"
+#include "reader_windows/gtk/ReaderWindowFactoryGtk.hpp"
 
 #include "fixed/gtk/FixedWindowGtk.hpp"
 #include "fixed/gtk/PreparedPagesGtk.hpp"

@@ -115,6 +115,8 @@ private:
     // The engine's events.
     void loadChanged(WebKitLoadEvent event);
     void loadFailed(const char* uri, const GError* error);
+    // A step of the page, or the load that the reader asked for, does not show anything.
+    void stepFailed(const Url& url);
     void resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request);
     void resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed);
     // `Given`: the decision is made, or will be.

@@ -185,13 +185,18 @@ void PageView::loadFailed(const char* uri, const GError* error)
     // Ignores cancelled loads, and the warm-up page, which the book's filter may refuse.
     if (_isWarmingUp || g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
         return;
-    if (_stage == Stage::Starting && isTarget(urlOf(uri))) {
+    stepFailed(urlOf(uri));
+}
+
+void PageView::stepFailed(const Url& url)
+{
+    if (_stage == Stage::Starting && isTarget(url)) {
         _stage = Stage::Idle;
         _loadTimer.disconnect();
         reportFailure();
     } else if (auto* delegate = _reports.delegate()) {
         // A link of the page that is shown; that page stays.
-        delegate->resourceDidFailLoading({ urlOf(uri), currentLoad(), false, !_reports.isFinished() });
+        delegate->resourceDidFailLoading({ url, currentLoad(), false, !_reports.isFinished() });
     }
 }
 
@@ -217,9 +222,11 @@ void PageView::endFlood()
 // Steps to servers go one after another.
 PageView::Answer PageView::letGoInTurn(WebKitPolicyDecision* decision, const Url& url, bool byUser)
 {
-    // The engine would start a process for it and show nothing.
-    if (url.scheme() != "http" && url.scheme() != "https")
+    // The engine would start a process for it, show nothing and report a failure.
+    if (url.scheme() != "http" && url.scheme() != "https") {
+        stepFailed(url);
         return Answer::Ignore;
+    }
     if (_steps.use(decision, byUser))
         return Answer::Given;
     endFlood();

@@ -70,7 +70,8 @@ var pagoraFit = (function () {
     const sizeOfTitles = 1.3;
     const clear = 'rgba(0, 0, 0, 0)';
 
-    // Elements that may need a mark, found once: { floats, atoms, verses, titles, undivided, framed } and, by their sorts, { insets }.
+    // The elements of the chapter that may need a mark, as lists by kind, and the body that they are of. `survey` finds them
+    // once for each body.
     let book = null;
 
     function sortOf(element, bodySize) {

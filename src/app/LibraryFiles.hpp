@@ -10,8 +10,8 @@ namespace pagora {
 std::vector<std::string> bookNamesIn(const std::string& folder);
 // The same as absolute paths.
 std::vector<std::string> booksIn(const std::string& folder);
-// The files with that extension, in small letters or capitals, in a folder and the folders below it, as absolute paths,
-// sorted. Hidden files and folders, links to folders and folders that cannot be listed are left out. Any thread.
+// The absolute paths, sorted, of the files in a folder and its subfolders whose extension is "epub" in any case. Hidden
+// files and folders, links to folders and folders that cannot be listed are left out. Any thread.
 std::vector<std::string> booksBelow(const std::string& folder);
 
 }

@@ -13,9 +13,9 @@
 
 namespace pagora {
 
-// A page view made of two: one is shown, the other prepares the page that is likely to be next. A request for that page
-// exchanges the two views, delivers the reports of the prepared page and answers scripts that were already evaluated in
-// it at once. Main thread.
+// A page view that consists of two: one is shown, the other loads the page that is likely to be next. A request for
+// that page exchanges the two views, delivers the reports of the prepared page and answers scripts that were already
+// evaluated in it at once. Main thread.
 class PreparedPages : public WebView {
 public:
     PreparedPages(std::unique_ptr<WebView> shown, std::unique_ptr<WebView> spare);

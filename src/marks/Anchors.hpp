@@ -8,10 +8,10 @@
 
 namespace pagora {
 
-// Finds marks in the documents of the book: by the text at the stored place first, then by the same text elsewhere, the
-// one with the same surroundings and the nearest first, in the same document and then in all others, then by the most
-// similar text. Missing where nothing is similar. The work is bounded: what it does not suffice for is not found. Reads
-// the disk; any thread.
+// Finds each mark in the documents of the book, in the order of `marks`. Tries the text at the stored place, then the
+// same text elsewhere in its document and in the others (the same surroundings first, then the nearest), then the most
+// similar text. No value: the text is not there, or the limit of work was reached before it was found. Reads the disk.
+// Any thread.
 std::vector<std::optional<MarkAnchor>> findMarks(const std::vector<Mark>& marks, const MarkedDocuments& documents);
 
 // What a mark at a place stores: the text there and around it, from the document's file. Where the file does not have

@@ -84,6 +84,21 @@ protected:
         reader().goTo({ reader().bookSplits().at(0), ElementInChapter { "here" } });
         settle();
     }
+    void highlightAndClose()
+    {
+        read({ longChapter() });
+        showSentence();
+        highlight();
+        close();
+    }
+    // Also deletes its archive.
+    void removeBook()
+    {
+        const auto archive = *book()->epubPath();
+        _program->controller.deleteItemsFromLibrary({ book() });
+        ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
+        removeItem(archive);
+    }
     std::string painted(const std::string& color = "green")
     {
         return evaluate("[...CSS.highlights.get('pagora-mark-" + color + "')].map(String).join('|')");
@@ -160,10 +175,7 @@ TEST_F(Marks, AreFoundAgainAfterEachChangeOfTheDisplay)
 
 TEST_F(Marks, AreFoundAgainAfterANewVersionHasWipedWhatIsStored)
 {
-    read({ longChapter() });
-    showSentence();
-    highlight();
-    close();
+    highlightAndClose();
     _program->defaults.setObject("BundleVersion", std::string("0"));
     restart();
     openBook();
@@ -172,10 +184,7 @@ TEST_F(Marks, AreFoundAgainAfterANewVersionHasWipedWhatIsStored)
 
 TEST_F(Marks, AreFoundAgainAfterAReset)
 {
-    read({ longChapter() });
-    showSentence();
-    highlight();
-    close();
+    highlightAndClose();
     _program->controller.resetAppSettings();
     ASSERT_TRUE(waitUntil([this] { return !state().launch.isResetting() && bookCount() == 1; }));
     openBook();
@@ -184,15 +193,9 @@ TEST_F(Marks, AreFoundAgainAfterAReset)
 
 TEST_F(Marks, StayWhenTheBookIsRemovedAndAreFoundWhenItComesBack)
 {
-    read({ longChapter() });
-    showSentence();
-    highlight();
-    close();
+    highlightAndClose();
     const auto path = file();
-    const auto archive = *book()->epubPath();
-    _program->controller.deleteItemsFromLibrary({ book() });
-    ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
-    removeItem(archive);
+    removeBook();
     EXPECT_TRUE(fileExists(path));
     read({ longChapter() });
     expectFound();
@@ -200,14 +203,8 @@ TEST_F(Marks, StayWhenTheBookIsRemovedAndAreFoundWhenItComesBack)
 
 TEST_F(Marks, AreFoundInTheSameBookUnderAnotherName)
 {
-    read({ longChapter() });
-    showSentence();
-    highlight();
-    close();
-    const auto archive = *book()->epubPath();
-    _program->controller.deleteItemsFromLibrary({ book() });
-    ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
-    removeItem(archive);
+    highlightAndClose();
+    removeBook();
     import(write("another name.epub", { longChapter() }));
     openBook();
     expectFound();
@@ -215,15 +212,9 @@ TEST_F(Marks, AreFoundInTheSameBookUnderAnotherName)
 
 TEST_F(Marks, AreFoundInANewerEditionWhoseTextHasMoved)
 {
-    read({ longChapter() });
-    showSentence();
-    highlight();
-    close();
-    const auto archive = *book()->epubPath();
+    highlightAndClose();
+    removeBook();
     write("book.epub", { page("<p>A preface.</p>"), longChapter("<p>A new beginning of the chapter.</p>") });
-    _program->controller.deleteItemsFromLibrary({ book() });
-    ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
-    removeItem(archive);
     import(_home.path("book.epub"));
     openBook();
     ASSERT_EQ(kept().size(), 1u);
@@ -236,14 +227,8 @@ TEST_F(Marks, AreFoundInANewerEditionWhoseTextHasMoved)
 
 TEST_F(Marks, WhoseTextIsGoneStayInTheListAndSaySo)
 {
-    read({ longChapter() });
-    showSentence();
-    highlight();
-    close();
-    const auto archive = *book()->epubPath();
-    _program->controller.deleteItemsFromLibrary({ book() });
-    ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
-    removeItem(archive);
+    highlightAndClose();
+    removeBook();
     read({ page("<p>Another text altogether.</p>") });
     ASSERT_EQ(kept().size(), 1u);
     EXPECT_FALSE(kept()[0].anchor);

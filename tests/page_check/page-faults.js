@@ -1,8 +1,8 @@
 // Counts the faults of the pages of the shown chapter. Evaluated in the reader's own script world, after page-glyphs.js.
 // The result is lines of fields between tabs: first the numbers of pages and text lines, then a line for each kind of
 // fault with its name, its count and some examples.
-// Turns to each page as the reader does and notes where that page begins. Then compares every box of the chapter with the
-// columns and with those pages.
+// The script turns to each page as the reader does and stores the position at which the page begins. It then compares every
+// box of the chapter with the columns and the pages.
 (function () {
     'use strict';
 

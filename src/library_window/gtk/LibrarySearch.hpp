@@ -16,8 +16,8 @@
 
 namespace pagora {
 
-// The search bar of the library window with its button, and the menu of orders. They make the query for the books. Main
-// thread.
+// The search bar of the library window, its button, and the menu that orders the books. Together they give the query
+// that filters and sorts the views. Main thread.
 class LibrarySearch {
 public:
     // The layout "LibraryWindow".

@@ -59,8 +59,8 @@ private:
     bool _isFilling = false;
 };
 
-// What lies over the page for its marks: the ribbon of a bookmark, and a line that something was removed, with a way to
-// bring it back, or that something cannot be. Main thread.
+// The ribbon of a bookmark, and a line of text, in an overlay above the page. The line offers to undo a removal, or
+// tells of a problem. Main thread.
 class MarkSigns {
 public:
     // It stands in an overlay that outlives it.

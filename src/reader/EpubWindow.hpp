@@ -6,7 +6,7 @@
 #include "desktop/Window.hpp"
 #include "notebook/MarksPane.hpp"
 #include "page/WebView.hpp"
-#include "reader/SearchPane.hpp"
+#include "panels/SearchPane.hpp"
 
 #include <cstdint>
 #include <functional>

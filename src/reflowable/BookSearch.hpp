@@ -1,7 +1,7 @@
 #pragma once
 
 #include "find/BookFinder.hpp"
-#include "reader/SearchPane.hpp"
+#include "panels/SearchPane.hpp"
 
 #include <cstdint>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "reader/gtk/GoToPanel.hpp"
+#include "panels/gtk/GoToPanel.hpp"
 
 #include "tests/engine/ToolkitTest.hpp"
 

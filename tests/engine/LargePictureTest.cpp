@@ -1,4 +1,4 @@
-#include "reader/gtk/LargePicture.hpp"
+#include "panels/gtk/LargePicture.hpp"
 
 #include "running/GLibRunLoop.hpp"
 #include "tests/engine/ToolkitTest.hpp"

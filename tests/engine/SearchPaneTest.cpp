@@ -1,6 +1,6 @@
 // The search and the way back in a reader window.
 
-#include "reader/gtk/SearchResultRow.hpp"
+#include "panels/gtk/SearchResultRow.hpp"
 #include "tests/engine/ReaderWindowTest.hpp"
 
 #include <gtkmm/checkbutton.h>

@@ -4,13 +4,13 @@
 #include "controls/gtk/SegmentedSwitch.hpp"
 #include "notebook/gtk/MarkEditor.hpp"
 #include "notebook/gtk/MarksPaneGtk.hpp"
+#include "panels/gtk/NotePopover.hpp"
+#include "panels/gtk/PopoverPanel.hpp"
+#include "panels/gtk/SearchFieldControl.hpp"
+#include "panels/gtk/SearchPaneGtk.hpp"
+#include "panels/gtk/SelectionBar.hpp"
 #include "reader/gtk/MissingFontNote.hpp"
-#include "reader/gtk/NotePopover.hpp"
-#include "reader/gtk/PopoverPanel.hpp"
 #include "reader/gtk/ReaderWindowGtk.hpp"
-#include "reader/gtk/SelectionBar.hpp"
-#include "reflowable/gtk/SearchFieldControl.hpp"
-#include "reflowable/gtk/SearchPaneGtk.hpp"
 
 #include <memory>
 

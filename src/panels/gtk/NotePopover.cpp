@@ -1,4 +1,4 @@
-#include "reader/gtk/NotePopover.hpp"
+#include "panels/gtk/NotePopover.hpp"
 
 #include "base/Translation.hpp"
 #include "desktop/gtk/AccessibleNames.hpp"

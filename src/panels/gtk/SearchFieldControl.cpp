@@ -1,4 +1,4 @@
-#include "reflowable/gtk/SearchFieldControl.hpp"
+#include "panels/gtk/SearchFieldControl.hpp"
 
 #include <utility>
 

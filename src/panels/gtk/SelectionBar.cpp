@@ -1,4 +1,4 @@
-#include "reader/gtk/SelectionBar.hpp"
+#include "panels/gtk/SelectionBar.hpp"
 
 #include "desktop/gtk/AccessibleNames.hpp"
 

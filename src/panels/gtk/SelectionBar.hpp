@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reader/BarPlace.hpp"
+#include "panels/BarPlace.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>

@@ -1,9 +1,9 @@
-#include "reflowable/gtk/SearchPaneGtk.hpp"
+#include "panels/gtk/SearchPaneGtk.hpp"
 
 #include "base/Translation.hpp"
 #include "desktop/gtk/DisplayText.hpp"
-#include "reader/gtk/SearchResultRow.hpp"
-#include "reflowable/gtk/SearchFieldControl.hpp"
+#include "panels/gtk/SearchFieldControl.hpp"
+#include "panels/gtk/SearchResultRow.hpp"
 
 #include <glibmm/main.h>
 #include <gtkmm/gestureclick.h>

@@ -1,4 +1,4 @@
-#include "reader/gtk/LargePicture.hpp"
+#include "panels/gtk/LargePicture.hpp"
 
 #include "desktop/gtk/AccessibleNames.hpp"
 #include "files/Files.hpp"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contents/gtk/ActionQueue.hpp"
-#include "reader/SearchPane.hpp"
+#include "panels/SearchPane.hpp"
 
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/label.h>

@@ -1,4 +1,4 @@
-#include "reader/gtk/SearchResultRow.hpp"
+#include "panels/gtk/SearchResultRow.hpp"
 
 #include "desktop/gtk/DisplayText.hpp"
 

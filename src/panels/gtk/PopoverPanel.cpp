@@ -1,4 +1,4 @@
-#include "reader/gtk/PopoverPanel.hpp"
+#include "panels/gtk/PopoverPanel.hpp"
 
 namespace pagora {
 

@@ -1,4 +1,4 @@
-#include "reader/BarPlace.hpp"
+#include "panels/BarPlace.hpp"
 
 #include <algorithm>
 #include <array>

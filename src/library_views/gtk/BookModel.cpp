@@ -1,7 +1,5 @@
 #include "library_views/gtk/BookModel.hpp"
 
-#include "library_views/gtk/BookItem.hpp"
-
 #include <algorithm>
 #include <utility>
 
@@ -29,10 +27,48 @@ void BookModel::setBooks(ShownBooks books)
     std::size_t tail = 0;
     while (tail < shorter - head && before.at(oldSize - 1 - tail) == _books.at(newSize - 1 - tail))
         ++tail;
-    const auto removed = static_cast<guint>(oldSize - head - tail);
-    const auto added = static_cast<guint>(newSize - head - tail);
+    // The toolkit makes new widgets for the items of a changed range, and looks for the selected ones among all of
+    // them.
+    const auto replaced = shorter - head - tail;
+    const auto rest = static_cast<guint>(head + replaced);
+    const auto removed = static_cast<guint>(oldSize - tail) - rest;
+    const auto added = static_cast<guint>(newSize - tail) - rest;
+    updateItems(static_cast<guint>(head), rest);
+    moveItems(rest, removed, added);
     if (removed || added)
-        items_changed(static_cast<guint>(head), removed, added);
+        items_changed(rest, removed, added);
+}
+
+std::vector<Glib::RefPtr<BookItem>> BookModel::itemsFrom(guint position) const
+{
+    std::vector<Glib::RefPtr<BookItem>> items;
+    for (auto item = _items->lower_bound(position); item != _items->end(); ++item) {
+        item->second->reference();
+        items.push_back(Glib::make_refptr_for_instance(item->second));
+    }
+    return items;
+}
+
+void BookModel::updateItems(guint first, guint end)
+{
+    for (const auto& item : itemsFrom(first)) {
+        if (item->position() >= end)
+            break;
+        item->setBook(_books.at(item->position()));
+    }
+}
+
+void BookModel::moveItems(guint position, guint removed, guint added)
+{
+    if (!removed && !added)
+        return;
+    const auto items = itemsFrom(position);
+    for (const auto& item : items)
+        item->leave();
+    for (const auto& item : items) {
+        if (item->position() >= position + removed)
+            item->enter(_items, item->position() - removed + added);
+    }
 }
 
 GType BookModel::get_item_type_vfunc()
@@ -49,8 +85,12 @@ gpointer BookModel::get_item_vfunc(guint position)
 {
     if (position >= _books.size())
         return nullptr;
+    if (const auto existing = _items->find(position); existing != _items->end())
+        return existing->second->gobj_copy();
     ++_itemsMade;
-    return BookItem::create(_books.at(position))->gobj_copy();
+    const auto item = BookItem::create(_books.at(position));
+    item->enter(_items, position);
+    return item->gobj_copy();
 }
 
 }

@@ -2,7 +2,6 @@
 
 #include "desktop/gtk/AccessibleNames.hpp"
 #include "library_views/gtk/BookCell.hpp"
-#include "library_views/gtk/BookItem.hpp"
 
 #include <gtkmm/bitset.h>
 
@@ -173,10 +172,9 @@ void BooksSurface::nameItem(Gtk::Widget& cell, const Glib::ustring& name, const 
         setAccessibleName(*item->get_parent(), spokenBook(*book));
 }
 
-BookInfoPtr BooksSurface::bookOf(const Gtk::ListItem& item)
+Glib::RefPtr<BookItem> BooksSurface::itemOf(const Gtk::ListItem& item)
 {
-    const auto book = std::dynamic_pointer_cast<const BookItem>(item.get_item());
-    return book ? book->book() : nullptr;
+    return std::dynamic_pointer_cast<BookItem>(const_cast<Gtk::ListItem&>(item).get_item());
 }
 
 }

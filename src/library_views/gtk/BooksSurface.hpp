@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 
 namespace pagora {
 
@@ -77,15 +78,17 @@ protected:
     static Glib::RefPtr<Gtk::SignalListItemFactory> makeFactory(Make make)
     {
         auto factory = Gtk::SignalListItemFactory::create();
+        // The connection of each bound cell to its book.
+        const auto changes = std::make_shared<std::unordered_map<GtkListItem*, sigc::connection>>();
         factory->signal_setup().connect([make](const auto& item) {
             auto* const cell = make();
             item->set_child(*cell);
             rememberItem(*cell, item->gobj());
             // The library is shown again after a reader: progress may have changed.
             cell->signal_map().connect([cell, item = item.get()] {
-                if (const auto book = bookOf(*item)) {
+                if (const auto shown = itemOf(*item)) {
                     cell->showProgress();
-                    nameItem(*cell, cell->spokenName(*book), book);
+                    nameItem(*cell, cell->spokenName(*shown->book()), shown->book());
                 }
             });
         });
@@ -93,16 +96,22 @@ protected:
             if (auto* const cell = item->get_child())
                 rememberItem(*cell, nullptr);
         });
-        factory->signal_bind().connect([](const auto& item) {
-            if (auto* const cell = dynamic_cast<Cell*>(item->get_child())) {
-                const auto book = bookOf(*item);
-                cell->setBook(book);
-                if (book)
-                    nameItem(*cell, cell->spokenName(*book), book);
-            }
+        factory->signal_bind().connect([changes](const auto& listItem) {
+            auto* const cell = dynamic_cast<Cell*>(listItem->get_child());
+            const auto item = itemOf(*listItem);
+            if (!cell || !item)
+                return;
+            const auto show = [cell, shown = item.get()] {
+                cell->setBook(shown->book());
+                nameItem(*cell, cell->spokenName(*shown->book()), shown->book());
+            };
+            show();
+            (*changes)[listItem->gobj()] = item->signal_book_changed().connect(show);
         });
-        factory->signal_unbind().connect([](const auto& item) {
-            if (auto* const cell = dynamic_cast<Cell*>(item->get_child()))
+        factory->signal_unbind().connect([changes](const auto& listItem) {
+            if (const auto change = changes->extract(listItem->gobj()))
+                change.mapped().disconnect();
+            if (auto* const cell = dynamic_cast<Cell*>(listItem->get_child()))
                 cell->setBook(nullptr);
         });
         return factory;
@@ -119,7 +128,7 @@ private:
     bool showsContent() const;
     // The index of the item's book in the controller.
     std::optional<std::size_t> indexOf(Gtk::Widget& item) const;
-    static BookInfoPtr bookOf(const Gtk::ListItem& item);
+    static Glib::RefPtr<BookItem> itemOf(const Gtk::ListItem& item);
     // Sets the accessible names of the list's own widgets around the cell.
     static void nameItem(Gtk::Widget& cell, const Glib::ustring& name, const BookInfoPtr& book);
     static void rememberItem(Gtk::Widget& cell, GtkListItem* item);

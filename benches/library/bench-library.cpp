@@ -55,9 +55,9 @@ double median(std::vector<double> values)
 // would count for the programs that it starts.
 void haveFreeMemoryAtHand()
 {
-    constexpr std::size_t most = std::size_t(1) << 30;
+    constexpr std::size_t maxBytes = std::size_t(1) << 30;
     const auto pages = static_cast<std::size_t>(std::max(0L, ::sysconf(_SC_AVPHYS_PAGES)));
-    const auto bytes = std::min(most, pages / 2 * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)));
+    const auto bytes = std::min(maxBytes, pages / 2 * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)));
     const pid_t child = ::fork();
     if (child == 0) {
         ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);

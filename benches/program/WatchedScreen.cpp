@@ -20,7 +20,7 @@ namespace pagora::bench {
 namespace {
 
 // Where fewer are there, nothing is shown yet.
-constexpr std::size_t fewestColors = 8;
+constexpr std::size_t minColors = 8;
 
 void pause(double seconds)
 {
@@ -298,7 +298,7 @@ std::optional<std::size_t> WatchedScreen::look(const Area& area)
         if (std::exchange(last, pixel) == pixel)
             continue;
         colors.insert(pixel);
-        if (colors.size() == fewestColors)
+        if (colors.size() == minColors)
             return std::hash<std::string_view>()({ reinterpret_cast<const char*>(pixels.data()), pixels.size_bytes() });
     }
     return std::nullopt;

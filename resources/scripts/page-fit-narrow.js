@@ -12,9 +12,9 @@ var pagoraFitInsets = (function () {
     const roomForSign = 1.3;
     const shareForSigns = 0.3;
     const isList = (block) => /^[ou]l$/.test(block.localName);
-    const fewestCharacters = 12;
+    const minCharacters = 12;
     // Two words of usual length.
-    const fewestLetters = 20;
+    const minLetters = 20;
 
     const sides = ['marginLeft', 'marginRight', 'paddingLeft', 'paddingRight'];
     const sum = (lengths) => lengths.reduce((total, each) => total + each, 0);
@@ -68,10 +68,10 @@ var pagoraFitInsets = (function () {
         tools.narrowest = Infinity;
         for (const blocks of book.insets) {
             const { padding, size } = measureSort(blocks, tools);
-            const wanted = Math.min(fewestLetters * letter * size, 0.95 * column);
+            const wanted = Math.min(minLetters * letter * size, 0.95 * column);
             for (const block of blocks) {
                 const width = block.clientWidth - padding;
-                if (!block.clientWidth || width >= wanted || block.textContent.trim().length < fewestCharacters)
+                if (!block.clientWidth || width >= wanted || block.textContent.trim().length < minCharacters)
                     continue;
                 tools.narrowest = Math.min(tools.narrowest, wanted / (letter * size));
                 const around = blocksAround(block, strip, tools);
@@ -96,11 +96,11 @@ var pagoraFitTitles = (function () {
     'use strict';
 
     // Of a line.
-    const fewestLetters = 14;
+    const minLetters = 14;
     const headings = 'h1, h2, h3, h4, h5, h6';
-    const longestWord = (text) => Math.max(0, ...text.split(/[\s\u00AD\u2010-\u2015-]+/).map((word) => word.length));
+    const maxWordLength = (text) => Math.max(0, ...text.split(/[\s\u00AD\u2010-\u2015-]+/).map((word) => word.length));
     // Letters of a title, which may be bold and capitals, are no wider than so many of the text's.
-    const widest = 1.6;
+    const maxLetterRatio = 1.6;
 
     const pen = Document.prototype.createElementNS.call(document, 'http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
 
@@ -123,9 +123,9 @@ var pagoraFitTitles = (function () {
                 continue;
             const block = isInline(style) ? containerOf(title) : title;
             const room = roomIn(block, strip).width;
-            const letters = Math.max(longestWord(text), Math.min(fewestLetters, text.length));
+            const letters = Math.max(maxWordLength(text), Math.min(minLetters, text.length));
             const spacing = pixels(style.letterSpacing) / size;
-            if (room / (letters * (letter * widest + spacing)) > size)
+            if (room / (letters * (letter * maxLetterRatio + spacing)) > size)
                 continue;
             const fitting = room / (letters * (letterOf(text, style) + spacing));
             if (fitting < size)
@@ -150,7 +150,7 @@ var pagoraFitWords = (function () {
     // The words of more letters than a limit: [text node, start, length].
     let words = { limit: Infinity, found: [] };
 
-    function longestIn(text) {
+    function maxLongWordLength(text) {
         let length = 0;
         for (const word of text.match(wordsOver(7)) || [])
             length = Math.max(length, word.length);
@@ -195,7 +195,7 @@ var pagoraFitWords = (function () {
         const column = strip.step - strip.gap;
         const titles = book.titles.filter((title) => title.scrollWidth > title.clientWidth && title.clientWidth > 0);
         if (longest < 0)
-            longest = longestIn(strip.body.textContent);
+            longest = maxLongWordLength(strip.body.textContent);
         const letters = column / (pixels(styleOf(strip.body).fontSize) * letter);
         const limit = Math.max(4, Math.floor(Math.min(letters, narrowest) * surelyFits));
         const isLong = longest > limit;

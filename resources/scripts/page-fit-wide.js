@@ -7,7 +7,7 @@ var pagoraFitWide = (function () {
 
     const steps = 10;
     // The minimum font size, in tenths of the original.
-    const smallest = 6;
+    const minShare = 6;
 
     // The font size that makes an element fit, in tenths, rounded down; 10 when it fits already.
     const tenths = (room, needed) => (needed <= room + 1 ? steps : Math.floor(steps * room / needed));
@@ -31,7 +31,7 @@ var pagoraFitWide = (function () {
             const room = equationRoom(math, strip, tools);
             const share = Math.min(tenths(room.width, box.width), tenths(room.height, box.height));
             if (share < steps)
-                wide.push([math, Math.max(share, smallest), room.container]);
+                wide.push([math, Math.max(share, minShare), room.container]);
         }
         for (const [math, share] of wide)
             tools.mark(math, 'small', share);
@@ -50,7 +50,7 @@ var pagoraFitWide = (function () {
     // In sizes of the letters.
     const narrowCell = 5.5;
     const manyLines = 2.6;
-    const fewestCharacters = 8;
+    const minCharacters = 8;
 
     // Cells that have room for one word in a line.
     function narrowCells(table, tools) {
@@ -62,7 +62,7 @@ var pagoraFitWide = (function () {
             const style = tools.styleOf(cell);
             const size = tools.pixels(style.fontSize);
             const inner = width - tools.pixels(style.paddingLeft) - tools.pixels(style.paddingRight);
-            if (inner < narrowCell * size && cell.clientHeight > manyLines * size * 1.2 && cell.textContent.trim().length > fewestCharacters)
+            if (inner < narrowCell * size && cell.clientHeight > manyLines * size * 1.2 && cell.textContent.trim().length > minCharacters)
                 narrow.push(cell);
         }
         return narrow;
@@ -99,7 +99,7 @@ var pagoraFitWide = (function () {
         wide = Array.from(new Set(wide.concat(narrow.map(([table]) => table))))
             .filter(sticksOut).map((table) => [table, tenths(roomOf(table), widthOf(table))]);
         for (const [table, share] of wide)
-            tools.mark(table, 'small', Math.max(share, smallest + 1));
+            tools.mark(table, 'small', Math.max(share, minShare + 1));
         for (const table of wide.map(([each]) => each).filter(sticksOut))
             tools.mark(table, 'scrolls');
     }

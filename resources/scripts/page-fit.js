@@ -37,7 +37,7 @@ var pagoraFit = (function () {
     const pixels = (length) => parseFloat(length) || 0;
     const isInline = (style) => style.display === 'inline' || style.display === 'contents';
     // The minimum number of letters in a readable line. A few more than twelve, because lines end with whole words.
-    const fewestLetters = 16;
+    const minLetters = 16;
 
     // --- Marks -------------------------------------------------------------------------------------------------------
 
@@ -210,7 +210,7 @@ var pagoraFit = (function () {
                 if (other.bottom > box.top + 1 && other.top < box.bottom - 1 && Math.abs(other.left - box.left) < strip.step)
                     rest -= other.width;
             }
-            const isTight = rest > 1 && rest < (fewestLetters * letter + (isImage ? gapBeside : 0)) * room.size;
+            const isTight = rest > 1 && rest < (minLetters * letter + (isImage ? gapBeside : 0)) * room.size;
             const isWhole = isImage && rest > 1
                 && (!hasText || (isCentred(container, room) && standsAlone(float, container)));
             if (isTight || isWhole) {
@@ -256,7 +256,7 @@ var pagoraFit = (function () {
     // --- Boxes that cannot be divided --------------------------------------------------------------------------------
 
     // A higher frame, as a share of the column, would leave too much of the previous column empty.
-    const largestFrame = 0.4;
+    const maxFrameShare = 0.4;
 
     const heightOf = (element) => Array.from(Element.prototype.getClientRects.call(element))
         .reduce((sum, rect) => sum + rect.height, 0);
@@ -281,7 +281,7 @@ var pagoraFit = (function () {
                 later.push([block, 'divided']);
         }
         for (const box of book.framed) {
-            if (box.offsetHeight && box.offsetHeight < largestFrame * strip.height)
+            if (box.offsetHeight && box.offsetHeight < maxFrameShare * strip.height)
                 later.push([box, 'whole']);
         }
     }
@@ -295,14 +295,14 @@ var pagoraFit = (function () {
         document.fonts.addEventListener('loadingdone', () => ++loads);
 
     // The greatest size of pictures, which the reader sets on each of them.
-    const greatestPicture = () => Array.from(document.images).slice(0, 1)
+    const maxPictureSize = () => Array.from(document.images).slice(0, 1)
         .map((image) => ['max-width', 'max-height'].map((name) => image.style.getPropertyValue(name))).join();
 
     const keyOf = (strip) => {
         const style = styleOf(strip.body);
         // A chapter in the middle of the page has a column of its own; what the reader asks for is in the marks.
         return [attribute.call(strip.body.parentElement, 'data-pagora-columns'), strip.body.clientWidth, strip.step,
-            strip.gap, strip.height, strip.reach, style.fontSize, style.fontFamily, greatestPicture(), loads].join();
+            strip.gap, strip.height, strip.reach, style.fontSize, style.fontFamily, maxPictureSize(), loads].join();
     };
 
     // `later` holds an element, the name of a mark and, perhaps, a length or several by their names.

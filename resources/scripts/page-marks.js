@@ -1,6 +1,6 @@
-// Runs in the reader's own script world of every page, before the page has any content. It paints the marks of the person,
-// tells which text is selected and shown, and tells the program of a press on a mark. Places are those of page-find.js.
-// Painting changes neither the page's nodes nor its layout.
+// Runs in an isolated script world of every page, before the page has any content. Paints the user's marks, returns the
+// selected and the shown text, and reports presses on marks. Places are those of page-find.js. Painting changes neither
+// the page's nodes nor its layout.
 
 var pagoraMarks = (function () {
     'use strict';
@@ -11,10 +11,10 @@ var pagoraMarks = (function () {
     const unitsIn = (text) => text.replace(blanks, '').length;
     const post = (text) => window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' ' + text);
 
-    // Those that are taken out of the registry stay on the screen, so they stay there and are emptied.
+    // The engine keeps painting a highlight that is removed from the registry, so highlights are emptied instead.
     const highlights = new Map(colors.concat('note').map((name) => [name, new Highlight()]));
     highlights.get('note').priority = 1;
-    // What is painted, in the order in which it was given.
+    // The painted marks, in the order of `paint`.
     let painted = [];
 
     // The place of a position in the page.
@@ -37,7 +37,7 @@ var pagoraMarks = (function () {
         return low < nodes.length ? starts[low] : text.length;
     }
 
-    // The first place that is on a page at this offset or after it.
+    // The first place of a page at this offset or after it.
     function placeOnPage(offset) {
         let low = 0;
         let high = textIndex().text.length;
@@ -54,7 +54,7 @@ var pagoraMarks = (function () {
 
     const isWithin = (box, x, y) => x >= box.left && x <= box.right && y >= box.top && y <= box.bottom;
 
-    // The mark that is painted at a point of the page, the shortest of several; -1 where there is none.
+    // The number of the shortest mark at a point of the page; -1 if there is none.
     function markAt(x, y) {
         const caret = Document.prototype.caretRangeFromPoint.call(document, x, y);
         const place = caret ? placeOf(caret.startContainer, caret.startOffset) : -1;
@@ -86,7 +86,7 @@ var pagoraMarks = (function () {
     }, true);
 
     return {
-        // Each mark is its number, start, end, text, colour and whether it has a note.
+        // Each mark is an array: number, start, end, text, colour, whether it has a note.
         paint(marks) {
             for (const [name, highlight] of highlights) {
                 CSS.highlights.set('pagora-mark-' + name, highlight);
@@ -104,7 +104,7 @@ var pagoraMarks = (function () {
                     highlights.get('note').add(range);
             }
         },
-        // The selected text: its start, its end and its characters; an empty text where nothing is selected.
+        // The start, end and characters of the selection; empty if nothing is selected.
         selection() {
             const selection = window.getSelection();
             if (!selection || selection.isCollapsed || !selection.rangeCount)
@@ -123,7 +123,7 @@ var pagoraMarks = (function () {
             if (selection)
                 selection.removeAllRanges();
         },
-        // The first place of the page that is shown, times 2^26, and the first one after it.
+        // The first place of the shown page, times 2^26, plus the first place after the page.
         pageSpan() {
             const offset = window.pageXOffset;
             const end = Math.max(0, bodyLength() - innerWidth);
@@ -131,7 +131,7 @@ var pagoraMarks = (function () {
             const next = offset >= end ? textIndex().text.length + 1 : placeOnPage(offset + innerWidth);
             return start * 0x4000000 + next;
         },
-        // Tells of the mark with that number as if it were pressed. Whether it is on the page.
+        // Reports a press on the mark with that number. Returns whether it is on the page.
         press(number) {
             const index = painted.findIndex((mark) => mark.number === number);
             if (index >= 0)

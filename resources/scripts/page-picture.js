@@ -41,8 +41,8 @@ var pagoraClosePicture = (function () {
         // The outermost SVG element. Drawings of the size of letters do not count.
         const whole = picture && (picture.ownerSVGElement || picture);
         const box = whole && Element.prototype.getBoundingClientRect.call(whole);
-        const smallest = 2 * parseFloat(getComputedStyle(document.body).fontSize);
-        return whole && !whole.closest(pressable) && box.width > smallest && box.height > smallest ? whole : null;
+        const minSize = 2 * parseFloat(getComputedStyle(document.body).fontSize);
+        return whole && !whole.closest(pressable) && box.width > minSize && box.height > minSize ? whole : null;
     }
 
     function copyOf(picture) {

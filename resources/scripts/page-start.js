@@ -316,7 +316,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
 
     // A control that the page itself gives the focus does not take the keys from the reader: only one that the person has
     // pressed, or come to with Tab. Escape takes them away again.
-    const tabPatience = 1000;
+    const tabTimeout = 1000;
     let pressed = null;
     let lastTab = -Infinity;
     const isPressed = (control) => pressed && (control === pressed || Node.prototype.contains.call(control, pressed)
@@ -337,7 +337,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         }
     });
     listen('focusin', (event) => {
-        const isWanted = isPressed(event.target) || performance.now() - lastTab < tabPatience;
+        const isWanted = isPressed(event.target) || performance.now() - lastTab < tabTimeout;
         post('keys ' + (isWanted && takesKeys(event.target) ? 1 : 0));
     });
     listen('focusout', () => post('keys 0'));

@@ -8,8 +8,8 @@ var rescaling = rescaling || (function () {
     'use strict';
 
     // Sizes beyond these limits are ignored.
-    const shortest = 1;
-    const longest = 20000;
+    const minLength = 1;
+    const maxLength = 20000;
     // The maximum number of corrections of a page that keeps changing its root.
     const maxCorrections = 200;
 
@@ -20,7 +20,7 @@ var rescaling = rescaling || (function () {
     const root = document.documentElement;
     const isDrawing = root instanceof SVGSVGElement;
     const page = { width: 0, height: 0 };
-    const isUsable = (length) => length >= shortest && length <= longest;
+    const isUsable = (length) => length >= minLength && length <= maxLength;
 
     function setImportant(element, properties) {
         for (const name in properties)
@@ -91,7 +91,7 @@ var rescaling = rescaling || (function () {
         if (size.height)
             setImportant(root, { height: size.height + 'px' });
         const body = $('body')[0];
-        const reach = (length) => Math.min(Math.max(Math.ceil(length), shortest), longest);
+        const reach = (length) => Math.min(Math.max(Math.ceil(length), minLength), maxLength);
         const content = body && size.width ? Math.max(root.offsetHeight, body.scrollHeight) : 0;
         return {
             width: size.width || reach(root.scrollWidth),

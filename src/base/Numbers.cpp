@@ -49,19 +49,19 @@ std::int64_t integerValue(std::string_view text)
     const bool negative = !text.empty() && text.front() == '-';
     if (negative || (!text.empty() && text.front() == '+'))
         text.remove_prefix(1);
-    // Counted downwards, because the least number has no positive counterpart.
-    constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
-    constexpr std::int64_t greatest = std::numeric_limits<std::int64_t>::max();
+    // Counted downwards, because the minimum has no positive counterpart.
+    constexpr std::int64_t minimum = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t maximum = std::numeric_limits<std::int64_t>::max();
     std::int64_t number = 0;
     for (const char character : text.substr(0, digits(text))) {
         const int digit = character - '0';
-        if (number < (least + digit) / 10)
-            return negative ? least : greatest;
+        if (number < (minimum + digit) / 10)
+            return negative ? minimum : maximum;
         number = number * 10 - digit;
     }
     if (negative)
         return number;
-    return number == least ? greatest : -number;
+    return number == minimum ? maximum : -number;
 }
 
 std::int32_t intValue(std::string_view text)
@@ -90,8 +90,8 @@ double doubleValue(std::string_view text)
         if (const std::size_t count = digits(text.substr(exponent)))
             end = exponent + count;
     }
-    constexpr double greatest = std::numeric_limits<double>::max();
-    return std::clamp(g_ascii_strtod(std::string(text.substr(0, end)).c_str(), nullptr), -greatest, greatest);
+    constexpr double maximum = std::numeric_limits<double>::max();
+    return std::clamp(g_ascii_strtod(std::string(text.substr(0, end)).c_str(), nullptr), -maximum, maximum);
 }
 
 std::int64_t integerFrom(const Value* value)

@@ -5,7 +5,7 @@ namespace pagora {
 namespace {
 constexpr int contents = 0;
 constexpr int page = 1;
-constexpr double least = 200;
+constexpr double minPaneWidth = 200;
 }
 
 SplitRules::SplitRules(SplitView& splitView, FollowDivider followDivider, std::function<void()> didLayOut)
@@ -28,7 +28,7 @@ double SplitRules::halfWidth() const
 
 double SplitRules::constrainMinCoordinate(double, int) const
 {
-    return least;
+    return minPaneWidth;
 }
 
 double SplitRules::constrainMaxCoordinate(double, int) const
@@ -50,8 +50,8 @@ void SplitRules::resizeSubviewsWithOldSize(const Size& oldSize)
     Rect left = _mainSplitView.frameOfSubview(contents);
     if (left.width > halfWidth() && oldSize.width > 0)
         left.width = left.width / oldSize.width * frame.width;
-    if (left.width < least + 1)
-        left.width = least;
+    if (left.width < minPaneWidth + 1)
+        left.width = minPaneWidth;
     left.height = frame.height;
     _mainSplitView.setFrameOfSubview(contents, left);
 

@@ -2,7 +2,7 @@
 
 #include "files/Files.hpp"
 #include "find/ChapterText.hpp"
-#include "marks/Likeness.hpp"
+#include "marks/TextMatch.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -12,11 +12,11 @@ namespace pagora {
 namespace {
 
 constexpr std::size_t maxWork = 400'000'000;
-// How much text is kept for the next mark, in units.
+// The maximum size of the cache of texts, in units.
 constexpr std::size_t maxKept = 32'000'000;
-// Shorter texts occur by chance: their surroundings must be the same too.
+// Shorter texts occur by chance. Their context must match too.
 constexpr std::size_t tellingLength = 16;
-// How many places of the same text are compared.
+// The maximum number of compared places with the same text.
 constexpr std::size_t maxPlaces = 10'000;
 
 using View = std::u16string_view;
@@ -38,12 +38,12 @@ std::size_t distance(std::size_t first, std::size_t second)
     return first > second ? first - second : second - first;
 }
 
-// Where a text that is similar to the pattern starts.
-std::optional<Likeness> similarStart(View text, View pattern, std::size_t near)
+// The start of a text that is similar to the pattern.
+std::optional<ApproximateMatch> similarStart(View text, View pattern, std::size_t near)
 {
     const std::u16string turnedText(text.rbegin(), text.rend());
     const std::u16string turnedPattern(pattern.rbegin(), pattern.rend());
-    auto found = mostSimilar(turnedText, turnedPattern, text.size() - std::min(near, text.size()));
+    auto found = closestMatch(turnedText, turnedPattern, text.size() - std::min(near, text.size()));
     if (found)
         found->end = text.size() - found->end;
     return found;
@@ -57,7 +57,7 @@ struct AnchorSearch::Quote {
     std::u16string after;
     std::optional<std::size_t> character;
 
-    // At a bookmark, what stands around it is looked for.
+    // A bookmark has no text; its context is searched instead.
     bool isPlace() const { return exact.empty(); }
     std::u16string wanted() const { return isPlace() ? before + after : exact; }
     std::size_t skipped() const { return isPlace() ? before.size() : 0; }
@@ -67,7 +67,7 @@ struct AnchorSearch::Quote {
 struct AnchorSearch::Candidate {
     std::size_t chapter = 0;
     TextSpan span;
-    // How many units around it are the same, how many of its own are not, how far it is from the stored place.
+    // The number of equal units around it, the number of changed units in it, and the distance from the stored place.
     std::size_t context = 0;
     std::size_t changes = 0;
     std::size_t distance = 0;
@@ -116,7 +116,7 @@ std::optional<MarkAnchor> AnchorSearch::find(const MarkedText& text)
     return best ? std::optional(anchor(*best)) : std::nullopt;
 }
 
-// Where the text itself is; of several places the one with the same surroundings, then the nearest.
+// The place of the exact text. Of several places, the one with the most equal context, then the nearest.
 std::optional<AnchorSearch::Candidate> AnchorSearch::same(std::size_t chapter, const Quote& quote)
 {
     const auto* const text = units(chapter);
@@ -152,7 +152,7 @@ std::optional<AnchorSearch::Candidate> AnchorSearch::same(std::size_t chapter, c
             best = found;
         return ++places < maxPlaces;
     });
-    // A word that is elsewhere too may be another one.
+    // A short text without equal context may be another occurrence.
     const bool isTelling = best
         && (wanted.size() >= tellingLength || best->context >= std::min(tellingLength, quote.context())
             || (best->distance == 0 && quote.character));
@@ -171,15 +171,15 @@ std::optional<AnchorSearch::Candidate> AnchorSearch::similar(std::size_t chapter
         return std::optional(Candidate { chapter, span, 0, changes, 0 });
     };
     const auto length = quote.exact.size();
-    if (length >= minLikeness) {
+    if (length >= minApproximateLength) {
         const auto start = similarStart(all, quote.exact, near);
         if (start) {
-            const auto rest = all.substr(start->end, 2 * length + maxLikeness);
-            const auto end = mostSimilar(rest, quote.exact, length);
+            const auto rest = all.substr(start->end, 2 * length + maxApproximateLength);
+            const auto end = closestMatch(rest, quote.exact, length);
             return candidate(start->end, start->end + (end ? end->end : std::min(length, rest.size())), start->changes);
         }
     }
-    const auto before = mostSimilar(all, quote.before, near);
+    const auto before = closestMatch(all, quote.before, near);
     const auto from = before ? before->end : 0;
     const auto rest = all.substr(from);
     const auto after = similarStart(rest, quote.after, before ? length : (near > from ? near - from : 0));
@@ -187,13 +187,13 @@ std::optional<AnchorSearch::Candidate> AnchorSearch::similar(std::size_t chapter
         return candidate(before->end, before->end, before->changes);
     if (quote.isPlace() && after)
         return candidate(from + after->end, from + after->end, after->changes);
-    // Another text between the same surroundings.
-    if (before && after && after->end > 0 && after->end <= 2 * length + maxLikeness)
+    // A different text in the same context.
+    if (before && after && after->end > 0 && after->end <= 2 * length + maxApproximateLength)
         return candidate(from, from + after->end, before->changes + after->changes);
     return {};
 }
 
-// A mark of another program that says only where it is.
+// For a mark of another program that has a position but no text.
 std::optional<MarkAnchor> AnchorSearch::atPosition(std::size_t chapter, const MarkedText& text)
 {
     const auto* const all = units(chapter);
@@ -215,7 +215,7 @@ std::optional<MarkAnchor> AnchorSearch::atPosition(std::size_t chapter, const Ma
     return anchor({ chapter, { start, end }, 0, 0, 0 });
 }
 
-// The text before the element's tag is what comes before its own.
+// The element's place is the length of the text before its tag.
 std::optional<std::uint32_t> AnchorSearch::placeOfElement(std::size_t chapter, const std::string& id)
 {
     const auto& path = _documents.paths[chapter];

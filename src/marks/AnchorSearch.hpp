@@ -11,22 +11,23 @@
 
 namespace pagora {
 
-// Where a text begins and ends, in places.
+// The start and the end of a text, in places of `ChapterUnits`.
 struct TextSpan {
     std::uint32_t start = 0;
     std::uint32_t end = 0;
 };
 
-// Searches the documents of a book for the texts of marks, with a bound for all of them together. One thread.
+// Searches the documents of a book for the texts of marks. All searches of one object share a limit of work. One
+// thread.
 class AnchorSearch {
 public:
-    // They outlive it.
+    // The documents outlive this.
     explicit AnchorSearch(const MarkedDocuments& documents);
 
     std::optional<MarkAnchor> find(const MarkedText& text);
 
 private:
-    // What is looked for, in units.
+    // The searched text, in units.
     struct Quote;
     struct Candidate;
 
@@ -35,18 +36,19 @@ private:
     std::optional<MarkAnchor> atPosition(std::size_t chapter, const MarkedText& text);
     std::optional<std::uint32_t> placeOfElement(std::size_t chapter, const std::string& id);
     MarkAnchor anchor(const Candidate& candidate);
-    // The document's text; null where it cannot be read, or the work is done.
+    // The document's text; null if it cannot be read or the limit of work is reached.
     const ChapterUnits* units(std::size_t chapter);
     bool spend(std::size_t work);
 
     const MarkedDocuments& _documents;
     std::map<std::size_t, std::unique_ptr<ChapterUnits>> _units;
     std::size_t _kept = 0;
-    // In units of text that are looked at.
+    // In units of text.
     std::size_t _workLeft;
 };
 
-// The span of a text that a page has at a place, in the document's own text: there, or the nearest of the same text.
+// The span in the document's text for a text that the page shows at a place: the span at that place, or the nearest one
+// with the same text.
 std::optional<TextSpan> placeOfText(const ChapterUnits& units, const MarkAnchor& place);
 
 }

@@ -10,11 +10,11 @@ namespace pagora {
 
 namespace {
 
-// What an item may have in bytes: every character of a note may be an escape.
+// The maximum size of an item in bytes. Each character of a note may be escaped.
 constexpr std::size_t maxItemBytes = 8 * maxMarkNoteBytes;
-// How many selectors of a target are looked at.
+// The maximum number of selectors that are read of a target.
 constexpr std::size_t maxSelectors = 20;
-// Levels of an item within a file.
+// The nesting level of an item in a file.
 constexpr std::size_t itemLevel = 2;
 constexpr std::string_view textFragment = ":~:text=";
 
@@ -28,7 +28,7 @@ std::optional<std::size_t> numberOf(const JsonNode& node, std::string_view name)
     return static_cast<std::size_t>(integerValue(member->text));
 }
 
-// A selector of the identifier of an element: "#id", or one that ends so.
+// The identifier in a CSS selector that is or ends with "#id".
 std::string elementOf(const std::string& selector)
 {
     const auto mark = selector.rfind('#');
@@ -40,7 +40,7 @@ std::string elementOf(const std::string& selector)
 
 void takePosition(const JsonNode& position, const std::string& element, MarkedText& text)
 {
-    // One that counts from the body holds for the whole of the document.
+    // A position counted from the body takes precedence.
     if (text.start && text.element.empty())
         return;
     text.start = numberOf(position, "start");
@@ -48,7 +48,7 @@ void takePosition(const JsonNode& position, const std::string& element, MarkedTe
     text.element = element;
 }
 
-// "prefix-,start,end,-suffix", with percent escapes; of a text without its middle only the start is taken.
+// Parses "prefix-,start,end,-suffix" with percent escapes. Only the start of a text is used.
 void takeTextFragment(std::string_view directive, MarkedText& text)
 {
     std::vector<std::string> parts;
@@ -181,7 +181,7 @@ const char* motivationOf(const Mark& mark)
     }
 }
 
-// The body that the item has, so that its other members stay; a new one where it has none.
+// The existing body of the item, so that its other members are kept, or a new one.
 void setBody(JsonNode& item, const Mark& mark)
 {
     auto* given = item.find("body");

@@ -8,11 +8,11 @@
 
 namespace pagora {
 
-// The item of a set for a mark, and back. Any thread.
+// Converts between a mark and its item in an annotation set. Any thread.
 
-// Missing where the item is no annotation with a target, or past the bounds.
+// Missing if the item is no annotation with a target, or exceeds the limits.
 std::optional<Mark> markFrom(std::string_view item);
-// The item as it is to be written. Members that `mark.written` has besides are kept, and its target is as it was.
+// The JSON text of the item. Unknown members of `mark.written` and its target are kept.
 std::string markText(const Mark& mark);
 
 }

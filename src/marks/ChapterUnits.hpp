@@ -8,8 +8,8 @@
 
 namespace pagora {
 
-// A document's text in the three ways in which a place in it is counted: by bytes, by Unicode characters, and by UTF-16
-// units without white space, which are the places of `ChapterText`. Any thread.
+// A document's text with positions in three units: bytes, Unicode characters, and places. Places are UTF-16 units
+// without white space, as in `ChapterText`. Any thread.
 class ChapterUnits {
 public:
     // UTF-8.
@@ -22,22 +22,22 @@ public:
     std::uint32_t placeOf(std::size_t character) const;
     // The characters before a place, white space included.
     std::size_t characterAt(std::uint32_t place) const;
-    // The text from one place to another, without the white space around it, in one line.
+    // The text between two places, trimmed, in one line.
     std::string between(std::uint32_t start, std::uint32_t end) const;
-    // The characters before and after a place, at most so many, in one line.
+    // At most `count` characters before and after a place, in one line.
     std::string before(std::uint32_t place, std::size_t count) const;
     std::string after(std::uint32_t place, std::size_t count) const;
-    // The characters from a place on, white space before it left out.
+    // At most `count` characters that begin at a place, without leading white space.
     std::string from(std::uint32_t place, std::size_t count) const;
 
 private:
-    // The byte after the unit before the place.
+    // The byte offset behind the unit before the place.
     std::size_t endOf(std::uint32_t place) const;
     std::string charactersFrom(std::size_t byte, std::size_t count) const;
 
     std::string _text;
     std::u16string _units;
-    // For each unit, the byte and the character that it begins at.
+    // The byte and character offset of each unit.
     std::vector<std::uint32_t> _bytes;
     std::vector<std::uint32_t> _characters;
 };

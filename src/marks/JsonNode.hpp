@@ -7,15 +7,15 @@
 
 namespace pagora {
 
-// A JSON value as it was written by whomever: members keep their order, numbers their digits. Any thread.
+// A JSON value that preserves the order of members and the digits of numbers. Any thread.
 struct JsonNode {
     enum class Kind { Null, Boolean, Number, Text, Array, Object };
     Kind kind = Kind::Null;
-    // The characters of a text, as UTF-8; of a number and a boolean, how it is spelt.
+    // The characters of a string, as UTF-8; the source text of a number or boolean.
     std::string text;
-    // Of an array and an object.
+    // The values of an array or object.
     std::vector<JsonNode> elements;
-    // Of an object: the name of each element.
+    // The names of an object's elements.
     std::vector<std::string> names;
 
     static JsonNode ofText(std::string text);
@@ -23,17 +23,17 @@ struct JsonNode {
     static JsonNode array() { return { Kind::Array, {}, {}, {} }; }
     static JsonNode object() { return { Kind::Object, {}, {}, {} }; }
 
-    // The member of that name, the last one of several; null where there is none.
+    // The last member of that name; null if there is none.
     const JsonNode* find(std::string_view name) const;
     JsonNode* find(std::string_view name);
     // The member's characters; empty unless it is a text.
     std::string textOf(std::string_view name) const;
-    // Replaces the member in its place, or adds it at the end.
+    // Replaces the member, or appends it.
     void set(std::string_view name, JsonNode value);
     void remove(std::string_view name);
 };
 
-// The value as JSON, indented by two blanks a level from the given level on.
+// The value as JSON, indented by two spaces a level, starting at the given level.
 std::string jsonText(const JsonNode& node, std::size_t level = 0);
 
 }

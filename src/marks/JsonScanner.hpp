@@ -12,31 +12,30 @@
 
 namespace pagora {
 
-// How deep values may be nested, and how many one text may have.
+// The maximum depth and number of values of one text.
 inline constexpr std::size_t maxJsonDepth = 64;
 inline constexpr std::size_t maxJsonNodes = 20'000;
 
-// Missing where the text is no JSON, or past the bounds. Half a surrogate pair becomes U+FFFD.
+// Missing if the text is no JSON or exceeds the limits. Unpaired surrogates become U+FFFD.
 std::optional<JsonNode> jsonNodeFrom(std::string_view text);
-// The outermost members, or elements, of a text that is JSON, each as it is written there. Missing where the text is no
-// JSON object, or array. Only the depth is bounded.
+// The source texts of the outermost members of a JSON object, or elements of a JSON array. Missing if the text is no
+// object or array. Only the depth is limited.
 using JsonMembers = std::vector<std::pair<std::string, std::string_view>>;
 std::optional<JsonMembers> jsonMembers(std::string_view text);
 std::optional<std::vector<std::string_view>> jsonElements(std::string_view text);
 
-// Walks through a JSON text once. One thread.
+// Parses a JSON text in one pass. One thread.
 class JsonScanner {
 public:
     // The text outlives it.
     explicit JsonScanner(std::string_view text);
 
-    // Reads one value into the node; without a node it is only looked through. False where it is none, or is past the
-    // bounds.
+    // Parses one value into the node, or skips it if the node is null. False if it is malformed or exceeds the limits.
     bool read(JsonNode* node) { return value(node, 0); }
-    // Looks through an object or an array and gives each element as it is written, with its name in an object.
+    // Skips an object or an array and calls `take` with the source text of each element and its name in an object.
     using Take = std::function<void(std::string name, std::string_view json)>;
     bool skipThrough(JsonNode::Kind kind, const Take& take);
-    // Whether nothing but white space is left.
+    // Whether only white space is left.
     bool isAtEnd();
 
 private:

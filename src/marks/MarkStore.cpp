@@ -40,9 +40,9 @@ struct MarkStore::Background {
     std::mutex mutex;
     std::optional<MarksFile> file;
     MarkedDocuments documents;
-    // Changes that could not be written yet.
+    // Changes that are not written yet.
     std::vector<MarkChange> unsaved;
-    // Where the marks were found, by identifier.
+    // The found places of the marks, by identifier.
     std::unordered_map<std::string, std::optional<MarkAnchor>> known;
 
     std::vector<std::optional<MarkAnchor>> anchorsOf(const std::vector<Mark>& marks)
@@ -118,7 +118,7 @@ MarkStore::~MarkStore()
     if (_steps.size() < 2)
         return;
     _steps.pop_front();
-    // The one that is under way goes on.
+    // The running step is completed.
     _runLoop.performInBackground([steps = std::move(_steps)] {
         for (const auto& step : steps)
             step();
@@ -216,7 +216,7 @@ Task<void> MarkStore::run()
     }
 }
 
-// While later changes wait, the marks stay as the person has left them.
+// While later changes are pending, the current marks are newer than the outcome.
 void MarkStore::take(Outcome outcome)
 {
     _problem = std::move(outcome.problem);

@@ -14,11 +14,11 @@
 
 namespace pagora {
 
-// The marks of the book that is read, and where each of them is in it. Files are read and written in the background,
-// one change after the other; changes that are under way when this is destroyed are written all the same. Main thread.
+// The marks of the open book and their places in it. Files are read and written in the background, one change after the
+// other. Destroying this does not cancel pending writes. Main thread.
 class MarkStore {
 public:
-    // `archive` is the book's; without one, for a book that is not in the library, nothing is kept.
+    // `archive` is the book's file. Without one, for a book that is not in the library, nothing is stored.
     MarkStore(RunLoop& runLoop, const std::optional<std::string>& archive, const MarkedBook& book,
         std::vector<std::string> paths, std::string folder);
     ~MarkStore();
@@ -27,32 +27,32 @@ public:
 
     struct Kept {
         Mark mark;
-        // Missing where the book does not have its text.
+        // Missing if the text was not found in the book.
         std::optional<MarkAnchor> anchor;
     };
-    // In the order of the book, those without a place last.
+    // In the order of the book. Marks without a place are last.
     const std::vector<Kept>& marks() const { return _marks; }
-    // Those that the book brings, in the same order. They cannot be changed.
+    // Marks contained in the book's archive, in the same order. They are read-only.
     const std::vector<Kept>& makersMarks() const { return _makersMarks; }
-    // Of the person's.
+    // Searches the user's marks.
     const Kept* find(const std::string& id) const;
-    // Why something is not saved, or was set aside, in one line; empty otherwise.
+    // The reason why marks are not saved or a file was renamed, in one line; otherwise empty.
     const std::string& problem() const { return _problem; }
     // Whether all changes are on the disk.
     bool isSaved() const { return _steps.empty() && _isSaved; }
     bool keepsMarks() const { return _archive.has_value(); }
 
-    // Called after each change of what is here.
+    // Called after each change of the marks or of the problem.
     void setChanged(std::function<void()> changed) { _changed = std::move(changed); }
-    // Reads the marks; once.
+    // Reads the marks. Called once.
     void load();
-    // Sets a mark at that place: the text of its anchor is what the page shows. Its time is set, and its identifier,
-    // which is returned.
+    // Adds a mark at a place. The text of the anchor is the text in the page. Sets the mark's time and identifier;
+    // returns the identifier.
     std::string add(Mark mark, const MarkAnchor& anchor);
-    // Replaces the mark with the same identifier, or brings back one that was removed. Its time is set.
+    // Replaces the mark with the same identifier, or restores a removed one. Sets its time.
     void change(Mark mark, const std::optional<MarkAnchor>& anchor);
     void remove(const std::string& id);
-    // Adds marks that were made elsewhere, as their identifiers and times say.
+    // Merges the marks of another file by identifier and time.
     void import(std::vector<Mark> marks);
 
 private:
@@ -74,14 +74,14 @@ private:
 
     RunLoop& _runLoop;
     std::optional<std::string> _archive;
-    // What the steps use, one at a time, in the background.
+    // State of the background thread; used by one step at a time.
     std::shared_ptr<Background> _background;
     std::vector<Kept> _marks;
     std::vector<Kept> _makersMarks;
     std::string _problem;
     bool _isSaved = true;
     std::function<void()> _changed;
-    // The first one is under way.
+    // The first one is running.
     std::deque<Step> _steps;
     Task<void> _running;
 };

@@ -9,7 +9,7 @@ namespace pagora {
 
 namespace {
 
-// Characters that turn the direction of a text round or mark it up are shown as text, never followed.
+// Control characters and overrides of the text direction are left out of exported texts.
 bool isControl(char character)
 {
     const auto byte = static_cast<unsigned char>(character);
@@ -65,7 +65,7 @@ std::string html(const std::string& text)
     });
 }
 
-// `prefix` begins each further line.
+// `prefix` is put before each line but the first.
 std::string markdown(const std::string& text, const std::string& prefix)
 {
     return escaped(text, [&prefix](std::string& result, char character) {

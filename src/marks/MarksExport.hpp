@@ -10,20 +10,19 @@
 
 namespace pagora {
 
-// A mark that goes out, with what the book says of its place.
+// An exported mark with the description of its place.
 struct ExportedMark {
     Mark mark;
-    // The name of the chapter, and the part of the book that is before it, in percent; empty and missing where the book
-    // does not have its text.
+    // The name of the chapter, and its position in the book in percent. Empty and missing if the text was not found.
     std::string chapter;
     std::optional<int> percentage;
 };
 
-// Which marks go out. What is empty lets all pass.
+// Selects the exported marks. An empty set matches all marks.
 struct MarksFilter {
     std::set<Mark::Kind> kinds;
     std::set<MarkColor> colors;
-    // One of them is enough.
+    // Matches marks that have at least one of them.
     std::set<std::string> tags;
 
     bool passes(const Mark& mark) const;
@@ -31,13 +30,12 @@ struct MarksFilter {
 
 enum class ExportFormat { Annotation, Markdown, Html };
 
-// The marks of a book as a text of that format: quote, note, chapter and place. Texts of marks never are markup. Any
-// thread.
+// The marks of a book in that format: quote, note, chapter and place. Texts of marks are escaped. Any thread.
 std::string exportedMarks(ExportFormat format, const MarkedBook& book, const std::vector<ExportedMark>& marks,
     const MarksFilter& filter = {});
 
-// Whether a set is about another book: it names identifiers, and the book's is none of them, or, where one of both has
-// none, another title.
+// Whether a set belongs to another book: the book's identifier is not among those of the set, or, if one of the two has
+// none, the titles differ.
 bool isAboutAnotherBook(const AnnotationSet& set, const MarkedBook& book);
 
 }

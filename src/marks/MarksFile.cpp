@@ -19,11 +19,11 @@ namespace pagora {
 namespace {
 
 constexpr const char* extension = "annotation";
-// How many names are tried for a damaged file.
+// The maximum number of names tried for a damaged file.
 constexpr int maxDamaged = 100;
 
-// Other programs of this kind wait while one reads the file and writes it again. It gives up soon: a lock that another
-// program keeps must not keep a mark from the disk.
+// Excludes other processes of this program between reading and writing the file. Gives up after two seconds, so that a
+// lock that is never released does not prevent saving.
 class FolderLock {
 public:
     explicit FolderLock(const std::string& folder)
@@ -38,7 +38,7 @@ private:
     FileDescriptor _folder;
 };
 
-// Whether it does not stand for a text that the book does not have.
+// Whether it is not one of the placeholders for a missing text.
 bool isKnown(const std::string& text)
 {
     return text != "<not found>" && text != "<unknown>";

@@ -7,34 +7,35 @@
 
 namespace pagora {
 
-// One change of a book's marks: a mark that is new or has changed, or one that goes.
+// One change of a book's marks: a new, changed or removed mark.
 struct MarkChange {
     Mark mark;
     bool isRemoved = false;
 };
 
-// What a file of marks holds, after it was read or written.
+// The content of a file of marks after reading or writing.
 struct MarksOnDisk {
     std::vector<Mark> marks;
-    // Why something is not as it was asked for, in one line; empty otherwise.
+    // The reason of a failure, in one line; otherwise empty.
     std::string problem;
-    // Whether the changes are in the file, and on the disk.
+    // Whether the changes are in the file and flushed to the disk.
     bool isSaved = false;
 };
 
-// The file of a book's marks, beside its archive: the archive's name with the extension "annotation". Several programs
-// may change it: each change is made in what the file holds then. Reads and writes the disk; any thread, one at a time.
+// The file of a book's marks, beside its archive: the archive's name with the extension "annotation". Other programs
+// may change it, so each change is applied to the current content. Reads and writes the disk. Any thread, one at a
+// time.
 class MarksFile {
 public:
     MarksFile(const std::string& archive, MarkedBook book);
 
     const std::string& path() const { return _path; }
 
-    // The marks. Where the book has no file of its own, those of another file in the folder whose book has the same
-    // identifier. A damaged file is set aside under another name.
+    // Reads the marks. If the book has no file, reads another file in the folder whose book has the same identifier. A
+    // damaged file is renamed.
     MarksOnDisk read() const;
-    // Makes the changes: a mark that was changed later in the file stays. The file is written beside, flushed and
-    // renamed.
+    // Applies the changes. A mark that was changed later in the file is kept. The new file is written beside the old
+    // one, flushed and renamed.
     MarksOnDisk write(const std::vector<MarkChange>& changes) const;
 
 private:
@@ -51,10 +52,10 @@ private:
     MarkedBook _book;
 };
 
-// The largest file of marks that is read.
+// The maximum size of a file of marks.
 inline constexpr std::size_t maxMarksFileBytes = 128u << 20;
 
-// Adds the marks of a set that the other one does not have, and takes those that were changed later.
+// Merges the marks of `added` into `set`. Of marks with the same identifier, the one that was changed last is kept.
 void mergeInto(AnnotationSet& set, AnnotationSet added);
 
 }

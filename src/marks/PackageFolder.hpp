@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-// The folder of the package document of the book that lies unpacked in a folder, by its container; the folder itself
-// where that does not say. Reads the disk; any thread.
+// The folder of the package document of an unpacked book, according to its container; `bookFolder` if the container
+// does not name one. Reads the disk. Any thread.
 std::string packageFolderOf(const std::string& bookFolder);
 
 }

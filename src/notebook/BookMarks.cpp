@@ -10,10 +10,10 @@ namespace pagora {
 
 namespace {
 
-// How many marks are painted in one chapter.
+// The maximum number of painted marks of a chapter.
 constexpr std::size_t maxPainted = 5'000;
 constexpr double undoTime = 10;
-// What separates the two places of a page in the number that the page gives.
+// The page reports its first and last place as one number: first * spanUnit + last.
 constexpr std::int64_t spanUnit = 1 << 26;
 
 MarkLine::Kind lineKind(Mark::Kind kind)
@@ -28,7 +28,7 @@ MarkLine::Kind lineKind(Mark::Kind kind)
     }
 }
 
-// What the list shows of a bookmark is the text after it.
+// A bookmark is listed with the text after it.
 std::string textOf(const MarkStore::Kept& kept)
 {
     if (!kept.mark.text.exact.empty())

@@ -16,41 +16,41 @@
 
 namespace pagora {
 
-// The marks of the book that is read: paints those of the chapter that is shown, lists them all, and makes, changes and
-// removes them. Marks are named by their numbers in the list. Main thread.
+// Controller of the open book's marks: paints those of the shown chapter, fills the list, and adds, changes and removes
+// marks. Marks are named by numbers. Main thread.
 class BookMarks {
 public:
-    // All of them outlive it.
+    // All arguments outlive it.
     BookMarks(MarkedReader& reader, MarksWindow& window, RunLoop& runLoop);
     ~BookMarks();
     BookMarks(const BookMarks&) = delete;
     BookMarks& operator=(const BookMarks&) = delete;
 
-    // Reads the marks of the book, once the reader has its documents. Without an archive in the library nothing is
-    // kept.
+    // Reads the marks of the book. Called once the reader has its documents. Without an archive in the library nothing
+    // is stored.
     void open(const std::optional<std::string>& archive, const MarkedBook& book, const std::string& folder);
 
-    // Sets a bookmark at the page that is shown, or removes those of the page.
+    // Adds a bookmark at the shown page, or removes those of the page.
     void toggleBookmark();
-    // Marks the selected text.
+    // Highlights the selected text.
     void highlight(MarkColor color);
-    // The same, and asks for a note.
+    // Highlights the selected text and opens the editor for a note.
     void annotate();
     // Shows the page of a mark.
     void goTo(std::size_t number);
-    // Shows what can be done with a mark.
+    // Opens the editor of a mark.
     void edit(std::size_t number);
     void setColor(std::size_t number, MarkColor color);
     void setNote(std::size_t number, const std::string& note);
     void remove(std::size_t number);
-    // Brings back what was removed last, for 10 seconds.
+    // Restores the marks that were removed last. Possible for 10 seconds.
     void undo();
 
-    // Writes marks to a file, in the format that its name says: ".md", ".html", or else ".annotation".
+    // Writes marks to a file. The extension selects the format: ".md", ".html", otherwise ".annotation".
     void exportTo(const std::string& path, const std::vector<std::size_t>& numbers);
-    // Puts them on the clipboard.
+    // Copies marks to the clipboard as Markdown.
     void copy(const std::vector<std::size_t>& numbers);
-    // Adds the marks of a file, and says so when they were made in another book.
+    // Adds the marks of a file. Shows a notice if they belong to another book.
     void importFrom(const std::string& path);
 
     const MarkStore* store() const { return _store.get(); }
@@ -65,7 +65,7 @@ private:
     void mark(const std::string& selection, MarkColor color, bool asksForNote);
     void press(const PressedMark& mark);
     void removeKept(std::vector<Kept> marks);
-    // The mark with that number; null where there is none, or it is the maker's.
+    // The user's mark with that number; null if there is none.
     const Kept* kept(std::size_t number) const;
     std::size_t numberOf(const std::string& id);
     std::vector<ExportedMark> exported(const std::vector<std::size_t>& numbers);
@@ -77,14 +77,14 @@ private:
     RunLoop& _runLoop;
     std::unique_ptr<MarkStore> _store;
     MarkedBook _book;
-    // The identifiers of marks by their numbers, which stay while the book is read.
+    // The identifiers of marks by number. Numbers do not change while the book is open.
     std::vector<std::string> _numbers;
     std::vector<std::string> _chapterNames;
-    // The note of this mark is asked for when its bar is shown.
+    // The mark whose note gets the focus when its editor opens.
     std::optional<std::size_t> _noteAskedFor;
     std::vector<Kept> _removed;
     std::unique_ptr<RunLoop::Timer> _undoTimer;
-    // An export or an import that is under way.
+    // The running export or import.
     Task<void> _exchange;
 };
 

@@ -1,4 +1,4 @@
-// Marks that go out of a book and come in.
+// Export and import of marks.
 
 #include "base/Path.hpp"
 #include "base/Translation.hpp"

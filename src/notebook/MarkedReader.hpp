@@ -11,31 +11,30 @@
 
 namespace pagora {
 
-// What a reader tells of its pages to those who set marks in them.
+// Callbacks of a reader about its pages.
 struct MarksHooks {
-    // What paints the marks of a spine document once it is laid out.
+    // Returns the script that paints the marks of a spine document. Run once the document is laid out.
     std::function<std::string(std::uint64_t split)> script;
-    // Another page may be seen.
+    // Another page may be shown.
     std::function<void()> pageIsSeen;
     std::function<void(const PressedMark& mark)> isPressed;
 };
 
-// A reader in whose pages marks are set. Main thread.
+// A reader that shows marks in its pages. Main thread.
 class MarkedReader {
 public:
     virtual ~MarkedReader() = default;
-    // The spine documents, the one that is shown, and the names of their chapters.
+    // The spine documents, the index of the shown one, and the names of their chapters.
     virtual const std::vector<Url>& bookSplits() const = 0;
     virtual std::uint64_t activeSplitIndex() const = 0;
     virtual std::vector<std::string> chapterNames() = 0;
     virtual void setMarks(MarksHooks marks) = 0;
-    // Runs what paints the chapter that is shown.
+    // Runs the script of the shown chapter.
     virtual void runChapterScript() = 0;
-    // Asks the chapter that is shown for a number or a text, once nothing else is under way. The answer may be left
-    // out.
+    // Evaluates a script in the shown chapter after all pending operations. `answer` gets its result and may be empty.
     virtual void ask(std::string script, std::function<void(std::int64_t)> answer) = 0;
     virtual void askText(std::string script, std::function<void(const std::string&)> answer) = 0;
-    // Shows the page of a mark, and remembers the one that is left.
+    // Shows the page of a mark and adds the current place to the history.
     virtual void goToMark(const MarkAnchor& anchor) = 0;
 };
 

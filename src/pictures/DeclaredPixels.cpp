@@ -48,11 +48,11 @@ double gifPixels(std::string_view bytes)
     const auto at
         = [&](std::size_t offset, std::size_t count) { return number(bytes, offset, count, Order::LowFirst); };
     const auto colourBytes = [](std::uint32_t flags) { return flags & 0x80 ? std::size_t { 6 } << (flags & 7) : 0; };
-    double most = area(at(6, 2), at(8, 2));
+    double maxPixels = area(at(6, 2), at(8, 2));
     for (std::size_t i = 13 + colourBytes(at(10, 1)); i < bytes.size();) {
         const char kind = bytes[i];
         if (kind == ',') {
-            most = std::max(most, area(at(i + 5, 2), at(i + 7, 2)));
+            maxPixels = std::max(maxPixels, area(at(i + 5, 2), at(i + 7, 2)));
             i += 11 + colourBytes(at(i + 9, 1));
         } else if (kind == '!') {
             i += 2;
@@ -65,7 +65,7 @@ double gifPixels(std::string_view bytes)
             i += 1 + length;
         ++i;
     }
-    return most;
+    return maxPixels;
 }
 
 double webpPixels(std::string_view bytes)
@@ -73,26 +73,26 @@ double webpPixels(std::string_view bytes)
     const auto at
         = [&](std::size_t offset, std::size_t count) { return number(bytes, offset, count, Order::LowFirst); };
     constexpr std::size_t chunkHeader = 8;
-    double most = 0;
+    double maxPixels = 0;
     for (std::size_t i = 12; i + chunkHeader <= bytes.size();) {
         const auto name = bytes.substr(i, 4);
         const auto length = std::size_t { at(i + 4, 4) };
         const auto data = i + chunkHeader;
         i = data + length + length % 2;
         if (name == "VP8X") {
-            most = std::max(most, area(at(data + 4, 3) + 1, at(data + 7, 3) + 1));
+            maxPixels = std::max(maxPixels, area(at(data + 4, 3) + 1, at(data + 7, 3) + 1));
         } else if (name == "VP8 ") {
-            most = std::max(most, area(at(data + 6, 2) & 0x3FFF, at(data + 8, 2) & 0x3FFF));
+            maxPixels = std::max(maxPixels, area(at(data + 6, 2) & 0x3FFF, at(data + 8, 2) & 0x3FFF));
         } else if (name == "VP8L") {
             const auto sides = at(data + 1, 4);
-            most = std::max(most, area((sides & 0x3FFF) + 1, (sides >> 14 & 0x3FFF) + 1));
+            maxPixels = std::max(maxPixels, area((sides & 0x3FFF) + 1, (sides >> 14 & 0x3FFF) + 1));
         } else if (name == "ANMF") {
-            most = std::max(most, area(at(data + 6, 3) + 1, at(data + 9, 3) + 1));
+            maxPixels = std::max(maxPixels, area(at(data + 6, 3) + 1, at(data + 9, 3) + 1));
             // The frame's own parts come next.
             i = data + 16;
         }
     }
-    return most;
+    return maxPixels;
 }
 
 double tiffPixels(std::string_view bytes)
@@ -148,11 +148,11 @@ double tiffPixels(std::string_view bytes)
 // Sizes are in properties that any item may use.
 double avifPixels(std::string_view bytes)
 {
-    double most = 0;
+    double maxPixels = 0;
     for (auto at = bytes.find("ispe"); at != std::string_view::npos; at = bytes.find("ispe", at + 1))
-        most = std::max(
-            most, area(number(bytes, at + 8, 4, Order::HighFirst), number(bytes, at + 12, 4, Order::HighFirst)));
-    return most;
+        maxPixels = std::max(
+            maxPixels, area(number(bytes, at + 8, 4, Order::HighFirst), number(bytes, at + 12, 4, Order::HighFirst)));
+    return maxPixels;
 }
 
 }

@@ -54,8 +54,8 @@ struct Decoding {
             return static_cast<std::int64_t>(dividedUp(width, d)) * dividedUp(height, d) <= limits.pixels;
         };
         // JPEG blocks of 8 by 8 pixels can be decoded to fewer pixels.
-        const int largest = isSvg ? 1 << 16 : 8;
-        while (divisor < largest && (covers(divisor * 2) || !fits(divisor)))
+        const int maxDivisor = isSvg ? 1 << 16 : 8;
+        while (divisor < maxDivisor && (covers(divisor * 2) || !fits(divisor)))
             divisor *= 2;
         return fits(divisor) ? divisor : 0;
     }

@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-constexpr std::size_t most = 20;
+constexpr std::size_t maxDestinations = 20;
 // A URL without a scheme is a file too.
 constexpr std::array<std::string_view, 6> schemesOfTheBook { "", "file", "data", "blob", "about", "javascript" };
 
@@ -24,7 +24,7 @@ bool LeavingLinks::take(const Url& url, RequestedBy requestedBy)
         _taken.insert(url.text());
         return true;
     }
-    return _taken.size() < most && _taken.insert(url.text()).second;
+    return _taken.size() < maxDestinations && _taken.insert(url.text()).second;
 }
 
 }

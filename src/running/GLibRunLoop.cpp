@@ -19,8 +19,8 @@ public:
     GLibTimer(double seconds, std::function<void()> work)
         : _work(std::move(work))
     {
-        constexpr double longest = 24 * 60 * 60;
-        _source = g_timeout_source_new(static_cast<guint>(std::lround(std::clamp(seconds, 0.0, longest) * 1000)));
+        constexpr double maxDelay = 24 * 60 * 60;
+        _source = g_timeout_source_new(static_cast<guint>(std::lround(std::clamp(seconds, 0.0, maxDelay) * 1000)));
         g_source_set_callback(_source, &GLibTimer::fire, this, nullptr);
         g_source_attach(_source, nullptr);
     }

@@ -262,7 +262,7 @@ DefaultsCondition DefaultsFile::read(const RowReader& reader)
     }
 }
 
-std::optional<std::int64_t> DefaultsFile::largestDataId()
+std::optional<std::int64_t> DefaultsFile::maxDataId()
 {
     try {
         return _database->execAndGet("SELECT coalesce(max(id), 0) FROM data").getInt64();

@@ -60,7 +60,7 @@ public:
     // row is malformed or `reader` refuses it.
     DefaultsCondition read(const RowReader& reader);
     // Missing when the data cannot be reached.
-    std::optional<std::int64_t> largestDataId();
+    std::optional<std::int64_t> maxDataId();
     // Missing when there is no such row or its bytes are damaged.
     std::optional<std::string> readData(std::int64_t id);
 

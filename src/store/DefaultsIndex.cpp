@@ -55,10 +55,10 @@ Result<DefaultsIndex::Values, DefaultsCondition> DefaultsIndex::load(DefaultsFil
     reader.leftData = [&](std::int64_t id) { _parts.addLeft(id); };
     if (const auto condition = file.read(reader); condition != DefaultsCondition::Good)
         return condition;
-    const auto largestId = file.largestDataId();
-    if (!largestId)
+    const auto maxId = file.maxDataId();
+    if (!maxId)
         return DefaultsCondition::Damaged;
-    _parts.setLargestId(*largestId);
+    _parts.setMaxId(*maxId);
     for (auto& [key, entry] : _entries) {
         if (!entry.isArray)
             continue;

@@ -36,7 +36,7 @@ public:
     FindParts finder();
     // Unused rows of a file, and the largest row id in it.
     void addLeft(std::int64_t id);
-    void setLargestId(std::int64_t id) { _nextId = id + 1; }
+    void setMaxId(std::int64_t id) { _nextId = id + 1; }
 
     // Encodes an element that is to be written. Parts without a row get one.
     std::string encode(const Value& element, Plan& plan, RowChanges& rows);

@@ -6,7 +6,7 @@ set -euo pipefail
 
 count=${PAGORA_BOOKS:-50}
 settled=10
-most_growth=10240
+max_growth=10240
 
 memory() { awk '/^VmRSS/ { print $2 }' "/proc/$program/status"; }
 
@@ -42,7 +42,7 @@ for ((number = 0; number < count; number++)); do
     [ "$((number + 1))" -ne "$settled" ] || first=$used
 done
 last=$(memory)
-[ $((last - first)) -le "$most_growth" ] ||
+[ $((last - first)) -le "$max_growth" ] ||
     fail "$((count - settled)) books took $(((last - first) / 1024)) MB: from $((first / 1024)) to $((last / 1024)) MB"
 
 key ctrl+q

@@ -8,8 +8,8 @@ using namespace pagora;
 
 namespace {
 
-constexpr auto least = std::numeric_limits<std::int64_t>::min();
-constexpr auto greatest = std::numeric_limits<std::int64_t>::max();
+constexpr auto minimum = std::numeric_limits<std::int64_t>::min();
+constexpr auto maximum = std::numeric_limits<std::int64_t>::max();
 
 }
 
@@ -33,10 +33,10 @@ TEST(Numbers, ATextWithoutDigitsIsZero)
 
 TEST(Numbers, NumbersOutOfRangeAreTheNearestOnes)
 {
-    EXPECT_EQ(integerValue("9223372036854775807"), greatest);
-    EXPECT_EQ(integerValue("9223372036854775808"), greatest);
-    EXPECT_EQ(integerValue("-9223372036854775808"), least);
-    EXPECT_EQ(integerValue("-99999999999999999999"), least);
+    EXPECT_EQ(integerValue("9223372036854775807"), maximum);
+    EXPECT_EQ(integerValue("9223372036854775808"), maximum);
+    EXPECT_EQ(integerValue("-9223372036854775808"), minimum);
+    EXPECT_EQ(integerValue("-99999999999999999999"), minimum);
     EXPECT_EQ(intValue("4294967296"), std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(intValue("-4294967296"), std::numeric_limits<std::int32_t>::min());
     EXPECT_EQ(doubleValue("-1e999"), -std::numeric_limits<double>::max());
@@ -99,9 +99,9 @@ TEST(Numbers, TruncationIsDefinedForEveryNumber)
 {
     EXPECT_EQ(truncated(-1.9), -1);
     EXPECT_EQ(truncated(std::nan("")), 0);
-    EXPECT_EQ(truncated(1e300), greatest);
-    EXPECT_EQ(truncated(-1e300), least);
-    EXPECT_EQ(truncated(-9223372036854775808.0), least);
+    EXPECT_EQ(truncated(1e300), maximum);
+    EXPECT_EQ(truncated(-1e300), minimum);
+    EXPECT_EQ(truncated(-9223372036854775808.0), minimum);
     EXPECT_EQ(truncated32(3e9), std::numeric_limits<std::int32_t>::max());
 }
 

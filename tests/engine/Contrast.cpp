@@ -118,12 +118,12 @@ double contrastWithin(const Cairo::RefPtr<Cairo::ImageSurface>& picture, int x, 
     }
     const auto isRarer = [](const auto& one, const auto& other) { return one.second < other.second; };
     const auto ground = std::max_element(points.begin(), points.end(), isRarer);
-    double greatest = 1;
+    double maxContrast = 1;
     for (const auto& [pixel, count] : points) {
         if (count >= minPixels)
-            greatest = std::max(greatest, contrastOf(pixel, ground->first));
+            maxContrast = std::max(maxContrast, contrastOf(pixel, ground->first));
     }
-    return greatest;
+    return maxContrast;
 }
 
 double contrastWithin(Gtk::Widget& window, Gtk::Widget& widget)

@@ -30,7 +30,7 @@ namespace pagora::test {
 
 namespace {
 
-constexpr double least = 4.5;
+constexpr double minContrast = 4.5;
 
 struct NoChapters : ContentsDelegate {
     void changeChapter(const Url&) override { }
@@ -102,7 +102,7 @@ protected:
             })) << expected.front();
             const SeenText* lowest = nullptr;
             for (const auto& seen : texts) {
-                EXPECT_GE(seen.contrast, least) << "“" << seen.text << "”" << (isBehind ? " behind" : "");
+                EXPECT_GE(seen.contrast, minContrast) << "“" << seen.text << "”" << (isBehind ? " behind" : "");
                 if (!lowest || seen.contrast < lowest->contrast)
                     lowest = &seen;
             }
@@ -346,7 +346,7 @@ TEST_F(PageContrastTest, OfTheThreeThemes)
             &picture);
         ASSERT_TRUE(waitUntil([&] { return bool(picture); }));
         const auto contrast = contrastWithin(picture, 0, 0, picture->get_width(), picture->get_height());
-        EXPECT_GE(contrast, least) << theme;
+        EXPECT_GE(contrast, minContrast) << theme;
         RecordProperty("theme" + std::to_string(theme), std::to_string(contrast));
     }
 }

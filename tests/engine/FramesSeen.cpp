@@ -62,7 +62,7 @@ void FramesSeen::look()
             white += std::min({ pixel[0], pixel[1], pixel[2] }) > nearlyWhite;
         }
     }
-    _mostWhite = std::max(_mostWhite, all > 0 ? static_cast<double>(white) / all : 0);
+    _maxWhite = std::max(_maxWhite, all > 0 ? static_cast<double>(white) / all : 0);
 }
 
 }

@@ -15,7 +15,7 @@ public:
 
     int count() const { return _count; }
     // How much of the margins was white in the whitest frame, from 0 to 1.
-    double mostWhite() const { return _mostWhite; }
+    double maxWhite() const { return _maxWhite; }
 
 private:
     void look();
@@ -26,7 +26,7 @@ private:
     GdkFrameClock* _clock;
     gulong _painted;
     int _count = 0;
-    double _mostWhite = 0;
+    double _maxWhite = 0;
 };
 
 }

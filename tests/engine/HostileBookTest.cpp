@@ -94,13 +94,13 @@ protected:
 TEST_F(HostileBook, IsTurnedThroughInBothDirections)
 {
     read(hostileBook());
-    constexpr int most = 60;
+    constexpr int maxTurns = 60;
     for (const int tag : { 1, 0 }) {
         std::set<std::uint64_t> seen;
         const auto isAtItsEnd = [&] {
             return tag == 1 ? isAtEnd() : reader().activeSplitIndex() == 0 && number("window.pageXOffset") == 0;
         };
-        for (int turns = 0; turns < most && !isAtItsEnd(); ++turns) {
+        for (int turns = 0; turns < maxTurns && !isAtItsEnd(); ++turns) {
             seen.insert(reader().activeSplitIndex());
             EXPECT_TRUE(isOnGrid()) << reader().activeSplitIndex() << " at " << number("window.pageXOffset");
             turn(tag);

@@ -35,7 +35,7 @@ protected:
 
 TEST_F(HostileScriptsTest, LeaveTheViewUsable)
 {
-    showImpatient(PageKind::Columns);
+    showWithShortTimeout(PageKind::Columns);
     const auto good = write("good.xhtml", document("<p>Good</p>"));
     for (const auto& hanging : hangings) {
         SCOPED_TRACE(hanging.name);

@@ -1,4 +1,4 @@
-// Sets marks in books in the real program, and looks at what is painted in the page and kept in the library.
+// Sets marks with the real reader, and checks what is painted in the page and stored in the library.
 
 #include "files/Files.hpp"
 #include "tests/engine/ReadingFixture.hpp"
@@ -111,7 +111,7 @@ protected:
                      "})()")
             == "true";
     }
-    // The mark is painted where it was set, and a press in the list shows it.
+    // The mark is painted at its place, and a click in the list shows it.
     void expectFound()
     {
         EXPECT_EQ(painted(), "fourth lamp");

@@ -215,7 +215,7 @@ TEST_F(PageLoadTest, AnImageThatNeverAnswersDoesNotHoldTheDocumentsReport)
 TEST_F(PageLoadTest, AScriptThatNeverAnswersIsLeftOut)
 {
     const SilentServer server;
-    showImpatient(PageKind::Columns);
+    showWithShortTimeout(PageKind::Columns);
     load(write("chapter.xhtml", document("<p>Text</p>", "<script src='" + server.url("1.js") + "'></script>")));
     EXPECT_EQ(evaluate("document.body.textContent"), "Text");
 }
@@ -223,7 +223,7 @@ TEST_F(PageLoadTest, AScriptThatNeverAnswersIsLeftOut)
 TEST_F(PageLoadTest, AnImageThatNeverAnswersDoesNotHoldAFixedPageForEver)
 {
     const SilentServer server;
-    showImpatient(PageKind::Fixed);
+    showWithShortTimeout(PageKind::Fixed);
     const auto number = loadCompletely(write("page.xhtml", document("<img src='" + server.url("1.png") + "'/>")));
     EXPECT_FALSE(_delegate.reports.back().source.isLoading);
     EXPECT_EQ(_delegate.count(Kind::Finished, number), 2);

@@ -106,7 +106,7 @@ TEST_F(PageScriptsTest, NamedElementsDoNotStandForTheDocumentsOwn)
 
 TEST_F(PageScriptsTest, AnEndlessScriptIsGivenUpAndThePageComesBack)
 {
-    showImpatient(PageKind::Columns);
+    showWithShortTimeout(PageKind::Columns);
     const auto first = loadDocument("<p id='p'>Text</p>");
     EXPECT_EQ(evaluate("for (;;) { }"), "");
     ASSERT_TRUE(
@@ -116,7 +116,7 @@ TEST_F(PageScriptsTest, AnEndlessScriptIsGivenUpAndThePageComesBack)
 
 TEST_F(PageScriptsTest, ABookThatNeverEndsItsScriptLeavesTheViewUsable)
 {
-    showImpatient(PageKind::Columns);
+    showWithShortTimeout(PageKind::Columns);
     const auto good = write("good.xhtml", document("<p>Good</p>"));
     _view->loadRequest(write("endless.xhtml", document("<p>Bad</p><script>for (;;) { }</script>")));
     EXPECT_TRUE(waitUntil([&] { return _delegate.terminations > 0; }));
@@ -127,7 +127,7 @@ TEST_F(PageScriptsTest, ABookThatNeverEndsItsScriptLeavesTheViewUsable)
 
 TEST_F(PageScriptsTest, AChapterThatNeverEndsItsScriptIsShownWithoutIt)
 {
-    showImpatient(PageKind::Columns);
+    showWithShortTimeout(PageKind::Columns);
     for (const std::string name : { "chapter.xhtml", "chapter.html" }) {
         load(
             write(name, document("<p id='p'>Text</p><script>document.title = 'ran'; for (;;) { }</script><p>End</p>")));
@@ -139,7 +139,7 @@ TEST_F(PageScriptsTest, AChapterThatNeverEndsItsScriptIsShownWithoutIt)
 
 TEST_F(PageScriptsTest, AnotherBookHasItsScriptsAgain)
 {
-    showImpatient(PageKind::Columns);
+    showWithShortTimeout(PageKind::Columns);
     auto* settings = webkit_web_view_get_settings(_view->engineView());
     load(write("endless.xhtml", document("<p>Text</p><script>for (;;) { }</script>")));
     EXPECT_FALSE(webkit_settings_get_enable_javascript_markup(settings));
@@ -149,7 +149,7 @@ TEST_F(PageScriptsTest, AnotherBookHasItsScriptsAgain)
 
 TEST_F(PageScriptsTest, AScriptThatHangsLaterIsTakenOut)
 {
-    showImpatient(PageKind::Columns);
+    showWithShortTimeout(PageKind::Columns);
     const auto first
         = loadDocument("<p>Text</p><script>document.onclick = () => { for (;;) { } }; document.title = 'ran'</script>");
     EXPECT_EQ(evaluate("document.body.click(); 1"), "");

@@ -59,7 +59,7 @@ void PageViewTest::show(PageKind kind, double scriptTimeout)
     embed(_engine->makePageView(kind));
 }
 
-void PageViewTest::showImpatient(PageKind kind)
+void PageViewTest::showWithShortTimeout(PageKind kind)
 {
     const auto start = std::chrono::steady_clock::now();
     show(kind);

@@ -73,7 +73,7 @@ protected:
     // Replaces the page view by one of another kind, or with other options.
     void show(PageKind kind, double scriptTimeout = 60);
     // The same with one that gives a script up as soon as this machine allows: several times what a plain page takes.
-    void showImpatient(PageKind kind);
+    void showWithShortTimeout(PageKind kind);
     // Puts the view into the window instead of the one that is there.
     void embed(std::unique_ptr<PageView> view);
 

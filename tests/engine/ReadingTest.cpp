@@ -58,12 +58,12 @@ class TurningAnyBook : public ReadingAnyBook { };
 
 ReadingAnyBook::PageCounts ReadingAnyBook::turnToTheEnd(int tag)
 {
-    constexpr int most = 2'000;
+    constexpr int maxTurns = 2'000;
     PageCounts pages;
     auto here = std::pair(reader().activeSplitIndex(), number("window.pageXOffset"));
     pages[here.first] = 1;
     int refused = 0;
-    for (int turns = 0; turns < most; ++turns) {
+    for (int turns = 0; turns < maxTurns; ++turns) {
         if (tag == 1 ? isAtEnd() : here == std::pair(std::uint64_t(0), 0LL))
             return pages;
         turn(tag);

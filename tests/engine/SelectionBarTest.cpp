@@ -250,17 +250,17 @@ TEST_F(SelectionBarTest, IsNotFloodedByThePage)
     dragOver("words");
     ASSERT_TRUE(waitForBar());
     long long reports = 0;
-    std::size_t longest = 0;
+    std::size_t maxLength = 0;
     reader().setSelectionHandler([&](const std::optional<PageSelection>& selection) {
         ++reports;
-        longest = std::max(longest, selection ? selection->text.size() : 0);
+        maxLength = std::max(maxLength, selection ? selection->text.size() : 0);
     });
     const auto start = g_get_monotonic_time();
     evaluate("window.postMessage('begin', '*'); 0");
     ASSERT_TRUE(waitUntil([&] { return reports >= 8; }, 60));
     // One may have been on its way.
     EXPECT_LE(reports - 2, (g_get_monotonic_time() - start) / 100'000);
-    EXPECT_LE(longest, 300U);
+    EXPECT_LE(maxLength, 300U);
     reader().setSelectionHandler({});
 }
 

@@ -31,7 +31,7 @@ struct Anchors : testing::Test {
     {
         writeFile(documents.paths[chapter], "<html><body>" + body + "</body></html>");
     }
-    // The mark of a text that the document has now.
+    // A mark for a text in the document's current content.
     Mark markOf(std::size_t chapter, const std::string& text)
     {
         std::uint32_t blanks = 0;

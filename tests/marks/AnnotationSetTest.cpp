@@ -9,7 +9,7 @@ namespace pagora {
 
 namespace {
 
-// As another program writes it.
+// A set as written by another program.
 constexpr const char* other = R"json({
   "@context": "https://www.w3.org/ns/epub-anno.jsonld",
   "id": "urn:uuid:123-123-123-123",

@@ -15,7 +15,7 @@ namespace pagora {
 namespace {
 
 constexpr int kills = 200;
-// A worker seldom gets further before it is done.
+// A worker seldom makes more changes.
 constexpr unsigned maxMoments = 250;
 
 bool workerIsKilled(const std::string& archive, const std::string& diary, unsigned killAt)

@@ -39,7 +39,7 @@ Channels themeColor(const std::string& text)
     return color;
 }
 
-// What the style sheet paints behind the text of a mark.
+// The background colour of marks in the style sheet.
 Channels paint(const std::string& color, bool isDark)
 {
     static const auto css = resourceBytes("/org/pagora/Pagora/marks.css").value();

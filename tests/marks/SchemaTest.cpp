@@ -41,7 +41,7 @@ TEST(Schema, OfTheFormatIsMetByWhatIsWritten)
     }
     ASSERT_TRUE(file.write(changes).isSaved);
     EXPECT_TRUE(isValid(file.path()));
-    // Another book, of which nothing is known, without marks.
+    // A book with no known texts and no marks.
     const MarksFile nameless(folder.path("Nameless.epub"), {});
     ASSERT_TRUE(nameless.write({}).isSaved);
     EXPECT_TRUE(isValid(nameless.path()));

@@ -11,7 +11,7 @@ namespace pagora {
 
 namespace {
 
-// A reader of two chapters whose page answers as the test says.
+// A reader with two chapters. The test sets the answers of its page.
 class FakeMarkedReader : public MarkedReader {
 public:
     const std::vector<Url>& bookSplits() const override { return splits; }
@@ -33,7 +33,7 @@ public:
     MarksHooks hooks;
     std::string painted;
     std::vector<std::string> asked;
-    // The page that is shown, and what is selected.
+    // The shown page and the selection.
     std::int64_t start = 0;
     std::int64_t end = 20;
     std::string selection;

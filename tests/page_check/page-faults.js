@@ -177,7 +177,7 @@
 
     const narrowest = 10;
     const longest = 90;
-    const shortestRun = 3;
+    const minRun = 3;
 
     // The line that is being put together: parts of the same block at the same height.
     let line = null;
@@ -186,7 +186,7 @@
     let runText = '';
 
     function endRun() {
-        if (run >= shortestRun)
+        if (run >= minRun)
             blame('narrow runs', () => runText);
         run = 0;
         runText = '';

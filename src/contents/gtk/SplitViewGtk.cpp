@@ -44,14 +44,14 @@ protected:
         const bool isHorizontal = orientation == Gtk::Orientation::HORIZONTAL;
         int shown = 0;
         for (std::size_t i = 0; i < view->_panes.size(); ++i) {
-            int least = 0;
+            int minWidth = 0;
             int wanted = 0;
             int ignored = 0;
             if (view->_hidden[i])
                 continue;
-            view->_panes[i]->measure(orientation, -1, least, wanted, ignored, ignored);
+            view->_panes[i]->measure(orientation, -1, minWidth, wanted, ignored, ignored);
             ++shown;
-            minimum = std::max(minimum, isHorizontal ? std::max(least, minPaneWidth) : least);
+            minimum = std::max(minimum, isHorizontal ? std::max(minWidth, minPaneWidth) : minWidth);
             natural = isHorizontal ? natural + wanted : std::max(natural, wanted);
         }
         if (isHorizontal)
@@ -131,9 +131,9 @@ void SplitViewGtk::dragDivider(double position)
 {
     if (!_delegate || _hidden[0])
         return;
-    const double least = _delegate->constrainMinCoordinate(0, 0);
-    const double most = std::max(least, _delegate->constrainMaxCoordinate(_size.width, 0));
-    const double place = _delegate->constrainSplitPosition(std::clamp(position, least, most), 0);
+    const double minPlace = _delegate->constrainMinCoordinate(0, 0);
+    const double maxPlace = std::max(minPlace, _delegate->constrainMaxCoordinate(_size.width, 0));
+    const double place = _delegate->constrainSplitPosition(std::clamp(position, minPlace, maxPlace), 0);
     _frames[0].width = place;
     _frames[1].x = place + dividerThickness();
     _frames[1].width = std::max(0.0, _size.width - _frames[1].x);

@@ -17,9 +17,9 @@ constexpr unsigned layoutTimeout = 1'000;
 
 // The duration of a change of size, in microseconds of the frame clock, and the largest part of the change in one step.
 constexpr double animationTime = 150'000;
-constexpr double largestStep = 0.25;
+constexpr double maxStep = 0.25;
 // The timeout for the desktop to apply the size of a step.
-constexpr std::int64_t stepPatience = 250'000;
+constexpr std::int64_t stepTimeout = 250'000;
 
 int between(int from, int to, double progress)
 {
@@ -88,7 +88,7 @@ bool SharedWindow::showStep(Animation& animation, std::int64_t time)
 {
     if (animation.start == 0)
         animation.start = animation.lastStep = time;
-    else if (!_toplevel.hasAskedSize() && time - animation.lastStep < stepPatience)
+    else if (!_toplevel.hasAskedSize() && time - animation.lastStep < stepTimeout)
         return true;
     if (_toplevel.isSizedByDesktop()) {
         stopAnimation();
@@ -96,7 +96,7 @@ bool SharedWindow::showStep(Animation& animation, std::int64_t time)
     }
     animation.lastStep = time;
     const double due = static_cast<double>(time - animation.start) / animationTime;
-    animation.progress = std::min({ due, animation.progress + largestStep, 1.0 });
+    animation.progress = std::min({ due, animation.progress + maxStep, 1.0 });
     if (animation.progress >= 1) {
         endAnimation();
         return false;

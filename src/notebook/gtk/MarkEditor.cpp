@@ -17,7 +17,7 @@ namespace {
 constexpr int editorWidth = 280;
 constexpr int noteHeight = 70;
 constexpr int maxNoteHeight = 200;
-// How long a line stays, in milliseconds.
+// The duration of a notice in milliseconds.
 constexpr unsigned noticeTime = 4'000;
 
 constexpr const char* colors[] = { "yellow", "orange", "pink", "purple", "blue", "green" };
@@ -51,7 +51,7 @@ MarkEditor::MarkEditor(Gtk::Widget& page, Actions actions)
     _copy.signal_clicked().connect([this] { copy(); });
     _remove.signal_clicked().connect([this] {
         const auto mark = _mark.number;
-        // A note that was typed goes with its mark.
+        // A typed note is discarded with its mark.
         _note.get_buffer()->set_text(_mark.note);
         _popover.popdown();
         _actions.remove(mark);

@@ -18,8 +18,8 @@
 
 namespace pagora {
 
-// The bar of a mark, on the paper of the page: its colour, its note, a copy, its removal. The note is taken over when
-// the bar goes. Main thread.
+// The popover of a mark in the colours of the page: colour, note, copy, remove. The note is saved when it closes. Main
+// thread.
 class MarkEditor {
 public:
     struct Actions {
@@ -27,13 +27,13 @@ public:
         std::function<void(std::size_t mark, const std::string& note)> setNote;
         std::function<void(std::size_t mark)> remove;
     };
-    // It stands in a widget that outlives it.
+    // The parent widget outlives it.
     MarkEditor(Gtk::Widget& page, Actions actions);
     ~MarkEditor();
     MarkEditor(const MarkEditor&) = delete;
     MarkEditor& operator=(const MarkEditor&) = delete;
 
-    // The place in pixels of the page's widget.
+    // `place` is in pixels of the parent widget.
     void show(const EditedMark& mark, const Gdk::Rectangle& place);
     Gtk::Popover& popover() { return _popover; }
     Gtk::TextView& note() { return _note; }
@@ -55,24 +55,23 @@ private:
     Gtk::Box _buttons;
     Gtk::Button _copy;
     Gtk::Button _remove;
-    // Between two marks nothing is sent.
+    // Set while the fields are filled: their changes are not sent.
     bool _isFilling = false;
 };
 
-// The ribbon of a bookmark, and a line of text, in an overlay above the page. The line offers to undo a removal, or
-// tells of a problem. Main thread.
+// The ribbon of a bookmark and a message line, in an overlay above the page. Main thread.
 class MarkSigns {
 public:
-    // It stands in an overlay that outlives it.
+    // The overlay outlives it.
     MarkSigns(Gtk::Overlay& page, std::function<void()> undo);
     ~MarkSigns();
     MarkSigns(const MarkSigns&) = delete;
     MarkSigns& operator=(const MarkSigns&) = delete;
 
     void setBookmarked(bool isBookmarked) { _ribbon.set_visible(isBookmarked); }
-    // An empty text ends it.
+    // Hidden if the text is empty.
     void offerUndo(const std::string& text);
-    // Goes by itself.
+    // Hidden after 4 seconds.
     void showNotice(const std::string& text);
     Gtk::Widget& ribbon() { return _ribbon; }
     Gtk::Button& undoButton() { return _undo; }

@@ -7,7 +7,7 @@ namespace pagora {
 
 namespace {
 
-constexpr std::size_t longestText = 300;
+constexpr std::size_t maxTextLength = 300;
 
 void prepare(Gtk::Label& label, int lines)
 {
@@ -29,15 +29,15 @@ MarkRow::MarkRow()
     _note.add_css_class("mark-note");
     append(_text);
     append(_note);
-    // The list's item around it has the role and the name.
+    // The list item around it has the role and the accessible name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
 }
 
 void MarkRow::show(const MarkLine& line)
 {
     const bool isHeading = line.kind == MarkLine::Kind::Heading;
-    _text.set_text(displayText(line.text, longestText));
-    _note.set_text(displayText(line.note, longestText));
+    _text.set_text(displayText(line.text, maxTextLength));
+    _note.set_text(displayText(line.note, maxTextLength));
     _note.set_visible(!isHeading && !line.note.empty());
     set_cursor(isHeading ? "default" : "pointer");
     if (isHeading)

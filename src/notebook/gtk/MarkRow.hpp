@@ -9,7 +9,7 @@
 
 namespace pagora {
 
-// One line of the list of marks: a heading, or a mark with its note. Main thread.
+// One row of the list of marks: a heading, or a mark with its note. Main thread.
 class MarkRow : public Gtk::Box {
 public:
     MarkRow();
@@ -20,7 +20,7 @@ private:
     Gtk::Label _note;
 };
 
-// What assistive technology is told of a line.
+// The accessible name of a row.
 std::string spokenMark(const MarkLine& line);
 // The name of a colour of marks, for display.
 std::string colorTitle(const std::string& color);

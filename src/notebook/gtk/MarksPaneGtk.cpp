@@ -21,9 +21,9 @@ namespace pagora {
 
 namespace {
 
-constexpr std::size_t longestLabel = 400;
+constexpr std::size_t maxLabelLength = 400;
 
-// What the filter lets pass besides a text: everything, a kind of marks, or a colour.
+// The choices of the filter besides a text: all marks, a kind, or a colour.
 using Passes = bool (*)(const MarkLine& line);
 struct Choice {
     const char* title;
@@ -50,7 +50,7 @@ Glib::RefPtr<Gtk::StringList> choiceTitles()
     return titles;
 }
 
-// The marks that hold the text, with the headings above them.
+// The matching marks with their headings.
 std::vector<MarkLine> filtered(const std::vector<MarkLine>& lines, const Glib::ustring& text, Passes passes)
 {
     const auto wanted = text.casefold();
@@ -206,7 +206,7 @@ std::vector<std::size_t> MarksPaneGtk::numbers() const
     return numbers;
 }
 
-// The results of a search are shown instead of contents and marks.
+// Search results replace contents and marks.
 void MarksPaneGtk::arrange()
 {
     const bool isSearch = _parts.results.get_visible();
@@ -270,8 +270,8 @@ void MarksPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
     item->set_selectable(isMark);
     item->set_activatable(isMark);
     row->show(line);
-    // The list's item around the row is what assistive technology meets.
-    const auto label = displayText(spokenMark(line), longestLabel);
+    // Assistive technology reads the list item around the row.
+    const auto label = displayText(spokenMark(line), maxLabelLength);
     gtk_accessible_update_property(
         GTK_ACCESSIBLE(row->get_parent()->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);
 }
@@ -284,7 +284,7 @@ void MarksPaneGtk::setLines(std::vector<MarkLine> lines)
     refill();
 }
 
-// A list that has the keyboard keeps it, near the mark that it was at.
+// A focused list keeps the focus, on the row at the previous position.
 void MarksPaneGtk::refill()
 {
     const bool hadFocus = gtk_widget_get_focus_child(GTK_WIDGET(_list.gobj())) != nullptr;

@@ -22,23 +22,24 @@
 
 namespace pagora {
 
-// The list of marks in the contents pane of a layout, with a switch between it and the contents, and a filter. The
-// results of a search take the place of both. Main thread.
+// The list of marks with a filter, in the contents pane of a layout, and the switch between contents and marks. Both
+// are hidden while search results are shown. Main thread.
 class MarksPaneGtk : public MarksPane {
 public:
-    // The widgets of the layout outlive it: the pane, what stands above the switch, the contents, and the results.
+    // Widgets of the layout: the pane, the widget above the switch, the contents, and the search results. They outlive
+    // it.
     struct Parts {
         Gtk::Box& pane;
         Gtk::Widget& above;
         Gtk::Widget& contents;
         Gtk::Widget& results;
     };
-    // By the number of a mark.
+    // Marks are named by their numbers.
     struct Actions {
         std::function<void(std::size_t mark)> goTo;
         std::function<void(std::size_t mark)> edit;
         std::function<void(std::size_t mark)> remove;
-        // The marks that pass the filter, to a file whose name says the format, or to the clipboard.
+        // The marks that match the filter, to a file whose extension selects the format, or to the clipboard.
         std::function<void(const std::string& path, const std::vector<std::size_t>& marks)> exportTo;
         std::function<void(const std::vector<std::size_t>& marks)> copy;
         std::function<void(const std::string& path)> importFrom;
@@ -55,7 +56,7 @@ public:
     Gtk::ListView& list() { return _list; }
     Gtk::Entry& filter() { return _filter; }
     Gtk::DropDown& kinds() { return _kinds; }
-    // The lines that pass the filter.
+    // The rows that match the filter.
     const std::vector<MarkLine>& lines() const { return _lines; }
 
 private:
@@ -67,7 +68,7 @@ private:
     void refill();
     void addMenu();
     void choosePath(Gtk::FileChooser::Action action);
-    // Of the marks that pass the filter.
+    // The numbers of the marks that match the filter.
     std::vector<std::size_t> numbers() const;
 
     Parts _parts;

@@ -20,7 +20,7 @@ namespace pagora {
 namespace {
 
 // In pixels: the side of a large screen.
-constexpr double largestSide = 4096;
+constexpr double maxSide = 4096;
 
 // Transparent parts become white, so that dark drawings are seen on every paper.
 Image onWhite(const Image& image)
@@ -42,8 +42,8 @@ std::optional<Image> decodedFile(const std::string& file, Size enough)
     if (!decoded)
         return std::nullopt;
     std::optional<Image> image(Image(decoded->pixbuf, decoded->size));
-    if (std::max(decoded->size.width, decoded->size.height) > largestSide)
-        image = image->imageByScalingProportionallyToSize({ largestSide, largestSide });
+    if (std::max(decoded->size.width, decoded->size.height) > maxSide)
+        image = image->imageByScalingProportionallyToSize({ maxSide, maxSide });
     return image ? std::optional(onWhite(*image)) : std::nullopt;
 }
 

@@ -1,4 +1,4 @@
-#include "marks/Likeness.hpp"
+#include "marks/TextMatch.hpp"
 
 #include <unordered_map>
 #include <vector>
@@ -9,7 +9,7 @@ void findEach(std::u16string_view text, std::u16string_view pattern, const std::
 {
     if (pattern.empty() || pattern.size() > text.size())
         return;
-    // For each length of what has matched, the length of the longest beginning of the pattern that is also its end.
+    // Knuth-Morris-Pratt: for each matched length, the length of the longest proper prefix that is also a suffix.
     std::vector<std::size_t> fallbacks(pattern.size() + 1, 0);
     for (std::size_t i = 1, length = 0; i < pattern.size();) {
         if (pattern[i] == pattern[length])
@@ -33,12 +33,12 @@ void findEach(std::u16string_view text, std::u16string_view pattern, const std::
     }
 }
 
-// The columns of the table of edit distances as bits of a word, so that a unit of the text costs a few operations.
-std::optional<Likeness> mostSimilar(std::u16string_view text, std::u16string_view pattern, std::size_t near)
+// Myers' bit-parallel algorithm: a column of the table of edit distances is held in the bits of two words.
+std::optional<ApproximateMatch> closestMatch(std::u16string_view text, std::u16string_view pattern, std::size_t near)
 {
-    if (pattern.size() > maxLikeness)
-        pattern.remove_prefix(pattern.size() - maxLikeness);
-    if (pattern.size() < minLikeness)
+    if (pattern.size() > maxApproximateLength)
+        pattern.remove_prefix(pattern.size() - maxApproximateLength);
+    if (pattern.size() < minApproximateLength)
         return {};
     std::vector<std::uint64_t> low(0x80, 0);
     std::unordered_map<char16_t, std::uint64_t> high;
@@ -54,8 +54,8 @@ std::optional<Likeness> mostSimilar(std::u16string_view text, std::u16string_vie
     std::uint64_t more = ~std::uint64_t(0);
     std::uint64_t fewer = 0;
     std::size_t changes = pattern.size();
-    const std::size_t most = pattern.size() / 4;
-    std::optional<Likeness> best;
+    const std::size_t maxChanges = pattern.size() / 4;
+    std::optional<ApproximateMatch> best;
     const auto distance = [near](std::size_t end) { return end > near ? end - near : near - end; };
     for (std::size_t i = 0; i < text.size(); ++i) {
         const std::uint64_t equal = places(text[i]);
@@ -71,7 +71,7 @@ std::optional<Likeness> mostSimilar(std::u16string_view text, std::u16string_vie
         minus <<= 1;
         more = minus | ~(vertical | plus);
         fewer = plus & vertical;
-        if (changes > most)
+        if (changes > maxChanges)
             continue;
         const bool isBetter
             = !best || changes < best->changes || (changes == best->changes && distance(i + 1) < distance(best->end));

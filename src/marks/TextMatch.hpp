@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+namespace pagora {
+
+// String searches in time linear in the length of the text. Any thread.
+
+// Calls `found` with the start of each occurrence, also overlapping ones, until it returns false.
+void findEach(std::u16string_view text, std::u16string_view pattern, const std::function<bool(std::size_t)>& found);
+
+// An approximate match of a pattern.
+struct ApproximateMatch {
+    // The end of the match, and its edit distance in units.
+    std::size_t end = 0;
+    std::size_t changes = 0;
+};
+// The match with the smallest edit distance; of several, the one that ends nearest to `near`. Missing if more than a
+// quarter of the pattern would change, or the pattern is too short. Only the last 64 units of the pattern are compared.
+std::optional<ApproximateMatch> closestMatch(std::u16string_view text, std::u16string_view pattern, std::size_t near);
+
+// The minimum length of a pattern, and the number of its units that are compared.
+inline constexpr std::size_t minApproximateLength = 12;
+inline constexpr std::size_t maxApproximateLength = 64;
+
+}

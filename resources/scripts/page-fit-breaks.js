@@ -11,6 +11,10 @@ var pagoraKeepHeadings = (function () {
     const linesBelow = 2;
     const wholes = /^(?:canvas|figure|iframe|img|math|object|svg|table|video)$/;
     const clear = 'rgba(0, 0, 0, 0)';
+    // An object that cannot be shown has text and pictures in its place.
+    const showsFallback = (element) => element.localName === 'object' && element.firstElementChild
+        && Element.prototype.getClientRects.call(element.firstElementChild).length > 0;
+    const isWhole = (element) => wholes.test(element.localName) && !showsFallback(element);
 
     // Whether the added box would be visible or take room.
     const hasOwnBox = (style, { pixels }) => style.backgroundColor !== clear || style.backgroundImage !== 'none'
@@ -24,7 +28,7 @@ var pagoraKeepHeadings = (function () {
     };
 
     // An element without content is passed over.
-    const isSeen = (element) => isHeading(element) || wholes.test(element.localName) || /\S/.test(element.textContent)
+    const isSeen = (element) => isHeading(element) || isWhole(element) || /\S/.test(element.textContent)
         || Element.prototype.querySelector.call(element, 'canvas, iframe, img, object, svg, video');
 
     // The next heading, undivided element or text after an element, in document order.
@@ -32,7 +36,7 @@ var pagoraKeepHeadings = (function () {
         let next = elementAfter(element, body);
         while (next && !isSeen(next))
             next = elementAfter(next, body);
-        while (next && !isHeading(next) && !wholes.test(next.localName) && startsWithElement(next))
+        while (next && !isHeading(next) && !isWhole(next) && startsWithElement(next))
             next = startsWithElement(next);
         return next;
     }
@@ -46,6 +50,9 @@ var pagoraKeepHeadings = (function () {
 
     // A picture may float in its figure, and then goes to another column without it.
     const pictureIn = (whole) => (whole.localName === 'figure' && Element.prototype.querySelector.call(whole, 'img')) || whole;
+
+    const startsWithPicture = (whole) => pictureIn(whole) !== whole && startsWithElement(whole)
+        && Node.prototype.contains.call(startsWithElement(whole), pictureIn(whole));
 
     return (strip, book, tools, later) => {
         const { styleOf, pixels, all } = tools;
@@ -62,11 +69,17 @@ var pagoraKeepHeadings = (function () {
             let room = lines;
             if (isHeading(next))
                 room = next.offsetHeight + (rooms.get(next) || lines);
-            else if (wholes.test(next.localName))
+            else if (isWhole(next))
                 room = Math.max(tools.boxOf(next).height, tools.boxOf(pictureIn(next)).height);
-            room += Math.max(0, pixels(style.marginBottom));
-            if (room + heading.offsetHeight > strip.height)
-                room = lines;
+            const below = Math.max(0, pixels(style.marginBottom));
+            const isTooHigh = (height) => height + below + heading.offsetHeight > strip.height;
+            if (isTooHigh(room) && startsWithPicture(next)) {
+                // The caption goes on in the next column.
+                room = tools.boxOf(pictureIn(next)).height + lines;
+                if (!isTooHigh(room))
+                    later.push([next, 'divided']);
+            }
+            room = isTooHigh(room) ? lines : room + below;
             rooms.set(heading, room);
             headings.unshift([heading, pictureIn(next)]);
             if (!hasOwnBox(style, tools) && getComputedStyle(heading, '::after').content === 'none')

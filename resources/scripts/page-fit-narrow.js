@@ -143,7 +143,8 @@ var pagoraFitWords = (function () {
         + '\\uAC00-\\uD7AF\\uF900-\\uFAFF\\uFE30-\\uFE4F\\uFF00-\\uFFEF-]';
     // Words up to this share of a line have room even in lists within lists.
     const surelyFits = 0.4;
-    const wordsOver = (length) => new RegExp(unbroken + '{' + (length + 1) + ',}', 'g');
+    // The hyphen after which a line may end stands in that line.
+    const wordsOver = (length) => new RegExp(unbroken + '{' + (length + 1) + ',}[-\\u00AD\\u2010-\\u2015]?', 'g');
 
     // The length of the longest word of the page's text; computed on first use.
     let longest = -1;

@@ -9,7 +9,7 @@
 //   data-pagora-beside  a picture with text beside it: gets a margin
 //   data-pagora-next    a picture that would be cut, or a heading that would be separated from its text: starts a column
 //   data-pagora-parts   a box that is taller than a column: may be divided
-//   data-pagora-divided a block that is taller than a column and asks not to be divided
+//   data-pagora-divided a block that asks not to be divided and is taller than a column, also together with its heading
 //   data-pagora-whole   a box with a border or a background: is not divided
 //   data-pagora-keeps   a heading: reserves room for the lines below it
 //   data-pagora-manual  text in which the engine hyphenates words so that a line sticks out: it does not there

@@ -24,6 +24,15 @@ protected:
               "range.setStart(text, 0); range.setEnd(text, 1); const box = range.getBoundingClientRect();"
               "return Math.round(box.left) + ',' + Math.round(box.top); })()");
     }
+    // Whether each line of the block with this id is as wide as the block at most.
+    bool allLinesFit(const std::string& id)
+    {
+        return evaluate("(() => { const block = document.getElementById('" + id
+                   + "'); const range = document.createRange(); range.selectNodeContents(block);"
+                     "return Array.from(range.getClientRects()).every((box) => box.width <= block.clientWidth + 1); "
+                     "})()")
+            == "true";
+    }
     static std::string filler(int pixels) { return "<div style='height:" + std::to_string(pixels) + "px'>x</div>"; }
     static constexpr auto plain = "h2,p,div{margin:0} h2{font-size:20px;line-height:24px} p{line-height:20px}";
 };
@@ -153,6 +162,18 @@ TEST_F(PageFitTest, AHeadingStandsWithThePictureThatFloatsInItsFigure)
     EXPECT_EQ(placeOf("heading").substr(0, 4), "420,");
 }
 
+TEST_F(PageFitTest, AHeadingHasThePictureBelowItWhereOnlyTheCaptionHasNoRoom)
+{
+    std::string caption;
+    for (int i = 0; i < 7; ++i)
+        caption += "<p>A line</p>";
+    fit("<h2>Heading</h2><object data='none' type='text/none'><figure style='margin:0'><img src='none.svg' width='200' "
+        "height='360' style='display:block'/><figcaption>"
+            + caption + "</figcaption></figure></object>" + paragraphs(9),
+        2, plain);
+    EXPECT_LT(number("document.images[0].getBoundingClientRect().left"), 400);
+}
+
 TEST_F(PageFitTest, ALineNumberThatFloatsIsNotCut)
 {
     fit(filler(505) + "<div style='line-height:20px'>A line<span id='number' style='float:right'>250</span></div>"
@@ -174,10 +195,14 @@ TEST_F(PageFitTest, AnAddressThatEndsInAHyphenatedWordStaysInItsColumn)
 {
     fit("<p id='text' lang='en' style='font-size:28px'>See http://www.gnu.org/copyleft/ for it.</p>" + paragraphs(30),
         3, "p{hyphens:auto}");
-    EXPECT_EQ(evaluate("(() => { const range = document.createRange(); range.selectNodeContents("
-                       "document.getElementById('text')); const room = document.getElementById('text').clientWidth;"
-                       "return Array.from(range.getClientRects()).every((box) => box.width <= room + 1); })()"),
-        "true");
+    EXPECT_TRUE(allLinesFit("text"));
+}
+
+TEST_F(PageFitTest, AWordThatFitsWithoutItsHyphenOnlyStaysInItsColumn)
+{
+    fit("<p id='text' style='width:21ch'>" + std::string(21, 'm') + "-and more of it</p>" + paragraphs(30), 2,
+        "p{font-family:monospace}");
+    EXPECT_TRUE(allLinesFit("text"));
 }
 
 TEST_F(PageFitTest, ATitleInSmallerLettersFillsItsLines)

@@ -1,8 +1,10 @@
-// Counts the faults of the pages of books: check-pages [--quick] OUTPUT BOOK... writes one JSON row a book and kind.
-// --quick takes one text size and the smallest view.
+// Counts the faults of the pages of books: check-pages [OPTION] OUTPUT BOOK... writes one JSON row a book and kind.
+// --quick takes one text size and the smallest view, --at WIDTH HEIGHT TEXT-SIZE COLUMNS a single layout.
 
 #include "base/Json.hpp"
 #include "base/Path.hpp"
+#include "base/UserFolders.hpp"
+#include "desktop/gtk/BookFonts.hpp"
 #include "tests/engine/EngineHome.hpp"
 #include "tests/page_check/PageCheck.hpp"
 
@@ -11,8 +13,8 @@
 #include <gtkmm/builder.h>
 #include <gtkmm/init.h>
 
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 
 namespace {
@@ -29,6 +31,27 @@ std::vector<double> textSizes()
     return { range->get_lower(), (range->get_lower() + range->get_upper()) / 2, range->get_upper() };
 }
 
+// Takes an option with its values from the front of the words; empty where there is none.
+std::vector<std::string> takeOption(std::vector<std::string>& words)
+{
+    const std::size_t length = words.empty() ? 0 : words.front() == "--quick" ? 1 : words.front() == "--at" ? 5 : 0;
+    const auto end = words.begin() + static_cast<std::ptrdiff_t>(std::min(length, words.size()));
+    std::vector<std::string> option(words.begin(), end);
+    words.erase(words.begin(), end);
+    return option;
+}
+
+std::vector<PageSetting> settingsFor(const std::vector<std::string>& option)
+{
+    const auto sizes = textSizes();
+    if (option.empty())
+        return pageSettings({ { 900, 600 }, { 1280, 860 }, { 1920, 1080 } }, sizes, { 1, 2, 3 });
+    if (option.size() == 1)
+        return pageSettings({ { 900, 600 } }, { sizes[1] }, { 1, 2, 3 });
+    return pageSettings(
+        { { std::stoi(option[1]), std::stoi(option[2]) } }, { std::stod(option[3]) }, { std::stoi(option[4]) });
+}
+
 Value row(const std::string& book, const std::string& kind, const CheckedPages& checked, const PageFault& fault)
 {
     Value::Array examples(fault.examples.begin(), fault.examples.end());
@@ -42,20 +65,17 @@ Value row(const std::string& book, const std::string& kind, const CheckedPages& 
 int main(int argumentCount, char** arguments)
 {
     const EngineHome home;
+    useBookFonts(cachesFolder() + "/fonts.conf");
     std::vector<std::string> words(arguments + 1, arguments + argumentCount);
-    const bool isQuick = !words.empty() && words.front() == "--quick";
-    if (isQuick)
-        words.erase(words.begin());
+    const auto option = takeOption(words);
     if (words.size() < 2) {
-        std::fprintf(stderr, "Usage: check-pages [--quick] OUTPUT BOOK...\n");
+        std::fprintf(stderr, "Usage: check-pages [--quick | --at WIDTH HEIGHT TEXT-SIZE COLUMNS] OUTPUT BOOK...\n");
         return 2;
     }
     const auto application = Gtk::Application::create("org.pagora.CheckPages", Gio::Application::Flags::NON_UNIQUE);
     application->register_application();
 
-    const auto sizes = textSizes();
-    const auto settings = isQuick ? pageSettings({ { 900, 600 } }, { sizes[1] }, { 1, 2, 3 })
-                                  : pageSettings({ { 900, 600 }, { 1280, 860 }, { 1920, 1080 } }, sizes, { 1, 2, 3 });
+    const auto settings = settingsFor(option);
     PageCheck check;
     Value::Array rows;
     for (std::size_t i = 1; i < words.size(); ++i) {

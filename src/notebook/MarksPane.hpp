@@ -3,6 +3,7 @@
 #include "base/Geometry.hpp"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,6 +39,25 @@ public:
     virtual void setProblem(const std::string& text) = 0;
     // Shows the list, or the contents.
     virtual void setShown(bool isShown) = 0;
+};
+
+// Actions of the user on marks. Marks are named by their numbers.
+struct MarkActions {
+    // Adds a bookmark at the shown page, or removes it.
+    std::function<void()> toggleBookmark;
+    // Highlights the selected text. Colours are named as in files.
+    std::function<void(const std::string& color)> highlight;
+    std::function<void()> annotate;
+    std::function<void(std::size_t mark)> goToMark;
+    std::function<void(std::size_t mark)> editMark;
+    std::function<void(std::size_t mark, const std::string& color)> setMarkColor;
+    std::function<void(std::size_t mark, const std::string& note)> setMarkNote;
+    std::function<void(std::size_t mark)> removeMark;
+    std::function<void()> undoRemoval;
+    // To a file whose extension selects the format, or to the clipboard.
+    std::function<void(const std::string& path, const std::vector<std::size_t>& marks)> exportMarks;
+    std::function<void(const std::vector<std::size_t>& marks)> copyMarks;
+    std::function<void(const std::string& path)> importMarks;
 };
 
 // The mark in the editor.

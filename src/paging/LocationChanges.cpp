@@ -10,13 +10,20 @@ constexpr std::size_t maxFragments = 8;
 
 }
 
-void LocationChanges::add(const Url& url, std::uint64_t load)
+bool LocationChanges::add(const Url& url, std::uint64_t load)
 {
     _url = url;
     _load = load;
     _fragments.push_back(url.fragment().value_or(""));
     if (_fragments.size() > maxFragments)
         _fragments.pop_front();
+    return !std::exchange(_isProcessed, true);
+}
+
+void LocationChanges::forget()
+{
+    _fragments.clear();
+    _isProcessed = false;
 }
 
 std::string LocationChanges::takeFragment()

@@ -3,11 +3,24 @@
 #include "find/BookFinder.hpp"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace pagora {
+
+// Actions of the user in the search field and its results.
+struct SearchActions {
+    std::function<void(const std::string& text)> searchContent;
+    // The text of the search field, at each change.
+    std::function<void(const std::string& text, WholeWords wholeWords)> search;
+    // A result, counted from 0.
+    std::function<void(std::size_t index)> goToResult;
+    std::function<void()> goToNextResult;
+    std::function<void()> goToPreviousResult;
+    std::function<void()> endSearch;
+};
 
 // The results of a search, in the place of the contents. Main thread.
 class SearchPane {

@@ -17,9 +17,19 @@
 
 namespace pagora {
 
+// Actions on the selected text.
+struct SelectionActions {
+    // Shows the bar at the selected text, and hides it.
+    std::function<void()> askForSelection;
+    std::function<void()> endSelection;
+    std::function<void()> copySelection;
+    std::function<void()> findSelection;
+    std::function<void()> lookUpSelection;
+};
+
 // Actions of the user in a reader window. Each is called from the main loop, after the control's event handling, so
 // that it may close the window.
-struct ReaderWindowActions {
+struct ReaderWindowActions : SearchActions, SelectionActions, MarkActions {
     std::function<void()> closeEPUB;
     std::function<void()> toggleLeftView;
     std::function<void()> toggleFullScreen;
@@ -34,14 +44,6 @@ struct ReaderWindowActions {
     std::function<void()> displayOptions;
     // A step of the column count.
     std::function<void()> changeWidth;
-    std::function<void(const std::string& text)> searchContent;
-    // The text of the search field, at each change.
-    std::function<void(const std::string& text, WholeWords wholeWords)> search;
-    // A result, counted from 0.
-    std::function<void(std::size_t index)> goToResult;
-    std::function<void()> goToNextResult;
-    std::function<void()> goToPreviousResult;
-    std::function<void()> endSearch;
     // Where the last jump came from, and on again.
     std::function<void()> goBack;
     std::function<void()> goOn;
@@ -53,29 +55,6 @@ struct ReaderWindowActions {
     std::function<void(std::size_t index)> goToPrintedPage;
     // The page of the note that is shown.
     std::function<void()> goToNote;
-    // Shows what can be done with the selected text, and hides it again.
-    std::function<void()> askForSelection;
-    std::function<void()> endSelection;
-    // What is done with it.
-    std::function<void()> copySelection;
-    std::function<void()> findSelection;
-    std::function<void()> lookUpSelection;
-    // Of the page that is shown.
-    std::function<void()> toggleBookmark;
-    // The selected text; a colour by its name in files.
-    std::function<void(const std::string& color)> highlight;
-    std::function<void()> annotate;
-    // Marks by their numbers.
-    std::function<void(std::size_t mark)> goToMark;
-    std::function<void(std::size_t mark)> editMark;
-    std::function<void(std::size_t mark, const std::string& color)> setMarkColor;
-    std::function<void(std::size_t mark, const std::string& note)> setMarkNote;
-    std::function<void(std::size_t mark)> removeMark;
-    std::function<void()> undoRemoval;
-    // To a file whose name says the format, or to the clipboard.
-    std::function<void(const std::string& path, const std::vector<std::size_t>& marks)> exportMarks;
-    std::function<void(const std::vector<std::size_t>& marks)> copyMarks;
-    std::function<void(const std::string& path)> importMarks;
 };
 
 // The common controls of reader windows, named as in their layouts. Main thread.

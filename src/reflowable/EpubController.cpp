@@ -197,7 +197,6 @@ void EpubController::webProcessDidTerminate()
     }
     // Work that waits for an answer of the lost page ends here.
     _locationChanges.forget();
-    _isTrackingAnchors = false;
     _queue.dropCurrent();
 }
 
@@ -293,8 +292,7 @@ Task<void> EpubController::placeReader(Url url)
 
 void EpubController::didChangeLocationWithinPage(const Url& url)
 {
-    _locationChanges.add(url, _window.webView().currentLoad());
-    if (!std::exchange(_isTrackingAnchors, true))
+    if (_locationChanges.add(url, _window.webView().currentLoad()))
         _queue.enqueueReport([this] { return trackAnchors(); });
 }
 
@@ -305,8 +303,7 @@ Task<void> EpubController::trackAnchors()
         co_await trackAnchor(fragment);
     }
     // Changes that the page made meanwhile are tracked after the user's actions.
-    _isTrackingAnchors = !_locationChanges.empty();
-    if (_isTrackingAnchors)
+    if (_locationChanges.continueProcessing())
         _queue.enqueueAction([this] { return trackAnchors(); });
 }
 

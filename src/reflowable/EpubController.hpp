@@ -71,17 +71,17 @@ public:
     // Provides the script to run in a chapter once it is laid out, by the index of the chapter; empty for none.
     void setChapterScript(std::function<std::string(std::uint64_t split)> script)
     {
-        _chapterScript = std::move(script);
+        _listeners.chapterScript = std::move(script);
     }
     // Called when the user points at a reference to a note.
     void setLinkHandler(std::function<void(const std::optional<PointedLink>&)> handler)
     {
-        _linkHandler = std::move(handler);
+        _listeners.pointsAtLink = std::move(handler);
     }
     // Hears which text of the page is selected and asked about.
     void setSelectionHandler(std::function<void(const std::optional<PageSelection>&)> handler)
     {
-        _selectionHandler = std::move(handler);
+        _listeners.selectionDidChange = std::move(handler);
     }
     // Runs it in the chapter that is shown.
     void runChapterScript() override;
@@ -154,13 +154,13 @@ public:
     void pageFollowsLink() override;
     void pointsAtLink(const std::optional<PointedLink>& link) override
     {
-        if (_linkHandler)
-            _linkHandler(link);
+        if (_listeners.pointsAtLink)
+            _listeners.pointsAtLink(link);
     }
     void selectionDidChange(const std::optional<PageSelection>& selection) override
     {
-        if (_selectionHandler)
-            _selectionHandler(selection);
+        if (_listeners.selectionDidChange)
+            _listeners.selectionDidChange(selection);
     }
     void pressesMark(const PressedMark& mark) override
     {
@@ -169,6 +169,13 @@ public:
     }
 
 private:
+    // The search, the notes and the selection bar, which work with the shown page.
+    struct PageListeners {
+        std::function<std::string(std::uint64_t split)> chapterScript;
+        std::function<void(const std::optional<PointedLink>&)> pointsAtLink;
+        std::function<void(const std::optional<PageSelection>&)> selectionDidChange;
+    };
+
     // W, H, C and PW as they are now.
     PageGeometry geometry() const;
     scripts::Layout layout() const { return _settings.layout(geometry()); }
@@ -230,15 +237,12 @@ private:
     DisplaySettings _settings;
     KeptPlace _place;
     LocationChanges _locationChanges;
-    bool _isTrackingAnchors = false;
     // Whether a chapter has ever been laid out.
     bool _pageIsShown = false;
     std::string _bookLanguage;
     LeavingLinks _leavingLinks;
     Jumps _jumps;
-    std::function<std::string(std::uint64_t)> _chapterScript;
-    std::function<void(const std::optional<PointedLink>&)> _linkHandler;
-    std::function<void(const std::optional<PageSelection>&)> _selectionHandler;
+    PageListeners _listeners;
     MarksHooks _marks;
     bool _relayoutPending = false;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;

@@ -226,7 +226,7 @@ void EpubController::runChapterScript()
 
 Task<void> EpubController::decorate()
 {
-    const auto script = _chapterScript ? _chapterScript(_spine.activeSplitIndex) : std::string();
+    const auto script = _listeners.chapterScript ? _listeners.chapterScript(_spine.activeSplitIndex) : std::string();
     if (!script.empty())
         co_await run(script);
     const auto marks = _marks.script ? _marks.script(_spine.activeSplitIndex) : std::string();

@@ -68,37 +68,30 @@ LibraryWindowGtk::LibraryWindowGtk(Toplevel& toplevel, RunLoop& runLoop, Glib::R
     , _coverLoader(runLoop)
     , _finder(runLoop)
     , _layout(loadLayout())
-    , _windows { takeWindow(_layout, "errorWin"), takeWindow(_layout, "indicatorWindow"),
-        takeWindow(_layout, "settingsWin") }
+    , _windows { takeWindow(_layout, "errorWin"), takeWindow(_layout, "settingsWin") }
     , _mainWindow(toplevel, find<Gtk::Widget>(_layout, "mainWindow"))
     , _errorWin(*_windows.error)
-    , _indicatorWindow(*_windows.indicator)
     , _settingsWin(*_windows.settings)
     , _errorList(find<Gtk::TextView>(_layout, "errorList"))
-    , _processLabel(find<Gtk::Label>(_layout, "processLabel"))
-    , _procText(find<Gtk::Label>(_layout, "procText"))
-    , _processIndicator(find<Gtk::ProgressBar>(_layout, "processIndicator"))
-    , _progressBar(find<Gtk::ProgressBar>(_layout, "progressBar"))
     , _readerButton(find<Gtk::Button>(_layout, "readerButton"))
     , _continueButton(find<Gtk::Button>(_layout, "continueButton"))
-    , _stopButton(find<Gtk::Button>(_layout, "stopButton"))
     , _bListControl(find<Gtk::Widget>(_layout, "bListControl"))
     , _dragDropMatrix(find<Gtk::Widget>(_layout, "dragDropMatrix"), 1)
     , _toolBarMenu(find<Gtk::Widget>(_layout, "toolBar"))
     , _search(_layout)
     , _overlay(_layout)
+    , _progress(
+          _layout, [this] { perform(_actions.cancelProcess); }, [this] { booksDidChange(); })
     , _dialogs(toplevel.window())
 {
     _mainWindow.setTitle(_("Pagora"));
     addProgramActions();
     wireControls();
-    followProgress();
-    wireProgressWindow();
     wireSearch();
     _monitor.watch(toplevel.window());
     _monitor.passSelectAll(_search.field());
     nameParts(find<Gtk::Widget>(_layout, "mainWindow"));
-    for (auto* const window : { _windows.error.get(), _windows.settings.get(), _windows.indicator.get() }) {
+    for (auto* const window : { _windows.error.get(), _windows.settings.get(), &_progress.window() }) {
         window->set_transient_for(toplevel.window());
         _monitor.watch(*window);
         keepFocusMarked(*window);
@@ -171,39 +164,11 @@ void LibraryWindowGtk::wireControls()
     _continueButton.setAction([this] { perform(_actions.continueReading); });
     showOnHover(find<Gtk::Widget>(_layout, "continueButton"),
         [this] { return Glib::ustring(formatted(_("Continue reading “%s”"), _bookToContinue.c_str())); });
-    _stopButton.setAction([this] { perform(_actions.cancelProcess); });
     _bListControl.setAction([this] { perform(_actions.bookListMode); });
     _connections = {
         find<Gtk::Button>(_layout, "saveButton").signal_clicked().connect([this] { perform(_actions.saveSettings); }),
     };
     _mainWindow.setCloseAction([this] { return perform(_actions.windowShouldClose); });
-}
-
-void LibraryWindowGtk::followProgress()
-{
-    auto& strip = find<Gtk::Revealer>(_layout, "progressStrip");
-    const auto followed = [this, &strip] {
-        strip.set_reveal_child(!_progressBar.isHidden() || !_procText.isHidden() || !_stopButton.isHidden());
-        booksDidChange();
-    };
-    const std::initializer_list<Gtk::Widget*> watched
-        = { &_progressBar.widget(), &_procText.widget(), &_stopButton.widget(), _windows.indicator.get() };
-    for (auto* const widget : watched)
-        _connections.push_back(widget->property_visible().signal_changed().connect(followed));
-}
-
-// The progress window closes when the import has ended, and no sooner.
-void LibraryWindowGtk::wireProgressWindow()
-{
-    _connections.push_back(_windows.indicator->signal_close_request().connect([] { return true; }, false));
-    _connections.push_back(find<Gtk::Button>(_layout, "indicatorStopButton").signal_clicked().connect([this] {
-        perform(_actions.cancelProcess);
-    }));
-}
-
-bool LibraryWindowGtk::isImporting() const
-{
-    return !_progressBar.isHidden() || _indicatorWindow.isVisible();
 }
 
 void LibraryWindowGtk::wireSearch()
@@ -237,7 +202,7 @@ BookQuery LibraryWindowGtk::query() const
 
 void LibraryWindowGtk::booksDidChange()
 {
-    _overlay.update(isImporting());
+    _overlay.update(_progress.isImporting());
     if (_shown)
         _search.setCount(_shown->shownBooks().size(), _shown->content()->size());
 }
@@ -279,7 +244,7 @@ std::unique_ptr<LibraryViewSurface> LibraryWindowGtk::loadView(const char* layou
 
 bool LibraryWindowGtk::isActive() const
 {
-    return _mainWindow.isKeyWindow() || _errorWin.isKeyWindow() || _indicatorWindow.isKeyWindow()
+    return _mainWindow.isKeyWindow() || _errorWin.isKeyWindow() || _progress.indicatorWindow.isKeyWindow()
         || _settingsWin.isKeyWindow();
 }
 

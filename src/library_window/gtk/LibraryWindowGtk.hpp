@@ -2,7 +2,6 @@
 
 #include "controls/gtk/ButtonControl.hpp"
 #include "controls/gtk/LabelField.hpp"
-#include "controls/gtk/ProgressControl.hpp"
 #include "controls/gtk/SegmentedSwitch.hpp"
 #include "covers/gtk/CoverLoader.hpp"
 #include "desktop/gtk/DesktopWindow.hpp"
@@ -11,6 +10,7 @@
 #include "library_views/gtk/FileDropTarget.hpp"
 #include "library_views/gtk/LibraryFinder.hpp"
 #include "library_window/LibraryWindow.hpp"
+#include "library_window/gtk/ImportProgress.hpp"
 #include "library_window/gtk/LibraryDialogs.hpp"
 #include "library_window/gtk/LibraryOverlay.hpp"
 #include "library_window/gtk/LibrarySearch.hpp"
@@ -42,12 +42,12 @@ public:
     Window& mainWindow() override { return _mainWindow; }
     Window& errorWin() override { return _errorWin; }
     TextField& errorList() override { return _errorList; }
-    Window& indicatorWindow() override { return _indicatorWindow; }
-    TextField& processLabel() override { return _processLabel; }
-    ProgressIndicator& processIndicator() override { return _processIndicator; }
-    ProgressIndicator& progressBar() override { return _progressBar; }
-    TextField& procText() override { return _procText; }
-    Button& stopButton() override { return _stopButton; }
+    Window& indicatorWindow() override { return _progress.indicatorWindow; }
+    TextField& processLabel() override { return _progress.processLabel; }
+    ProgressIndicator& processIndicator() override { return _progress.processIndicator; }
+    ProgressIndicator& progressBar() override { return _progress.progressBar; }
+    TextField& procText() override { return _progress.procText; }
+    Button& stopButton() override { return _progress.stopButton; }
     Window& settingsWin() override { return _settingsWin; }
     SegmentedControl& dragDropMatrix() override { return _dragDropMatrix; }
     Menu* toolBarMenu() override { return &_toolBarMenu; }
@@ -77,7 +77,6 @@ private:
     // Windows of the desktop are their owner's, not the layout's.
     struct Windows {
         std::unique_ptr<Gtk::Window> error;
-        std::unique_ptr<Gtk::Window> indicator;
         std::unique_ptr<Gtk::Window> settings;
     };
 
@@ -85,9 +84,6 @@ private:
     void addProgramKeys();
     void enableProgramActions();
     void wireControls();
-    void followProgress();
-    void wireProgressWindow();
-    bool isImporting() const;
     void wireSearch();
     BookQuery query() const;
     // Other books are shown, or the import has begun or ended.
@@ -105,21 +101,16 @@ private:
     Windows _windows;
     SharedWindow _mainWindow;
     DesktopWindow _errorWin;
-    DesktopWindow _indicatorWindow;
     DesktopWindow _settingsWin;
     LabelField _errorList;
-    LabelField _processLabel;
-    LabelField _procText;
-    ProgressControl _processIndicator;
-    ProgressControl _progressBar;
     ButtonControl _readerButton;
     ButtonControl _continueButton;
-    ButtonControl _stopButton;
     SegmentedSwitch _bListControl;
     SegmentedSwitch _dragDropMatrix;
     ToolBarMenu _toolBarMenu;
     LibrarySearch _search;
     LibraryOverlay _overlay;
+    ImportProgress _progress;
     LibraryDialogs _dialogs;
     // The title of the book that the button opens.
     Glib::ustring _bookToContinue;

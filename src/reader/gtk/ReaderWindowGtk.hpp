@@ -34,8 +34,8 @@ public:
     using ExtraCommands = std::function<bool(ReaderCommand command)>;
     void setExtraCommands(ExtraCommands commands) { _extraCommands = std::move(commands); }
     // Runs an action from the main loop, if it is set then.
-    template <typename... Arguments, typename... Given>
-    void send(std::function<void(Arguments...)> ReaderWindowActions::*action, Given... given)
+    template <typename Actions, typename... Arguments, typename... Given>
+    void send(std::function<void(Arguments...)> Actions::*action, Given... given)
     {
         queue.post([this, action, given...] {
             // A copy, because the action may destroy the window.

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "controls/gtk/ButtonControl.hpp"
+#include "controls/gtk/LabelField.hpp"
+#include "controls/gtk/ProgressControl.hpp"
+#include "desktop/gtk/DesktopWindow.hpp"
+
+#include <gtkmm/builder.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace pagora {
+
+// The controls that show the progress of an import: the strip of the library window, and the progress window. Main
+// thread.
+class ImportProgress {
+public:
+    // The layout "LibraryWindow". `stop` is called by the buttons of the strip and of the window, `changed` when one of
+    // the controls is shown or hidden.
+    ImportProgress(
+        const Glib::RefPtr<Gtk::Builder>& layout, const std::function<void()>& stop, std::function<void()> changed);
+    ~ImportProgress();
+    ImportProgress(const ImportProgress&) = delete;
+    ImportProgress& operator=(const ImportProgress&) = delete;
+
+    bool isImporting() const { return !progressBar.isHidden() || indicatorWindow.isVisible(); }
+    Gtk::Window& window() { return *_window; }
+
+private:
+    // Windows of the desktop are their owner's, not the layout's.
+    std::unique_ptr<Gtk::Window> _window;
+
+public:
+    DesktopWindow indicatorWindow;
+    LabelField processLabel;
+    LabelField procText;
+    ProgressControl processIndicator;
+    ProgressControl progressBar;
+    ButtonControl stopButton;
+
+private:
+    std::vector<sigc::connection> _connections;
+};
+
+}

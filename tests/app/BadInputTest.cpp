@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A library of one book, "Old", which no bad input may change.
+// A library with one book, "Old", which bad input must not change.
 struct BadInput : testing::Test {
     BadInput()
     {
@@ -129,7 +129,7 @@ TEST_F(BadInput, LibraryFolderThatIsReadOnlyKeepsWhatItHolds)
     moveFiles();
     drop({ file });
     fs::permissions(libraryFolder(), fs::perms::owner_all);
-    // Whoever may write everywhere has the copy, everybody else the source.
+    // For root the copy succeeds; for other users the source remains.
     EXPECT_NE(fileExists(file), fileExists(program.inLibrary("Sea.epub")));
     expectOldBookUnchanged();
 }
@@ -149,7 +149,7 @@ TEST_F(BadInput, LibraryFolderThatIsGoneLosesNoSource)
 
 TEST_F(BadInput, ThousandFilesOfWhichHalfAreBrokenEndInFiveHundredBooksAndLines)
 {
-    // The files stay where they are, which spares the test the copies.
+    // The files are imported in place, which saves the time for copies.
     program.defaults.removeObject("DragDropMode");
     Names files;
     for (int i = 0; i < 500; ++i) {

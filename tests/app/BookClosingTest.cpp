@@ -11,7 +11,7 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-// A library of a reflowable book, which is being read, and a fixed-layout one.
+// A library with an open reflowable book and a fixed-layout book.
 struct Closing : testing::Test {
     Closing()
     {
@@ -27,7 +27,7 @@ struct Closing : testing::Test {
         program.reader().window.fullScreen = true;
         program.reader().actions.windowDidEnterFullScreen();
     }
-    // The window manager's report; the monitor has seen an event before.
+    // Reports full screen as the window manager does. The monitor has been installed by an event.
     void leaveFullScreen()
     {
         program.window.monitor({});

@@ -55,7 +55,7 @@ TEST_F(Opening, ARecordIsOpenedWhateverIsSelected)
 TEST(OpeningBeforeTheLaunch, WithoutAViewNothingHappens)
 {
     test::Program program;
-    // There are books and a folder to unpack them into, but no view whose selection would be meant.
+    // There are books and a folder to unpack them into, but no view with a selection.
     auto& state = program.controller->state();
     state.folders._booksPath = program.inTemporary("_books");
     const auto book = std::make_shared<BookInfo>();
@@ -228,7 +228,7 @@ TEST_F(Opening, SettingsThatAreUnsetAreNotHandedOver)
 TEST_F(Opening, AFontSizeOfZeroIsASetOne)
 {
     program.readerWindows.holdsLayout = true;
-    // The sign tells it from the zero that a new reader has.
+    // The sign distinguishes it from the initial zero of a new reader.
     state().settings.curFontSize = -0.0f;
     program.doubleClick(0);
     EXPECT_TRUE(std::signbit(program.epubReader().currentFontSize()));

@@ -18,9 +18,9 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-// A home that several runs of the program share, one after the other.
+// A home folder used by several consecutive runs of the program.
 struct BrokenDisk : testing::Test {
-    // What the store has not taken over from its log is lost.
+    // Deletes the log of the store, which loses changes that are only in it.
     void removeLog() const
     {
         for (const char* name : { "defaults.sqlite-wal", "defaults.sqlite-shm" })
@@ -31,7 +31,7 @@ struct BrokenDisk : testing::Test {
     TemporaryFolder home;
 };
 
-// Bytes that no archive makes smaller.
+// Incompressible bytes.
 std::string noise(std::size_t size)
 {
     std::string bytes(size, '\0');
@@ -60,7 +60,7 @@ TEST_F(BrokenDisk, ACopyThatFailsMidwayLeavesNoHalfArchiveAndItsSource)
         EXPECT_FALSE(fileExists(small));
         EXPECT_EQ(program.titles(), (Names { "Large", "Small" }));
 
-        // With room again, it is removed and added anew.
+        // With free space again, the book is removed and added again.
         disk.makeRoom();
         program.controller->deleteItemsFromLibrary({ program.book(0) });
         program.drop({ large });
@@ -85,7 +85,7 @@ TEST_F(BrokenDisk, APlaceThatCannotBeSavedIsSavedLater)
         Program program(home.path());
         program.launch();
         program.defaults.setWhenInTrouble([&told](const std::string& line) { told.push_back(line); });
-        // Takes the room that is left.
+        // Fills the disk.
         program.defaults.setObject("Large", noise(2'000'000));
         for (const int place : { 1, 2 }) {
             program.doubleClick(0);
@@ -210,7 +210,7 @@ TEST_F(BrokenDisk, AStoreOfALaterVersionIsKeptAsideAndTheLibraryBuiltAnew)
     }
     removeLog();
     const auto file = home.path("defaults/defaults.sqlite");
-    // The version that the file says it has.
+    // The version in the file's header.
     auto later = test::contentsOf(file);
     later.replace(60, 4, std::string("\0\0\0\x63", 4));
     test::makeFile(file, later);

@@ -25,7 +25,7 @@ std::string repeated(int count, const std::string& text)
     return all;
 }
 
-// Takes the parser minutes of processor time: a table of contents of elements with as many attributes as are allowed.
+// A table of contents that takes minutes of processor time: its elements have the maximum number of attributes.
 EpubBuilder slowBook()
 {
     std::string element = "<e";
@@ -112,7 +112,7 @@ TEST(HostileEnd, AfterAKillInABatchTheNextLaunchTakesUpWhatWasCopied)
         Names files;
         for (int i = 0; i < 6; ++i)
             files.push_back(program.download("Book" + std::to_string(i) + ".epub"));
-        // Three of the books are copied then, and nothing is stored.
+        // At that time three of the books are copied and nothing is stored.
         program.window.procTextFake.whenSet = [](const std::string& text) {
             if (text == "4 of 6")
                 ::raise(SIGKILL);

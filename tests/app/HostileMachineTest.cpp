@@ -1,4 +1,4 @@
-// Imports on a machine that does not do what it should, with the process that inspects books.
+// Imports on a faulty machine, with the inspection process.
 
 #include "base/Log.hpp"
 #include "tests/app/Program.hpp"
@@ -38,7 +38,7 @@ struct HostileMachine : testing::Test {
     test::TemporaryFolder home;
 };
 
-// Everything below was written by a clock that has been set back since.
+// Dates all files in the future, as if the clock had been set back.
 void dateInTheFuture(const std::string& folder)
 {
     const auto future = fs::file_time_type::clock::now() + std::chrono::hours(24 * 365);
@@ -143,7 +143,7 @@ TEST_F(HostileMachine, BooksThatAreReplacedWhileTheyAreReadAreWholeInTheLibrary)
     EXPECT_EQ(program.storedCount(), program.catalogue().count());
 }
 
-// PAGORA_BROKEN_FILES asks for more of them.
+// PAGORA_BROKEN_FILES sets their number.
 TEST_F(HostileMachine, ManyBrokenFilesEndInALineEachAndTheBookAmongThemComesIn)
 {
     const char* const asked = std::getenv("PAGORA_BROKEN_FILES");

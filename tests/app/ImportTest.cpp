@@ -12,7 +12,7 @@ using Names = std::vector<std::string>;
 namespace {
 
 struct Import : testing::Test {
-    // The dialog changes the process's folder.
+    // The dialog changes the current folder of the process.
     ~Import() override { std::filesystem::current_path(startFolder); }
     void setMode(const char* mode) { program.defaults.setObject("DragDropMode", mode); }
     std::vector<Names> errorTexts() const

@@ -1,4 +1,4 @@
-// How long things move in the program's windows, as its style sheets and layouts say.
+// The durations of animations in style sheets and layouts.
 
 #include "base/Resource.hpp"
 
@@ -12,8 +12,7 @@ namespace pagora {
 
 namespace {
 
-// The times in the file, in milliseconds, by an expression whose first group is the number and whose second is its
-// unit.
+// The times in a file, in milliseconds. The first group of the expression is the number, the second the unit.
 std::vector<double> timesIn(const std::string& name, const std::string& expression)
 {
     const auto text = resourceBytes("/org/pagora/Pagora/" + name).value_or("");

@@ -9,7 +9,7 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-// Files that the desktop hands over while the program runs.
+// Files opened by the desktop while the program runs.
 struct OpenFiles : testing::Test {
     void open(const std::string& path) { program.controller->openFiles({ path }); }
     bool isInLibrary(const std::string& name) const { return fileExists(program.inLibrary(name)); }
@@ -67,7 +67,7 @@ TEST_F(OpenFiles, AFileThatCannotBeReadLeavesTheReadingAsItIs)
     program.workspace.failing = { "Sea.epub" };
     open(program.download("Sea.epub"));
     program.workspace.failing = { "Gone.epub" };
-    // It is missing, and what inspection finds is what the file before left.
+    // The file is missing, so the inspection finds the extracted files of the previous book.
     open(program.inDownloads("Gone.epub"));
     EXPECT_EQ(program.window.alerts,
         (std::vector<test::FakeLibraryWindow::Alert>(2, { "ERROR", "ePub does not exists!", "OK" })));
@@ -96,7 +96,7 @@ TEST_F(OpenFiles, AFileThatCannotBeReadLeavesTheSingleFileThatIsRead)
     EXPECT_TRUE(fileExists(program.inDownloads("Land.epub")));
 }
 
-// What inspection extracts stays until the next import.
+// Extracted files are kept until the next import.
 
 TEST_F(OpenFiles, EveryFileAfterAProtectedOneCountsAsProtected)
 {

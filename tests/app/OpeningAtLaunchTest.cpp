@@ -47,7 +47,7 @@ TEST(OpeningAtLaunch, NoPageViewIsPreparedForSeveralFiles)
 
 TEST(OpeningAtLaunch, AFileThatIsInTheLibraryOpensTheLastRecord)
 {
-    // Whichever of the two is handed over.
+    // The result is the same for both files.
     for (const auto* const name : { "Sea.epub", "Land.epub" }) {
         Program program;
         program.keepStoredValues();

@@ -17,21 +17,21 @@
 
 namespace pagora::test {
 
-// The program in a fresh home folder, with fakes for what it shows. Everything below the controls is real.
+// The program in a new home folder, with fake windows and controls. Everything else is real.
 template <typename Loop>
 class ProgramOn {
 public:
     static constexpr const char* version = "7";
 
     ProgramOn() = default;
-    // In a home folder that is there already, and stays.
+    // Uses an existing home folder and keeps it.
     explicit ProgramOn(const std::string& homeFolder)
         : home(homeFolder)
     {
     }
     ~ProgramOn() { controller = nullptr; }
 
-    // The launch until the library is shown.
+    // Launches the program until the library is shown.
     void launch()
     {
         beginLaunch();
@@ -42,14 +42,14 @@ public:
         controller->applicationWillFinishLaunching();
         controller->applicationDidFinishLaunching();
     }
-    // The program as it is after a launch with stored values of the same version.
+    // Launches the program with stored values of the same version.
     void keepStoredValues() { defaults.setObject("BundleVersion", version); }
 
     std::string inLibrary(const std::string& name) const { return home.path("Documents/ePubLibrary/" + name); }
     std::string inDownloads(const std::string& name) const { return home.path("Downloads/" + name); }
     std::string inTemporary(const std::string& name) const { return home.path("Caches/org.pagora.Test/" + name); }
 
-    // Writes a book there, with a title that is its file's name; returns its path.
+    // Writes a book whose title is its file name; returns its path.
     std::string writeBook(const std::string& path, EpubBuilder book = {}) const
     {
         createFolder(deletingLastPathComponent(path));
@@ -62,7 +62,7 @@ public:
     std::string downloadBroken(const std::string& name) const { return makeFile(inDownloads(name), "no archive"); }
 
     void drop(const std::vector<std::string>& files) { controller->draggedEpubs(files); }
-    // Brings books into the library; the grid shows them.
+    // Imports books; the grid shows them.
     void import(const std::vector<std::string>& names)
     {
         for (const auto& name : names)

@@ -11,7 +11,7 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-// A library of three reflowable books and a fixed-layout one.
+// A library with three reflowable books and a fixed-layout book.
 struct ReadingHistoryTest : testing::Test {
     ReadingHistoryTest()
     {
@@ -25,7 +25,7 @@ struct ReadingHistoryTest : testing::Test {
         program.reader().actions.changePage(1);
         program.closeReader();
     }
-    // The next launch, with what is stored.
+    // Launches the program again with the stored values.
     void restart()
     {
         program.controller = nullptr;
@@ -96,7 +96,7 @@ TEST_F(ReadingHistoryTest, HasNoBookOfAFixedLayout)
 
 TEST_F(ReadingHistoryTest, HasNoBookThatIsNotOfTheLibrary)
 {
-    // An import of a reflowable book has to come between the fixed-layout one and the guest.
+    // A reflowable book must be imported between the fixed-layout book and the guest.
     program.import({ "Song.epub" });
     program.controller->openFiles({ program.download("Guest.epub") });
     program.closeReader();

@@ -14,7 +14,7 @@ namespace {
 
 using ThreadedProgram = test::ProgramOn<GLibRunLoop>;
 
-// Whether that is told of an import of six that has begun with its second; not every number is.
+// Whether the text is a progress text of an import of six that has reached the second book. Not every number is shown.
 bool isUnderWay(const std::string& text)
 {
     return text.ends_with(" of 6") && text != "1 of 6";
@@ -33,7 +33,7 @@ void launch(ThreadedProgram& program)
     runUntil([&program] { return !program.controller->state().launch._initProcessing(); });
 }
 
-// The end of the program, as the desktop brings it about.
+// Ends the program as the desktop does.
 void quit(ThreadedProgram& program)
 {
     program.controller->cancelProcess();
@@ -174,8 +174,8 @@ TEST(Threads, QuittingDuringAResetIsFinishedByTheNextLaunch)
     quit(program);
 }
 
-// Without the desktop's bus nothing keeps a second program from starting: what is stored last stands, and the folder
-// brings back what gave way.
+// Without a session bus a second instance can start. The last flush wins, and the other books are found again in the
+// folder.
 TEST(Threads, TwoProgramsOnOneHomeLoseNoBook)
 {
     test::TemporaryFolder home;

@@ -15,7 +15,7 @@ using Names = std::vector<std::string>;
 constexpr int cancel = 1000;
 constexpr int goOn = 1001;
 
-// A library of three books with identifiers of their own, whose archives are in the library folder.
+// A library of three books with identifiers. Their archives are in the library folder.
 struct ThreeBooks : testing::Test {
     ThreeBooks()
     {

@@ -1,4 +1,4 @@
-// Offers files to be dragged: drag-source [--copy-only] FILE... The whole window is the handle.
+// A drag source for files: drag-source [--copy-only] FILE... A drag can start anywhere in the window.
 
 #include <gtk/gtk.h>
 

@@ -49,7 +49,7 @@ TEST(Value, ValuesOfDifferentKindsDiffer)
 
 namespace {
 
-// Gives a value, or nothing, and counts how often it is asked.
+// Returns a value or nothing, and counts its calls.
 struct CountingSource : Value::Source {
     explicit CountingSource(std::optional<Value> value)
         : value(std::move(value))

@@ -11,7 +11,7 @@ namespace pagora::test {
 
 class ConfinementTest : public testing::Test {
 protected:
-    // A program that stands for the one that shuts processes in.
+    // A stand-in for the program that confines processes.
     std::string program(const std::string& script)
     {
         const auto path = _folder.path("confine");
@@ -76,7 +76,7 @@ TEST_F(ConfinementTest, AsksForWhatTheEngineAsksFor)
         EXPECT_NE(line.find(part), std::string::npos) << part << " in " << line;
 }
 
-// Whatever this system allows.
+// Independent of what this system permits.
 TEST_F(ConfinementTest, IsWhatTheSystemAllows)
 {
     const bool isAllowed

@@ -22,7 +22,7 @@ protected:
         test::makeFile(_folder.path("secret"), "secret");
     }
 
-    // Runs the body in a process that may use the scratch folder, and knows which walls stand.
+    // Runs the body in a confined process that may use the scratch folder. Passes the active restrictions to it.
     template <typename Body>
     void confined(Body body)
     {

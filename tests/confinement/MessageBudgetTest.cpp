@@ -8,7 +8,7 @@ namespace {
 
 using Message = MessageBudget::Message;
 
-// How many of `count` messages at this moment are within the budget.
+// The number of accepted messages of `count` at this time.
 int taken(MessageBudget& budget, Message message, int count, double now, std::size_t bytes = 0)
 {
     int within = 0;

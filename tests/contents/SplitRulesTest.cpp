@@ -11,7 +11,7 @@ namespace {
 
 class SplitRulesTest : public testing::Test {
 protected:
-    // The split view becomes `width` points wide with a contents pane of `left`.
+    // Resizes the split view to `width` points with a contents pane of `left`.
     void resize(double left, double oldWidth, double width)
     {
         view.rect = { 0, 0, width, 500 };

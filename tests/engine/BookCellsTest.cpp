@@ -37,11 +37,11 @@ std::array<int, 3> pixelIn(const BookCell& cell, double x, double y)
     return { pixels[at + 2], pixels[at + 1], pixels[at] };
 }
 
-// Whether the cell shows the board of a book with these texts.
+// Whether the cell shows a drawn cover with these texts.
 bool isDrawn(const BookCell& cell, const std::string& title, const std::string& author)
 {
     const auto board = boardColor(title, author);
-    // Light and letters do not reach the middle of the edge.
+    // The middle of the edge has no gradient and no text.
     const auto seen = pixelIn(cell, 0.97, 0.5);
     for (std::size_t part = 0; part < 3; ++part) {
         if (std::abs(seen[part] - static_cast<int>(board[part] * 255)) > 4)
@@ -50,7 +50,7 @@ bool isDrawn(const BookCell& cell, const std::string& title, const std::string& 
     return true;
 }
 
-// By the formula of the web's guidelines.
+// Relative luminance as defined by WCAG.
 double luminance(const std::array<double, 3>& color)
 {
     constexpr std::array weights { 0.2126, 0.7152, 0.0722 };

@@ -18,7 +18,7 @@ constexpr const char* introspection = R"(<node><interface name="org.freedesktop.
   <signal name="SettingChanged"><arg type="s"/><arg type="s"/><arg type="v"/></signal>
 </interface></node>)";
 
-// A desktop portal on the session's bus that knows one setting.
+// A desktop portal on the session bus with one setting.
 class Portal {
 public:
     explicit Portal(guint32 scheme)

@@ -1,4 +1,4 @@
-// The line that says that a book's own scripts are off.
+// The notice that a book's own scripts are disabled.
 
 #include "desktop/gtk/Toplevel.hpp"
 #include "fixed/gtk/FixedWindowGtk.hpp"
@@ -25,7 +25,7 @@ protected:
         return page;
     }
 
-    // The first widget of the kind below `root` for which the condition holds.
+    // The first descendant of `root` of that type that meets the condition.
     template <typename Kind>
     static Kind* find(Gtk::Widget& root, const std::function<bool(Kind&)>& condition)
     {

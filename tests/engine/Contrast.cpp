@@ -15,7 +15,7 @@ namespace pagora::test {
 namespace {
 
 constexpr int scale = 4;
-// Of how many points a colour has to be that counts: the stems of letters are, the shades at their edges are not.
+// The minimum number of pixels of a counted colour. Excludes the antialiased edges of letters.
 constexpr int minPixels = 12;
 
 double luminance(std::uint32_t pixel)
@@ -51,7 +51,7 @@ Cairo::RefPtr<Cairo::ImageSurface> pictureOf(Gtk::Widget& widget)
     return picture;
 }
 
-// The text that the widget itself draws; empty for none.
+// The text that the widget itself draws, or empty.
 std::string textOf(Gtk::Widget& widget)
 {
     if (auto* const label = dynamic_cast<Gtk::Label*>(&widget))
@@ -63,13 +63,13 @@ std::string textOf(Gtk::Widget& widget)
     return widget.has_css_class("contents-row") ? "an entry of the contents" : "";
 }
 
-// Where the widget is in the window; nothing of it when it is cut off by what it is in, or is see-through.
+// The visible part of the widget, in coordinates of the window; empty if it is clipped or transparent.
 Gdk::Rectangle placeIn(Gtk::Widget& window, Gtk::Widget& widget)
 {
     graphene_rect_t bounds;
     if (widget.get_opacity() == 0)
         return {};
-    // The bounds of a widget have its padding, its own width has not.
+    // The bounds of a widget include its padding; its width does not.
     for (auto* around = widget.get_parent(); around; around = around->get_parent()) {
         if (around->get_opacity() == 0 || !gtk_widget_compute_bounds(widget.gobj(), around->gobj(), &bounds))
             return {};

@@ -8,21 +8,19 @@
 
 namespace pagora::test {
 
-// A text as it is drawn, and how far it stands out from what lies behind it: from 1, the same colour, to 21, black on
-// white.
+// A drawn text and its contrast ratio with the background: from 1, the same colour, to 21, black on white.
 struct SeenText {
     std::string text;
     double contrast = 0;
 };
 
-// The contrast between the most frequent colour of the picture's part and the one in it that stands out most.
+// The maximum contrast between the most frequent colour of the picture's part and another colour in it.
 double contrastWithin(const Cairo::RefPtr<Cairo::ImageSurface>& picture, int x, int y, int width, int height);
 
-// The same within a widget of a window that is on the screen.
+// The same for a widget of a shown window.
 double contrastWithin(Gtk::Widget& window, Gtk::Widget& widget);
 
-// Draws the window, or the popover, at four times its size and measures every text in it that can be seen and used. It
-// has to be on the screen.
+// Draws a shown window or popover at four times its size and measures every visible, enabled text in it.
 std::vector<SeenText> seenTexts(Gtk::Widget& window);
 
 }

@@ -36,13 +36,13 @@ struct NoChapters : ContentsDelegate {
     void changeChapter(const Url&) override { }
 };
 
-// Every text that a window shows stands out from its ground, in the light and the dark appearance, and also while
-// another window has the keyboard.
+// Every text of a window has enough contrast in the light and the dark appearance, also while another window has the
+// focus.
 class ContrastTest : public ToolkitTest, public testing::WithParamInterface<bool>, public FakeLibraryHub {
 protected:
     ContrastTest()
     {
-        // All windows of the program have it.
+        // All windows of the program have this style sheet.
         addStyleSheet("library.css");
         const auto settings = Gtk::Settings::get_default();
         settings->property_gtk_application_prefer_dark_theme() = GetParam();
@@ -68,7 +68,7 @@ protected:
         return { std::make_unique<FakeWebView>(), &_area, [](std::function<void(double)>) {} };
     }
 
-    // Waits until the window has been drawn as it is now.
+    // Waits until the current state of the window is drawn.
     static void waitForFrame(Gtk::Widget& window)
     {
         ASSERT_TRUE(waitUntil([&] { return window.get_mapped(); }));
@@ -81,7 +81,7 @@ protected:
         g_signal_handler_disconnect(clock, painted);
     }
 
-    // That the window shows these texts, among others, and that all texts can be read.
+    // Expects that the window shows at least these texts, and that all its texts have enough contrast.
     void expectReadable(Gtk::Widget& window, const std::vector<std::string>& expected)
     {
         for (const bool isBehind : { false, true }) {
@@ -95,7 +95,7 @@ protected:
             EXPECT_TRUE(waitUntil([&] {
                 waitForFrame(window);
                 texts = seenTexts(window);
-                // A window that was changed meanwhile has no picture until the next frame.
+                // A changed window has no picture until its next frame.
                 const auto isThere = [](const auto& seen) { return seen.contrast > 1; };
                 return std::all_of(expected.begin(), expected.end(), shows)
                     && std::all_of(texts.begin(), texts.end(), isThere);
@@ -189,7 +189,7 @@ TEST_P(ContrastTest, OfTheMainMenu)
 {
     makeLibrary(0);
     auto& menu = *_library->outlet<Gtk::MenuButton>("menuButton")->get_popover();
-    // It would go when another window takes the keyboard.
+    // It would close when another window gets the focus.
     menu.set_autohide(false);
     ASSERT_TRUE(waitUntil([&] { return _library->window().get_mapped(); }));
     menu.popup();
@@ -226,7 +226,7 @@ TEST_P(ContrastTest, OfTheRingAroundWhatHasTheKeyboard)
         return contrastWithin(window, button) < minContrastOfShapes;
     }));
     EXPECT_TRUE(waitUntil([&] {
-        // The toolkit hides it again after a few seconds.
+        // The toolkit hides the focus ring after a few seconds.
         window.set_focus_visible(true);
         waitForFrame(window);
         return contrastWithin(window, button) >= minContrastOfShapes;
@@ -302,7 +302,7 @@ TEST_P(ContrastTest, OfTheDisplayOptions)
 {
     EpubWindowGtk reader(_toplevel, makePage());
     auto& panel = *reader.parts().widget<Gtk::Widget>("whiteTheme").get_ancestor(GTK_TYPE_POPOVER);
-    // It would go when another window takes the keyboard.
+    // It would close when another window gets the focus.
     dynamic_cast<Gtk::Popover&>(panel).set_autohide(false);
     reader.window().makeKeyAndOrderFront();
     reader.displayOptions().makeKeyAndOrderFront();

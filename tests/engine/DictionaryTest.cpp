@@ -12,7 +12,7 @@ namespace {
 
 class Dictionary : public ToolkitTest {
 protected:
-    // Installs a dictionary that writes down its arguments, each in a line.
+    // Installs a dictionary that writes each of its arguments to a line of a file.
     void install(const std::string& id, const std::string& places = {})
     {
         const auto program = _folder.path("program");
@@ -33,7 +33,7 @@ protected:
     std::string words() const { return _folder.path("words"); }
     std::string arguments()
     {
-        // Nothing of the program's own tells of the file.
+        // Another process writes the file, so a timer wakes the main loop.
         const auto look = Glib::signal_timeout().connect([] { return true; }, 20);
         waitUntil([this] { return fileExists(words()); });
         sigc::connection(look).disconnect();

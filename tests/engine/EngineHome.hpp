@@ -8,7 +8,7 @@
 
 namespace pagora::test {
 
-// A private home for the program under test: nothing of the user's is read or written.
+// A temporary home folder for the program under test. The user's home is not read or written.
 class EngineHome {
 public:
     EngineHome()

@@ -1,4 +1,4 @@
-// Searches books in the real program, and looks at what is painted in the page.
+// Searches books in the real program, and checks what is painted in the page.
 
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/support/EpubBuilder.hpp"
@@ -45,7 +45,7 @@ protected:
         settle();
     }
 
-    // The text that is painted as the current match, and whether it lies on the page that is shown.
+    // The text painted as the current match, and whether it is on the shown page.
     std::string painted() { return evaluate("String([...CSS.highlights.get('pagora-current')][0] || 'none')"); }
     long long paintedLightly() { return number("CSS.highlights.get('pagora-found').size"); }
     bool isOnPage()
@@ -57,7 +57,7 @@ protected:
     }
 };
 
-// Several pages of text with something in the second half.
+// Several pages of text with `text` in the second half.
 std::string longChapter(const std::string& something)
 {
     std::string text;
@@ -72,7 +72,7 @@ std::string longChapter(const std::string& something)
 
 }
 
-// A chapter that the engine would take minutes to lay out is found in without being shown.
+// A search finds text in a chapter that the engine would take minutes to lay out.
 TEST_F(Find, AChapterOfTwentyMegabytesIsSearched)
 {
     std::string text;
@@ -82,7 +82,7 @@ TEST_F(Find, AChapterOfTwentyMegabytesIsSearched)
     find("needle");
     EXPECT_EQ(count(), "1 match");
     find("lantern");
-    // The first ones are told before the chapter is read to its end.
+    // The first results are reported before the end of the chapter is read.
     EXPECT_TRUE(waitUntil([this] { return count().ends_with(" matches, the first 10000 are listed"); })) << count();
     find("nothing");
     EXPECT_EQ(count(), "1 match");

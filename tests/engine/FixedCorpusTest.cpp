@@ -13,7 +13,7 @@ constexpr auto madeBook = "Made";
 
 class ReadingAnyFixedBook : public ReadingTest, public testing::WithParamInterface<std::string> {
 protected:
-    // Whether it is a fixed-layout book; then it is open.
+    // Opens the book if it has a fixed layout; returns whether it does.
     bool read()
     {
         const auto made = GetParam() == madeBook;
@@ -36,7 +36,7 @@ protected:
         EXPECT_TRUE(waitUntil(hasFollowed)) << faults();
     }
     std::string faults() { return evaluate(pageFaults); }
-    // The page of this index is shown as it should be: the right file, whole and in proportion.
+    // Expects that the page of this index is shown with the right file, uncropped and in proportion.
     void expectPage(std::size_t index)
     {
         ASSERT_EQ(fixedReader().activeSplitIndex(), index);

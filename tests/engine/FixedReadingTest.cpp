@@ -11,7 +11,7 @@ TEST_F(FixedReadingTest, AWindowOf700By560IsFittedTo500By460)
 {
     open(writePages(2), statedScript, 700, 560);
     EXPECT_EQ(window().frame(), (Rect { 30, 40, 500, 460 }));
-    // What the toolkit draws around the window is left out of the widget's own size, the same on each side.
+    // The window's decoration is not part of the widget's size. It has the same width on each side.
     auto& shown = _window->parts().window.window();
     EXPECT_TRUE(waitUntil([&] { return shown.get_width() <= 500 && shown.get_width() - shown.get_height() == 40; }));
     turn(1);
@@ -80,7 +80,7 @@ TEST_F(FixedReadingTest, APageThatIsReadyIsShownAtOnce)
 
 TEST_F(FixedReadingTest, APageIsNeverSeenUnscaled)
 {
-    // A page that is several times larger than its view: only its left half is seen where it is not scaled.
+    // The page is larger than its view: without scaling only its left half is visible.
     constexpr std::uint32_t red = 0xFF0000;
     constexpr std::uint32_t blue = 0x0000FF;
     const auto halves
@@ -121,7 +121,7 @@ TEST_F(FixedReadingTest, AFieldInThePageGetsItsKeys)
 {
     open({ write("page1.xhtml", page("<input id='field'/>")), write("page2.xhtml", page("")) });
     const auto takesKeys = [this] { return _window->parts().page.takesKeys(); };
-    // Only what the person does gives a control the keys.
+    // Only the user gives the keyboard focus to a control.
     ASSERT_EQ(std::system("xdotool mousemove 400 300 key Tab"), 0);
     ASSERT_TRUE(waitUntil(takesKeys));
     EXPECT_FALSE(pressInWindow(GDK_KEY_Right));
@@ -138,7 +138,7 @@ TEST_F(FixedReadingTest, AFieldInAPageThatWasReadyGetsItsKeys)
     waitForNextPage();
     turn(1);
     EXPECT_FALSE(takesKeys());
-    // Only what the person does gives a control the keys.
+    // Only the user gives the keyboard focus to a control.
     ASSERT_EQ(std::system("xdotool mousemove 400 300 key Tab"), 0);
     ASSERT_TRUE(waitUntil(takesKeys));
     EXPECT_FALSE(pressInWindow(GDK_KEY_Left));

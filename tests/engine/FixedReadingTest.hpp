@@ -30,7 +30,7 @@ inline std::string ownScript(const std::string& name)
     return resourceBytes("/org/pagora/Pagora/scripts/" + name + ".js").value_or("");
 }
 
-// Scripts that tell of a page of 600 by 800 at half its size, in a view of 500 by 500.
+// Answers of scripts for a page of 600 by 800 at half its size, in a view of 500 by 500.
 inline std::string statedScript(const std::string& name)
 {
     if (name != "rescaling")
@@ -46,7 +46,7 @@ inline std::string page(const std::string& body, const std::string& viewport = "
         + viewport + "'/><style>body{margin:0}</style></head><body>" + body + "</body></html>";
 }
 
-// The colours that are seen, in the middle of the right half of a widget, with each frame that is drawn.
+// Records the colour in the middle of the right half of a widget in each frame.
 class SeenColors {
 public:
     explicit SeenColors(GtkWidget* widget)
@@ -91,7 +91,7 @@ private:
     std::set<std::uint32_t> _colors;
 };
 
-// Reads pages that the test writes.
+// A fixed-layout reader in a window, with pages written by the test.
 class FixedReadingTest : public ToolkitTest {
 protected:
     FixedReadingTest() { std::filesystem::create_directories(_book); }
@@ -107,7 +107,7 @@ protected:
         std::ofstream(_book + "/" + name, std::ios::binary) << content;
         return Url::file(_book + "/" + name);
     }
-    // Pages whose files say their numbers, from 1.
+    // Pages whose files contain their numbers, from 1.
     std::vector<Url> writePages(int count)
     {
         std::vector<Url> pages;
@@ -165,7 +165,7 @@ protected:
         EXPECT_TRUE(waitUntil([&] { return result->has_value(); })) << script;
         return result->value_or("no answer");
     }
-    // What is wrong with how the page lies in its view.
+    // The faults of the page's place in its view; see `PageFaults.hpp`.
     std::string faults() { return evaluate(pageFaults); }
     void expectNoFaults()
     {

@@ -15,7 +15,7 @@ class FontMenu : public ToolkitTest {
 protected:
     FontMenu()
     {
-        // As the layouts have it: the toolkit searches only where it knows how before the menu is set up.
+        // As in the layouts, the search is enabled before the menu is set up.
         _dropDown.set_enable_search(true);
         _menu = std::make_unique<PopUpControl>(_dropDown, PopUpControl::TitlesAreFonts::Yes);
         _window.set_child(_dropDown);

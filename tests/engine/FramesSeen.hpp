@@ -4,17 +4,17 @@
 
 namespace pagora::test {
 
-// Looks at the edges of a widget, where a page has its margins, in every frame that its window draws.
+// Measures the edges of a widget, where a page has its margins, in every frame of its window.
 class FramesSeen {
 public:
-    // The widget's window is about to be shown.
+    // Created before the widget's window is shown.
     explicit FramesSeen(Gtk::Widget& area);
     ~FramesSeen();
     FramesSeen(const FramesSeen&) = delete;
     FramesSeen& operator=(const FramesSeen&) = delete;
 
     int count() const { return _count; }
-    // How much of the margins was white in the whitest frame, from 0 to 1.
+    // The maximum white share of the margins in one frame, from 0 to 1.
     double maxWhite() const { return _maxWhite; }
 
 private:

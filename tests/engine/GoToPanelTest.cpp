@@ -18,10 +18,10 @@ protected:
         _window.set_child(_anchor);
         _window.set_default_size(400, 300);
         _window.present();
-        // A popover needs a window that the display has placed.
+        // A popover needs a mapped window.
         waitUntil([this] { return _anchor.get_width() > 0 && _window.is_active(); }, 10);
     }
-    // The visible field of that kind, below the panel.
+    // The visible field of that type in the panel.
     template <typename Kind>
     static Kind* below(Gtk::Widget& widget)
     {

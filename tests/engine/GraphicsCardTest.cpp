@@ -21,7 +21,7 @@ protected:
         ASSERT_TRUE(writeFile(_folder.path("dev/" + name), ""));
     }
 
-    // With a driver that gives its name so.
+    // A graphics card whose renderer is named by `askRenderer`.
     GraphicsCard card(std::function<std::string()> askRenderer) const
     {
         return GraphicsCard({ _folder.path("dev"), _folder.path("answer"), std::move(askRenderer), _timeout });
@@ -31,7 +31,7 @@ protected:
         return card([renderer] { return renderer; });
     }
 
-    // Waits for ever, in a child process.
+    // Never returns, in a child process.
     static std::string hang()
     {
         while (true)

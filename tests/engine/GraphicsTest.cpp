@@ -17,7 +17,7 @@ protected:
         _window.present();
     }
 
-    // Has the window's renderer draw into memory, which the toolkit does for shadows and fading.
+    // Renders a part of the window to a texture, as the toolkit does for shadows and opacity.
     void drawOffScreen()
     {
         const graphene_rect_t area = GRAPHENE_RECT_INIT(0, 0, 40, 40);
@@ -45,7 +45,7 @@ TEST_F(GraphicsTest, ToolkitDrawsOffScreenWhileTheEngineStarts)
 {
     ASSERT_TRUE(waitUntil([this] { return _label.get_mapped(); }));
     PageEngine engine({ _folder.path("books"), _folder.path("caches") });
-    // The toolkit's own drawing context is the current one, so it is not made current again.
+    // The toolkit's GL context is current, so the toolkit does not make it current again.
     drawOffScreen();
     engine.prepareWarmView();
     drawOffScreen();

@@ -18,7 +18,7 @@ std::string chapterWith(const std::string& head, const std::string& body)
         + head + "</head><body>" + body + "</body></html>";
 }
 
-// Chapters that make it hard to lay them out, each of a name that says how.
+// Chapters that are hard to lay out, by a name of the difficulty.
 const std::pair<const char*, std::string> chapters[] = {
     { "plain.xhtml", chapterOf(8) },
     { "no-body.xhtml", "<html xmlns=\"http://www.w3.org/1999/xhtml\"><head><title>x</title></head></html>" },
@@ -82,7 +82,7 @@ protected:
         settle();
     }
     std::string urlOf(std::size_t chapter) { return reader().bookSplits().at(chapter).text(); }
-    // Every page begins a view's width after the one before; a chapter ends with its last column.
+    // Pages are one view width apart. The last page of a chapter ends with its last column.
     bool isOnGrid()
     {
         const auto width = number("window.innerWidth");

@@ -1,4 +1,4 @@
-// Files that tell a server that they were run or read.
+// Files that send a request to a server when they are run or read.
 
 #include "tests/engine/HostilePages.hpp"
 

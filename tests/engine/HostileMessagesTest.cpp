@@ -1,4 +1,4 @@
-// Pages that flood the program with messages, and pages that go on when nobody reads them any more.
+// Pages that flood the program with messages, and pages that keep running after the book is closed.
 
 #include "confinement/gtk/PageMemoryWatch.hpp"
 #include "tests/engine/PageViewTest.hpp"
@@ -54,7 +54,7 @@ const Attack endless[] = {
     { "memory", "const kept = []; setInterval(() => kept.push(new Uint8Array(1 << 20).fill(1)), 1);" },
 };
 
-// The processes below one of the system's, with this name as far as the system keeps it.
+// The descendants of a process with this name, truncated as in /proc.
 std::vector<int> processesBelow(int parent, const std::string& name)
 {
     std::vector<int> found;
@@ -82,14 +82,14 @@ bool isThere(int process)
 
 class HostileMessagesTest : public PageViewTest {
 protected:
-    // Shows a page that runs this again and again.
+    // Shows a page that runs this script in a loop.
     std::uint64_t showRepeating(const std::string& script)
     {
         return _view->loadRequest(write("chapter.xhtml",
             document("<p id='p'>Text</p><script>//<![CDATA[\nlet n = 0; setInterval(() => {" + script
                 + "}, 1);\n//]]></script>")));
     }
-    // The page is there again, without scripts of its own.
+    // The page is loaded again without its own scripts.
     void expectTakenOut(std::uint64_t attack)
     {
         ASSERT_TRUE(waitUntil([&] { return _delegate.terminations > 0; }));
@@ -143,7 +143,7 @@ TEST_F(HostileMessagesTest, ManyPicturesAreNoFlood)
     EXPECT_EQ(evaluate("document.images.length"), "2000");
 }
 
-// The engine starts a process for each, which holds the program up.
+// The engine starts a process for each step, which blocks the main thread.
 TEST_F(HostileMessagesTest, StepsToServersStartFewProcesses)
 {
     const std::size_t before = processesBelow(getpid(), "WebKitWebProces").size();
@@ -171,7 +171,7 @@ TEST_F(HostileMessagesTest, ManyFramesOfServersAllCome)
     EXPECT_EQ(_delegate.terminations, 0);
 }
 
-// Ports that the engine forbids: the page process refuses them itself.
+// Ports blocked by the engine: the page process refuses them.
 TEST_F(HostileMessagesTest, RequestsToForbiddenPortsAreNotTold)
 {
     const auto attack = showRepeating("for (let i = 0; i < 200; ++i) new Image().src = 'http://127.0.0.1:9/' + n++;");

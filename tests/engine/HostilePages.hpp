@@ -7,38 +7,38 @@
 
 namespace pagora::test {
 
-// A book that tries one thing that it must not do.
+// A book with one attack.
 struct HostilePage {
     std::string name;
-    // The body of its chapter. Its scripts have `server`, `targets` (folders, of which the first is the book's own),
-    // `tell(path, text)` to the server, `reached(i, how)`, and `attempt(make)`, which puts one element for each target
-    // into the page and waits for them; `attack()` is called when all is loaded.
+    // The body of its chapter. Its scripts can use `server`, `targets` (folders; the first is the book's own),
+    // `tell(path, text)`, which sends a request to the server, `reached(i, how)`, and `attempt(make)`, which adds one
+    // element for each target to the page and waits for them. `attack()` is called when the page is loaded.
     std::string body;
-    // Whether the same works within the book, which shows that the witnesses see it.
+    // Whether the attack succeeds within the book, which proves that the test detects it.
     bool worksInside = false;
-    // More files of the book, by name. "{server}" is replaced in them, and in the body; a name with "{n}" is made for
-    // each target, with "{n}" and "{target}" replaced.
+    // More files of the book, by name. "{server}" is replaced in them and in the body. A file with "{n}" in its name is
+    // written for each target, with "{n}" and "{target}" replaced.
     std::vector<std::pair<std::string, std::string>> files = {};
 };
 
 // The ways to read a file.
 const std::vector<HostilePage>& pagesThatRead();
-// The ways to go to a file, which take the page along.
+// The ways to navigate to a file.
 const std::vector<HostilePage>& pagesThatGo();
 
-// Looks for what an earlier opening may have left, tells the server its names under "found/", and leaves everything
-// again, in the page and in a frame from the server. The script is the one for the frame.
+// Looks for data stored by an earlier opening, reports its names to the server under "found/", and stores it again, in
+// the page and in a frame from the server. The second script is for the frame.
 HostilePage pageThatKeeps();
 std::string scriptThatKeeps();
-// Looks for anything of the reader's own scripts.
+// Looks for objects of the reader's own scripts.
 HostilePage pageThatPries();
-// Tries for windows, dialogs, files, devices and permissions, and again when the element "grab" is clicked.
+// Tries to get windows, dialogs, files, devices and permissions, at once and when the element "grab" is clicked.
 HostilePage pageThatGrabs();
 
-// Files of every kind that tell the server "ran/" and the word when they are run, or hold it.
+// Files of every type that send "ran/" and the word to the server when they are run, or contain the word.
 std::vector<std::pair<std::string, std::string>> canaries(const std::string& word, const std::string& server);
 
-// The book of the page, with canaries of its own that say "own". `targets` are URLs of folders with canaries.
+// A book with the page and with canaries with the word "own". `targets` are URLs of folders with canaries.
 EpubBuilder bookOf(const HostilePage& page, const std::string& server, const std::vector<std::string>& targets);
 
 }

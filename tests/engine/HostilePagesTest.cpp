@@ -1,5 +1,5 @@
-// Books that try what a book must not do, one thing each, in the running program. The witnesses are files outside the
-// books, whose secret nobody may hear, and a server that writes down what it is told.
+// Books with one attack each, in the running program. The test checks files outside the books, whose secret must not
+// leak, and a server that records its requests.
 
 #include "tests/engine/HostilePages.hpp"
 
@@ -24,7 +24,7 @@ bool holds(const std::string& text, const std::string& part)
 
 class HostilePages : public ReadingTest {
 protected:
-    // Imports the book of the page, opens it, and waits until it has tried everything.
+    // Imports and opens the book of the page, and waits until the attack has ended.
     void read(const HostilePage& page, const std::vector<std::string>& targets)
     {
         import(bookOf(page, _server.url(), targets).write(_home.path(page.name + ".epub")));
@@ -42,8 +42,8 @@ protected:
         for (const auto& [name, bytes] : canaries(secret, _server.url()))
             makeFile(folder + "/" + name, bytes);
     }
-    // The book's own folder, then those of another book, the user and the program, spelled in every way that might
-    // pass.
+    // The book's own folder, then those of another book, the user and the program, in all spellings that might be
+    // accepted.
     std::vector<std::string> targets()
     {
         const auto caches = std::string(_home.path("Caches/org.pagora.Test"));
@@ -61,7 +61,7 @@ protected:
         urls.push_back(_server.url("to?") + Url::file(other).text() + "/");
         return urls;
     }
-    // Neither the page nor the server has the secret, and the page is still there.
+    // Expects that neither the page nor the server has the secret, and that the page still exists.
     void expectNothingReached()
     {
         const auto text = evaluate("document.documentElement.outerHTML");
@@ -74,7 +74,7 @@ protected:
         }
     }
 
-    // Opens these of the pages that read, with the same files in their book and outside of it.
+    // Opens these pages, with the same files in their book and outside of it.
     void readEach(const std::set<std::string>& names)
     {
         const auto folders = targets();
@@ -125,7 +125,7 @@ TEST_F(HostilePages, GoNowhereOutsideTheirBook)
     for (const auto& page : pagesThatGo()) {
         SCOPED_TRACE(page.name);
         read(page, folders);
-        // With the user's hand, too.
+        // Again with a user gesture.
         evaluate("for (const link of document.querySelectorAll('a')) link.click(); 0");
         settle();
         expectNothingReached();
@@ -154,7 +154,7 @@ TEST_F(HostilePages, KeepNothingFromOneOpeningToTheNext)
     };
     read(pageThatKeeps(), {});
     expectNothingFound();
-    // Within an opening, it is all there.
+    // Stored data is available while the book is open.
     _server.forget();
     evaluate("location.reload(); 0");
     ASSERT_TRUE(waitUntil([&] { return _server.heard("POST /over"); }));
@@ -194,11 +194,11 @@ TEST_F(HostilePages, HaveNoPowersOverTheDesktop)
     read(pageThatGrabs(), {});
     expectNothingReached();
     _server.forget();
-    // Once more by the user's hand.
+    // Again with a user gesture.
     evaluate("document.getElementById('grab').click(); 0");
     ASSERT_TRUE(waitUntil([&] { return _server.heard("POST /over"); }));
     expectNothingReached();
-    // The reader has no window of its own, and neither has the page.
+    // Neither the reader nor the page has opened a window.
     EXPECT_EQ(windows(), before);
     for (const auto& folder : { std::string(g_get_home_dir()), std::filesystem::current_path().string() }) {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(

@@ -52,7 +52,7 @@ const pry = (where, how) => {
     if (where.webkit && where.webkit.messageHandlers && where.webkit.messageHandlers.pagora)
         reached(1, how + 'handler');
 };
-// What the reader might call that the page has put in the place of the engine's own.
+// Replaces built-in functions that the reader's scripts might call.
 for (const [owner, name] of [[Element.prototype, 'getBoundingClientRect'], [Document.prototype, 'getElementById'],
          [window, 'scrollTo'], [window, 'getComputedStyle'], [window, 'requestAnimationFrame'],
          [CSSStyleDeclaration.prototype, 'setProperty'], [Function.prototype, 'call'], [Array.prototype, 'push'],
@@ -68,7 +68,7 @@ for (const [owner, name] of [[Element.prototype, 'getBoundingClientRect'], [Docu
 for (const name of ['pagora', 'postMessage', 'pagoraLoad'])
     Object.defineProperty(Object.prototype, name, { configurable: true, set() { reached(1, 'set ' + name); } });
 delete Object.prototype.postMessage;
-// Those who call the page's own functions.
+// Inspects the callers of the page's functions.
 const caller = (how) => function watch() {
     const from = watch.caller;
     if (from && !String(from).includes('caller'))
@@ -99,7 +99,7 @@ attack = async () => {
         reached(1, 'worker');
     for (const target of [window, parent, top, frame.contentWindow])
         target.postMessage('1 painted 1', '*');
-    // Orders in the reader's own words.
+    // Messages in the format of the reader's scripts.
     dispatchEvent(new Event('resize'));
     for (let load = 0; load < 9; ++load)
         try { webkit.messageHandlers.pagora.postMessage(load + ' complete'); reached(1, 'posted'); } catch (error) { }

@@ -1,4 +1,4 @@
-// Pages that would end or hang the program, or take all of its memory.
+// Pages that try to crash or hang the program, or to exhaust its memory.
 
 #include "confinement/gtk/PageMemoryWatch.hpp"
 #include "tests/engine/PageViewTest.hpp"
@@ -26,7 +26,7 @@ const Hanging hangings[] = {
 
 class HostileScriptsTest : public PageViewTest {
 protected:
-    // Gives the view's page processes so much memory each.
+    // Sets the memory limit of each page process.
     void limitMemory(std::uint64_t megabytes)
     {
         PageMemoryWatch::attach(webkit_web_view_get_context(_view->engineView()), { megabytes << 20, megabytes << 20 });

@@ -63,7 +63,7 @@ const Hostile hostiles[] = {
 
 }
 
-// Whatever a book's style sheets say, the pages lie on their grid.
+// No style sheet of a book moves pages off their grid.
 class HostileStylesTest : public PageViewTest {
 protected:
     // Lays the page out with the reader's own scripts, in the dark theme.
@@ -84,7 +84,7 @@ protected:
         evaluate(scripts::layout(layout));
     }
     long long position() { return number(scripts::pageXOffset); }
-    // Where the body begins in the view, and the height of its columns.
+    // The position of the body in the view, and the height of its columns.
     std::string frame()
     {
         return evaluate("(() => { const box = document.body.getBoundingClientRect();"

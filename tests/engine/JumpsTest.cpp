@@ -23,7 +23,7 @@ protected:
         import(book.write(_home.path("book.epub")));
         open();
     }
-    // As if the person had pressed it.
+    // Simulates a press of the user.
     void pressLink(const std::string& id)
     {
         evaluate("document.getElementById('" + id + "').click()");
@@ -111,7 +111,7 @@ TEST_F(Jumps, APercentageIsGoneToExactly)
         settle();
         EXPECT_GE(shown(), percentage);
         EXPECT_EQ(number("window.pageXOffset") % number("innerWidth"), 0);
-        // No page before it has the percentage.
+        // The page before it has a lower percentage.
         turn(0);
         EXPECT_LT(shown(), percentage);
     }

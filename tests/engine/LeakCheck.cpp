@@ -1,5 +1,5 @@
-// GLib forgets its first table of names when it makes a larger one, which the engine's many names need. Nobody else can
-// tell the leak checker, for the library's own code leaves no trace of who asked for the memory.
+// GLib leaks its first table of quarks when it grows the table. A suppression by stack does not work, because GLib's
+// frames are missing from the stack, so the tables are marked here.
 
 #ifdef __SANITIZE_ADDRESS__
 
@@ -8,7 +8,7 @@
 #include <sanitizer/lsan_interface.h>
 #include <string_view>
 
-// GCC comes without the header of these.
+// GCC does not install the header of these functions.
 extern "C" int __sanitizer_get_ownership(const volatile void* memory);
 extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void* memory);
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t tableSize = 2048 * sizeof(char*);
 
-// Looks at the variables of GLib for what points to a table of that size.
+// Searches GLib's variables for a pointer to a table of that size.
 int ignoreTableOf(dl_phdr_info* library, std::size_t, void*)
 {
     if (std::string_view(library->dlpi_name).find("libglib-2.0") == std::string_view::npos)

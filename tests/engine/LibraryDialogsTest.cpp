@@ -12,10 +12,10 @@ namespace pagora::test {
 
 namespace {
 
-// The windows over the library's.
+// The dialogs over the library window.
 class LibraryDialogsTest : public LibraryWindowGtkTest { };
 
-// The toolkit's own dialog, which is shown where there is no portal; null while none is.
+// The toolkit's file dialog, which is used without a portal; null if none is open.
 GtkFileChooser* shownFileChooser()
 {
     GListModel* const windows = gtk_window_get_toplevels();
@@ -34,7 +34,7 @@ std::string folderOf(GtkFileChooser* panel)
     return path ? path : "";
 }
 
-// Whether the panel's filter lets a file of that name through.
+// Whether the panel's filter accepts a file of that name.
 bool isOffered(GtkFileChooser* panel, const char* name)
 {
     g_autoptr(GFileInfo) info = g_file_info_new();
@@ -76,7 +76,7 @@ TEST_F(LibraryDialogsTest, OpenPanelStartsInTheCurrentFolderAndTakesBooks)
         EXPECT_FALSE(isOffered(panel, "Sea.epub.zip"));
         g_autoptr(GFile) file = g_file_new_for_path(folder.path("Sea.EPUB").c_str());
         gtk_file_chooser_set_file(panel, file, nullptr);
-        // It is chosen once the folder has been read.
+        // The selection takes effect after the folder has been read.
         ASSERT_TRUE(waitUntil([&] {
             g_autoptr(GListModel) files = gtk_file_chooser_get_files(panel);
             return g_list_model_get_n_items(files) == 1;

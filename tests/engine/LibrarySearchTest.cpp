@@ -62,7 +62,7 @@ protected:
             titles.push_back(books.at(i)->title().value_or(""));
         return titles;
     }
-    // Whether these books come to be shown, in this order.
+    // Waits until these books are shown in this order.
     testing::AssertionResult comesToShow(const Titles& titles)
     {
         if (waitUntil([&] { return shown() == titles; }, 20))
@@ -282,7 +282,7 @@ TEST_F(LibrarySearchTest, ContinueReadingIsThereForABookThatWasRead)
     g_signal_emit_by_name(button.gobj(), "clicked");
     EXPECT_EQ(_timesContinued, 1);
     _bookToContinue = nullptr;
-    // The catalogue may be the same after a reset.
+    // The catalogue may be unchanged after a reset.
     refill();
     EXPECT_FALSE(button.get_visible());
 }

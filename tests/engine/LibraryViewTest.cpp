@@ -7,7 +7,7 @@ namespace pagora::test {
 
 namespace {
 
-// The key as a view gets it. Whether the view took it.
+// Sends a key to a view. Returns whether the view handled it.
 bool pressOn(Gtk::Widget& view, guint keyval, Gdk::ModifierType state = {})
 {
     gboolean taken = FALSE;
@@ -19,7 +19,7 @@ bool pressOn(Gtk::Widget& view, guint keyval, Gdk::ModifierType state = {})
     return taken;
 }
 
-// The right button is released at a point of the view.
+// Releases the right button at a point of the view.
 void rightClick(Gtk::Widget& view, double x, double y)
 {
     const auto controllers = view.observe_controllers();
@@ -30,7 +30,7 @@ void rightClick(Gtk::Widget& view, double x, double y)
     }
 }
 
-// The left button is pressed at a point of the view.
+// Presses the left button at a point of the view.
 void leftClick(Gtk::Widget& view, double x, double y)
 {
     const auto controllers = view.observe_controllers();

@@ -22,7 +22,7 @@ struct RecordingHandler : LibraryViewSurface::Handler {
     std::vector<int> clicks;
     std::vector<std::optional<std::size_t>> rightClicks;
 };
-// The cells of a view from the first, as far as there are any.
+// Collects the existing cells of a view in order.
 inline void collect(Gtk::Widget& widget, std::vector<BookCell*>& cells)
 {
     if (auto* const cell = dynamic_cast<BookCell*>(&widget))
@@ -51,7 +51,7 @@ protected:
     }
     ~LibraryView() override { _window.unset_child(); }
 
-    // The first cell once it has its cover; null when it never does.
+    // Waits for the cover of the first cell; null if it never comes.
     const BookCell* firstCellWithCover()
     {
         const auto hasCover = [&] {
@@ -61,7 +61,7 @@ protected:
         return waitUntil(hasCover) ? cellsOf(_surface.widget()).front() : nullptr;
     }
 
-    // What a press on Return, or a double click, asks of the view.
+    // Activates a book, as Return and a double click do.
     void activate(Gtk::Widget& view, guint position)
     {
         view.activate_action("list.activate-item", Glib::Variant<guint>::create(position));

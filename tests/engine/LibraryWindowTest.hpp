@@ -11,7 +11,7 @@
 
 namespace pagora::test {
 
-// The library window with three books, and what it asks the hub for.
+// The library window with three books. Records the calls of the hub.
 class LibraryWindowGtkTest : public ToolkitTest, public FakeLibraryHub {
 protected:
     LibraryWindowGtkTest()
@@ -38,7 +38,7 @@ protected:
     bool isShown(const char* name) { return _window.outlet<Gtk::Widget>(name)->get_visible(); }
     void click(const char* name) { g_signal_emit_by_name(_window.outlet<Gtk::Button>(name)->gobj(), "clicked"); }
 
-    // Whether the window's monitor swallows the key.
+    // Whether the window's event monitor handles the key.
     bool press(guint key, Gdk::ModifierType state)
     {
         gboolean swallowed = FALSE;
@@ -56,7 +56,7 @@ protected:
     LibraryWindowGtk _window { _toplevel, _runLoop };
     std::shared_ptr<std::vector<BookInfoPtr>> _bookList = makeBooks(3);
     std::unique_ptr<LibraryViews> _views;
-    // What the window and its views asked for.
+    // The calls of the window and its views.
     std::vector<std::string> _heard;
 };
 

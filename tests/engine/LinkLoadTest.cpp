@@ -3,7 +3,7 @@
 
 namespace pagora::test {
 
-// The loads and reports of links that a page follows.
+// Loads and reports of followed links.
 class LinkLoadTest : public PageViewTest { };
 
 TEST_F(LinkLoadTest, ALinkWithinTheBookIsALoadOfItsOwn)

@@ -38,7 +38,7 @@ std::string contents(const std::vector<std::string>& targets)
         + "</navMap></ncx>";
 }
 
-// A book of these chapters, by their references in the package document.
+// A book with these chapters, by their hrefs in the package document.
 EpubBuilder bookOf(const std::vector<std::string>& references, const std::string& contentsFile = "toc.ncx")
 {
     std::string items;
@@ -71,7 +71,7 @@ EpubBuilder pictures()
         .member("OEBPS/toc.ncx", contents({ "a.xhtml", "a.xhtml#p4", "a.xhtml#p9", "b.xhtml#picture", "b.xhtml#p11" }));
 }
 
-// Its second chapter is three columns long: a page and a half where a page has two.
+// The second chapter has three columns: one and a half pages of two columns.
 EpubBuilder longChapters()
 {
     const std::string column = "<p style=\"-webkit-column-break-before: always\">A column.</p>";
@@ -96,7 +96,7 @@ EpubBuilder names()
                 "my%20t%C3%A9xt/b%20c.xhtml#p12" }));
 }
 
-// The chapters lie beside the package document's folder, and the contents count from a folder of their own.
+// The chapters are outside of the package document's folder, and the NCX is in another folder.
 EpubBuilder otherFolders()
 {
     return bookOf({ "../text/a.xhtml", "../text/b.xhtml" }, "../navigation/first/toc.ncx")
@@ -107,7 +107,7 @@ EpubBuilder otherFolders()
                 { "../../text/a.xhtml", "../../text/a.xhtml#p15", "../../text/a.xhtml#p2", "../../text/b.xhtml#p19" }));
 }
 
-// The archive's names are taken apart into letters and accents, the package document's are not.
+// Names are in NFD in the archive and in NFC in the package document.
 EpubBuilder decomposedNames()
 {
     return bookOf({ "Ch\u00E2pitre.xhtml", "Fin\u00E9.xhtml" })

@@ -5,7 +5,7 @@
 
 namespace pagora::test {
 
-// Books that are awkward to read, each in one way. They are written on demand.
+// Books with one difficulty each, written on demand.
 std::vector<std::string> madeBookNames();
 // Writes the book of that name into the folder and returns the archive's path.
 std::string writeMadeBook(const std::string& name, const std::string& folder);

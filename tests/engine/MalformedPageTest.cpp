@@ -11,7 +11,7 @@ const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='10' heig
 
 }
 
-// Pages that are not well-formed XML and are read by the rules of HTML.
+// Pages that are not well-formed XML and are parsed as HTML.
 class MalformedPageTest : public PageViewTest { };
 
 TEST_F(MalformedPageTest, APageIsShownWhole)

@@ -12,7 +12,7 @@ namespace pagora::test {
 
 namespace {
 
-// Lets fontconfig know no font as long as it lives.
+// Hides all fonts from fontconfig during its lifetime.
 class NoFonts {
 public:
     NoFonts()

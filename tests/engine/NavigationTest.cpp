@@ -19,7 +19,7 @@ constexpr const char* packageDocument = R"(<?xml version="1.0"?>
 
 class Navigation : public ReadingTest {
 protected:
-    // A book with a navigation document in the place of its NCX.
+    // A book with a navigation document instead of an NCX.
     void read(const std::string& lists, bool isFixed = false)
     {
         EpubBuilder book;

@@ -1,4 +1,4 @@
-// Notes that are shown beside their references, in the real program.
+// Popovers of notes in the real program.
 
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"
@@ -12,7 +12,7 @@ namespace pagora::test {
 
 namespace {
 
-// The first widget of that kind below another one that `isWanted`.
+// The first descendant of that type for which `isWanted` is true.
 template <typename Kind, typename Predicate>
 Kind* below(Gtk::Widget& widget, Predicate isWanted)
 {

@@ -1,4 +1,4 @@
-// The measure of pages: each kind of fault is counted where it is, and nowhere else.
+// Each kind of fault of a page is counted at its place and nowhere else.
 
 #include "tests/page_check/PageCheck.hpp"
 
@@ -14,10 +14,10 @@ namespace {
 
 class PageFaultsTest : public PageViewTest {
 protected:
-    // One page as the book has it: nothing is mended.
+    // A page without the corrections of the page scripts.
     PageFaultsTest() { show(PageKind::Fixed); }
 
-    // The kinds of fault in a chapter of two columns, with their counts: "cut lines 2, unseen 1".
+    // The faults of a chapter in two columns, with their counts: "cut lines 2, unseen 1".
     std::string faults(const std::string& body, const std::string& styles = {})
     {
         loadDocument(body, "<style>" + styles + "</style>");
@@ -125,17 +125,17 @@ TEST_F(PageFaultsTest, WhatScrollsWithinItselfIsNotCut)
     EXPECT_EQ(faults("<div style='overflow:auto;white-space:nowrap'>" + std::string(60, 'm') + "</div>"), "");
 }
 
-// Every page of a book, in the view that tests have room for.
+// Checks every page of a book.
 class PagesOfAnyBook : public testing::TestWithParam<std::string> {
 protected:
     static bool isMade() { return GetParam().find('/') == std::string::npos; }
-    // Long lines and broken words are the book's. So may narrow runs be, where its own letters or titles are large; no
-    // made book has such.
+    // Long lines and broken words are not faults of the reader. Narrow runs in given books may be caused by the book's
+    // own large letters or titles.
     static bool isExplained(const std::string& kind)
     {
         return kind == "long lines" || kind == "broken words" || (!isMade() && kind == "narrow runs");
     }
-    // What else was counted: "cut lines 2 (where the first one is)".
+    // The other faults: "cut lines 2 (place of the first)".
     static std::string faults(const CheckedPages& checked)
     {
         std::string found;

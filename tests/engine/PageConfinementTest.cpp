@@ -4,10 +4,10 @@
 
 namespace pagora::test {
 
-// What a page of a book can reach. The canaries lie outside the book's folder.
+// What a page of a book can access. The canaries are outside the book's folder.
 class PageConfinementTest : public PageViewTest {
 protected:
-    // Whether a page with this body and head, loaded completely, has `script` say "reached".
+    // Whether `script` returns "reached" in a loaded page with this body and head.
     std::string outcome(const std::string& body, const std::string& head, const std::string& script)
     {
         loadCompletely(write("chapter.xhtml", document(body, head)));
@@ -29,7 +29,7 @@ TEST_F(PageConfinementTest, ABookHasItsOwnStylesImagesAndScripts)
     EXPECT_EQ(evaluate("document.querySelector('img').naturalWidth"), "77");
 }
 
-// A complaint of the engine ends the tests.
+// A critical message of the engine aborts the tests.
 TEST_F(PageConfinementTest, AFolderForBooksThatCannotBeMadeIsLeftOut)
 {
     const auto file = writeOutside("file", "x").path();

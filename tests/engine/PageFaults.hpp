@@ -9,8 +9,8 @@
 
 namespace pagora::test {
 
-// A script that says what is wrong with how a scaled page lies in its view; nothing when all four corners are inside,
-// it is in the middle, as large as it can be, and its proportion is right to 1 %.
+// A script that returns the faults of a scaled page's place in its view. Empty if all four corners are inside, the page
+// is centred and as large as possible, and its proportion is right to 1 %.
 inline constexpr const char* pageFaults = R"((function () {
     const box = document.documentElement.getBoundingClientRect();
     const own = rescaling.page;
@@ -32,14 +32,14 @@ inline constexpr const char* pageFaults = R"((function () {
     return faults.length ? faults.join() + ': ' + JSON.stringify(box) + ' in ' + innerWidth + ' x ' + innerHeight : '';
 })())";
 
-// A script that tells the size of the page's view as `sizeText` does.
+// A script that returns the size of the page's view in the format of `sizeText`.
 inline constexpr const char* innerSize = "innerWidth + 'x' + innerHeight";
 inline std::string sizeText(const Rect& frame)
 {
     return std::to_string(static_cast<int>(frame.width)) + "x" + std::to_string(static_cast<int>(frame.height));
 }
 
-// Whether the window has the size that it was given, but for what the toolkit draws around it.
+// Whether the window has the requested size, apart from its decoration.
 inline bool hasSize(GtkWidget* window, double width, double height)
 {
     constexpr double around = 60;

@@ -1,4 +1,4 @@
-// What the page scripts do so that text, titles and pictures fit the columns as a typesetter would fit them.
+// The page scripts that fit text, titles and pictures into the columns.
 
 #include "paging/PageScripts.hpp"
 #include "tests/engine/PageViewTest.hpp"
@@ -7,7 +7,7 @@ namespace pagora::test {
 
 class PageFitTest : public PageViewTest {
 protected:
-    // Lays the chapter out in so many columns and reads its length, which has everything fitted.
+    // Lays the chapter out in `columns` columns and reads its length, which completes the fitting.
     void fit(const std::string& body, int columns, const std::string& styles = {})
     {
         loadDocument(body, "<style>" + styles + "</style>");
@@ -240,7 +240,7 @@ TEST_F(PageFitTest, AFloatAtAColumnsEndLeavesTheNextColumnAlone)
     }
 }
 
-// 800 pixels are no whole number of the engine's units for three columns.
+// 800 pixels cannot be divided into three columns in whole layout units of the engine.
 TEST_F(PageFitTest, PagesOfALongChapterBeginAtTheMargin)
 {
     fit(paragraphs(3000), 3);

@@ -9,7 +9,7 @@ namespace pagora::test {
 
 namespace {
 
-// Shows a new picture whenever it is drawn, and knows how many of them are kept.
+// Draws a new texture in each frame, and counts the live ones.
 class ChangingPicture final : public Gtk::Widget {
 public:
     ChangingPicture()
@@ -17,7 +17,7 @@ public:
     {
     }
     int drawn = 0;
-    // Of all pictures that there ever were.
+    // The number of live textures of all instances.
     static inline int kept = 0;
 
 protected:
@@ -59,7 +59,7 @@ protected:
         return true;
     }
 
-    // One that is shown, one that is about to be.
+    // Room for the shown texture and the next one.
     static constexpr int few = 4;
     ChangingPicture picture;
     std::unique_ptr<PageFrame> frame;

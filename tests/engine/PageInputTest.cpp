@@ -8,7 +8,7 @@
 
 namespace pagora::test {
 
-// Whatever the user or the page does, the page that the reader chose stays.
+// No input and no script moves the page from the position set by the reader.
 class PageInputTest : public PageViewTest {
 protected:
     void openThirdPage(const std::string& extra = {}, const std::string& head = {})
@@ -21,7 +21,7 @@ protected:
     void expectThirdPage()
     {
         settle();
-        // Where the text is each time it is drawn; asking for the position would put it back.
+        // Records the position of the text in each frame. Reading the scroll position would reset it.
         evaluate("var seen = []; function look() { const box = document.body.getBoundingClientRect();"
                  "seen.push(Math.round(box.left) + ' ' + Math.round(box.top));"
                  "if (seen.length < 3) requestAnimationFrame(look); } requestAnimationFrame(look); 0");
@@ -50,20 +50,20 @@ protected:
             static_cast<GdkModifierType>(0), &swallowed);
         return swallowed;
     }
-    // Presses the middle of an element with the pointer of the display.
+    // Clicks the middle of an element with the real pointer.
     void press(const std::string& id)
     {
-        // The window is where the display begins, and alone.
+        // The only window, at the origin of the display.
         const auto middle = evaluate("var box = document.getElementById('" + id
             + "').getBoundingClientRect(); Math.round(box.left + box.width / 2) + ' ' + Math.round(box.top + "
               "box.height / 2)");
         ASSERT_EQ(std::system(("xdotool mousemove " + middle + " click 1").c_str()), 0);
     }
-    // Two fingers on a touchpad that move the view by these points, in ten steps, and leave it at this speed.
+    // A two-finger scroll on a touchpad by these distances, in ten steps, with this final velocity.
     void scroll(double x, double y, double speedX, double speedY)
     {
         auto* const scrolling = controller<GtkEventController>(GTK_TYPE_EVENT_CONTROLLER_SCROLL);
-        // Of a mouse wheel's steps, without an event that would tell.
+        // Without a current event, the unit of the signal is wheel steps.
         constexpr double pointsPerStep = 15;
         g_signal_emit_by_name(scrolling, "scroll-begin");
         gboolean swallowed = FALSE;
@@ -72,7 +72,7 @@ protected:
         g_signal_emit_by_name(scrolling, "scroll-end");
         g_signal_emit_by_name(scrolling, "decelerate", speedX / pointsPerStep, speedY / pointsPerStep);
     }
-    // One finger on a touchscreen, there on a straight line.
+    // A drag of one finger on a touchscreen.
     void drag(double x, double y)
     {
         auto* const dragging = controller<GtkEventController>(GTK_TYPE_GESTURE_DRAG);

@@ -9,7 +9,7 @@ namespace pagora::test {
 
 class PageLayoutTest : public PageViewTest {
 protected:
-    // Scrolls to page `index` and says which ids have their first letter within the view.
+    // Scrolls to page `index` and returns the ids whose first letter is visible.
     bool isOnPage(const std::string& id, long long index)
     {
         evaluate("window.scrollTo(" + std::to_string(index * width) + ", 0);");
@@ -21,7 +21,7 @@ protected:
                      "return box.left >= -1 && box.right <= innerWidth + 1; })()")
             == "true";
     }
-    // The page on which the reader's arithmetic looks for the element.
+    // The page of the element according to the reader's arithmetic.
     long long pageOf(const std::string& id, int columns)
     {
         const long long columnWidth = static_cast<long long>(double(width) / columns - 40 * columns);

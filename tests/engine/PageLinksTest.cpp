@@ -1,4 +1,4 @@
-// Links in a page that lead to nothing that can be shown.
+// Links to targets that cannot be shown.
 
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t limit = 32 << 20;
 
-// A process with the name of the engine's that holds twice the limit until it is ended. Returns when it does.
+// Starts a process with the name of a page process that uses twice the memory limit. Returns once it is allocated.
 pid_t startPageProcess()
 {
     int ready[2];
@@ -42,7 +42,7 @@ pid_t startPageProcess()
 TEST(PageMemoryWatch, InAFlatpakEndsProcessesThatAreNotBelowTheProgram)
 {
     inForkedProcess([] {
-        // A table of processes without those of others, as a Flatpak has.
+        // A process namespace without other processes, as in a Flatpak.
         ASSERT_TRUE(
             unshare(CLONE_NEWPID | CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWPID | CLONE_NEWNS) == 0);
         inForkedProcess([] {
@@ -51,7 +51,7 @@ TEST(PageMemoryWatch, InAFlatpakEndsProcessesThatAreNotBelowTheProgram)
             const pid_t process = startPageProcess();
             ASSERT_GT(process, 0);
             inForkedProcess([] { PageMemoryWatch({ limit, limit }, Surroundings::Flatpak).look(); });
-            // Ends it if the watch did not.
+            // Kills the process if the watch did not.
             kill(process, SIGTERM);
             int status = 0;
             ASSERT_EQ(waitpid(process, &status, 0), process);

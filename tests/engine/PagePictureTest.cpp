@@ -1,4 +1,4 @@
-// The picture that was pressed, as large as the view, and pictures on a dark page.
+// The enlarged view of a pressed picture, and pictures in dark themes.
 
 #include "tests/engine/PageViewTest.hpp"
 #include "tests/support/EpubBuilder.hpp"
@@ -50,7 +50,7 @@ protected:
         g_object_unref(taken);
         return pixels.at(static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x)) & 0xFFFFFFU;
     }
-    // What the reader's arithmetic reads of the page.
+    // The measures of the page that the reader's arithmetic uses.
     std::string layoutOfPage()
     {
         return evaluate("[document.body.scrollWidth, window.pageXOffset, document.body.innerHTML.length,"

@@ -9,7 +9,7 @@ constexpr auto longWords = "Considerations concerning representative responsibil
 constexpr auto germanWords = "Lebensmittelverarbeitung und Wirtschaftswissenschaften, Nachrichtensprecher, "
                              "Rechtsschutzversicherung, Sehenswürdigkeiten und Geschwindigkeitsbegrenzung.";
 
-// How text is set where the book does not say.
+// Default typography of text without styles of the book.
 class PageTypeTest : public PageViewTest {
 protected:
     // Loads an element with this text in a narrow column, in a document with these attributes.
@@ -21,7 +21,7 @@ protected:
                 attributes));
         load(url);
     }
-    // How many words of the element are broken, each in two lines.
+    // The number of hyphenated words of the element.
     long long brokenWords()
     {
         return number("(() => { const walker = document.createTreeWalker(document.getElementById('t'), 4);"
@@ -96,7 +96,7 @@ TEST_F(PageTypeTest, NoMoreThanThreeLinesInARowEndInAHyphen)
     for (int i = 0; i < 60; ++i)
         words += "incomprehensibilities ";
     loadNarrow("p", words);
-    // The longest row of lines with a word that goes on in the next.
+    // The maximum number of consecutive hyphenated lines.
     EXPECT_EQ(number("(() => { const node = document.getElementById('t').firstChild; const broken = new Map();"
                      "for (const word of node.data.matchAll(/\\w+/g)) {"
                      "const range = document.createRange(); range.setStart(node, word.index);"
@@ -114,7 +114,7 @@ TEST_F(PageTypeTest, LinesAreNoLongerThanABooksInAnyNumberOfColumns)
     for (const int columns : { 1, 2, 3, 1 }) {
         layOut(columns);
         EXPECT_LE(number("document.getElementById('p1').getClientRects()[0].width"), 480) << columns;
-        // The columns lie as far apart as their margins together, so that each page is one view.
+        // The gap of the columns equals both margins, so that each page is as wide as the view.
         EXPECT_EQ(number("parseFloat(getComputedStyle(document.body).columnGap)"),
             2 * number("parseFloat(getComputedStyle(document.body).paddingLeft)"));
         EXPECT_GE(number("parseFloat(getComputedStyle(document.body).paddingLeft)"), 20) << columns;

@@ -142,7 +142,7 @@ std::string PageViewTest::paragraphs(int count)
 std::uint64_t PageViewTest::load(const Url& url)
 {
     _view->loadRequest(url);
-    // A slow machine may need a second start of the engine, which is a load of its own.
+    // On a slow machine the engine may be restarted, which adds a load.
     EXPECT_TRUE(waitUntil([&] { return _delegate.documentIsThere(_view->currentLoad()); })) << url.text();
     return _view->currentLoad();
 }

@@ -13,7 +13,7 @@
 
 namespace pagora::test {
 
-// Writes down what it hears.
+// Records its calls.
 class RecordingDelegate : public WebViewDelegate {
 public:
     struct Report {
@@ -41,7 +41,7 @@ public:
 
     void webProcessDidTerminate() override { ++terminations; }
 
-    // How many reports of a load were of that kind.
+    // The number of reports of that kind for a load.
     int count(Report::Kind kind, std::uint64_t load) const;
     bool documentIsThere(std::uint64_t load) const;
 
@@ -72,9 +72,9 @@ protected:
 
     // Replaces the page view by one of another kind, or with other options.
     void show(PageKind kind, double scriptTimeout = 60);
-    // The same with one that gives a script up as soon as this machine allows: several times what a plain page takes.
+    // The same with a short script timeout: several times the load time of a plain page on this machine.
     void showWithShortTimeout(PageKind kind);
-    // Puts the view into the window instead of the one that is there.
+    // Replaces the view in the window.
     void embed(std::unique_ptr<PageView> view);
 
     // Runs the main loop until the condition holds; false when it never does.
@@ -82,7 +82,7 @@ protected:
     // The script's result.
     std::string evaluate(const std::string& script);
     long long number(const std::string& script) { return std::atoll(evaluate(script).c_str()); }
-    // Waits until the page has been drawn twice, so that the engine has done what it does by itself.
+    // Waits for two frames of the page, so that pending work of the engine is done.
     void settle();
 
     // Writes a file of the book and gives its URL.
@@ -104,7 +104,7 @@ protected:
 
     TemporaryFolder _folder;
     std::string _book;
-    // Of the views that are shown from now on.
+    // Applies to views shown later.
     Confinement _confinement = Confinement::Full;
     RecordingDelegate _delegate;
     std::unique_ptr<PageEngine> _engine;

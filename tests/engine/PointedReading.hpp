@@ -9,7 +9,7 @@
 
 namespace pagora::test {
 
-// Reads books with the pointer and the keyboard of an X11 display. The window is where the display begins, and alone.
+// Reads books with the pointer and the keyboard of an X11 display. The window is the only one, at the display's origin.
 class PointedReading : public ReadingTest {
 protected:
     // A point of the page, in pixels of the display.
@@ -32,7 +32,7 @@ protected:
     {
         xdotool("mousemove " + onDisplay(x, y) + " click " + std::to_string(button));
     }
-    // Where an element begins and ends, and the middle of its height.
+    // The left and right edge of an element, and its vertical middle.
     struct Line {
         double left = 0;
         double right = 0;

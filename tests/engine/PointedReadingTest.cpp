@@ -1,4 +1,4 @@
-// What the pointer and the keyboard of the display do to a page.
+// Real pointer and keyboard input in a page.
 
 #include "tests/engine/PointedReading.hpp"
 
@@ -23,7 +23,7 @@ protected:
         open();
         webView().makeFirstResponder();
     }
-    // The popover of notes and its text, found below the widget that holds the page.
+    // The popover of a note and its text, found in the parent widget of the page.
     Gtk::Popover* note()
     {
         auto& place = window().parts().widget<Gtk::Widget>("pagePlace");
@@ -88,7 +88,7 @@ TEST_F(PointedReadingTest, ShiftAndEnterOnAReferenceShowItsNote)
     read(chapterOf(10, reference, itsNote, names));
     evaluate("document.getElementById('mark').focus(); 0");
     const auto before = place();
-    // Without a window manager the display's keys go to the window below the pointer.
+    // Without a window manager, keys are sent to the window below the pointer.
     const auto line = lineOf("p5");
     xdotool("mousemove " + onDisplay(line.left + 5, line.middle) + " key --clearmodifiers shift+Return");
     ASSERT_TRUE(waitForNote());
@@ -96,7 +96,7 @@ TEST_F(PointedReadingTest, ShiftAndEnterOnAReferenceShowItsNote)
     EXPECT_EQ(place(), before);
 }
 
-// The engine reads such a page as HTML, where names with a colon have no namespace.
+// The engine parses such a page as HTML, in which names with a colon have no namespace.
 TEST_F(PointedReadingTest, AReferenceInAPageThatIsNotWellFormedShowsItsNote)
 {
     read(chapterOf(10, std::string("<p>open <b>without an end") + reference, itsNote, names));

@@ -9,7 +9,7 @@ TEST_F(ReaderFullScreenTest, TitleBarOfFullScreenTakesAtMostAFifthOfASecond)
 {
     makeEpubWindow();
     EXPECT_LE(widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
-    // One page is in one window.
+    // Each window needs a page of its own.
     epub.reset();
     FixedWindowGtk fixed(toplevel, makePage());
     EXPECT_LE(fixed.parts().widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);

@@ -165,7 +165,7 @@ TEST_F(ReaderWindowTest, WhatHasTheKeyboardStaysMarked)
     epub->window().makeKeyAndOrderFront();
     ASSERT_TRUE(waitUntil([&] { return window().get_mapped(); }));
     window().set_focus_visible(true);
-    // As the toolkit does after a while.
+    // The toolkit does this after a few seconds.
     window().set_focus_visible(false);
     EXPECT_TRUE(waitUntil([&] { return window().get_focus_visible(); }));
 }
@@ -250,7 +250,7 @@ TEST_F(ReaderWindowTest, TheSignIsDrawnOnce)
     auto& sign = widget<Gtk::Widget>("loadingSign");
     epub->setLoading(true);
     ASSERT_TRUE(waitUntil([&] { return sign.get_mapped(); }));
-    // Frames follow each other at once while something moves. A caret that blinks is drawn twice a second at most.
+    // An animation draws frames continuously; a blinking caret at most twice a second.
     constexpr int enough = 5;
     int ticks = 0;
     int quietTicks = 0;

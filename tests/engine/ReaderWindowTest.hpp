@@ -24,7 +24,7 @@
 
 namespace pagora::test {
 
-// A reader window over a page that a test answers for; its actions are noted.
+// A reader window with a fake page. Records the window's actions.
 class ReaderWindowTest : public ToolkitTest {
 protected:
     ReaderPage makePage()
@@ -35,7 +35,7 @@ protected:
         return { std::move(view), &area, [this](std::function<void(double)> handler) { flick = handler; } };
     }
 
-    // A window whose actions are noted in `done`.
+    // A window whose actions are recorded in `done`.
     void makeEpubWindow()
     {
         epub = std::make_unique<EpubWindowGtk>(toplevel, makePage());
@@ -72,14 +72,14 @@ protected:
         return epub->parts().widget<Widget>(name);
     }
 
-    // In the window, which comes to the front for it.
+    // Sends the key after ordering the window front.
     bool press(guint keyval, GdkModifierType state = GdkModifierType(0))
     {
         epub->window().orderFront();
         return ToolkitTest::press(window().gobj(), keyval, state);
     }
 
-    // The pointer comes over a widget.
+    // Moves the pointer onto a widget.
     static void enter(Gtk::Widget& widget)
     {
         const auto controllers = widget.observe_controllers();
@@ -88,7 +88,7 @@ protected:
                 g_signal_emit_by_name(motion->gobj(), "enter", 1.0, 1.0);
         }
     }
-    // The pointer moves within a widget.
+    // Moves the pointer within a widget.
     static void moveTo(Gtk::Widget& widget, double y)
     {
         const auto controllers = widget.observe_controllers();

@@ -20,7 +20,7 @@ protected:
         ASSERT_EQ(bookCount(), 1u);
         open();
     }
-    // Opens the book and watches the page from the first frame on.
+    // Opens the book and records the page from its first frame.
     std::unique_ptr<FramesSeen> openWatched(int theme)
     {
         import(writeMadeBook("LongChapters", _home.path()));
@@ -31,7 +31,7 @@ protected:
         untilDrawn(*frames);
         return frames;
     }
-    // Waits until what is laid out is on screen.
+    // Waits until the current layout is drawn.
     void untilDrawn(FramesSeen& frames)
     {
         evaluate("var drawn = false; requestAnimationFrame(() => requestAnimationFrame(() => "
@@ -46,7 +46,7 @@ protected:
         window().parts().widget<Gtk::ToggleButton>(button).set_active(true);
         settle();
     }
-    // A whole number of pages from the start of the strip, or its very end.
+    // Whether the offset is a whole number of pages, or the end of the strip.
     bool isOnGrid()
     {
         const auto offset = number("window.pageXOffset");
@@ -60,7 +60,7 @@ protected:
                                 << reader().pageWidth();
         EXPECT_EQ(number("Math.round(document.body.getBoundingClientRect().top)"), 0) << when;
     }
-    // Waits until the page has another size.
+    // Waits for a change of the page's size.
     void resizeTo(int width, int height)
     {
         const auto before = webView().frame();
@@ -71,7 +71,7 @@ protected:
     std::string visibleEdge() { return evaluate("Math.round(document.body.getBoundingClientRect().right)"); }
 };
 
-// Long books, made and given.
+// Long books, made by the tests or from PAGORA_CORPUS.
 class ReadingDisplayOf : public ReadingDisplay, public testing::WithParamInterface<std::string> {
 protected:
     void readIt()

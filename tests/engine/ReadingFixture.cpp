@@ -128,7 +128,8 @@ void ReadingTest::settle()
         return state().reading._epubWindowController && !reader().bookSplits().empty() && reader().isSettled()
             && !pageIsLoading();
     };
-    // What is under way may begin something else; a page that has answered afterwards has told all that it had to tell.
+    // Pending work may start more work. When the page has then answered a script, all its earlier messages have
+    // arrived.
     for (int round = 0; round < 2; ++round) {
         ASSERT_TRUE(waitUntil(isSettled));
         evaluate("0");

@@ -21,7 +21,7 @@
 
 namespace pagora::test {
 
-// Makes the real reader windows, and keeps hold of the last one.
+// Makes the real reader windows, and keeps a pointer to the last one.
 class KeptReaderWindows : public ReaderWindowFactory {
 public:
     KeptReaderWindows(std::string temporaryFolder, Toplevel& toplevel, RunLoop& runLoop)
@@ -38,7 +38,7 @@ private:
     ReaderWindowFactoryGtk _windows;
 };
 
-// The program as the desktop runs it, over a home folder. Only what the desktop does for it is remembered, not done.
+// The whole program with a home folder. Requests to the desktop are recorded and not performed.
 struct RunningProgram {
     explicit RunningProgram(const TemporaryFolder& home);
     ~RunningProgram();
@@ -58,25 +58,25 @@ protected:
     ReadingTest();
     ~ReadingTest() override;
 
-    // Ends the program, which closes what is read, and starts it again over the same home.
+    // Ends the program, which closes the open book, and starts it again with the same home.
     void restart();
     LibraryState& state() { return _program->controller.state(); }
-    // Imports an archive and waits for the end of it.
+    // Imports an archive and waits until the import has ended.
     void import(const std::string& archive);
     BookInfoPtr book(std::size_t index = 0) { return state().catalogue.bookList()->at(index); }
     std::size_t bookCount() { return state().catalogue.bookList()->size(); }
-    // Opens a book of the library and waits until it can be read.
+    // Opens a book of the library and waits until its page is shown.
     void open(std::size_t index = 0);
     void close() { _program->controller._closeEPUB(); }
 
     EpubController& reader() { return *state().reading._epubWindowController->_epubController(); }
     EpubWindowGtk& window() { return *_program->readerWindows.last; }
-    // Waits until nothing is under way: no turn, no load, no picture.
+    // Waits until no page turn, load or picture is pending.
     void settle();
     FixedEpubController& fixedReader() { return *state().reading._fixedWindowController->_fixedController(); }
     // Waits until a page of a fixed-layout book is shown.
     void settleFixed();
-    // The page of the book that is read, of either kind.
+    // The page view of the open book, of either kind.
     WebView& webView();
     WebKitWebView* engineView() const;
     void turn(int tag);
@@ -87,7 +87,7 @@ protected:
     std::string evaluate(const std::string& script);
     long long number(const std::string& script) { return std::atoll(evaluate(script).c_str()); }
 
-    // What is shown: the chapter, the offset and the first words.
+    // The shown chapter, offset and first words.
     struct Place {
         std::uint64_t chapter = 0;
         long long offset = 0;
@@ -108,10 +108,10 @@ private:
     bool pageIsLoading() const;
 };
 
-// The archives of the folder that PAGORA_CORPUS names; none without it.
+// The archives in the folder PAGORA_CORPUS; none if it is not set.
 std::vector<std::string> corpusBooks();
 
-// Writes a test's name for a book or an archive.
+// The name of a test for a book or an archive.
 std::string readingTestName(const std::string& book);
 
 }

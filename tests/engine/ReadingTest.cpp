@@ -14,7 +14,7 @@ namespace pagora::test {
 
 namespace {
 
-// Every book, made or given.
+// Every book, made by the tests or from PAGORA_CORPUS.
 class ReadingAnyBook : public ReadingTest, public testing::WithParamInterface<std::string> {
 protected:
     std::string archive() const
@@ -27,7 +27,7 @@ protected:
         const auto members = Archive::open(path)->filePaths();
         return std::find(members.begin(), members.end(), "META-INF/encryption.xml") != members.end();
     }
-    // Imports the book and opens it, unless it is refused.
+    // Imports the book and opens it if it was not rejected.
     bool read()
     {
         import(archive());
@@ -48,12 +48,12 @@ protected:
         }
     }
 
-    // How many pages each chapter has, in the order in which turns that way come to them.
+    // The number of pages of each chapter, in the order of turning in that direction.
     using PageCounts = std::map<std::uint64_t, int>;
     PageCounts turnToTheEnd(int tag);
 };
 
-// Every book that is short enough to be turned page by page.
+// Books that are short enough to turn all pages.
 class TurningAnyBook : public ReadingAnyBook { };
 
 ReadingAnyBook::PageCounts ReadingAnyBook::turnToTheEnd(int tag)
@@ -69,7 +69,7 @@ ReadingAnyBook::PageCounts ReadingAnyBook::turnToTheEnd(int tag)
         turn(tag);
         const auto there = std::pair(reader().activeSplitIndex(), number("window.pageXOffset"));
         if (there == here) {
-            // The turn finds out that the chapter is missing; the next one passes it over.
+            // This turn detects that the chapter is missing; the next one skips it.
             EXPECT_TRUE(lacksAChapter() && ++refused == 1) << "chapter " << here.first << " at " << here.second;
             if (refused != 1)
                 return pages;
@@ -98,7 +98,7 @@ constexpr auto visibility = R"((function (id) {
     const nodes = document.createTreeWalker(document.body, NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT);
     nodes.currentNode = target;
     let boxes = boxesOf(target);
-    // An empty element that takes room of its own is seen itself, also when what follows is on the next page.
+    // An empty element with a size is visible itself, also if the following text is on the next page.
     if (!boxes.length && !target.hasChildNodes())
         boxes = [...target.getClientRects()].filter(isSeen);
     while (!boxes.length && nodes.nextNode())
@@ -145,7 +145,7 @@ TEST_P(ReadingAnyBook, ContentsEntriesShowTheirTargets)
         return;
     const auto entries
         = tableOfContentFrom(withTargetsFound(book()->content().value_or(Value::Array {}), *book()->bookPath()));
-    // Of a long list, a sample.
+    // Of a long list only a sample.
     constexpr std::size_t enough = 60;
     for (std::size_t i = 0; i < entries.size(); i += 1 + entries.size() / enough) {
         const auto& entry = entries[i];

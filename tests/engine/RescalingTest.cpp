@@ -1,4 +1,4 @@
-// The scripts that scale a page that comes with its layout, in the real engine.
+// The scripts that scale fixed-layout pages, in the real engine.
 
 #include "base/Resource.hpp"
 #include "tests/engine/PageFaults.hpp"
@@ -33,13 +33,13 @@ protected:
     {
         showPage(write("page.xhtml", document(body, head, attributes)));
     }
-    // Loads a file with this content, of the type that the name says.
+    // Loads a file with this content. Its type follows from the name.
     void showFile(const std::string& name, const std::string& content) { showPage(write(name, content)); }
 
     double real(const std::string& script) { return std::atof(evaluate(script).c_str()); }
     std::string ownSize() { return evaluate("getWidth() + ' x ' + getHeight()"); }
 
-    // Whether the page has this size of its own and lies in the view as it should.
+    // Whether the page has this size and is placed correctly in the view.
     void expectPage(int pageWidth, int pageHeight)
     {
         EXPECT_EQ(ownSize(), std::to_string(pageWidth) + " x " + std::to_string(pageHeight));
@@ -187,7 +187,7 @@ TEST_F(RescalingTest, AnotherSizeOfTheViewScalesThePageAgainBeforeItIsDrawn)
         resizeTo(newWidth, newHeight);
         expectPage(600, 800);
     }
-    // The drawing of a size comes after its event.
+    // A new size is drawn after its event.
     evaluate("var unfitted = 0; (function look() { const box = document.documentElement.getBoundingClientRect();"
              "if (Math.abs(box.height - Math.min(innerHeight, innerWidth * 4 / 3)) > 0.5) ++unfitted;"
              "requestAnimationFrame(look); })();");

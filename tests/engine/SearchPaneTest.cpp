@@ -1,4 +1,4 @@
-// The search and the way back in a reader window.
+// Search and history in a reader window.
 
 #include "panels/gtk/SearchResultRow.hpp"
 #include "tests/engine/ReaderWindowTest.hpp"
@@ -27,7 +27,7 @@ protected:
     void type(const std::string& text) { epub->searchField().setStringValue(text); }
 };
 
-// The texts of the results below a widget, in order.
+// The texts of the results in a widget, in order.
 void addTexts(Gtk::Widget& widget, std::vector<std::string>& texts)
 {
     if (const auto* const row = dynamic_cast<SearchResultRow*>(&widget))

@@ -1,4 +1,4 @@
-// What can be done with selected text, in the real program, with the pointer of the display.
+// The actions for selected text, in the real program with the real pointer.
 
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/PointedReading.hpp"
@@ -26,7 +26,7 @@ protected:
         webView().makeFirstResponder();
     }
 
-    // The bar is found by its style class, below the widget that holds the page.
+    // The bar, found by its style class in the parent widget of the page.
     Gtk::Widget& bar() { return *childOfClass("selection-bar"); }
     Gtk::Widget* childOfClass(const char* name)
     {
@@ -54,7 +54,7 @@ protected:
         throw std::runtime_error("no button " + label);
     }
 
-    // Selects from the beginning of an element to its end with the pointer, as a person does.
+    // Selects an element from its start to its end with the pointer.
     void dragOver(const std::string& id)
     {
         const auto [left, right, middle] = lineOf(id);
@@ -66,7 +66,7 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return !evaluate("String(getSelection())").empty(); }, 30));
         xdotool("mouseup 1");
     }
-    // The key as the window gets it.
+    // Sends a key to the window.
     bool pressKey(guint key, GdkModifierType state = GdkModifierType(0))
     {
         return ToolkitTest::press(window().parts().window.window().gobj(), key, state);
@@ -240,7 +240,7 @@ TEST_F(SelectionBarTest, GoesWhenTheTextChangesItsSize)
     EXPECT_TRUE(waitForNoBar());
 }
 
-// A page that changes its selection at every moment is heard ten times a second at most, with a text that is cut.
+// A page that changes its selection continuously is reported at most ten times a second, with a truncated text.
 TEST_F(SelectionBarTest, IsNotFloodedByThePage)
 {
     read(std::string(sentence)
@@ -258,13 +258,13 @@ TEST_F(SelectionBarTest, IsNotFloodedByThePage)
     const auto start = g_get_monotonic_time();
     evaluate("window.postMessage('begin', '*'); 0");
     ASSERT_TRUE(waitUntil([&] { return reports >= 8; }, 60));
-    // One may have been on its way.
+    // One report may have been pending.
     EXPECT_LE(reports - 2, (g_get_monotonic_time() - start) / 100'000);
     EXPECT_LE(maxLength, 300U);
     reader().setSelectionHandler({});
 }
 
-// The page's own scripts see no more than without the bar.
+// The bar adds nothing that the page's own scripts can see.
 TEST_F(SelectionBarTest, IsNotNoticedByThePage)
 {
     read(sentence,

@@ -8,7 +8,7 @@
 
 namespace pagora::test {
 
-// A server on this machine that takes connections and never says a word.
+// A local server that accepts connections and never answers.
 class SilentServer {
 public:
     SilentServer()

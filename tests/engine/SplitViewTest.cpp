@@ -25,7 +25,7 @@ protected:
         waitUntil([this] { return page.get_width() > 0; });
     }
 
-    // Waits until the panes are on screen with these widths.
+    // Waits until the panes have these widths.
     bool areShown(int contentsWidth, int pageWidth)
     {
         return waitUntil([&] { return contents.get_width() == contentsWidth && page.get_width() == pageWidth; });
@@ -83,7 +83,7 @@ TEST_F(SplitViewTest, NewSizeIsSharedByTheDelegate)
     const int before = layouts;
     box.set_size_request(600, 400);
     box.queue_resize();
-    // 400 is more than half of what is left: it shrinks with the window.
+    // 400 is more than half of the new width, so the pane shrinks with the window.
     EXPECT_TRUE(areShown(240, 359));
     EXPECT_GT(layouts, before);
 }

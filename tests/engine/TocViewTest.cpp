@@ -31,7 +31,7 @@ protected:
         window.present();
     }
 
-    // `withoutText` is the index of an entry that gets no link.
+    // `withoutText` is the index of an entry without a link.
     void load(int count, int withoutText = -1)
     {
         std::vector<ContentsEntry> entries;
@@ -65,7 +65,7 @@ protected:
         }
     }
 
-    // A key as the list gets it. Whether it took the key.
+    // Sends a key to the list. Returns whether the list handled it.
     bool type(guint keyval)
     {
         gboolean taken = FALSE;
@@ -78,7 +78,7 @@ protected:
         }
         return taken;
     }
-    // Opens what has the keyboard focus and says what that was.
+    // Activates the focused row and returns its title.
     std::string openedByEnter()
     {
         const auto before = chapters.urls.size();
@@ -198,7 +198,7 @@ TEST_F(TocViewTest, ActiveLinkIsBroughtTowardTheMiddle)
     load(50);
     ASSERT_TRUE(isLaidOut());
     pane.updateTOClinkWithKey("25", 300);
-    // Its lower edge is at 480 from the bottom, half the height below it is the bottom of what is seen.
+    // Its lower edge is at 480 from the bottom; the bottom of the visible part is half the height below it.
     EXPECT_EQ(scrolled(), 1000 - (480 - 150) - 300);
 }
 
@@ -269,7 +269,7 @@ TEST_F(TocViewTest, TheKeyboardComesInAtTheChapterThatIsRead)
     load(5000);
     ASSERT_TRUE(isLaidOut());
     pane.updateTOClinkWithKey("4000", 300);
-    // Until a row has it, and not the list as a whole.
+    // Waits until a row has the focus, not the list.
     const auto rowHasFocus = [&] { return window.get_focus() && window.get_focus()->get_parent() == &list; };
     ASSERT_TRUE(waitUntil([&] { return list.grab_focus() && rowHasFocus(); }));
     settle();

@@ -12,7 +12,7 @@
 
 namespace pagora::test {
 
-// A test of what the toolkit draws.
+// Base class of tests with widgets.
 class ToolkitTest : public testing::Test {
 protected:
     // Runs the main loop until the condition holds; false when it never does.
@@ -32,13 +32,13 @@ protected:
         return condition();
     }
 
-    // Serves everything that the main loop has to do now.
+    // Handles all pending events of the main loop.
     static void settle()
     {
         while (g_main_context_iteration(nullptr, FALSE)) { }
     }
 
-    // The key as the window, or a panel, gets it before the focus does. Whether it took the key.
+    // Sends a key to the window or a panel in the capture phase. Returns whether it was handled.
     static bool press(gpointer window, guint keyval, GdkModifierType state = GdkModifierType(0))
     {
         gboolean taken = FALSE;

@@ -1,4 +1,4 @@
-// The windows that share the one window that the program has on the desktop.
+// The windows that share the program's one window on the desktop.
 
 #include "desktop/gtk/SharedWindow.hpp"
 #include "tests/engine/ToolkitTest.hpp"
@@ -17,7 +17,7 @@ namespace {
 
 class ToplevelTest : public ToolkitTest {
 protected:
-    // A window with a field to write in, and what it was told.
+    // A window with a text field. Records its calls.
     struct Shared {
         explicit Shared(Toplevel& toplevel, const std::string& title)
             : window(toplevel, content)
@@ -34,7 +34,8 @@ protected:
     };
 
     Gtk::Window& desktopWindow() { return toplevel.window(); }
-    // As when the desktop reports that full screen was entered or left. Without a window manager it never is entered.
+    // Simulates the desktop's report that full screen was entered or left. Without a window manager it is never
+    // entered.
     void reportFullScreen() { g_object_notify(G_OBJECT(desktopWindow().gobj()), "fullscreened"); }
     bool isShown(const Shared& shared) { return shared.content.get_mapped(); }
     int surfaceWidth() { return gdk_surface_get_width(gtk_native_get_surface(GTK_NATIVE(desktopWindow().gobj()))); }
@@ -226,7 +227,7 @@ TEST_F(ToplevelTest, WindowTakesTheLastOfItsFrames)
     reader.window.setFrame({ 0, 0, 400, 300 });
     reader.window.makeKeyAndOrderFront();
     ASSERT_TRUE(waitUntilLaidOut(reader));
-    // Each is asked for before the one before it has come.
+    // Each change is requested before the previous one has taken effect.
     for (int round = 0; round < 5; ++round) {
         for (const int width : { 600, 450, 700, 500 }) {
             reader.window.setFrame({ 0, 0, double(width), 300 });
@@ -289,7 +290,7 @@ TEST_F(ToplevelTest, FrameOfTheWindowInFrontFollowsTheDesktop)
 
 TEST_F(ToplevelTest, WindowIsLaidOutOnceItsContentHasItsSize)
 {
-    // With the first window the toolkit loads what it draws with, which may take longer than a layout is waited for.
+    // The toolkit loads its renderer with the first window, which may take longer than the timeout for a layout.
     library.window.orderFront();
     ASSERT_TRUE(waitUntil([&] { return library.content.get_width() > 0; }));
     reader.window.setFrame({ 0, 0, 640, 480 });

@@ -1,5 +1,5 @@
-// Pages where the engine's processes are not shut in: the reader's scripts run, the book's do not, however they come
-// in.
+// Pages without confinement of the engine's processes: the reader's scripts run, those of the book do not, by any
+// method.
 
 #include "tests/engine/PageViewTest.hpp"
 
@@ -13,7 +13,7 @@ struct Way {
     const char* body;
 };
 
-// Ways for a book to run a script, each of which leaves its mark where the page has its title.
+// Ways for a book to run a script. Each changes the title of the page.
 const Way ways[] = {
     { "a script", "<script>document.title = 'ran'</script>", "" },
     { "a script of the book's folder", "<script src='own.js'></script>", "" },
@@ -54,7 +54,7 @@ protected:
             "<svg xmlns='http://www.w3.org/2000/svg'><script>parent.document.title = 'ran'</script></svg>");
     }
 
-    // Shows the page to its end, presses what is there to be pressed, and gives the page's title.
+    // Loads the page completely, clicks its controls, and returns the page's title.
     std::string titleAfter(const Way& way)
     {
         loadCompletely(write("chapter.xhtml",
@@ -62,7 +62,7 @@ protected:
                 + "</head><body><p>Text</p>" + way.body + "</body></html>"));
         evaluate("document.getElementById('press')?.click()");
         settle();
-        // What the page put off runs before this.
+        // Deferred scripts of the page run before this.
         evaluate("var over = false; setTimeout(() => { over = true; }, 50); 0");
         EXPECT_TRUE(waitUntil([&] { return evaluate("over") == "true"; }));
         return evaluate("document.title");
@@ -111,7 +111,7 @@ TEST_F(UnconfinedPagesTest, ReadNoFileOutsideTheBook)
     EXPECT_EQ(evaluate("document.getElementById('i').naturalWidth"), "0");
 }
 
-// So that the test above sees what there is to see.
+// Shows that the test above can detect scripts.
 TEST_F(UnconfinedPagesTest, WouldRunScriptsWhereTheyAreConfined)
 {
     _confinement = Confinement::Full;

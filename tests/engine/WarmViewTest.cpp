@@ -4,7 +4,7 @@
 
 namespace pagora::test {
 
-// Page views that were made before a book is opened.
+// Page views that are prepared before a book is opened.
 class WarmViewTest : public PageViewTest { };
 
 TEST_F(WarmViewTest, AWarmViewShowsItsFirstPageLikeAnyOther)

@@ -13,7 +13,7 @@
 
 int main(int argumentCount, char** arguments)
 {
-    // Listing the tests needs no display.
+    // `--gtest_list_tests` needs no display.
     for (int i = 1; i < argumentCount; ++i) {
         if (std::strncmp(arguments[i], "--gtest_list_tests", 18) == 0) {
             testing::InitGoogleTest(&argumentCount, arguments);

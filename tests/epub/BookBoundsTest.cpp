@@ -28,7 +28,7 @@ std::string nested(int depth)
     return repeated(static_cast<std::size_t>(depth), "<a>") + repeated(static_cast<std::size_t>(depth), "</a>");
 }
 
-// Expanded to `size` bytes of text by entities, of which a document may use that many.
+// Entities that expand to `size` bytes of text, within the permitted number.
 std::string expanding(std::size_t size)
 {
     constexpr std::size_t piece = 1024;
@@ -36,7 +36,7 @@ std::string expanding(std::size_t size)
         + std::string(size % piece, 'x') + "</p></html>";
 }
 
-// A book in the smallest number of bytes, with what the test puts into its documents.
+// A book of minimal size with the test's additions to its documents.
 struct Book {
     std::string items = {};
     std::string references = {};
@@ -69,7 +69,7 @@ class BookBounds : public testing::Test {
 protected:
     BookBounds() { createFolder(_hub.layout._dataPath); }
 
-    // The record; a book that is not imported has its one line.
+    // Returns the record. A rejected book has one line in the list of errors.
     BookInfoPtr inspect(const StoredArchive& archive)
     {
         _hub.faultyBooks.clear();
@@ -97,7 +97,7 @@ StoredArchive withMembers(std::uint64_t count)
     return archive;
 }
 
-// With members that are said to be of those sizes, in an archive that is large enough for them.
+// An archive with members of these declared sizes, large enough for the permitted ratio.
 StoredArchive withSizes(const std::vector<std::uint64_t>& sizes, std::size_t bytes = 0)
 {
     auto archive = Book().archive().add("padding", std::string(bytes, 'x'));
@@ -130,7 +130,7 @@ TEST_F(BookBounds, BytesOfTheDirectory)
 
 TEST_F(BookBounds, NamesThatFallTogether)
 {
-    // Names of these pairs have one sum, whatever their order.
+    // All names built from these pairs have the same hash.
     const auto alike = [](std::uint64_t count) {
         auto archive = withMembers(6'000);
         for (std::uint64_t i = 0; i < count; ++i) {
@@ -141,7 +141,7 @@ TEST_F(BookBounds, NamesThatFallTogether)
         }
         return archive;
     };
-    // Some of the other names fall there too.
+    // Some other names have the same hash.
     EXPECT_TRUE(imports(alike(_archive.alikeNames - 100)));
     EXPECT_FALSE(imports(alike(_archive.alikeNames + 1)));
 }
@@ -193,7 +193,7 @@ TEST_F(BookBounds, DepthOfAPath)
 
 TEST_F(BookBounds, DepthOfADocument)
 {
-    // The metadata lie in the package document, two elements down; the others are whole documents.
+    // The metadata are two levels below the root of the package document; the others are whole documents.
     EXPECT_TRUE(imports({ .metadata = nested(_xml.depth - 2) }));
     EXPECT_FALSE(imports({ .metadata = nested(_xml.depth - 1) }));
     EXPECT_TRUE(imports({ .contents = nested(_xml.depth) }));
@@ -231,7 +231,7 @@ TEST_F(BookBounds, AttributesOfAnElement)
 
 TEST_F(BookBounds, AttributesInOtherEncodings)
 {
-    // A character whose bytes look like "<" must not begin the count anew.
+    // A character whose bytes contain "<" must not reset the count.
     const auto encoded = [](std::size_t count, int bytes, bool lowestFirst) {
         std::string text;
         const auto put = [&](std::uint32_t character) {
@@ -283,7 +283,7 @@ TEST_F(BookBounds, EntitiesOfEntities)
 
 TEST_F(BookBounds, ItemsOfTheManifest)
 {
-    // Three are the book's own.
+    // Three members are the book's own.
     EXPECT_TRUE(imports({ .items = repeated(_book.manifestItems - 3, "<item id='a' href='b'/>") }));
     EXPECT_FALSE(imports({ .items = repeated(_book.manifestItems - 2, "<item id='a' href='b'/>") }));
 }
@@ -308,7 +308,7 @@ TEST_F(BookBounds, EntriesOfTheContents)
 
 TEST_F(BookBounds, BytesOfTheEntry)
 {
-    // Each path takes 4 kB below the book's folder, and a few bytes more as it is stored; so do the other fields.
+    // Each path has 4 kB below the book's folder, plus a few stored bytes, as have the other fields.
     constexpr std::size_t pathBytes = 4'096;
     const auto base = _hub.layout._booksPath + "/Book/";
     const auto most = _book.entryBytes / pathBytes;
@@ -324,7 +324,7 @@ TEST_F(BookBounds, BytesOfTheEntry)
     };
     EXPECT_TRUE(imports(contents(most - 6)));
     EXPECT_FALSE(imports(contents(most)));
-    // Both together.
+    // The sum of both.
     auto both = references(most / 2);
     both.contents = contents(most / 2).contents;
     EXPECT_FALSE(imports(both));
@@ -335,19 +335,19 @@ TEST_F(BookBounds, DeclarationsOfADocument)
     const auto declaring = [&](std::size_t bytes) {
         const std::string start = "<!DOCTYPE ncx [<!ENTITY e '";
         const std::string end = "'>]>";
-        // Counted from after the name to the end.
+        // Counted from the end of the name.
         return start + std::string(bytes - start.size() - end.size(), 'x') + end + "<ncx/>";
     };
     EXPECT_TRUE(imports({ .contents = declaring(_xml.subsetBytes) }));
     EXPECT_FALSE(imports({ .contents = declaring(_xml.subsetBytes + 100) }));
     EXPECT_FALSE(imports({ .page = declaring(_xml.subsetBytes + 100), .fixed = true }));
-    // Without an end in sight.
+    // A document type without an end.
     EXPECT_FALSE(imports({ .contents = "<!DOCTYPE ncx [" + std::string(10 * _xml.subsetBytes, ' ') }));
 }
 
 TEST_F(BookBounds, ChoicesOfADeclaration)
 {
-    // The parser compares each name with each.
+    // The parser compares all pairs of names.
     std::string choices = "v";
     for (int i = 0; i < 200'000; ++i)
         choices += "|v" + std::to_string(i);
@@ -391,7 +391,7 @@ TEST_F(BookBounds, PixelsOfACover)
     const auto at = inspect(Book { .cover = cover(6'000, 4'000) }.archive());
     ASSERT_TRUE(at);
     EXPECT_TRUE(at->imgData());
-    // The book comes in, without a picture.
+    // The book is imported without a picture.
     const auto past = inspect(Book { .cover = cover(6'000, 4'001) }.archive());
     ASSERT_TRUE(past);
     EXPECT_FALSE(past->imgData());

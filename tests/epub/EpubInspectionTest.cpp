@@ -76,7 +76,7 @@ TEST_F(EpubInspectionTest, MimetypeWithOneByteBeyondAsciiIsRejected)
 TEST_F(EpubInspectionTest, BookWithAWrongCheckSumComesIn)
 {
     const auto path = EpubBuilder().title("Right").write(_folder.path("Book.epub"));
-    // The sum of the mimetype, as both headers write it.
+    // The checksum of the mimetype in both headers.
     const auto sum = contentsOf(path).substr(14, 4);
     test::replaceInFile(path, sum, "summ");
     const auto book = inspectFile(path);
@@ -120,11 +120,11 @@ TEST_F(EpubInspectionTest, MissingContainerIsRejected)
 
 TEST_F(EpubInspectionTest, ContainerThatCannotBeReadIsRejected)
 {
-    // A mimetype from before can be read, what is extracted now cannot.
+    // The old mimetype file is readable; newly extracted files are not.
     makeFile(_folder.path("cache/_data/mimetype"), "application/epub+zip");
     fs::create_directories(_folder.path("cache/_data/META-INF"));
     const auto path = EpubBuilder().without("mimetype").write(_folder.path("Book.epub"));
-    // The superuser can read everything.
+    // Root can read everything.
     for (const auto& entry : fs::recursive_directory_iterator(_folder.path()))
         fs::permissions(entry, fs::perms(entry.is_directory() ? 0777 : 0644));
     fs::permissions(_folder.path(), fs::perms(0777));

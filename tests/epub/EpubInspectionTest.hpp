@@ -18,7 +18,7 @@ using Lines = std::vector<std::string>;
 
 inline constexpr auto packageMember = "OEBPS/content.opf";
 
-// Inspects made books.
+// Inspects books made by the tests.
 class EpubInspectionTest : public testing::Test {
 protected:
     EpubInspectionTest() { createFolder(_hub.layout._dataPath); }
@@ -31,7 +31,7 @@ protected:
     {
         return inspectFile(builder.write(_folder.path("Book.epub")), stopOnErrors);
     }
-    // The paths of a record's files, below the folder of its book.
+    // The paths of a record's files, relative to the book's folder.
     Lines filesOf(const BookInfoPtr& book) const
     {
         Lines paths;
@@ -48,7 +48,7 @@ protected:
     test::FakeInspectionHub _hub { _folder.path() };
 };
 
-// A book whose package document is at `path` and holds this.
+// A book whose package document is at `path` and has this content.
 inline EpubBuilder withPackage(
     const std::string& path, const std::string& manifest, const std::string& spine, const std::string& metadata = {})
 {

@@ -24,7 +24,7 @@ using Lines = std::vector<std::string>;
 
 enum class Outcome { Refused, ComesIn };
 
-// A book that is made to take more of the machine than it should.
+// A book that tries to exhaust resources.
 struct Attack {
     const char* name;
     Outcome outcome;
@@ -58,7 +58,7 @@ std::string wide(const std::string& text)
     return result;
 }
 
-// Bytes that do not pack.
+// Incompressible bytes.
 std::string noise(std::size_t size)
 {
     std::string bytes;
@@ -105,7 +105,7 @@ std::string svg(const std::string& content, const std::string& size = "width='60
         + "</svg>";
 }
 
-// The parser compares each of them with each.
+// The parser compares all pairs.
 std::string namespaces(std::size_t elements)
 {
     return repeated(elements, "<e" + numbered(900, " xmlns:n", "='u'") + "/>");
@@ -128,7 +128,7 @@ std::string entities(int levels)
     return document + "]><c>&e" + std::to_string(levels - 1) + ";</c>";
 }
 
-// An archive whose directory names one member's bytes many times.
+// An archive whose directory refers to the same bytes many times.
 void writeOverlapping(const std::string& path)
 {
     auto bytes = StoredArchive().add("a", std::string(1'000'000, 'x')).bytes();
@@ -359,7 +359,7 @@ class HostileBooks : public testing::TestWithParam<std::size_t> { };
 
 }
 
-// One attack, in a fresh home: it is refused in one line, or comes in, and takes no more than it may.
+// One attack in a new home folder. Expects that the book is rejected with one line or imported, within the limits.
 TEST_P(HostileBooks, TakeNoMoreThanTheyMay)
 {
     const auto attack = attacks().at(GetParam());
@@ -367,7 +367,7 @@ TEST_P(HostileBooks, TakeNoMoreThanTheyMay)
     test::FakeInspectionHub hub(folder.path());
     InspectionProcess process(hub, [] { return false; });
     const auto path = folder.path("Book.epub");
-    // The peak of this process would count as that of the one that it starts.
+    // A child process starts with the peak memory of this process.
     std::ofstream("/proc/self/clear_refs") << 5;
     process.emptyScratch();
     attack.write(path);

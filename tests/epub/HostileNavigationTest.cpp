@@ -29,10 +29,10 @@ std::string list(const std::string& entries)
     return "<nav epub:type='toc'><ol>" + entries + "</ol></nav>";
 }
 
-// What a book has in place of a document, when it is opened.
+// The document of a book that is replaced by an attack.
 struct Attack {
     const char* name;
-    // How many entries the contents have.
+    // The number of contents entries.
     std::size_t entries;
     std::function<std::string()> navigation;
     std::function<std::string()> package = {};
@@ -79,7 +79,7 @@ class HostileNavigation : public testing::TestWithParam<std::size_t> { };
 
 }
 
-// One attack on what is read when a book is opened, in the program itself.
+// One attack on the documents that are read in the main process when a book is opened.
 TEST_P(HostileNavigation, TakesNoMoreThanItMay)
 {
     const auto attack = attacks().at(GetParam());

@@ -1,4 +1,4 @@
-// Names and paths that a book makes up.
+// Malicious names and paths in books.
 
 #include "tests/epub/EpubInspectionTest.hpp"
 

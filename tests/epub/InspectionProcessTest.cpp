@@ -35,14 +35,14 @@ protected:
         return _process.getBookInfo(path, StopOnErrors::Yes);
     }
     BookInfoPtr inspect(const EpubBuilder& builder) { return inspect(builder.write(_folder.path("Book.epub"))); }
-    // The book is refused in one line, and another one comes in after it.
+    // Expects that the book is rejected with one line and that another one is imported after it.
     void expectRefused(const EpubBuilder& builder)
     {
         EXPECT_FALSE(inspect(builder));
         EXPECT_EQ(_hub.faultyBooks, tooLarge);
         EXPECT_TRUE(inspect(EpubBuilder()));
     }
-    // A book that takes a while is refused by this process.
+    // A slow book is rejected by this process.
     void expectTooLarge(InspectionProcess& process);
 
     test::TemporaryFolder _folder;
@@ -51,7 +51,7 @@ protected:
     InspectionProcess _process { _hub, [this] { return _ended.load(); } };
 };
 
-// Elements with as many attributes as are allowed: the parser takes the square of their number for each.
+// Elements with the maximum number of attributes. The parser's time is quadratic in their number.
 std::string manyAttributes(int elements)
 {
     std::string element = "<e";
@@ -197,10 +197,10 @@ TEST_F(InspectionProcessTest, InspectionThatTakesTooLongIsRefused)
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-// Sanitizers get themselves far more memory than they use, and have no limit.
+// Sanitizers reserve far more memory than they use, so they have no limit.
 TEST_F(InspectionProcessTest, BookThatTakesTooMuchMemoryIsRefused)
 {
-    // Each piece between commas is a string.
+    // Each part between commas is a string.
     expectRefused(EpubBuilder().fixedLayout(600, 800).member(
         "OEBPS/chapter3.xhtml", "<html><meta name='viewport' content='" + std::string(10'000'000, ',') + "'/></html>"));
 }
@@ -208,7 +208,7 @@ TEST_F(InspectionProcessTest, BookThatTakesTooMuchMemoryIsRefused)
 
 TEST_F(InspectionProcessTest, BookThatTakesTooMuchDiskIsRefused)
 {
-    // Bytes that do not pack, which make the archive large enough for the rest.
+    // Incompressible bytes, which keep the archive below the compression limit.
     std::string noise;
     for (std::uint32_t i = 0, number = 1; i < 2'000'000; ++i, number = number * 1'664'525 + 1'013'904'223)
         noise += static_cast<char>(number >> 24);

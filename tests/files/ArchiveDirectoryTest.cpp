@@ -13,7 +13,7 @@ using test::StoredArchive;
 
 constexpr std::size_t endBytes = 22;
 
-// What becomes of an archive of those bytes; nothing when it opens.
+// The error of opening an archive with these bytes; empty if it opens.
 std::optional<ArchiveProblem> problemOf(const std::string& bytes, const ArchiveLimits& limits = {})
 {
     test::TemporaryFolder folder;
@@ -48,7 +48,7 @@ TEST(ArchiveDirectory, BytesOfTheDirectoryAreBounded)
 
 TEST(ArchiveDirectory, ManyEndsCountTogether)
 {
-    // Each end names the directory once more, and the library would read it once more.
+    // Each end record refers to the directory again, so the library would read it again.
     const auto archive = archiveOf(100);
     auto bytes = archive.bytes();
     const auto end = bytes.substr(bytes.size() - endBytes);

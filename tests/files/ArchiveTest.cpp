@@ -18,7 +18,7 @@ using test::EpubBuilder;
 using test::makeFile;
 using test::MemberKind;
 
-// An archive, a destination two folders down, and what must not be touched beside it.
+// An archive, a destination two levels down, and files beside it that must not change.
 class ArchiveFolder : public testing::Test {
 protected:
     ArchiveFolder() { makeFile(_folder.path("out/canary"), "canary"); }
@@ -236,7 +236,7 @@ TEST_F(ArchiveFolder, MemberWithDamagedBytesKeepsThoseBefore)
         text += std::to_string(i * 7'919 % 20'011) + ' ';
     const auto path = EpubBuilder::empty().member("bad", text).member("good", "x").write(_folder.path("x.epub"));
     auto bytes = contentsOf(path);
-    // A block of a kind that there is not.
+    // A deflate block of an invalid type.
     bytes.replace(bytes.size() / 2, 100, 100, '\xFF');
     auto archive = Archive::open(makeFile(path, bytes));
     ASSERT_TRUE(archive);
@@ -253,7 +253,7 @@ TEST_F(ArchiveFolder, MemberGetsNoMoreBytesThanTheDirectorySays)
                           .member("liar", std::string(size, '\0'))
                           .member("good", "x")
                           .write(_folder.path("x.epub"));
-    // The size, as both headers write it.
+    // The size in both headers.
     test::replaceInFile(path, std::string("\x40\x4B\x4C\0", 4), std::string("\x10\0\0\0", 4));
     auto archive = Archive::open(path);
     ASSERT_TRUE(archive);

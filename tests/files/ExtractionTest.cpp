@@ -19,8 +19,7 @@ using test::contentsOf;
 using test::makeFile;
 using test::StoredArchive;
 
-// Every file, folder and link below a folder, by its path, with all that would tell of a change. Links are not
-// followed.
+// All files, folders and links in a folder, by path, with their attributes. Links are not followed.
 std::map<std::string, std::string> everythingBelow(const std::string& folder)
 {
     std::map<std::string, std::string> found;
@@ -38,8 +37,8 @@ std::map<std::string, std::string> everythingBelow(const std::string& folder)
     return found;
 }
 
-// A home folder with files of the person's, and a book's folder in it. Whatever a test extracts, nothing outside that
-// folder changes, and nothing in it is a link or a device.
+// A home folder with the user's files and a book's folder. Each test expects that extraction changes nothing outside of
+// the book's folder and creates no link or device in it.
 class Extraction : public testing::Test {
 protected:
     Extraction()
@@ -72,7 +71,7 @@ protected:
                 << entry.path();
     }
 
-    // A link in the book's folder, from before the extraction.
+    // A link that exists in the book's folder before the extraction.
     void makeLink(const std::string& name, const std::string& target)
     {
         fs::create_symlink(target, book() + "/" + name);
@@ -179,7 +178,7 @@ TEST_F(Extraction, LinkInTheFolderGivesWayToAMemberThatCannotBeRead)
 {
     makeLink("letter", _root.path("home/Documents/letter"));
     auto archive = StoredArchive().add("letter", "x").bytes();
-    // The directory looks for it past the end.
+    // The directory entry points behind the end of the file.
     archive.replace(archive.find("PK\1\2") + 42, 4, "\xFF\xFF\xFF\x7F");
     extract(archive);
     EXPECT_FALSE(fs::is_symlink(book() + "/letter"));
@@ -223,7 +222,7 @@ TEST_F(Extraction, NamesThatDifferOnlyInCaseStayInTheFolder)
 {
     makeLink("Link", "..");
     extract(StoredArchive().add("Page", "1").add("page", "2").add("link/Other/page.xhtml", "x").add("LINK", "x"));
-    // Where the file system takes them for one name, the last one stays.
+    // On file systems that treat them as the same name, the last one is kept.
     EXPECT_EQ(inBook("page"), "2");
 }
 
@@ -235,7 +234,7 @@ TEST_F(Extraction, NamesThatDifferOnlyInUnicodeFormStayInTheFolder)
     extract(StoredArchive()
                 .add(decomposed + "/Other/page.xhtml", "x")
                 .add(composed + "/Other/page.xhtml", "x")
-                // Look-alikes of the slash and of two dots are characters like others.
+                // Characters similar to a slash or to two dots are normal characters.
                 .add("\u2025\u2215a", "x")
                 .add("\uFF0E\uFF0E\uFF0Fb", "x"));
     EXPECT_EQ(inBook("\u2025\u2215a"), "x");

@@ -18,7 +18,7 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-// A scratch folder, and a place beside it for what it no longer holds.
+// A scratch folder, and a folder beside it for replaced files.
 class Spares : public testing::Test {
 protected:
     Spares() { createFolder(_scratch); }

@@ -20,11 +20,11 @@ namespace fs = std::filesystem;
 using test::EpubBuilder;
 using test::StoredArchive;
 using Names = std::vector<std::string>;
-// Every file below a folder with its bytes.
+// All files in a folder with their bytes.
 using Tree = std::map<std::string, std::string>;
 
-// One archive, and what is asked for of it. docs/archives.md gives the reason for each difference that is kept, under
-// the same name.
+// One archive and the extracted members. docs/archives.md gives the reason for each accepted difference under the same
+// name.
 struct Case {
     std::string name;
     std::string bytes;
@@ -40,7 +40,7 @@ std::string bytesOf(const EpubBuilder& builder)
     return test::contentsOf(builder.write(folder.path("x.zip")));
 }
 
-// Three members, packed, with enough bytes to have something to break.
+// Three compressed members, large enough to be damaged.
 std::string packed()
 {
     std::string text;
@@ -80,7 +80,7 @@ std::string withDirectorySize(std::string bytes, int by)
     return withEnd(std::move(bytes), 12, size + static_cast<std::uint64_t>(by), 4);
 }
 
-// Where the directory's entry of that number is.
+// The offset of a directory entry.
 std::size_t entryOf(const std::string& bytes, int number)
 {
     auto at = static_cast<std::size_t>(littleEndian(bytes, endOf(bytes) + 16, 4));
@@ -95,7 +95,7 @@ std::string withEntry(std::string bytes, int number, std::size_t at, std::uint64
     return bytes;
 }
 
-// The extra field of an entry of the directory becomes these bytes.
+// Replaces the extra field of a directory entry.
 std::string withExtra(std::string bytes, int number, const std::string& extra)
 {
     const auto entry = entryOf(bytes, number);
@@ -106,7 +106,7 @@ std::string withExtra(std::string bytes, int number, const std::string& extra)
     return withDirectorySize(std::move(bytes), static_cast<int>(extra.size()) - static_cast<int>(before));
 }
 
-// A field that says that it is longer than it is.
+// A field whose declared size is too large.
 std::string longField()
 {
     return { "\x55\x54\xF4\x01"
@@ -120,7 +120,7 @@ std::size_t packedBytesOf(const std::string& bytes, int number)
     return header + 30 + littleEndian(bytes, header + 26, 2) + littleEndian(bytes, header + 28, 2);
 }
 
-// Breaks the packed bytes of a member, that part of their length after their start.
+// Damages the compressed bytes of a member at this fraction of their length.
 std::string broken(std::string bytes, int number, double part, std::size_t count = 30)
 {
     const auto size = littleEndian(bytes, entryOf(bytes, number) + 20, 4);
@@ -287,7 +287,7 @@ void runUnzip(const std::string& archive, const Names& asked, const std::string&
     for (auto& argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
-    // Names are shown and written as UTF-8.
+    // unzip prints and writes names as UTF-8.
     char locale[] = "LC_ALL=C.UTF-8";
     char* environment[] = { locale, nullptr };
     posix_spawn_file_actions_t files;

@@ -32,7 +32,7 @@ protected:
             timesOver += progress.isOver ? 1 : 0;
         });
     }
-    // The same until the search is over.
+    // Runs the search until it has ended.
     void findAll(const std::string& pattern, WholeWords words = WholeWords::No)
     {
         find(pattern, words);

@@ -23,7 +23,7 @@ std::string repeated(const std::string& text)
     return all;
 }
 
-// A chapter, and what is searched for in it or the note that is asked for.
+// A chapter, and the searched text or the requested note.
 struct Attack {
     const char* name;
     std::function<std::string()> chapter;

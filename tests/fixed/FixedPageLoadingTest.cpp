@@ -1,4 +1,4 @@
-// How a fixed-layout book opens, and how its pages are scaled and the window is fitted to them.
+// Opening of a fixed-layout book, scaling of its pages, and fitting of the window.
 
 #include "tests/fixed/FixedTest.hpp"
 
@@ -74,7 +74,7 @@ TEST_F(FixedPageLoading, AScaledLengthIsCutInSinglePrecision)
     answers["getHeight()"] = "1111";
     answers["Xscale"] = "0.7";
     open(1);
-    // 10 × 0.7f is 7 in single precision and less in double precision; 777.7 is cut.
+    // 10 × 0.7f is 7 in single precision and less in double precision; 777.7 is truncated.
     EXPECT_EQ(parts->window.rect.width, 700 - (500 - 7));
     EXPECT_EQ(parts->window.rect.height, 560 - (500 - 777));
 }
@@ -171,7 +171,7 @@ TEST_F(FixedPageLoading, ADividerThatMovesScalesNothing)
     parts->mainSplitView.frames[0].width = 300;
     page().resizeTo(750, 600);
     EXPECT_TRUE(page().scripts.empty());
-    // The next change is of the window.
+    // The next change is that of the window.
     parts->mainSplitView.rect.width = 1200;
     parts->mainSplitView.frames[0].width = 320;
     page().resizeTo(879, 600);

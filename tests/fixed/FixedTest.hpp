@@ -11,7 +11,7 @@
 
 namespace pagora::test {
 
-// A fixed-layout reader over a page that answers the scaling script's functions from `answers`.
+// A fixed-layout reader with a fake page that answers calls of the scaling script from `answers`.
 class FixedTest : public ReaderFixture {
 protected:
     FixedTest()
@@ -49,7 +49,7 @@ protected:
         page().finishDocument();
         loadsBefore = page().loads.size();
     }
-    // What was loaded since `openAt`.
+    // The URLs loaded since `openAt`.
     std::vector<Url> newLoads() const
     {
         const auto& all = parts->webView.loads;

@@ -1,4 +1,4 @@
-// A page view that gets the next page ready in a second one.
+// A page view that prepares the next page in a second view.
 
 #include "fixed/PreparedPages.hpp"
 
@@ -11,7 +11,7 @@ using namespace pagora::test;
 
 namespace {
 
-// Notes what it is told, with the numbers of the loads.
+// Records its calls with the load numbers.
 class Listener : public WebViewDelegate {
 public:
     void resourceDidFinishLoading(const DataSource& source) override { note("finished", source); }
@@ -51,7 +51,7 @@ protected:
         view->answer = [](const std::string& script) { return "answer to " + script; };
         return view;
     }
-    // Page two is loaded in the second view and its scripts have been run.
+    // Page two is loaded in the second view and its scripts are done.
     void prepareTwo()
     {
         pages.prepareRequest(two, { "a", "b" });

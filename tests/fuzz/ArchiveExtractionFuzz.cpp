@@ -11,7 +11,7 @@ using namespace pagora;
 using test::require;
 namespace fs = std::filesystem;
 
-// A destination with a link that leads out of it, in a folder that holds nothing else.
+// A destination with a link that points out of it, in an otherwise empty folder.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const test::TemporaryFolder root;

@@ -41,7 +41,7 @@ void tryPath(const std::string& path, const std::string& other)
     require(matchesWildcards(other, "*") && matchesWildcards(path, path + "*") >= !hasWildcards(path));
 }
 
-// An unpacked book whose contents file has another folder than its package document.
+// An unpacked book whose contents file is in another folder than its package document.
 const std::string& book()
 {
     static const test::TemporaryFolder folder;

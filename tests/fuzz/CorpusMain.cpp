@@ -1,4 +1,4 @@
-// Runs a target over files, and over those in folders: every argument is one.
+// Runs a target with each file, and each file of a folder, given as an argument.
 
 #include <cstddef>
 #include <cstdint>
@@ -40,6 +40,6 @@ int main(int count, char** arguments)
         }
     }
     std::printf("%d inputs\n", files);
-    // A corpus that is not there is no success.
+    // A missing corpus is a failure.
     return files > 0 ? 0 : 1;
 }

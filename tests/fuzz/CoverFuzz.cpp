@@ -8,7 +8,7 @@ using test::require;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     constexpr Size box { 106, 156 };
-    // Large pictures take their time, and no other way through the decoder.
+    // Large pictures are slow and do not reach more code of the decoder.
     constexpr PictureLimits limits { .pixels = 250'000, .decodedPixels = 1'000'000 };
     const test::FuzzRun run;
     const std::string bytes(test::inputBytes(data, size));

@@ -10,7 +10,7 @@ using namespace pagora;
 
 namespace {
 
-// A file with a name, since SQLite follows every link to the name behind it. One that is whole must be read from there.
+// A named file, because SQLite resolves links such as /proc/self/fd. Intact files must be readable there.
 class StoreFile {
 public:
     StoreFile()
@@ -21,7 +21,7 @@ public:
     std::string path() const { return _folder.path("store"); }
     std::string write(std::string_view bytes)
     {
-        // Over the bytes of the last one, which is faster than a file of its own.
+        // Overwriting is faster than creating a file.
         std::FILE* file = std::fopen(path().c_str(), "we");
         test::require(
             file && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fclose(file) == 0);
@@ -34,7 +34,7 @@ private:
 
 }
 
-// The input is a file of stored values, as it may lie on a disk that returns other bytes than were written.
+// The input is a possibly corrupt file of stored values.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static StoreFile store;
@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto values = index.load(**file);
     if (!values)
         return 0;
-    // Elements that are stored apart are read here.
+    // Reads elements that are stored separately.
     for (const auto& [key, value] : *values)
         jsonText(value);
     return 0;

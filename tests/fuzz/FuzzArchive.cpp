@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t maxNameLength = 0xFFFF;
 
-// What comes before `separator`, which goes with it; all when it is not there.
+// Removes and returns the text before `separator`, or the whole text. The separator is removed too.
 std::string_view taken(std::string_view& rest, std::string_view separator)
 {
     const auto at = rest.find(separator);

@@ -5,8 +5,8 @@
 
 namespace pagora::test {
 
-// The archive that an input stands for. One that begins with "PK" is an archive itself. Any other is a list of members:
-// a name that ends at a line break, then the content up to a line of "--".
+// Makes an archive from an input. An input that begins with "PK" is an archive itself. Any other is a list of members:
+// a line with a name, then the content up to a line "--".
 std::string archiveFrom(std::string_view input);
 
 }

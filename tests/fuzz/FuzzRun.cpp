@@ -17,7 +17,7 @@ namespace pagora::test {
 
 namespace {
 
-// What the process has used, which other programs do not add to.
+// The processor time of this process, which does not depend on other programs.
 Milliseconds processorTime()
 {
     timespec now {};
@@ -25,7 +25,7 @@ Milliseconds processorTime()
     return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec);
 }
 
-// Ends the program, as a finding, when it has used so much more of the processor; with 0 it does not.
+// Aborts the program, as a finding, after this additional processor time; never for 0.
 void limitProcessorTime(Milliseconds limit)
 {
     const auto all = std::chrono::duration_cast<std::chrono::microseconds>(limit).count();
@@ -33,7 +33,7 @@ void limitProcessorTime(Milliseconds limit)
     ::setitimer(ITIMER_PROF, &timer, nullptr);
 }
 
-// Lives as long as the program.
+// Never destroyed.
 struct Record {
     Record()
         : silence([](const std::string&) {})
@@ -94,7 +94,7 @@ MemoryFile::~MemoryFile()
 
 const std::string& MemoryFile::write(std::string_view bytes)
 {
-    // Its pages stay, which is faster than getting new ones.
+    // Keeping its memory pages is faster than allocating new ones.
     require(::lseek(_file, 0, SEEK_SET) == 0 && writeAll(_file, bytes)
         && ::ftruncate(_file, static_cast<off_t>(bytes.size())) == 0);
     return _path;

@@ -10,10 +10,9 @@ namespace pagora::test {
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-// One input's way through a target: it takes the time. The number of inputs, and the milliseconds of processor time of
-// the slowest one, are written to the file PAGORA_FUZZ_REPORT when the program ends. An input that takes
-// PAGORA_FUZZ_SLOWEST milliseconds or more is a finding, where that is set. Nothing that the input makes the program
-// log is shown.
+// Measures the run of one input. The number of inputs and the processor time of the slowest one in milliseconds are
+// written to the file PAGORA_FUZZ_REPORT when the program ends. If PAGORA_FUZZ_SLOWEST is set, an input that takes that
+// many milliseconds or more is a finding. Suppresses log messages.
 class FuzzRun {
 public:
     FuzzRun();
@@ -25,7 +24,7 @@ private:
     Milliseconds _start;
 };
 
-// Ends the program, as a finding, when something that must hold does not.
+// Aborts the program, as a finding, if a condition does not hold.
 void require(bool holds, const char* file = __builtin_FILE(), int line = __builtin_LINE());
 
 inline std::string_view inputBytes(const std::uint8_t* data, std::size_t size)
@@ -33,7 +32,7 @@ inline std::string_view inputBytes(const std::uint8_t* data, std::size_t size)
     return { reinterpret_cast<const char*>(data), size };
 }
 
-// A file without a folder, that holds each input in turn.
+// An unlinked file with the current input.
 class MemoryFile {
 public:
     MemoryFile();
@@ -41,7 +40,7 @@ public:
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
 
-    // Replaces what the file holds, and returns its path.
+    // Replaces the content of the file and returns its path.
     const std::string& write(std::string_view bytes);
 
 private:

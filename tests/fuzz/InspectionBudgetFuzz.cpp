@@ -18,12 +18,12 @@ using test::require;
 
 namespace {
 
-// What an input may become.
+// The maximum size of an expanded input.
 constexpr std::size_t maxBytes = std::size_t { 4 } << 20;
-// A slower one is a finding.
+// A slower input is a finding.
 constexpr double maxSeconds = 2;
 
-// A small input makes a large book: "{200:text}" is the text 200 times.
+// Expands repetitions in an input: "{200:text}" is 200 times the text.
 std::string expanded(std::string_view input)
 {
     std::string result;

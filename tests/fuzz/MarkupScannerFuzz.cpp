@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto document = markupFrom(bytes);
     test::require(isUtf8(document));
 
-    // Each piece stands behind the one before.
+    // Each token starts behind the previous one.
     MarkupScanner scanner(document);
     const char* end = document.data();
     while (const auto token = scanner.next()) {
@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             token->attribute("id");
     }
 
-    // The text grows by replaced references and by ends of blocks only.
+    // Only replaced references and ends of blocks make the text longer.
     const auto chapter = chapterText(bytes);
     test::require(isUtf8(chapter.text) && chapter.text.size() <= 4 * document.size());
     const auto note = noteText(document, "n");

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     parser.parse();
     for (const auto& [key, value] : parser.metaDict())
         test::require(!value.empty() || key == "tocfile");
-    // Every file is an item of the manifest, and takes more bytes than one there.
+    // Each file is an item of the manifest, which needs more bytes there.
     test::require(parser.fileList().size() <= size && parser.imageList().size() <= size);
     return 0;
 }

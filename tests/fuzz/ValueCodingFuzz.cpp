@@ -8,7 +8,7 @@ using test::require;
 
 namespace {
 
-// Parts that are stored apart are never more than these.
+// Stands in for separately stored parts of limited size.
 const FindParts parts {
     [](std::int64_t place, std::size_t size) -> std::optional<Data> {
         return place >= 0 && size < 16 ? std::optional(Data(std::string(size, 'x'))) : std::nullopt;
@@ -18,7 +18,7 @@ const FindParts parts {
     },
 };
 
-// What the program makes of an entry of its library.
+// Uses the value as the program uses a catalogue entry.
 void readEntry(const Value& entry)
 {
     const auto book = bookFromEntry(entry);
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto value = decodeValue(bytes, parts);
     if (!value)
         return 0;
-    // What was read is stored as the same bytes from then on.
+    // A decoded value is always encoded as the same bytes.
     const auto stored = encodeValue(*value);
     const auto again = decodeValue(stored);
     require(again && encodeValue(*again) == stored);

@@ -10,11 +10,11 @@
 
 namespace pagora::test {
 
-// The books that the library may hold, by their files' names; no name is part of another.
+// The file names of the library's possible books. No name is part of another.
 std::vector<std::string> bookNames();
 
-// What is to be kept through every kill: the books with the place in each, and the display setting that was stored with
-// the last place.
+// The state that every kill must preserve: the books with their places, and the display setting stored with the last
+// place.
 struct KeptState {
     std::map<std::string, std::int64_t> books;
     std::int64_t setting = 0;
@@ -23,8 +23,8 @@ struct KeptState {
     std::string text() const;
 };
 
-// A home folder that a worker is killed in: folders "Masters" (one whole archive of every book), "Downloads", "Trash",
-// those of the program, and the diary.
+// The home folder of a killed worker: the folders "Masters" (one intact archive of each book), "Downloads" and "Trash",
+// the folders of the program, and the diary.
 class Home {
 public:
     explicit Home(std::string path);
@@ -37,19 +37,19 @@ public:
     std::string store() const { return _path + "/defaults"; }
     std::string diary() const { return _path + "/diary"; }
 
-    // Makes the masters, and a download of each.
+    // Writes the masters and a download of each.
     void fill() const;
     // The names of the archives in the library folder.
     std::set<std::string> archives() const;
-    // What is wrong with the files of the home: archives that are not whole, books of which no whole archive is left,
-    // stores that were set aside. Empty when all is well.
+    // The faults of the home's files: damaged archives, books without an intact archive, renamed stores. Empty if there
+    // are none.
     std::string fault() const;
 
 private:
     std::string _path;
 };
 
-// The state in a store's values; `fault` receives what is wrong with an entry.
+// The state in a store's values. `fault` receives the error of an invalid entry.
 KeptState keptState(const Value& values, std::string& fault);
 
 }

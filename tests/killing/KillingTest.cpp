@@ -19,7 +19,7 @@ using test::KeptState;
 
 namespace {
 
-// A worker seldom gets further before it is done.
+// A worker seldom makes more changes.
 constexpr long maxMoments = 600;
 
 int killsAskedFor()
@@ -28,7 +28,7 @@ int killsAskedFor()
     return text ? std::atoi(text) : 50;
 }
 
-// Lets a worker live in the home until it is killed; false when it came to its end.
+// Runs a worker in the home until it is killed; false if it ended by itself.
 bool workerIsKilled(const Home& home, unsigned seed, long killAt)
 {
     const auto seedText = std::to_string(seed);
@@ -44,7 +44,7 @@ bool workerIsKilled(const Home& home, unsigned seed, long killAt)
     return WIFSIGNALED(status);
 }
 
-// A step of a worker: a word and what it is done with.
+// A step of a worker: a verb and its object.
 struct Step {
     std::string word;
     std::vector<std::string> names;
@@ -60,7 +60,7 @@ Step stepFrom(const std::string& line)
     return step;
 }
 
-// The state that a finished step makes of another.
+// The state after a step.
 KeptState after(const Step& step, KeptState state, const std::set<std::string>& archives)
 {
     if (step.word == "import") {
@@ -73,7 +73,7 @@ KeptState after(const Step& step, KeptState state, const std::set<std::string>& 
             state.books.erase(name);
     } else if (step.word == "reset") {
         state.setting = 0;
-        // The books are those whose archives were in the folder, and a library without any is kept.
+        // The books are those with archives in the folder. A library without books is kept.
         for (auto& [name, place] : state.books)
             place = archives.empty() ? place : 0;
     } else if (step.word == "launch") {
@@ -96,7 +96,7 @@ struct Killing : testing::Test {
         return state;
     }
 
-    // The state after the steps that the worker has finished, and after the one that it was at.
+    // The state after the finished steps, and the state after the interrupted step.
     struct Expected {
         KeptState before;
         KeptState afterwards;
@@ -117,7 +117,7 @@ struct Killing : testing::Test {
             }
             step = stepFrom(line);
             expected.step = line;
-            // Between steps, the archives in the folder are those of the books.
+            // Between steps, the folder has the archives of the books.
             for (const auto& [name, place] : expected.before.books)
                 archives.insert(name);
             expected.afterwards = after(step, expected.before, archives);
@@ -126,7 +126,7 @@ struct Killing : testing::Test {
         return expected;
     }
 
-    // What the store holds is a state that the steps lead to, and the next launch brings a whole library.
+    // Expects that the store has one of the possible states and that the next launch restores a complete library.
     void check(const Expected& expected)
     {
         SCOPED_TRACE("killed at: " + expected.step);

@@ -29,7 +29,7 @@ BookArray shelf()
     });
 }
 
-// Wants whatever is found.
+// Accepts all results.
 bool always()
 {
     return true;

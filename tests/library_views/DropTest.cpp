@@ -12,7 +12,7 @@ using Names = std::vector<std::string>;
 
 constexpr auto any = DragOperation::Copy | DragOperation::Move | DragOperation::Link | DragOperation::Generic;
 
-// Files held over the grid or the list; both behave alike.
+// Files dragged over the grid or the list, which behave alike.
 class Drop : public testing::TestWithParam<const char*> {
 protected:
     Drop()

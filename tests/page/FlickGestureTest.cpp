@@ -21,7 +21,7 @@ double turned(double length, double angle, double speed, int steps = 10)
     return gesture.turnAtSpeed(speed * std::cos(angle), speed * std::sin(angle));
 }
 
-// A finger that goes along these points.
+// Moves a finger along these points.
 FlickGesture dragged(std::initializer_list<std::pair<double, double>> points)
 {
     FlickGesture gesture;

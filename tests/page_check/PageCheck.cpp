@@ -51,7 +51,7 @@ std::string textOf(const PageSetting& setting)
 
 }
 
-// Hears when a chapter and all that belongs to it are there.
+// Waits until a chapter with all its resources is loaded.
 class PageCheck::LoadedPage : public WebViewDelegate {
 public:
     void resourceDidFinishLoading(const DataSource& source) override { documentLoad = source.load; }
@@ -146,7 +146,7 @@ bool PageCheck::load(const Url& chapter, const PageSetting& setting)
     if (_page->documentLoad != _view->currentLoad())
         return false;
     const auto size = std::to_string(setting.width) + "x" + std::to_string(setting.height);
-    // The page hears of its size a moment after its view has it.
+    // The page gets its size shortly after its view.
     return waitUntil([&] { return evaluate("innerWidth + 'x' + innerHeight") == size; });
 }
 
@@ -211,7 +211,7 @@ std::optional<CheckedPages> PageCheck::check(const std::string& archive, const s
                 const auto place = chapter.lastPathComponent() + " at " + textOf(*setting);
                 if (count(checked, place))
                     continue;
-                // The engine has been started anew, perhaps for want of memory.
+                // The engine was restarted, perhaps because of low memory.
                 if (load(chapter, *first))
                     layOut(*setting);
                 if (!count(checked, place))

@@ -23,16 +23,16 @@ struct PageSetting {
     int columns;
 };
 
-// Every combination of these.
+// All combinations of these.
 std::vector<PageSetting> pageSettings(const std::vector<std::pair<int, int>>& sizes,
     const std::vector<double>& textSizes, const std::vector<int>& columns);
 
-// The script that counts the faults of the chapter that is laid out: see page-faults.js.
+// The script that counts the faults of the shown chapter: see page-faults.js.
 std::string pageFaultsScript();
 
 struct PageFault {
     long count = 0;
-    // Where it was seen, and with which words.
+    // The place and the words.
     std::vector<std::string> examples;
 
     void add(const std::string& example)
@@ -42,7 +42,7 @@ struct PageFault {
     }
 };
 
-// What was counted in a book, over all its chapters and settings.
+// The counts of a book over all its chapters and settings.
 struct CheckedPages {
     long chapters = 0;
     long layouts = 0;
@@ -51,16 +51,16 @@ struct CheckedPages {
     std::map<std::string, PageFault> faults;
 };
 
-// Lays books out in the real page view, with the scripts of the reader, and counts what is wrong with the pages.
-// Needs a display that is larger than every setting. Main thread.
+// Lays books out in the real page view, with the scripts of the reader, and counts the faults of the pages. Needs a
+// display larger than all settings. Main thread.
 class PageCheck {
 public:
     PageCheck();
     ~PageCheck();
 
-    // Every chapter of a reflowable book in every setting; missing when the archive is no such book.
+    // Checks every chapter of a reflowable book in every setting. Missing if the archive is no reflowable book.
     std::optional<CheckedPages> check(const std::string& archive, const std::vector<PageSetting>& settings);
-    // Called with a line whenever a chapter has been looked at.
+    // Called with a line after each chapter.
     void setProgress(std::function<void(const std::string&)> progress) { _progress = std::move(progress); }
 
 private:
@@ -71,7 +71,7 @@ private:
     void resize(int width, int height);
     bool load(const Url& chapter, const PageSetting& setting);
     void layOut(const PageSetting& setting);
-    // Adds what is wrong with the layout; false when the engine gave no answer.
+    // Adds the faults of the layout; false if the engine did not answer.
     bool count(CheckedPages& checked, const std::string& place);
 
     TemporaryFolder _folder;

@@ -22,7 +22,7 @@ namespace {
 using namespace pagora;
 using namespace pagora::test;
 
-// The smallest, the default and the greatest text size of the reader's window.
+// The minimum, default and maximum text size of the reader window.
 std::vector<double> textSizes()
 {
     const auto builder = Gtk::Builder::create();

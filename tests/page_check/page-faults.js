@@ -43,7 +43,7 @@
     }
 
     const offsets = turnedPages();
-    // Columns, once the reading of the strip's length has settled the layout.
+    // Columns. Reading the length of the strip has completed the layout.
     const content = body.clientWidth - paddingLeft - paddingRight;
     const givenWidth = pixels(style.columnWidth);
     const fitting = givenWidth ? Math.max(1, Math.floor((content + gap) / (givenWidth + gap))) : Infinity;
@@ -53,7 +53,7 @@
     const columnWidth = step - gap;
     const pageShare = columnsOfPage * step / W;
 
-    // The indices of the pages that show this place of the strip.
+    // The indices of the pages that show this offset of the strip.
     function pagesAt(along) {
         const pages = [];
         const guess = Math.max(0, Math.floor(along / W) - 1);
@@ -98,7 +98,7 @@
     const occupied = new Set();
     let lines = 0;
 
-    // Counts a box that no page shows, or more than one does.
+    // Counts a box that is shown on no page or on several pages.
     function look(box, example) {
         const across = (box.top + box.bottom) / 2;
         const pages = across >= 0 && across <= H ? pagesAt((box.from + box.to) / 2) : [];
@@ -110,7 +110,7 @@
             blame('shown twice', example);
     }
 
-    // What holds for everything in an element.
+    // Properties that apply to all content of an element.
     const known = new Map();
     const farAway = 2000;
 
@@ -141,7 +141,7 @@
 
     // --- Glyphs ------------------------------------------------------------------------------------------------------
 
-    // Whether a line's glyphs, not only the height of its font, stick out of the column.
+    // Whether the glyphs of a line, not only its line box, exceed the column.
     function glyphsAreCut(node, box, text) {
         const ink = pagoraGlyphs.inkOf(about(node.parentElement).style, box, text);
         const cut = (edge) => ink.top < edge - tolerance && ink.bottom > edge + tolerance;
@@ -151,11 +151,11 @@
     const { textOn, widthOf, withoutSpaces } = pagoraGlyphs;
     const range = new Range();
 
-    // Whether anything but blanks sticks out along the line.
+    // Whether anything but white space exceeds the column along the line.
     function charactersStickOut(node, box) {
         const { letterSpacing, hangingPunctuation, fontSize } = about(node.parentElement).style;
         const spacing = pixels(letterSpacing);
-        // A mark that the book hangs into the margin is meant to stand there.
+        // Hanging punctuation in the margin is intended.
         const hanging = /first/.test(hangingPunctuation) ? pixels(fontSize) : 0;
         const hangingAtEnd = /last|end/.test(hangingPunctuation) ? pixels(fontSize) : 0;
         for (let i = 0; i < node.length; ++i) {
@@ -179,9 +179,9 @@
     const longest = 90;
     const minRun = 3;
 
-    // The line that is being put together: parts of the same block at the same height.
+    // The current line: parts of the same block at the same height.
     let line = null;
-    // The narrow lines before it, each of which the next one follows without being told to.
+    // The narrow lines before it that end without a forced break.
     let run = 0;
     let runText = '';
 
@@ -192,7 +192,7 @@
         runText = '';
     }
 
-    // `isTold`: by a break, by the end of its block.
+    // `isTold`: the line ends with a forced break or with its block.
     function endLine(isTold) {
         if (!line)
             return;
@@ -211,7 +211,7 @@
         line = null;
     }
 
-    // `pictures` take the place of so many characters.
+    // `pictures`: the width of pictures in characters.
     function addToLine(node, block, box, characters, pictures = 0) {
         const isSame = line && line.block === block && line.column === box.column
             && Math.min(line.bottom, box.bottom) - Math.max(line.top, box.top)
@@ -227,12 +227,12 @@
 
     // --- Headings ----------------------------------------------------------------------------------------------------
 
-    // The heading that was seen last, until something else is: where it ends, and whether it begins its column.
+    // The last heading, until other content follows: its end, and whether it begins its column.
     let heading = null;
     let lastColumn = -1;
 
     const headingOf = (node) => node.parentElement.closest('h1, h2, h3, h4, h5, h6');
-    // Whether the book itself begins a column between the two.
+    // Whether the book forces a column break between the two.
     function isParted(from, to) {
         const forces = (value) => /column|page|left|right|always|recto|verso/.test(value) && !/avoid/.test(value);
         for (let each = from; each && !each.contains(to); each = each.parentElement) {
@@ -246,7 +246,7 @@
         return false;
     }
 
-    // A heading that ends a column which it does not begin, while what it is about begins the next one.
+    // A heading at the end of a column that it does not begin, with its text in the next column.
     function lookForHeading(node, box) {
         const own = node.nodeType === Node.TEXT_NODE ? headingOf(node) : null;
         if (heading && heading.element !== own) {
@@ -292,7 +292,7 @@
 
     const passedOver = /^(?:script|style|noscript|template|title|desc|metadata|select|option|datalist|textarea|audio|video|canvas|iframe|rp|head|annotation|annotation-xml)$/;
     const wholes = /^(?:img|svg|video|canvas|iframe|object|embed|math|hr|tr)$/;
-    // Whether its content is seen in its place.
+    // Whether its content is visible in place.
     const showsFallback = (element) => element.localName === 'object' && element.firstElementChild
         && element.firstElementChild.getClientRects().length > 0;
     const keepsLines = (own) => /pre|break-spaces/.test(own.whiteSpace);
@@ -307,9 +307,9 @@
         range.selectNodeContents(node);
         const rects = Array.from(range.getClientRects()).filter((rect) => rect.width > 0.5 && rect.height > 0.5);
         const length = rects.reduce((sum, rect) => sum + rect.width, 0);
-        // Blanks and the indents of kept lines take room too.
+        // White space and indents of preformatted lines have a width too.
         const letters = widthOf(keepsLines(facts.style) ? node.data.replace(/[\r\n]+/g, '') : text);
-        // A text that keeps its own lines hardly wraps where there is room for a line.
+        // Preformatted text is wrapped only if a line is too long.
         const isTold = keepsLines(facts.style) && facts.block.clientWidth > 2 * narrowest * length / letters;
         const isOverLine = !!node.parentElement.closest('rt');
         for (const rect of rects) {

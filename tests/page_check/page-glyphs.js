@@ -5,7 +5,7 @@ var pagoraGlyphs = (function () {
     const pen = document.createElementNS('http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
     const range = new Range();
 
-    // The top and the bottom of the glyphs of a text in its line box; null when the font is not known.
+    // The top and bottom of a text's glyphs in its line box; null if the font is unknown.
     function inkOf(style, box, text) {
         pen.font = style.font || `${style.fontStyle} ${style.fontWeight} ${style.fontSize} ${style.fontFamily}`;
         const measured = pen.measureText(text);

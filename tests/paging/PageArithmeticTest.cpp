@@ -188,7 +188,7 @@ TEST(PageArithmetic, TheEndOfAStripThatIsNoBoundaryComesBack)
 TEST(PageArithmetic, ASnappedOffsetComesBack)
 {
     const PageGeometry odd { 386, 700, 3, 8 };
-    // The fifteenth boundary is at 1930, and is cut to a point less.
+    // The fifteenth boundary is at 1930 and is truncated to one point less.
     const auto X = odd.adjustOffset(1925);
     EXPECT_EQ(X, 1929);
     EXPECT_EQ(odd.offsetAround((X + 193) / 3860.0, 3860), X);
@@ -207,7 +207,7 @@ TEST(PageArithmetic, ThePlaceMovesToAColumnBoundaryOfAnotherStrip)
     EXPECT_EQ(page.offsetAround(0.5, 2640), 800);
 }
 
-// Every offset at which a page can stand, in strips of any number of columns, comes back exactly.
+// Every possible offset of a page, in strips of any number of columns, is restored exactly.
 TEST(PageArithmetic, EveryOffsetComesBackFromItsPlace)
 {
     for (const double W : { 800, 801, 803, 1366 }) {

@@ -124,7 +124,7 @@ TEST(PageScripts, NothingInANameEndsTheString)
     EXPECT_EQ(scripts::offsetTopOf("a').x;('"), "document.getElementById('a\\x27).x;(\\x27').offsetTop;");
 }
 
-// The hash stands between double quotes.
+// The hash is in double quotes.
 TEST(PageScripts, NothingInAnAnchorEndsTheString)
 {
     EXPECT_EQ(scripts::setHash("a\"; evil(); \"").find('"', 26), scripts::setHash("a\"; evil(); \"").size() - 2);

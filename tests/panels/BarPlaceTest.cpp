@@ -54,7 +54,7 @@ TEST(BarPlace, IsBelowTheLastLineWhereTheFirstIsAtTheTop)
     EXPECT_EQ(place, (Rect { 40, 316, 200, 36 }));
 }
 
-// The text goes on at the top of the next column, beside which the bar would lie.
+// The text continues at the top of the next column, beside the usual place of the bar.
 TEST(BarPlace, DoesNotReachIntoTheNextColumn)
 {
     const Rect first { 40, 400, 340, 160 };

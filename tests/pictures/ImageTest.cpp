@@ -142,7 +142,7 @@ TEST(Image, PictureOfTooManyPixelsIsNone)
 {
     std::string gif("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
     ASSERT_TRUE(Image::fromBytes(gif));
-    // The size of the whole, 30,000 by 30,000.
+    // The size of the picture, 30,000 by 30,000.
     gif.replace(6, 4, "\x30\x75\x30\x75");
     EXPECT_FALSE(Image::fromBytes(gif));
 }
@@ -160,7 +160,7 @@ TEST(Image, BitmapWhoseHeaderIsLargerThanTheFileIsNone)
 {
     auto bytes = picture(4, 3, "bmp");
     ASSERT_TRUE(isComplete(imageFormatOf(bytes), bytes));
-    // A decoder would get itself the gigabyte that the header is said to take.
+    // A decoder would allocate the gigabyte that the header declares.
     bytes.replace(14, 4, "\x01\x0D\x49\x48");
     EXPECT_FALSE(isComplete(imageFormatOf(bytes), bytes));
     EXPECT_FALSE(Image::fromBytes(bytes));

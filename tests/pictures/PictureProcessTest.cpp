@@ -20,7 +20,7 @@ std::string svg(const std::string& content)
     return "<svg xmlns='http://www.w3.org/2000/svg' width='100' height='150'>" + content + "</svg>";
 }
 
-// An element that stands for ten to the power of `depth`.
+// An element that expands to 10^`depth` elements.
 std::string manyTimes(int depth)
 {
     std::string content = "<g id='a0'><rect width='1' height='1'/></g>";
@@ -60,7 +60,7 @@ TEST(PictureProcess, DecodesThePicturesOfSeveralThreads)
 
 TEST(PictureProcess, PictureWithoutEndIsGivenUp)
 {
-    // Later versions of the library bound the octaves of a step, but not the steps.
+    // Later versions of the library limit the octaves of a step, but not the steps.
     std::string steps;
     for (int i = 0; i < 5000; ++i)
         steps += "<feTurbulence baseFrequency='0.1' numOctaves='1000000000'/>";
@@ -75,7 +75,7 @@ TEST(PictureProcess, ReferencesWithoutEndAreGivenUp)
 
 TEST(PictureProcess, PictureInAPictureTakesNoMoreMemoryThanTheLimit)
 {
-    // A frame of 20,000 by 20,000 pixels, which has no room; the rest of the picture may be shown without it.
+    // A frame of 20,000 by 20,000 pixels, which exceeds the limit. The rest of the picture may be shown.
     const std::string frame("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\x20\x4E\x20\x4E\0\2\2D\1\0;", 35);
     gchar* const text = g_base64_encode(reinterpret_cast<const guchar*>(frame.data()), frame.size());
     const auto picture

@@ -1,4 +1,4 @@
-// What happens when the location changes within the page, and what the contents pane and the search field do to it.
+// Changes of the location within the page, and their effects on the contents pane and the search field.
 
 #include "tests/reflowable/ReaderTest.hpp"
 

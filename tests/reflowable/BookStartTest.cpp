@@ -1,4 +1,4 @@
-// How a book starts in the reader.
+// Start of a book in the reader.
 
 #include "tests/reflowable/ReaderTest.hpp"
 

@@ -1,4 +1,4 @@
-// Values next to the ones that decide: one more or one less makes a difference.
+// Boundary values.
 
 #include "contents/SplitRules.hpp"
 #include "paging/PageScripts.hpp"

@@ -1,4 +1,4 @@
-// How chapters load, and how a loaded chapter is prepared.
+// Loading and preparation of chapters.
 
 #include "paging/PageScripts.hpp"
 #include "tests/reflowable/ReaderTest.hpp"
@@ -195,7 +195,7 @@ TEST_F(ChapterLoading, AnAnchorIsTrackedBeforeThePlacement)
     reader->changeChapter(*Url::fromString("file:///book/chapter2.xhtml%23sec"));
     page().scripts.clear();
     page().finishDocument();
-    // Tracking goes by the seek divisor, the placement by the page area.
+    // Tracking uses the seek divisor; placement uses the page area.
     EXPECT_EQ(scrolls(), (std::vector<std::string> { scriptOf(-1600), scriptOf(800) }));
     EXPECT_EQ(page().scripts.at(0), "window.location.hash = \"#sec\";");
     EXPECT_EQ(page().scripts.at(1), "document.getElementById('sec').offsetTop;");

@@ -31,7 +31,7 @@ TEST_F(DisplayOptions, TheBooksOwnThemeReloadsTheChapterAtItsPage)
     openInTheme(2);
     reader->changePage(1);
     reader->setLastAnchor("sec");
-    // The fraction and the place in the page do not agree, so that both are seen.
+    // The fraction and the place in the page differ, so that the test distinguishes them.
     reader->setReadAmount(0.67F);
     page().scripts.clear();
     parts->colorControl.choose(0);
@@ -129,7 +129,7 @@ TEST_F(DisplayOptions, AResizeGoesToThePageOfTheCapacity)
     page().page.X = 800;
     reader->changePage(1);
     page().page.S = 4000;
-    // The capacity of 793600 is one page of 420 × 620 × 2 and a bit.
+    // The capacity of 793600 is slightly more than one page of 420 × 620 × 2.
     page().resizeTo(1000, 700);
     EXPECT_EQ(page().page.X, 1000);
     EXPECT_EQ(label(), "12 %");

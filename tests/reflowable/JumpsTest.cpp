@@ -17,7 +17,7 @@ protected:
     }
     void goTo(std::size_t split, PlaceInChapter place) { reader->goTo({ chapter(split), std::move(place) }); }
 
-    // Where the page says that a text is.
+    // The place of a text according to the page.
     std::string offset = "1600";
 };
 

@@ -1,4 +1,4 @@
-// What the reader does when the engine stops and the page comes back as a new load.
+// Recovery of the reader after a crash of the engine, when the page is loaded again.
 
 #include "tests/reflowable/ReaderTest.hpp"
 
@@ -9,7 +9,7 @@ namespace {
 
 class LostPage : public ReaderTest {
 protected:
-    // The engine stops; scripts that wait read as empty.
+    // Simulates a crash of the engine; pending scripts return empty texts.
     void lose()
     {
         page().delegate->webProcessDidTerminate();

@@ -86,7 +86,7 @@ TEST_F(Paging, ALinkThatCannotBeShownHidesNoChapter)
     page().page.X = 1600;
     reader->changePage(on);
     page().finishDocument();
-    // A link of the page, which the reader did not ask for.
+    // A link in the page, not requested by the reader.
     page().failDocument();
     page().page.X = 0;
     reader->changePage(back);

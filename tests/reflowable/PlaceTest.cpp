@@ -1,4 +1,4 @@
-// The place that is remembered when a book is closed, and kept when it is opened again.
+// The stored place of a closed book, and its restoration.
 
 #include "tests/reflowable/ReaderTest.hpp"
 
@@ -16,7 +16,7 @@ protected:
         page().page.W = static_cast<std::int64_t>(width);
     }
 
-    // Closes the book and opens it again at the place that was remembered.
+    // Closes the book and opens it again at the stored place.
     void reopen()
     {
         const auto place = reader->lastPlace();

@@ -10,7 +10,7 @@
 
 namespace pagora::test {
 
-// A reader over a model page of 800 × 700 points, whose text column is 320 points wide with two columns.
+// A reader with a model page of 800 × 700 points and two columns of 320 points.
 class ReaderTest : public ReaderFixture {
 protected:
     ReaderTest()
@@ -35,8 +35,8 @@ protected:
         return urls;
     }
 
-    // Starts a book of `count` chapters at chapter `first`, and shows that chapter.
-    // The pictures of the chapter are still awaited, until the page view reports the end of the load.
+    // Starts a book of `count` chapters at chapter `first`, and shows that chapter. Pictures of the chapter are pending
+    // until the page view reports the end of the load.
     void open(std::size_t count, std::size_t first = 0)
     {
         reader->setActiveSplitIndex(first);

@@ -16,7 +16,7 @@ using namespace pagora;
 
 namespace {
 
-// Turns the main context until the condition holds.
+// Iterates the main context until the condition holds.
 template <typename Condition>
 void turnUntil(Condition holds)
 {
@@ -73,7 +73,7 @@ TEST(GLibRunLoop, BackgroundWorkRunsSideBySide)
     GLibRunLoop runLoop;
     std::atomic<bool> firstStarted = false, secondStarted = false;
     bool firstDone = false, secondDone = false;
-    // Each ends only when the other has begun.
+    // Each job ends only after the other has started.
     const auto first = noteWhenDone(
         runLoop,
         [&] {

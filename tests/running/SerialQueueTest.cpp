@@ -12,7 +12,7 @@ using namespace pagora;
 
 namespace {
 
-// Work that notes its begin and its end in `order`, and waits in between when there is a reply to wait for.
+// Work that records its start and end in `order`, and waits in between for a reply if there is one.
 struct Notes {
     std::vector<std::string> order;
 

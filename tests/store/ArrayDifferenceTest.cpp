@@ -30,7 +30,7 @@ std::size_t written(const ArrayDifference& difference)
     return static_cast<std::size_t>(std::count(difference.isKept.begin(), difference.isKept.end(), false));
 }
 
-// The array after the difference; checks that ranks ascend.
+// Applies the difference; checks that ranks ascend.
 std::vector<StoredElement> applied(std::vector<StoredElement> elements, const ArrayDifference& difference)
 {
     const auto start = elements.begin() + static_cast<std::ptrdiff_t>(difference.start);

@@ -36,7 +36,7 @@ Value books(int count)
     return array;
 }
 
-// A library that was stored, and copies of its file and backup to damage in folders of their own.
+// A stored library, and copies of its file and backup in separate folders for damaging.
 struct DefaultsDamage : testing::Test {
     DefaultsDamage()
     {
@@ -50,7 +50,7 @@ struct DefaultsDamage : testing::Test {
     }
 
     std::string bytesOf(const std::string& name) const { return contentsOf(folder.path("whole/" + name)); }
-    // A folder with a file and a backup of these bytes.
+    // Makes a folder with a file and a backup of these bytes.
     std::string folderWith(const std::string& file, const std::string& backup) const
     {
         static int number = 0;
@@ -60,8 +60,8 @@ struct DefaultsDamage : testing::Test {
         return path;
     }
 
-    // The program starts with every book and goes on storing; what it set aside is as it was. Says whether it set
-    // anything aside.
+    // Expects that the program starts with all books and can store, and that renamed files are unchanged. Returns
+    // whether a file was renamed.
     bool expectEverything(const std::string& path, const std::string& damaged) const
     {
         std::string problem;
@@ -99,7 +99,7 @@ std::string truncated(std::string bytes, std::size_t size)
 
 TEST_F(DefaultsDamage, AFileThatEndsAnywhereIsSetAsideForItsBackup)
 {
-    // Where less than a page is missing, it may be room that nothing uses.
+    // If less than a page is missing, it may be unused space.
     constexpr std::size_t page = 4096;
     const auto whole = bytesOf("defaults.sqlite");
     for (std::size_t size = 0; size + page <= whole.size(); size += whole.size() / 12) {
@@ -172,7 +172,7 @@ TEST_F(DefaultsDamage, WithFileAndBackupDamagedAnywhereTheProgramStartsAndStores
     }
 }
 
-// A store as a kill leaves it, with what was flushed last only in the log.
+// A store after a kill, with the last flush only in the log.
 TEST_F(DefaultsDamage, ADamagedLogLeavesTheStateOfAnEarlierFlush)
 {
     const auto path = folder.path("killed");

@@ -36,7 +36,7 @@ public:
     std::string file() const { return folder.path("defaults.sqlite"); }
     std::string backup() const { return folder.path("defaults-backup.sqlite"); }
 
-    // The names of files that were set aside as `kind`.
+    // The names of files that were renamed as `kind`.
     std::vector<std::string> setAside(const std::string& kind) const
     {
         std::vector<std::string> names;
@@ -66,7 +66,8 @@ void overwrite(const std::string& path, std::size_t offset, const std::string& b
     file << bytes;
 }
 
-// The store is opened, gives the stored values, says so in one line and has kept the damaged file as it was.
+// Expects that the store opens with the stored values, reports the problem in one line and keeps the damaged file
+// unchanged.
 void expectRestored(const StoredFolder& folder)
 {
     const std::string damaged = contents(folder.file());

@@ -12,7 +12,7 @@ using test::TemporaryFolder;
 
 namespace {
 
-// The row that says which flush the file is the state of.
+// The row with the number of the last flush.
 constexpr int stateRow = 1;
 
 Value entry(int number, const Data& cover)
@@ -44,7 +44,7 @@ Data cover(char character = 'x')
     return Data(std::string(8000, character));
 }
 
-// A store, and what a flush of one key costs in it.
+// A store that measures the cost of a flush of one key.
 class Flushes {
 public:
     explicit Flushes(const std::string& folder)

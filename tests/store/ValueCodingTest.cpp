@@ -57,7 +57,7 @@ TEST(ValueCoding, AnotherVersionIsMalformed)
 
 TEST(ValueCoding, AFalseCountIsMalformed)
 {
-    // An array that claims 2^63 elements.
+    // An array with a declared size of 2^63.
     EXPECT_EQ(decodeValue("\x01\x09\x80\x80\x80\x80\x80\x80\x80\x80\x80\x01"), std::nullopt);
 }
 

@@ -171,7 +171,7 @@ std::string EpubBuilder::write(const std::string& path) const
 {
     std::filesystem::remove(path);
     auto all = members();
-    // The library refuses a second member of a name, so those get another name first.
+    // The library rejects duplicate names, so duplicates get another name first.
     for (std::size_t i = 0; i < _doubles.size(); ++i) {
         auto placeholder = std::string(_doubles[i].name.size(), static_cast<char>('\x01' + i));
         all.push_back({ placeholder, _doubles[i].bytes, MemberKind::Plain });

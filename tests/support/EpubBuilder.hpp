@@ -5,17 +5,17 @@
 
 namespace pagora::test {
 
-// How a member is written, beyond its name and bytes.
+// Attributes of a member besides its name and bytes.
 enum class MemberKind { Plain, Link, Encrypted, NameNotUtf8 };
 
-// Makes EPUB files: a valid book, changed as the test needs it.
+// Builds EPUB files: a valid book with the changes of the test.
 //
 // Members: mimetype, META-INF/container.xml, OEBPS/content.opf, OEBPS/toc.ncx, OEBPS/chapter<n>.xhtml from 1 on,
 // OEBPS/images/cover.jpg.
 class EpubBuilder {
 public:
     EpubBuilder() = default;
-    // Without any member.
+    // An archive without members.
     static EpubBuilder empty();
 
     EpubBuilder& title(std::string title);
@@ -23,12 +23,12 @@ public:
     EpubBuilder& identifier(std::string identifier);
     EpubBuilder& chapters(int count);
     EpubBuilder& cover(int width, int height);
-    // With the display options that say so, and a viewport in each page.
+    // A fixed-layout book, with display options and a viewport in each page.
     EpubBuilder& fixedLayout(int width, int height);
 
-    // Adds a member, or replaces the one of that name. A link's bytes are its target.
+    // Adds or replaces a member. The bytes of a symbolic link are its target.
     EpubBuilder& member(std::string name, std::string bytes, MemberKind kind = MemberKind::Plain);
-    // Adds a member also when there is one of that name.
+    // Adds a member even if the name exists.
     EpubBuilder& anotherMember(std::string name, std::string bytes);
     EpubBuilder& without(const std::string& name);
 
@@ -63,7 +63,7 @@ private:
 // A picture of one colour, as bytes in a format such as "jpeg" or "png". `alpha` of 0 makes it transparent.
 std::string picture(int width, int height, const std::string& format = "jpeg", unsigned char alpha = 255);
 
-// Every occurrence of `from` in a text, or in the bytes of a file, becomes `to`.
+// Replaces every occurrence of `from` by `to` in a text, or in a file.
 std::string replaced(std::string text, const std::string& from, const std::string& to);
 void replaceInFile(const std::string& path, const std::string& from, const std::string& to);
 std::string contentsOf(const std::string& path);

@@ -90,7 +90,7 @@ public:
     std::vector<bool> hidden { false, false };
 };
 
-// The parts of a reader window. They are shared, so that a test can still look at them when the window has gone.
+// The parts of a reader window. They are shared, so that a test can check them after the window is destroyed.
 struct ReaderWindowParts {
     FakeWindow window;
     FakeSplitView mainSplitView;
@@ -121,7 +121,7 @@ struct ReaderWindowParts {
     bool pageIsMissing = false;
     bool isLoading = false;
     bool hasNothingToShow = false;
-    // What is shown beside the page's text, searched for and copied.
+    // The shown selection, and the texts that were searched and copied.
     std::optional<PageSelection> selection;
     std::vector<std::string> searchedFor;
     std::vector<std::string> copied;
@@ -201,7 +201,7 @@ public:
     std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }
 };
 
-// Keeps the parts of every window that it made, in order.
+// Keeps the parts of all windows that it made, in order.
 class FakeReaderWindowFactory : public ReaderWindowFactory {
 public:
     std::unique_ptr<EpubWindow> makeEpubWindow() override

@@ -11,7 +11,7 @@ namespace pagora::test {
 // Records the reports of an inspection.
 class FakeInspectionHub : public InspectionHub {
 public:
-    // The library's folders all lie in `root`, each where it belongs.
+    // The library's folders are in `root`.
     explicit FakeInspectionHub(const std::string& root)
         : layout { root + "/library", root + "/cache", root + "/cache/_books", root + "/cache/_data" }
     {

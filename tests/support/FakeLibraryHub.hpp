@@ -7,7 +7,7 @@
 
 namespace pagora::test {
 
-// A hub that remembers what the library views asked for.
+// Records the calls of the library views.
 class FakeLibraryHub : public LibraryHub {
 public:
     void sendDoubleClick() override { ++timesOpened; }

@@ -13,7 +13,7 @@
 
 namespace pagora::test {
 
-// A library view that shows nothing. `click` and `select` are what the user does in it.
+// A library view without display. `click` and `select` simulate the user.
 class FakeLibraryViewSurface : public LibraryViewSurface {
 public:
     FakeLibraryViewSurface(const char* layoutName, ArrayController& shown)
@@ -33,13 +33,13 @@ public:
         if (handler)
             handler->userDidSelect();
     }
-    // On the selection, or on an empty part when nothing is selected.
+    // Clicks the selection, or an empty part if nothing is selected.
     void click(int clickCount = 1)
     {
         if (handler)
             handler->mouseDown(clickCount);
     }
-    // A click of the left button on one item, as the view would take it.
+    // A left click on one item.
     void clickItem(std::size_t index)
     {
         if (handler)
@@ -47,13 +47,13 @@ public:
         books.setSelectionIndexes({ index });
         click();
     }
-    // On an item, or the empty part.
+    // Opens the menu on an item or on an empty part.
     void rightClick(std::optional<std::size_t> item)
     {
         if (handler)
             handler->rightMouseUp(item);
     }
-    // Chooses the item of the menu that was shown last.
+    // Chooses an item of the last menu.
     void choose(const std::string& title)
     {
         const auto menu = menus.back();
@@ -62,7 +62,7 @@ public:
                 item.action();
         }
     }
-    // The titles of the menu that was shown last, separators as "-"; none when there was no menu.
+    // The titles of the last menu, separators as "-"; empty if there was no menu.
     std::vector<std::string> menuTitles() const
     {
         std::vector<std::string> titles;
@@ -79,7 +79,7 @@ public:
     int timesFocused = 0;
 };
 
-// The place of the library views, in a window of its own or in the whole library window.
+// The host of library views, for tests of views or as part of the library window.
 template <typename Interface>
 class FakeLibraryViewHostBase : public Interface {
 public:
@@ -128,12 +128,12 @@ public:
         std::function<void(int code)> answered;
     };
     std::vector<Question> questions;
-    // Every layout a view was built from, in order.
+    // The layouts of all built views, in order.
     std::vector<std::string> loadedLayouts;
     // The view in the window.
     FakeLibraryViewSurface* shown = nullptr;
     int timesSearchEnded = 0;
-    // The program is at the front.
+    // Whether the program is active.
     bool active = true;
     FakeButton readerButtonFake;
     FakeSegmentedControl bListControlFake;
@@ -142,7 +142,7 @@ public:
 
 using FakeLibraryViewHost = FakeLibraryViewHostBase<LibraryViewHost>;
 
-// The library window. Its parts end in "Fake", so that tests get at more than the interface shows.
+// The library window. Tests access its parts by the names that end in "Fake".
 class FakeLibraryWindow : public FakeLibraryViewHostBase<LibraryWindow> {
 public:
     struct Alert {
@@ -196,7 +196,7 @@ public:
     }
     void setEventMonitor(std::function<bool(const LibraryEvent&)> value) override { monitor = std::move(value); }
 
-    // All of it writes to one journal.
+    // The parts share one journal.
     void keepJournal(Journal& lines)
     {
         journal = &lines;

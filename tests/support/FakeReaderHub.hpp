@@ -8,7 +8,7 @@
 
 namespace pagora::test {
 
-// The hub as the readers see it. `whenClosed` is what the closing does.
+// The hub of the readers. `whenClosed` is called at closing.
 class FakeReaderHub : public ReaderHub {
 public:
     void _closeEPUB() override

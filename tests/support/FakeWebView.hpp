@@ -14,13 +14,13 @@
 
 namespace pagora::test {
 
-// A laid-out chapter in a few numbers: a strip of `S` points, scrolled to `X`, in a view of `W`. It answers the
-// readers' scripts as the engine would; scripts that it does not know give an empty text.
+// A model of a laid-out chapter: a strip of `S` points, scrolled to `X`, in a view of `W`. Answers the readers' scripts
+// as the engine would, and unknown scripts with an empty text.
 struct ModelPage {
     std::int64_t S = 3200;
     std::int64_t X = 0;
     std::int64_t W = 800;
-    // `offsetTop` of the elements that are there, by their ids.
+    // `offsetTop` of the existing elements, by id.
     std::map<std::string, std::int64_t> offsetTop;
 
     void scrollTo(std::int64_t offset) { X = std::clamp<std::int64_t>(offset, 0, std::max<std::int64_t>(S - W, 0)); }
@@ -46,8 +46,8 @@ struct ModelPage {
     }
 };
 
-// A page view without an engine. The test reports what becomes of a load; scripts are answered by `answer`, which is
-// the model page unless the test sets another, at once unless replies are held.
+// A page view without an engine. The test reports the outcome of loads. Scripts are answered by `answer`, by default
+// the model page, at once unless replies are held.
 class FakeWebView : public WebView {
 public:
     void setDelegate(WebViewDelegate* value) override { delegate = value; }
@@ -81,13 +81,13 @@ public:
     bool isHidden() const override { return hidden; }
     void makeFirstResponder() override { ++timesFocused; }
 
-    // The engine's side: reports on the current load, or on the one that `load` numbers.
+    // Simulates reports of the engine on the current load, or on the load with the number `load`.
     DataSource source(bool isMainResource = true, bool isLoading = false, std::uint64_t load = 0) const
     {
         const auto number = load ? load : currentLoad();
         return { loads.at(number - 1), number, isMainResource, isLoading };
     }
-    // The document is there, scrolled to its start.
+    // Reports the document, scrolled to its start.
     void finishDocument(bool isLoading = false)
     {
         page.X = 0;
@@ -101,7 +101,7 @@ public:
     void finishFrame() { report(&WebViewDelegate::didFinishLoadForFrame, source()); }
     void failDocument() { report(&WebViewDelegate::resourceDidFailLoading, source()); }
     void failSubresource() { report(&WebViewDelegate::resourceDidFailLoading, source(false)); }
-    // The view takes another size.
+    // Resizes the view.
     void resizeTo(double width, double height)
     {
         rect.width = width;
@@ -111,14 +111,14 @@ public:
             delegate->didResize();
     }
 
-    // Answers the oldest script whose reply is held.
+    // Answers the oldest held script.
     void replyToNext()
     {
         auto [script, resolve] = std::move(_waiting.front());
         _waiting.pop_front();
         resolve(answer(script));
     }
-    // Answers until nothing waits any more.
+    // Answers scripts until none is held.
     void replyToAll()
     {
         while (!_waiting.empty())
@@ -126,7 +126,7 @@ public:
     }
     std::size_t heldReplies() const { return _waiting.size(); }
 
-    // How often this script was evaluated.
+    // The number of evaluations of this script.
     std::size_t timesEvaluated(const std::string& script) const
     {
         return static_cast<std::size_t>(std::count(scripts.begin(), scripts.end(), script));
@@ -137,11 +137,11 @@ public:
         = [this](const std::string& script) { return page.answer(script); };
     WebViewDelegate* delegate = nullptr;
     std::string bookFolder;
-    // Every URL loaded, in order; the load's number is its place, from 1.
+    // All loaded URLs, in order. The number of a load is its position, from 1.
     std::vector<PageStart> starts;
     std::vector<Url> loads;
     std::vector<Url> prepared;
-    // Every script evaluated, in order.
+    // All evaluated scripts, in order.
     std::vector<std::string> scripts;
     double textSizeMultiplier = 1;
     Rect rect { 0, 0, 800, 600 };

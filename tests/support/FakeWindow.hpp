@@ -9,8 +9,8 @@
 
 namespace pagora::test {
 
-// A window that remembers what was done to it. It leaves and enters full screen when the test says so; `laidOut`
-// answers at once unless it is held.
+// A window that records its calls. The test lets it enter and leave full screen. `laidOut` answers at once unless it is
+// held.
 class FakeWindow : public Window {
 public:
     void setTitle(const std::string& value) override { title = value; }
@@ -63,7 +63,7 @@ public:
         _layouts.push_back(reply.resolver());
         return reply;
     }
-    // Answers every `laidOut` that is held.
+    // Answers all held `laidOut` calls.
     void finishLayout()
     {
         for (const auto& answer : std::exchange(_layouts, {}))
@@ -81,7 +81,7 @@ public:
     bool visible = false;
     // A test that makes another window key clears it here.
     bool key = false;
-    // Whether the desktop shows it in full screen; toggling leaves that to the test.
+    // Whether the window is in full screen. Toggling does not change it; the test does.
     bool fullScreen = false;
     int timesToggled = 0;
     std::vector<Rect> animatedTo;

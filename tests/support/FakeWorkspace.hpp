@@ -12,7 +12,7 @@
 
 namespace pagora::test {
 
-// A workspace that copies for real and only remembers the rest.
+// A workspace that copies files and records all other calls.
 class FakeWorkspace : public Workspace {
 public:
     std::vector<std::optional<std::string>> copyFiles(
@@ -50,15 +50,15 @@ public:
 
     // Names of files whose copies fail.
     std::set<std::string> failing;
-    // What paths on a mounted volume begin with.
+    // The prefix of paths on a mounted volume.
     std::string volume = "/Volume";
-    // Paths of files for which there is no Trash.
+    // Paths of files without a Trash.
     std::set<std::string> withoutTrash;
-    // The folder that recycled files are moved to; without one they stay where they are.
+    // The folder that recycled files are moved to; if empty, they are not moved.
     std::string trash;
-    // The Trash takes nothing, although it is there.
+    // Whether moving to the Trash fails.
     bool trashFails = false;
-    // Paths of the files that were asked for, in order.
+    // Paths of the requested files, in order.
     std::vector<std::string> copied;
     std::vector<std::string> recycled;
     std::vector<std::string> revealed;

@@ -8,8 +8,8 @@
 
 namespace pagora::test {
 
-// Runs a part of a test in a process of its own, whose rights and limits it may change; that part's failures fail the
-// test. Before the test has threads.
+// Runs a part of a test in a child process, which may change its own rights and limits. Failures of that part fail the
+// test. Call it before the test starts threads.
 template <typename Body>
 void inForkedProcess(Body body)
 {

@@ -13,8 +13,8 @@
 
 namespace pagora::test {
 
-// A run loop that the test turns by hand. Background work runs at once, on the test's thread, unless it is held; timers
-// and posted work wait until the test runs them.
+// A run loop driven by the test. Background work runs at once, on the test's thread, unless it is held. Timers and
+// posted work wait until the test runs them.
 class ManualRunLoop : public RunLoop {
 public:
     [[nodiscard]] std::unique_ptr<Timer> performAfterDelay(double seconds, std::function<void()> work) override
@@ -46,7 +46,7 @@ public:
 
     bool isMainThread() const override { return std::this_thread::get_id() == _mainThread; }
 
-    // Runs the timers that are set now and not called off, in the order in which they were set.
+    // Runs the pending timers in the order in which they were set.
     void runTimers()
     {
         for (const auto& timer : std::exchange(_timers, {})) {
@@ -62,7 +62,7 @@ public:
         return count;
     }
 
-    // Runs the background work that is held, and answers it.
+    // Runs and completes the held background work.
     void finishBackground()
     {
         for (auto& [work, answer] : std::exchange(_background, {})) {
@@ -71,20 +71,20 @@ public:
         }
     }
 
-    // Runs what was posted, and what that posts.
+    // Runs posted work, also work posted meanwhile.
     void runPosted()
     {
         while (const auto work = takePosted())
             (*work)();
     }
 
-    // Whether background work waits for `finishBackground`.
+    // Whether background work is held until `finishBackground`.
     bool holdsBackground = false;
-    // The delay of every timer ever set, in seconds.
+    // The delays of all timers, in seconds.
     std::vector<double> delays;
 
 private:
-    // Holds what the timer calls; without it, nothing is called.
+    // Owns the timer's function. Destroying it cancels the timer.
     class ManualTimer : public Timer {
     public:
         explicit ManualTimer(std::shared_ptr<std::function<void()>> work)

@@ -11,7 +11,7 @@
 
 namespace pagora::test {
 
-// Takes `makeReadOnly` back.
+// Undoes `makeReadOnly`.
 inline void makeWritable(const std::string& folder)
 {
     std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
@@ -21,7 +21,7 @@ inline void makeWritable(const std::string& folder)
     }
 }
 
-// This process may write nothing in the folder, whoever runs the test.
+// Makes the folder read-only for this process, also if root runs the test.
 inline void makeReadOnly(const std::string& folder)
 {
     namespace fs = std::filesystem;
@@ -30,7 +30,7 @@ inline void makeReadOnly(const std::string& folder)
     fs::permissions(folder, readable | searchable);
     for (const auto& item : fs::recursive_directory_iterator(folder))
         fs::permissions(item.path(), item.is_directory() ? readable | searchable : readable);
-    // Root may write everywhere, but for its capabilities.
+    // Root can write everywhere unless it drops its capabilities.
     __user_cap_header_struct header { _LINUX_CAPABILITY_VERSION_3, 0 };
     __user_cap_data_struct none[2] {};
     EXPECT_EQ(syscall(SYS_capset, &header, none), 0);

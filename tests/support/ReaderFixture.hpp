@@ -12,12 +12,12 @@
 
 namespace pagora::test {
 
-// What a reader of either kind is made with. The log is captured.
+// The arguments for a reader of either kind. Captures the log.
 class ReaderFixture : public testing::Test {
 protected:
     FakeWebView& page() { return parts->webView; }
 
-    // Ends the reader while a script that prepares the page waits for its answer, and then answers it.
+    // Destroys the reader while a script that prepares the page is pending, and then answers the script.
     template <typename Reader>
     void endWhileAScriptRuns(std::unique_ptr<Reader>& reader)
     {

@@ -8,8 +8,8 @@
 
 namespace pagora::test {
 
-// Lets a forked process run out of room in a folder: on a disk of its own where the process may mount one, which only
-// it sees, and otherwise by a limit on the size of every file that it writes.
+// Simulates a full disk in a folder for a forked process: with a private mount if the process may mount, otherwise with
+// a limit on the size of files.
 class SmallDisk {
 public:
     SmallDisk(std::string folder, unsigned long bytes)

@@ -29,7 +29,7 @@ std::uint32_t checkSum(std::string_view bytes)
     return ~sum;
 }
 
-// Little-endian numbers, one after the other.
+// Appends little-endian numbers.
 class Writer {
 public:
     explicit Writer(std::string start = {})
@@ -53,7 +53,7 @@ private:
     std::string _bytes;
 };
 
-// What the header of a member and its entry in the directory share: version, flags, method, time, sizes.
+// The common fields of a local header and a directory entry: version, flags, method, time, sizes.
 std::string common(std::string_view name, std::string_view content, std::uint64_t size)
 {
     Writer writer;
@@ -68,7 +68,7 @@ StoredArchive& StoredArchive::add(std::string_view name, std::string_view conten
     const auto place = _members.size();
     _members += Writer("PK\3\4").put(common(name, content, content.size())).put(name).put(content).bytes();
     Writer entry("PK\1\2");
-    // From a system that has modes.
+    // "Version made by": Unix.
     entry.put(0x31E, 2).put(common(name, content, header.size.value_or(content.size()))).put(0, 6);
     entry.put(std::uint64_t { header.mode } << 16, 4).put(place, 4).put(name);
     _directory += entry.bytes();

@@ -7,12 +7,12 @@
 
 namespace pagora::test {
 
-// Makes ZIP archives byte by byte, also such as no library would write. Members are stored as they are, under names in
-// UTF-8, and count as plain files unless another mode is given.
+// Writes ZIP archives byte by byte, also invalid ones. Members are stored uncompressed, with UTF-8 names, as regular
+// files unless another mode is given.
 class StoredArchive {
 public:
     struct Header {
-        // What the directory says of the size, where that is not the truth.
+        // The size in the directory, if it differs from the real one.
         std::optional<std::uint32_t> size = std::nullopt;
         std::uint32_t mode = 0100644;
     };
@@ -20,7 +20,7 @@ public:
     StoredArchive& add(std::string_view name, std::string_view content, const Header& header);
 
     std::uint64_t count() const { return _count; }
-    // Of all members, as the directory says.
+    // The size of all members according to the directory.
     std::uint64_t memberBytes() const { return _memberBytes; }
     std::uint64_t directoryBytes() const { return _directory.size(); }
     std::string bytes() const;

@@ -7,7 +7,7 @@
 
 namespace pagora::test {
 
-// A fresh folder that goes, with all in it, when the test ends; or a folder that is there already, and stays.
+// A new folder that is deleted with its content by the destructor, or an existing folder that is kept.
 class TemporaryFolder {
 public:
     TemporaryFolder()

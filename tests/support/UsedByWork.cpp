@@ -11,7 +11,7 @@ namespace pagora::test {
 
 namespace {
 
-// Work that grows with the square of a document takes many times as long.
+// Work of quadratic complexity takes many times as long.
 constexpr double maxSeconds = 20;
 constexpr std::uint64_t bytesForEachByte = 8;
 constexpr std::uint64_t freeBytes = 8u << 20;
@@ -23,7 +23,7 @@ double threadSeconds()
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-// A line of the process's own status, which is in kilobytes.
+// A value of /proc/self/status, in kilobytes.
 std::uint64_t statusBytes(const std::string& name)
 {
     std::ifstream status("/proc/self/status");
@@ -40,7 +40,7 @@ std::uint64_t statusBytes(const std::string& name)
 UsedByWork usedBy(const std::function<void()>& work)
 {
     malloc_trim(0);
-    // The peak counts from here on.
+    // Resets the peak.
     std::ofstream("/proc/self/clear_refs") << 5;
     const auto bytes = statusBytes("VmRSS");
     const auto start = threadSeconds();

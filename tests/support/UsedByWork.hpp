@@ -6,18 +6,18 @@
 
 namespace pagora::test {
 
-// What a piece of work takes of the machine.
+// The resources used by a piece of work.
 struct UsedByWork {
     // Processor time of the calling thread.
     double seconds = 0;
-    // The most memory that the process had meanwhile beyond what it had before. 0 where the kernel does not tell.
+    // The peak memory of the process minus the memory before. 0 if the kernel does not report it.
     std::uint64_t bytes = 0;
 };
 
 UsedByWork usedBy(const std::function<void()>& work);
 
-// Fails unless the work on a hostile document of that size ended far from work without end, and took memory in keeping
-// with the size. Prints its row for the table of docs/security.md where PAGORA_FIGURES is set.
+// Fails if the work on a hostile document of that size exceeded the limits of time and memory. With PAGORA_FIGURES set,
+// prints a row for the table in docs/security.md.
 void expectLittleWork(
     const char* attack, std::uint64_t documentBytes, const UsedByWork& used, const std::string& outcome);
 

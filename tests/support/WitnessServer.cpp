@@ -18,7 +18,7 @@ std::size_t lengthOfBody(std::string head)
     return at == std::string::npos ? 0 : std::strtoul(head.c_str() + at + 17, nullptr, 10);
 }
 
-// The head and the body; as much as came of them.
+// The received part of the head and the body.
 std::string readRequest(GInputStream* input)
 {
     std::string request;

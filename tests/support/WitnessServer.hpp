@@ -10,8 +10,8 @@
 
 namespace pagora::test {
 
-// A server on this machine that writes down every request, and what came with it. It answers on threads of its own,
-// with nothing where it was given nothing to answer; "/to?" and a URL leads to that URL.
+// A local server that records its requests. Answers on its own threads, with an empty body unless an answer was set.
+// "/to?URL" redirects to that URL.
 class WitnessServer {
 public:
     WitnessServer();
@@ -21,11 +21,11 @@ public:
 
     // The URL of a path without its first slash.
     std::string url(const std::string& path = {}) const;
-    // What is answered to a path from now on. Each header ends with a line break.
+    // Sets the answer for a path. Each header ends with a line break.
     void answer(const std::string& path, const std::string& headers, const std::string& body);
-    // The requests until now in order, each with its headers and its body.
+    // All requests in order, with headers and bodies.
     std::vector<std::string> requests() const;
-    // Whether one of the requests, with its headers and its body, holds the text.
+    // Whether the headers or the body of a request contain the text.
     bool heard(const std::string& text) const;
     void forget();
 
@@ -34,7 +34,7 @@ private:
         std::string headers;
         std::string body;
     };
-    // What the threads share; it goes with the last of them.
+    // Shared by the threads; deleted with the last of them.
     struct Notes {
         std::string answerTo(const std::string& request) const;
 

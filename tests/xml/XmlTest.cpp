@@ -12,7 +12,7 @@ namespace {
 using test::makeFile;
 using test::TemporaryFolder;
 
-// Writes down what it is told, one line each.
+// Records its calls, one line each.
 class Recorder : public XmlDelegate {
 public:
     std::vector<std::string> lines;

@@ -1,4 +1,4 @@
-// The C library's checked and renamed variants of these calls would be in the way.
+// Disables the C library's fortified and redirected variants of these calls.
 #undef _FORTIFY_SOURCE
 #undef _FILE_OFFSET_BITS
 

@@ -2,13 +2,11 @@
 
 namespace pagora::test {
 
-// The moments at which this process changes a file: the system's own calls for that are replaced in it, and counted.
-// Any thread.
+// Counts the file changes of this process: replaces the C library's functions for writing files. Any thread.
 
-// From now on; at the moment of this number the process is killed, in the middle of what it was about to write. 0 never
-// comes.
+// Starts counting. The process is killed at the change with this number, in the middle of the write. 0 means never.
 void countDiskMoments(long killAt);
-// What follows is not counted, until counting goes on.
+// Pauses counting.
 void pauseDiskMoments();
 void resumeDiskMoments();
 

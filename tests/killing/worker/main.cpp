@@ -19,7 +19,7 @@ namespace {
 
 constexpr int steps = 60;
 
-// The program without its windows, doing random things; what it begins and what it has finished goes to the diary.
+// Performs random actions in the program without its windows. Writes started and finished actions to the diary.
 class Worker {
 public:
     Worker(const Home& home, unsigned seed, long killAt)
@@ -41,7 +41,7 @@ public:
     void work()
     {
         for (_step = 1; _step <= steps; ++_step) {
-            // Half of the books are in the library on average. A reset changes more files than all the others.
+            // On average half of the books are in the library. A reset changes more files than all other actions.
             const auto chance = _random() % 16;
             if (chance == 0)
                 reset();
@@ -156,8 +156,8 @@ private:
 
 }
 
-// killing-worker HOME SEED KILL-AT: does random things in the library of a home, by a seed, until its KILL-ATth change
-// of a file.
+// killing-worker HOME SEED KILL-AT: performs random actions in the library of a home, by a seed, until file change
+// number KILL-AT.
 int main(int argc, char** argv)
 {
     using namespace pagora;

@@ -110,7 +110,8 @@ var pagoraFitWide = (function () {
     };
 })();
 
-// Moves rows of long tables that would be cut to the next column; says whether there were any.
+// Moves rows of long tables that would be cut to the next column; says whether there were any. `tools.pushes` keeps by how
+// much rows were pushed where that was not foreseen.
 var pagoraFitRows = (function () {
     'use strict';
 
@@ -164,13 +165,24 @@ var pagoraFitRows = (function () {
         let y = start ? start.top - tools.boxOf(strip.body).top - strip.paddingTop : 0;
         const wanted = rows.map(() => 0);
         heights.forEach((height, i) => {
-            if (i && y > 0.5 && y + height > strip.height && height <= strip.height) {
-                wanted[i - 1] = Math.max(0, strip.height - y);
+            const found = i ? tools.pushes.get(rows[i - 1]) : undefined;
+            if (found !== undefined || (i && y > 0.5 && y + height > strip.height && height <= strip.height)) {
+                wanted[i - 1] = found === undefined ? Math.max(0, strip.height - y) : found;
                 y = 0;
             }
             y = (y + height + spacing) % strip.height;
         });
-        return rows.map((row, i) => push(row, wanted[i], tools)).includes(true);
+        return rows.map((row, i) => push(row, wanted[i], tools)).includes(true) || pushFirstCut(rows, strip, tools);
+    }
+
+    // The engine may divide the table at another place than was expected. Keeps what it takes to push the first row that is
+    // still cut; it moves those after it.
+    function pushFirstCut(rows, strip, tools) {
+        const i = rows.findIndex((row, at) => at > 0 && isCut(row, strip));
+        if (i < 1)
+            return false;
+        tools.pushes.set(rows[i - 1], pushOf(rows[i - 1]) + rectsOf(rows[i])[0].height);
+        return push(rows[i - 1], tools.pushes.get(rows[i - 1]), tools);
     }
 
     return (strip, tools) => {

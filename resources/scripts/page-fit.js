@@ -7,6 +7,7 @@
 //   data-pagora-ends    a float at a column's end: lines that do not fit below it are not shortened
 //   data-pagora-inflow  a positioned picture that covers text: is put into the flow
 //   data-pagora-fits    a picture that is wider than its container: is limited to that width
+//   data-pagora-raised  letters above or below their line: do not widen it
 //   data-pagora-beside  a picture with text beside it: gets a margin
 //   data-pagora-next    a picture that would be cut, or a heading that would be separated from its text: starts a column
 //   data-pagora-parts   a box that is taller than a column: may be divided
@@ -61,6 +62,7 @@ var pagoraFit = (function () {
             if (name === 'scrolls' && focusable.delete(element))
                 Element.prototype.removeAttribute.call(element, 'tabindex');
         }
+        pagoraRenewLines(marked.filter(([, name]) => name === 'ends').map(([float]) => float), containerOf);
         marked = [];
     }
 
@@ -69,6 +71,8 @@ var pagoraFit = (function () {
     // Elements with the same name and class are of one sort. Only the first ones of each sort are measured.
     const sampleSize = 8;
     const sizeOfTitles = 1.3;
+    // Letters of a verse or an entry of a list that takes little more than a line.
+    const longestEntry = 120;
     const clear = 'rgba(0, 0, 0, 0)';
 
     // The elements of the chapter that may need a mark, as lists by kind, and the body that they are of. `survey` finds them
@@ -80,7 +84,9 @@ var pagoraFit = (function () {
         return {
             floats: own.float !== 'none' && own.position !== 'absolute' && own.position !== 'fixed',
             atoms: /^inline-(?:block|flex|grid|table)$/.test(own.display) || /flex|grid/.test(own.display),
+            raised: isInline(own) && /^(?:sub|super)$/.test(own.verticalAlign) && own.lineHeight !== '0px',
             verses: !isInline(own) && pixels(own.textIndent) < 0,
+            entries: !isInline(own) && own.hyphens === 'auto' && element.textContent.length < longestEntry,
             titles: pixels(own.fontSize) >= bodySize * sizeOfTitles,
             undivided: /^avoid/.test(own.breakInside),
             framed: !isInline(own) && own.display !== 'table-cell' && (own.backgroundColor !== clear
@@ -92,7 +98,7 @@ var pagoraFit = (function () {
 
     function survey(body) {
         const sorts = new Map();
-        const found = { floats: [], atoms: [], verses: [], titles: [], undivided: [], framed: [], insets: [] };
+        const found = { floats: [], atoms: [], raised: [], verses: [], entries: [], titles: [], undivided: [], framed: [], insets: [] };
         const bodySize = pixels(styleOf(body).fontSize);
         for (const element of Element.prototype.getElementsByTagName.call(body, '*')) {
             const name = element.localName;
@@ -118,8 +124,8 @@ var pagoraFit = (function () {
             }
         }
         const flat = (each) => found[each].flat();
-        return { floats: flat('floats'), atoms: flat('atoms'), verses: flat('verses'), titles: flat('titles'), undivided: flat('undivided'),
-            framed: flat('framed'), insets: found.insets };
+        return { floats: flat('floats'), atoms: flat('atoms'), raised: flat('raised'), verses: flat('verses'),
+            entries: flat('entries'), titles: flat('titles'), undivided: flat('undivided'), framed: flat('framed'), insets: found.insets };
     }
 
     // --- Boxes around ------------------------------------------------------------------------------------------------
@@ -287,6 +293,26 @@ var pagoraFit = (function () {
         }
     }
 
+    // --- Words -------------------------------------------------------------------------------------------------------
+
+    // In lines of fewer letters words are hyphenated everywhere.
+    const fewestInWideLine = 32;
+    const shareOfSecondLine = 0.5;
+
+    // Verses, and what takes little more than a line: a part of a word alone in the second line reads badly.
+    function keepWords(strip, letter, later) {
+        for (const block of book.verses) {
+            if (pixels(styleOf(block).textIndent) < 0)
+                later.push([block, 'manual']);
+        }
+        const inLine = (strip.step - strip.gap) / (letter * pixels(styleOf(strip.body).fontSize));
+        for (const block of inLine < fewestInWideLine ? [] : book.entries) {
+            const length = block.textContent.trim().length;
+            if (length > 0.7 * inLine && length < (1 + shareOfSecondLine) * inLine)
+                later.push([block, 'manual']);
+        }
+    }
+
     // --- All of it ---------------------------------------------------------------------------------------------------
 
     let fittedTo = '';
@@ -336,16 +362,15 @@ var pagoraFit = (function () {
             strip = measure();
         }
         const tools = { mark, boxOf, styleOf, pixels, isInline, containerOf, roomIn, standsAlone, all, step,
-            letter: letterWidth(strip.body) };
+            letter: letterWidth(strip.body), pushes: new Map() };
         step((later) => pagoraFitInsets(strip, book, tools, later));
         step((later) => {
             fitFloats(strip, tools.letter, later);
             fitPictures(strip, later);
             fitAtoms(strip, later);
-            for (const block of book.verses) {
-                if (pixels(styleOf(block).textIndent) < 0)
-                    later.push([block, 'manual']);
-            }
+            for (const letters of book.raised)
+                later.push([letters, 'raised']);
+            keepWords(strip, tools.letter, later);
             pagoraFitTitles(strip, book, tools, later);
             pagoraKeepHeadings(strip, book, tools, later);
         });

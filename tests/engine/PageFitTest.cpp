@@ -198,6 +198,25 @@ TEST_F(PageFitTest, VersesKeepTheirWords)
         "manual,auto");
 }
 
+TEST_F(PageFitTest, WhatTakesLittleMoreThanALineKeepsItsWords)
+{
+    fit("<p id='entry' lang='en'>And the dead tree gives no shelter, no relief,</p><p id='prose' lang='en'>"
+            + std::string(400, 'x') + "</p>",
+        2, "p{hyphens:auto;font-size:16px}");
+    EXPECT_EQ(evaluate("['entry', 'prose'].map((id) => getComputedStyle(document.getElementById(id)).hyphens).join()"),
+        "manual,auto");
+}
+
+TEST_F(PageFitTest, RaisedLettersLeaveTheDistanceOfTheLines)
+{
+    fit("<p id='plain'>One 1</p><p id='tag'>One<sup>1</sup></p><p id='class'>One<span class='raised'>1</span></p>", 1,
+        ".raised{vertical-align:super;font-size:80%} p{line-height:1.2}");
+    const auto heightOf
+        = [&](const std::string& id) { return evaluate("document.getElementById('" + id + "').offsetHeight"); };
+    EXPECT_EQ(heightOf("tag"), heightOf("plain"));
+    EXPECT_EQ(heightOf("class"), heightOf("plain"));
+}
+
 TEST_F(PageFitTest, AnAddressThatEndsInAHyphenatedWordStaysInItsColumn)
 {
     fit("<p id='text' lang='en' style='font-size:28px'>See http://www.gnu.org/copyleft/ for it.</p>" + paragraphs(30),

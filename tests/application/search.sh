@@ -3,6 +3,7 @@
 # and selecting all books or a drop of new ones ends it. A folder's books are imported by keyboard.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
+. "$here/drive-names.sh"
 . "$here/drive-files.sh"
 
 library=$HOME/Documents/ePubLibrary
@@ -35,6 +36,17 @@ within 20 window_is Pagora
 within 20 last_read_is "Bare 01.epub"
 settle
 picture continue
+
+# The menu orders the books.
+covers_before=$(seen 40 120 800 240)
+covers_changed() { [ "$(seen 40 120 800 240)" != "$covers_before" ]; }
+press "Order of the books" button
+settle
+key Down
+key Return
+move 640 820
+within 20 covers_changed
+picture by-title
 
 # Words that no book has hide all; Escape shows them again.
 key ctrl+f

@@ -6,6 +6,8 @@
 #include "tests/support/FakeLibraryHub.hpp"
 
 #include <gtkmm/label.h>
+#include <gtkmm/menubutton.h>
+#include <gtkmm/popover.h>
 #include <gtkmm/searchbar.h>
 #include <gtkmm/searchentry.h>
 
@@ -44,10 +46,11 @@ protected:
         bar().set_search_mode(true);
         field().set_text(pattern);
     }
+    // As the item of the menu does it.
     void order(const char* name)
     {
-        _window.outlet<Gtk::Widget>("mainWindow")
-            ->activate_action("books.order", Glib::Variant<Glib::ustring>::create(name));
+        auto* const menu = _window.outlet<Gtk::MenuButton>("orderButton")->get_popover();
+        EXPECT_TRUE(menu->activate_action("books.order", Glib::Variant<Glib::ustring>::create(name)));
     }
     Gtk::SearchBar& bar() { return *_window.outlet<Gtk::SearchBar>("searchBar"); }
     Gtk::SearchEntry& field() { return *_window.outlet<Gtk::SearchEntry>("searchField"); }

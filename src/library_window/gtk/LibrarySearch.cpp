@@ -56,6 +56,7 @@ LibrarySearch::LibrarySearch(const Glib::RefPtr<Gtk::Builder>& layout)
     , _field(*layout->get_widget<Gtk::SearchEntry>("searchField"))
     , _count(*layout->get_widget<Gtk::Label>("bookCount"))
     , _button(*layout->get_widget<Gtk::ToggleButton>("searchButton"))
+    , _orderButton(*layout->get_widget<Gtk::Widget>("orderButton"))
 {
     // The bar closes on Escape, and empties the field then.
     _bar.connect_entry(_field);
@@ -128,7 +129,7 @@ void LibrarySearch::addOrders()
                 perform(_queryAction);
         }
     });
-    _root.insert_action_group("books", actions);
+    _orderButton.insert_action_group("books", actions);
 }
 
 BookQuery LibrarySearch::query() const

@@ -62,6 +62,7 @@ private:
     Gtk::SearchEntry& _field;
     Gtk::Label& _count;
     Gtk::ToggleButton& _button;
+    Gtk::Widget& _orderButton;
     std::vector<std::string> _words;
     BookOrder _order = BookOrder::AsAdded;
     std::function<void()> _queryAction;

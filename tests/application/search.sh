@@ -23,6 +23,19 @@ within 60 catalogue 'len(books) == 12'
 place_library
 picture library
 
+# The menu orders the books.
+move 640 820
+settle
+covers_before=$(seen 40 120 800 240)
+covers_changed() { [ "$(seen 40 120 800 240)" != "$covers_before" ]; }
+press "Order of the books" button
+settle
+key Down
+key Return
+move 640 820
+within 20 covers_changed
+picture by-title
+
 # Nothing but typing opens the search, without case and accents.
 spell "emily bronte"
 settle
@@ -36,17 +49,6 @@ within 20 window_is Pagora
 within 20 last_read_is "Bare 01.epub"
 settle
 picture continue
-
-# The menu orders the books.
-covers_before=$(seen 40 120 800 240)
-covers_changed() { [ "$(seen 40 120 800 240)" != "$covers_before" ]; }
-press "Order of the books" button
-settle
-key Down
-key Return
-move 640 820
-within 20 covers_changed
-picture by-title
 
 # Words that no book has hide all; Escape shows them again.
 key ctrl+f

@@ -93,7 +93,6 @@ public:
 
     LibraryState& state() { return _state; }
     LibraryViews& views() { return _views; }
-    LibraryEventMonitor& eventMonitor() { return _monitor; }
     EpubImport& import() { return _import; }
     const BookInfoPtr& currentBook() const { return _state.reading.currentBook; }
 

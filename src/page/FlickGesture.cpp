@@ -8,8 +8,6 @@ namespace {
 
 // The horizontal part must be this many times longer than the vertical: up to 34 degrees from the horizontal.
 constexpr double lead = 1.5;
-// Movements of resting or brushing fingers stay below this.
-constexpr double restingWay = 8;
 // Minimum length and speed of a flick, in points and points per second. A slower movement is scrolling.
 constexpr double minLength = 16;
 constexpr double minSpeed = 150;
@@ -34,11 +32,6 @@ void FlickGesture::moveTo(double x, double y)
 bool FlickGesture::isHorizontal() const
 {
     return _wayX >= minLength && _wayX >= lead * _wayY;
-}
-
-bool FlickGesture::hasMoved() const
-{
-    return std::hypot(_x, _y) >= restingWay;
 }
 
 double FlickGesture::turnAtSpeed(double velocityX, double velocityY) const

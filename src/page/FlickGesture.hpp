@@ -13,8 +13,6 @@ public:
 
     // Whether the gesture is horizontal so far and long enough to be intended.
     bool isHorizontal() const;
-    // Whether the gesture has moved more than a resting finger does.
-    bool hasMoved() const;
 
     // The horizontal speed in points per second if lifting the fingers now turns a page; 0 otherwise.
     double turnAtSpeed(double velocityX, double velocityY) const;

@@ -1,7 +1,6 @@
 #include "pictures/Image.hpp"
 
 #include "base/Bounds.hpp"
-#include "files/Files.hpp"
 #include "pictures/ImageFormat.hpp"
 #include "pictures/PictureDecoder.hpp"
 #include "pictures/PictureProcess.hpp"
@@ -45,12 +44,6 @@ PixbufPtr reducedFor(PixbufPtr pixbuf, int width, int height)
     }
 }
 
-}
-
-std::optional<Image> Image::fromFile(const std::string& path, Size enough)
-{
-    const auto bytes = readFile(path, PictureLimits().fileBytes);
-    return bytes ? fromBytes(*bytes, enough) : std::nullopt;
 }
 
 std::optional<Image> Image::fromBytes(const std::string& bytes, Size enough, const PictureLimits& limits)

@@ -17,7 +17,6 @@ public:
     // Decodes a JPEG, PNG, GIF, WebP, SVG, BMP, TIFF or AVIF picture. Missing when it does not decode or exceeds one of
     // `limits` even at a reduced size. `size()` is the picture's own size, also when it was decoded at a reduced size
     // that still covers `enough`. External references are not loaded.
-    static std::optional<Image> fromFile(const std::string& path, Size enough = {});
     static std::optional<Image> fromBytes(const std::string& bytes, Size enough = {}, const PictureLimits& limits = {});
     // The same, always in this process. `fromBytes` decodes SVG, whose cost is unbounded, in a helper process.
     static std::optional<Image> fromBytesInProcess(

@@ -256,28 +256,7 @@ TEST_F(ReadingDisplay, SelectedTextIsCopied)
     evaluate("getSelection().selectAllChildren(document.getElementById('last')); 0");
     auto* const view = dynamic_cast<PageView&>(webView()).engineView();
     webkit_web_view_execute_editing_command(view, WEBKIT_EDITING_COMMAND_COPY);
-    auto* const clipboard = gtk_widget_get_clipboard(GTK_WIDGET(view));
-    std::string text;
-    const auto isCopied = [&] {
-        bool isRead = false;
-        struct Answer {
-            std::string& text;
-            bool& isRead;
-        } answer { text, isRead };
-        gdk_clipboard_read_text_async(
-            clipboard, nullptr,
-            [](GObject* source, GAsyncResult* result, gpointer data) {
-                auto& answer = *static_cast<Answer*>(data);
-                char* copied = gdk_clipboard_read_text_finish(GDK_CLIPBOARD(source), result, nullptr);
-                answer.text = copied ? copied : "";
-                answer.isRead = true;
-                g_free(copied);
-            },
-            &answer);
-        waitUntil([&] { return isRead; });
-        return text == "The last line.";
-    };
-    EXPECT_TRUE(waitUntil(isCopied)) << text;
+    EXPECT_TRUE(waitUntil([&] { return clipboard() == "The last line."; })) << clipboard();
     EXPECT_EQ(place(), before);
 }
 

@@ -116,6 +116,26 @@ WebKitWebView* ReadingTest::engineView() const
     return page ? WEBKIT_WEB_VIEW(page) : nullptr;
 }
 
+std::string ReadingTest::clipboard()
+{
+    struct Answer {
+        std::string text;
+        bool isRead = false;
+    } answer;
+    gdk_clipboard_read_text_async(
+        gtk_widget_get_clipboard(GTK_WIDGET(engineView())), nullptr,
+        [](GObject* source, GAsyncResult* result, gpointer data) {
+            auto& answer = *static_cast<Answer*>(data);
+            char* text = gdk_clipboard_read_text_finish(GDK_CLIPBOARD(source), result, nullptr);
+            answer.text = text ? text : "";
+            answer.isRead = true;
+            g_free(text);
+        },
+        &answer);
+    waitUntil([&] { return answer.isRead; });
+    return answer.text;
+}
+
 bool ReadingTest::pageIsLoading() const
 {
     auto* const page = engineView();

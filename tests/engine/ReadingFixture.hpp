@@ -79,6 +79,8 @@ protected:
     // The page view of the open book, of either kind.
     WebView& webView();
     WebKitWebView* engineView() const;
+    // The text on the clipboard.
+    std::string clipboard();
     void turn(int tag);
     void moveSlider(double value);
     void goToChapter(std::size_t index);

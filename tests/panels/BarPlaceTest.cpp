@@ -19,10 +19,11 @@ Rect placeBeside(const Rect& line)
     return placeBeside({ line }, line, line);
 }
 
-bool covers(const Rect& place, const Rect& box)
+void expectOutside(const Rect& place, const std::vector<Rect>& boxes)
 {
-    return place.x < box.x + box.width && box.x < place.x + place.width && place.y < box.y + box.height
-        && box.y < place.y + place.height;
+    for (const auto& box : boxes)
+        EXPECT_FALSE(place.x < box.x + box.width && box.x < place.x + place.width && place.y < box.y + box.height
+            && box.y < place.y + place.height);
 }
 
 }
@@ -60,8 +61,7 @@ TEST(BarPlace, DoesNotReachIntoTheNextColumn)
     const Rect first { 40, 400, 340, 160 };
     const Rect second { 400, 40, 340, 520 };
     const auto place = placeBeside({ first, second }, { 260, 400, 120, 20 }, { 400, 540, 50, 20 });
-    EXPECT_FALSE(covers(place, first));
-    EXPECT_FALSE(covers(place, second));
+    expectOutside(place, { first, second });
     EXPECT_EQ(place, (Rect { 200, 358, 200, 36 }));
 }
 
@@ -70,8 +70,7 @@ TEST(BarPlace, IsInTheMarginOfAPageThatIsSelectedWhole)
     const Rect first { 40, 40, 340, 520 };
     const Rect second { 420, 40, 340, 520 };
     const auto place = placeBeside({ first, second }, { 40, 40, 340, 20 }, { 420, 540, 340, 20 });
-    EXPECT_FALSE(covers(place, first));
-    EXPECT_FALSE(covers(place, second));
+    expectOutside(place, { first, second });
 }
 
 TEST(BarPlace, IsInTheViewEvenWhereThereIsNoRoom)

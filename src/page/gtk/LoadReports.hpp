@@ -26,7 +26,6 @@ public:
     std::uint64_t currentLoad() const { return _load; }
     // The page's URL as requested; missing before the first load.
     const std::optional<Url>& url() const { return _url; }
-    bool isDocumentReported() const { return _documentReported; }
     bool isFinished() const { return _finished; }
 
     // The document is loaded again; resources so far do not count.

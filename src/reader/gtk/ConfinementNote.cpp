@@ -3,7 +3,6 @@
 #include "base/Translation.hpp"
 #include "desktop/gtk/AccessibleNames.hpp"
 
-#include <gtkmm/button.h>
 #include <gtkmm/label.h>
 
 namespace pagora {
@@ -16,10 +15,7 @@ constexpr int lineLength = 50;
 }
 
 ConfinementNote::ConfinementNote(std::function<void()> whenDone)
-    : Gtk::Box(Gtk::Orientation::HORIZONTAL, 6)
 {
-    add_css_class("confinement-note");
-
     auto* const line = Gtk::make_managed<Gtk::Label>(
         _("The book’s own scripts are off: this system does not let Pagora confine them."));
     line->set_ellipsize(Pango::EllipsizeMode::END);
@@ -47,16 +43,7 @@ ConfinementNote::ConfinementNote(std::function<void()> whenDone)
     _more.set_popover(_explanation);
     append(_more);
 
-    auto* const close = Gtk::make_managed<Gtk::Button>();
-    close->set_icon_name("window-close-symbolic");
-    close->set_has_frame(false);
-    close->set_tooltip_text(_("Close"));
-    setAccessibleName(*close, _("Close"));
-    close->signal_clicked().connect([this, whenDone] {
-        set_visible(false);
-        whenDone();
-    });
-    append(*close);
+    addCloseButton(whenDone);
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <gtkmm/box.h>
+#include "reader/gtk/ClosableNote.hpp"
+
 #include <gtkmm/menubutton.h>
 #include <gtkmm/popover.h>
 
@@ -10,7 +11,7 @@ namespace pagora {
 
 // A line that says that the book's scripts are disabled because this system does not allow confinement, with an
 // explanation in a popover. Main thread.
-class ConfinementNote : public Gtk::Box {
+class ConfinementNote : public ClosableNote {
 public:
     // `whenDone`: the user has closed the line or the explanation.
     explicit ConfinementNote(std::function<void()> whenDone);

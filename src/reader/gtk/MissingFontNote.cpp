@@ -2,9 +2,7 @@
 
 #include "base/Translation.hpp"
 #include "controls/gtk/FontLetters.hpp"
-#include "desktop/gtk/AccessibleNames.hpp"
 
-#include <gtkmm/button.h>
 #include <gtkmm/label.h>
 
 #include <set>
@@ -12,10 +10,7 @@
 namespace pagora {
 
 MissingFontNote::MissingFontNote(const std::string& language, std::function<void()> whenDone)
-    : Gtk::Box(Gtk::Orientation::HORIZONTAL, 6)
 {
-    add_css_class("confinement-note");
-
     auto* const line = Gtk::make_managed<Gtk::Label>(formatted(
         _("No installed font has the letters of this book’s language (%s). They show as boxes until one is installed."),
         language.c_str()));
@@ -25,17 +20,7 @@ MissingFontNote::MissingFontNote(const std::string& language, std::function<void
     line->set_margin_start(12);
     append(*line);
 
-    auto* const close = Gtk::make_managed<Gtk::Button>();
-    close->set_icon_name("window-close-symbolic");
-    close->set_has_frame(false);
-    close->set_valign(Gtk::Align::CENTER);
-    close->set_tooltip_text(_("Close"));
-    setAccessibleName(*close, _("Close"));
-    close->signal_clicked().connect([this, whenDone] {
-        set_visible(false);
-        whenDone();
-    });
-    append(*close);
+    addCloseButton(whenDone).set_valign(Gtk::Align::CENTER);
 }
 
 bool isMissingFontUntold(const std::string& language)

@@ -390,7 +390,7 @@ TEST_P(HostileBooks, TakeNoMoreThanTheyMay)
             static_cast<unsigned long long>(fs::file_size(path) / 1'000),
             static_cast<double>(used.processorTime.count()) / 1'000,
             static_cast<unsigned long long>(used.residentBytes >> 20), static_cast<unsigned long long>(bytes / 1'000),
-            record ? "comes in" : "refused");
+            record ? "imported" : "rejected");
     }
 }
 

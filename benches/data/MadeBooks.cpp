@@ -29,7 +29,7 @@ constexpr auto displayOptions = R"(<?xml version="1.0" encoding="UTF-8"?>
 )";
 constexpr auto style = "p { text-indent: 1.2em; margin: 0; line-height: 1.5; } h1 { line-height: 1.2; }\n";
 
-// A new archive; what is put in is written when it goes.
+// A new archive, written by the destructor.
 class NewArchive {
 public:
     explicit NewArchive(const std::string& path)
@@ -49,7 +49,7 @@ public:
 
     void add(const std::string& name, std::string bytes, bool compress = true)
     {
-        // The library reads the bytes when the archive is closed.
+        // The ZIP library reads the bytes when the archive is closed.
         const auto& kept = _kept.emplace_back(std::move(bytes));
         auto* source = zip_source_buffer(_zip, kept.data(), kept.size(), 0);
         const auto index = zip_file_add(_zip, name.c_str(), source, ZIP_FL_ENC_UTF_8);

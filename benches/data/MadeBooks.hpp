@@ -7,14 +7,14 @@
 
 namespace pagora::bench {
 
-// What a made book is to hold.
+// The content of a made book.
 struct BookPlan {
     std::string title;
     std::string author;
     std::string identifier;
     // About the size of each chapter, in bytes; each has an entry in the contents.
     std::vector<std::size_t> chapters;
-    // The size of each further picture, which no chapter shows.
+    // The size of each additional picture, which no chapter shows.
     std::vector<std::size_t> pictures;
     // Each chapter is a page of 600 by 800 with a picture of its own.
     bool isFixed = false;

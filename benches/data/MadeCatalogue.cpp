@@ -15,7 +15,7 @@ namespace pagora::bench {
 
 namespace {
 
-// Entries that are stored at a time.
+// The number of entries in one flush.
 constexpr std::size_t portion = 5'000;
 constexpr std::uintmax_t archiveBytes = 260'000;
 

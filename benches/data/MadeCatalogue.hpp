@@ -5,12 +5,11 @@
 
 namespace pagora::bench {
 
-// Makes `home` the home folder of somebody whose library holds that many books, as it is after they were imported and
-// the program was closed: the stored values with their backup, and the library folder. The archives in it have names
-// and a size, but no contents and no place on the disk. The books are everyday ones whose numbers follow `firstNumber`.
+// Makes a home folder with a library of `count` imported books: the store with its backup, and the library folder. The
+// archives are sparse files with a name and a size but no content. The numbers of the books follow `firstNumber`.
 void makeCatalogue(const std::string& home, std::size_t count, std::size_t firstNumber = 100'000);
 
-// Where the program keeps its things below a home folder.
+// The program's folders in a home folder.
 std::string libraryFolderIn(const std::string& home);
 std::string defaultsFolderIn(const std::string& home);
 std::string cachesFolderIn(const std::string& home);

@@ -19,7 +19,7 @@ using Covers = std::array<std::string, differentCovers>;
 
 using Colour = std::array<double, 3>;
 
-// How the colour goes up and down along a side.
+// The change of colour along a side.
 std::vector<Colour> wave(int length, MadeText& random)
 {
     Colour turns {};

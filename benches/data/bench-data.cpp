@@ -1,4 +1,4 @@
-// Makes data for the benches, the same on every machine:
+// Makes data for the benches, identical on every machine:
 //
 //     bench-data books FOLDER [COUNT]      COUNT (1000) books of 20 chapters of about 15 kB
 //     bench-data chapter-50k FOLDER        chapter-50k.epub: 20 chapters of 50 kB
@@ -9,8 +9,8 @@
 //     bench-data archive FOLDER            archive.epub: 200 MB in 2,000 members, half of them text
 //     bench-data catalogue FOLDER COUNT    FOLDER as a home folder with a library of COUNT books
 //
-// FOLDER is made where it is missing. What is made there is overwritten. The chapters of a book with one large chapter
-// lie in OEBPS/text/chapter0001.xhtml and so on.
+// FOLDER is created if it is missing. Existing files are overwritten. The chapters of a book with one large chapter are
+// OEBPS/text/chapter0001.xhtml and so on.
 
 #include "benches/data/MadeBooks.hpp"
 #include "benches/data/MadeCatalogue.hpp"

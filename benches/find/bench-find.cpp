@@ -38,7 +38,7 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-// The word stands once in each tenth chapter.
+// The word occurs once in every tenth chapter.
 std::vector<std::string> writeChapters(const std::string& folder)
 {
     bench::MadeText text(7);
@@ -62,7 +62,7 @@ struct Times {
 void search(const std::vector<std::string>& paths, const std::string& folder, Times& times)
 {
     GLibRunLoop loop;
-    // A new one has read nothing yet.
+    // A new finder has an empty cache.
     BookFinder finder(loop, paths, folder);
     bool isOver = false;
     bool isFirst = true;

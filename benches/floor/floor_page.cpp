@@ -1,5 +1,5 @@
-// As little as shows a page: a warm web view in a window. Space loads the file, Escape a blank page:
-// floor_page FILE WIDTH HEIGHT TEXT-SIZE, where the last is a multiple of the usual size.
+// The minimum program that shows a page: a warm web view in a window. Space loads the file, Escape a blank page:
+// floor_page FILE WIDTH HEIGHT TEXT-SIZE. TEXT-SIZE is a multiple of the default size.
 
 #include <webkit/webkit.h>
 

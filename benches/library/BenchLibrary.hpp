@@ -13,18 +13,18 @@
 
 namespace pagora::bench {
 
-// The program without a display, in a home folder. What it shows is faked; store, files, threads and Trash are real.
-// Main thread.
+// The program without a display, in a home folder, with fake windows. Store, files, threads and Trash are real. Main
+// thread.
 class BenchLibrary {
 public:
-    // Launches it; returns when the launch is over.
+    // Launches the program; returns when the launch has ended.
     explicit BenchLibrary(const std::string& home);
     ~BenchLibrary();
 
     MainController& controller() { return *_controller; }
-    // Runs `work` as the program runs long work, and serves the main thread meanwhile.
+    // Runs `work` in the background and the main loop meanwhile.
     void performInBackground(const std::function<void()>& work);
-    // Serves the main thread until the condition holds.
+    // Runs the main loop until the condition holds.
     void waitFor(const std::function<bool()>& condition);
 
 private:

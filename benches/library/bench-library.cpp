@@ -30,7 +30,7 @@ constexpr std::size_t importedBooks = 1'000;
 constexpr std::size_t libraryBooks = 50'000;
 
 struct Measured {
-    // What the program says of its work, and from its start to its end.
+    // The time printed by the program, and the time from its start to its end.
     double seconds = 0;
     double wholeSeconds = 0;
     double peakMegabytes = 0;
@@ -87,7 +87,7 @@ private:
         haveFreeMemoryAtHand();
         return run(_programs + "/library-work", { "import", home, books });
     }
-    // The everyday books under other names; the files themselves are shared.
+    // Hard links to the made books under other names.
     std::string booksNamed(const std::string& prefix) const;
     std::string freshFolder(const std::string& name) const
     {
@@ -95,7 +95,7 @@ private:
         fs::create_directories(_folder + "/" + name);
         return _folder + "/" + name;
     }
-    // Makes them when they are asked for first.
+    // Made at first use.
     std::string books();
     std::string largeLibrary();
 
@@ -259,7 +259,7 @@ int main(int count, char** arguments)
     const std::set<std::string> names(arguments + 2, arguments + count);
     const auto has = [&](const char* name) { return names.contains(name); };
     const auto folder = fs::canonical(arguments[1]).string();
-    // The Trash is the one of a home folder of the bench's own.
+    // Uses the Trash of a temporary home folder.
     setenv("HOME", (folder + "/large").c_str(), 1);
     for (const auto* variable : { "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME" })
         unsetenv(variable);

@@ -1,4 +1,4 @@
-// One piece of work on a library, in a process of its own; prints how long it took, in seconds:
+// Performs one operation on a library and prints its time in seconds:
 //
 //     library-work import HOME FOLDER     imports the books of FOLDER into the library of HOME
 //     library-work save HOME              saves the position of one book, 50 times for 50 books; prints the median

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A figure of a /proc file with lines like "Pss:  12 kB"; 0 without it.
+// A value of a /proc file with lines like "Pss:  12 kB"; 0 if it is missing.
 double figureOf(const std::string& file, const std::string& name)
 {
     std::ifstream lines(file);

@@ -8,15 +8,15 @@
 
 namespace pagora::bench {
 
-// What processes have done so far: how often each of their threads woke up, and their processor time in seconds.
+// The wakeups of each thread and the processor time in seconds of processes since their start.
 struct Activity {
     std::map<pid_t, double> wakeups;
     double processorTime = 0;
-    // Of the threads that were there before too.
+    // Counts threads that existed before too.
     double wakeupsSince(const Activity& before) const;
 };
 
-// A program that is started to be measured, with a home folder of its own. It ends with this.
+// A measured program with a temporary home folder. The destructor ends it.
 class Program {
 public:
     Program(const std::string& executable, const std::vector<std::string>& arguments, const std::string& home = "");
@@ -29,9 +29,9 @@ public:
     double started() const { return _started; }
     // In MB.
     double residentMemory() const;
-    // Its share and that of all the processes that it started, in MB.
+    // The proportional memory of the program and its descendants, in MB.
     double proportionalMemory() const;
-    // Of it and of all the processes that it started.
+    // Of the program and its descendants.
     Activity activity() const;
 
 private:
@@ -41,7 +41,7 @@ private:
     double _started = 0;
 };
 
-// The folder in which the programs are.
+// The folder of the built programs.
 std::string programFolder();
 
 }

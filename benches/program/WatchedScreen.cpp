@@ -19,7 +19,7 @@ namespace pagora::bench {
 
 namespace {
 
-// Where fewer are there, nothing is shown yet.
+// With fewer colours the area counts as blank.
 constexpr std::size_t minColors = 8;
 
 void pause(double seconds)
@@ -48,7 +48,7 @@ WatchedScreen::WatchedScreen()
         fail("there is no display");
     if (!XDamageQueryExtension(_display.get(), &_damageEvent, &errors))
         fail("the display does not tell what is drawn");
-    // Windows come and go while they are looked at.
+    // Windows may be destroyed during a query.
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     _root = DefaultRootWindow(_display.get());
     shareMemory();
@@ -75,11 +75,11 @@ void WatchedScreen::shareMemory()
     _shared.shmaddr = static_cast<char*>(memory);
     XShmAttach(_display.get(), &_shared);
     XSync(_display.get(), False);
-    // It goes with the last of the two that have it.
+    // Freed when both processes have released it.
     shmctl(_shared.shmid, IPC_RMID, nullptr);
 }
 
-// Holds what the shared memory held last.
+// A copy of the last content of the shared memory.
 struct WatchedScreen::Picture {
     std::unique_ptr<XImage, int (*)(XImage*)> image;
 
@@ -197,7 +197,7 @@ void WatchedScreen::activate(Window window)
 
 void WatchedScreen::placeWindow(const Area& area)
 {
-    // A window that has just come may be given its first size after this one.
+    // The first size of a new window may be set after this one.
     constexpr int lasting = 4;
     int placed = 0;
     for (const double deadline = now() + 10; placed < lasting; pause(0.05)) {
@@ -253,7 +253,7 @@ std::optional<double> WatchedScreen::shown(const Area& area, double quiet, doubl
     std::optional<double> since, last;
     std::size_t picture = 0;
     for (;;) {
-        // What is blank is not what is waited for.
+        // Blank content does not count.
         const auto drawn = nextDrawing(since ? *last + quiet : start + timeout);
         if (!drawn)
             return since;
@@ -287,7 +287,7 @@ void WatchedScreen::settle(double quiet)
         ;
 }
 
-// A number for what the area looks like; missing where it is blank.
+// A hash of the area's content; missing if it is blank.
 std::optional<std::size_t> WatchedScreen::look(const Area& area)
 {
     const auto picture = take(area);

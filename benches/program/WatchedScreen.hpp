@@ -39,23 +39,23 @@ public:
 
     // Waits until the active window has this title.
     void waitForWindow(const std::string& title, double seconds = 20);
-    // Brings that window forward and gives it the keyboard.
+    // Raises and focuses that window.
     void activate(Window window);
     Window activeWindow();
-    // Gives the active window this place and size, and waits until it has them.
+    // Sets the position and size of the active window, and waits for the change.
     void placeWindow(const Area& area);
 
-    // Forgets what was drawn up to now.
+    // Discards recorded changes.
     void forget();
     // The time of the last change of the area before `quiet` seconds without drawing; missing when it stays blank for
     // `timeout`.
     std::optional<double> shown(const Area& area, double quiet = 0.15, double timeout = 90);
     // Waits until the area is no longer blank.
     void waitForPicture(const Area& area, double timeout = 60);
-    // Waits until nothing is drawn any more.
+    // Waits until drawing stops.
     void settle(double quiet = 0.4);
 
-    // How many colours there are: few where nothing is shown.
+    // The number of colours; small if nothing is shown.
     std::size_t colors(const Area& area);
 
 private:
@@ -71,7 +71,7 @@ private:
     std::unique_ptr<Display, int (*)(Display*)> _display;
     Window _root;
     int _damageEvent = 0;
-    // Into which the server writes pictures of the screen: sent through a socket, they take from what is measured.
+    // Shared memory for pictures of the screen. Sending them through a socket would distort the measurement.
     XShmSegmentInfo _shared {};
 };
 

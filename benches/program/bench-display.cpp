@@ -23,10 +23,10 @@ namespace fs = std::filesystem;
 
 constexpr int runs = 9;
 constexpr Area screenArea { 0, 0, 1280, 860 };
-// Where the page is in a window that fills the screen, and a part of it in which nothing else is ever drawn.
+// The area of the page in a maximized window, and a part of it that nothing overlaps.
 constexpr Area pageView { 264, 54, 1016, 771 };
 constexpr Area pageArea { 330, 100, 880, 640 };
-// The first covers, and the first of them.
+// The area of the first covers, and of the first one.
 constexpr Area coverArea { 20, 70, 900, 600 };
 constexpr Area firstCover { 60, 120, 80, 120 };
 
@@ -80,7 +80,7 @@ double shownOrFail(WatchedScreen& screen, const Area& area, double quiet, const 
     return *time;
 }
 
-// A library of one book, which is on the screen.
+// A shown library with one book.
 struct Library {
     Library(WatchedScreen& screen, const std::string& kind, std::string bookTitle)
         : home(newHome("home-" + kind))
@@ -106,7 +106,7 @@ struct Library {
         return (page - asked) * 1000;
     }
 
-    // The same for closing it.
+    // Closes the book and returns the time until the library appeared.
     double close(WatchedScreen& screen)
     {
         screen.forget();
@@ -123,7 +123,7 @@ struct Library {
     Program program;
 };
 
-// A chapter of a made book, as it is once the program has laid it out.
+// A chapter of a made book as laid out by the program.
 std::string preparedChapter(const std::string& kind, int number)
 {
     const std::string folder = dataFolder + "/prepared-" + kind;
@@ -142,8 +142,7 @@ std::string preparedChapter(const std::string& kind, int number)
     return path;
 }
 
-// How long a bare page takes to appear, in milliseconds, in a window of its own over the place where the program has
-// its page.
+// The time in milliseconds until a plain page appears in another window at the place of the program's page.
 double bareLoad(WatchedScreen& screen, const std::string& file)
 {
     const Program program(programFolder() + "/floor_page",
@@ -156,7 +155,7 @@ double bareLoad(WatchedScreen& screen, const std::string& file)
     return (shownOrFail(screen, pageArea, 0.5, "the bare page") - asked) * 1000;
 }
 
-// The median of the ratios of what is measured to what the floor takes, in turns after a warm-up of both.
+// The median ratio of the measured time to the floor's time, measured alternately after a warm-up.
 double ratioToFloor(
     WatchedScreen& screen, const std::string& file, Window window, const std::function<double()>& measured)
 {
@@ -208,7 +207,7 @@ Idleness idle(WatchedScreen& screen)
     Library library(screen, "chapter-50k", "Chapters of 50 kB");
     library.open(screen);
     screen.press(XK_Right);
-    // What the program prepares ahead is done by then.
+    // The program's preparations have ended by then.
     std::this_thread::sleep_for(std::chrono::seconds(20));
     constexpr double seconds = 60;
     const auto before = library.program.activity();
@@ -231,7 +230,7 @@ double reopen(WatchedScreen& screen)
 
 const std::vector<KeySym> onAndBack { XK_Right, XK_Right, XK_Right, XK_Left };
 
-// Turns pages, in the given order of keys again and again, and returns how long each took to appear.
+// Turns pages with the given sequence of keys, repeatedly, and returns the time of each turn.
 std::vector<double> turns(WatchedScreen& screen, const std::string& kind, const std::string& title,
     const std::vector<KeySym>& keys, double pause)
 {

@@ -1,4 +1,4 @@
-// A table of contents of thousands of entries: building its links, and following the reading position through it.
+// A table of contents with thousands of entries: building its links and following the reading position.
 
 #include "contents/ContentsPane.hpp"
 

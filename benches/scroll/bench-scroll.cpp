@@ -1,7 +1,7 @@
-// Scrolls the real library window through 10,000 covers by the frame clock. Measures the main thread's time for each
-// frame, with all work since the previous frame: arriving covers and drawing included. Then types searches in a library
-// of 50,000 books and measures the time from each key to the results in the grid. bench-scroll FOLDER NAME... prints a
-// "NAME VALUE" line for each figure. Needs a display of at least 1280 by 860.
+// Scrolls the real library window through 10,000 covers. Measures the main thread's time for each frame, including all
+// work since the previous frame. Then types searches in a library of 50,000 books and measures the time from each key
+// to the results in the grid. bench-scroll FOLDER NAME... prints a "NAME VALUE" line for each figure. Needs a display
+// of at least 1280 by 860.
 
 #include "benches/data/MadeCatalogue.hpp"
 #include "catalogue/Catalogue.hpp"
@@ -36,7 +36,7 @@ using namespace pagora;
 constexpr int books = 10'000;
 constexpr int searchedBooks = 50'000;
 constexpr int rounds = 5;
-// A fast flick: 1,500 frames from top to end are about a row of covers each.
+// A fast flick: 1,500 frames from the start to the end, about a row of covers each.
 constexpr int framesFromTopToEnd = 1'500;
 
 double now()
@@ -196,7 +196,7 @@ double part(std::vector<double> values, double fraction)
     return values.at(static_cast<std::size_t>(fraction * static_cast<double>(values.size() - 1) + 0.5));
 }
 
-// The records of a library that is made for this, and the store that they are read from.
+// The records of a made library, and their store.
 class MadeLibrary {
 public:
     MadeLibrary(const std::string& home, int count)

@@ -14,13 +14,13 @@ namespace pagora {
 
 namespace {
 
-// Bytes of the texts that are kept.
+// The maximum size of cached texts in bytes.
 constexpr std::size_t maxKeptBytes = 48u << 20;
-// Bytes of the words that are shown around a match.
+// The maximum size in bytes of the context on each side of a match.
 constexpr std::size_t reachBefore = 48;
 constexpr std::size_t reachAfter = 120;
 constexpr std::size_t maxMatchBytes = 200;
-// How long matches are gathered before they are told, but for the first ones.
+// The interval of reports in seconds. The first matches are reported at once.
 constexpr std::chrono::milliseconds pause { 50 };
 constexpr std::size_t firstTold = 20;
 
@@ -35,7 +35,7 @@ std::string_view textBefore(std::string_view text, std::size_t at)
     if (const auto block = text.substr(start, at - start).rfind('\n'); block != std::string_view::npos)
         start += block + 1;
     else if (start > 0) {
-        // A word that is cut is left out, unless there is none else.
+        // A truncated word is omitted unless it is the only one.
         const auto blank = text.substr(start, at - start).find(' ');
         if (blank != std::string_view::npos && start + blank + 1 < at)
             start += blank + 1;
@@ -69,7 +69,7 @@ FoundText foundText(std::size_t chapter, std::string_view text, const TextMatch&
         std::string(textAfter(text, match.endByte)) };
 }
 
-// Gathers matches and tells of them on the main thread.
+// Collects matches and reports them on the main thread.
 class Teller {
 public:
     Teller(RunLoop& runLoop, std::stop_token stop, BookFinder::Tell tell)
@@ -124,7 +124,7 @@ private:
 
 }
 
-// The texts of the book's documents, read when they are first searched. Any thread.
+// The texts of the book's documents, read at the first search. Any thread.
 class BookFinder::Texts {
 public:
     Texts(std::vector<std::string> paths, std::string folder)
@@ -135,7 +135,7 @@ public:
 
     std::size_t count() const { return _paths.size(); }
 
-    // Null where the document cannot be read.
+    // Null if the document cannot be read.
     std::shared_ptr<const std::string> text(std::size_t chapter)
     {
         {
@@ -155,7 +155,7 @@ public:
     }
 
 private:
-    // The file, also where its name is escaped once more or has its letters in the other Unicode form.
+    // The file, also if its name is escaped twice or has another Unicode normalization.
     std::optional<ChapterText> readText(const std::string& path) const
     {
         const auto replaced = replacingPercentEscapes(path).value_or(path);
@@ -210,7 +210,7 @@ void BookFinder::find(const std::string& pattern, WholeWords wholeWords, Tell te
         }
         teller->finish();
     };
-    // Nobody waits for the end of it: it tells of itself.
+    // The task is not awaited; it reports its results.
     static_cast<void>(_runLoop.performInBackground(work));
 }
 

@@ -13,9 +13,9 @@
 
 namespace pagora {
 
-// A match in a book, with the words around it in one line.
+// A match in a book, with its context in one line.
 struct FoundText {
-    // The spine document, counted from 0, and the places in it, as `ChapterText` counts them.
+    // The spine document, counted from 0, and places in it as in `ChapterText`.
     std::size_t chapter = 0;
     std::uint32_t start = 0;
     std::uint32_t end = 0;
@@ -24,32 +24,32 @@ struct FoundText {
     std::string after;
 };
 
-// What a search has found since it told last.
+// The results of a search since its last report.
 struct SearchProgress {
     // In the order of the book.
     std::vector<FoundText> found;
-    // All matches so far, those that are not told included.
+    // The number of all matches so far, including those not reported.
     std::size_t count = 0;
     bool isOver = false;
 };
 
-// How many matches of a search are told; the rest is only counted.
+// The maximum number of reported matches of a search; the rest is only counted.
 inline constexpr std::size_t maxFoundTexts = 10'000;
 
-// Searches the documents of a book in the background, in their order. The texts that were read are kept, up to a bound,
-// so that the next search need not read them again. Main thread.
+// Searches the documents of a book in the background, in order. Keeps a cache of their texts of limited size. Main
+// thread.
 class BookFinder {
 public:
-    // `paths` are the spine documents in `folder`, the unpacked book; what is not in it is not read.
+    // `paths` are the spine documents. Files outside `folder`, the unpacked book, are not read.
     BookFinder(RunLoop& runLoop, std::vector<std::string> paths, std::string folder);
-    // A search that is under way is given up.
+    // Cancels a running search.
     ~BookFinder();
     BookFinder(const BookFinder&) = delete;
     BookFinder& operator=(const BookFinder&) = delete;
 
     using Tell = std::function<void(const SearchProgress& progress)>;
-    // Gives up the search before. `tell` is called on the main thread, soon after the first match, then from time to
-    // time, and once when the search is over; never after another search has begun.
+    // Starts a search and cancels the previous one. `tell` is called on the main thread soon after the first match,
+    // then at intervals, and once at the end; never after another search has started.
     void find(const std::string& pattern, WholeWords wholeWords, Tell tell);
     void cancel();
 

@@ -16,7 +16,7 @@ namespace {
 
 // Ends a line within a paragraph.
 constexpr std::string_view lineBreak = "br";
-// No element that matters has a longer name.
+// No relevant element has a longer name.
 constexpr std::size_t maxName = 16;
 
 class Extraction {
@@ -59,7 +59,7 @@ private:
             separate(' ');
     }
 
-    // A line feed takes the place of blanks beside it.
+    // A line feed replaces adjacent spaces.
     void separate(char separator)
     {
         if (_text.empty() || _text.back() == '\n')
@@ -97,7 +97,7 @@ private:
 
     std::string _text;
     std::string _replaced;
-    // The element whose content is passed over, and how many of its name are open.
+    // The skipped element, and the number of open elements of its name.
     std::string _skipped;
     int _depth = 0;
 };

@@ -7,10 +7,10 @@
 
 namespace pagora {
 
-// The text of a document as a reader sees it: the text of its body without scripts, styles and the readings above
-// characters. A blank stands for each run of ASCII white space and each line break, a line feed for the end of a
-// paragraph, a cell or another block. Within the text, a place is the number of UTF-16 units before it, blanks and line
-// feeds left out: the page script counts the same in the page's own nodes.
+// The visible text of a document: the text of its body without scripts, styles and ruby annotations. Each run of ASCII
+// white space and each line break is a space. The end of a paragraph, cell or other block is a line feed. A place in
+// the text is the number of UTF-16 units before it, without spaces and line feeds. The page script counts places in the
+// page's nodes in the same way.
 struct ChapterText {
     std::string text;
 };
@@ -18,16 +18,16 @@ struct ChapterText {
 // The text of a document's bytes. Any thread.
 ChapterText chapterText(std::string bytes);
 
-// The text of a file, missing when it cannot be read, is larger than `maxChapterBytes` or lies outside `folder`, links
-// followed. Any thread.
+// The text of a file. Missing if it cannot be read, is larger than `maxChapterBytes` or is outside `folder` after
+// resolving links. Any thread.
 std::optional<ChapterText> chapterTextOf(const std::string& path, const std::string& folder);
 
-// Whether the file lies below the folder, links followed on both sides.
+// Whether the file is in the folder, after resolving links in both paths.
 bool isWithinFolder(const std::string& path, const std::string& folder);
 
 inline constexpr std::size_t maxChapterBytes = 32u << 20;
 
-// Whether that character is left out of the count of places.
+// Whether that character does not count as a place.
 constexpr bool isBlank(char32_t character)
 {
     return character == ' ' || character == '\n' || character == '\t' || character == '\r' || character == '\f';

@@ -13,7 +13,7 @@ namespace pagora {
 
 namespace {
 
-// Of attributes that are searched as they stand, in bytes.
+// The maximum size in bytes of attributes that are searched without parsing.
 constexpr std::size_t maxGlance = 1'000;
 
 std::string lowerCase(std::string_view name)
@@ -23,7 +23,7 @@ std::string lowerCase(std::string_view name)
     return result;
 }
 
-// Whether there is more than a number and signs.
+// Whether the text has letters besides numbers and punctuation.
 bool hasWords(const std::string& text)
 {
     for (const char* at = text.c_str(); *at; at = g_utf8_next_char(at)) {
@@ -75,7 +75,7 @@ private:
             _depthLeftOut = 1;
             return;
         }
-        // The end of the element, or of the paragraph around a mark.
+        // The end of the element, or of the paragraph around an inline target.
         if (!_element.empty() && name == _element && !tag.isEmpty)
             _depth += isStart ? 1 : -1;
         const bool ends = _element.empty() ? isBlock(name) : _depth <= 0;
@@ -93,7 +93,7 @@ private:
     {
         if (tag.kind != MarkupToken::Kind::StartTag)
             return;
-        // Most elements are passed over by a glance, which a long text would make slow.
+        // A quick test skips most elements. It would be slow for long attributes.
         if (tag.attributes.size() <= maxGlance && tag.attributes.find(_id) == std::string_view::npos)
             return;
         const bool isNamed = name == "a" && tag.attribute("name") == _id;
@@ -126,7 +126,7 @@ private:
     const std::string& _id;
     bool _hasBegun = false;
     bool _isOver = false;
-    // The block whose text is taken; empty for a mark within the text.
+    // The block element of the note; empty for an inline target.
     std::string _element;
     int _depth = 0;
     std::string _leftOut;
@@ -134,7 +134,7 @@ private:
     std::string _text;
 };
 
-// Without a character that the bound would cut.
+// Truncates at a character boundary.
 std::string shortened(std::string text)
 {
     if (text.size() <= maxNoteBytes)

@@ -4,11 +4,11 @@
 
 namespace pagora {
 
-// What elements do to the text around them, by their names in lower case. Any thread.
+// Classes of elements by their names in lower case. Any thread.
 
-// Its content is not read with the text around it.
+// Its content is not part of the text.
 bool isLeftOut(std::string_view name);
-// It has lines of its own.
+// It is a block with separate lines.
 bool isBlock(std::string_view name);
 
 }

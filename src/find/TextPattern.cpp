@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-// The character at that byte of a text that is UTF-8, and how many bytes it takes.
+// The character at a byte offset of a UTF-8 text, and its size in bytes.
 struct Decoded {
     char32_t character;
     std::size_t bytes;
@@ -50,7 +50,7 @@ char32_t characterFrom(std::string_view text, std::size_t at)
     return at < text.size() ? characterAt(text, at).character : U' ';
 }
 
-// Letters of scripts that put blanks between words, and digits.
+// Letters of scripts with spaces between words, and digits.
 bool isOfWord(char32_t c)
 {
     if (c < 0x80)
@@ -61,7 +61,7 @@ bool isOfWord(char32_t c)
     return !isWithoutBlanks && (g_unichar_isalnum(c) || isAccent(c) || c == 0xAD);
 }
 
-// The signs that make another syllable of a kana.
+// The voiced and semi-voiced sound marks of kana.
 bool isVoicing(char32_t c)
 {
     return c == 0x3099 || c == 0x309A;
@@ -107,8 +107,7 @@ TextPattern::TextPattern(std::string_view pattern, WholeWords wholeWords)
     }
 }
 
-// One walk through a text: the pattern is compared character by character with what each of the text folds to, so that
-// the text is neither copied nor looked at twice.
+// One pass through a text: compares the pattern with the folded characters of the text, without copying the text.
 class TextPattern::Search {
 public:
     Search(const TextPattern& pattern, std::string_view text, const std::function<bool(const TextMatch&)>& found)
@@ -156,7 +155,7 @@ private:
 
     void compare(char32_t character)
     {
-        // Blanks beside characters that are not seen are one blank.
+        // Spaces around invisible characters count as one space.
         if (character == ' ' && _last == ' ' && _matched > 0)
             return;
         _last = character;
@@ -177,7 +176,7 @@ private:
         TextMatch match { first.byte, _at, first.place, _place };
         if (match.start < _lastEnd || _restIsMark)
             return;
-        // The accents of the last letter are part of it.
+        // Combining accents belong to the last letter.
         while (match.endByte < _text.size()) {
             const auto [next, bytes] = characterAt(_text, match.endByte);
             if (isVoicing(next))
@@ -229,11 +228,11 @@ private:
     std::size_t _matched = 0;
     char32_t _last = 0;
     Origin _origin;
-    // Where the last characters that matched come from, as many as the pattern has, in a ring.
+    // A ring buffer with the positions of the last matched characters, as many as the pattern has.
     std::vector<Origin> _origins;
     std::size_t _compared = 0;
     std::uint32_t _lastEnd = 0;
-    // Whether the character that is compared goes on with a mark.
+    // Whether a combining mark follows the compared character.
     bool _restIsMark = false;
     bool _isOver = false;
 };

@@ -11,31 +11,31 @@
 
 namespace pagora {
 
-// Where a text was found.
+// The position of a match.
 struct TextMatch {
-    // Bytes of the searched text.
+    // Byte offsets in the searched text.
     std::size_t firstByte = 0;
     std::size_t endByte = 0;
-    // Places, as `ChapterText` counts them.
+    // Places as in `ChapterText`.
     std::uint32_t start = 0;
     std::uint32_t end = 0;
 };
 
 enum class WholeWords : bool { No, Yes };
 
-// What is searched for. Case is ignored unless the pattern has a capital letter, accents unless it has one. Any thread
-// once it is made.
+// A search pattern. Ignores case unless the pattern has a capital letter, and accents unless it has an accent.
+// Immutable; any thread.
 class TextPattern {
 public:
-    // Bytes that are not UTF-8 count as replacement characters.
+    // Invalid UTF-8 is read as replacement characters.
     TextPattern(std::string_view pattern, WholeWords wholeWords);
 
-    // Whether there is nothing to search for: no pattern, blanks alone, or characters that are never seen.
+    // Whether the pattern is empty or has only spaces and invisible characters.
     bool isEmpty() const { return _characters.empty(); }
     const Folding& folding() const { return _folding; }
 
-    // Calls `found` for each match in the text, which is UTF-8, from its start on; matches do not overlap. Ends early
-    // when `found` returns false. It takes memory for the pattern and time for the text.
+    // Calls `found` for each match in the UTF-8 text, in order, until it returns false. Matches do not overlap. Memory
+    // is linear in the pattern, time in the text.
     void search(std::string_view text, const std::function<bool(const TextMatch&)>& found) const;
 
 private:
@@ -44,7 +44,7 @@ private:
     Folding _folding;
     WholeWords _wholeWords;
     std::vector<char32_t> _characters;
-    // For each length of what has matched, the length of the longest beginning of the pattern that is also its end.
+    // Knuth-Morris-Pratt: for each matched length, the length of the longest proper prefix that is also a suffix.
     std::vector<std::size_t> _fallbacks;
 };
 

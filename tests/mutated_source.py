@@ -68,7 +68,7 @@ TOKEN = re.compile(
     """,
     re.X | re.S | re.M,
 )
-# Where a constant of the language is needed, or nothing is done with the value.
+# Contexts that need a constant expression or do not use the value.
 CONSTANT_LINE = re.compile(r"\bcase\b|\bstatic_assert\b|^\s*enum\b|\bif constexpr\b|\btemplate\b|operator|= default")
 
 
@@ -139,7 +139,7 @@ def switched(source, places):
         at = place["offset"] + place["length"]
     pieces.append(source[at:])
     text = "".join(pieces)
-    # Each source has its own constants, for the tests are compiled with the others.
+    # Each source has its own constants, because the tests are compiled with the original headers.
     text = re.sub(r"\binline constexpr\b", "static constexpr", text)
     text = re.sub(r"\bconstexpr const char\*(?! const)", "const char* const", text)
     text = re.sub(r"(?<!if )\bconstexpr const\b", "const", text)

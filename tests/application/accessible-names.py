@@ -31,7 +31,7 @@ def walk(parent, trail):
         if child is None:
             continue
         role, name = child.get_role_name(), (child.get_name() or "").strip()
-        # Each question is a message to the program and back: only controls are asked for their states.
+        # Each query is a round trip to the program, so states are read of controls only.
         states = child.get_state_set().get_states() if role in CONTROLS else []
         tree.write("  " * len(trail) + f"{role} | {name} | {' '.join(state.value_nick for state in states)}\n")
         if (role in CONTROLS and not name) or TYPE_NAME.fullmatch(name):

@@ -1,12 +1,11 @@
 #!/usr/bin/env bash
-# Assistive technology finds no control without a name, in any window of the program.
+# All controls in all windows of the program have accessible names.
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
 . "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-names.sh"
 
-# look WINDOW [LINE]: every control that can be seen from here has a name, and the line is among what assistive technology
-# sees here.
+# look WINDOW [LINE]: all visible controls have names, and the line is in the accessible tree.
 look() {
     settle
     look_now "$@"
@@ -19,7 +18,7 @@ sees() {
     unnamed=$(timeout 300 /usr/bin/python3 "$tests/accessible-names.py" "$pictures/$1.txt")
     grep -q "^frame | " "$pictures/$1.txt" && grep -q "^ *${2:-}" "$pictures/$1.txt"
 }
-# only_page NAME: no other page than this one is met in the window of the fixed pages.
+# only_page NAME: the window of the fixed pages has only this page in its accessible tree.
 only_page() {
     local pages
     pages=$(grep "document text" "$pictures/fixed.txt" | sed 's/^ *document text | \(.*\) | .*/\1/')
@@ -93,7 +92,7 @@ program=
 start "$HOME/fixed.epub"
 within 60 window_is "Pagora - Six Views"
 look fixed "slider | Location in the book"
-# The page that is made ready for the next turn is met when it is turned to.
+# The prepared page gets into the tree when it is shown.
 only_page "Six Views, The hill"
 key Right
 look fixed "document text | Six Views, The lake | focused"

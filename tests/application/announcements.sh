@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Assistive technology that only listens is told of the import and of what could not be imported, of the page that gets the
-# keyboard, of each page that is turned, of the location, of a missing page and of an alert.
+# Assistive technology gets events for the import and its errors, for a focused page, for each page turn, for the
+# location, for a missing page and for an alert.
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
 . "$(dirname "$0")/../drive/drive.sh"
@@ -11,7 +11,7 @@ rm -f "$told"
 ends_with_us $!
 within 60 grep -qx listening "$told"
 heard=0
-# hears LINE: a line that begins so has come, after the one that was heard before.
+# hears LINE: waits for a line with this prefix after the previous match.
 is_told() { tail -n +$((heard + 1)) "$told" | grep -q "^$1"; }
 hears() {
     within 60 is_told "$1"

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Words are searched for in a book while they are typed, their pages are shown by F3, the way back is taken by Alt+Left,
-# and a place is gone to by its number, all by keyboard.
+# A book is searched while words are typed, F3 shows the results, Alt+Left goes back, and a place is opened by its
+# number, all by keyboard.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
-# painted: whether the colour of the match that is gone to is on the page.
+# painted: whether the colour of the current match is on the page.
 painted() {
     pixels 250 60 1000 640 | python3 -c "
 import sys
@@ -44,7 +44,7 @@ key shift+F3
 settle
 within 20 painted
 
-# The list by keyboard.
+# The list of results by keyboard.
 key ctrl+f
 settle
 key Down
@@ -61,7 +61,7 @@ pane_before=$contents
 within 20 pane_is_as_before
 picture ended
 
-# To the end by its number, and back.
+# Goes to the end by its number, and back.
 page_before=$(page_now)
 left=$page_before
 key ctrl+g

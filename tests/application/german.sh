@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Where German is asked for, the program speaks it; what it stores stays the same.
+# With a German locale the program's texts are German; stored values do not change.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# The program is told to end, by the system and by a key, while it imports books that take all the time that they may: it
-# ends at once, and what was copied before them is in the library at the next start. With PAGORA_STRICT=1 it has one
-# second; a machine that does other work cannot hold that.
+# The program is ended by a signal and by a key while it imports books that use their whole budget. It ends at once, and
+# books copied before are in the library at the next start. With PAGORA_STRICT=1 the limit is one second, which a busy
+# machine cannot meet.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
@@ -9,7 +9,7 @@ library=$HOME/Documents/ePubLibrary
 limit=$([ "${PAGORA_STRICT:-}" = 1 ] && echo 1000 || echo 30000)
 "$here/make-sample-books" "$HOME/books" >/dev/null
 
-# Elements of so many namespaces that their parser works until its time is used up.
+# Elements with so many namespaces that the parser uses its whole time budget.
 python3 - "$HOME/books/06 Marginalia.epub" "$HOME/books/Endless.epub" <<'END'
 import sys, zipfile
 element = "<e" + "".join(f" xmlns:n{i}='u'" for i in range(900)) + "/>"
@@ -22,13 +22,13 @@ cp "$HOME/books/01 The Lantern Keeper.epub" "$HOME/hostile"
 for number in $(seq 10 29); do cp "$HOME/books/Endless.epub" "$HOME/hostile/$number.epub"; done
 
 inspecting() { pgrep -P "$program" -x pagora-inspect; }
-# ticks PROCESS: of the processor, a hundredth of a second each.
+# ticks PROCESS: processor time in hundredths of a second.
 ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; }
 is_busy() {
     local process
     process=$(inspecting | head -1) && [ -n "$process" ] && [ "$(ticks "$process")" -gt "$((${busy_before:-0} + 50))" ]
 }
-# ends_after COMMAND...: the program has ended well in time, and with it what inspects for it.
+# ends_after COMMAND...: the program and its inspection process end in time and without an error.
 ends_after() {
     local helpers begin code=0 took
     helpers=$(inspecting)
@@ -44,7 +44,7 @@ ends_after() {
         within 20 [ ! -e "/proc/$process" ]
     done
 }
-# The first book, which was copied before the others, is there at the next start.
+# The first book, which was copied before the others, is in the library at the next start.
 is_taken_up() {
     rm -f "$library"/[12][0-9].epub
     start
@@ -55,7 +55,7 @@ is_taken_up() {
     rm -rf "$HOME"/.config/* "$HOME"/.local/share/* "$library"
 }
 
-# While the library is prepared.
+# During the launch.
 mkdir -p "$library"
 cp "$HOME/hostile/"* "$library"
 start
@@ -63,7 +63,7 @@ within 120 is_busy
 ends_after kill -TERM "$program"
 is_taken_up
 
-# While files are imported that the desktop has handed over.
+# During an import of files opened by the desktop.
 start
 within 60 window_is Pagora
 "$programs/pagora" "$HOME/hostile/"*.epub

@@ -19,9 +19,10 @@ ATTACK = float(os.environ.get("PAGORA_ATTACK", "4"))
 CLOSE, GONE, END = (0.5, 2, 2) if STRICT else (60, 60, 60)
 # The close button of the window is that of the window manager, which has a key for it.
 WAYS = {"Ctrl+W": "ctrl+w", "button": "alt+F4"}
-# Megabytes: of the program itself; of a page process and of the network process, with what they take between two looks.
+# Limits in megabytes: of the program; of a page process and of the network process, including growth between two
+# checks.
 MOST = {"pagora": 700, "WebKitWebProces": 2300, "WebKitNetworkPr": 1200}
-# Where the page is also turned: text that is to be read stays in view.
+# Attacks during which the page is also turned: the text must stay visible.
 TURNED = {"addresses", "focus", "slow frames", "titles", "alerts", "programs", "workers"}
 TICKS = os.sysconf("SC_CLK_TCK")
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Books whose pages attack are opened; a key closes each, and another ends the program, with nothing of it left.
+# Opens books with hostile pages. A key closes each book, and another key ends the program with all its processes.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
-# One of each kind; with "all" after the folder of pictures, every one there is.
+# One of each kind; all books with "all" after the folder of pictures.
 attacks=("addresses" "alerts" "blobs" "filter" "focus" "loop at the end" "programs" "slow frames" "steps to servers" "table" "workers")
 [ "${3:-}" != all ] || attacks=()
 folder=$(dirname "$(realpath "$0")")

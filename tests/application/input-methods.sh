@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Keys turn pages, open panels and close, and text is typed, with each input method: IBus, and one with dead keys.
+# Keys turn pages and open and close panels, and text is typed, with each input method: IBus and dead keys.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
 has_ibus() { ibus list-engine && ibus engine xkb:us::eng; }
-# The top of the contents, where the focus of the search field is seen.
+# The top of the contents, with the focus ring of the search field.
 field_now() { seen 0 40 400 140; }
 field_is_another() { [ "$(field_now)" != "$field_before" ]; }
 search_is() { key ctrl+a ctrl+c && [ "$(clipboard)" = "$1" ]; }
 
-# read_through TEXT KEY...: reads a book with the keyboard alone; the keys, typed into the search field, give the text.
+# read_through TEXT KEY...: reads a book by keyboard. The keys, typed into the search field, produce the text.
 read_through() {
     local text=$1
     shift

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# From the launch to a chapter that is read and back, by the keyboard alone.
+# From the launch to a chapter and back, by keyboard only.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
@@ -14,7 +14,7 @@ settle
 picture selected
 key Return
 reads "A Quiet Harbour"
-# From the end of the first chapter on into the second.
+# From the end of the first chapter to the second.
 turn End
 turn Right
 turn space

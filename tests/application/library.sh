@@ -18,7 +18,7 @@ start
 within 60 window_is Pagora
 place_library
 
-# A source that allows nothing but a copy is refused, and so are other files.
+# A source that allows only copying is rejected, as are other files.
 offer_files --copy-only "$books/04 The Copper Bridge.epub"
 hold_files
 settle
@@ -55,7 +55,7 @@ copies_are 1 || fail "an archive is still in the library folder"
 catalogue 'books[0]["Author"] == "Celia Wren"' || fail "the wrong book is gone"
 within 20 window_is Pagora
 
-# Ten books, of which the third takes a while; the import stops when it is done.
+# Ten books, the third of which is slow. The import stops after it.
 mkdir "$HOME/ten"
 for number in 01 02 04 05 06 07 08 09 10; do
     cp "$books/06 Marginalia.epub" "$HOME/ten/Ten $number.epub"
@@ -63,7 +63,7 @@ done
 "$here/make-slow-books" "$books/08 "*.epub "$HOME/ten/Ten 03.epub"
 offer_files "$HOME/ten/Ten "*.epub
 drop_files
-# The second is done, and nothing of the third is unpacked before its cover is drawn.
+# The second is finished; nothing of the third is unpacked before its cover is drawn.
 third_is_begun() { [ -e "$library/Ten 02.epub" ] && [ -z "$(ls -A "$HOME/.cache/org.pagora.Pagora/_data")" ]; }
 within 60 third_is_begun
 stopped() {

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# On a machine that is busy a book is left while its first page is still on its way: that of the first book never comes.
-# The page of a book that is not left appears.
+# On a busy machine a book is closed while its first page is loading. The page of the first book never loads. The page
+# of a book that is not closed appears.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
 now() { date +%s%3N; }
-# long_books LONG ENDLESS: a book whose first chapter is long, and one in which a script in it never ends.
+# long_books LONG ENDLESS: a book with a long first chapter, and one with an endless script in it.
 long_books() {
     python3 - "$HOME/books/01 "*.epub "$1" "$2" <<'END'
 import re, sys, zipfile
@@ -23,7 +23,7 @@ for number, path in enumerate(sys.argv[2:]):
 END
 }
 text_is_there() { [ "$(colors 330 120 300 200)" -gt 20 ]; }
-# The sign is a dark disc in the middle of a page that is empty.
+# The loading sign is a dark disc in the middle of an empty page.
 sign_is_there() { [ "$(colors 740 410 60 60)" -gt 4 ] && ! text_is_there; }
 
 "$here/make-sample-books" "$HOME/books" >/dev/null
@@ -37,7 +37,7 @@ for _ in 1 2 3 4; do
     ends_with_us $!
 done
 
-# The page that never comes is left.
+# Closes the book whose page never loads.
 key Home
 key Right
 begun=$(now)
@@ -51,7 +51,7 @@ within 60 window_is Pagora
 back=$(now)
 save_screen "$pictures/library.png"
 
-# The one that comes is shown.
+# The page of the other book appears.
 key Home
 begun_again=$(now)
 key Return

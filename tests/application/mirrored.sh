@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# In a language that is written from right to left the program lies and is worked with that way; pages turn as ever.
+# With a right-to-left language the layout and the keys are mirrored; page turns are not.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-names.sh"
@@ -19,7 +19,7 @@ settle
 picture page
 turn Right
 turn Left
-# Back to the library, at the other end of the title bar.
+# Back to the library, with the button at the other end of the title bar.
 press "Back to the library" button
 within 20 window_is Pagora
 key ctrl+q

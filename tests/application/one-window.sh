@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# The library and the readers share one window, which stays where the person has it.
+# The library and the readers share one window, which keeps its place.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
 on_wayland() { [ -n "${WAYLAND_DISPLAY:-}" ]; }
-# is_at X Y WIDTH HEIGHT: the active window is there.
+# is_at X Y WIDTH HEIGHT: waits until the active window has this place.
 is_at() { [ "$(window_place)" = "$*" ]; }
 is_at_its_place() { is_at "${place[@]}"; }
 # Asks for it, too.
@@ -16,7 +16,7 @@ title_bar() {
     read -r x y width _ < <(window_place)
     echo $((x + width / 2)) $((y + 23))
 }
-# The whole screen, without full screen: by the title bar, or as the only tile.
+# Maximizes the window: by the title bar, or as the only tile.
 enlarge() {
     if on_wayland; then
         swaymsg -q floating disable
@@ -27,7 +27,7 @@ enlarge() {
     within 20 is_whole_screen
 }
 is_one_window() { [ "$(active_window)" = "$window" ]; }
-# is TITLE: the window has this title, and is the one that was there at the start.
+# is TITLE: the active window has this title and is the window of the start.
 is() {
     within 60 window_is "$1"
     within 20 is_one_window
@@ -50,7 +50,7 @@ within 60 window_is Pagora
 window=$(active_window)
 settle
 
-# The window is moved and made smaller: a book opens there, and the library is there again.
+# Moves and resizes the window. A book opens at the same place, and the library returns there.
 place=(140 60 960 640)
 within 20 gets_its_place
 key Right
@@ -66,7 +66,7 @@ within 20 is_at_its_place
 settle
 picture library-at-its-place
 
-# A fixed book's window is fitted to its page; the library has its own size again.
+# The window is fitted to a fixed book's page. The library has its previous size.
 key Left
 settle
 key Return
@@ -78,7 +78,7 @@ picture fixed-fitted
 close_book
 within 20 is_at_its_place
 
-# Full screen is left before the library is there, and comes again with the next book.
+# Full screen ends before the library is shown, and begins again with the next book.
 key Right
 settle
 read_book "The Lantern Keeper"
@@ -97,7 +97,7 @@ settle
 close_book
 within 20 is_at_its_place
 
-# What the desktop gives the whole screen keeps it.
+# A maximized window stays maximized.
 settle
 enlarge
 settle
@@ -124,9 +124,9 @@ within 20 is_whole_screen
 settle
 picture library-whole-screen-again
 
-# A library that the desktop shows in full screen opens a book there, and the next book is not in full screen for it.
+# A library in full screen opens a book in full screen. The next book does not open in full screen.
 if on_wayland; then
-    # The desktop knows a place before the window has it.
+    # The desktop reports a place before the window has it.
     swaymsg -q floating enable
     within 20 gets_its_place
     settle

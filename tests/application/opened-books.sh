@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Memory stays the same however many books are opened: PAGORA_BOOKS of them (50), which may take at most 10 MB more at the
-# end than after the first ten.
+# Memory does not grow with the number of opened books. Opens PAGORA_BOOKS books (50). At the end memory may be at most
+# 10 MB larger than after the first ten.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
@@ -14,8 +14,8 @@ memory() { awk '/^VmRSS/ { print $2 }' "/proc/$program/status"; }
 "$here/make-fixed-book" "$HOME/books/00 Six Views.epub"
 books=("$HOME/books/01 "*.epub "$HOME/books/02 "*.epub)
 titles=("The Lantern Keeper" "A Quiet Harbour")
-# The window changes its size for a book with fixed pages. With cairo under Wayland the toolkit (4.8) loses the buffer of
-# the old size each time, whoever changes it.
+# Not on Wayland: a book with fixed pages resizes the window, and with cairo the toolkit (4.8) leaks the buffer of the
+# old size at each change.
 if [ -z "${WAYLAND_DISPLAY:-}" ]; then
     books+=("$HOME/books/00 "*.epub)
     titles+=("Six Views")

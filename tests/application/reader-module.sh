@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The program starts without the page engine's libraries, has them once the library is shown, and says so where its module is
-# missing.
+# The program starts without the page engine's libraries, loads them once the library is shown, and reports a missing
+# module.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 

@@ -12,7 +12,7 @@ ends_with_us $!
 exec 9>"$HOME/schemes"
 within 60 grep -qx ready "$HOME/portal"
 
-# lightness X Y: of what is drawn there, from 0 to 255.
+# lightness X Y: the lightness of the pixel, from 0 to 255.
 lightness() { echo $((16#$(color_at "$1" "$2" | cut -c1-2))); }
 title_bar_is_dark() { [ "$(lightness 250 10)" -lt 100 ]; }
 title_bar_is_light() { [ "$(lightness 250 10)" -gt 180 ]; }
@@ -85,7 +85,7 @@ within 20 window_is Pagora
 within 20 catalogue 'books[0].get("LastInd", 0) > 0'
 settle
 
-# The bars of a reader have the paper of its page, so the library shows it.
+# The bars of a reader have the colours of its page, so the appearance is checked in the library.
 echo dark >&9
 within 20 title_bar_is_dark
 picture dark

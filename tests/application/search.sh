@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The library is searched with real keys: what is typed finds a book that is read, the search stays while the book is read,
-# and selecting all books or a drop of new ones ends it. A folder's books are imported by keyboard.
+# The library is searched with real keys. A found book is read while the search stays open. Selecting all books or
+# dropping new ones ends the search. A folder's books are imported by keyboard.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-names.sh"
@@ -8,7 +8,7 @@ set -euo pipefail
 
 library=$HOME/Documents/ePubLibrary
 
-# The part of the window where the first covers are, and no text in their place.
+# The area of the first covers, without text.
 covers() { colors 40 120 800 240; }
 no_cover_is_shown() { [ "$(covers)" -lt 100 ]; }
 covers_are_shown() { [ "$(covers)" -gt 100 ]; }
@@ -36,7 +36,7 @@ move 640 820
 within 20 covers_changed
 picture by-title
 
-# Nothing but typing opens the search, without case and accents.
+# Typing opens the search, which ignores case and accents.
 spell "emily bronte"
 settle
 picture found
@@ -58,7 +58,7 @@ picture nothing
 key Escape
 within 20 covers_are_shown
 
-# The books of a drop are seen.
+# Dropped books are visible.
 spell nowhere
 within 20 no_cover_is_shown
 offer_files "$HOME/books/04 The Copper Bridge.epub"
@@ -68,7 +68,7 @@ within 20 covers_are_shown
 end_files
 bring_forward Pagora
 
-# All books are selected, whatever was searched for.
+# Selects all books, regardless of the search.
 spell villette
 settle
 key ctrl+a

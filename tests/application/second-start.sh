@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A second start is the same program: it hands its file to the first, which reads it without filing it in the library.
+# A second start passes its file to the first instance, which opens it without importing it.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
@@ -16,7 +16,7 @@ reads "Letters from the Orchard"
 picture second-start
 [ -f "$library/03 Letters from the Orchard.epub" ] || fail "there is no copy to read from"
 
-# One that is missing shows an alert, and what is read stays.
+# A missing file shows an alert, and the open book stays open.
 reader=$(active_window)
 timeout 60 "$programs/pagora" "$HOME/books/none.epub" || fail "the start with a missing file did not end well"
 within 20 another_window "$reader"
@@ -36,7 +36,7 @@ key ctrl+w
 within 20 window_is Pagora
 [ -f "$library/01 The Lantern Keeper.epub" ] || fail "a book of the library is gone"
 
-# One that cannot reach the first does not share its home folder.
+# An instance that cannot reach the first does not use the same home folder.
 DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere timeout 60 "$programs/pagora" 2>"$HOME/said" || fail "it did not end"
 grep -q "already running with this home folder" "$HOME/said" || fail "the second start said nothing"
 key ctrl+q

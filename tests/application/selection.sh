@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Presses beside the books select nothing, in the grid and in the list, so that the keys of the library act on no book.
+# Clicks beside the books clear the selection, in the grid and in the list, so that the library's keys have no effect.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-names.sh"
@@ -8,7 +8,7 @@ set -euo pipefail
 start_with 01 02 03
 place_library
 
-# ask_to_remove: the keys for it bring up the alert.
+# ask_to_remove: presses the keys that show the alert.
 ask_to_remove() {
     key ctrl+Delete
     within 20 library_has_a_window_over_it
@@ -19,7 +19,7 @@ agree() {
     within 20 window_is Pagora
 }
 
-# In the grid there is no alert without a book.
+# In the grid no alert is shown without a selection.
 press "The Lantern Keeper, Ada Marlow" cell
 settle
 click 480 700
@@ -33,7 +33,7 @@ ask_to_remove
 agree
 within 30 catalogue 'len(books) == 2'
 
-# In the list there is one in any case; it removes what the last press selected.
+# In the list it is always shown; it removes the books selected by the last click.
 press List button
 settle
 press "Letters from the Orchard, Celia Wren" row

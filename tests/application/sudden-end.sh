@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# The program is killed or told to end while a book is read: the library and every place that was saved are there at the
-# next start.
+# The program is killed or ended while a book is open. The library and all saved places are restored at the next start.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 

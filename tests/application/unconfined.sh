@@ -3,7 +3,7 @@
 # works, a book is read page by page, and one line says that the book's own scripts are off.
 set -euo pipefail
 
-# The rest runs where no namespace can be made; where that is so already, there is none to forbid it in either.
+# The rest runs in a namespace that forbids further namespaces, or directly if the system forbids them.
 if [ -z "${PAGORA_FORBIDDEN:-}" ] && unshare --user true 2>/dev/null; then
     exec unshare --user --map-current-user --keep-caps env PAGORA_FORBIDDEN=1 bash -euc '
         for kind in mnt pid net user; do echo 0 >"/proc/sys/user/max_${kind}_namespaces"; done
@@ -14,7 +14,7 @@ fi
 
 ! bwrap --ro-bind / / true 2>/dev/null || fail "namespaces are not forbidden"
 
-# A book whose script would take its text away.
+# A book with a script that would remove its text.
 scripted_book() {
     python3 - "$books/01 "*.epub "$1" <<'END'
 import sys, zipfile
@@ -44,7 +44,7 @@ within 60 page_is_drawn
 picture page
 turn Right
 turn Right
-# The line explains itself.
+# The line has an explanation.
 press "Read more" button
 picture explanation
 key Escape

@@ -8,7 +8,7 @@ source_window=
 dragging=
 nudge=1
 
-# Gives the library window a known place.
+# Moves the library window to a known place.
 place_library() {
     local height
     height=$(screen_size | cut -d' ' -f2)
@@ -57,7 +57,7 @@ hold_files() {
 
 release_files() { button_up; }
 
-# Drops the files that are offered, once the library shows that it takes them.
+# Drops the offered files once the library accepts them.
 drop_files() {
     hold_files
     within 20 drop_label_changed

@@ -8,7 +8,7 @@ ends_with_us $!
 exec 7>"$desktop_pipes/commands" 8<"$desktop_pipes/answers"
 rm -r "$desktop_pipes"
 
-# tell COMMAND...: what wayland-desktop answers. Fails where it says no.
+# tell COMMAND...: prints the answer of wayland-desktop. Fails if it fails.
 tell() {
     local status answer
     echo "$*" >&7

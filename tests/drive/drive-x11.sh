@@ -6,7 +6,7 @@ ends_with_us $!
 
 display_is_ready() { xdotool get_num_desktops; }
 
-# key NAME+NAME...: each is pressed and let go.
+# key NAME+NAME...: presses and releases each.
 key() { xdotool key --delay 30 "$@"; }
 key_down() { xdotool keydown "$1"; }
 key_up() { xdotool keyup "$1"; }
@@ -31,14 +31,14 @@ window_place() {
 # set_window_place X Y WIDTH HEIGHT: asks for it.
 set_window_place() { xdotool getactivewindow windowmove "$1" "$2" windowsize "$3" "$4"; }
 screen_size() { xdotool getdisplaygeometry; }
-# Each of these fails also when a window goes while it is looked for; call them with `within`.
+# These also fail if a window is destroyed during the search; call them with `within`.
 is_there() { xdotool search --onlyvisible --name "^$1\$"; }
 activate() { xdotool search --onlyvisible --name "^$1\$" windowactivate; }
 # put TITLE X Y: moves the window with this title.
 put() { xdotool search --onlyvisible --name "^$1\$" windowmove "$2" "$3"; }
-# As by the close button of a window manager.
+# Closes a window as its close button does.
 close_window() { xdotool key alt+F4; }
-# What was copied last.
+# The text of the clipboard.
 clipboard() { xclip -selection clipboard -out; }
 
 # pixels [X Y WIDTH HEIGHT]: the screen or a part of it as a picture without a date.

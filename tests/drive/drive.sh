@@ -12,7 +12,7 @@ fi
 
 program=
 helpers=()
-# ends_with_us PROCESS: the process is ended with the script, like the program.
+# ends_with_us PROCESS: ends the process with the script, as the program.
 ends_with_us() { helpers+=("$1"); }
 trap 'kill "${helpers[@]}" ${program:+"$program"} 2>/dev/null || true' EXIT
 
@@ -44,7 +44,7 @@ start() {
     program=$!
 }
 
-# start_with BOOK...: starts with these of the sample books, each given by the beginning of its name, in the library.
+# start_with BOOK...: starts with these sample books in the library, each given by a prefix of its name.
 start_with() {
     local files=() book
     "$here/make-sample-books" "$HOME/books" >/dev/null
@@ -54,7 +54,7 @@ start_with() {
     within 60 window_is Pagora
 }
 
-# shelve COUNT: adds so many copies of a sample book to the library of the running program.
+# shelve COUNT: adds COUNT copies of a sample book to the library of the running program.
 shelve() {
     local files=() number total
     mkdir -p "$HOME/shelf"

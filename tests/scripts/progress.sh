@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks what scripts/progress.sh says of a step: progress.sh CASE
+# Checks the output of scripts/progress.sh for a step: progress.sh CASE
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 scratch=$(mktemp -d)
@@ -8,7 +8,7 @@ quiet_seconds=1
 # shellcheck source=progress.sh
 . "$here/../../scripts/progress.sh"
 
-# A step whose lines this script writes.
+# A step with the output of this script.
 mkfifo "$scratch/step"
 filter() {
     case $1 in

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs scripts/setup with stand-ins for the package system and checks what it says and does: setup.sh CASE
+# Runs scripts/setup with a fake package system and checks its output and actions: setup.sh CASE
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 scripts=$(cd "$here/../../scripts" && pwd)

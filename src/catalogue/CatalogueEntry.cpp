@@ -4,7 +4,6 @@
 
 #include <optional>
 #include <utility>
-#include <vector>
 
 namespace pagora {
 

@@ -4,7 +4,6 @@
 #include "base/Numbers.hpp"
 #include "base/Translation.hpp"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 

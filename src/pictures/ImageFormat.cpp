@@ -1,6 +1,5 @@
 #include "pictures/ImageFormat.hpp"
 
-#include <algorithm>
 #include <array>
 
 namespace pagora {

@@ -6,7 +6,6 @@
 #include <libxml/HTMLparser.h>
 
 #include <algorithm>
-#include <cstdint>
 
 namespace pagora {
 

@@ -17,7 +17,6 @@
 #include <mutex>
 #include <optional>
 #include <sys/stat.h>
-#include <utility>
 
 namespace pagora {
 

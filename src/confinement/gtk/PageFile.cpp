@@ -2,7 +2,6 @@
 
 #include <glib.h>
 
-#include <array>
 #include <filesystem>
 #include <system_error>
 #include <vector>

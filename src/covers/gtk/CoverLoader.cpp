@@ -8,7 +8,6 @@
 #include <gdk/gdk.h>
 
 #include <cstdlib>
-#include <functional>
 #include <numeric>
 #include <span>
 

@@ -1,7 +1,5 @@
 #include "page/gtk/LoadReports.hpp"
 
-#include <utility>
-
 namespace pagora {
 
 namespace {

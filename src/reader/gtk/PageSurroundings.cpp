@@ -3,8 +3,6 @@
 #include "base/Translation.hpp"
 #include "desktop/gtk/DisplayText.hpp"
 
-#include <string_view>
-
 namespace pagora {
 
 namespace {

@@ -72,7 +72,8 @@ var pagoraKeepHeadings = (function () {
             else if (isWhole(next))
                 room = Math.max(tools.boxOf(next).height, tools.boxOf(pictureIn(next)).height);
             const below = Math.max(0, pixels(style.marginBottom));
-            const isTooHigh = (height) => height + below + heading.offsetHeight > strip.height;
+            const own = heading.offsetHeight + Math.max(0, pixels(style.marginTop));
+            const isTooHigh = (height) => own + height + below > strip.height;
             if (isTooHigh(room) && startsWithPicture(next)) {
                 // The caption goes on in the next column.
                 room = tools.boxOf(pictureIn(next)).height + lines;

@@ -14,7 +14,7 @@ var pagoraClosePicture = (function () {
     const make = (name) => Document.prototype.createElementNS.call(document, html, name);
     const setAttribute = Element.prototype.setAttribute;
     // Elements that handle clicks themselves.
-    const pressable = 'a[href], area, audio, button, input, label, object, select, summary, textarea, video, [onclick],'
+    const pressable = 'a[href], area, audio, button, input, label, select, summary, textarea, video, [onclick],'
         + ' [contenteditable], [role="button"], [role="link"], [usemap]';
 
     const port = window.webkit.messageHandlers.pagora;

@@ -172,9 +172,11 @@ TEST_F(PageFitTest, AHeadingStandsWithThePictureThatFloatsInItsFigure)
 TEST_F(PageFitTest, AHeadingHasThePictureBelowItWhereOnlyTheCaptionHasNoRoom)
 {
     std::string caption;
-    for (int i = 0; i < 7; ++i)
+    for (int i = 0; i < 5; ++i)
         caption += "<p>A line</p>";
-    fit("<h2>Heading</h2><object data='none' type='text/none'><figure style='margin:0'><img src='none.svg' width='200' "
+    // Without its margin the heading would have room together with the whole caption.
+    fit("<h2 style='margin:30px 0'>Heading</h2><object data='none' type='text/none'><figure style='margin:0'><img "
+        "src='none.svg' width='200' "
         "height='360' style='display:block'/><figcaption>"
             + caption + "</figcaption></figure></object>" + paragraphs(9),
         2, plain);

@@ -114,6 +114,13 @@ TEST_F(PagePictureTest, ATurnOfThePageTakesThePictureAway)
     EXPECT_EQ(evaluate("window.pageXOffset"), "800");
 }
 
+TEST_F(PagePictureTest, APictureInThePlaceOfAnObjectIsShownLargeToo)
+{
+    open("<object data='none' type='text/none'>{picture}</object>");
+    press();
+    EXPECT_TRUE(isShown());
+}
+
 TEST_F(PagePictureTest, APictureThatIsALinkStaysOne)
 {
     open("<a href='#p9'>{picture}</a>");

@@ -90,16 +90,20 @@ var pagoraFind = (function () {
         return after - start < start - before ? after : before;
     }
 
-    function rangeOf([start, end, text]) {
-        const actual = actualStart(start, text);
-        const first = actual < 0 ? null : nodeAt(actual);
-        const last = actual < 0 ? null : nodeAt(actual + end - start - 1);
+    function rangeAt(start, end) {
+        const first = nodeAt(start);
+        const last = nodeAt(end - 1);
         if (!first || !last)
             return null;
         const range = new Range();
         range.setStart(first.node, first.offset);
         range.setEnd(last.node, last.offset + 1);
         return range;
+    }
+
+    function rangeOf([start, end, text]) {
+        const actual = actualStart(start, text);
+        return actual < 0 ? null : rangeAt(actual, actual + end - start);
     }
 
     const firstBox = (boxes) => Array.prototype.find.call(boxes, (box) => box.height > 0);
@@ -139,7 +143,7 @@ var pagoraFind = (function () {
 
     return {
         // For the scripts that come after this one.
-        text: { textIndex, rangeOf, boxOf, pageOffsetOf },
+        text: { textIndex, actualStart, rangeAt, rangeOf, boxOf, pageOffsetOf },
         // Each match is its start, its end and its text. `current` is the one that is gone to, or null.
         paint(matches, current) {
             const isThere = (range) => range;

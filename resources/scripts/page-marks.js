@@ -1,21 +1,28 @@
 // Runs in an isolated script world of every page, before the page has any content. Paints the user's marks, returns the
 // selected and the shown text, and reports presses on marks. Places are those of page-find.js. Painting changes neither
 // the page's nodes nor its layout.
+//
+// The engine compares each line that it draws with each range of each registered highlight. So only the marks of the page
+// that is shown are registered, and only the colours that they have.
 
 var pagoraMarks = (function () {
     'use strict';
 
-    const { textIndex, rangeOf, boxOf, pageOffsetOf } = pagoraFind.text;
+    const { textIndex, actualStart, rangeAt, rangeOf, boxOf, pageOffsetOf } = pagoraFind.text;
     const colors = ['yellow', 'orange', 'pink', 'purple', 'blue', 'green'];
+    // More are not painted on one page.
+    const mostOnPage = 1000;
+    const bodyOf = Object.getOwnPropertyDescriptor(Document.prototype, 'body').get;
     const blanks = /[ \t\n\f\r]+/g;
     const unitsIn = (text) => text.replace(blanks, '').length;
     const post = (text) => window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' ' + text);
 
-    // The engine keeps painting a highlight that is removed from the registry, so highlights are emptied instead.
-    const highlights = new Map(colors.concat('note').map((name) => [name, new Highlight()]));
-    highlights.get('note').priority = 1;
-    // The painted marks, in the order of `paint`.
-    let painted = [];
+    // The marks of the chapter in the order of their starts, with the range of each once it is asked for.
+    let marks = [];
+    // For each mark, the one that ends last of those up to it.
+    let reaching = [];
+    // Those that are registered.
+    let shown = [];
 
     // The place of a position in the page.
     function placeOf(container, offset) {
@@ -52,57 +59,169 @@ var pagoraMarks = (function () {
         return low;
     }
 
+    function boxesOf(mark) {
+        return mark.range ? Array.prototype.filter.call(mark.range.getClientRects(), (box) => box.height > 0) : [];
+    }
+
+    // How far along the strip a character of a mark is, and where the page that is shown begins. A place that is not seen,
+    // as in text that is hidden, is where the element around it is. Known until the layout changes.
+    let isRightToLeft = false;
+    const pageStart = () => pagoraAlong(0);
+    function placeAlong(place, isEnd) {
+        const range = rangeAt(place, place + 1);
+        const box = range && boxOf(range);
+        if (!box)
+            return -1;
+        return pagoraAlong(isRightToLeft ? innerWidth - (isEnd ? box.left : box.right) : (isEnd ? box.right : box.left));
+    }
+    function startAlong(mark) {
+        if (mark.startAlong === undefined)
+            mark.startAlong = placeAlong(mark.start, false);
+        return mark.startAlong;
+    }
+    function endAlong(mark) {
+        if (mark.endAlong === undefined)
+            mark.endAlong = placeAlong(mark.end - 1, true);
+        return mark.endAlong;
+    }
+    function forgetLayout() {
+        const body = bodyOf.call(document);
+        isRightToLeft = !!body && getComputedStyle(body).direction === 'rtl';
+        for (const mark of marks)
+            mark.startAlong = mark.endAlong = undefined;
+    }
+
+    // The first index from `low` on for which the test holds; it holds for all after that one too.
+    function firstIndex(low, test) {
+        let high = marks.length;
+        while (low < high) {
+            const middle = (low + high) >> 1;
+            if (test(middle))
+                high = middle;
+            else
+                low = middle + 1;
+        }
+        return low;
+    }
+
+    function marksOnPage() {
+        if (!marks.length)
+            return [];
+        const near = pageStart();
+        const far = near + innerWidth;
+        // Marks that begin before the page may reach into it.
+        const reaches = firstIndex(0, (index) => endAlong(reaching[index]) > near);
+        const begins = firstIndex(reaches, (index) => startAlong(marks[index]) >= near);
+        const ends = firstIndex(begins, (index) => startAlong(marks[index]) >= far);
+        const onPage = marks.slice(reaches, begins).filter((mark) => endAlong(mark) > near)
+            .concat(marks.slice(begins, ends)).slice(0, mostOnPage);
+        for (const mark of onPage) {
+            if (mark.range === undefined)
+                mark.range = rangeAt(mark.start, mark.end);
+        }
+        return onPage.filter((mark) => mark.range);
+    }
+
+    // Ranges that a highlight begins with do not make the engine draw them, and a range that is added does, whether the
+    // highlight is registered or not.
+    const drawAgain = (range) => new Highlight().add(range);
+
+    function register(name, painted) {
+        if (!painted.length)
+            return CSS.highlights.delete('pagora-mark-' + name);
+        const highlight = new Highlight(...painted.map((mark) => mark.range));
+        highlight.priority = name === 'note' ? 1 : 0;
+        return CSS.highlights.set('pagora-mark-' + name, highlight);
+    }
+
+    // Registers the marks of the page, and draws it again where they are others than before.
+    function update() {
+        const onPage = marksOnPage();
+        if (onPage.length === shown.length && onPage.every((mark, index) => mark === shown[index]))
+            return;
+        shown = onPage;
+        for (const color of colors)
+            register(color, onPage.filter((mark) => mark.color === color));
+        register('note', onPage.filter((mark) => mark.hasNote));
+        if (!onPage.length)
+            return;
+        const page = onPage[0].range.cloneRange();
+        for (const { range } of onPage) {
+            if (range.compareBoundaryPoints(Range.END_TO_END, page) > 0)
+                page.setEnd(range.endContainer, range.endOffset);
+        }
+        drawAgain(page);
+    }
+
+    // The event comes before the page is drawn in its new place.
+    window.addEventListener('scroll', (event) => {
+        if (event.target === document)
+            update();
+    }, { capture: true, passive: true });
+
+    const keyOf = ({ number, start, end, color, hasNote }) => [number, start, end, color, hasNote].join(' ');
     const isWithin = (box, x, y) => x >= box.left && x <= box.right && y >= box.top && y <= box.bottom;
 
-    // The number of the shortest mark at a point of the page; -1 if there is none.
+    // The mark that is painted at a point of the page, the shortest of several.
     function markAt(x, y) {
-        const caret = Document.prototype.caretRangeFromPoint.call(document, x, y);
-        const place = caret ? placeOf(caret.startContainer, caret.startOffset) : -1;
-        let found = -1;
-        painted.forEach(({ start, end, range }, index) => {
-            if (place < start || place > end || (found >= 0 && painted[found].end - painted[found].start <= end - start))
-                return;
-            if (Array.prototype.some.call(range.getClientRects(), (box) => isWithin(box, x, y)))
-                found = index;
-        });
+        let found = null;
+        for (const mark of shown) {
+            if ((!found || mark.end - mark.start < found.end - found.start)
+                && boxesOf(mark).some((box) => isWithin(box, x, y)))
+                found = mark;
+        }
         return found;
     }
 
-    function tell(index) {
-        const box = Array.prototype.find.call(painted[index].range.getClientRects(),
-            (line) => line.right > 0 && line.left < innerWidth && line.height > 0);
+    // Whether a line of it is on the page.
+    function tell(mark) {
+        const box = boxesOf(mark).find((line) => line.right > 0 && line.left < innerWidth);
         if (box)
-            post(['mark', painted[index].number, box.left, box.top, box.width, box.height].join(' '));
+            post(['mark', mark.number, box.left, box.top, box.width, box.height].join(' '));
+        return !!box;
     }
 
     window.addEventListener('click', (event) => {
         const selection = window.getSelection();
         const isLink = event.target instanceof Element && event.target.closest('a, button, input, select, textarea');
-        if (!event.isTrusted || event.button !== 0 || isLink || (selection && !selection.isCollapsed) || !painted.length)
+        if (!event.isTrusted || event.button !== 0 || isLink || (selection && !selection.isCollapsed))
             return;
-        const index = markAt(event.clientX, event.clientY);
-        if (index >= 0)
-            tell(index);
+        const mark = markAt(event.clientX, event.clientY);
+        if (mark)
+            tell(mark);
     }, true);
 
     return {
         // Each mark is an array: number, start, end, text, colour, whether it has a note.
-        paint(marks) {
-            for (const [name, highlight] of highlights) {
-                CSS.highlights.set('pagora-mark-' + name, highlight);
-                highlight.clear();
-            }
-            painted = [];
-            for (const [number, start, end, text, color, hasNote] of marks) {
-                const range = rangeOf([start, end, text]);
-                if (!range)
+        paint(given) {
+            const before = new Map(marks.map((mark) => [keyOf(mark), mark]));
+            marks = [];
+            for (const [number, start, end, text, color, hasNote] of given) {
+                const actual = actualStart(start, text);
+                if (actual < 0)
                     continue;
-                const seen = placeOf(range.startContainer, range.startOffset);
-                painted.push({ number, start: seen, end: seen + end - start, range });
-                highlights.get(color).add(range);
-                if (hasNote)
-                    highlights.get('note').add(range);
+                const mark = { number, start: actual, end: actual + end - start, color, hasNote };
+                marks.push(before.get(keyOf(mark)) || mark);
+                before.delete(keyOf(mark));
             }
+            marks.sort((one, other) => one.start - other.start);
+            reaching = [];
+            for (const mark of marks) {
+                const before = reaching[reaching.length - 1];
+                reaching.push(before && before.end > mark.end ? before : mark);
+            }
+            forgetLayout();
+            update();
+            // Those that are gone may still be on what was drawn of other pages.
+            for (const { range } of before.values()) {
+                if (range)
+                    drawAgain(range);
+            }
+        },
+        // For a page whose layout has changed.
+        update() {
+            forgetLayout();
+            update();
         },
         // The start, end and characters of the selection; empty if nothing is selected.
         selection() {
@@ -126,21 +245,16 @@ var pagoraMarks = (function () {
         // The first place of the shown page, times 2^26, plus the first place after the page.
         pageSpan() {
             const offset = window.pageXOffset;
-            const end = Math.max(0, bodyLength() - innerWidth);
+            const end = Math.max(0, bodyOf.call(document).scrollWidth - innerWidth);
             const start = placeOnPage(offset);
             const next = offset >= end ? textIndex().text.length + 1 : placeOnPage(offset + innerWidth);
             return start * 0x4000000 + next;
         },
         // Reports a press on the mark with that number. Returns whether it is on the page.
         press(number) {
-            const index = painted.findIndex((mark) => mark.number === number);
-            if (index >= 0)
-                tell(index);
-            return index >= 0;
+            const pressed = marks.find((mark) => mark.number === number);
+            return !!pressed && tell(pressed);
         },
     };
 
-    function bodyLength() {
-        return Object.getOwnPropertyDescriptor(Document.prototype, 'body').get.call(document).scrollWidth;
-    }
 })();

@@ -57,7 +57,8 @@ BookMarks::BookMarks(MarkedReader& reader, MarksWindow& window, RunLoop& runLoop
     , _window(window)
     , _runLoop(runLoop)
 {
-    _reader.setMarks({ [this](std::uint64_t chapter) { return paintScript(chapter); }, [this] { pageIsSeen(); },
+    _reader.setMarks({ [this](std::uint64_t chapter) { return paintScript(chapter); },
+        [this](std::uint64_t chapter) { return layoutScript(chapter); }, [this] { pageIsSeen(); },
         [this](const PressedMark& mark) { press(mark); } });
 }
 
@@ -86,11 +87,10 @@ void BookMarks::marksHaveChanged()
 
 std::size_t BookMarks::numberOf(const std::string& id)
 {
-    const auto found = std::find(_numbers.begin(), _numbers.end(), id);
-    if (found != _numbers.end())
-        return static_cast<std::size_t>(found - _numbers.begin());
-    _numbers.push_back(id);
-    return _numbers.size() - 1;
+    const auto [found, isNew] = _numberOf.emplace(id, _numbers.size());
+    if (isNew)
+        _numbers.push_back(id);
+    return found->second;
 }
 
 const MarkStore::Kept* BookMarks::kept(std::size_t number) const
@@ -136,6 +136,18 @@ std::string BookMarks::paintScript(std::uint64_t chapter)
     std::for_each(_store->marks().begin(), _store->marks().end(), add);
     std::for_each(_store->makersMarks().begin(), _store->makersMarks().end(), add);
     return script + "])";
+}
+
+std::string BookMarks::layoutScript(std::uint64_t chapter) const
+{
+    const auto isPainted = [chapter](const Kept& kept) {
+        return kept.anchor && kept.anchor->chapter == chapter && kept.anchor->end > kept.anchor->start;
+    };
+    if (!_store
+        || (std::none_of(_store->marks().begin(), _store->marks().end(), isPainted)
+            && std::none_of(_store->makersMarks().begin(), _store->makersMarks().end(), isPainted)))
+        return {};
+    return "pagoraMarks.update()";
 }
 
 void BookMarks::pageIsSeen()

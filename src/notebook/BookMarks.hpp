@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace pagora {
@@ -62,6 +63,7 @@ private:
     void pageIsSeen();
     void showRibbon(std::uint32_t start, std::uint32_t end);
     std::string paintScript(std::uint64_t chapter);
+    std::string layoutScript(std::uint64_t chapter) const;
     void mark(const std::string& selection, MarkColor color, bool asksForNote);
     void press(const PressedMark& mark);
     void removeKept(std::vector<Kept> marks);
@@ -79,6 +81,7 @@ private:
     MarkedBook _book;
     // The identifiers of marks by number. Numbers do not change while the book is open.
     std::vector<std::string> _numbers;
+    std::unordered_map<std::string, std::size_t> _numberOf;
     std::vector<std::string> _chapterNames;
     // The mark whose note gets the focus when its editor opens.
     std::optional<std::size_t> _noteAskedFor;

@@ -216,6 +216,7 @@ Task<void> EpubController::preparePage(DataSource source)
     auto& webView = _window.webView();
     if (source.load != webView.currentLoad())
         co_return;
+    _layoutMayDiffer = true;
     if (source.isMainResource)
         _place.setFrameIsLoaded(!source.isLoading);
     if (_lastAnchor) {

@@ -245,6 +245,8 @@ private:
     PageListeners _listeners;
     MarksHooks _marks;
     bool _relayoutPending = false;
+    // Something came or was set since the last place was noted that may have laid the chapter out anew.
+    bool _layoutMayDiffer = false;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 
     SplitRules _splitRules;

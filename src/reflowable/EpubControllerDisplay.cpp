@@ -27,6 +27,7 @@ void EpubController::enqueueOption(std::function<void()> adopt, SerialQueue::Wor
     _settings.pending.push_back(std::move(adopt));
     _queue.enqueueAction([this, show = std::move(show)]() -> Task<void> {
         _settings.pending.pop_front();
+        _layoutMayDiffer = true;
         co_await show();
     });
 }
@@ -124,6 +125,7 @@ void EpubController::updateColumns()
 Task<void> EpubController::applyRelayout()
 {
     _relayoutPending = false;
+    _layoutMayDiffer = true;
     _settings.updatePageWidth(_window);
     const auto page = geometry();
     co_await run(scripts::relayout(_settings.numberOfColumns, page.pageWidth, page.columnHeight(), page.imageHeight()));

@@ -4,11 +4,13 @@
 #include "confinement/Confinement.hpp"
 #include "desktop/gtk/BookFonts.hpp"
 #include "desktop/gtk/Graphics.hpp"
+#include "desktop/gtk/WaylandSocket.hpp"
 
 #include <glib.h>
 
 int main(int argc, char** argv)
 {
+    pagora::prepareWaylandSocket();
     pagora::prepareGraphics();
     pagora::useBookFonts(pagora::cachesFolder() + "/" PAGORA_IDENTIFIER ".fonts.conf");
     pagora::prepareConfinementSwitch();

@@ -144,6 +144,16 @@ TEST_F(Grid, MenuKeyAsksForTheMenuOfTheSelectedItem)
     EXPECT_EQ(_handler.rightClicks, (std::vector<std::optional<std::size_t>> { 1, 1 }));
 }
 
+TEST_F(Grid, EnterOpensTheSelectedItemWhileTheViewHasTheFocus)
+{
+    _books.setContent(makeBooks(3));
+    EXPECT_FALSE(pressOn(_surface.bookCollectionView(), GDK_KEY_Return));
+    _books.setSelectionIndexes({ 1 });
+    EXPECT_TRUE(pressOn(_surface.bookCollectionView(), GDK_KEY_Return));
+    EXPECT_TRUE(pressOn(_surface.bookCollectionView(), GDK_KEY_KP_Enter));
+    EXPECT_EQ(_handler.clicks, (std::vector<int> { 2, 2 }));
+}
+
 TEST_F(Grid, ContextMenuPerformsTheItemThatIsChosen)
 {
     std::vector<std::string> chosen;

@@ -137,7 +137,8 @@ private:
     bool isOverItem(Gtk::Widget& view, const Gdk::Event& event) const;
     void reportClick(bool onItem);
     void watchRightButton(Gtk::Widget& view);
-    void watchMenuKeys(Gtk::Widget& view);
+    void watchKeys(Gtk::Widget& view);
+    bool activateSelected();
     // The child of `_items` that holds the widget; null for a widget outside the items.
     Gtk::Widget* itemHolding(Gtk::Widget* widget) const;
     static std::optional<std::size_t> positionOf(Gtk::Widget& item);

@@ -1,6 +1,7 @@
 #include "library_views/gtk/BooksSurface.hpp"
 
 #include <glibmm/main.h>
+#include <gtkmm/bitset.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollerlegacy.h>
 #include <gtkmm/gestureclick.h>
@@ -22,7 +23,7 @@ void BooksSurface::watchInput(Gtk::Widget& view, Gtk::Widget& items)
     _items = &items;
     watchLeftButton(view);
     watchRightButton(view);
-    watchMenuKeys(view);
+    watchKeys(view);
     _dropTarget = std::make_unique<FileDropTarget>(
         widget(), [this] { return _dropDelegate; },
         [this](const DropHover& hover) {
@@ -111,12 +112,14 @@ void BooksSurface::watchRightButton(Gtk::Widget& view)
     view.add_controller(rightClick);
 }
 
-void BooksSurface::watchMenuKeys(Gtk::Widget& view)
+void BooksSurface::watchKeys(Gtk::Widget& view)
 {
     const auto keys = Gtk::EventControllerKey::create();
     keys->signal_key_pressed().connect(
         [this, &view](guint key, guint, Gdk::ModifierType state) {
             const bool shift = (state & Gdk::ModifierType::SHIFT_MASK) != Gdk::ModifierType();
+            if (key == GDK_KEY_Return || key == GDK_KEY_KP_Enter)
+                return activateSelected();
             if (key != GDK_KEY_Menu && !(key == GDK_KEY_F10 && shift))
                 return false;
             if (_handler)
@@ -125,6 +128,17 @@ void BooksSurface::watchMenuKeys(Gtk::Widget& view)
         },
         false);
     view.add_controller(keys);
+}
+
+// A focused item handles the key itself. In newer versions of the toolkit the view may have the focus while an item is
+// selected.
+bool BooksSurface::activateSelected()
+{
+    const auto selected = _selection->get_selection();
+    if (selected->get_size() != 1)
+        return false;
+    activate(selected->get_minimum());
+    return true;
 }
 
 Gtk::Widget* BooksSurface::itemHolding(Gtk::Widget* widget) const

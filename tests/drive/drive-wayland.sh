@@ -25,6 +25,8 @@ key_up() { tell keyup "$1"; }
 
 move() { tell move "$1" "$2"; }
 nudge() { tell nudge "$1" "$2"; }
+# glide X Y: two fingers on a touchpad move the view so far, and are lifted as they move.
+glide() { tell glide "$1" "$2"; }
 button_down() { tell buttondown "${1:-1}"; }
 button_up() { tell buttonup "${1:-1}"; }
 click() { tell move "$1" "$2" && tell click "${3:-1}"; }

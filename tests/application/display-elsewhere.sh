@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# The socket of the Wayland display lies outside of the person's runtime folder, and is given by its path: a book is read.
+# A book is read where WAYLAND_DISPLAY is the path of a socket outside XDG_RUNTIME_DIR.
 set -euo pipefail
 WAYLAND_DISPLAY=$(realpath "$XDG_RUNTIME_DIR/$WAYLAND_DISPLAY")
 export WAYLAND_DISPLAY
 . "$(dirname "$0")/../drive/drive.sh"
 
-start_with 01
+start_with 01 02
 settle
-key Right
+key Home
 settle
 key Return
 reads "The Lantern Keeper"

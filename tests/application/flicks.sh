@@ -59,10 +59,10 @@ start "$HOME/books/01 "*.epub "$HOME/02 Right to left.epub"
 within 60 catalogue 'len(books) == 2'
 within 60 window_is Pagora
 settle
-key Right
+key Home
 settle
 turns_by_flicks "The Lantern Keeper"
-key Right
+key End
 settle
 turns_by_flicks "A Quiet Harbour"
 key ctrl+q

@@ -90,31 +90,6 @@ var pagoraKeepHeadings = (function () {
     };
 })();
 
-// The engine leaves the lines beside a float as they are when its shape changes: has those of its block and of the next one
-// made anew.
-var pagoraRenewLines = (floats, containerOf) => {
-    'use strict';
-
-    const blocks = new Set();
-    for (const float of floats) {
-        const block = containerOf(float);
-        for (const each of [block, block.nextElementSibling]) {
-            if (each instanceof HTMLElement && each !== document.body)
-                blocks.add(each);
-        }
-    }
-    const display = (block, value, priority) =>
-        CSSStyleDeclaration.prototype.setProperty.call(block.style, 'display', value, priority);
-    const before = Array.from(blocks, (block) =>
-        [block, block.style.getPropertyValue('display'), block.style.getPropertyPriority('display')]);
-    for (const [block] of before)
-        display(block, 'none', 'important');
-    for (const [block] of before.slice(0, 1))
-        Element.prototype.getClientRects.call(block);
-    for (const [block, value, priority] of before)
-        display(block, value, priority);
-};
-
 // Keeps pictures and rows of tables whole at the ends of columns, and headings with their text.
 var pagoraFitBreaks = (function () {
     'use strict';
@@ -234,10 +209,10 @@ var pagoraFitBreaks = (function () {
             return;
         moveAll();
         // Text would be laid out over a float that has moved.
-        const moved = tools.all('[data-pagora-ends]').filter((float) => !reachBelowLastLine(strip, float, tools));
-        for (const float of moved)
-            Element.prototype.removeAttribute.call(float, 'data-pagora-ends');
-        pagoraRenewLines(moved, tools.containerOf);
+        for (const float of tools.all('[data-pagora-ends]')) {
+            if (!reachBelowLastLine(strip, float, tools))
+                Element.prototype.removeAttribute.call(float, 'data-pagora-ends');
+        }
     };
 })();
 

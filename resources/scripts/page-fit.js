@@ -62,7 +62,6 @@ var pagoraFit = (function () {
             if (name === 'scrolls' && focusable.delete(element))
                 Element.prototype.removeAttribute.call(element, 'tabindex');
         }
-        pagoraRenewLines(marked.filter(([, name]) => name === 'ends').map(([float]) => float), containerOf);
         marked = [];
     }
 

@@ -7,31 +7,23 @@
 
 #include <algorithm>
 #include <mutex>
-#include <tuple>
 #include <unordered_map>
+#include <utility>
 
 namespace pagora {
 
 namespace {
 
 constexpr const char* makersFile = "META-INF/my.annotation";
+constexpr std::size_t fewMarks = 1'000;
 
-bool isBefore(const MarkStore::Kept& first, const MarkStore::Kept& second)
-{
-    const auto place = [](const std::optional<MarkAnchor>& anchor) {
-        return std::tuple(!anchor, anchor ? anchor->chapter : 0, anchor ? anchor->start : 0, anchor ? anchor->end : 0);
-    };
-    return place(first.anchor) < place(second.anchor);
-}
-
-std::vector<MarkStore::Kept> inOrder(std::vector<Mark> marks, std::vector<std::optional<MarkAnchor>> anchors)
+KeptMarks inOrder(std::vector<Mark> marks, std::vector<std::optional<MarkAnchor>> anchors)
 {
     std::vector<MarkStore::Kept> kept;
     kept.reserve(marks.size());
     for (std::size_t i = 0; i < marks.size(); ++i)
         kept.push_back({ std::move(marks[i]), std::move(anchors[i]) });
-    std::stable_sort(kept.begin(), kept.end(), isBefore);
-    return kept;
+    return KeptMarks(std::move(kept));
 }
 
 }
@@ -125,13 +117,6 @@ MarkStore::~MarkStore()
     });
 }
 
-const MarkStore::Kept* MarkStore::find(const std::string& id) const
-{
-    const auto found
-        = std::find_if(_marks.begin(), _marks.end(), [&id](const Kept& kept) { return kept.mark.id == id; });
-    return found == _marks.end() ? nullptr : &*found;
-}
-
 void MarkStore::load()
 {
     enqueue([background = _background] { return background->read(); });
@@ -162,13 +147,13 @@ void MarkStore::change(Mark mark, const std::optional<MarkAnchor>& anchor)
 
 void MarkStore::remove(const std::string& id)
 {
-    const auto* const kept = find(id);
+    const auto* const kept = _marks.find(id);
     if (!kept || !_archive)
         return;
     auto mark = kept->mark;
     const auto anchor = kept->anchor;
     mark.modified = timeNow();
-    std::erase_if(_marks, [&id](const Kept& other) { return other.mark.id == id; });
+    replaceMarks(_marks.without(mark.id));
     tell();
     enqueue({ { std::move(mark), true } }, anchor);
 }
@@ -185,10 +170,17 @@ void MarkStore::import(std::vector<Mark> marks)
 
 void MarkStore::put(Kept kept)
 {
-    std::erase_if(_marks, [&kept](const Kept& other) { return other.mark.id == kept.mark.id; });
-    const auto place = std::upper_bound(_marks.begin(), _marks.end(), kept, isBefore);
-    _marks.insert(place, std::move(kept));
+    replaceMarks(_marks.with(std::move(kept)));
     tell();
+}
+
+// The last copy of many marks takes long to go.
+void MarkStore::replaceMarks(KeptMarks marks)
+{
+    auto before = std::exchange(_marks, std::move(marks));
+    if (before.size() > fewMarks)
+        static_cast<void>(_runLoop.performInBackground(
+            [gone = std::make_shared<KeptMarks>(std::move(before))] { *gone = KeptMarks(); }));
 }
 
 void MarkStore::enqueue(std::vector<MarkChange> changes, std::optional<MarkAnchor> anchor)
@@ -224,7 +216,7 @@ void MarkStore::take(Outcome outcome)
     if (outcome.makersMarks)
         _makersMarks = std::move(*outcome.makersMarks);
     if (_steps.empty())
-        _marks = std::move(outcome.marks);
+        replaceMarks(std::move(outcome.marks));
     tell();
 }
 

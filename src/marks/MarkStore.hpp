@@ -1,6 +1,7 @@
 #pragma once
 
 #include "marks/Anchors.hpp"
+#include "marks/KeptMarks.hpp"
 #include "marks/MarksFile.hpp"
 #include "running/RunLoop.hpp"
 #include "running/Task.hpp"
@@ -25,17 +26,10 @@ public:
     MarkStore(const MarkStore&) = delete;
     MarkStore& operator=(const MarkStore&) = delete;
 
-    struct Kept {
-        Mark mark;
-        // Missing if the text was not found in the book.
-        std::optional<MarkAnchor> anchor;
-    };
-    // In the order of the book. Marks without a place are last.
-    const std::vector<Kept>& marks() const { return _marks; }
-    // Marks contained in the book's archive, in the same order. They are read-only.
-    const std::vector<Kept>& makersMarks() const { return _makersMarks; }
-    // Searches the user's marks.
-    const Kept* find(const std::string& id) const;
+    using Kept = KeptMark;
+    const KeptMarks& marks() const { return _marks; }
+    // Marks contained in the book's archive. They are read-only.
+    const KeptMarks& makersMarks() const { return _makersMarks; }
     // The reason why marks are not saved or a file was renamed, in one line; otherwise empty.
     const std::string& problem() const { return _problem; }
     // Whether all changes are on the disk.
@@ -57,8 +51,8 @@ public:
 
 private:
     struct Outcome {
-        std::vector<Kept> marks;
-        std::optional<std::vector<Kept>> makersMarks;
+        KeptMarks marks;
+        std::optional<KeptMarks> makersMarks;
         std::string problem;
         bool isSaved = true;
     };
@@ -66,6 +60,7 @@ private:
     struct Background;
 
     void put(Kept kept);
+    void replaceMarks(KeptMarks marks);
     void enqueue(std::vector<MarkChange> changes, std::optional<MarkAnchor> anchor);
     void enqueue(Step step);
     Task<void> run();
@@ -76,8 +71,8 @@ private:
     std::optional<std::string> _archive;
     // State of the background thread; used by one step at a time.
     std::shared_ptr<Background> _background;
-    std::vector<Kept> _marks;
-    std::vector<Kept> _makersMarks;
+    KeptMarks _marks;
+    KeptMarks _makersMarks;
     std::string _problem;
     bool _isSaved = true;
     std::function<void()> _changed;

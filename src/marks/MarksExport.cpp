@@ -1,5 +1,6 @@
 #include "marks/MarksExport.hpp"
 
+#include "base/Path.hpp"
 #include "base/Translation.hpp"
 
 #include <algorithm>
@@ -138,6 +139,14 @@ std::string asHtml(const MarkedBook& book, const std::vector<ExportedMark>& mark
     return text + "</body>\n</html>\n";
 }
 
+}
+
+ExportFormat exportFormatOf(const std::string& path)
+{
+    const auto extension = lowercased(pathExtension(path));
+    if (extension == "md")
+        return ExportFormat::Markdown;
+    return extension == "html" || extension == "htm" ? ExportFormat::Html : ExportFormat::Annotation;
 }
 
 bool MarksFilter::passes(const Mark& mark) const

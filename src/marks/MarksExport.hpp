@@ -29,6 +29,8 @@ struct MarksFilter {
 };
 
 enum class ExportFormat { Annotation, Markdown, Html };
+// What a file's name asks for: ".md", ".html", or else ".annotation".
+ExportFormat exportFormatOf(const std::string& path);
 
 // The marks of a book in that format: quote, note, chapter and place. Texts of marks are escaped. Any thread.
 std::string exportedMarks(ExportFormat format, const MarkedBook& book, const std::vector<ExportedMark>& marks,

@@ -1,6 +1,5 @@
 #include "notebook/BookMarks.hpp"
 
-#include "base/Path.hpp"
 #include "base/Translation.hpp"
 
 #include <algorithm>
@@ -15,28 +14,6 @@ constexpr std::size_t maxPainted = 5'000;
 constexpr double undoTime = 10;
 // The page reports its first and last place as one number: first * spanUnit + last.
 constexpr std::int64_t spanUnit = 1 << 26;
-
-MarkLine::Kind lineKind(Mark::Kind kind)
-{
-    switch (kind) {
-    case Mark::Kind::Bookmark:
-        return MarkLine::Kind::Bookmark;
-    case Mark::Kind::Highlight:
-        return MarkLine::Kind::Highlight;
-    default:
-        return MarkLine::Kind::Note;
-    }
-}
-
-// A bookmark is listed with the text after it.
-std::string textOf(const MarkStore::Kept& kept)
-{
-    if (!kept.mark.text.exact.empty())
-        return kept.mark.text.exact;
-    if (kept.anchor && !kept.anchor->text.empty())
-        return kept.anchor->text;
-    return kept.mark.text.after;
-}
 
 std::string removedText(const std::vector<MarkStore::Kept>& marks)
 {
@@ -60,11 +37,32 @@ BookMarks::BookMarks(MarkedReader& reader, MarksWindow& window, RunLoop& runLoop
     _reader.setMarks({ [this](std::uint64_t chapter) { return paintScript(chapter); },
         [this](std::uint64_t chapter) { return layoutScript(chapter); }, [this] { pageIsSeen(); },
         [this](const PressedMark& mark) { press(mark); } });
+    connectWindow();
 }
 
 BookMarks::~BookMarks()
 {
+    _window.setMarkActions({});
     _reader.setMarks({});
+}
+
+void BookMarks::connectWindow()
+{
+    MarkActions actions;
+    actions.toggleBookmark = [this] { toggleBookmark(); };
+    actions.highlight = [this](const std::string& color) { highlight(markColorFrom(color)); };
+    actions.annotate = [this] { annotate(); };
+    actions.goTo = [this](std::size_t mark) { goTo(mark); };
+    actions.edit = [this](std::size_t mark) { edit(mark); };
+    actions.setColor = [this](std::size_t mark, const std::string& color) { setColor(mark, markColorFrom(color)); };
+    actions.setNote = [this](std::size_t mark, const std::string& note) { setNote(mark, note); };
+    actions.remove = [this](std::size_t mark) { remove(mark); };
+    actions.undo = [this] { undo(); };
+    actions.choose = [this](const MarksChoice& choice) { choose(choice); };
+    actions.exportTo = [this](const std::string& path) { exportTo(path); };
+    actions.copy = [this] { copy(); };
+    actions.importFrom = [this](const std::string& path) { importFrom(path); };
+    _window.setMarkActions(std::move(actions));
 }
 
 void BookMarks::open(const std::optional<std::string>& archive, const MarkedBook& book, const std::string& folder)
@@ -80,43 +78,53 @@ void BookMarks::open(const std::optional<std::string>& archive, const MarkedBook
 
 void BookMarks::marksHaveChanged()
 {
-    fillPane();
+    list();
+    _window.marksPane().setProblem(_store->problem());
     _reader.runChapterScript();
     pageIsSeen();
 }
 
-std::size_t BookMarks::numberOf(const std::string& id)
-{
-    const auto [found, isNew] = _numberOf.emplace(id, _numbers.size());
-    if (isNew)
-        _numbers.push_back(id);
-    return found->second;
-}
-
 const MarkStore::Kept* BookMarks::kept(std::size_t number) const
 {
-    return _store && number < _numbers.size() ? _store->find(_numbers[number]) : nullptr;
+    const auto id = _numbers->idOf(number);
+    return _store && id ? _store->marks().find(*id) : nullptr;
 }
 
-void BookMarks::fillPane()
+void BookMarks::choose(const MarksChoice& choice)
 {
-    if (_chapterNames.size() != _reader.bookSplits().size())
-        _chapterNames = _reader.chapterNames();
-    std::vector<MarkLine> lines;
-    std::optional<std::string> heading;
-    const auto add = [&](const Kept& kept, const std::string& under, bool isMine) {
-        if (heading != under)
-            lines.push_back({ MarkLine::Kind::Heading, under, {}, {}, {}, 0, false, false });
-        heading = under;
-        lines.push_back({ lineKind(kept.mark.kind()), textOf(kept), kept.mark.note, nameOf(kept.mark.color),
-            joined(kept.mark.tags, ", "), numberOf(kept.mark.id), !kept.anchor, isMine });
-    };
-    for (const auto& kept : _store->marks())
-        add(kept, kept.anchor ? _chapterNames.at(kept.anchor->chapter) : _("Not found in this edition"), true);
-    for (const auto& kept : _store->makersMarks())
-        add(kept, _("From the makers of the book"), false);
-    _window.marksPane().setLines(std::move(lines));
-    _window.marksPane().setProblem(_store->problem());
+    if (choice == _choice)
+        return;
+    _choice = choice;
+    list();
+}
+
+void BookMarks::list()
+{
+    _listIsOld = true;
+    if (_isListing || !_store)
+        return;
+    _isListing = true;
+    _listing = makeList();
+}
+
+MarksToList BookMarks::marksToList()
+{
+    if (!_chapterNames || _chapterNames->size() != _reader.bookSplits().size())
+        _chapterNames = std::make_shared<const std::vector<std::string>>(_reader.chapterNames());
+    return { _store->marks(), _store->makersMarks(), _chapterNames, _choice, _numbers };
+}
+
+Task<void> BookMarks::makeList()
+{
+    while (std::exchange(_listIsOld, false)) {
+        const auto listed = std::make_shared<ListedMarks>();
+        auto work = _runLoop.performInBackground(
+            [listed, before = _lines, given = marksToList()] { *listed = listedAfter(before, linesOf(given)); });
+        co_await work;
+        _lines = listed->lines;
+        _window.marksPane().setLines(*listed);
+    }
+    _isListing = false;
 }
 
 std::string BookMarks::paintScript(std::uint64_t chapter)
@@ -125,73 +133,71 @@ std::string BookMarks::paintScript(std::uint64_t chapter)
         return {};
     std::string script = "pagoraMarks.paint([";
     std::size_t count = 0;
-    const auto add = [&](const Kept& kept) {
-        const auto& anchor = kept.anchor;
-        if (!anchor || anchor->chapter != chapter || anchor->end <= anchor->start || ++count > maxPainted)
-            return;
-        script += "[" + std::to_string(numberOf(kept.mark.id)) + "," + std::to_string(anchor->start) + ","
-            + std::to_string(anchor->end) + ",'" + scriptText(anchor->text) + "','" + nameOf(kept.mark.color) + "',"
-            + (kept.mark.note.empty() ? "0" : "1") + "],";
-    };
-    std::for_each(_store->marks().begin(), _store->marks().end(), add);
-    std::for_each(_store->makersMarks().begin(), _store->makersMarks().end(), add);
+    for (const auto* const all : { &_store->marks(), &_store->makersMarks() }) {
+        for (const auto& kept : all->inChapter(chapter)) {
+            const auto& anchor = *kept->anchor;
+            if (anchor.end <= anchor.start || ++count > maxPainted)
+                continue;
+            script += "[" + std::to_string(numberOf(kept->mark.id)) + "," + std::to_string(anchor.start) + ","
+                + std::to_string(anchor.end) + ",'" + scriptText(anchor.text) + "','" + nameOf(kept->mark.color) + "',"
+                + (kept->mark.note.empty() ? "0" : "1") + "],";
+        }
+    }
     return script + "])";
 }
 
 std::string BookMarks::layoutScript(std::uint64_t chapter) const
 {
-    const auto isPainted = [chapter](const Kept& kept) {
-        return kept.anchor && kept.anchor->chapter == chapter && kept.anchor->end > kept.anchor->start;
+    const auto isPainted = [](const KeptMarks::Pointer& kept) { return kept->anchor->end > kept->anchor->start; };
+    const auto hasPainted = [&](const KeptMarks& marks) {
+        const auto here = marks.inChapter(chapter);
+        return std::any_of(here.begin(), here.end(), isPainted);
     };
-    if (!_store
-        || (std::none_of(_store->marks().begin(), _store->marks().end(), isPainted)
-            && std::none_of(_store->makersMarks().begin(), _store->makersMarks().end(), isPainted)))
+    if (!_store || (!hasPainted(_store->marks()) && !hasPainted(_store->makersMarks())))
         return {};
     return "pagoraMarks.update()";
 }
 
-void BookMarks::pageIsSeen()
+std::vector<MarkStore::Kept> BookMarks::bookmarksAt(const PageSpan& page) const
 {
-    const auto chapter = _reader.activeSplitIndex();
-    const auto isHere = [chapter](const Kept& kept) {
-        return kept.mark.isBookmark && kept.anchor && kept.anchor->chapter == chapter;
-    };
-    if (!_store || std::none_of(_store->marks().begin(), _store->marks().end(), isHere))
-        return _window.setBookmarked(false);
-    _reader.ask("pagoraMarks.pageSpan()", [this](std::int64_t span) {
-        showRibbon(static_cast<std::uint32_t>(span / spanUnit), static_cast<std::uint32_t>(span % spanUnit));
-    });
+    std::vector<Kept> found;
+    for (const auto& kept : _store->marks().inChapter(page.chapter)) {
+        const auto start = kept->anchor->start;
+        if (kept->mark.isBookmark && start >= page.start && start < std::max(page.end, page.start + 1))
+            found.push_back(*kept);
+    }
+    return found;
 }
 
-void BookMarks::showRibbon(std::uint32_t start, std::uint32_t end)
+void BookMarks::pageIsSeen()
 {
-    const auto chapter = _reader.activeSplitIndex();
-    const auto& marks = _store->marks();
-    _window.setBookmarked(std::any_of(marks.begin(), marks.end(), [=](const Kept& kept) {
-        return kept.mark.isBookmark && kept.anchor && kept.anchor->chapter == chapter && kept.anchor->start >= start
-            && kept.anchor->start < std::max(end, start + 1);
-    }));
+    const auto isBookmark = [](const KeptMarks::Pointer& kept) { return kept->mark.isBookmark; };
+    const auto here
+        = _store ? _store->marks().inChapter(_reader.activeSplitIndex()) : std::span<const KeptMarks::Pointer>();
+    if (std::none_of(here.begin(), here.end(), isBookmark))
+        return _window.setBookmarked(false);
+    askForPage([this](const PageSpan& page) { _window.setBookmarked(!bookmarksAt(page).empty()); });
+}
+
+void BookMarks::askForPage(std::function<void(const PageSpan& page)> act)
+{
+    _reader.ask("pagoraMarks.pageSpan()", [this, act = std::move(act)](std::int64_t span) {
+        act({ static_cast<std::size_t>(_reader.activeSplitIndex()), static_cast<std::uint32_t>(span / spanUnit),
+            static_cast<std::uint32_t>(span % spanUnit) });
+    });
 }
 
 void BookMarks::toggleBookmark()
 {
     if (!_store || !_store->keepsMarks())
         return _window.showNotice(_("Marks are kept for books in the library only."));
-    _reader.ask("pagoraMarks.pageSpan()", [this](std::int64_t span) {
-        const auto chapter = static_cast<std::size_t>(_reader.activeSplitIndex());
-        const auto start = static_cast<std::uint32_t>(span / spanUnit);
-        const auto end = std::max(static_cast<std::uint32_t>(span % spanUnit), start + 1);
-        std::vector<Kept> here;
-        for (const auto& kept : _store->marks()) {
-            if (kept.mark.isBookmark && kept.anchor && kept.anchor->chapter == chapter && kept.anchor->start >= start
-                && kept.anchor->start < end)
-                here.push_back(kept);
-        }
+    askForPage([this](const PageSpan& page) {
+        auto here = bookmarksAt(page);
         if (!here.empty())
             return removeKept(std::move(here));
         Mark mark;
         mark.isBookmark = true;
-        _store->add(std::move(mark), { chapter, start, start, {} });
+        _store->add(std::move(mark), { page.chapter, page.start, page.start, {} });
     });
 }
 
@@ -219,10 +225,9 @@ void BookMarks::mark(const std::string& selection, MarkColor color, bool asksFor
         return _window.showNotice(_("Marks are kept for books in the library only."));
     anchor.chapter = static_cast<std::size_t>(_reader.activeSplitIndex());
     std::string id;
-    for (const auto& kept : _store->marks()) {
-        if (kept.anchor && !kept.mark.isBookmark && kept.anchor->chapter == anchor.chapter
-            && kept.anchor->start == anchor.start && kept.anchor->end == anchor.end)
-            id = kept.mark.id;
+    for (const auto& kept : _store->marks().inChapter(anchor.chapter)) {
+        if (!kept->mark.isBookmark && kept->anchor->start == anchor.start && kept->anchor->end == anchor.end)
+            id = kept->mark.id;
     }
     if (id.empty()) {
         Mark mark;
@@ -239,13 +244,10 @@ void BookMarks::mark(const std::string& selection, MarkColor color, bool asksFor
 
 void BookMarks::goTo(std::size_t number)
 {
+    const auto id = _numbers->idOf(number);
     const auto* mark = kept(number);
-    if (!mark && _store && number < _numbers.size()) {
-        for (const auto& makers : _store->makersMarks()) {
-            if (makers.mark.id == _numbers[number])
-                mark = &makers;
-        }
-    }
+    if (!mark && _store && id)
+        mark = _store->makersMarks().find(*id);
     if (mark && mark->anchor)
         _reader.goToMark(*mark->anchor);
 }
@@ -257,7 +259,8 @@ void BookMarks::press(const PressedMark& mark)
         return;
     const bool asksForNote = std::exchange(_noteAskedFor, std::nullopt) == mark.number;
     _window.showMark(
-        { mark.number, nameOf(pressed->mark.color), textOf(*pressed), pressed->mark.note, asksForNote }, mark.place);
+        { mark.number, nameOf(pressed->mark.color), shownTextOf(*pressed), pressed->mark.note, asksForNote },
+        mark.place);
 }
 
 void BookMarks::edit(std::size_t number)
@@ -265,7 +268,7 @@ void BookMarks::edit(std::size_t number)
     const auto* const edited = kept(number);
     if (edited)
         _window.showMark(
-            { number, nameOf(edited->mark.color), textOf(*edited), edited->mark.note, true }, std::nullopt);
+            { number, nameOf(edited->mark.color), shownTextOf(*edited), edited->mark.note, true }, std::nullopt);
 }
 
 void BookMarks::setColor(std::size_t number, MarkColor color)

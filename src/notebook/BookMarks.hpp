@@ -2,17 +2,18 @@
 
 #include "marks/MarkStore.hpp"
 #include "marks/MarksExport.hpp"
+#include "notebook/MarkList.hpp"
 #include "notebook/MarkedReader.hpp"
-#include "notebook/MarksPane.hpp"
+#include "notebook/MarksWindow.hpp"
 #include "page/WebView.hpp"
 #include "running/RunLoop.hpp"
 #include "running/Task.hpp"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace pagora {
@@ -47,10 +48,13 @@ public:
     // Restores the marks that were removed last. Possible for 10 seconds.
     void undo();
 
-    // Writes marks to a file. The extension selects the format: ".md", ".html", otherwise ".annotation".
-    void exportTo(const std::string& path, const std::vector<std::size_t>& numbers);
-    // Copies marks to the clipboard as Markdown.
-    void copy(const std::vector<std::size_t>& numbers);
+    // Selects the marks that are listed.
+    void choose(const MarksChoice& choice);
+    // Writes the user's listed marks to a file. The extension selects the format: ".md", ".html", otherwise
+    // ".annotation".
+    void exportTo(const std::string& path);
+    // Copies them to the clipboard as Markdown.
+    void copy();
     // Adds the marks of a file. Shows a notice if they belong to another book.
     void importFrom(const std::string& path);
 
@@ -59,9 +63,19 @@ public:
 private:
     using Kept = MarkStore::Kept;
     void marksHaveChanged();
-    void fillPane();
+    void connectWindow();
+    void list();
+    Task<void> makeList();
+    MarksToList marksToList();
     void pageIsSeen();
-    void showRibbon(std::uint32_t start, std::uint32_t end);
+    // The places of the page that is shown.
+    struct PageSpan {
+        std::size_t chapter = 0;
+        std::uint32_t start = 0;
+        std::uint32_t end = 0;
+    };
+    void askForPage(std::function<void(const PageSpan& page)> act);
+    std::vector<Kept> bookmarksAt(const PageSpan& page) const;
     std::string paintScript(std::uint64_t chapter);
     std::string layoutScript(std::uint64_t chapter) const;
     void mark(const std::string& selection, MarkColor color, bool asksForNote);
@@ -69,9 +83,11 @@ private:
     void removeKept(std::vector<Kept> marks);
     // The user's mark with that number; null if there is none.
     const Kept* kept(std::size_t number) const;
-    std::size_t numberOf(const std::string& id);
-    std::vector<ExportedMark> exported(const std::vector<std::size_t>& numbers);
-    Task<void> write(std::string path, std::vector<ExportedMark> marks);
+    std::size_t numberOf(const std::string& id) { return _numbers->numberOf(id); }
+    // Makes the text of the marks that are listed; in the background.
+    std::function<std::string(ExportFormat format, std::size_t& count)> exporter();
+    Task<void> write(std::string path);
+    Task<void> copyText();
     Task<void> read(std::string path);
 
     MarkedReader& _reader;
@@ -79,10 +95,15 @@ private:
     RunLoop& _runLoop;
     std::unique_ptr<MarkStore> _store;
     MarkedBook _book;
-    // The identifiers of marks by number. Numbers do not change while the book is open.
-    std::vector<std::string> _numbers;
-    std::unordered_map<std::string, std::size_t> _numberOf;
-    std::vector<std::string> _chapterNames;
+    // The numbers of marks do not change while the book is open.
+    std::shared_ptr<MarkNumbers> _numbers = std::make_shared<MarkNumbers>();
+    std::shared_ptr<const std::vector<std::string>> _chapterNames;
+    MarksChoice _choice;
+    // The lines of the list. They are made in the background, and again if something has changed meanwhile.
+    MarkLines _lines = std::make_shared<const std::vector<MarkLine>>();
+    bool _isListing = false;
+    bool _listIsOld = false;
+    Task<void> _listing;
     // The mark whose note gets the focus when its editor opens.
     std::optional<std::size_t> _noteAskedFor;
     std::vector<Kept> _removed;

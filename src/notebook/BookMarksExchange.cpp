@@ -5,58 +5,77 @@
 #include "files/Files.hpp"
 #include "notebook/BookMarks.hpp"
 
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
 namespace pagora {
 
 namespace {
 
-ExportFormat formatOf(const std::string& path)
+ExportedMark exportedMark(const KeptMark& kept, const std::vector<std::string>& chapterNames)
 {
-    const auto extension = lowercased(pathExtension(path));
-    if (extension == "md")
-        return ExportFormat::Markdown;
-    return extension == "html" || extension == "htm" ? ExportFormat::Html : ExportFormat::Annotation;
-}
-
-}
-
-std::vector<ExportedMark> BookMarks::exported(const std::vector<std::size_t>& numbers)
-{
-    const auto names = _reader.chapterNames();
-    std::vector<ExportedMark> marks;
-    for (const auto number : numbers) {
-        const auto* const chosen = kept(number);
-        if (!chosen)
-            continue;
-        ExportedMark mark { chosen->mark, {}, {} };
-        if (const auto& anchor = chosen->anchor) {
-            mark.chapter = names.at(anchor->chapter);
-            mark.percentage = static_cast<int>(100 * anchor->chapter / names.size());
-        }
-        marks.push_back(std::move(mark));
+    ExportedMark mark { kept.mark, {}, {} };
+    if (const auto& anchor = kept.anchor) {
+        mark.chapter = chapterNames.at(anchor->chapter);
+        mark.percentage = static_cast<int>(100 * anchor->chapter / chapterNames.size());
     }
-    return marks;
+    return mark;
 }
 
-void BookMarks::copy(const std::vector<std::size_t>& numbers)
-{
-    _window.copyText(exportedMarks(ExportFormat::Markdown, _book, exported(numbers)));
 }
 
-void BookMarks::exportTo(const std::string& path, const std::vector<std::size_t>& numbers)
+std::function<std::string(ExportFormat format, std::size_t& count)> BookMarks::exporter()
 {
-    _exchange = write(path, exported(numbers));
+    return [lines = _lines, given = marksToList(), book = _book](ExportFormat format, std::size_t& count) {
+        std::unordered_map<std::string_view, const KeptMark*> kept;
+        for (const auto& each : given.marks.pointers())
+            kept.emplace(each->mark.id, each.get());
+        std::vector<ExportedMark> marks;
+        for (const auto& line : *lines) {
+            const auto id = line.kind == MarkLine::Kind::Heading ? std::nullopt : given.numbers->idOf(line.number);
+            const auto found = id ? kept.find(*id) : kept.end();
+            if (found != kept.end())
+                marks.push_back(exportedMark(*found->second, *given.chapterNames));
+        }
+        count = marks.size();
+        return exportedMarks(format, book, marks);
+    };
 }
 
-Task<void> BookMarks::write(std::string path, std::vector<ExportedMark> marks)
+void BookMarks::copy()
 {
-    const auto count = marks.size();
+    if (_store)
+        _exchange = copyText();
+}
+
+Task<void> BookMarks::copyText()
+{
+    const auto text = std::make_shared<std::string>();
+    auto work = _runLoop.performInBackground([text, exporter = exporter()] {
+        std::size_t count = 0;
+        *text = exporter(ExportFormat::Markdown, count);
+    });
+    co_await work;
+    _window.copyText(*text);
+}
+
+void BookMarks::exportTo(const std::string& path)
+{
+    if (_store)
+        _exchange = write(path);
+}
+
+Task<void> BookMarks::write(std::string path)
+{
+    const auto count = std::make_shared<std::size_t>(0);
     const auto isWritten = std::make_shared<bool>(false);
-    auto writing = _runLoop.performInBackground([=, book = _book, marks = std::move(marks)] {
-        *isWritten = writeFile(path, exportedMarks(formatOf(path), book, marks));
+    auto writing = _runLoop.performInBackground([path, count, isWritten, exporter = exporter()] {
+        *isWritten = writeFile(path, exporter(exportFormatOf(path), *count));
     });
     co_await writing;
     if (*isWritten)
-        _window.showNotice(formatted(plural("%zu mark was exported.", "%zu marks were exported.", count), count));
+        _window.showNotice(formatted(plural("%zu mark was exported.", "%zu marks were exported.", *count), *count));
     else
         _window.showNotice(formatted(_("“%s” could not be written."), lastPathComponent(path).c_str()));
 }

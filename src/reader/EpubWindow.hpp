@@ -4,7 +4,7 @@
 #include "contents/TocView.hpp"
 #include "controls/Controls.hpp"
 #include "desktop/Window.hpp"
-#include "notebook/MarksPane.hpp"
+#include "notebook/MarksWindow.hpp"
 #include "page/WebView.hpp"
 #include "panels/SearchPane.hpp"
 
@@ -29,7 +29,7 @@ struct SelectionActions {
 
 // Actions of the user in a reader window. Each is called from the main loop, after the control's event handling, so
 // that it may close the window.
-struct ReaderWindowActions : SearchActions, SelectionActions, MarkActions {
+struct ReaderWindowActions : SearchActions, SelectionActions {
     std::function<void()> closeEPUB;
     std::function<void()> toggleLeftView;
     std::function<void()> toggleFullScreen;

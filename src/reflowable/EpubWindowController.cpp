@@ -100,35 +100,7 @@ void EpubWindowController::connect()
     actions.copySelection = withSelections(&Selections::copy);
     actions.findSelection = withSelections(&Selections::find);
     actions.lookUpSelection = withSelections(&Selections::lookUp);
-    addMarkActions(actions);
     _window->setActions(std::move(actions));
-}
-
-void EpubWindowController::addMarkActions(ReaderWindowActions& actions)
-{
-    const auto withMarks = [this](auto action) {
-        return [this, action](auto... arguments) {
-            if (_marks)
-                action(*_marks, arguments...);
-        };
-    };
-    actions.toggleBookmark = withMarks([](BookMarks& marks) { marks.toggleBookmark(); });
-    actions.highlight
-        = withMarks([](BookMarks& marks, const std::string& color) { marks.highlight(markColorFrom(color)); });
-    actions.annotate = withMarks([](BookMarks& marks) { marks.annotate(); });
-    actions.goToMark = withMarks([](BookMarks& marks, std::size_t mark) { marks.goTo(mark); });
-    actions.editMark = withMarks([](BookMarks& marks, std::size_t mark) { marks.edit(mark); });
-    actions.setMarkColor = withMarks([](BookMarks& marks, std::size_t mark, const std::string& color) {
-        marks.setColor(mark, markColorFrom(color));
-    });
-    actions.setMarkNote
-        = withMarks([](BookMarks& marks, std::size_t mark, const std::string& note) { marks.setNote(mark, note); });
-    actions.removeMark = withMarks([](BookMarks& marks, std::size_t mark) { marks.remove(mark); });
-    actions.exportMarks = withMarks([](BookMarks& marks, const std::string& path,
-                                        const std::vector<std::size_t>& chosen) { marks.exportTo(path, chosen); });
-    actions.copyMarks = withMarks([](BookMarks& marks, const std::vector<std::size_t>& chosen) { marks.copy(chosen); });
-    actions.importMarks = withMarks([](BookMarks& marks, const std::string& path) { marks.importFrom(path); });
-    actions.undoRemoval = withMarks([](BookMarks& marks) { marks.undo(); });
 }
 
 void EpubWindowController::closeEPUB()

@@ -43,7 +43,6 @@ public:
 
 private:
     void connect();
-    void addMarkActions(ReaderWindowActions& actions);
 
     std::unique_ptr<EpubWindow> _window;
     ReaderHub& _mainController;

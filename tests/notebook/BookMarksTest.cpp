@@ -198,21 +198,21 @@ TEST_F(BookMarksTest, ShowsThePageOfAMark)
 TEST_F(BookMarksTest, ExportsTheChosenMarksInTheFormatOfTheName)
 {
     highlightBest();
-    marks->exportTo(library.path("out.md"), { 0 });
+    marks->exportTo(library.path("out.md"));
     EXPECT_EQ(readFile(library.path("out.md")), "# Title (Author)\n\n## One\n\n> best\n\n(0 %)\n");
     EXPECT_EQ(parts().notice, "1 mark was exported.");
-    marks->exportTo(library.path("out.html"), { 0 });
+    marks->exportTo(library.path("out.html"));
     EXPECT_NE(readFile(library.path("out.html"))->find("<blockquote>best</blockquote>"), std::string::npos);
-    marks->copy({ 0 });
+    marks->copy();
     EXPECT_EQ(parts().copiedMarks, *readFile(library.path("out.md")));
-    marks->exportTo(library.path("nowhere/out.md"), { 0 });
+    marks->exportTo(library.path("nowhere/out.md"));
     EXPECT_EQ(parts().notice, "“out.md” could not be written.");
 }
 
 TEST_F(BookMarksTest, ImportsASetWithAHintWhereItIsAboutAnotherBook)
 {
     highlightBest();
-    marks->exportTo(library.path("out.annotation"), { 0 });
+    marks->exportTo(library.path("out.annotation"));
     marks->remove(0);
     marks->importFrom(library.path("out.annotation"));
     EXPECT_EQ(lines(), (Lines { "# One", "best" }));
@@ -225,6 +225,67 @@ TEST_F(BookMarksTest, ImportsASetWithAHintWhereItIsAboutAnotherBook)
     EXPECT_EQ(parts().notice, "1 mark was imported. They were made in another book or edition.");
     marks->importFrom(library.path("nothing"));
     EXPECT_EQ(parts().notice, "“nothing” holds no marks.");
+}
+
+TEST_F(BookMarksTest, ListsTheMarksThatAreChosen)
+{
+    highlightBest();
+    reader.selection = "23 28 worst";
+    marks->highlight(MarkColor::Pink);
+    marks->setNote(1, "Not réally");
+    marks->toggleBookmark();
+    ASSERT_EQ(lines().size(), 4u);
+    const auto chosen = [this](const MarksChoice& choice) {
+        marks->choose(choice);
+        return lines();
+    };
+    EXPECT_EQ(chosen({ "WORST", {}, {} }), (Lines { "# One", "worst" }));
+    EXPECT_EQ(chosen({ "really", {}, {} }), (Lines { "# One", "worst" }));
+    EXPECT_EQ(chosen({ {}, MarkLine::Kind::Note, {} }), (Lines { "# One", "worst" }));
+    EXPECT_EQ(chosen({ {}, {}, "blue" }), (Lines { "# One", "best" }));
+    EXPECT_EQ(chosen({ "worst", {}, "blue" }), Lines {});
+    marks->exportTo(library.path("none.md"));
+    EXPECT_EQ(parts().notice, "0 marks were exported.");
+    EXPECT_EQ(chosen({}).size(), 4u);
+}
+
+TEST_F(BookMarksTest, MakesTheListOfAHundredThousandMarksInTheBackground)
+{
+    AnnotationSet many = annotationSetAbout({});
+    for (std::size_t i = 0; i < maxMarks; ++i) {
+        Mark mark;
+        mark.id = "urn:uuid:" + std::to_string(i);
+        mark.created = "2026-01-01T00:00:00Z";
+        mark.text = { "one.xhtml", "", "", "", i % 50, i % 50 + 2, "" };
+        many.marks.push_back(std::move(mark));
+    }
+    writeFile(library.path("Book.annotation"), annotationText(many));
+    loop.holdsBackground = true;
+    open();
+    EXPECT_TRUE(lines().empty());
+    loop.finishBackground();
+    // The marks are there, and nothing of the list.
+    EXPECT_EQ(marks->store()->marks().size(), maxMarks);
+    EXPECT_TRUE(lines().empty());
+    loop.finishBackground();
+    EXPECT_EQ(parts().marksPane.lines.size(), maxMarks + 1);
+    marks->choose({ "nothing", {}, {} });
+    EXPECT_EQ(parts().marksPane.lines.size(), maxMarks + 1);
+    loop.finishBackground();
+    EXPECT_TRUE(lines().empty());
+}
+
+TEST_F(BookMarksTest, TellsTheListWhatStaysAsItIs)
+{
+    highlightBest();
+    reader.selection = "23 28 worst";
+    marks->highlight(MarkColor::Pink);
+    marks->setColor(1, MarkColor::Green);
+    EXPECT_EQ(parts().marksPane.sameAtStart, 2u);
+    EXPECT_EQ(parts().marksPane.sameAtEnd, 0u);
+    marks->setColor(0, MarkColor::Green);
+    EXPECT_EQ(parts().marksPane.sameAtStart, 1u);
+    EXPECT_EQ(parts().marksPane.sameAtEnd, 1u);
 }
 
 TEST_F(BookMarksTest, SaysWhatCouldNotBeSaved)

@@ -35,11 +35,21 @@ public:
 
 class FakeMarksPane : public MarksPane {
 public:
-    void setLines(std::vector<MarkLine> value) override { lines = std::move(value); }
+    void setLines(const ListedMarks& listed) override
+    {
+        lines = *listed.lines;
+        // Of the last change of the list.
+        if (listed.sameAtStart + listed.sameAtEnd < lines.size()) {
+            sameAtStart = listed.sameAtStart;
+            sameAtEnd = listed.sameAtEnd;
+        }
+    }
     void setProblem(const std::string& text) override { problem = text; }
     void setShown(bool value) override { isShown = value; }
 
     std::vector<MarkLine> lines;
+    std::size_t sameAtStart = 0;
+    std::size_t sameAtEnd = 0;
     std::string problem;
     bool isShown = false;
 };
@@ -107,6 +117,7 @@ struct ReaderWindowParts {
     FakeTextField searchField;
     FakeSearchPane searchPane;
     FakeMarksPane marksPane;
+    MarkActions markActions;
     bool isBookmarked = false;
     std::optional<EditedMark> editedMark;
     std::string undoText;
@@ -176,6 +187,15 @@ using FakeReaderWindow = FakeReaderWindowBase<ReaderWindow>;
 class FakeEpubWindow : public FakeReaderWindowBase<EpubWindow> {
 public:
     using FakeReaderWindowBase::FakeReaderWindowBase;
+    void showSelection(const PageSelection& selection) override { parts->selection = selection; }
+    void hideSelection() override { parts->selection = std::nullopt; }
+    void setMarkActions(MarkActions actions) override { parts->markActions = std::move(actions); }
+    MarksPane& marksPane() override { return parts->marksPane; }
+    void setBookmarked(bool value) override { parts->isBookmarked = value; }
+    void showMark(const EditedMark& mark, const std::optional<Rect>&) override { parts->editedMark = mark; }
+    void offerUndo(const std::string& text) override { parts->undoText = text; }
+    void copyText(const std::string& text) override { parts->copiedMarks = text; }
+    void showNotice(const std::string& text) override { parts->notice = text; }
     void setPageOfChapter(std::int64_t page, std::int64_t count) override
     {
         parts->pageOfChapter = page;
@@ -186,16 +206,8 @@ public:
     PopUpButton& fontMenu() override { return parts->fontMenu; }
     TextField& searchField() override { return parts->searchField; }
     SearchPane& searchPane() override { return parts->searchPane; }
-    void showSelection(const PageSelection& selection) override { parts->selection = selection; }
-    void hideSelection() override { parts->selection = std::nullopt; }
     void searchFor(const std::string& text) override { parts->searchedFor.push_back(text); }
     void copy(const std::string& text) override { parts->copied.push_back(text); }
-    MarksPane& marksPane() override { return parts->marksPane; }
-    void setBookmarked(bool value) override { parts->isBookmarked = value; }
-    void showMark(const EditedMark& mark, const std::optional<Rect>&) override { parts->editedMark = mark; }
-    void offerUndo(const std::string& text) override { parts->undoText = text; }
-    void copyText(const std::string& text) override { parts->copiedMarks = text; }
-    void showNotice(const std::string& text) override { parts->notice = text; }
     void setColumnCount(std::int32_t columns) override { parts->columnCount = columns; }
     Panel& displayOptions() override { return parts->displayOptions; }
     std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "notebook/MarksPane.hpp"
+#include "notebook/MarksWindow.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>

@@ -2,6 +2,7 @@
 
 #include "base/Translation.hpp"
 #include "desktop/gtk/DisplayText.hpp"
+#include "notebook/PlainText.hpp"
 
 namespace pagora {
 
@@ -36,8 +37,9 @@ MarkRow::MarkRow()
 void MarkRow::show(const MarkLine& line)
 {
     const bool isHeading = line.kind == MarkLine::Kind::Heading;
-    _text.set_text(displayText(line.text, maxTextLength));
-    _note.set_text(displayText(line.note, maxTextLength));
+    const auto text = line.text.empty() ? std::string(_("A page without text")) : plainText(line.text);
+    _text.set_text(displayText(text, maxTextLength));
+    _note.set_text(displayText(plainText(line.note), maxTextLength));
     _note.set_visible(!isHeading && !line.note.empty());
     set_cursor(isHeading ? "default" : "pointer");
     if (isHeading)
@@ -51,15 +53,16 @@ void MarkRow::show(const MarkLine& line)
 
 std::string spokenMark(const MarkLine& line)
 {
+    const auto text = isolatedText(line.text.empty() ? _("A page without text") : line.text);
     switch (line.kind) {
     case MarkLine::Kind::Heading:
-        return line.text;
+        return plainText(line.text);
     case MarkLine::Kind::Bookmark:
-        return formatted(_("Bookmark: %s"), line.text.c_str());
+        return formatted(_("Bookmark: %s"), text.c_str());
     case MarkLine::Kind::Highlight:
-        return formatted(_("Highlight, %s: %s"), colorTitle(line.color).c_str(), line.text.c_str());
+        return formatted(_("Highlight, %s: %s"), colorTitle(line.color).c_str(), text.c_str());
     default:
-        return formatted(_("Note: %s. On: %s"), line.note.c_str(), line.text.c_str());
+        return formatted(_("Note: %s. On: %s"), isolatedText(line.note).c_str(), text.c_str());
     }
 }
 

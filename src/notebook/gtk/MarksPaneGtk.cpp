@@ -11,11 +11,12 @@
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/gestureclick.h>
 #include <gtkmm/signallistitemfactory.h>
+#include <gtkmm/stringlist.h>
 #include <gtkmm/window.h>
 
 #include <algorithm>
 #include <iterator>
-#include <utility>
+#include <optional>
 
 namespace pagora {
 
@@ -23,23 +24,23 @@ namespace {
 
 constexpr std::size_t maxLabelLength = 400;
 
-// The choices of the filter besides a text: all marks, a kind, or a colour.
-using Passes = bool (*)(const MarkLine& line);
+// The choices of the filter: all marks, a kind, or a colour.
 struct Choice {
     const char* title;
-    Passes passes;
+    std::optional<MarkLine::Kind> kind;
+    const char* color;
 };
 constexpr Choice choices[] = {
-    { N_("All marks"), [](const MarkLine&) { return true; } },
-    { N_("Bookmarks"), [](const MarkLine& line) { return line.kind == MarkLine::Kind::Bookmark; } },
-    { N_("Highlights"), [](const MarkLine& line) { return line.kind == MarkLine::Kind::Highlight; } },
-    { N_("Notes"), [](const MarkLine& line) { return line.kind == MarkLine::Kind::Note; } },
-    { N_("Yellow"), [](const MarkLine& line) { return line.color == "yellow"; } },
-    { N_("Orange"), [](const MarkLine& line) { return line.color == "orange"; } },
-    { N_("Pink"), [](const MarkLine& line) { return line.color == "pink"; } },
-    { N_("Purple"), [](const MarkLine& line) { return line.color == "purple"; } },
-    { N_("Blue"), [](const MarkLine& line) { return line.color == "blue"; } },
-    { N_("Green"), [](const MarkLine& line) { return line.color == "green"; } },
+    { N_("All marks"), {}, "" },
+    { N_("Bookmarks"), MarkLine::Kind::Bookmark, "" },
+    { N_("Highlights"), MarkLine::Kind::Highlight, "" },
+    { N_("Notes"), MarkLine::Kind::Note, "" },
+    { N_("Yellow"), {}, "yellow" },
+    { N_("Orange"), {}, "orange" },
+    { N_("Pink"), {}, "pink" },
+    { N_("Purple"), {}, "purple" },
+    { N_("Blue"), {}, "blue" },
+    { N_("Green"), {}, "green" },
 };
 
 Glib::RefPtr<Gtk::StringList> choiceTitles()
@@ -50,38 +51,17 @@ Glib::RefPtr<Gtk::StringList> choiceTitles()
     return titles;
 }
 
-// The matching marks with their headings.
-std::vector<MarkLine> filtered(const std::vector<MarkLine>& lines, const Glib::ustring& text, Passes passes)
-{
-    const auto wanted = text.casefold();
-    std::vector<MarkLine> found;
-    const MarkLine* heading = nullptr;
-    for (const auto& line : lines) {
-        if (line.kind == MarkLine::Kind::Heading) {
-            heading = &line;
-            continue;
-        }
-        const auto held = displayText(line.text + "\n" + line.note + "\n" + line.tags).casefold();
-        if (!passes(line) || (!wanted.empty() && held.find(wanted) == Glib::ustring::npos))
-            continue;
-        if (const auto* const above = std::exchange(heading, nullptr))
-            found.push_back(*above);
-        found.push_back(line);
-    }
-    return found;
 }
 
-}
-
-MarksPaneGtk::MarksPaneGtk(const Parts& parts, ActionQueue& queue, Actions actions)
+MarksPaneGtk::MarksPaneGtk(const Parts& parts, ActionQueue& queue, const MarkActions& actions)
     : _parts(parts)
     , _queue(queue)
-    , _actions(std::move(actions))
+    , _actions(actions)
     , _contentsTab(_("Contents"))
     , _marksTab(_("Marks"))
     , _marks(Gtk::Orientation::VERTICAL)
     , _nothing(_("No marks"))
-    , _model(Gtk::StringList::create({}))
+    , _model(MarksModel::create())
     , _selection(Gtk::SingleSelection::create(_model))
 {
     _switch.add_css_class("pane-switch");
@@ -122,14 +102,18 @@ MarksPaneGtk::MarksPaneGtk(const Parts& parts, ActionQueue& queue, Actions actio
     _marks.add_css_class("marks");
     for (Gtk::Widget* const part : std::initializer_list<Gtk::Widget*> { &_bar, &_problem, &_nothing, &_scroll })
         _marks.append(*part);
-    _parts.pane.insert_child_after(_switch, _parts.above);
+    if (_parts.above)
+        _parts.pane.insert_child_after(_switch, *_parts.above);
+    else
+        _parts.pane.prepend(_switch);
     _parts.pane.append(_marks);
     const auto arranges = [this] { arrange(); };
     _connections.push_back(_marksTab.signal_toggled().connect(arranges));
-    _connections.push_back(_parts.results.property_visible().signal_changed().connect(arranges));
+    if (_parts.results)
+        _connections.push_back(_parts.results->property_visible().signal_changed().connect(arranges));
     _connections.push_back(_parts.contents.property_visible().signal_changed().connect(arranges));
-    _connections.push_back(_filter.signal_changed().connect([this] { refill(); }));
-    _connections.push_back(_kinds.property_selected().signal_changed().connect([this] { refill(); }));
+    _connections.push_back(_filter.signal_changed().connect([this] { choose(); }));
+    _connections.push_back(_kinds.property_selected().signal_changed().connect([this] { choose(); }));
     arrange();
 }
 
@@ -146,7 +130,7 @@ MarksPaneGtk::~MarksPaneGtk()
 void MarksPaneGtk::addMenu()
 {
     const auto group = Gio::SimpleActionGroup::create();
-    group->add_action("copy", [this] { _queue.post([this] { _actions.copy(numbers()); }); });
+    group->add_action("copy", [this] { send(&MarkActions::copy); });
     group->add_action("export", [this] { choosePath(Gtk::FileChooser::Action::SAVE); });
     group->add_action("import", [this] { choosePath(Gtk::FileChooser::Action::OPEN); });
     const auto menu = Gio::Menu::create();
@@ -180,36 +164,24 @@ void MarksPaneGtk::choosePath(Gtk::FileChooser::Action action)
         filter->add_pattern(pattern);
         _chooser->add_filter(filter);
     }
-    _chooser->signal_response().connect([this, isExport](int response) {
-        const auto file = response == Gtk::ResponseType::ACCEPT ? _chooser->get_file() : nullptr;
-        const std::string path = file ? file->get_path() : std::string();
-        _queue.post([this, path, isExport] {
-            _chooser.reset();
-            if (path.empty())
-                return;
-            if (isExport)
-                _actions.exportTo(path, numbers());
-            else
-                _actions.importFrom(path);
-        });
-    });
+    _chooser->signal_response().connect([this, isExport](int response) { chosen(isExport, response); });
     _chooser->show();
 }
 
-std::vector<std::size_t> MarksPaneGtk::numbers() const
+void MarksPaneGtk::chosen(bool isExport, int response)
 {
-    std::vector<std::size_t> numbers;
-    for (const auto& line : _lines) {
-        if (line.kind != MarkLine::Kind::Heading && line.isMine)
-            numbers.push_back(line.number);
-    }
-    return numbers;
+    const auto file = response == Gtk::ResponseType::ACCEPT ? _chooser->get_file() : nullptr;
+    const std::string path = file ? file->get_path() : std::string();
+    // Not within its own signal.
+    _queue.post([this] { _chooser.reset(); });
+    if (!path.empty())
+        send(isExport ? &MarkActions::exportTo : &MarkActions::importFrom, path);
 }
 
 // Search results replace contents and marks.
 void MarksPaneGtk::arrange()
 {
-    const bool isSearch = _parts.results.get_visible();
+    const bool isSearch = _parts.results && _parts.results->get_visible();
     _switch.set_visible(!isSearch);
     _marks.set_visible(!isSearch && _marksTab.get_active());
     if (!isSearch)
@@ -225,12 +197,12 @@ void MarksPaneGtk::connectRows()
         const auto click = Gtk::GestureClick::create();
         click->set_button(GDK_BUTTON_PRIMARY);
         click->signal_released().connect(
-            [this, item = item.get()](int, double, double) { choose(item->get_position()); });
+            [this, item = item.get()](int, double, double) { goTo(item->get_position()); });
         row->add_controller(click);
     }));
     _connections.push_back(factory->signal_bind().connect(sigc::mem_fun(*this, &MarksPaneGtk::bind)));
     _list.set_factory(factory);
-    _connections.push_back(_list.signal_activate().connect([this](guint position) { choose(position); }));
+    _connections.push_back(_list.signal_activate().connect([this](guint position) { goTo(position); }));
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _connections.push_back(keys->signal_key_pressed().connect(
@@ -244,28 +216,32 @@ bool MarksPaneGtk::keyPressed(guint keyval, Gdk::ModifierType state)
     const bool edits = keyval == GDK_KEY_F2 || keyval == GDK_KEY_Menu || (keyval == GDK_KEY_F10 && isShifted);
     const bool removes = keyval == GDK_KEY_Delete || keyval == GDK_KEY_KP_Delete;
     const auto position = _selection->get_selected();
-    if ((!edits && !removes) || position >= _lines.size() || !_lines[position].isMine)
+    // The list itself has the focus until a row gets it.
+    if (keyval == GDK_KEY_Return || keyval == GDK_KEY_KP_Enter) {
+        goTo(position);
+        return true;
+    }
+    if ((!edits && !removes) || position >= lines().size() || !lines()[position].isMine)
         return false;
-    const auto& action = edits ? _actions.edit : _actions.remove;
-    _queue.post([action, mark = _lines[position].number] { action(mark); });
+    send(edits ? &MarkActions::edit : &MarkActions::remove, lines()[position].number);
     return true;
 }
 
-void MarksPaneGtk::choose(guint position)
+void MarksPaneGtk::goTo(guint position)
 {
-    if (position >= _lines.size() || _lines[position].kind == MarkLine::Kind::Heading)
+    if (position >= lines().size() || lines()[position].kind == MarkLine::Kind::Heading)
         return;
     _selection->set_selected(position);
-    _queue.post([this, mark = _lines[position].number] { _actions.goTo(mark); });
+    send(&MarkActions::goTo, lines()[position].number);
 }
 
 void MarksPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
 {
     auto* const row = dynamic_cast<MarkRow*>(item->get_child());
     const auto position = item->get_position();
-    if (!row || position >= _lines.size())
+    if (!row || position >= lines().size())
         return;
-    const auto& line = _lines[position];
+    const auto& line = lines()[position];
     const bool isMark = line.kind != MarkLine::Kind::Heading;
     item->set_selectable(isMark);
     item->set_activatable(isMark);
@@ -276,27 +252,24 @@ void MarksPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
         GTK_ACCESSIBLE(row->get_parent()->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);
 }
 
-void MarksPaneGtk::setLines(std::vector<MarkLine> lines)
+void MarksPaneGtk::choose()
 {
-    if (lines == _all)
-        return;
-    _all = std::move(lines);
-    refill();
+    const auto& choice = choices[std::min<std::size_t>(_kinds.get_selected(), std::size(choices) - 1)];
+    send(&MarkActions::choose, MarksChoice { _filter.get_text(), choice.kind, choice.color });
 }
 
 // A focused list keeps the focus, on the row at the previous position.
-void MarksPaneGtk::refill()
+void MarksPaneGtk::setLines(const ListedMarks& listed)
 {
-    const bool hadFocus = gtk_widget_get_focus_child(GTK_WIDGET(_list.gobj())) != nullptr;
+    const auto* const root = _list.get_root();
+    const auto* const focus = root ? root->get_focus() : nullptr;
+    const bool hadFocus = focus && (focus == &_list || focus->is_ancestor(_list));
     const auto selected = _selection->get_selected();
-    _lines = filtered(
-        _all, _filter.get_text(), choices[std::min<std::size_t>(_kinds.get_selected(), std::size(choices) - 1)].passes);
-    std::vector<Glib::ustring> texts(_lines.size());
-    _model->splice(0, _model->get_n_items(), texts);
-    _nothing.set_visible(_lines.empty());
-    if (!hadFocus || _lines.empty())
+    _model->setLines(listed);
+    _nothing.set_visible(lines().empty());
+    if (!hadFocus || lines().empty())
         return;
-    _selection->set_selected(std::min<guint>(selected, static_cast<guint>(_lines.size()) - 1));
+    _selection->set_selected(std::min<guint>(selected, static_cast<guint>(lines().size()) - 1));
     _list.grab_focus();
 }
 
@@ -313,13 +286,19 @@ void MarksPaneGtk::setShown(bool isShown)
 
 void MarksPaneGtk::focusList()
 {
-    if (_lines.empty()) {
+    if (lines().empty()) {
         _filter.grab_focus();
         return;
     }
-    if (_selection->get_selected() >= _lines.size())
+    if (_selection->get_selected() >= lines().size())
         _selection->set_selected(1);
-    _list.grab_focus();
+    // A list that has not been laid out yet does not take the focus.
+    _list.add_tick_callback([this](const Glib::RefPtr<Gdk::FrameClock>&) {
+        if (_list.get_mapped() && _list.get_height() == 0)
+            return true;
+        _list.grab_focus();
+        return false;
+    });
 }
 
 }

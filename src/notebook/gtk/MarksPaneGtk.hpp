@@ -1,7 +1,8 @@
 #pragma once
 
 #include "contents/gtk/ActionQueue.hpp"
-#include "notebook/MarksPane.hpp"
+#include "notebook/MarkActions.hpp"
+#include "notebook/gtk/MarksModel.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/dropdown.h>
@@ -13,7 +14,6 @@
 #include <gtkmm/menubutton.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/singleselection.h>
-#include <gtkmm/stringlist.h>
 #include <gtkmm/togglebutton.h>
 
 #include <functional>
@@ -27,27 +27,18 @@ namespace pagora {
 class MarksPaneGtk : public MarksPane {
 public:
     // Widgets of the layout: the pane, the widget above the switch, the contents, and the search results. They outlive
-    // it.
+    // it. A layout without a search has neither the second nor the last.
     struct Parts {
         Gtk::Box& pane;
-        Gtk::Widget& above;
+        Gtk::Widget* above;
         Gtk::Widget& contents;
-        Gtk::Widget& results;
+        Gtk::Widget* results;
     };
-    // Marks are named by their numbers.
-    struct Actions {
-        std::function<void(std::size_t mark)> goTo;
-        std::function<void(std::size_t mark)> edit;
-        std::function<void(std::size_t mark)> remove;
-        // The marks that match the filter, to a file whose extension selects the format, or to the clipboard.
-        std::function<void(const std::string& path, const std::vector<std::size_t>& marks)> exportTo;
-        std::function<void(const std::vector<std::size_t>& marks)> copy;
-        std::function<void(const std::string& path)> importFrom;
-    };
-    MarksPaneGtk(const Parts& parts, ActionQueue& queue, Actions actions);
+    // The actions outlive it and may change.
+    MarksPaneGtk(const Parts& parts, ActionQueue& queue, const MarkActions& actions);
     ~MarksPaneGtk() override;
 
-    void setLines(std::vector<MarkLine> lines) override;
+    void setLines(const ListedMarks& listed) override;
     void setProblem(const std::string& text) override;
     void setShown(bool isShown) override;
     bool isShown() const { return _marksTab.get_active(); }
@@ -56,24 +47,34 @@ public:
     Gtk::ListView& list() { return _list; }
     Gtk::Entry& filter() { return _filter; }
     Gtk::DropDown& kinds() { return _kinds; }
-    // The rows that match the filter.
-    const std::vector<MarkLine>& lines() const { return _lines; }
+    Gtk::MenuButton& menu() { return _menu; }
+    // The dialog that asks for a file, while it is shown.
+    const Glib::RefPtr<Gtk::FileChooserNative>& chooser() const { return _chooser; }
+    const std::vector<MarkLine>& lines() const { return *_model->lines(); }
+    const MarksModel& model() const { return *_model; }
 
 private:
     void connectRows();
     void bind(const Glib::RefPtr<Gtk::ListItem>& item);
     bool keyPressed(guint keyval, Gdk::ModifierType state);
-    void choose(guint position);
+    void goTo(guint position);
     void arrange();
-    void refill();
+    void choose();
     void addMenu();
     void choosePath(Gtk::FileChooser::Action action);
-    // The numbers of the marks that match the filter.
-    std::vector<std::size_t> numbers() const;
+    void chosen(bool isExport, int response);
+    template <typename... Arguments, typename... Given>
+    void send(std::function<void(Arguments...)> MarkActions::*action, Given... given)
+    {
+        _queue.post([this, action, given...] {
+            if (const auto run = _actions.*action)
+                run(given...);
+        });
+    }
 
     Parts _parts;
     ActionQueue& _queue;
-    Actions _actions;
+    const MarkActions& _actions;
     Gtk::Box _switch;
     Gtk::ToggleButton _contentsTab;
     Gtk::ToggleButton _marksTab;
@@ -87,9 +88,7 @@ private:
     Gtk::Label _nothing;
     Gtk::ScrolledWindow _scroll;
     Gtk::ListView _list;
-    std::vector<MarkLine> _all;
-    std::vector<MarkLine> _lines;
-    Glib::RefPtr<Gtk::StringList> _model;
+    Glib::RefPtr<MarksModel> _model;
     Glib::RefPtr<Gtk::SingleSelection> _selection;
     std::vector<sigc::connection> _connections;
 };

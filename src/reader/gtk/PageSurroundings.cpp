@@ -39,6 +39,7 @@ PageSurroundings::PageSurroundings(const Parts& parts)
     _noContents.add_css_class("no-contents");
     _noContents.set_visible(false);
     _noContents.insert_before(_parts.contents, _parts.contentsList);
+    _listChanged = _parts.contentsList.property_visible().signal_changed().connect([this] { showNoContents(); });
 
     _nothing.add_css_class("nothing-to-show");
     _nothing.set_halign(Gtk::Align::CENTER);
@@ -54,6 +55,7 @@ PageSurroundings::PageSurroundings(const Parts& parts)
 PageSurroundings::~PageSurroundings()
 {
     _backClicked.disconnect();
+    _listChanged.disconnect();
     _parts.page.remove_overlay(_nothing);
     _parts.contents.remove(_noContents);
     _parts.locationBar.remove(_page);
@@ -78,6 +80,18 @@ void PageSurroundings::setPageOfChapter(std::int64_t page, std::int64_t count)
     _page.set_text(formatted(_("page %d of %d"), static_cast<int>(page), static_cast<int>(count)));
     _page.set_visible(count > 0);
     _pageOfChapter = count > 0 ? std::optional(std::pair(page, count)) : std::nullopt;
+}
+
+void PageSurroundings::setHasContents(bool hasContents)
+{
+    _hasContents = hasContents;
+    showNoContents();
+}
+
+// Results of a search and marks take the place of the contents.
+void PageSurroundings::showNoContents()
+{
+    _noContents.set_visible(!_hasContents && _parts.contentsList.get_visible());
 }
 
 void PageSurroundings::setNothingToShow(bool isNothing, std::function<void()> goBack)

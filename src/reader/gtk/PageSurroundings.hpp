@@ -40,7 +40,8 @@ public:
     void setPageOfChapter(std::int64_t page, std::int64_t count);
     // The last page number and count; missing while none is shown.
     std::optional<std::pair<std::int64_t, std::int64_t>> pageOfChapter() const { return _pageOfChapter; }
-    void setHasContents(bool hasContents) { _noContents.set_visible(!hasContents); }
+    // Without contents, a line says so in their place.
+    void setHasContents(bool hasContents);
     // Shows that the book has no pages, with a button back to the library.
     void setNothingToShow(bool isNothing, std::function<void()> goBack);
 
@@ -49,7 +50,11 @@ private:
     Gtk::Label _chapter;
     Gtk::Label _page;
     std::optional<std::pair<std::int64_t, std::int64_t>> _pageOfChapter;
+    void showNoContents();
+
     Gtk::Label _noContents;
+    bool _hasContents = true;
+    sigc::connection _listChanged;
     Gtk::Box _nothing;
     Gtk::Label _nothingText;
     Gtk::Button _back;

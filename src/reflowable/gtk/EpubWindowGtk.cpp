@@ -2,7 +2,6 @@
 
 #include "base/Translation.hpp"
 #include "desktop/gtk/AccessibleNames.hpp"
-#include "notebook/gtk/MarkRow.hpp"
 
 #include <gdkmm/clipboard.h>
 #include <glibmm/main.h>
@@ -31,28 +30,12 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
           _parts.queue)
     , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
     , _note(_parts.widget<Gtk::Overlay>("pagePlace"), [this] { _parts.send(&ReaderWindowActions::goToNote); })
+    , _marks({ { _parts.widget<Gtk::Box>("contentsPane"), &_parts.widget<Gtk::Widget>("searchField"),
+                   _parts.widget<Gtk::Widget>("tocClip"), &_parts.widget<Gtk::Widget>("searchResults") },
+                 _parts.widget<Gtk::Overlay>("pagePlace"), [this](const Rect& box) { return placeOf(box); } },
+          _parts.queue)
     , _selectionBar(_parts.widget<Gtk::Overlay>("pagePlace"), _("Selected text"), selectionActions(),
           [this] { _parts.focusPage(); })
-    , _marksPane({ _parts.widget<Gtk::Box>("contentsPane"), _parts.widget<Gtk::Widget>("searchField"),
-                     _parts.widget<Gtk::Widget>("tocClip"), _parts.widget<Gtk::Widget>("searchResults") },
-          _parts.queue,
-          { [this](std::size_t mark) { _parts.send(&ReaderWindowActions::goToMark, mark); },
-              [this](std::size_t mark) { _parts.send(&ReaderWindowActions::editMark, mark); },
-              [this](std::size_t mark) { _parts.send(&ReaderWindowActions::removeMark, mark); },
-              [this](const std::string& path, const std::vector<std::size_t>& marks) {
-                  _parts.send(&ReaderWindowActions::exportMarks, path, marks);
-              },
-              [this](const std::vector<std::size_t>& marks) { _parts.send(&ReaderWindowActions::copyMarks, marks); },
-              [this](const std::string& path) { _parts.send(&ReaderWindowActions::importMarks, path); } })
-    , _markEditor(_parts.widget<Gtk::Overlay>("pagePlace"),
-          { [this](std::size_t mark, const std::string& color) {
-               _parts.send(&ReaderWindowActions::setMarkColor, mark, color);
-           },
-              [this](std::size_t mark, const std::string& note) {
-                  _parts.send(&ReaderWindowActions::setMarkNote, mark, note);
-              },
-              [this](std::size_t mark) { _parts.send(&ReaderWindowActions::removeMark, mark); } })
-    , _markSigns(_parts.widget<Gtk::Overlay>("pagePlace"), [this] { _parts.send(&ReaderWindowActions::undoRemoval); })
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
     auto& panel = _parts.widget<Gtk::Popover>("displayOptions");
@@ -81,8 +64,8 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
     connectSearch();
     _parts.watchKeys(_note.popover());
     _connections.push_back(_note.popover().signal_closed().connect([this] { _parts.focusPage(); }));
-    _parts.watchKeys(_markEditor.popover());
-    _connections.push_back(_markEditor.popover().signal_closed().connect([this] { _parts.focusPage(); }));
+    _parts.watchKeys(_marks.editor().popover());
+    _connections.push_back(_marks.editor().popover().signal_closed().connect([this] { _parts.focusPage(); }));
 }
 
 void EpubWindowGtk::showNote(const std::string& text, const PointedLink& reference)
@@ -117,12 +100,8 @@ std::vector<SelectionBar::Action> EpubWindowGtk::selectionActions()
         { _("Find in Book"), sends(&ReaderWindowActions::findSelection) },
         { _("Look Up"), sends(&ReaderWindowActions::lookUpSelection) },
     };
-    for (const char* const color : { "yellow", "orange", "pink", "purple", "blue", "green" }) {
-        const auto highlights = [this, color] { _parts.send(&ReaderWindowActions::highlight, std::string(color)); };
-        actions.push_back({ "", highlights, std::string("mark-") + color,
-            formatted(_("Highlight in %s"), colorTitle(color).c_str()) });
-    }
-    actions.push_back({ _("Note"), sends(&ReaderWindowActions::annotate) });
+    for (auto& action : _marks.selectionActions())
+        actions.push_back(std::move(action));
     return actions;
 }
 
@@ -270,13 +249,13 @@ bool EpubWindowGtk::perform(ReaderCommand command)
     case ReaderCommand::LeaveFullScreen:
         return endSelection() || endSearch();
     case ReaderCommand::ToggleBookmark:
-        _parts.send(&ReaderWindowActions::toggleBookmark);
+        _marks.send(&MarkActions::toggleBookmark);
         return true;
     case ReaderCommand::Highlight:
-        _parts.send(&ReaderWindowActions::highlight, std::string("yellow"));
+        _marks.send(&MarkActions::highlight, std::string("yellow"));
         return true;
     case ReaderCommand::Annotate:
-        _parts.send(&ReaderWindowActions::annotate);
+        _marks.send(&MarkActions::annotate);
         return true;
     case ReaderCommand::ShowMarks:
         showMarks();
@@ -292,11 +271,6 @@ bool EpubWindowGtk::perform(ReaderCommand command)
     }
 }
 
-void EpubWindowGtk::copyText(const std::string& text)
-{
-    _parts.widget<Gtk::Widget>("stage").get_clipboard()->set_text(text);
-}
-
 void EpubWindowGtk::showMarks()
 {
     if (_parts.mainSplitView.isSubviewHidden(0))
@@ -304,29 +278,8 @@ void EpubWindowGtk::showMarks()
     _parts.queue.post([this] {
         if (_searchPane.isShown())
             _parts.send(&ReaderWindowActions::endSearch);
-        _parts.queue.post([this] {
-            _marksPane.setShown(true);
-            _marksPane.focusList();
-        });
+        _parts.queue.post([this] { _marks.showList(); });
     });
-}
-
-// Without a place, it is in the middle of the page.
-void EpubWindowGtk::showMark(const EditedMark& mark, const std::optional<Rect>& place)
-{
-    auto& overlay = _parts.widget<Gtk::Overlay>("pagePlace");
-    Rect box { overlay.get_width() / 2.0, overlay.get_height() / 2.0, 1, 1 };
-    if (place) {
-        const double pixel = _parts.page.webView->pixelSize();
-        auto& frame = *_parts.page.widget;
-        auto* const page = frame.get_first_child();
-        (page ? *page : frame).translate_coordinates(overlay, place->x * pixel, place->y * pixel, box.x, box.y);
-        box.width = place->width * pixel;
-        box.height = place->height * pixel;
-    }
-    _markEditor.show(mark,
-        { static_cast<int>(box.x), static_cast<int>(box.y), static_cast<int>(box.width),
-            static_cast<int>(box.height) });
 }
 
 void EpubWindowGtk::moveTextSize(ReaderCommand command)

@@ -2,8 +2,7 @@
 
 #include "controls/gtk/PopUpControl.hpp"
 #include "controls/gtk/SegmentedSwitch.hpp"
-#include "notebook/gtk/MarkEditor.hpp"
-#include "notebook/gtk/MarksPaneGtk.hpp"
+#include "notebook/gtk/WindowMarks.hpp"
 #include "panels/gtk/NotePopover.hpp"
 #include "panels/gtk/PopoverPanel.hpp"
 #include "panels/gtk/SearchFieldControl.hpp"
@@ -29,14 +28,15 @@ public:
     PopUpButton& fontMenu() override { return _fontMenu; }
     TextField& searchField() override { return _searchField; }
     SearchPane& searchPane() override { return _searchPane; }
-    MarksPaneGtk& marksPane() override { return _marksPane; }
-    void copyText(const std::string& text) override;
-    void setBookmarked(bool isBookmarked) override { _markSigns.setBookmarked(isBookmarked); }
-    void showMark(const EditedMark& mark, const std::optional<Rect>& place) override;
-    void offerUndo(const std::string& text) override { _markSigns.offerUndo(text); }
-    void showNotice(const std::string& text) override { _markSigns.showNotice(text); }
-    MarkEditor& markEditor() { return _markEditor; }
-    MarkSigns& markSigns() { return _markSigns; }
+    void setMarkActions(MarkActions actions) override { _marks.setActions(std::move(actions)); }
+    MarksPaneGtk& marksPane() override { return _marks.pane(); }
+    void copyText(const std::string& text) override { _marks.copyText(text); }
+    void setBookmarked(bool isBookmarked) override { _marks.signs().setBookmarked(isBookmarked); }
+    void showMark(const EditedMark& mark, const std::optional<Rect>& place) override { _marks.showMark(mark, place); }
+    void offerUndo(const std::string& text) override { _marks.signs().offerUndo(text); }
+    void showNotice(const std::string& text) override { _marks.signs().showNotice(text); }
+    MarkEditor& markEditor() { return _marks.editor(); }
+    MarkSigns& markSigns() { return _marks.signs(); }
     void showNote(const std::string& text, const PointedLink& reference) override;
     void pointerLeftReference() override { _note.pointerLeft(); }
     void setBookLanguage(const std::string& language) override;
@@ -74,10 +74,8 @@ private:
     PopoverPanel _displayOptions;
     NotePopover _note;
     std::unique_ptr<MissingFontNote> _missingFontNote;
+    WindowMarks _marks;
     SelectionBar _selectionBar;
-    MarksPaneGtk _marksPane;
-    MarkEditor _markEditor;
-    MarkSigns _markSigns;
     std::vector<sigc::connection> _connections;
 };
 

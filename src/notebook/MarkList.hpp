@@ -1,0 +1,48 @@
+#pragma once
+
+#include "marks/KeptMarks.hpp"
+#include "notebook/MarksPane.hpp"
+
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace pagora {
+
+// Numbers identifiers in the order of the first request. Any thread.
+class MarkNumbers {
+public:
+    std::size_t numberOf(const std::string& id);
+    // Missing if no identifier has that number.
+    std::optional<std::string> idOf(std::size_t number) const;
+
+private:
+    mutable std::mutex _mutex;
+    std::unordered_map<std::string, std::size_t> _numbers;
+    std::vector<std::string> _ids;
+};
+
+// The input of the list.
+struct MarksToList {
+    KeptMarks marks;
+    // Marks of the book's makers; listed last.
+    KeptMarks makersMarks;
+    // By spine document.
+    std::shared_ptr<const std::vector<std::string>> chapterNames;
+    MarksChoice choice;
+    std::shared_ptr<MarkNumbers> numbers;
+};
+
+// The lines of the chosen marks, with a heading for each chapter. Long texts are cut. Slow for many marks. Any thread.
+std::vector<MarkLine> linesOf(const MarksToList& given);
+// The new lines, and how many at both ends are the same as before. Any thread.
+ListedMarks listedAfter(const MarkLines& before, std::vector<MarkLine> lines);
+
+// The text that represents a mark; for a bookmark the text after it. Empty on a page without text.
+std::string shownTextOf(const KeptMark& kept);
+
+}

@@ -34,6 +34,7 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     , _views(platform.libraryWindow, *this, [this] { return _state.catalogue.bookList(); })
     , _import(*this, importOutlets(platform.libraryWindow))
     , _importPanels(platform, [this](std::vector<std::string> files) { draggedEpubs(std::move(files)); })
+    , _marks(platform, _state)
     , _opening(platform, _state, *this, std::move(scripts))
     , _closing(platform, _state, _import)
     , _removal(platform, _state, _views)
@@ -49,6 +50,7 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
     actions.bookListMode = [this] { bookListMode(); };
     actions.importDialog = [this] { importDialog(); };
     actions.importFolder = [this] { importFolder(); };
+    actions.exportMarks = [this] { _marks.askForExport(); };
     actions.continueReading = [this] { continueReading(); };
     actions.bookToContinue = [this] { return bookToContinue(); };
     actions.booksRead = [this] { return ReadingHistory(_platform.defaults).all(*_state.catalogue.bookList()); };

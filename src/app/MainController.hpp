@@ -6,6 +6,7 @@
 #include "app/ImportPanels.hpp"
 #include "app/LibraryEventMonitor.hpp"
 #include "app/LibraryMaintenance.hpp"
+#include "app/LibraryMarks.hpp"
 #include "app/LibraryState.hpp"
 #include "app/StartUp.hpp"
 #include "epub/EpubImport.hpp"
@@ -138,6 +139,7 @@ private:
     LibraryViews _views;
     EpubImport _import;
     ImportPanels _importPanels;
+    LibraryMarks _marks;
     BookOpening _opening;
     BookClosing _closing;
     BookRemoval _removal;

@@ -3,6 +3,7 @@
 #include "controls/Controls.hpp"
 #include "desktop/Window.hpp"
 #include "library_views/LibraryViewSurface.hpp"
+#include "notebook/MarksExportPanel.hpp"
 
 #include <functional>
 #include <optional>
@@ -19,6 +20,7 @@ struct LibraryWindowActions {
     std::function<void()> bookListMode;
     std::function<void()> importDialog;
     std::function<void()> importFolder;
+    std::function<void()> exportMarks;
     std::function<void()> continueReading;
     // The book that reading would go on in; null for none.
     std::function<BookInfoPtr()> bookToContinue;
@@ -81,6 +83,9 @@ public:
 
     // Lets the user choose a folder; `chosen` receives its path, or nothing when the user cancelled.
     virtual void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen) = 0;
+
+    // Asks which marks of the library are exported.
+    virtual MarksExportPanel& marksExportPanel() = 0;
 
     // Installs the monitor of events that go to the program's windows; an empty one removes it. The answer says whether
     // the event is swallowed.

@@ -79,6 +79,28 @@ public:
     int timesFocused = 0;
 };
 
+class FakeMarksExportPanel : public MarksExportPanel {
+public:
+    void open(std::function<void(const MarksExportRequest&)> whenChosen, std::function<void()> whenCancelled) override
+    {
+        start = std::move(whenChosen);
+        cancel = std::move(whenCancelled);
+    }
+    void setProgress(std::size_t done, std::size_t count) override
+    {
+        progress.push_back(std::to_string(done) + " of " + std::to_string(count));
+        if (onProgress)
+            onProgress();
+    }
+    void setOutcome(const std::string& line) override { outcome = line; }
+
+    std::function<void(const MarksExportRequest&)> start;
+    std::function<void()> cancel;
+    std::vector<std::string> progress;
+    std::function<void()> onProgress;
+    std::string outcome;
+};
+
 // The host of library views, for tests of views or as part of the library window.
 template <typename Interface>
 class FakeLibraryViewHostBase : public Interface {
@@ -194,7 +216,10 @@ public:
     {
         folderPanels.push_back({ message, std::move(chosen) });
     }
+    MarksExportPanel& marksExportPanel() override { return exportPanel; }
     void setEventMonitor(std::function<bool(const LibraryEvent&)> value) override { monitor = std::move(value); }
+
+    FakeMarksExportPanel exportPanel;
 
     // The parts share one journal.
     void keepJournal(Journal& lines)

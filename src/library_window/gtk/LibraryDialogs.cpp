@@ -71,6 +71,13 @@ Glib::RefPtr<Gio::File> LibraryDialogs::startFolder()
     return error ? nullptr : Gio::File::create_for_path(folder.string());
 }
 
+MarksExportWindow& LibraryDialogs::marksExport()
+{
+    if (!_marksExport)
+        _marksExport = std::make_unique<MarksExportWindow>(_parent);
+    return *_marksExport;
+}
+
 void LibraryDialogs::runOpenPanel(const std::string& message, bool multiple, Chosen chosen)
 {
     showPanel(message, Gtk::FileChooser::Action::OPEN, multiple, std::move(chosen));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library_window/gtk/AlertWindow.hpp"
+#include "notebook/gtk/MarksExportWindow.hpp"
 
 #include <giomm/file.h>
 #include <gtkmm/aboutdialog.h>
@@ -33,6 +34,8 @@ public:
     // The same for one folder.
     void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen);
     void showAbout();
+    // Created at the first call.
+    MarksExportWindow& marksExport();
     // The alert that was shown last; null before the first.
     AlertWindow* alert() { return _alert.get(); }
 
@@ -46,6 +49,7 @@ private:
     std::unique_ptr<AlertWindow> _alert;
     std::unique_ptr<AlertWindow> _alertBefore;
     std::unique_ptr<Gtk::AboutDialog> _about;
+    std::unique_ptr<MarksExportWindow> _marksExport;
     Glib::RefPtr<Gtk::FileChooserNative> _openPanel;
 };
 

@@ -110,6 +110,7 @@ void LibraryWindowGtk::addProgramActions()
     const std::pair<const char*, std::function<void()>> actions[] = {
         { "import", [this] { perform(_actions.importDialog); } },
         { "import-folder", [this] { perform(_actions.importFolder); } },
+        { "export-marks", [this] { perform(_actions.exportMarks); } },
         { "search", [this] { _search.open(); } },
         { "settings", [this] { perform(_actions.openSettings); } },
         { "show-folder", [this] { perform(_actions.showLibFolderInFinder); } },

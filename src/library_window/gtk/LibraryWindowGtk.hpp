@@ -61,6 +61,7 @@ public:
         std::function<void(int code)> answered) override;
     void runOpenPanel(const std::string& message, bool multiple, LibraryDialogs::Chosen chosen) override;
     void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen) override;
+    MarksExportPanel& marksExportPanel() override { return _dialogs.marksExport(); }
     void setEventMonitor(WindowEventMonitor::Monitor monitor) override { _monitor.setMonitor(std::move(monitor)); }
 
     LibraryDialogs& dialogs() { return _dialogs; }

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "notebook/MarksExportPanel.hpp"
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace pagora {
+
+// A book of the library whose marks are exported.
+struct BookToExport {
+    std::string archive;
+    MarkedBook book;
+    // The paths of its documents in reading order, and of the entries of its contents with their titles.
+    std::vector<std::string> documents;
+    std::vector<std::pair<std::string, std::string>> contents;
+};
+
+// The names of the archives in a folder that have a file of marks, without their extension. Reads the disk; any thread.
+std::set<std::string> namesWithMarks(const std::string& folder);
+
+// Writes the book's marks that pass the filter to a new file in the folder. Returns their number; missing if the book's
+// file could not be read or the new file could not be written. Reads and writes the disk; any thread.
+std::optional<std::size_t> exportMarksOf(const BookToExport& book, const MarksExportRequest& request);
+
+}

@@ -48,7 +48,7 @@ within 20 has_exported 2
 within 20 window_is "Export Marks"
 picture export-outcome
 grep -q "# A Quiet Harbour (Bruno Castell)" "$HOME/notes/"*.md || fail "a book has no file with its marks"
-close_window
+key Escape
 within 20 window_is Pagora
 key ctrl+q
 within 20 ended

@@ -8,6 +8,10 @@
 
 #include <glibmm/main.h>
 #include <gtkmm/dialog.h>
+#include <gtkmm/shortcut.h>
+#include <gtkmm/shortcutaction.h>
+#include <gtkmm/shortcutcontroller.h>
+#include <gtkmm/shortcuttrigger.h>
 #include <gtkmm/stringlist.h>
 
 #include <initializer_list>
@@ -73,6 +77,10 @@ MarksExportWindow::MarksExportWindow(Gtk::Window& parent)
     _window.set_hide_on_close(true);
     _window.set_transient_for(parent);
     keepFocusMarked(_window);
+    const auto keys = Gtk::ShortcutController::create();
+    keys->add_shortcut(
+        Gtk::Shortcut::create(Gtk::KeyvalTrigger::create(GDK_KEY_Escape), Gtk::NamedAction::create("window.close")));
+    _window.add_controller(keys);
     _cancelButton.signal_clicked().connect([this] { leave(); });
     _folderButton.signal_clicked().connect([this] { chooseFolder(); });
     _window.signal_close_request().connect(

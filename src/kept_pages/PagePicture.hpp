@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace pagora {
+
+// The pixels of a page as it was drawn.
+struct PagePicture {
+    // In device pixels, and how many of them are one of the toolkit's.
+    int width = 0;
+    int height = 0;
+    int scale = 1;
+    // What the drawing depends on besides the book, the place in it and the display options, such as the engine's
+    // version.
+    std::string conditions;
+    // The colour around the page, as CSS writes it; empty where it is not known.
+    std::string paper;
+    // Four bytes each, in the toolkit's own order, in rows without gaps.
+    std::string pixels;
+
+    bool operator==(const PagePicture&) const = default;
+};
+
+// Of the file of one picture, and of its pixels.
+constexpr std::size_t maxPageFileBytes = 300'000;
+constexpr std::size_t maxPagePixels = 6'000'000;
+
+// The picture and its key, compressed without loss. Missing when it would exceed one of the limits. Any thread.
+std::optional<std::string> encodedPage(const PagePicture& picture, std::string_view key);
+
+// Missing when the bytes are those of another key, or damaged. They may come from anywhere: no more memory is used than
+// the limits allow. Any thread.
+std::optional<PagePicture> decodedPage(std::string_view bytes, std::string_view key);
+
+}

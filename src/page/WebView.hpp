@@ -3,6 +3,7 @@
 #include "base/Geometry.hpp"
 #include "base/Url.hpp"
 #include "desktop/RequestedBy.hpp"
+#include "kept_pages/PagePicture.hpp"
 #include "page/PageSelection.hpp"
 #include "running/Reply.hpp"
 #include "running/Task.hpp"
@@ -121,6 +122,16 @@ public:
     // The page is laid out and may be shown. Until then the previous page stays visible, unless the page is shown at
     // once or fails.
     virtual void pageIsPrepared() { }
+
+    // Shows a picture of the first page in its place until that is loaded and drawn. Before the first load. Ignored
+    // where the page would be drawn otherwise than the picture.
+    virtual void showUntilDrawn(const PagePicture& picture) { }
+    // Nothing is under way: the page is as it would be opened again.
+    virtual void pageRests() { }
+    // A picture of the page that rests. Missing when it is not drawn yet, or no longer as it would be opened again.
+    virtual std::optional<PagePicture> pictureAtRest() { return std::nullopt; }
+    // An action of the person is about to change the page: it is shown, whatever of it is still to come.
+    virtual void personActs() { }
 
     virtual void setTextSizeMultiplier(double multiplier) = 0;
     // The page's visible area, in the page's own pixels: these are points, enlarged by the desktop's text scale.

@@ -73,6 +73,9 @@ void EpubController::loadSplits(
 
     _lastAnchor = std::nullopt;
     loadSplit(_spine.activeSplitIndex);
+    // No page is on its way.
+    if (!_loadTimeout)
+        _queue.releaseActions();
 
     for (auto* button : { &_window.goLeftButton(), &_window.goRightButton() }) {
         button->setEnabled(true);
@@ -169,6 +172,9 @@ void EpubController::didFinishLoadForFrame(const DataSource& source)
         if (load == _window.webView().currentLoad()) {
             _place.setFrameIsLoaded(true);
             co_await keepPlace();
+            // A picture in the page's place may have waited for this.
+            if (_pageIsShown)
+                _window.webView().pageIsPrepared();
         }
     });
 }

@@ -38,6 +38,8 @@ public:
     // Starts a book: its spine documents as file URLs in reading order, and its contents, missing when there are none.
     // Settings and position set before are taken up; null and 0 mean the reader's own defaults.
     void loadSplits(std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent);
+    // A book is about to be started: the person's actions wait for its first page.
+    void awaitBook() { _queue.holdActions(); }
     // Fills the contents pane of a book that was started without contents.
     void showContents(const std::vector<ContentsEntry>& entries);
     // Opens the target of a contents link.

@@ -58,6 +58,7 @@ std::string offsetScript(const PlaceInChapter& place)
 void EpubController::userMoves()
 {
     _place.userMoves();
+    _window.webView().personActs();
     _jumps.landing = std::nullopt;
     _jumps.isSeeking = false;
 }

@@ -208,11 +208,12 @@ Task<void> EpubController::notePlace()
     const auto count = static_cast<std::int64_t>(std::ceil(S / W));
     const auto page = static_cast<std::int64_t>(std::lround(X / W)) + 1;
     _window.setPageOfChapter(std::min(page, count), count);
-    if (!std::exchange(_layoutMayDiffer, false) || !_marks.layoutScript)
-        co_return;
-    const auto marks = _marks.layoutScript(_spine.activeSplitIndex);
-    if (!marks.empty())
-        co_await run(marks);
+    if (std::exchange(_layoutMayDiffer, false) && _marks.layoutScript) {
+        const auto marks = _marks.layoutScript(_spine.activeSplitIndex);
+        if (!marks.empty())
+            co_await run(marks);
+    }
+    _window.webView().pageRests();
 }
 
 }

@@ -8,6 +8,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -74,6 +75,10 @@ public:
 
     void prepareRequest(const Url& url, const std::vector<std::string>&) override { prepared.push_back(url); }
     void pageIsPrepared() override { ++timesPrepared; }
+    void showUntilDrawn(const PagePicture& picture) override { shownUntilDrawn = picture; }
+    void pageRests() override { ++timesRested; }
+    std::optional<PagePicture> pictureAtRest() override { return atRest; }
+    void personActs() override { ++timesActed; }
     void setTextSizeMultiplier(double multiplier) override { textSizeMultiplier = multiplier; }
     Rect frame() const override { return rect; }
     double pixelSize() const override { return pixel; }
@@ -149,6 +154,11 @@ public:
     bool hidden = false;
     int timesFocused = 0;
     int timesPrepared = 0;
+    int timesRested = 0;
+    int timesActed = 0;
+    std::optional<PagePicture> shownUntilDrawn;
+    // What the page looks like when the book is closed.
+    std::optional<PagePicture> atRest;
     bool holdsReplies = false;
     Journal* journal = nullptr;
 

@@ -6,6 +6,12 @@ namespace pagora {
 
 namespace {
 
+graphene_rect_t placeOf(GtkWidget* page)
+{
+    graphene_rect_t place;
+    return gtk_widget_compute_bounds(page, gtk_widget_get_parent(page), &place) ? place : graphene_rect_t {};
+}
+
 // Renders the drawing to a texture at full resolution; null when the page is not on a screen.
 GObjectPtr<GdkTexture> pictureOf(GtkWidget* page, GskRenderNode* drawing, const graphene_rect_t& place)
 {
@@ -45,8 +51,7 @@ void PageCover::put(GtkWidget* page, Show show)
     if (std::exchange(_isOn, true))
         return;
     if (show == Show::LastPicture && _drawing) {
-        if (!gtk_widget_compute_bounds(page, gtk_widget_get_parent(page), &_place))
-            _place = {};
+        _place = placeOf(page);
         _picture = pictureOf(page, _drawing, _place);
     }
     forgetDrawing();
@@ -56,6 +61,43 @@ void PageCover::remove()
 {
     _isOn = false;
     _picture = {};
+    _given = {};
+}
+
+void PageCover::give(GObjectPtr<GdkTexture> picture, int scale)
+{
+    if (!_isOn)
+        return;
+    _given = std::move(picture);
+    _givenScale = scale;
+}
+
+bool PageCover::drawsGiven(GtkWidget* page) const
+{
+    if (!_isOn || !_given || gtk_widget_get_scale_factor(page) != _givenScale)
+        return false;
+    const auto size = placeOf(page).size;
+    return static_cast<int>(size.width) * _givenScale == gdk_texture_get_width(_given.get())
+        && static_cast<int>(size.height) * _givenScale == gdk_texture_get_height(_given.get());
+}
+
+GObjectPtr<GdkTexture> PageCover::pictureNow(GtkWidget* frame, GtkWidget* page)
+{
+    if (!gtk_widget_get_mapped(page))
+        return {};
+#if GTK_CHECK_VERSION(4, 12, 0)
+    GdkSurface* const surface = gtk_native_get_surface(gtk_widget_get_native(page));
+    if (gdk_surface_get_scale(surface) != gtk_widget_get_scale_factor(page))
+        return {};
+#endif
+    GtkSnapshot* const snapshot = gtk_snapshot_new();
+    gtk_widget_snapshot_child(frame, page, snapshot);
+    GskRenderNode* const drawing = gtk_snapshot_free_to_node(snapshot);
+    if (!drawing)
+        return {};
+    auto picture = pictureOf(page, drawing, placeOf(page));
+    gsk_render_node_unref(drawing);
+    return picture;
 }
 
 void PageCover::draw(GtkWidget* frame, GtkWidget* page, GtkSnapshot* snapshot)
@@ -67,7 +109,10 @@ void PageCover::draw(GtkWidget* frame, GtkWidget* page, GtkSnapshot* snapshot)
     if (_isOn) {
         if (drawing)
             gsk_render_node_unref(drawing);
-        if (_picture)
+        if (drawsGiven(page)) {
+            const auto place = placeOf(page);
+            gtk_snapshot_append_texture(snapshot, _given.get(), &place);
+        } else if (_picture)
             gtk_snapshot_append_texture(snapshot, _picture.get(), &_place);
         return;
     }

@@ -6,8 +6,8 @@
 
 namespace pagora {
 
-// Drawn in place of a page that is not ready: a picture of the previous page, or nothing, so that the background shows.
-// Keeps the last drawing of the page. Main thread.
+// Drawn in place of a page that is not ready: a picture of the previous page, a picture that was given, or nothing, so
+// that the background shows. Keeps the last drawing of the page. Main thread.
 class PageCover {
 public:
     PageCover() = default;
@@ -20,6 +20,15 @@ public:
     void put(GtkWidget* page, Show show);
     void remove();
     bool isOn() const { return _isOn; }
+    // Draws this in place of the page, as long as the page has exactly its size: in device pixels, of which `scale` are
+    // one of the toolkit's. Nothing changes where the page is not covered.
+    void give(GObjectPtr<GdkTexture> picture, int scale);
+    void withdraw() { _given = {}; }
+    // Whether it draws a picture that was given.
+    bool drawsGiven(GtkWidget* page) const;
+
+    // A picture of the page as it would be drawn now. Missing when it is not on a screen, or not drawn pixel by pixel.
+    static GObjectPtr<GdkTexture> pictureNow(GtkWidget* frame, GtkWidget* page);
 
     // Draws the cover, or the page where there is none.
     void draw(GtkWidget* frame, GtkWidget* page, GtkSnapshot* snapshot);
@@ -32,6 +41,8 @@ private:
     // A copy: the engine draws the next page into the memory of the last ones.
     GObjectPtr<GdkTexture> _picture;
     graphene_rect_t _place {};
+    GObjectPtr<GdkTexture> _given;
+    int _givenScale = 1;
 };
 
 }

@@ -79,6 +79,25 @@ void PageFrame::uncover()
     queue_draw();
 }
 
+void PageFrame::showPicture(GObjectPtr<GdkTexture> picture, int scale)
+{
+    _cover.give(std::move(picture), scale);
+    queue_draw();
+}
+
+void PageFrame::withdrawPicture()
+{
+    _cover.withdraw();
+    queue_draw();
+}
+
+GObjectPtr<GdkTexture> PageFrame::pictureOfPage()
+{
+    if (_isConcealed || _cover.isOn())
+        return {};
+    return PageCover::pictureNow(Gtk::Widget::gobj(), _child);
+}
+
 void PageFrame::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
     int& minimumBaseline, int& naturalBaseline) const
 {

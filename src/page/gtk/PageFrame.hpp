@@ -48,6 +48,12 @@ public:
     void cover(PageCover::Show show);
     void uncover();
     bool isCovered() const { return _cover.isOn(); }
+    // While it is covered: a picture to draw in the page's place, if the page has that size.
+    void showPicture(GObjectPtr<GdkTexture> picture, int scale);
+    void withdrawPicture();
+    bool showsPicture() const { return _cover.drawsGiven(_child); }
+    // A picture of the child as it would be drawn now; missing when it is not on a screen.
+    GObjectPtr<GdkTexture> pictureOfPage();
 
 protected:
     Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }

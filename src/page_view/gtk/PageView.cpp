@@ -46,6 +46,7 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     , _spoken(_view.get())
     , _content(_view.get(), kind, filter)
     , _curtain(_view.get(), _frame)
+    , _resting(_view.get(), _frame)
     , _sizes([this] {
         if (auto* delegate = _reports.delegate())
             delegate->didResize();
@@ -104,6 +105,7 @@ std::uint64_t PageView::loadRequest(const Url& url)
 void PageView::begin(const Url& url)
 {
     _reports.begin(url);
+    _resting.disturb();
     _stage = Stage::Idle;
     _document.isForgiven = false;
     _startTimer.disconnect();
@@ -158,6 +160,7 @@ void PageView::failSoon()
 
 void PageView::reportFailure()
 {
+    _frame.withdrawPicture();
     pageIsPrepared();
     _reports.documentFailed(currentLoad());
 }
@@ -231,6 +234,7 @@ Reply<std::string> PageView::evaluateScript(const std::string& script)
 {
     // The reader changes a page only by scripts.
     _spoken.pageMayHaveChanged();
+    _resting.disturb();
     return _scripts.evaluate(script);
 }
 
@@ -307,12 +311,14 @@ void PageView::applyMargins()
 
 void PageView::frameDidChange()
 {
+    _resting.disturb();
     _sizes.frameDidChange(frame(), _stage == Stage::Shown);
 }
 
 void PageView::setTextSizeMultiplier(double multiplier)
 {
     webkit_web_view_set_zoom_level(_view.get(), multiplier);
+    _resting.disturb();
     if (_content.kind() == PageKind::Columns)
         webkit_web_view_evaluate_javascript(
             _view.get(), "pagoraFollowStrip()", -1, pageWorld, nullptr, nullptr, nullptr, nullptr);

@@ -11,6 +11,7 @@
 #include "page/gtk/PageRecovery.hpp"
 #include "page/gtk/PageScripts.hpp"
 #include "page/gtk/PageSizeReports.hpp"
+#include "page/gtk/RestingPage.hpp"
 #include "page/gtk/SpokenPage.hpp"
 
 #include <functional>
@@ -54,7 +55,11 @@ public:
     std::uint64_t currentLoad() const override { return _reports.currentLoad(); }
     Reply<std::string> waitUntilDrawn() override { return _scripts.waitUntilDrawn(); }
     Reply<std::string> evaluateScript(const std::string& script) override;
-    void pageIsPrepared() override { _curtain.pageIsPrepared(); }
+    void pageIsPrepared() override;
+    void showUntilDrawn(const PagePicture& picture) override;
+    void pageRests() override;
+    std::optional<PagePicture> pictureAtRest() override;
+    void personActs() override { _curtain.hurry(); }
     // The colour behind the page.
     void setBackground(const Color& color);
     // Provides the page's accessible name from its document's title.
@@ -143,6 +148,7 @@ private:
     // Forbids the scripts of a book once they have blocked the engine.
     PageContent _content;
     PageCurtain _curtain;
+    RestingPage _resting;
     PageSizeReports _sizes;
     PageRecovery _recovery;
 

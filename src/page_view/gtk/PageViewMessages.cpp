@@ -49,6 +49,11 @@ void PageView::messageReceived(const std::string& message)
         const auto file = url && url->isFile() ? existingFile(*url) : std::nullopt;
         if (_onPicture && file && isFileInFolder(file->path, _content.bookFolder()))
             _onPicture(file->path);
+    } else if (what == "rests") {
+        std::uint64_t request = 0;
+        int isAsOpened = 0;
+        words >> request >> isAsOpened;
+        _resting.isDrawn(request, isAsOpened != 0);
     } else if (what == "mark") {
         _reports.pressesMark(pressedMarkFrom(words));
     } else if (what == "selection")

@@ -1,0 +1,34 @@
+// Runs in the reader's own script world of every page, after page-start.js: whether a page that rests looks as it would
+// look when it is opened there again.
+
+(function () {
+    'use strict';
+
+    const getterOf = (name) => Object.getOwnPropertyDescriptor(Document.prototype, name).get;
+    const bodyOf = getterOf('body');
+    const rootOf = getterOf('documentElement');
+    const activeElementOf = getterOf('activeElement');
+    const fontsOf = getterOf('fonts');
+    const port = window.webkit.messageHandlers.pagora;
+    // Of a search in the book.
+    const passing = ['pagora-found', 'pagora-current'];
+
+    function isAsOpened() {
+        const selection = Document.prototype.getSelection.call(document);
+        const focused = activeElementOf.call(document);
+        return (!selection || selection.isCollapsed)
+            && (!focused || focused === bodyOf.call(document) || focused === rootOf.call(document))
+            && !Document.prototype.querySelector.call(document, 'a:hover')
+            && passing.every((name) => !CSS.highlights.has(name) || CSS.highlights.get(name).size === 0)
+            && Document.prototype.getAnimations.call(document).length === 0
+            && fontsOf.call(document).status !== 'loading';
+    }
+
+    // Once what is laid out now has been drawn.
+    const drawings = new MessageChannel();
+    drawings.port1.onmessage = (event) => port.postMessage(
+        pagoraLoad + ' rests ' + event.data + ' ' + (isAsOpened() ? 1 : 0));
+    window.pagoraReportRest = (number) => {
+        requestAnimationFrame(() => drawings.port2.postMessage(number));
+    };
+})();

@@ -1,5 +1,6 @@
 #include "app/BookClosing.hpp"
 
+#include "app/LeftPage.hpp"
 #include "app/ReadingHistory.hpp"
 #include "base/Log.hpp"
 #include "base/Numbers.hpp"
@@ -31,7 +32,7 @@ void BookClosing::closeReflowable()
     if (!controller || !controller->_epubController())
         return;
     auto& reader = *controller->_epubController();
-    savePosition(reader);
+    savePosition(reader, controller->webView());
     reader.setBookSplits({});
     reader.setSplitIndexDict({});
     reader.contentsPane().clearTocTagDict();
@@ -55,7 +56,7 @@ void BookClosing::closeReflowable()
     }
 }
 
-void BookClosing::savePosition(EpubController& reader)
+void BookClosing::savePosition(EpubController& reader, WebView& webView)
 {
     reader.adoptPendingOptions();
     _state.reading.curStorageIndex = reader.activeSplitIndex();
@@ -82,6 +83,7 @@ void BookClosing::savePosition(EpubController& reader)
     if (book->epubPath())
         ReadingHistory(_platform.defaults).add(*book->epubPath());
     _state.catalogue.save(_platform.defaults);
+    LeftPage(_state.keptPages).keep(*book, reader, webView, _platform.runLoop);
 }
 
 void BookClosing::closeFixed()

@@ -26,7 +26,7 @@ public:
 private:
     void closeReflowable();
     void closeFixed();
-    void savePosition(EpubController& reader);
+    void savePosition(EpubController& reader, WebView& webView);
     void waitForFullScreen();
     void showLibrary();
     // Destroys the window that was leaving full screen, outside of its own event handling.

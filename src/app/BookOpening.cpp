@@ -1,5 +1,6 @@
 #include "app/BookOpening.hpp"
 
+#include "app/LeftPage.hpp"
 #include "base/Numbers.hpp"
 #include "base/Path.hpp"
 #include "base/Translation.hpp"
@@ -197,6 +198,9 @@ void BookOpening::showReflowableReader(BookInfo& book)
         reader.setReadAmount(static_cast<float>(*place));
         reader.setPlaceToKeep(place);
     }
+    reader.awaitBook();
+    if (!_state.reading._singleEpub())
+        LeftPage(_state.keptPages).show(book, reader, controller.webView());
     window.makeKeyAndOrderFront();
 }
 

@@ -99,12 +99,27 @@ bool BookRemoval::takeOut(std::vector<BookInfoPtr> books)
     isbns.reserve(books.size());
     for (const auto& book : books)
         isbns.push_back(*book->isbn());
+    const auto before = _state.catalogue.bookList();
     const auto removed = _state.catalogue.removeFirstWithISBNs(isbns);
+    removeKeptPages(*before);
     for (std::size_t i = 0; i < books.size(); ++i) {
         if (removed[i] && _state.reading.currentBook == books[i])
             _state.reading.currentBook = nullptr;
     }
     return std::find(removed.begin(), removed.end(), true) != removed.end();
+}
+
+// Of the records that are no longer in the list, which has kept its order.
+void BookRemoval::removeKeptPages(const std::vector<BookInfoPtr>& before)
+{
+    const auto after = _state.catalogue.bookList();
+    auto stays = after->begin();
+    for (const auto& book : before) {
+        if (stays != after->end() && *stays == book)
+            ++stays;
+        else if (book->epubPath())
+            _state.keptPages.remove(*book->epubPath());
+    }
 }
 
 void BookRemoval::recycle(std::vector<std::string> archives)

@@ -23,6 +23,7 @@ public:
 private:
     // False when no book of the library was among them.
     bool takeOut(std::vector<BookInfoPtr> books);
+    void removeKeptPages(const std::vector<BookInfoPtr>& before);
     void recycle(std::vector<std::string> archives);
     // An alert about files that stay; none when there are none.
     void tell(const std::string& title, const std::vector<std::string>& archives, const std::string& outcome);

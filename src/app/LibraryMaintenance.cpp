@@ -38,6 +38,7 @@ Task<void> LibraryMaintenance::resetAppSettings()
     const auto files = PendingRemovals(defaults).without(booksIn(_state.folders.libPath));
     for (const auto& key : defaults.allKeys())
         defaults.removeObject(key);
+    _state.keptPages.removeAll();
     if (!files.empty()) {
         _state.catalogue.clear();
         _views.refreshBookView(_state.catalogue.bookList());

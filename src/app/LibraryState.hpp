@@ -8,6 +8,7 @@
 #include "catalogue/Settings.hpp"
 #include "desktop/Workspace.hpp"
 #include "epub/FaultyBooks.hpp"
+#include "kept_pages/KeptPages.hpp"
 #include "library_window/LibraryWindow.hpp"
 #include "reader/ReaderState.hpp"
 #include "running/RunLoop.hpp"
@@ -51,6 +52,7 @@ struct LibraryState {
     WindowSwitch windows;
     ReaderState reader;
     ReaderSettings settings;
+    KeptPages keptPages;
 };
 
 }

@@ -44,6 +44,7 @@ MainController::MainController(const Platform& platform, ScriptResources scripts
             active->bookView().removeBooks();
     })
 {
+    _state.keptPages = KeptPages(appendingPathComponent(platform.defaults.folder(), "pages"));
     LibraryWindowActions actions;
     actions.windowShouldClose = [this] { return windowShouldClose(); };
     actions.readBook = [this] { sendDoubleClick(); };

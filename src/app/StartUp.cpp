@@ -82,6 +82,7 @@ void StartUp::checkVersion()
         return;
     for (const auto& key : defaults.allKeys())
         defaults.removeObject(key);
+    _state.keptPages.removeAll();
     defaults.synchronize();
 }
 

@@ -21,7 +21,8 @@ bool isStoredAlready(const Value& current, const Value& next)
 }
 
 UserDefaults::UserDefaults(const std::string& folder)
-    : _store(std::make_unique<DefaultsStore>(folder))
+    : _folder(folder)
+    , _store(std::make_unique<DefaultsStore>(folder))
 {
     auto opened = _store->open();
     _values = std::move(opened.values);

@@ -32,6 +32,8 @@ public:
     explicit UserDefaults(const std::string& folder);
     ~UserDefaults();
 
+    const std::string& folder() const { return _folder; }
+
     // One line when a store was set aside at the opening or cannot be written.
     const std::string& openingProblem() const { return _openingProblem; }
 
@@ -68,6 +70,7 @@ private:
     void change(const std::string& key, std::optional<Value> value);
     void tell(const std::string& problem, bool isFailure);
 
+    const std::string _folder;
     mutable std::mutex _mutex;
     std::map<std::string, Value> _values;
     Changes _changes;

@@ -1,0 +1,365 @@
+#include "base/Path.hpp"
+#include "files/Files.hpp"
+#include "tests/engine/MadeBooks.hpp"
+#include "tests/engine/ReadingFixture.hpp"
+#include "tests/support/EpubBuilder.hpp"
+
+#include <algorithm>
+#include <gsk/gsk.h>
+
+namespace pagora::test {
+
+namespace {
+
+// The pixels of a page view, as a frame of its window showed them.
+struct Frame {
+    int width = 0;
+    int height = 0;
+    std::vector<guint32> pixels;
+
+    bool operator==(const Frame&) const = default;
+    bool isBlank() const
+    {
+        return std::all_of(pixels.begin(), pixels.end(), [this](guint32 pixel) { return pixel == pixels.front(); });
+    }
+    // How many pixels are others in that frame.
+    std::size_t differences(const Frame& other) const
+    {
+        if (width != other.width || height != other.height)
+            return std::max(pixels.size(), other.pixels.size());
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < pixels.size(); ++i)
+            count += pixels[i] != other.pixels[i];
+        return count;
+    }
+};
+
+// A book is left and opened again.
+class LeftPage : public ReadingTest {
+protected:
+    LeftPage()
+        : _renderer(gsk_cairo_renderer_new())
+    {
+        gsk_renderer_realize(_renderer, nullptr, nullptr);
+    }
+    ~LeftPage() override
+    {
+        stopWatching();
+        gsk_renderer_unrealize(_renderer);
+        g_object_unref(_renderer);
+    }
+
+    void read(const std::string& madeBook, int pages = 1)
+    {
+        import(writeMadeBook(madeBook, _home.path()));
+        ASSERT_EQ(bookCount(), 1u);
+        open();
+        for (int i = 0; i < pages; ++i)
+            turn(1);
+    }
+
+    std::vector<std::string> files() const
+    {
+        std::vector<std::string> paths;
+        for (const auto& name : folderEntries(folder()).value_or(paths))
+            paths.push_back(appendingPathComponent(folder(), name));
+        std::erase_if(paths, [](const auto& path) { return pathExtension(path) != "page"; });
+        return paths;
+    }
+    std::string folder() const { return _home.path("Data/pages"); }
+
+    // Waits until nothing is under way and the page is drawn so.
+    void rest()
+    {
+        bool isAnswered = false;
+        reader().ask("0", [&](std::int64_t) { isAnswered = true; });
+        ASSERT_TRUE(waitUntil([&] { return isAnswered && reader().isSettled(); }));
+        ASSERT_TRUE(waitUntil([&] { return webView().pictureAtRest().has_value(); }));
+    }
+    // Closes the book; returns what was seen of it last.
+    Frame leave()
+    {
+        rest();
+        auto left = nextFrame();
+        for (const auto& file : files())
+            removeItem(file);
+        close();
+        EXPECT_TRUE(waitUntil([this] { return !files().empty(); }));
+        return left;
+    }
+    // Opens the book without waiting for anything but the first frame; the frames are noted from then on.
+    void openAgain()
+    {
+        watch();
+        _program->controller.sendDoubleClick(book());
+        ASSERT_TRUE(waitUntil([this] { return !_frames.empty(); }));
+    }
+
+    // What the page view shows now, drawn anew.
+    Frame nextFrame()
+    {
+        watch();
+        window().parts().page.widget->queue_draw();
+        EXPECT_TRUE(waitUntil([this] { return !_frames.empty(); }));
+        return _frames.empty() ? Frame {} : _frames.back();
+    }
+
+    // Each frame of the page that differs from the one before.
+    std::vector<Frame> _frames;
+
+private:
+    // What the frame that was drawn last shows of the page view.
+    Frame frame()
+    {
+        GtkWidget* const area = window().parts().page.widget->gobj();
+        const int width = gtk_widget_get_width(area);
+        const int height = gtk_widget_get_height(area);
+        Frame frame { width, height, {} };
+        GdkPaintable* const paintable = gtk_widget_paintable_new(area);
+        GtkSnapshot* const snapshot = gtk_snapshot_new();
+        gdk_paintable_snapshot(paintable, snapshot, width, height);
+        GskRenderNode* const node = gtk_snapshot_free_to_node(snapshot);
+        g_object_unref(paintable);
+        frame.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+        if (!node)
+            return frame;
+        const graphene_rect_t place { { 0, 0 }, { static_cast<float>(width), static_cast<float>(height) } };
+        GdkTexture* const picture = gsk_renderer_render_texture(_renderer, node, &place);
+        gsk_render_node_unref(node);
+        gdk_texture_download(
+            picture, reinterpret_cast<guchar*>(frame.pixels.data()), static_cast<gsize>(width) * sizeof(guint32));
+        g_object_unref(picture);
+        return frame;
+    }
+
+    void watch()
+    {
+        stopWatching();
+        _frames.clear();
+        _clock
+            = GDK_FRAME_CLOCK(g_object_ref(gtk_widget_get_frame_clock(GTK_WIDGET(_program->toplevel.window().gobj()))));
+        const auto painted = [](GdkFrameClock*, gpointer self) { static_cast<LeftPage*>(self)->note(); };
+        _painted = g_signal_connect(
+            _clock, "after-paint", G_CALLBACK(static_cast<void (*)(GdkFrameClock*, gpointer)>(painted)), this);
+    }
+    void stopWatching()
+    {
+        if (!_clock)
+            return;
+        g_signal_handler_disconnect(_clock, _painted);
+        g_clear_object(&_clock);
+    }
+    void note()
+    {
+        if (!state().reading._epubWindowController)
+            return;
+        auto* const area = window().parts().page.widget;
+        if (!area || !area->get_mapped() || area->get_width() < 2)
+            return;
+        auto seen = frame();
+        if (_frames.empty() || _frames.back() != seen)
+            _frames.push_back(std::move(seen));
+    }
+
+    GskRenderer* _renderer;
+    GdkFrameClock* _clock = nullptr;
+    gulong _painted = 0;
+};
+
+class LeftPageOfBook : public LeftPage, public testing::WithParamInterface<std::string> { };
+
+}
+
+TEST_P(LeftPageOfBook, IsShownFromTheFirstFrameOnAndNothingChangesWhenThePageIsDrawn)
+{
+    read(GetParam(), 2);
+    const auto left = leave();
+    ASSERT_FALSE(left.isBlank());
+    openAgain();
+    EXPECT_EQ(_frames.front().differences(left), 0u);
+    EXPECT_TRUE(reader().bookSplits().empty() || !reader().isSettled());
+    settle();
+    rest();
+    for (const auto& each : _frames)
+        EXPECT_EQ(each.differences(left), 0u);
+    EXPECT_EQ(nextFrame().differences(left), 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Made, LeftPageOfBook, testing::ValuesIn(madeBookNames()),
+    [](const auto& book) { return readingTestName(book.param); });
+
+TEST_F(LeftPage, IsShownAfterTheNextStart)
+{
+    read("LongChapters");
+    const auto left = leave();
+    restart();
+    openAgain();
+    EXPECT_EQ(_frames.front().differences(left), 0u);
+    settle();
+}
+
+TEST_F(LeftPage, IsKeptWhenTheProgramEnds)
+{
+    read("LongChapters");
+    rest();
+    ASSERT_TRUE(files().empty());
+    restart();
+    EXPECT_EQ(files().size(), 1u);
+}
+
+TEST_F(LeftPage, IsNotShownInAnotherSizeOfTheWindow)
+{
+    read("LongChapters");
+    leave();
+    auto& library = _program->libraryWindow.mainWindow();
+    const auto frame = library.frame();
+    library.setFrame({ frame.x, frame.y, frame.width + 40, frame.height });
+    ASSERT_TRUE(waitUntil([&] { return library.frame().width == frame.width + 40; }));
+    openAgain();
+    EXPECT_TRUE(_frames.front().isBlank());
+    settle();
+}
+
+TEST_F(LeftPage, IsNotShownWithOtherDisplayOptions)
+{
+    read("LongChapters");
+    auto& settings = state().settings;
+    const std::vector<std::function<void()>> changes { [&] { settings.curColorOption = 3; },
+        [&] { settings.curFontName = "Arial"; }, [&] { settings.curFontSize *= 1.2f; },
+        [&] { settings.curNumOfColumns = 1; } };
+    for (const auto& change : changes) {
+        leave();
+        change();
+        openAgain();
+        EXPECT_TRUE(_frames.front().isBlank());
+        settle();
+    }
+}
+
+TEST_F(LeftPage, IsNotShownAtAnotherPlace)
+{
+    read("LongChapters");
+    leave();
+    book()->setLastPlace(0.9);
+    openAgain();
+    EXPECT_TRUE(_frames.front().isBlank());
+    settle();
+}
+
+TEST_F(LeftPage, IsNotShownWhenTheDesktopDrawsTextOtherwise)
+{
+    read("LongChapters");
+    leave();
+    const auto settings = Gtk::Settings::get_default();
+    const int dpi = settings->property_gtk_xft_dpi();
+    settings->property_gtk_xft_dpi() = dpi * 5 / 4;
+    openAgain();
+    EXPECT_TRUE(_frames.front().isBlank());
+    settle();
+    close();
+    settings->property_gtk_xft_dpi() = dpi;
+}
+
+TEST_F(LeftPage, IsNotKeptWithTextThatIsSelected)
+{
+    read("LongChapters");
+    rest();
+    evaluate("getSelection().selectAllChildren(document.body)");
+    bool isAnswered = false;
+    reader().ask("0", [&](std::int64_t) { isAnswered = true; });
+    ASSERT_TRUE(waitUntil([&] { return isAnswered && reader().isSettled(); }));
+    evaluate("0");
+    close();
+    openAgain();
+    EXPECT_TRUE(_frames.front().isBlank());
+    settle();
+}
+
+TEST_F(LeftPage, IsTheCurrentOneAfterEachTurn)
+{
+    read("LongChapters");
+    for (int pages = 0; pages < 3; ++pages) {
+        turn(1);
+        const auto left = leave();
+        openAgain();
+        EXPECT_EQ(_frames.front().differences(left), 0u);
+        settle();
+        rest();
+        EXPECT_EQ(nextFrame().differences(left), 0u);
+    }
+}
+
+TEST_F(LeftPage, TakesKeysThatAreAnsweredInOrderOnceThePageIsThere)
+{
+    read("LongChapters", 4);
+    const auto offset = place().offset;
+    const auto width = number("window.innerWidth");
+    leave();
+    openAgain();
+    ASSERT_FALSE(_frames.front().isBlank());
+    auto* const keys = window().parts().window.window().gobj();
+    for (const auto key : { GDK_KEY_Left, GDK_KEY_Home, GDK_KEY_Right, GDK_KEY_Right, GDK_KEY_Left })
+        EXPECT_TRUE(press(keys, key));
+    settle();
+    EXPECT_EQ(place().offset, width);
+    EXPECT_NE(place().offset, offset);
+}
+
+TEST_F(LeftPage, GoesAtOnceWhenTheBookIsClosed)
+{
+    read("LongChapters");
+    const auto left = leave();
+    openAgain();
+    ASSERT_EQ(_frames.front().differences(left), 0u);
+    EXPECT_TRUE(press(window().parts().window.window().gobj(), GDK_KEY_w, GDK_CONTROL_MASK));
+    ASSERT_TRUE(waitUntil([this] { return !state().reading._epubWindowController; }));
+    EXPECT_TRUE(_program->libraryWindow.mainWindow().isVisible());
+    openAgain();
+    EXPECT_EQ(_frames.front().differences(left), 0u);
+    settle();
+}
+
+TEST_F(LeftPage, ThatIsDamagedIsNotShown)
+{
+    read("LongChapters");
+    for (int round = 0; round < 3; ++round) {
+        const auto left = leave();
+        const auto file = files().at(0);
+        const auto bytes = readFile(file).value();
+        ASSERT_TRUE(writeFile(
+            file, round == 0 ? bytes.substr(0, bytes.size() / 2) : std::string(round == 1 ? 10 : 9'000'000, 'p')));
+        openAgain();
+        EXPECT_TRUE(_frames.front().isBlank());
+        settle();
+        rest();
+        EXPECT_EQ(nextFrame().differences(left), 0u);
+    }
+}
+
+TEST_F(LeftPage, GivesWayToThePageWhenItsDocumentIsGone)
+{
+    read("LongChapters", 0);
+    const auto left = leave();
+    ASSERT_TRUE(removeItem(book()->files().at(0).path()));
+    openAgain();
+    EXPECT_EQ(_frames.front().differences(left), 0u);
+    ASSERT_TRUE(waitUntil([this] { return !_frames.empty() && _frames.back().isBlank(); }));
+}
+
+TEST_F(LeftPage, IsTheSameInEachTheme)
+{
+    read("LongChapters");
+    for (const int theme : { 2, 3, 1 }) {
+        window().colorControl().setSelectedSegment(theme - 1);
+        reader().changeColor();
+        settle();
+        const auto left = leave();
+        openAgain();
+        settle();
+        rest();
+        for (const auto& each : _frames)
+            EXPECT_EQ(each.differences(left), 0u) << theme;
+    }
+}
+
+}

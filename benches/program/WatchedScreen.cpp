@@ -271,6 +271,33 @@ std::optional<double> WatchedScreen::shown(const Area& area, double quiet, doubl
     }
 }
 
+std::optional<WatchedScreen::FirstPicture> WatchedScreen::firstPicture(const Area& area, double quiet, double timeout)
+{
+    const double end = now() + timeout;
+    std::optional<FirstPicture> first;
+    std::vector<std::uint32_t> pixels;
+    std::set<std::size_t> changed;
+    // Nothing may be drawn any more once the first picture is there.
+    while (nextDrawing(first ? now() + quiet : end)) {
+        const double time = now();
+        const auto picture = take(area);
+        const auto seen = picture.pixels();
+        if (!first && !isBlank(picture)) {
+            first = FirstPicture { time, 0 };
+            pixels.assign(seen.begin(), seen.end());
+        }
+        for (std::size_t i = 0; i < pixels.size(); ++i) {
+            if (pixels[i] != seen[i])
+                changed.insert(i);
+        }
+        if (now() > end)
+            fail("the screen does not come to rest");
+    }
+    if (first)
+        first->changedPixels = changed.size();
+    return first;
+}
+
 void WatchedScreen::waitForPicture(const Area& area, double timeout)
 {
     const double end = now() + timeout;
@@ -291,6 +318,14 @@ void WatchedScreen::settle(double quiet)
 std::optional<std::size_t> WatchedScreen::look(const Area& area)
 {
     const auto picture = take(area);
+    if (isBlank(picture))
+        return std::nullopt;
+    const auto pixels = picture.pixels();
+    return std::hash<std::string_view>()({ reinterpret_cast<const char*>(pixels.data()), pixels.size_bytes() });
+}
+
+bool WatchedScreen::isBlank(const Picture& picture)
+{
     const auto pixels = picture.pixels();
     std::set<std::uint32_t> colors;
     std::uint32_t last = ~pixels.front();
@@ -299,9 +334,9 @@ std::optional<std::size_t> WatchedScreen::look(const Area& area)
             continue;
         colors.insert(pixel);
         if (colors.size() == minColors)
-            return std::hash<std::string_view>()({ reinterpret_cast<const char*>(pixels.data()), pixels.size_bytes() });
+            return false;
     }
-    return std::nullopt;
+    return true;
 }
 
 std::size_t WatchedScreen::colors(const Area& area)

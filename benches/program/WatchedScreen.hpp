@@ -50,6 +50,13 @@ public:
     // The time of the last change of the area before `quiet` seconds without drawing; missing when it stays blank for
     // `timeout`.
     std::optional<double> shown(const Area& area, double quiet = 0.15, double timeout = 90);
+    // The time of the area's first picture since it was asked for, and how many of its pixels have ever been others
+    // after that, until nothing is drawn for `quiet` seconds; missing when it stays blank for `timeout`.
+    struct FirstPicture {
+        double time;
+        std::size_t changedPixels;
+    };
+    std::optional<FirstPicture> firstPicture(const Area& area, double quiet, double timeout = 90);
     // Waits until the area is no longer blank.
     void waitForPicture(const Area& area, double timeout = 60);
     // Waits until drawing stops.
@@ -67,6 +74,7 @@ private:
     std::string activeTitle();
     bool isPlaced(Window window, const Area& area);
     std::optional<std::size_t> look(const Area& area);
+    static bool isBlank(const Picture& picture);
 
     std::unique_ptr<Display, int (*)(Display*)> _display;
     Window _root;

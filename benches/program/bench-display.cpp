@@ -3,6 +3,7 @@
 
 #include "AwakeProcessors.hpp"
 #include "Program.hpp"
+#include "ShownLibrary.hpp"
 #include "WatchedScreen.hpp"
 
 #include <algorithm>
@@ -22,108 +23,10 @@ using namespace pagora::bench;
 namespace fs = std::filesystem;
 
 constexpr int runs = 9;
-constexpr Area screenArea { 0, 0, 1280, 860 };
-// The area of the page in a maximized window, and a part of it that nothing overlaps.
-constexpr Area pageView { 264, 54, 1016, 771 };
-constexpr Area pageArea { 330, 100, 880, 640 };
-// The area of the first covers, and of the first one.
-constexpr Area coverArea { 20, 70, 900, 600 };
-constexpr Area firstCover { 60, 120, 80, 120 };
-
 // The program's default text size, as a multiple of the engine's.
 constexpr const char* textSize = "1.75";
 
-std::string dataFolder;
-
-double part(std::vector<double> values, double fraction)
-{
-    std::sort(values.begin(), values.end());
-    const auto last = static_cast<double>(values.size() - 1);
-    return values.at(static_cast<std::size_t>(fraction * last + 0.5));
-}
-double median(const std::vector<double>& values)
-{
-    return part(values, 0.5);
-}
-
-void run(const std::string& command)
-{
-    if (std::system(command.c_str()) != 0)
-        fail("this failed: " + command);
-}
-
-std::string made(const std::string& kind)
-{
-    const std::string path = dataFolder + "/" + kind + ".epub";
-    if (!fs::exists(path))
-        run('"' + programFolder() + "/bench-data\" " + kind + " \"" + dataFolder + '"');
-    return path;
-}
-
-Program startPagora(const std::string& home, const std::vector<std::string>& files = {})
-{
-    return Program(programFolder() + "/pagora", files, home);
-}
-
-std::string newHome(const std::string& name)
-{
-    const std::string home = dataFolder + "/" + name;
-    fs::create_directories(home);
-    return home;
-}
-
-double shownOrFail(WatchedScreen& screen, const Area& area, double quiet, const std::string& what)
-{
-    const auto time = screen.shown(area, quiet);
-    if (!time)
-        fail(what + " does not appear");
-    return *time;
-}
-
-// A shown library with one book.
-struct Library {
-    Library(WatchedScreen& screen, const std::string& kind, std::string bookTitle)
-        : home(newHome("home-" + kind))
-        , title("Pagora - " + std::move(bookTitle))
-        , program(startPagora(home, { made(kind), made(kind == "fixed" ? "chapter-50k" : "fixed") }))
-    {
-        screen.waitForWindow("Pagora");
-        screen.placeWindow(screenArea);
-        screen.waitForPicture(firstCover);
-        screen.settle(1);
-    }
-
-    // Opens the book and returns how long the page took to appear, in milliseconds.
-    double open(WatchedScreen& screen)
-    {
-        screen.pointAt(firstCover.x + firstCover.width / 2, firstCover.y + firstCover.height / 2);
-        screen.settle();
-        const double asked = screen.click(2);
-        const double page = shownOrFail(screen, pageArea, 0.5, "the page");
-        screen.waitForWindow(title);
-        screen.pointAt(700, 845);
-        screen.settle();
-        return (page - asked) * 1000;
-    }
-
-    // Closes the book and returns the time until the library appeared.
-    double close(WatchedScreen& screen)
-    {
-        screen.forget();
-        const double asked = screen.press(XK_w, XK_Control_L);
-        const double library = shownOrFail(screen, coverArea, 0.3, "the library");
-        screen.waitForWindow("Pagora");
-        return (library - asked) * 1000;
-    }
-
-    void forgetUnpacked() const { fs::remove_all(home + "/.cache/org.pagora.Pagora/_books"); }
-
-    std::string home;
-    std::string title;
-    Program program;
-};
-
-// A chapter of a made book as laid out by the program.
+// A chapter of a made book, as it is once the program has laid it out.
 std::string preparedChapter(const std::string& kind, int number)
 {
     const std::string folder = dataFolder + "/prepared-" + kind;
@@ -142,7 +45,8 @@ std::string preparedChapter(const std::string& kind, int number)
     return path;
 }
 
-// The time in milliseconds until a plain page appears in another window at the place of the program's page.
+// How long a bare page takes to appear, in milliseconds, in a window of its own over the place where the program has
+// its page.
 double bareLoad(WatchedScreen& screen, const std::string& file)
 {
     const Program program(programFolder() + "/floor_page",
@@ -155,7 +59,7 @@ double bareLoad(WatchedScreen& screen, const std::string& file)
     return (shownOrFail(screen, pageArea, 0.5, "the bare page") - asked) * 1000;
 }
 
-// The median ratio of the measured time to the floor's time, measured alternately after a warm-up.
+// The median of the ratios of what is measured to what the floor takes, in turns after a warm-up of both.
 double ratioToFloor(
     WatchedScreen& screen, const std::string& file, Window window, const std::function<double()>& measured)
 {
@@ -174,7 +78,7 @@ double ratioToFloor(
 
 double openRatioToFloor(WatchedScreen& screen)
 {
-    Library library(screen, "chapter-500k", "A Chapter of 500 kB");
+    ShownLibrary library(screen, "chapter-500k", "A Chapter of 500 kB");
     const auto window = screen.activeWindow();
     return ratioToFloor(screen, preparedChapter("chapter-500k", 1), window, [&] {
         library.forgetUnpacked();
@@ -186,7 +90,7 @@ double openRatioToFloor(WatchedScreen& screen)
 
 double openWarm(WatchedScreen& screen)
 {
-    Library library(screen, "chapter-50k", "Chapters of 50 kB");
+    ShownLibrary library(screen, "chapter-50k", "Chapters of 50 kB");
     std::vector<double> times;
     for (int i = 0; i <= runs; ++i) {
         times.push_back(library.open(screen));
@@ -204,10 +108,10 @@ struct Idleness {
 // The cost of an idle second with an open book.
 Idleness idle(WatchedScreen& screen)
 {
-    Library library(screen, "chapter-50k", "Chapters of 50 kB");
+    ShownLibrary library(screen, "chapter-50k", "Chapters of 50 kB");
     library.open(screen);
     screen.press(XK_Right);
-    // The program's preparations have ended by then.
+    // What the program prepares ahead is done by then.
     std::this_thread::sleep_for(std::chrono::seconds(20));
     constexpr double seconds = 60;
     const auto before = library.program.activity();
@@ -218,7 +122,7 @@ Idleness idle(WatchedScreen& screen)
 
 double reopen(WatchedScreen& screen)
 {
-    Library library(screen, "chapter-50k", "Chapters of 50 kB");
+    ShownLibrary library(screen, "chapter-50k", "Chapters of 50 kB");
     std::vector<double> times;
     for (int i = 0; i <= runs; ++i) {
         library.open(screen);
@@ -228,13 +132,35 @@ double reopen(WatchedScreen& screen)
     return median(times);
 }
 
+// How long the picture of a page that was left takes, and the most pixels that ever changed when the page came.
+WatchedScreen::FirstPicture reopenPage(WatchedScreen& screen)
+{
+    std::vector<double> times;
+    std::size_t changed = 0;
+    for (const auto& [kind, title] : std::map<std::string, std::string> {
+             { "chapter-50k", "Chapters of 50 kB" }, { "chapter-500k", "A Chapter of 500 kB" } }) {
+        ShownLibrary library(screen, kind, title);
+        library.open(screen);
+        for (int i = 0; i <= runs; ++i) {
+            screen.press(XK_Right);
+            screen.settle(1);
+            library.close(screen);
+            const auto first = library.openAgain(screen);
+            changed = std::max(changed, first.changedPixels);
+            if (i > 0)
+                times.push_back(first.time);
+        }
+    }
+    return { median(times), changed };
+}
+
 const std::vector<KeySym> onAndBack { XK_Right, XK_Right, XK_Right, XK_Left };
 
-// Turns pages with the given sequence of keys, repeatedly, and returns the time of each turn.
+// Turns pages, in the given order of keys again and again, and returns how long each took to appear.
 std::vector<double> turns(WatchedScreen& screen, const std::string& kind, const std::string& title,
     const std::vector<KeySym>& keys, double pause)
 {
-    Library library(screen, kind, title);
+    ShownLibrary library(screen, kind, title);
     library.open(screen);
     std::vector<double> times;
     constexpr std::size_t count = 40, warmUp = 4;
@@ -249,7 +175,7 @@ std::vector<double> turns(WatchedScreen& screen, const std::string& kind, const 
 
 double chapterRatioToFloor(WatchedScreen& screen)
 {
-    Library library(screen, "chapter-50k", "Chapters of 50 kB");
+    ShownLibrary library(screen, "chapter-50k", "Chapters of 50 kB");
     const auto window = screen.activeWindow();
     library.open(screen);
     return ratioToFloor(screen, preparedChapter("chapter-50k", 2), window, [&] {
@@ -286,16 +212,22 @@ Launch launch(WatchedScreen& screen, const std::string& count)
     return { median(times), median(memory) };
 }
 
-Launch openFile(WatchedScreen& screen)
+// `Again`: with the picture of the page on which it was left.
+enum class Reading : bool { First, Again };
+
+Launch openFile(WatchedScreen& screen, Reading reading)
 {
-    const std::string home = newHome("home-file");
+    const std::string home = newHome(reading == Reading::First ? "home-file" : "home-file-again");
     const std::string book = made("chapter-50k");
     std::vector<double> times, memory;
     for (int i = 0; i <= 5; ++i) {
+        if (reading == Reading::First)
+            fs::remove_all(home + pictures);
         screen.settle(0.5);
         screen.forget();
         const auto program = startPagora(home, { book });
-        const double painted = shownOrFail(screen, screenArea, 1, "the page");
+        const auto& area = reading == Reading::First ? screenArea : middleOfPage;
+        const double painted = shownOrFail(screen, area, 1, "the page");
         screen.waitForWindow("Pagora - Chapters of 50 kB");
         times.push_back((painted - program.started()) * 1000);
         memory.push_back(program.proportionalMemory());
@@ -326,16 +258,23 @@ int main(int count, char** arguments)
         values["launch.ms_" + size] = time;
         values["launch.rss_mb_" + size] = memory;
     }
-    if (isWanted("openfile")) {
-        const auto [time, memory] = openFile(screen);
+    if (isWanted("openfile.")) {
+        const auto [time, memory] = openFile(screen, Reading::First);
         values["openfile.ms"] = time;
         values["openfile.rss_mb"] = memory;
+    }
+    if (isWanted("openfile_again"))
+        values["openfile_again.ms"] = openFile(screen, Reading::Again).time;
+    if (isWanted("reopen_page") || isWanted("first_change")) {
+        const auto [time, changed] = reopenPage(screen);
+        values["reopen_page.ms"] = time;
+        values["first_change.pixels"] = static_cast<double>(changed);
     }
     if (isWanted("open.ratio"))
         values["open.ratio_to_floor"] = openRatioToFloor(screen);
     if (isWanted("open.ms_warm"))
         values["open.ms_warm"] = openWarm(screen);
-    if (isWanted("reopen"))
+    if (isWanted("reopen."))
         values["reopen.ms"] = reopen(screen);
     if (isWanted("idle")) {
         const auto [wakeups, processorTime] = idle(screen);

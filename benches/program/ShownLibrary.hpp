@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Program.hpp"
+#include "WatchedScreen.hpp"
+
+#include <string>
+#include <vector>
+
+namespace pagora::bench {
+
+constexpr Area screenArea { 0, 0, 1280, 860 };
+// Where the page is in a window that fills the screen, and a part of it in which nothing else is ever drawn.
+constexpr Area pageView { 264, 54, 1016, 771 };
+constexpr Area pageArea { 330, 100, 880, 640 };
+// A part of the page in a window of any size, where a library of a few books has no cover.
+constexpr Area middleOfPage { 560, 300, 300, 300 };
+// The first covers, and the first of them.
+constexpr Area coverArea { 20, 70, 900, 600 };
+constexpr Area firstCover { 60, 120, 80, 120 };
+
+// Where the pictures of the pages are kept on which books were left, in a home folder.
+constexpr const char* pictures = "/.local/share/org.pagora.Pagora/pages";
+
+// The folder for made books and home folders. Set once.
+extern std::string dataFolder;
+
+// The value below which this fraction of the values is.
+double part(std::vector<double> values, double fraction);
+double median(const std::vector<double>& values);
+
+void run(const std::string& command);
+// The archive of a made book, made at the first call.
+std::string made(const std::string& kind);
+std::string newHome(const std::string& name);
+Program startPagora(const std::string& home, const std::vector<std::string>& files = {});
+double shownOrFail(WatchedScreen& screen, const Area& area, double quiet, const std::string& what);
+
+// A library of one book and another, which is on the screen.
+struct ShownLibrary {
+    ShownLibrary(WatchedScreen& screen, const std::string& kind, std::string bookTitle);
+
+    // Opens the book and returns how long the page took to appear, in milliseconds: the page itself, not its picture.
+    double open(WatchedScreen& screen);
+    // The same for the first picture of the page that was left, and how many pixels of it change later.
+    WatchedScreen::FirstPicture openAgain(WatchedScreen& screen);
+    // Closes the book and returns how long the library took to appear.
+    double close(WatchedScreen& screen);
+    void forgetUnpacked() const;
+
+    std::string home;
+    std::string title;
+    Program program;
+
+private:
+    double doubleClick(WatchedScreen& screen);
+    void leavePointer(WatchedScreen& screen);
+};
+
+}

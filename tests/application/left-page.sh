@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# The page on which a book was left is seen before the page engine has drawn anything: its processes stand still meanwhile.
+# Keys are answered in order once they go on, and a book is closed without them.
+set -euo pipefail
+. "$(dirname "$0")/../drive/drive.sh"
+. "$here/drive-names.sh"
+
+# The processes that draw pages, below the program.
+engine_processes() {
+    ps -eo pid=,ppid=,comm= | awk -v "ancestor=$program" '
+        { parent[$1] = $2; name[$1] = $3 }
+        END {
+            for (process in parent) {
+                above = process
+                while (above > 1 && above != ancestor) above = parent[above]
+                if (above == ancestor && name[process] ~ /^WebKitWebProces/) print process
+            }
+        }'
+}
+engine_is_there() { [ -n "$(engine_processes)" ]; }
+stop_engine() {
+    within 20 engine_is_there
+    # What is prepared for the next book is done by then.
+    settle
+    # shellcheck disable=SC2046
+    kill -STOP $(engine_processes)
+}
+let_engine_go_on() {
+    # shellcheck disable=SC2046
+    kill -CONT $(engine_processes)
+}
+picture_is_kept() { [ -n "$(find "$HOME/.local/share/org.pagora.Pagora/pages" -name "*.page")" ]; }
+page_is() { [ "$(page_now)" = "$1" ]; }
+first_book() { double_press "The Lantern Keeper, Ada Marlow*" cell; }
+leave() {
+    key ctrl+w
+    within 20 window_is Pagora
+    within 20 picture_is_kept
+}
+
+start_with 0
+fill
+settle
+first_book
+move 640 845
+reads "The Lantern Keeper"
+first=$(page_now)
+turn Right
+second=$(page_now)
+turn Right
+left=$(page_now)
+picture left
+leave
+
+stop_engine
+first_book
+move 640 845
+within 10 page_is "$left"
+save_screen "$pictures/before-the-engine.png"
+window_is "Pagora - The Lantern Keeper" || fail "another book is open"
+key Left Left Right
+settle
+page_is "$left" || fail "a key was answered before the page was there"
+let_engine_go_on
+within 60 page_is "$second"
+turn Left
+page_is "$first" || fail "the keys were not answered in order"
+turn Right
+leave
+
+stop_engine
+first_book
+within 10 page_is "$second"
+key ctrl+w
+within 10 window_is Pagora
+first_book
+move 640 845
+reads "The Lantern Keeper"
+within 60 page_is "$second"
+
+key ctrl+w
+within 20 window_is Pagora
+key ctrl+q
+within 20 ended
+program=

@@ -33,8 +33,7 @@ Url asTheEngineSpells(const Url& url)
 
 PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout, Start start)
     : _view(std::move(view))
-    , _timeout(scriptTimeout)
-    , _documentTimeout(scriptTimeout)
+    , _timeouts { scriptTimeout, scriptTimeout }
     , _reports(kind == PageKind::Fixed ? LoadReports::ClosingReport::Yes : LoadReports::ClosingReport::No)
     , _scripts(
           _view.get(), scriptTimeout, [this] { restartEngine(); },
@@ -124,12 +123,12 @@ void PageView::begin(const Url& url)
     std::error_code unknown;
     const auto bytes = file ? std::filesystem::file_size(file->path, unknown) : 0;
     const double more = unknown ? 0 : secondsPerMegabyte * static_cast<double>(bytes) / 1e6;
-    _documentTimeout = std::max(_timeout, std::min(_timeout + more, maxDocumentTimeout));
-    _scripts.setTimeout(_documentTimeout);
+    _timeouts.document = std::max(_timeouts.script, std::min(_timeouts.script + more, maxDocumentTimeout));
+    _scripts.setTimeout(_timeouts.document);
     coverUntilPrepared();
     _stage = Stage::Waiting;
     if (_isWarmingUp)
-        warmUpNoLongerThan(_timeout);
+        warmUpNoLongerThan(_timeouts.script);
     startWhenReady();
 }
 
@@ -175,7 +174,7 @@ void PageView::start()
     // A page whose scripts never end would block the next load.
     _loadTimer.disconnect();
     if (_target->isFile())
-        restartEngineAfter(_timeout);
+        restartEngineAfter(_timeouts.script);
     loadFresh();
 }
 
@@ -216,7 +215,7 @@ void PageView::expectDocument()
 {
     _loadTimer.disconnect();
     if (_content.allowsScripts())
-        restartEngineAfter(_documentTimeout);
+        restartEngineAfter(_timeouts.document);
 }
 
 void PageView::restartEngineAfter(double seconds)
@@ -347,7 +346,7 @@ void PageView::setHidden(bool hidden)
 void PageView::coverUntilPrepared()
 {
     if (_content.kind() == PageKind::Columns)
-        _curtain.cover(_shown ? PageCover::Show::LastPicture : PageCover::Show::Nothing, _documentTimeout);
+        _curtain.cover(_shown ? PageCover::Show::LastPicture : PageCover::Show::Nothing, _timeouts.document);
 }
 
 void PageView::numberScripts()

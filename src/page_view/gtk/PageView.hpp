@@ -134,9 +134,12 @@ private:
     friend struct PageViewSignals;
 
     GObjectPtr<WebKitWebView> _view;
-    // Timeouts in seconds: of a script, and of the current document, which depends on its size.
-    double _timeout;
-    double _documentTimeout;
+    // In seconds. That of the current document depends on its size.
+    struct Timeouts {
+        double script;
+        double document;
+    };
+    Timeouts _timeouts;
     LoadReports _reports;
     // Limits the messages of the page.
     MessageBudget _budget;

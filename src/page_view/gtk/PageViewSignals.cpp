@@ -349,7 +349,7 @@ void PageView::documentComplete()
                 _reports.everythingFinished(load);
                 return false;
             },
-            static_cast<unsigned>(_timeout * 1000));
+            static_cast<unsigned>(_timeouts.script * 1000));
     }
     _reports.documentComplete(load);
 }
@@ -373,7 +373,7 @@ void PageView::showForgivingly()
     _reports.forgetResources();
     _pageStart.isShownAtOnce = false;
     coverUntilPrepared();
-    restartEngineAfter(_timeout);
+    restartEngineAfter(_timeouts.script);
     GBytes* bytes = g_bytes_new(page->html.data(), page->html.size());
     webkit_web_view_load_bytes(_view.get(), bytes, "text/html", page->encoding.c_str(), _target->text().c_str());
     g_bytes_unref(bytes);

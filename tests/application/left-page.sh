@@ -5,6 +5,9 @@ set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-names.sh"
 
+# A part of the page that the sign over a page that is being loaded leaves free.
+page_now() { seen 330 120 380 250; }
+
 # The processes that draw pages, below the program.
 engine_processes() {
     ps -eo pid=,ppid=,comm= | awk -v "ancestor=$program" '

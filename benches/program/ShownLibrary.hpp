@@ -9,22 +9,22 @@
 namespace pagora::bench {
 
 constexpr Area screenArea { 0, 0, 1280, 860 };
-// Where the page is in a window that fills the screen, and a part of it in which nothing else is ever drawn.
+// The area of the page in a maximized window, and a part of it that nothing overlaps.
 constexpr Area pageView { 264, 54, 1016, 771 };
 constexpr Area pageArea { 330, 100, 880, 640 };
 // A part of the page in a window of any size, where a library of a few books has no cover.
 constexpr Area middleOfPage { 560, 300, 300, 300 };
-// The first covers, and the first of them.
+// The area of the first covers, and of the first one.
 constexpr Area coverArea { 20, 70, 900, 600 };
 constexpr Area firstCover { 60, 120, 80, 120 };
 
-// Where the pictures of the pages are kept on which books were left, in a home folder.
+// The folder of the kept pictures of pages in a home folder.
 constexpr const char* pictures = "/.local/share/org.pagora.Pagora/pages";
 
 // The folder for made books and home folders. Set once.
 extern std::string dataFolder;
 
-// The value below which this fraction of the values is.
+// The quantile of the values.
 double part(std::vector<double> values, double fraction);
 double median(const std::vector<double>& values);
 
@@ -35,7 +35,7 @@ std::string newHome(const std::string& name);
 Program startPagora(const std::string& home, const std::vector<std::string>& files = {});
 double shownOrFail(WatchedScreen& screen, const Area& area, double quiet, const std::string& what);
 
-// A library of one book and another, which is on the screen.
+// A shown library with two books.
 struct ShownLibrary {
     ShownLibrary(WatchedScreen& screen, const std::string& kind, std::string bookTitle);
 
@@ -43,7 +43,7 @@ struct ShownLibrary {
     double open(WatchedScreen& screen);
     // The same for the first picture of the page that was left, and how many pixels of it change later.
     WatchedScreen::FirstPicture openAgain(WatchedScreen& screen);
-    // Closes the book and returns how long the library took to appear.
+    // Closes the book and returns the time until the library appeared.
     double close(WatchedScreen& screen);
     void forgetUnpacked() const;
 

@@ -14,6 +14,7 @@
 #include <sys/shm.h>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace pagora::bench {
 

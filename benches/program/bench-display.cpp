@@ -26,7 +26,7 @@ constexpr int runs = 9;
 // The program's default text size, as a multiple of the engine's.
 constexpr const char* textSize = "1.75";
 
-// A chapter of a made book, as it is once the program has laid it out.
+// A chapter of a made book as laid out by the program.
 std::string preparedChapter(const std::string& kind, int number)
 {
     const std::string folder = dataFolder + "/prepared-" + kind;
@@ -45,8 +45,7 @@ std::string preparedChapter(const std::string& kind, int number)
     return path;
 }
 
-// How long a bare page takes to appear, in milliseconds, in a window of its own over the place where the program has
-// its page.
+// The time in milliseconds until a plain page appears in another window at the place of the program's page.
 double bareLoad(WatchedScreen& screen, const std::string& file)
 {
     const Program program(programFolder() + "/floor_page",
@@ -59,7 +58,7 @@ double bareLoad(WatchedScreen& screen, const std::string& file)
     return (shownOrFail(screen, pageArea, 0.5, "the bare page") - asked) * 1000;
 }
 
-// The median of the ratios of what is measured to what the floor takes, in turns after a warm-up of both.
+// The median ratio of the measured time to the floor's time, measured alternately after a warm-up.
 double ratioToFloor(
     WatchedScreen& screen, const std::string& file, Window window, const std::function<double()>& measured)
 {
@@ -111,7 +110,7 @@ Idleness idle(WatchedScreen& screen)
     ShownLibrary library(screen, "chapter-50k", "Chapters of 50 kB");
     library.open(screen);
     screen.press(XK_Right);
-    // What the program prepares ahead is done by then.
+    // The program's preparations have ended by then.
     std::this_thread::sleep_for(std::chrono::seconds(20));
     constexpr double seconds = 60;
     const auto before = library.program.activity();
@@ -132,7 +131,7 @@ double reopen(WatchedScreen& screen)
     return median(times);
 }
 
-// How long the picture of a page that was left takes, and the most pixels that ever changed when the page came.
+// The time until the picture of a page that was left appears, and the maximum number of pixels that the page changes.
 WatchedScreen::FirstPicture reopenPage(WatchedScreen& screen)
 {
     std::vector<double> times;
@@ -154,7 +153,7 @@ WatchedScreen::FirstPicture reopenPage(WatchedScreen& screen)
     return { median(times), changed };
 }
 
-// How long the first page of a chapter of 8 MB takes to appear, in a book that is opened for the first time.
+// The time until the first page of a chapter of 8 MB appears, in a book that is opened for the first time.
 double firstPageOf8Megabytes(WatchedScreen& screen)
 {
     std::vector<double> times;
@@ -172,7 +171,7 @@ double firstPageOf8Megabytes(WatchedScreen& screen)
 
 const std::vector<KeySym> onAndBack { XK_Right, XK_Right, XK_Right, XK_Left };
 
-// Turns pages, in the given order of keys again and again, and returns how long each took to appear.
+// Turns pages with the given sequence of keys, repeatedly, and returns the time of each turn.
 std::vector<double> turns(WatchedScreen& screen, const std::string& kind, const std::string& title,
     const std::vector<KeySym>& keys, double pause)
 {
@@ -228,7 +227,7 @@ Launch launch(WatchedScreen& screen, const std::string& count)
     return { median(times), median(memory) };
 }
 
-// `Again`: with the picture of the page on which it was left.
+// `Again` shows the picture of the page on which the book was left.
 enum class Reading : bool { First, Again };
 
 Launch openFile(WatchedScreen& screen, Reading reading)

@@ -1,10 +1,10 @@
 #include "app/BookClosing.hpp"
 
 #include "app/LeftPage.hpp"
-#include "app/ReadingHistory.hpp"
 #include "base/Log.hpp"
 #include "base/Numbers.hpp"
 #include "catalogue/CatalogueEntry.hpp"
+#include "catalogue/ReadingHistory.hpp"
 
 namespace pagora {
 

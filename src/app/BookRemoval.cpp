@@ -1,8 +1,8 @@
 #include "app/BookRemoval.hpp"
 
-#include "app/PendingRemovals.hpp"
 #include "base/Path.hpp"
 #include "base/Translation.hpp"
+#include "catalogue/PendingRemovals.hpp"
 #include "files/Files.hpp"
 
 #include <algorithm>

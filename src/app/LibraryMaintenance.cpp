@@ -1,10 +1,10 @@
 #include "app/LibraryMaintenance.hpp"
 
 #include "app/LibraryFiles.hpp"
-#include "app/PendingRemovals.hpp"
 #include "base/Log.hpp"
 #include "base/Path.hpp"
 #include "base/Translation.hpp"
+#include "catalogue/PendingRemovals.hpp"
 #include "files/CopyIntoFolder.hpp"
 #include "files/Files.hpp"
 

@@ -1,10 +1,10 @@
 #include "app/MainController.hpp"
 
 #include "app/Guide.hpp"
-#include "app/ReadingHistory.hpp"
 #include "base/Log.hpp"
 #include "base/Path.hpp"
 #include "base/Translation.hpp"
+#include "catalogue/ReadingHistory.hpp"
 
 namespace pagora {
 

@@ -1,9 +1,9 @@
 #include "app/StartUp.hpp"
 
 #include "app/LibraryFiles.hpp"
-#include "app/PendingRemovals.hpp"
 #include "base/Log.hpp"
 #include "base/Path.hpp"
+#include "catalogue/PendingRemovals.hpp"
 #include "files/Files.hpp"
 
 namespace pagora {

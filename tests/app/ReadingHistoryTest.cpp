@@ -1,4 +1,4 @@
-#include "app/ReadingHistory.hpp"
+#include "catalogue/ReadingHistory.hpp"
 
 #include "tests/app/Program.hpp"
 

@@ -1,4 +1,4 @@
-#include "app/PendingRemovals.hpp"
+#include "catalogue/PendingRemovals.hpp"
 
 #include "base/Numbers.hpp"
 #include "catalogue/Settings.hpp"

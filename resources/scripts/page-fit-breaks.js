@@ -171,48 +171,12 @@ var pagoraFitBreaks = (function () {
         return !!lone;
     }
 
-    // By how much a float reaches below the place of the last line that its column has room for; 0 for one that ends
-    // above that place or in another column.
-    function reachBelowLastLine(strip, float, { styleOf, pixels, containerOf }) {
-        const last = Array.from(Element.prototype.getClientRects.call(float)).pop();
-        const end = Element.prototype.getBoundingClientRect.call(strip.body).top + strip.paddingTop + strip.height;
-        if (!last || last.bottom > end + 0.5)
-            return 0;
-        const text = styleOf(containerOf(float));
-        const lineTop = end - (pixels(text.lineHeight) || 1.4 * pixels(text.fontSize));
-        return Math.max(0, last.bottom + pixels(styleOf(float).marginBottom) - lineTop);
-    }
-
-    // The engine moves a line that does not fit beside a float into the next column, and leaves it as short as it was.
-    // Such lines are laid out as if the float ended above them. Says whether there may be one.
-    function freeLastLines(strip, floats, tools) {
-        return tools.step((later) => {
-            for (const float of [...floats, ...document.images]) {
-                const style = tools.styleOf(float);
-                const reach = style.float !== 'none' && style.shapeOutside === 'none' && reachBelowLastLine(strip, float, tools);
-                if (reach)
-                    later.push([float, 'ends', Math.ceil(reach) + 1]);
-            }
-        });
-    }
-
     return (strip, book, tools) => {
         if (Array.from(document.images).some(isCut))
             layOutAnew(strip.body);
         const floats = new Set(book.floats);
-        const moveAll = () => {
-            for (let round = 0; round < maxRounds && (moveCut(floats, tools)
-                | pagoraFitRows(strip, tools) | moveLoneHeading(strip, tools)); ++round) { }
-        };
-        moveAll();
-        if (!freeLastLines(strip, floats, tools))
-            return;
-        moveAll();
-        // Text would be laid out over a float that has moved.
-        for (const float of tools.all('[data-pagora-ends]')) {
-            if (!reachBelowLastLine(strip, float, tools))
-                Element.prototype.removeAttribute.call(float, 'data-pagora-ends');
-        }
+        for (let round = 0; round < maxRounds && (moveCut(floats, tools)
+            | pagoraFitRows(strip, tools) | moveLoneHeading(strip, tools)); ++round) { }
     };
 })();
 

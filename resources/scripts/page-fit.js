@@ -4,7 +4,6 @@
 //   data-pagora-alone   a float that leaves no room for text beside it: text starts below it
 //   data-pagora-block   a picture without text in its line: becomes a block, which is never divided
 //   data-pagora-inline  a float at a column's end, where it would be cut: it stands in its line
-//   data-pagora-ends    a float at a column's end: lines that do not fit below it are not shortened
 //   data-pagora-inflow  a positioned picture that covers text: is put into the flow
 //   data-pagora-fits    a picture that is wider than its container: is limited to that width
 //   data-pagora-raised  letters above or below their line: do not widen it

@@ -34,13 +34,6 @@ protected:
             == "true";
     }
     static std::string filler(int pixels) { return "<div style='height:" + std::to_string(pixels) + "px'>x</div>"; }
-    static std::string words(int count)
-    {
-        std::string words;
-        for (int i = 0; i < count; ++i)
-            words += "word ";
-        return words;
-    }
     static constexpr auto plain = "h2,p,div{margin:0} h2{font-size:20px;line-height:24px} p{line-height:20px}";
 };
 
@@ -243,22 +236,6 @@ TEST_F(PageFitTest, ABoxInARowOfBoxesIsDividedWithIt)
 {
     fit("<div style='display:flex'><div id='box' style='display:inline-block'>" + paragraphs(60) + "</div></div>", 2);
     EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('box')).display"), "block");
-}
-
-TEST_F(PageFitTest, AFloatAtAColumnsEndLeavesTheNextColumnAlone)
-{
-    // The lines at the top of the second column that begin away from its edge.
-    constexpr auto indented = "(() => { const texts = Array.from(document.querySelectorAll('p'));"
-                              "return texts.flatMap((text) => { const range = document.createRange();"
-                              "range.selectNodeContents(text); return Array.from(range.getClientRects()); })"
-                              ".filter((line) => line.top < 60 && line.left > 421 && line.left < 800).length; })()";
-    for (int above = 432; above < 452; above += 2) {
-        fit(filler(above) + "<p><img style='float:left' width='100' height='60' src='none.svg'/>" + words(60) + "</p>"
-                + paragraphs(10),
-            2, std::string(plain) + "img{margin:5px}");
-        ASSERT_EQ(number("document.images[0].getBoundingClientRect().left"), 25);
-        EXPECT_EQ(number(indented), 0) << above;
-    }
 }
 
 // 800 pixels cannot be divided into three columns in whole layout units of the engine.

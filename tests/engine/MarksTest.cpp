@@ -163,7 +163,9 @@ TEST_F(Marks, AreFoundAgainAfterEachChangeOfTheDisplay)
     reader().changeWidth();
     settle();
     expectFound();
+    const auto width = evaluate("innerWidth");
     window().window().setFrame({ 0, 0, 860, 640 });
+    ASSERT_TRUE(waitUntil([&] { return evaluate("innerWidth") != width; }));
     settle();
     expectFound();
     for (const int theme : { 2, 3, 1 }) {

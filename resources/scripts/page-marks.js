@@ -63,10 +63,9 @@ var pagoraMarks = (function () {
         return mark.range ? Array.prototype.filter.call(mark.range.getClientRects(), (box) => box.height > 0) : [];
     }
 
-    // How far along the strip a character of a mark is, and where the page that is shown begins. A place that is not seen,
-    // as in text that is hidden, is where the element around it is. Known until the layout changes.
+    // How far along the strip a character of a mark is. A place that is not seen, as in text that is hidden, is where the
+    // element around it is. Known until the layout changes.
     let isRightToLeft = false;
-    const pageStart = () => pagoraAlong(0);
     function placeAlong(place, isEnd) {
         const range = rangeAt(place, place + 1);
         const box = range && boxOf(range);
@@ -104,22 +103,26 @@ var pagoraMarks = (function () {
         return low;
     }
 
+    function withRanges(some) {
+        for (const mark of some) {
+            if (mark.range === undefined)
+                mark.range = rangeAt(mark.start, mark.end);
+        }
+        return some.filter((mark) => mark.range);
+    }
+
     function marksOnPage() {
-        if (!marks.length)
-            return [];
-        const near = pageStart();
+        // A fixed page is seen as a whole.
+        if (!pagoraLaysOut || !marks.length)
+            return withRanges(marks.slice(0, mostOnPage));
+        const near = pagoraAlong(0);
         const far = near + innerWidth;
         // Marks that begin before the page may reach into it.
         const reaches = firstIndex(0, (index) => endAlong(reaching[index]) > near);
         const begins = firstIndex(reaches, (index) => startAlong(marks[index]) >= near);
         const ends = firstIndex(begins, (index) => startAlong(marks[index]) >= far);
-        const onPage = marks.slice(reaches, begins).filter((mark) => endAlong(mark) > near)
-            .concat(marks.slice(begins, ends)).slice(0, mostOnPage);
-        for (const mark of onPage) {
-            if (mark.range === undefined)
-                mark.range = rangeAt(mark.start, mark.end);
-        }
-        return onPage.filter((mark) => mark.range);
+        return withRanges(marks.slice(reaches, begins).filter((mark) => endAlong(mark) > near)
+            .concat(marks.slice(begins, ends)).slice(0, mostOnPage));
     }
 
     // Ranges that a highlight begins with do not make the engine draw them, and a range that is added does, whether the

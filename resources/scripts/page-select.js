@@ -153,7 +153,7 @@ var pagoraSelection = (function () {
     });
     listen('pointerup', (event) => {
         isPressed = false;
-        if (event.button === 0 && pagoraLaysOut && selectedRange())
+        if (event.button === 0 && selectedRange())
             tellSoon('pointer');
     });
     listen('pointercancel', () => { isPressed = false; });
@@ -168,7 +168,7 @@ var pagoraSelection = (function () {
     return {
         // Tells the selection because a key asks for it. Whether there is one.
         ask() {
-            if (!pagoraLaysOut || !selectedRange())
+            if (!selectedRange())
                 return false;
             tellSoon('key');
             return true;

@@ -118,12 +118,14 @@ Task<void> BookOpening::run(BookInfoPtr book)
 // A book that is opened without the library keeps none.
 void BookOpening::openMarks(const BookInfo& book)
 {
-    if (!_state.reading._epubWindowController || !book.bookPath())
+    auto& reading = _state.reading;
+    if ((!reading._epubWindowController && !reading._fixedWindowController) || !book.bookPath())
         return;
     const bool isInLibrary = !isPathInside(*book.epubPath(), _state.folders.tempPath);
     const MarkedBook marked { book.isbn().value_or(""), book.title().value_or(""), book.author().value_or("") };
-    _state.reading._epubWindowController->marks().open(
-        isInLibrary ? book.epubPath() : std::nullopt, marked, *book.bookPath());
+    auto& marks = reading._epubWindowController ? reading._epubWindowController->marks()
+                                                : reading._fixedWindowController->marks();
+    marks.open(isInLibrary ? book.epubPath() : std::nullopt, marked, *book.bookPath());
 }
 
 // Shows the page list of the printed edition, and the navigation document's contents if the NCX has none. Not stored.

@@ -21,7 +21,7 @@ constexpr const char* pageScripts[] = { "jquery-1.7.1.min", "rescaling" };
 }
 
 FixedEpubController::FixedEpubController(
-    ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop, ScriptResources scripts)
+    FixedWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop, ScriptResources scripts)
     : _window(window)
     , _mainController(hub)
     , _state(state)
@@ -95,6 +95,7 @@ void FixedEpubController::showLocation()
 void FixedEpubController::load(const Url& url)
 {
     _window.setPageIsMissing(false);
+    _window.hideSelection();
     _window.setLoading(true);
     _queue.holdActions();
     _pageTimer = _runLoop.performAfterDelay(pageTimeout, [this] { _queue.releaseActions(); });
@@ -226,6 +227,7 @@ Task<void> FixedEpubController::preparePage(DataSource source)
         // The page is shown at the window's new size.
         co_await _window.window().laidOut();
     }
+    co_await paintMarks();
     co_await webView.waitUntilDrawn();
     if (source.load != webView.currentLoad())
         co_return;
@@ -236,6 +238,8 @@ Task<void> FixedEpubController::preparePage(DataSource source)
     showLocation();
     _queue.releaseActions();
     prepareNextPage();
+    if (_marks.pageIsSeen)
+        _marks.pageIsSeen();
 }
 
 void FixedEpubController::showPage(bool isMissing)
@@ -254,6 +258,11 @@ void FixedEpubController::prepareNextPage()
     for (const char* name : pageScripts)
         scripts.push_back(_scripts(name));
     scripts.insert(scripts.end(), { "init()", "scale()" });
+    _painted.ahead = std::nullopt;
+    if (auto marks = marksScript(next); !marks.empty()) {
+        scripts.push_back(std::move(marks));
+        _painted.ahead = next;
+    }
     _window.webView().prepareRequest(_bookSplits[next], scripts);
 }
 
@@ -306,6 +315,8 @@ Task<void> FixedEpubController::showMissingPage(DataSource source)
         showPage(true);
         showLocation();
         prepareNextPage();
+        if (_marks.pageIsSeen)
+            _marks.pageIsSeen();
     }
     _window.setLoading(false);
     _queue.releaseActions();

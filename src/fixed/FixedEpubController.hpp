@@ -2,6 +2,7 @@
 
 #include "contents/ContentsPane.hpp"
 #include "contents/SplitRules.hpp"
+#include "notebook/MarkedReader.hpp"
 #include "page/WebView.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/JumpHistory.hpp"
@@ -28,10 +29,10 @@ using ScriptResources = std::function<std::string(const std::string& name)>;
 // The fixed-layout reader: every file of the reading order is one page, scaled to the window by the program's scripts.
 // Actions of the user and reports of the page run one after another on its queue. Owned by its window controller. Main
 // thread.
-class FixedEpubController : public WebViewDelegate, public ContentsDelegate {
+class FixedEpubController : public WebViewDelegate, public ContentsDelegate, public MarkedReader {
 public:
     FixedEpubController(
-        ReaderWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop, ScriptResources scripts);
+        FixedWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop, ScriptResources scripts);
     ~FixedEpubController() override;
 
     // Opens a book at its first page: its page files as file URLs in reading order, and its contents.
@@ -54,8 +55,8 @@ public:
     void scrollWheelBegan(double deltaX);
     void toggleLeftView() { _splitRules.toggleLeftView(); }
 
-    const std::vector<Url>& bookSplits() const { return _bookSplits; }
-    std::uint64_t activeSplitIndex() const { return _activeSplitIndex; }
+    const std::vector<Url>& bookSplits() const override { return _bookSplits; }
+    std::uint64_t activeSplitIndex() const override { return _activeSplitIndex; }
     void setActiveSplitIndex(std::uint64_t index) { _activeSplitIndex = index; }
     ContentsPane& contentsPane() { return _contentsPane; }
     // Whether no action, report or page is still under way.
@@ -70,8 +71,26 @@ public:
     void didCommitLoad(const DataSource& source) override;
     void didResize() override;
     void pageFollowsLink() override { leavePage(); }
+    void selectionDidChange(const std::optional<PageSelection>& selection) override;
+    void pressesMark(const PressedMark& mark) override;
+
+    // Each page is a chapter of the marks.
+    std::vector<std::string> chapterNames() override;
+    void setMarks(MarksHooks marks) override { _marks = std::move(marks); }
+    void runChapterScript() override;
+    void ask(std::string script, std::function<void(std::int64_t)> answer) override;
+    void askText(std::string script, std::function<void(const std::string&)> answer) override;
+    void goToMark(const MarkAnchor& anchor) override;
+    // Shows what can be done with the selected text, hides it again, and copies the text.
+    void askForSelection();
+    void endSelection();
+    void copySelection();
 
 private:
+    // What paints the marks of a page; empty where it has none.
+    std::string marksScript(std::uint64_t page) const;
+    Task<void> paintMarks();
+    Task<void> copySelectedText();
     // A jump is about to leave the page.
     void leavePage();
     void takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&));
@@ -93,7 +112,7 @@ private:
     // Prepares the page that the user is likely to turn to.
     void prepareNextPage();
 
-    ReaderWindow& _window;
+    FixedWindow& _window;
     ReaderHub& _mainController;
     ReaderState& _state;
     RunLoop& _runLoop;
@@ -124,6 +143,14 @@ private:
     Panes _panes;
     LeavingLinks _leavingLinks;
     std::unique_ptr<RunLoop::Timer> _pageTimer;
+    MarksHooks _marks;
+    // Marks are painted in the page that is shown, and in the one that is prepared.
+    struct {
+        bool isHere = false;
+        std::optional<std::uint64_t> ahead;
+    } _painted;
+    // What the page was asked of its selected text last.
+    Task<void> _asking;
 
     SplitRules _splitRules;
     // Last, so that pending work ends before the members that it uses.

@@ -5,15 +5,22 @@
 namespace pagora {
 
 FixedLayoutWindowController::FixedLayoutWindowController(
-    std::unique_ptr<ReaderWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub, ScriptResources scripts)
+    std::unique_ptr<FixedWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub, ScriptResources scripts)
     : _window(std::move(layout))
     , _mainController(hub)
     , _controller(std::make_unique<FixedEpubController>(*_window, hub, state, runLoop, std::move(scripts)))
+    , _marks(std::make_unique<BookMarks>(*_controller, *_window, runLoop))
 {
     connect();
 }
 
 FixedLayoutWindowController::~FixedLayoutWindowController() = default;
+
+void FixedLayoutWindowController::set_fixedController(std::unique_ptr<FixedEpubController> controller)
+{
+    _marks = nullptr;
+    _controller = std::move(controller);
+}
 
 void FixedLayoutWindowController::connect()
 {
@@ -41,6 +48,9 @@ void FixedLayoutWindowController::connect()
     actions.goToPage = withReader([](FixedEpubController& reader, std::int64_t page) { reader.goToPageNumber(page); });
     actions.goBack = withReader([](FixedEpubController& reader) { reader.goBack(); });
     actions.goOn = withReader([](FixedEpubController& reader) { reader.goOn(); });
+    actions.askForSelection = withReader([](FixedEpubController& reader) { reader.askForSelection(); });
+    actions.endSelection = withReader([](FixedEpubController& reader) { reader.endSelection(); });
+    actions.copySelection = withReader([](FixedEpubController& reader) { reader.copySelection(); });
     _window->setActions(std::move(actions));
 }
 

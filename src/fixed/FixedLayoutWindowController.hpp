@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fixed/FixedEpubController.hpp"
+#include "notebook/BookMarks.hpp"
 #include "reader/EpubWindow.hpp"
 #include "reader/ReaderHub.hpp"
 
@@ -12,7 +13,7 @@ namespace pagora {
 // drops it at closing. Main thread.
 class FixedLayoutWindowController {
 public:
-    FixedLayoutWindowController(std::unique_ptr<ReaderWindow> layout, ReaderState& state, RunLoop& runLoop,
+    FixedLayoutWindowController(std::unique_ptr<FixedWindow> layout, ReaderState& state, RunLoop& runLoop,
         ReaderHub& hub, ScriptResources scripts);
     ~FixedLayoutWindowController();
 
@@ -23,16 +24,20 @@ public:
     void setLoading() { _window->setLoading(true); }
     // Null once the reading has ended.
     FixedEpubController* _fixedController() { return _controller.get(); }
-    void set_fixedController(std::unique_ptr<FixedEpubController> controller) { _controller = std::move(controller); }
+    void set_fixedController(std::unique_ptr<FixedEpubController> controller);
+    // While it is read.
+    BookMarks& marks() { return *_marks; }
 
     void closeEPUB() { _mainController._closeEPUB(); }
 
 private:
     void connect();
 
-    std::unique_ptr<ReaderWindow> _window;
+    std::unique_ptr<FixedWindow> _window;
     ReaderHub& _mainController;
     std::unique_ptr<FixedEpubController> _controller;
+    // Null once the reading has ended.
+    std::unique_ptr<BookMarks> _marks;
 };
 
 }

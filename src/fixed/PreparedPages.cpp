@@ -45,9 +45,19 @@ public:
     {
         note([](WebViewDelegate& delegate) { delegate.pageFollowsLink(); });
     }
+    void selectionDidChange(const std::optional<PageSelection>& selection) override
+    {
+        if (isShown())
+            _pages._delegate->selectionDidChange(selection);
+    }
+    void pressesMark(const PressedMark& mark) override
+    {
+        if (isShown())
+            _pages._delegate->pressesMark(mark);
+    }
     void didResize() override
     {
-        if (this == _pages._sides[_pages._shown].get() && _pages._delegate)
+        if (isShown())
             _pages._delegate->didResize();
     }
 
@@ -59,6 +69,7 @@ private:
         _pages.report(*this, source.load,
             [this, report, source](WebViewDelegate& delegate) { (delegate.*report)(_pages.inOrder(source)); });
     }
+    bool isShown() const { return this == _pages._sides[_pages._shown].get() && _pages._delegate; }
     void note(const Report& report) { _pages.report(*this, view->currentLoad(), report); }
 
     PreparedPages& _pages;

@@ -119,6 +119,14 @@ public:
     virtual std::vector<std::string> availableFontFamilies() const = 0;
 };
 
+// The layout "FixedLayout".
+class FixedWindow : public ReaderWindow, public MarksWindow {
+public:
+    // Shows what can be done with the selected text, beside it.
+    virtual void showSelection(const PageSelection& selection) = 0;
+    virtual void hideSelection() = 0;
+};
+
 // Makes reader windows from their layouts.
 class ReaderWindowFactory {
 public:
@@ -126,7 +134,7 @@ public:
     // The layout "EpubWindow".
     virtual std::unique_ptr<EpubWindow> makeEpubWindow() = 0;
     // The layout "FixedLayout".
-    virtual std::unique_ptr<ReaderWindow> makeFixedWindow() = 0;
+    virtual std::unique_ptr<FixedWindow> makeFixedWindow() = 0;
     // Prepares the next window, so that it opens at once. Called when there is time for it.
     virtual void prepareNextWindow() { }
 };

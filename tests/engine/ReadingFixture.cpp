@@ -50,6 +50,13 @@ std::unique_ptr<EpubWindow> KeptReaderWindows::makeEpubWindow()
     return window;
 }
 
+std::unique_ptr<FixedWindow> KeptReaderWindows::makeFixedWindow()
+{
+    auto window = _windows.makeFixedWindow();
+    lastFixed = static_cast<FixedWindowGtk*>(window.get());
+    return window;
+}
+
 RunningProgram::RunningProgram(const TemporaryFolder& home)
     : defaults(home.path("Data"))
     , readerWindows(home.path("Caches/") + identifier, toplevel, runLoop)
@@ -112,7 +119,8 @@ void ReadingTest::open(std::size_t index)
 
 WebKitWebView* ReadingTest::engineView() const
 {
-    auto* const page = engineBelow(GTK_WIDGET(_program->readerWindows.last->parts().window.window().gobj()));
+    // All windows of the program share one.
+    auto* const page = engineBelow(GTK_WIDGET(_program->toplevel.window().gobj()));
     return page ? WEBKIT_WEB_VIEW(page) : nullptr;
 }
 

@@ -3,6 +3,7 @@
 #include "app/MainController.hpp"
 #include "base/Log.hpp"
 #include "desktop/gtk/Toplevel.hpp"
+#include "fixed/gtk/FixedWindowGtk.hpp"
 #include "library_window/gtk/LibraryWindowGtk.hpp"
 #include "reader_windows/gtk/ReaderWindowFactoryGtk.hpp"
 #include "reflowable/gtk/EpubWindowGtk.hpp"
@@ -29,10 +30,11 @@ public:
     {
     }
     std::unique_ptr<EpubWindow> makeEpubWindow() override;
-    std::unique_ptr<ReaderWindow> makeFixedWindow() override { return _windows.makeFixedWindow(); }
+    std::unique_ptr<FixedWindow> makeFixedWindow() override;
     void prepareNextWindow() override { _windows.prepareNextWindow(); }
 
     EpubWindowGtk* last = nullptr;
+    FixedWindowGtk* lastFixed = nullptr;
 
 private:
     ReaderWindowFactoryGtk _windows;
@@ -71,6 +73,7 @@ protected:
 
     EpubController& reader() { return *state().reading._epubWindowController->_epubController(); }
     EpubWindowGtk& window() { return *_program->readerWindows.last; }
+    FixedWindowGtk& fixedWindow() { return *_program->readerWindows.lastFixed; }
     // Waits until no page turn, load or picture is pending.
     void settle();
     FixedEpubController& fixedReader() { return *state().reading._fixedWindowController->_fixedController(); }

@@ -20,7 +20,7 @@ protected:
     }
 
     std::unique_ptr<FixedLayoutWindowController> controller = std::make_unique<FixedLayoutWindowController>(
-        std::make_unique<FakeReaderWindow>(parts), state, loop, hub, [](const std::string&) { return std::string(); });
+        std::make_unique<FakeFixedWindow>(parts), state, loop, hub, [](const std::string&) { return std::string(); });
 };
 
 }

@@ -60,7 +60,7 @@ protected:
 
     std::map<std::string, std::string> answers;
     std::size_t loadsBefore = 0;
-    FakeReaderWindow window { parts };
+    FakeFixedWindow window { parts };
     std::unique_ptr<FixedEpubController> reader;
 };
 

@@ -68,4 +68,26 @@ TEST(MarkColors, LeaveTheTextOfEachThemeItsContrast)
     }
 }
 
+TEST(MarkColors, LeaveBlackAndWhiteTextOfFixedPagesItsContrast)
+{
+    const auto css = resourceBytes("/org/pagora/Pagora/fixed-page.css").value();
+    for (const auto color : markColors) {
+        const auto at
+            = css.find("rgba(", css.find(std::string(":root ::highlight(pagora-mark-") + nameOf(color) + ")"));
+        int red = 0;
+        int green = 0;
+        int blue = 0;
+        double alpha = 0;
+        ASSERT_EQ(std::sscanf(css.c_str() + at, "rgba(%d, %d, %d, %lf)", &red, &green, &blue, &alpha), 4);
+        for (const double paper : { 0.0, 1.0 }) {
+            Channels painted { red / 255.0, green / 255.0, blue / 255.0 };
+            for (auto& channel : painted)
+                channel = alpha * channel + (1 - alpha) * paper;
+            const double text = 1 - paper;
+            EXPECT_GE(contrast({ text, text, text }, painted), 4.5) << nameOf(color) << " on " << paper;
+            EXPECT_GE(contrast({ paper, paper, paper }, painted), 1.15) << nameOf(color) << " on " << paper;
+        }
+    }
+}
+
 }

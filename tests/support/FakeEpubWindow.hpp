@@ -182,11 +182,12 @@ public:
     std::shared_ptr<ReaderWindowParts> parts;
 };
 
-using FakeReaderWindow = FakeReaderWindowBase<ReaderWindow>;
-
-class FakeEpubWindow : public FakeReaderWindowBase<EpubWindow> {
+// What both show of marks and selected text.
+template <typename Interface>
+class FakeMarkedWindow : public FakeReaderWindowBase<Interface> {
 public:
-    using FakeReaderWindowBase::FakeReaderWindowBase;
+    using FakeReaderWindowBase<Interface>::FakeReaderWindowBase;
+    using FakeReaderWindowBase<Interface>::parts;
     void showSelection(const PageSelection& selection) override { parts->selection = selection; }
     void hideSelection() override { parts->selection = std::nullopt; }
     void setMarkActions(MarkActions actions) override { parts->markActions = std::move(actions); }
@@ -196,6 +197,13 @@ public:
     void offerUndo(const std::string& text) override { parts->undoText = text; }
     void copyText(const std::string& text) override { parts->copiedMarks = text; }
     void showNotice(const std::string& text) override { parts->notice = text; }
+};
+
+using FakeFixedWindow = FakeMarkedWindow<FixedWindow>;
+
+class FakeEpubWindow : public FakeMarkedWindow<EpubWindow> {
+public:
+    using FakeMarkedWindow::FakeMarkedWindow;
     void setPageOfChapter(std::int64_t page, std::int64_t count) override
     {
         parts->pageOfChapter = page;
@@ -220,9 +228,9 @@ public:
     {
         return std::make_unique<FakeEpubWindow>(newParts(epubWindows, "epubWin"));
     }
-    std::unique_ptr<ReaderWindow> makeFixedWindow() override
+    std::unique_ptr<FixedWindow> makeFixedWindow() override
     {
-        return std::make_unique<FakeReaderWindow>(newParts(fixedWindows, "fixedWin"));
+        return std::make_unique<FakeFixedWindow>(newParts(fixedWindows, "fixedWin"));
     }
     void prepareNextWindow() override
     {

@@ -21,7 +21,7 @@ public:
 
     // These wait for the module.
     std::unique_ptr<EpubWindow> makeEpubWindow() override { return factory().makeEpubWindow(); }
-    std::unique_ptr<ReaderWindow> makeFixedWindow() override { return factory().makeFixedWindow(); }
+    std::unique_ptr<FixedWindow> makeFixedWindow() override { return factory().makeFixedWindow(); }
     // Goes on once the module is loaded.
     void prepareNextWindow() override;
 

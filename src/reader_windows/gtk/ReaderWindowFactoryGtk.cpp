@@ -95,7 +95,7 @@ std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
     return std::make_unique<EpubWindowGtk>(_toplevel, makePage(PageKind::Columns), std::move(layout));
 }
 
-std::unique_ptr<ReaderWindow> ReaderWindowFactoryGtk::makeFixedWindow()
+std::unique_ptr<FixedWindow> ReaderWindowFactoryGtk::makeFixedWindow()
 {
     auto shown = makePage(PageKind::Fixed);
     auto spare = makePage(PageKind::Fixed, static_cast<const PageView*>(shown.webView.get()));

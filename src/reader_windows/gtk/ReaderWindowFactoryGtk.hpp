@@ -27,7 +27,7 @@ public:
     ~ReaderWindowFactoryGtk() override;
 
     std::unique_ptr<EpubWindow> makeEpubWindow() override;
-    std::unique_ptr<ReaderWindow> makeFixedWindow() override;
+    std::unique_ptr<FixedWindow> makeFixedWindow() override;
     void prepareNextWindow() override;
 
 private:

@@ -90,6 +90,29 @@ var pagoraKeepHeadings = (function () {
     };
 })();
 
+// Which column a box stands in, counted in reading direction.
+var pagoraColumnOf = (strip, box) => {
+    'use strict';
+
+    const frame = Element.prototype.getBoundingClientRect.call(strip.body);
+    const along = strip.rightToLeft ? frame.right - strip.paddingRight - box.right
+        : box.left - frame.left - strip.paddingLeft;
+    return Math.floor((along + strip.gap / 2) / strip.step);
+};
+
+// Has the engine lay out everything again: it keeps a line, or the place of a picture, of which it does not see that it
+// depends on a change. It does so only when the height of the columns has been another one.
+var pagoraLayOutAnew = (body) => {
+    'use strict';
+
+    const height = body.style.getPropertyValue('height');
+    const priority = body.style.getPropertyPriority('height');
+    const setHeight = CSSStyleDeclaration.prototype.setProperty.bind(body.style, 'height');
+    setHeight('1000000px', 'important');
+    Element.prototype.getClientRects.call(body);
+    setHeight(height, priority);
+};
+
 // Keeps pictures and rows of tables whole at the ends of columns, and headings with their text.
 var pagoraFitBreaks = (function () {
     'use strict';
@@ -109,17 +132,6 @@ var pagoraFitBreaks = (function () {
         const height = rects.reduce((sum, rect) => sum + rect.height, 0);
         const style = styleOf(float);
         return rects.length > 1 && height < 1.5 * (pixels(style.lineHeight) || 1.4 * pixels(style.fontSize));
-    }
-
-    // The engine leaves a picture that came late where it was cut: it looks for a better place only when its column is
-    // another one.
-    function layOutAnew(body) {
-        const height = body.style.getPropertyValue('height');
-        const priority = body.style.getPropertyPriority('height');
-        const setHeight = CSSStyleDeclaration.prototype.setProperty.bind(body.style, 'height');
-        setHeight('1000000px', 'important');
-        Element.prototype.getClientRects.call(body);
-        setHeight(height, priority);
     }
 
     // Floats are cut where a column ends below them. Says whether something was marked.
@@ -155,16 +167,12 @@ var pagoraFitBreaks = (function () {
 
     // A heading with nothing of what it is about in its column. Says whether there was one; it moves those after it.
     function moveLoneHeading(strip, { mark, headings }) {
-        const frame = Element.prototype.getBoundingClientRect.call(strip.body);
-        const along = (box) => (strip.rightToLeft ? frame.right - strip.paddingRight - box.right
-            : box.left - frame.left - strip.paddingLeft);
-        const columnOf = (box) => Math.floor((along(box) + strip.gap / 2) / strip.step);
         const lone = headings.find(([heading, next]) => {
             if (has(heading, 'next'))
                 return false;
             const [first] = Element.prototype.getClientRects.call(next);
             const [own] = Element.prototype.getClientRects.call(heading);
-            return first && own && columnOf(first) !== columnOf(own) && own.top > strip.paddingTop + 1;
+            return first && own && pagoraColumnOf(strip, first) !== pagoraColumnOf(strip, own) && own.top > strip.paddingTop + 1;
         });
         if (lone)
             mark(lone[0], 'next');
@@ -173,10 +181,14 @@ var pagoraFitBreaks = (function () {
 
     return (strip, book, tools) => {
         if (Array.from(document.images).some(isCut))
-            layOutAnew(strip.body);
+            pagoraLayOutAnew(strip.body);
         const floats = new Set(book.floats);
-        for (let round = 0; round < maxRounds && (moveCut(floats, tools)
-            | pagoraFitRows(strip, tools) | moveLoneHeading(strip, tools)); ++round) { }
+        const moveAll = () => {
+            for (let round = 0; round < maxRounds && (moveCut(floats, tools)
+                | pagoraFitRows(strip, tools) | moveLoneHeading(strip, tools)); ++round) { }
+        };
+        moveAll();
+        pagoraFreeLastLines(strip, floats, tools, moveAll);
     };
 })();
 

@@ -134,6 +134,28 @@ var pagoraFitTitles = (function () {
     };
 })();
 
+// Marks verses, and what takes little more than a line: a part of a word alone in the second line reads badly.
+var pagoraKeepWords = (function () {
+    'use strict';
+
+    // In lines of fewer letters words are hyphenated everywhere.
+    const fewestInWideLine = 32;
+    const shareOfSecondLine = 0.5;
+
+    return (strip, book, { styleOf, pixels, letter }, later) => {
+        for (const block of book.verses) {
+            if (pixels(styleOf(block).textIndent) < 0)
+                later.push([block, 'manual']);
+        }
+        const inLine = (strip.step - strip.gap) / (letter * pixels(styleOf(strip.body).fontSize));
+        for (const block of inLine < fewestInWideLine ? [] : book.entries) {
+            const length = block.textContent.trim().length;
+            if (length > 0.7 * inLine && length < (1 + shareOfSecondLine) * inLine)
+                later.push([block, 'manual']);
+        }
+    };
+})();
+
 // Marks text with words that are longer than a line.
 var pagoraFitWords = (function () {
     'use strict';

@@ -4,13 +4,15 @@
 //   data-pagora-alone   a float that leaves no room for text beside it: text starts below it
 //   data-pagora-block   a picture without text in its line: becomes a block, which is never divided
 //   data-pagora-inline  a float at a column's end, where it would be cut: it stands in its line
+//   data-pagora-ends    a float at a column's end: ends above the lines that stand in the next column
 //   data-pagora-inflow  a positioned picture that covers text: is put into the flow
 //   data-pagora-fits    a picture that is wider than its container: is limited to that width
 //   data-pagora-raised  letters above or below their line: do not widen it
 //   data-pagora-beside  a picture with text beside it: gets a margin
 //   data-pagora-next    a picture that would be cut, or a heading that would be separated from its text: starts a column
 //   data-pagora-parts   a box that is taller than a column: may be divided
-//   data-pagora-divided a block that asks not to be divided and is taller than a column, also together with its heading
+//   data-pagora-divided a block with `break-inside: avoid` that is taller than a column, alone or with its heading: may be
+//                       divided
 //   data-pagora-whole   a box with a border or a background: is not divided
 //   data-pagora-keeps   a heading: reserves room for the lines below it
 //   data-pagora-manual  text in which the engine hyphenates words so that a line sticks out: it does not there
@@ -56,12 +58,16 @@ var pagoraFit = (function () {
     }
 
     function unmark() {
+        let hadEnds = false;
         for (const [element, name] of marked) {
             Element.prototype.removeAttribute.call(element, 'data-pagora-' + name);
+            hadEnds = hadEnds || name === 'ends';
             if (name === 'scrolls' && focusable.delete(element))
                 Element.prototype.removeAttribute.call(element, 'tabindex');
         }
         marked = [];
+        if (hadEnds)
+            pagoraLayOutAnew(book.body);
     }
 
     // --- What the book has -------------------------------------------------------------------------------------------
@@ -73,8 +79,8 @@ var pagoraFit = (function () {
     const longestEntry = 120;
     const clear = 'rgba(0, 0, 0, 0)';
 
-    // The elements of the chapter that may need a mark, as lists by kind, and the body that they are of. `survey` finds them
-    // once for each body.
+    // The body, and lists of its elements that may need a mark, one list for each kind. `survey` makes the lists once for each
+    // body.
     let book = null;
 
     function sortOf(element, bodySize) {
@@ -291,31 +297,22 @@ var pagoraFit = (function () {
         }
     }
 
-    // --- Words -------------------------------------------------------------------------------------------------------
-
-    // In lines of fewer letters words are hyphenated everywhere.
-    const fewestInWideLine = 32;
-    const shareOfSecondLine = 0.5;
-
-    // Verses, and what takes little more than a line: a part of a word alone in the second line reads badly.
-    function keepWords(strip, letter, later) {
-        for (const block of book.verses) {
-            if (pixels(styleOf(block).textIndent) < 0)
-                later.push([block, 'manual']);
-        }
-        const inLine = (strip.step - strip.gap) / (letter * pixels(styleOf(strip.body).fontSize));
-        for (const block of inLine < fewestInWideLine ? [] : book.entries) {
-            const length = block.textContent.trim().length;
-            if (length > 0.7 * inLine && length < (1 + shareOfSecondLine) * inLine)
-                later.push([block, 'manual']);
-        }
-    }
-
     // --- All of it ---------------------------------------------------------------------------------------------------
 
     let fittedTo = '';
     let loads = 0;
-    window.addEventListener('load', (event) => { loads += event.target instanceof Element ? 1 : 0; }, true);
+    // Elements that were loaded, or failed, since the last fitting. Load events do not reach the window.
+    const arrived = new Set();
+    for (const name of ['load', 'error'])
+        document.addEventListener(name, (event) => event.target instanceof Element && arrived.add(event.target), true);
+    // Sizes of the pictures at the last fitting. A picture that arrives with the same size changes nothing.
+    let sizes = new WeakMap();
+    const sizeOf = (element) => [boxOf(element).width, boxOf(element).height].join();
+    function countArrived() {
+        for (const element of arrived)
+            loads += sizes.get(element) === sizeOf(element) ? 0 : 1;
+        arrived.clear();
+    }
     if (document.fonts)
         document.fonts.addEventListener('loadingdone', () => ++loads);
 
@@ -352,6 +349,7 @@ var pagoraFit = (function () {
 
     return (measure) => {
         let strip = measure();
+        countArrived();
         if (!strip || keyOf(strip) === fittedTo)
             return strip;
         book = book && book.body === strip.body ? book : { body: strip.body, ...survey(strip.body) };
@@ -368,7 +366,7 @@ var pagoraFit = (function () {
             fitAtoms(strip, later);
             for (const letters of book.raised)
                 later.push([letters, 'raised']);
-            keepWords(strip, tools.letter, later);
+            pagoraKeepWords(strip, book, tools, later);
             pagoraFitTitles(strip, book, tools, later);
             pagoraKeepHeadings(strip, book, tools, later);
         });
@@ -380,6 +378,7 @@ var pagoraFit = (function () {
             apply([[strip.body.parentElement, 'single', { single: Math.ceil(strip.step - strip.gap) + 'px' }]]);
         if (marked.length)
             strip = measure();
+        sizes = new WeakMap(Array.from(document.images, (image) => [image, sizeOf(image)]));
         fittedTo = keyOf(strip);
         return strip;
     };

@@ -1,5 +1,5 @@
-// Runs in the reader's own script world of every page, after page-start.js: whether a page that rests looks as it would
-// look when it is opened there again.
+// Runs in the reader's own script world of every page, after page-start.js. Tells the program whether the idle page is drawn
+// exactly as it would be after the book is reopened at the same place.
 
 (function () {
     'use strict';

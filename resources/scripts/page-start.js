@@ -296,7 +296,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     // Style sheets that have come or failed.
     const settledLinks = new WeakSet();
     for (const name of ['load', 'error'])
-        window.addEventListener(name, (event) => event.target instanceof Element && settledLinks.add(event.target), true);
+        document.addEventListener(name, (event) => event.target instanceof Element && settledLinks.add(event.target), true);
 
     // Those on which the page's layout still depends.
     window.pagoraAwaitedStyles = () => {

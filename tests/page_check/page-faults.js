@@ -1,8 +1,8 @@
 // Counts the faults of the pages of the shown chapter. Evaluated in the reader's own script world, after page-glyphs.js.
 // The result is lines of fields between tabs: first the numbers of pages and text lines, then a line for each kind of
 // fault with its name, its count and some examples.
-// The script turns to each page as the reader does and stores the position at which the page begins. It then compares every
-// box of the chapter with the columns and the pages.
+// The script scrolls to each page in the same way as the reader and records the scroll position of each page. It then compares
+// each box of the chapter with the edges of the columns and the pages.
 (function () {
     'use strict';
 
@@ -197,13 +197,12 @@
         if (!line)
             return;
         ++lines;
-        const { node, characters, pictures } = line;
+        const { node, rect, characters, pictures } = line;
         if (characters > longest)
             blame('long lines', () => `${Math.round(characters)}: ${node.textContent}`);
         if (characters + pictures < narrowest && (run || !isTold)) {
             ++run;
-            if (!runText)
-                runText = node.textContent.trim();
+            runText += (runText ? ' / ' : '') + (node.nodeType === Node.TEXT_NODE ? textOn(node, rect) : node.localName);
         } else
             endRun();
         if (isTold)
@@ -211,8 +210,8 @@
         line = null;
     }
 
-    // `pictures`: the width of pictures in characters.
-    function addToLine(node, block, box, characters, pictures = 0) {
+    // `rect`: the part's box in the view. `pictures`: the width of pictures in characters.
+    function addToLine(node, rect, block, box, characters, pictures = 0) {
         const isSame = line && line.block === block && line.column === box.column
             && Math.min(line.bottom, box.bottom) - Math.max(line.top, box.top)
                 > Math.min(line.bottom - line.top, box.height) / 2;
@@ -222,7 +221,7 @@
             return;
         }
         endLine(!line || line.block !== block);
-        line = { node, block, column: box.column, top: box.top, bottom: box.bottom, characters, pictures };
+        line = { node, rect, block, column: box.column, top: box.top, bottom: box.bottom, characters, pictures };
     }
 
     // --- Headings ----------------------------------------------------------------------------------------------------
@@ -330,7 +329,7 @@
             if (isTold)
                 endLine(true);
             if (!isOverLine)
-                addToLine(node, facts.block, box, letters * rect.width / length);
+                addToLine(node, rect, facts.block, box, letters * rect.width / length);
         }
         countBrokenWords(node, facts.style);
     }
@@ -363,7 +362,7 @@
         look(boxes[0], name);
         lookForHeading(element, boxes[0]);
         if (isInline(facts.style) && facts.style.float === 'none')
-            addToLine(element.firstChild || element, about(element.parentElement).block, boxes[0], 0,
+            addToLine(element, rects[0], about(element.parentElement).block, boxes[0], 0,
                 2 * boxes[0].width / pixels(facts.style.fontSize));
     }
 

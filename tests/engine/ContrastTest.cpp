@@ -262,6 +262,26 @@ TEST_P(ContrastTest, OfTheReadersBarsOnEachPaper)
     }
 }
 
+TEST_P(ContrastTest, OfTheReadersBarsOnABooksOwnPaper)
+{
+    // The last two are nearly too dark and too light for the text on them.
+    const Color grounds[]
+        = { { 1, 0.97, 0.88, 1 }, { 0.1, 0.1, 0.25, 1 }, Color::white(0.5), Color::white(0.77), Color::white(0.22) };
+    for (const auto& ground : grounds) {
+        auto page = makePage();
+        page.setBackground = [](const Color&) {};
+        EpubWindowGtk reader(_toplevel, std::move(page));
+        reader.window().setFrame({ 0, 0, 1000, 700 });
+        reader.setBook("A title", "Its author");
+        reader.setPageOfChapter(3, 12);
+        reader.parts().locLabel.setStringValue("14 %");
+        reader.bgView().setFillColor(backgroundColorForTheme(1));
+        reader.parts().surroundings.barColors().setGround(ground);
+        reader.window().makeKeyAndOrderFront();
+        expectReadable(reader.parts().window.window(), { "Library", "A title", "Its author", "page 3 of 12", "14 %" });
+    }
+}
+
 TEST_P(ContrastTest, OfANoteAndOfTheBarBesideSelectedTextOnEachPaper)
 {
     const Rect place { 300, 300, 100, 20 };

@@ -97,12 +97,46 @@ TEST_F(Surroundings, ABookWithNothingToShowOffersTheWayBack)
 
 TEST_F(Surroundings, TheBarsHaveThePagesPaper)
 {
-    around->setPaper({ 0, 0, 0, 1 });
+    around->barColors().setTheme({ 0, 0, 0, 1 });
     EXPECT_TRUE(whole.has_css_class("paper-black"));
-    around->setPaper({ 0.98, 0.94, 0.85, 1 });
+    around->barColors().setTheme({ 0.98, 0.94, 0.85, 1 });
     EXPECT_TRUE(whole.has_css_class("paper-sepia"));
     EXPECT_FALSE(whole.has_css_class("paper-black"));
-    around->setPaper({ 1, 1, 1, 1 });
+    around->barColors().setTheme(Color::white(1));
+    EXPECT_TRUE(whole.has_css_class("paper-white"));
+}
+
+TEST_F(Surroundings, InTheOriginalThemeTheBarsHaveTheBooksOwnPaper)
+{
+    auto& colors = around->barColors();
+    colors.setTheme(Color::white(1));
+    colors.setGround(Color { 1, 0.97, 0.88, 1 });
+    EXPECT_TRUE(whole.has_css_class("own-paper") && whole.has_css_class("paper-white"));
+    colors.setGround(Color { 0.1, 0.1, 0.2, 1 });
+    EXPECT_TRUE(whole.has_css_class("own-paper") && whole.has_css_class("paper-black"));
+    colors.setGround(std::nullopt);
+    EXPECT_FALSE(whole.has_css_class("own-paper"));
+    EXPECT_TRUE(whole.has_css_class("paper-white"));
+}
+
+TEST_F(Surroundings, AnotherThemeTakesTheBooksOwnPaperAway)
+{
+    auto& colors = around->barColors();
+    colors.setTheme(Color::white(1));
+    colors.setGround(Color { 1, 0.97, 0.88, 1 });
+    colors.setTheme({ 0, 0, 0, 1 });
+    EXPECT_FALSE(whole.has_css_class("own-paper"));
+    colors.setGround(Color { 0, 0, 0, 1 });
+    colors.setTheme(Color::white(1));
+    EXPECT_FALSE(whole.has_css_class("own-paper"));
+}
+
+TEST_F(Surroundings, APaperOnWhichNoTextIsReadableLeavesTheBarsWhite)
+{
+    auto& colors = around->barColors();
+    colors.setTheme(Color::white(1));
+    colors.setGround(Color::white(0.5));
+    EXPECT_FALSE(whole.has_css_class("own-paper"));
     EXPECT_TRUE(whole.has_css_class("paper-white"));
 }
 

@@ -2,6 +2,7 @@
 #include "tests/engine/FramesSeen.hpp"
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"
+#include "tests/support/EpubBuilder.hpp"
 
 #include <gtkmm/dropdown.h>
 #include <gtkmm/togglebutton.h>
@@ -118,6 +119,20 @@ TEST_F(ReadingDisplay, ThemesChangeWithoutAFlash)
     chooseTheme("whiteTheme");
     untilDrawn(*frames);
     EXPECT_GT(frames->maxWhite(), 0.9);
+}
+
+TEST_F(ReadingDisplay, TheBarsHaveTheBooksOwnPaperInTheOriginalTheme)
+{
+    EpubBuilder book;
+    book.member("OEBPS/chapter1.xhtml", chapterOf(3, "", "", " style='background:#fff6e0'"));
+    import(book.write(_home.path("cream.epub")));
+    open();
+    auto& stage = window().parts().widget<Gtk::Widget>("stage");
+    EXPECT_TRUE(waitUntil([&] { return stage.has_css_class("own-paper"); }));
+    chooseTheme("blackTheme");
+    EXPECT_FALSE(stage.has_css_class("own-paper"));
+    chooseTheme("whiteTheme");
+    EXPECT_TRUE(waitUntil([&] { return stage.has_css_class("own-paper"); }));
 }
 
 TEST_F(ReadingDisplay, FontSizeAndColumnsChangeWithoutAFlash)

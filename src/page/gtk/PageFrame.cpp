@@ -117,6 +117,10 @@ void PageFrame::setPaper(const std::string& color)
     const auto before = std::exchange(_paper, paper.set(color) ? std::optional(paper) : std::nullopt);
     if (before != _paper)
         queue_draw();
+    if (_onPaper)
+        _onPaper(_paper
+                ? std::optional(Color { paper.get_red(), paper.get_green(), paper.get_blue(), paper.get_alpha() })
+                : std::nullopt);
 }
 
 void PageFrame::setConcealed(bool isConcealed)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Geometry.hpp"
 #include "page/gtk/PageCover.hpp"
 #include "page/gtk/PageGestures.hpp"
 
@@ -30,6 +31,8 @@ public:
     // What is painted in the margins: a colour as CSS writes it, or nothing where it is none.
     void setPaper(const std::string& color);
     const std::optional<Gdk::RGBA>& paper() const { return _paper; }
+    // Called whenever the paper was set.
+    void setPaperHandler(std::function<void(const std::optional<Color>&)> handler) { _onPaper = std::move(handler); }
     // Of the child, in pixels.
     int pageWidth() const { return _width; }
     int pageHeight() const { return _height; }
@@ -75,6 +78,7 @@ private:
     PageCover _cover;
     PageGestures _gestures;
     std::function<void()> _onResize;
+    std::function<void(const std::optional<Color>&)> _onPaper;
     sigc::connection _sizeReport;
 };
 

@@ -373,6 +373,11 @@ void PageView::setBackground(const Color& color)
     webkit_web_view_set_background_color(_view.get(), &background);
 }
 
+void PageView::setGroundHandler(std::function<void(const std::optional<Color>& ground)> handler)
+{
+    _frame.setPaperHandler(std::move(handler));
+}
+
 void PageView::makeFirstResponder()
 {
     gtk_widget_grab_focus(GTK_WIDGET(_view.get()));

@@ -62,6 +62,8 @@ public:
     void personActs() override { _curtain.hurry(); }
     // The colour behind the page.
     void setBackground(const Color& color);
+    // Called with the background of the page's document; missing where it has none.
+    void setGroundHandler(std::function<void(const std::optional<Color>& ground)> handler);
     // Provides the page's accessible name from its document's title.
     void setNamer(std::function<std::string(const std::string& title)> namer) { _spoken.setNamer(std::move(namer)); }
     // Replaces the page's accessible text.

@@ -5,22 +5,9 @@
 
 namespace pagora {
 
-namespace {
-
-// The style classes of the three page colours.
-constexpr const char* papers[] = { "paper-white", "paper-black", "paper-sepia" };
-
-const char* paperOf(const Color& color)
-{
-    if (color.red < 0.5)
-        return papers[1];
-    return color.blue < 0.95 ? papers[2] : papers[0];
-}
-
-}
-
 PageSurroundings::PageSurroundings(const Parts& parts)
     : _parts(parts)
+    , _barColors(parts.whole)
     , _noContents(_("No contents"))
     , _nothing(Gtk::Orientation::VERTICAL, 18)
     , _nothingText(_("This book has no pages that can be shown."))
@@ -60,13 +47,6 @@ PageSurroundings::~PageSurroundings()
     _parts.contents.remove(_noContents);
     _parts.locationBar.remove(_page);
     _parts.locationBar.remove(_chapter);
-}
-
-void PageSurroundings::setPaper(const Color& color)
-{
-    for (const auto* const paper : papers)
-        _parts.whole.remove_css_class(paper);
-    _parts.whole.add_css_class(paperOf(color));
 }
 
 void PageSurroundings::setChapter(const std::string& name)

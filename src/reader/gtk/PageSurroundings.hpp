@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/Controls.hpp"
+#include "reader/gtk/BarColors.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -33,8 +33,7 @@ public:
     PageSurroundings(const PageSurroundings&) = delete;
     PageSurroundings& operator=(const PageSurroundings&) = delete;
 
-    // Sets the colour of the bars to that of the page.
-    void setPaper(const Color& color);
+    BarColors& barColors() { return _barColors; }
     void setChapter(const std::string& name);
     // Counted from 1; nothing is shown where the count is 0.
     void setPageOfChapter(std::int64_t page, std::int64_t count);
@@ -47,6 +46,7 @@ public:
 
 private:
     Parts _parts;
+    BarColors _barColors;
     Gtk::Label _chapter;
     Gtk::Label _page;
     std::optional<std::pair<std::int64_t, std::int64_t>> _pageOfChapter;

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace pagora {
@@ -24,6 +25,8 @@ struct ReaderPage {
     // Whether the pages run from right to left.
     std::function<bool()> runsRightToLeft = {};
     std::function<void(const Color& color)> setBackground = {};
+    // Sets what is called with the background of the page's document; missing where it has none.
+    std::function<void(std::function<void(const std::optional<Color>& ground)> handler)> setGroundHandler = {};
     // The namer is called at once and whenever the shown text changes or the name may have changed, with the title of
     // the page's document.
     std::function<void(std::function<std::string(const std::string& title)> namer)> setNamer = {};

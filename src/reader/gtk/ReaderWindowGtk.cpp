@@ -83,8 +83,10 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
     if (page.setBackground)
         bgView.setFillHandler([this](const Color& color) {
             page.setBackground(color);
-            surroundings.setPaper(color);
+            surroundings.barColors().setTheme(color);
         });
+    if (page.setGroundHandler)
+        page.setGroundHandler([this](const auto& ground) { surroundings.barColors().setGround(ground); });
     showPressedPictures();
     if (page.setNamer) {
         // The page has the focus as soon as the window is shown, before it is loaded.
@@ -167,6 +169,8 @@ ReaderWindowGtk::~ReaderWindowGtk()
         page.setFlickHandler({});
     if (page.setNamer)
         page.setNamer({});
+    if (page.setGroundHandler)
+        page.setGroundHandler({});
     if (page.setPictureHandler)
         page.setPictureHandler({});
     tocView.setLinksChanged({});

@@ -61,6 +61,9 @@ ReaderPage ReaderWindowFactoryGtk::makePage(PageKind kind, const PageView* besid
         parts.runLoop = &_runLoop;
         parts.setPictureHandler
             = [page](std::function<void(const std::string&)> handler) { page->setPictureHandler(std::move(handler)); };
+        parts.setGroundHandler = [page](std::function<void(const std::optional<Color>&)> handler) {
+            page->setGroundHandler(std::move(handler));
+        };
         parts.setBackground = [page](const Color& color) { page->setBackground(color); };
     }
     parts.isConfined = _probe.result() == Confinement::Full;

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/Geometry.hpp"
+
+#include <gtkmm/cssprovider.h>
+#include <gtkmm/widget.h>
+
+#include <optional>
+
+namespace pagora {
+
+// Sets the colours of the bars around a page: those of the theme, or in the original theme the background of the book's
+// own page. Owned by the reader window, of which the program has one at a time. Main thread.
+class BarColors {
+public:
+    // `whole` contains the bars and outlives this.
+    explicit BarColors(Gtk::Widget& whole);
+    ~BarColors();
+    BarColors(const BarColors&) = delete;
+    BarColors& operator=(const BarColors&) = delete;
+
+    // The background of the theme. The page's own background is forgotten when the theme changes.
+    void setTheme(const Color& background);
+    // The background that the page's document has; missing where it has none.
+    void setGround(const std::optional<Color>& ground);
+
+private:
+    void apply();
+
+    Gtk::Widget& _whole;
+    std::optional<Color> _theme;
+    std::optional<Color> _ground;
+    // The colour of `own-paper`.
+    Glib::RefPtr<Gtk::CssProvider> _style = Gtk::CssProvider::create();
+};
+
+}

@@ -128,8 +128,12 @@ var pagoraFitTitles = (function () {
             if (room / (letters * (letter * maxLetterRatio + spacing)) > size)
                 continue;
             const fitting = room / (letters * (letterOf(text, style) + spacing));
-            if (fitting < size)
-                later.push([title, 'title', { title: (Math.max(fitting, bodySize) / rootSize).toFixed(4) + 'rem' }]);
+            if (fitting >= size)
+                continue;
+            const fitted = Math.max(fitting, bodySize);
+            // Where the letters become no smaller, they are set closer.
+            const closer = Math.max(0, Math.min(spacing, room / letters / fitted - letterOf(text, style)));
+            later.push([title, 'title', { title: (fitted / rootSize).toFixed(4) + 'rem', spacing: closer.toFixed(4) + 'em' }]);
         }
     };
 })();

@@ -2,7 +2,8 @@
 // into the columns and marks them. The style sheet page.css has a rule for each mark:
 //
 //   data-pagora-alone   a float that leaves no room for text beside it: text starts below it
-//   data-pagora-block   a picture without text in its line: becomes a block, which is never divided
+//   data-pagora-block   a picture without text in its line: becomes a block, which is never divided, and beside which nothing
+//                       stands
 //   data-pagora-inline  a float at a column's end, where it would be cut: it stands in its line
 //   data-pagora-ends    a float at a column's end: ends above the lines that stand in the next column
 //   data-pagora-inflow  a positioned picture that covers text: is put into the flow
@@ -218,8 +219,14 @@ var pagoraFit = (function () {
             }
             let rest = room.width - box.width - margins;
             for (const other of band) {
-                if (other.bottom > box.top + 1 && other.top < box.bottom - 1 && Math.abs(other.left - box.left) < strip.step)
+                if (other.bottom > box.top + 1 && other.top < box.bottom - 1
+                    && pagoraColumnOf(strip, other) === pagoraColumnOf(strip, box))
                     rest -= other.width;
+            }
+            // Where its container has margins, as a figure, the text after it would stand in these.
+            if (isImage && rest <= 1 && room.width < strip.step - strip.gap - 1 && standsAlone(float, container)) {
+                later.push([float, 'block']);
+                continue;
             }
             const isTight = rest > 1 && rest < (minLetters * letter + (isImage ? gapBeside : 0)) * room.size;
             const isWhole = isImage && rest > 1

@@ -238,6 +238,40 @@ TEST_F(PageFitTest, ABoxInARowOfBoxesIsDividedWithIt)
     EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('box')).display"), "block");
 }
 
+TEST_F(PageFitTest, APictureThatFillsItsFigureHasNothingBesideIt)
+{
+    // The figure's margins have room for single letters.
+    fit("<figure style='margin:0 40px'><img width='280' height='100' src='none.svg' style='float:left'/></figure>"
+        "<p id='text'>a b c d e f</p>"
+            + paragraphs(20),
+        2, "p{margin:0}");
+    EXPECT_GE(number("document.getElementById('text').getBoundingClientRect().top - "
+                     "document.images[0].getBoundingClientRect().bottom"),
+        0);
+}
+
+TEST_F(PageFitTest, AFloatInThePreviousColumnTakesNoRoomBesideAPicture)
+{
+    std::string column;
+    for (int i = 0; i < 26; ++i)
+        column += "<p style='margin-left:4px'><img width='60' height='16' src='none.svg' style='float:left'/>Words</p>";
+    // The last picture leaves room for two letters beside it.
+    fit(column + "<p>Words <img width='330' height='300' src='none.svg' style='float:left'/>before it</p>"
+            + paragraphs(20),
+        2, plain);
+    EXPECT_EQ(evaluate("document.images[26].hasAttribute('data-pagora-alone')"), "true");
+}
+
+TEST_F(PageFitTest, ATitleInANarrowColumnHasItsLettersCloser)
+{
+    const auto spacing = [&] { return evaluate("getComputedStyle(document.querySelector('h1')).letterSpacing"); };
+    const std::string title = "<h1>An extraordinary title</h1>";
+    fit(title + paragraphs(30), 1, "h1{font-size:40px;letter-spacing:8px}");
+    EXPECT_EQ(spacing(), "8px");
+    fit(title + paragraphs(30), 3, "body{font-size:30px} h1{font-size:40px;letter-spacing:8px}");
+    EXPECT_LT(std::atof(spacing().c_str()), 8);
+}
+
 // 800 pixels cannot be divided into three columns in whole layout units of the engine.
 TEST_F(PageFitTest, PagesOfALongChapterBeginAtTheMargin)
 {

@@ -1,6 +1,7 @@
 #include "tests/page_check/PageCheck.hpp"
 
 #include "epub/EpubInspection.hpp"
+#include "epub/PackageLanguage.hpp"
 #include "epub/Unpacking.hpp"
 #include "files/Files.hpp"
 #include "paging/PageArithmetic.hpp"
@@ -138,7 +139,8 @@ void PageCheck::resize(int width, int height)
 bool PageCheck::load(const Url& chapter, const PageSetting& setting)
 {
     _view->setTextSizeMultiplier(setting.textSize);
-    _view->setPageStart({ scripts::styleSheet(layoutFor(setting), setting.columns), false, setting.columns });
+    _view->setPageStart(
+        { scripts::styleSheet(layoutFor(setting), setting.columns), false, setting.columns, _language });
     _view->loadRequest(chapter);
     const auto isOver
         = [&] { return _page->completeLoad == _view->currentLoad() || _page->failedLoad == _view->currentLoad(); };
@@ -193,6 +195,7 @@ std::optional<CheckedPages> PageCheck::check(const std::string& archive, const s
         return std::nullopt;
     unZipBook(*book);
     _view->setBookFolder(*book->bookPath());
+    _language = packageLanguage(*book->bookPath());
 
     CheckedPages checked;
     const auto chapters = book->files();

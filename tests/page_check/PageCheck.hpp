@@ -77,6 +77,8 @@ private:
     TemporaryFolder _folder;
     FakeInspectionHub _hub;
     std::string _script;
+    // Of the book that is checked.
+    std::string _language;
     std::unique_ptr<LoadedPage> _page;
     std::unique_ptr<PageEngine> _engine;
     std::unique_ptr<PageView> _view;

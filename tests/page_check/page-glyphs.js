@@ -26,7 +26,8 @@ var pagoraGlyphs = (function () {
         for (let i = 0; i < node.length && text.length < 200; ++i) {
             range.setStart(node, i);
             range.setEnd(node, i + 1);
-            const own = range.getClientRects()[0];
+            // A letter at the start of a line has an empty box at the end of the line before.
+            const own = Array.from(range.getClientRects()).find((box) => box.width > 0);
             if (own && Math.abs(own.top - rect.top) < 1 && own.left >= rect.left - 1 && own.right <= rect.right + 1)
                 text += node.data[i];
         }

@@ -92,10 +92,10 @@ double ShownLibrary::open(WatchedScreen& screen)
     return (page - asked) * 1000;
 }
 
-WatchedScreen::FirstPicture ShownLibrary::openAgain(WatchedScreen& screen)
+WatchedScreen::FirstPicture ShownLibrary::openFirst(WatchedScreen& screen, const Area& area)
 {
     const double asked = doubleClick(screen);
-    auto first = screen.firstPicture(pageArea, 1);
+    auto first = screen.firstPicture(area, 1);
     if (!first)
         fail("the page does not appear");
     leavePointer(screen);

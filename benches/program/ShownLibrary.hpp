@@ -9,9 +9,12 @@
 namespace pagora::bench {
 
 constexpr Area screenArea { 0, 0, 1280, 860 };
-// The area of the page in a maximized window, and a part of it that nothing overlaps.
+// The area of the page in a maximized window, and a part of it that no control and no cover of a library of two books
+// overlaps.
 constexpr Area pageView { 264, 54, 1016, 771 };
-constexpr Area pageArea { 330, 100, 880, 640 };
+constexpr Area pageArea { 350, 100, 860, 640 };
+// A part of the page beside the sign of a page that is being loaded.
+constexpr Area firstColumn { 350, 100, 380, 640 };
 // A part of the page in a window of any size, where a library of a few books has no cover.
 constexpr Area middleOfPage { 560, 300, 300, 300 };
 // The area of the first covers, and of the first one.
@@ -41,8 +44,8 @@ struct ShownLibrary {
 
     // Opens the book and returns how long the page took to appear, in milliseconds: the page itself, not its picture.
     double open(WatchedScreen& screen);
-    // The same for the first picture of the page that was left, and how many pixels of it change later.
-    WatchedScreen::FirstPicture openAgain(WatchedScreen& screen);
+    // The same for the first picture in a part of the page, and how many of its pixels change later.
+    WatchedScreen::FirstPicture openFirst(WatchedScreen& screen, const Area& area);
     // Closes the book and returns the time until the library appeared.
     double close(WatchedScreen& screen);
     void forgetUnpacked() const;

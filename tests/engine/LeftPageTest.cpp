@@ -1,5 +1,6 @@
 #include "base/Path.hpp"
 #include "files/Files.hpp"
+#include "kept_pages/PagePicture.hpp"
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"
 #include "tests/support/EpubBuilder.hpp"
@@ -192,20 +193,27 @@ TEST_P(LeftPageOfBook, IsShownFromTheFirstFrameOnAndNothingChangesWhenThePageIsD
     expectNoChange();
 }
 
-// Each of the books that PAGORA_CORPUS names. Those with fixed pages always begin anew.
+// Each of the books that PAGORA_CORPUS names. Some have no picture: books that the library refuses, books with fixed
+// pages, which always begin anew, and pages whose picture does not fit in a file.
 TEST_P(LeftPageOfCorpusBook, IsShownFromTheFirstFrameOnAndNothingChangesWhenThePageIsDrawn)
 {
     import(GetParam());
+    if (_program->libraryWindow.errorWin().isVisible())
+        return;
     ASSERT_EQ(bookCount(), 1u);
     open();
-    if (book()->type() == "fixed") {
+    if (book()->type() != "fixed") {
+        // A note that is shown at the first opening only takes space from the page.
         close();
-        EXPECT_TRUE(files().empty());
-        return;
+        open();
+        for (int i = 0; i < 12; ++i)
+            turn(1);
+        rest();
+        if (encodedPage(*webView().pictureAtRest(), ""))
+            return expectNoChange();
     }
-    for (int i = 0; i < 12; ++i)
-        turn(1);
-    expectNoChange();
+    close();
+    EXPECT_TRUE(waitUntil([this] { return files().empty(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Corpus, LeftPageOfCorpusBook, testing::ValuesIn(corpusBooks()),

@@ -104,9 +104,20 @@ var pagoraFitWide = (function () {
             tools.mark(table, 'scrolls');
     }
 
+    // A table that is higher than a column is divided. In smaller letters it may fit.
+    function keepWhole(strip, { all, mark }) {
+        const heightOf = (table) => Array.from(Element.prototype.getClientRects.call(table))
+            .reduce((sum, rect) => sum + rect.height, 0);
+        for (const table of all('table[data-pagora-divided]').filter((each) => heightOf(each) <= strip.height)) {
+            Element.prototype.removeAttribute.call(table, 'data-pagora-divided');
+            mark(table, 'whole');
+        }
+    }
+
     return (strip, tools) => {
         fitTables(strip, tools);
         fitEquations(strip, tools);
+        keepWhole(strip, tools);
     };
 })();
 

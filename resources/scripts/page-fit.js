@@ -135,7 +135,6 @@ var pagoraFit = (function () {
 
     // --- Boxes around ------------------------------------------------------------------------------------------------
 
-
     function containerOf(element) {
         let container = element.parentElement;
         while (container && container.parentElement && isInline(styleOf(container)))
@@ -279,11 +278,17 @@ var pagoraFit = (function () {
     const heightOf = (element) => Array.from(Element.prototype.getClientRects.call(element))
         .reduce((sum, rect) => sum + rect.height, 0);
 
+    // Margins are not divided either.
+    function isTooHigh(atom, strip) {
+        const style = styleOf(atom);
+        return heightOf(atom) + pixels(style.marginTop) + pixels(style.marginBottom) > strip.height;
+    }
+
     // What stands in a divided row of boxes is one that cannot be divided itself, now that the row is gone.
     function fitAtomsWithin(strip, later) {
         for (const [outer, name] of marked) {
             for (const inner of name === 'parts' ? outer.children : []) {
-                if (inner instanceof HTMLElement && /^inline-/.test(styleOf(inner).display) && heightOf(inner) > strip.height)
+                if (inner instanceof HTMLElement && /^inline-/.test(styleOf(inner).display) && isTooHigh(inner, strip))
                     later.push([inner, 'parts']);
             }
         }
@@ -291,7 +296,7 @@ var pagoraFit = (function () {
 
     function fitAtoms(strip, later) {
         for (const atom of book.atoms) {
-            if (heightOf(atom) > strip.height)
+            if (isTooHigh(atom, strip))
                 later.push([atom, 'parts']);
         }
         for (const block of book.undivided) {

@@ -59,6 +59,19 @@ TEST_F(PageBoxesTest, ATableThatIsTooWideHasSmallerLettersUntilItFits)
     EXPECT_EQ(evaluate(replaced(marks, "{columns}", "1")), "false,false,true");
 }
 
+TEST_F(PageBoxesTest, ATableThatFitsIntoAColumnInSmallerLettersIsNotDivided)
+{
+    std::string lines(16, 'm');
+    for (int i = 0; i < 25; ++i)
+        lines += "<br/>m";
+    loadDocument("<p style='height:100px'>Above</p><table id='table'><tr><td>" + lines + "</td><td>"
+        + std::string(16, 'm') + "</td></tr></table>" + paragraphs(9));
+    layOut(2);
+    ASSERT_GT(strip(), 0);
+    ASSERT_EQ(evaluate("!!document.getElementById('table').dataset.pagoraSmall"), "true");
+    EXPECT_EQ(evaluate("document.getElementById('table').getClientRects().length"), "1");
+}
+
 TEST_F(PageBoxesTest, ATableThatFitsInNoLettersScrollsWithinItself)
 {
     std::string cells;

@@ -232,6 +232,12 @@ TEST_F(PageFitTest, ATitleInSmallerLettersFillsItsLines)
     EXPECT_EQ(evaluate("getComputedStyle(document.getElementById('title')).textWrap"), "wrap");
 }
 
+TEST_F(PageFitTest, AnInlineBlockThatIsTooHighWithItsMarginsIsDivided)
+{
+    fit("<p style='display:inline-block;margin:60px 0 0;height:490px'>Words</p>" + paragraphs(30), 2);
+    EXPECT_EQ(evaluate("getComputedStyle(document.querySelector('p')).display"), "block");
+}
+
 TEST_F(PageFitTest, ABoxInARowOfBoxesIsDividedWithIt)
 {
     fit("<div style='display:flex'><div id='box' style='display:inline-block'>" + paragraphs(60) + "</div></div>", 2);

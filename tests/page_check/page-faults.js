@@ -276,10 +276,10 @@
                 continue;
             range.setStart(node, word.index);
             range.setEnd(node, word.index + word[0].length);
-            const rects = range.getClientRects();
+            const rects = Array.from(range.getClientRects()).filter((rect) => rect.width > 0);
             if (rects.length < 2)
                 continue;
-            const isBroken = Array.from(rects).some((rect) => Math.abs(rect.top - rects[0].top) > rect.height / 2
+            const isBroken = rects.some((rect) => Math.abs(rect.top - rects[0].top) > rect.height / 2
                 || Math.abs(rect.left - rects[0].left) > step / 2);
             const isHyphenated = own.hyphens === 'auto' && own.webkitHyphenateCharacter !== '""';
             if (isBroken && !isHyphenated)

@@ -7,8 +7,8 @@
 
 namespace pagora {
 
-// The page on which a book of the library was left: its picture is kept when the book is closed, and shown in place of
-// the same page while that is loaded. Main thread.
+// Keeps a picture of the last page read in each book of the library. The picture is stored when the book is closed. It
+// is shown when the book is opened again, until the page itself has been drawn. Main thread.
 class LeftPage {
 public:
     explicit LeftPage(KeptPages& pages)
@@ -16,9 +16,10 @@ public:
     {
     }
 
-    // The reader has the book's settings and its place. Before the book is started.
+    // Shows the picture of the reader's page, if there is one. Called after the reader has received the book's settings
+    // and place, and before the book is started.
     void show(const BookInfo& book, const EpubController& reader, WebView& webView) const;
-    // The book's record has the place. The picture is written in the background.
+    // Stores the picture of the shown page, in the background. Called after the place has been stored in `book`.
     void keep(const BookInfo& book, const EpubController& reader, WebView& webView, RunLoop& runLoop) const;
 
 private:

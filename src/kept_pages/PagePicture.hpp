@@ -24,15 +24,15 @@ struct PagePicture {
     bool operator==(const PagePicture&) const = default;
 };
 
-// Of the file of one picture, and of its pixels.
+// The maximum size of the file of one picture in bytes, and the maximum number of its pixels.
 constexpr std::size_t maxPageFileBytes = 300'000;
 constexpr std::size_t maxPagePixels = 6'000'000;
 
 // The picture and its key, compressed without loss. Missing when it would exceed one of the limits. Any thread.
 std::optional<std::string> encodedPage(const PagePicture& picture, std::string_view key);
 
-// Missing when the bytes are those of another key, or damaged. They may come from anywhere: no more memory is used than
-// the limits allow. Any thread.
+// The picture in a file's bytes. Missing if they are damaged or were written with another key. The bytes are not
+// trusted: memory is limited by the constants above. Any thread.
 std::optional<PagePicture> decodedPage(std::string_view bytes, std::string_view key);
 
 }

@@ -47,8 +47,9 @@ private:
     std::size_t _workLeft;
 };
 
-// The span in the document's text for a text that the page shows at a place: the span at that place, or the nearest one
-// with the same text.
+// The span of a text that is known from the shown page. `place` has the text and its position there, which may differ
+// from the position in the document. Of several spans with the text, the nearest to the position. Missing if the text
+// does not occur.
 std::optional<TextSpan> placeOfText(const ChapterUnits& units, const MarkAnchor& place);
 
 }

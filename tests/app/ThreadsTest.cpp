@@ -14,7 +14,8 @@ namespace {
 
 using ThreadedProgram = test::ProgramOn<GLibRunLoop>;
 
-// Whether the text is a progress text of an import of six that has reached the second book. Not every number is shown.
+// Whether the text is the progress of an import of six books after the first one. Some numbers may not be shown, so
+// that no particular number can be awaited.
 bool isUnderWay(const std::string& text)
 {
     return text.ends_with(" of 6") && text != "1 of 6";

@@ -45,8 +45,7 @@ within 20 window_is "About Pagora"
 look about
 key Escape
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
+quit
 
 "$here/make-sample-books" "$HOME/books" >/dev/null
 echo "no book" >"$HOME/books/broken.epub"
@@ -84,9 +83,7 @@ key Escape
 settle
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit
 
 "$here/make-fixed-book" "$HOME/fixed.epub"
 start "$HOME/fixed.epub"
@@ -99,9 +96,7 @@ look fixed "document text | Six Views, The lake | focused"
 only_page "Six Views, The lake"
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit
 
 "$here/make-slow-books" "$HOME/books/01 "*.epub "$HOME/Documents/ePubLibrary/slow "{0..11}.epub
 start

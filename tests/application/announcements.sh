@@ -71,7 +71,5 @@ hears "name | status bar | 3 of 6"
 hears "description | document text | The road"
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit
 if grep -n "| \(gtkmm__\)\?\(Gtk\|WebKit\|Pagora\|CustomObject\)[A-Z_]" "$told"; then fail "something is called by its type"; fi

@@ -6,16 +6,9 @@ export WAYLAND_DISPLAY
 . "$(dirname "$0")/../drive/drive.sh"
 
 start_with 01 02
-settle
-key Home
-settle
-key Return
-reads "The Lantern Keeper"
+read_first "The Lantern Keeper"
 turn Right
 picture page
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-wait "$program" || fail "the program ended with $?"
-program=
+quit

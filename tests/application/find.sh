@@ -78,6 +78,4 @@ settle
 picture back
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit

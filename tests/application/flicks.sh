@@ -65,6 +65,4 @@ turns_by_flicks "The Lantern Keeper"
 key End
 settle
 turns_by_flicks "A Quiet Harbour"
-key ctrl+q
-within 20 ended
-program=
+quit

@@ -31,6 +31,4 @@ reads "Anleitung zu Pagora"
 picture guide
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit

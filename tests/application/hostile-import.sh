@@ -50,8 +50,7 @@ is_taken_up() {
     start
     within 60 window_is Pagora
     within 60 catalogue '[book["Title"] for book in books] == ["The Lantern Keeper"]'
-    key ctrl+q
-    within 20 ended
+    quit
     rm -rf "$HOME"/.config/* "$HOME"/.local/share/* "$library"
 }
 

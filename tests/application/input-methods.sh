@@ -17,11 +17,7 @@ read_through() {
     within 60 window_is Pagora
     settle
     key Right
-    settle
-    key Home
-    settle
-    key Return
-    reads "The Lantern Keeper"
+    read_first "The Lantern Keeper"
     turn Right
     turn space
     turn Left
@@ -43,16 +39,11 @@ read_through() {
     picture "menu-${GTK_IM_MODULE:-plain}"
     key Escape
     settle
-    key ctrl+q
-    within 20 ended
-    wait "$program" || fail "the program ended with $?"
-    program=
+    quit
 }
 
 start_with 01 02
-key ctrl+q
-within 20 ended
-program=
+quit
 
 ibus-daemon --daemonize --replace --xim --panel disable --emoji-extension disable
 within 30 has_ibus

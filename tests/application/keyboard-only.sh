@@ -24,6 +24,4 @@ picture contents
 key ctrl+w
 within 20 window_is Pagora
 within 20 catalogue 'any(book["Title"] == "A Quiet Harbour" and book["LastInd"] == 1 and book.get("LastPlace", 0) > 0 for book in books)'
-key ctrl+q
-within 20 ended
-program=
+quit

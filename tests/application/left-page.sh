@@ -83,6 +83,4 @@ within 60 page_is "$second"
 
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit

@@ -76,6 +76,4 @@ copies_are 4 || fail "the import went on"
 picture stopped
 end_files
 bring_forward Pagora
-key ctrl+q
-within 20 ended
-program=
+quit

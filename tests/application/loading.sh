@@ -63,6 +63,4 @@ echo "The sign was there after $((left - begun)) ms, the library $((back - left)
     "$((shown - begun_again)) ms." | tee "$pictures/times.txt"
 key ctrl+w
 within 60 window_is Pagora
-key ctrl+q
-within 60 ended
-program=
+quit

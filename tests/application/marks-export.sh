@@ -50,6 +50,4 @@ picture export-outcome
 grep -q "# A Quiet Harbour (Bruno Castell)" "$HOME/notes/"*.md || fail "a book has no file with its marks"
 key Escape
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit

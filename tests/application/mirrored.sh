@@ -22,6 +22,4 @@ turn Left
 # Back to the library, with the button at the other end of the title bar.
 press "Back to the library" button
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit

@@ -149,6 +149,4 @@ if on_wayland; then
     close_book
 fi
 
-key ctrl+q
-within 20 ended
-program=
+quit

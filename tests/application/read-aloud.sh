@@ -25,6 +25,4 @@ within 60 told_other "document text | A Quiet Harbour, 1. Temple and zephyr" "Te
 picture read-aloud
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit

@@ -11,9 +11,7 @@ told() { grep -q "^.*Pagora is not installed completely" "$HOME/said"; }
 
 start_with 01 02
 within 20 engine_is_loaded
-key ctrl+q
-within 20 ended
-program=
+quit
 
 mkdir "$HOME/incomplete"
 cp "$programs/pagora" "$programs/pagora-inspect" "$programs/pagora-picture" "$HOME/incomplete"

@@ -80,6 +80,4 @@ key Tab
 key Return
 within 60 catalogue 'len(books) == 0'
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-program=
+quit

@@ -50,6 +50,4 @@ settle
 ask_to_remove
 agree
 within 30 catalogue 'len(books) == 1'
-key ctrl+q
-within 20 ended
-program=
+quit

@@ -37,8 +37,7 @@ within 60 window_is Pagora
 fill
 picture library
 
-key Home Return
-reads "The Lantern Keeper"
+read_first "The Lantern Keeper"
 fill
 within 60 page_is_drawn
 picture page
@@ -54,7 +53,4 @@ kill -0 "$program" 2>/dev/null || fail "the program has ended"
 
 key ctrl+w
 within 20 window_is Pagora
-key ctrl+q
-within 20 ended
-wait "$program" || fail "the program ended with $?"
-program=
+quit

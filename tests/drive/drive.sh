@@ -81,6 +81,13 @@ stored() { "$programs/pagora-defaults" "$1"; }
 # catalogue EXPRESSION: a Python expression over the stored entries, as `books`, that must be true.
 catalogue() { stored BookData | python3 -c "import json, sys; books = json.load(sys.stdin); sys.exit(not ($1))"; }
 ended() { ! kill -0 "$program" 2>/dev/null; }
+# Ends the program by its key. It must succeed.
+quit() {
+    key ctrl+q
+    within 60 ended
+    wait "$program" || fail "the program ended with $?"
+    program=
+}
 window_is() { [ "$(window_title)" = "$1" ]; }
 # another_window NUMBER: a window has the keyboard that is not this one.
 another_window() {
@@ -123,6 +130,14 @@ reads() {
     within 60 window_is "Pagora - $1"
     within 60 page_is_drawn
     settle
+}
+# read_first TITLE: opens the first book of the library by keyboard.
+read_first() {
+    settle
+    key Home
+    settle
+    key Return
+    reads "$1"
 }
 # turn KEY...: presses the keys and waits until another page is shown.
 turn() {

@@ -23,8 +23,8 @@ using Names = std::vector<std::string>;
 // All files in a folder with their bytes.
 using Tree = std::map<std::string, std::string>;
 
-// One archive and the extracted members. docs/archives.md gives the reason for each accepted difference under the same
-// name.
+// An archive and the names of the members to extract. docs/archives.md gives the reason for each accepted difference
+// under the case's name.
 struct Case {
     std::string name;
     std::string bytes;

@@ -23,8 +23,8 @@ struct KeptState {
     std::string text() const;
 };
 
-// The home folder of a killed worker: the folders "Masters" (one intact archive of each book), "Downloads" and "Trash",
-// the folders of the program, and the diary.
+// The home folder in which a worker runs and is killed. It contains the folder "Masters" with one intact archive of
+// each book, the folders "Downloads" and "Trash", the program's own folders, and the diary of the worker's steps.
 class Home {
 public:
     explicit Home(std::string path);

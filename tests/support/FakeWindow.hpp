@@ -9,8 +9,8 @@
 
 namespace pagora::test {
 
-// A window that records its calls. The test lets it enter and leave full screen. `laidOut` answers at once unless it is
-// held.
+// A window that records its calls. The test calls the handlers of full screen itself. `laidOut` replies at once, unless
+// `holdsLayout` is set.
 class FakeWindow : public Window {
 public:
     void setTitle(const std::string& value) override { title = value; }

@@ -1,4 +1,5 @@
 #include "files/Files.hpp"
+#include "library_window/gtk/ProgressWindow.hpp"
 #include "tests/engine/LibraryWindowTest.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
@@ -105,6 +106,25 @@ TEST_F(LibraryDialogsTest, ProgressWindowSurvivesARequestToCloseIt)
     EXPECT_TRUE(window.get_visible());
     _window.indicatorWindow().orderOut();
     EXPECT_TRUE(waitUntil([&] { return !window.get_visible(); }));
+}
+
+TEST_F(LibraryDialogsTest, ProgressWindowOfAShortImportIsNotShown)
+{
+    auto& window = *_window.outlet<Gtk::Window>("indicatorWindow");
+    int timesShown = 0;
+    window.signal_show().connect([&] { ++timesShown; });
+    _window.indicatorWindow().orderFront();
+    EXPECT_TRUE(_window.indicatorWindow().isVisible());
+    _window.indicatorWindow().orderOut();
+    EXPECT_FALSE(_window.indicatorWindow().isVisible());
+    bool isOver = false;
+    Glib::signal_timeout().connect_once([&] { isOver = true; }, 2 * ProgressWindow::delay);
+    ASSERT_TRUE(waitUntil([&] { return isOver; }));
+    EXPECT_EQ(timesShown, 0);
+    // The next one is.
+    _window.indicatorWindow().orderFront();
+    EXPECT_TRUE(waitUntil([&] { return window.get_mapped(); }));
+    EXPECT_EQ(timesShown, 1);
 }
 
 TEST_F(LibraryDialogsTest, AlertAnswersWithTheCodeOfItsButton)

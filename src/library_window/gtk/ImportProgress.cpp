@@ -7,7 +7,7 @@ namespace pagora {
 ImportProgress::ImportProgress(
     const Glib::RefPtr<Gtk::Builder>& layout, const std::function<void()>& stop, std::function<void()> changed)
     : _window(layout->get_widget<Gtk::Window>("indicatorWindow"))
-    , indicatorWindow(*_window)
+    , indicatorWindow(*_window, changed)
     , processLabel(*layout->get_widget<Gtk::Label>("processLabel"))
     , procText(*layout->get_widget<Gtk::Label>("procText"))
     , processIndicator(*layout->get_widget<Gtk::ProgressBar>("processIndicator"))
@@ -23,9 +23,8 @@ ImportProgress::ImportProgress(
         strip.set_reveal_child(!progressBar.isHidden() || !procText.isHidden() || !stopButton.isHidden());
         changed();
     };
-    const std::initializer_list<Gtk::Widget*> watched
-        = { &progressBar.widget(), &procText.widget(), &stopButton.widget(), _window.get() };
-    for (auto* const widget : watched)
+    for (auto* const widget :
+        std::initializer_list<Gtk::Widget*> { &progressBar.widget(), &procText.widget(), &stopButton.widget() })
         _connections.push_back(widget->property_visible().signal_changed().connect(update));
 }
 

@@ -3,7 +3,7 @@
 #include "controls/gtk/ButtonControl.hpp"
 #include "controls/gtk/LabelField.hpp"
 #include "controls/gtk/ProgressControl.hpp"
-#include "desktop/gtk/DesktopWindow.hpp"
+#include "library_window/gtk/ProgressWindow.hpp"
 
 #include <gtkmm/builder.h>
 
@@ -18,7 +18,7 @@ namespace pagora {
 class ImportProgress {
 public:
     // The layout "LibraryWindow". `stop` is called by the buttons of the strip and of the window, `changed` when one of
-    // the controls is shown or hidden.
+    // the controls is shown or hidden, or the window ordered front or out.
     ImportProgress(
         const Glib::RefPtr<Gtk::Builder>& layout, const std::function<void()>& stop, std::function<void()> changed);
     ~ImportProgress();
@@ -33,7 +33,7 @@ private:
     std::unique_ptr<Gtk::Window> _window;
 
 public:
-    DesktopWindow indicatorWindow;
+    ProgressWindow indicatorWindow;
     LabelField processLabel;
     LabelField procText;
     ProgressControl processIndicator;

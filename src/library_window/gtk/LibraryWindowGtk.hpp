@@ -7,7 +7,6 @@
 #include "desktop/gtk/DesktopWindow.hpp"
 #include "desktop/gtk/SharedWindow.hpp"
 #include "library_views/gtk/BooksSurface.hpp"
-#include "library_views/gtk/FileDropTarget.hpp"
 #include "library_views/gtk/LibraryFinder.hpp"
 #include "library_window/LibraryWindow.hpp"
 #include "library_window/gtk/ImportProgress.hpp"

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "desktop/gtk/DesktopWindow.hpp"
+
+#include <functional>
+
+namespace pagora {
+
+// A window that is shown only if it has been ordered front for `delay` milliseconds: a short job does not flash a
+// window that takes the keyboard for a moment. Main thread.
+class ProgressWindow : public DesktopWindow {
+public:
+    static constexpr unsigned delay = 250;
+
+    // `changed` is called when the window has been ordered front or out.
+    ProgressWindow(Gtk::Window& window, std::function<void()> changed);
+    ~ProgressWindow() override;
+    ProgressWindow(const ProgressWindow&) = delete;
+    ProgressWindow& operator=(const ProgressWindow&) = delete;
+
+    void orderFront() override;
+    void makeKeyAndOrderFront() override;
+    void orderOut() override;
+    // Whether it has been ordered front; it may not be shown yet.
+    bool isVisible() const override { return _isOrderedFront; }
+
+private:
+    void setOrderedFront(bool isOrderedFront);
+
+    std::function<void()> _changed;
+    bool _isOrderedFront = false;
+    sigc::connection _timer;
+};
+
+}

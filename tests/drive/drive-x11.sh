@@ -20,9 +20,16 @@ button_up() { xdotool mouseup "${1:-1}"; }
 click() { xdotool mousemove --sync "$1" "$2" click --delay 60 "${3:-1}"; }
 double_click() { xdotool mousemove --sync "$1" "$2" click --repeat 2 --delay 20 1; }
 
-window_title() { xdotool getactivewindow getwindowname; }
-# The number of the window that has the keyboard. Fails while none has.
-active_window() { xdotool getactivewindow; }
+# The number of the window that has the keyboard. Fails while none has: a window manager calls a new window active a
+# moment before it gives it the keyboard.
+active_window() {
+    local active
+    active=$(xdotool getactivewindow) && [ "$(xdotool getwindowfocus)" = "$active" ] && echo "$active"
+}
+window_title() {
+    local active
+    active=$(active_window) && xdotool getwindowname "$active"
+}
 # The active window's X, Y, WIDTH and HEIGHT.
 window_place() {
     xdotool getactivewindow getwindowgeometry --shell |

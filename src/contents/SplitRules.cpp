@@ -5,7 +5,6 @@ namespace pagora {
 namespace {
 constexpr int contents = 0;
 constexpr int page = 1;
-constexpr double minPaneWidth = 200;
 }
 
 SplitRules::SplitRules(SplitView& splitView, FollowDivider followDivider, std::function<void()> didLayOut)

@@ -2,10 +2,12 @@
 
 #include "contents/SplitView.hpp"
 
+#include <functional>
+
 namespace pagora {
 
-// Sizes of the contents pane and the page: the pane is at least 200 points and at most half the window wide and keeps
-// its width when the window is resized, if possible. Both readers use it. Main thread.
+// Sizes of the contents pane and the page: the pane is at least `minPaneWidth` and at most half the window wide and
+// keeps its width when the window is resized, if possible. Both readers use it. Main thread.
 class SplitRules : public SplitViewDelegate {
 public:
     // `didLayOut` is called after the divider moved, when `followDivider` says so, and after each resize.

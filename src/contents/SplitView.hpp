@@ -2,9 +2,10 @@
 
 #include "base/Geometry.hpp"
 
-#include <functional>
-
 namespace pagora {
+
+// The minimum width of the contents and of the page, in points.
+inline constexpr int minPaneWidth = 200;
 
 // Two panes side by side: contents (subview 0) and page (subview 1), with a divider that the user drags. The view asks
 // its delegate where the divider may go and how the panes share a new size. Points, origin at the bottom left. Main

@@ -3,7 +3,6 @@
 #include "base/Url.hpp"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <variant>
 

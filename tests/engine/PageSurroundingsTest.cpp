@@ -1,6 +1,5 @@
 #include "reader/gtk/PageSurroundings.hpp"
 
-#include "contents/ContentsPane.hpp"
 #include "reader/gtk/EdgeBar.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 
@@ -142,7 +141,7 @@ TEST_F(Surroundings, APaperOnWhichNoTextIsReadableLeavesTheBarsWhite)
 
 TEST_F(Surroundings, InFullScreenTheLocationComesAtTheEdgeAndLeavesThePageItsSize)
 {
-    EdgeBar bar(locationBar, pane, page);
+    EdgeBar bar(EdgeBar::Edge::Bottom, locationBar, pane, page);
     ASSERT_TRUE(waitUntil([this] { return page.get_height() > 0; }));
     bar.setFullScreen(true);
     ASSERT_TRUE(waitUntil([this] { return page.get_height() == pane.get_height(); }));
@@ -161,7 +160,7 @@ TEST_F(Surroundings, InFullScreenTheLocationComesAtTheEdgeAndLeavesThePageItsSiz
 
 TEST_F(Surroundings, ALocationThatWasCalledStaysUntilItIsSentAway)
 {
-    EdgeBar bar(locationBar, pane, page);
+    EdgeBar bar(EdgeBar::Edge::Bottom, locationBar, pane, page);
     bar.setFullScreen(true);
     bar.setCalled(true);
     pointerAt(10);

@@ -1,18 +1,28 @@
+#include "fixed/gtk/FixedWindowGtk.hpp"
 #include "tests/engine/ReaderWindowTest.hpp"
 
 namespace pagora::test {
 
 // The bars of a reader window in full screen.
-class ReaderFullScreenTest : public ReaderWindowTest { };
+class ReaderFullScreenTest : public ReaderWindowTest {
+protected:
+    static const Gtk::Revealer& revealerOf(const Gtk::Widget& bar)
+    {
+        return dynamic_cast<const Gtk::Revealer&>(*bar.get_parent());
+    }
+};
 
 TEST_F(ReaderFullScreenTest, TitleBarOfFullScreenTakesAtMostAFifthOfASecond)
 {
     makeEpubWindow();
-    EXPECT_LE(widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
+    epub->parts().header.setFullScreen(true);
+    EXPECT_LE(revealerOf(widget<Gtk::HeaderBar>("headerBar")).get_transition_duration(), 200u);
     // Each window needs a page of its own.
     epub.reset();
     FixedWindowGtk fixed(toplevel, makePage());
-    EXPECT_LE(fixed.parts().widget<Gtk::Revealer>("headerRevealer").get_transition_duration(), 200u);
+    fixed.parts().header.setFullScreen(true);
+    const auto& bar = fixed.parts().widget<Gtk::HeaderBar>("headerBar");
+    EXPECT_LE(revealerOf(bar).get_transition_duration(), 200u);
 }
 
 TEST_F(ReaderFullScreenTest, HeaderBarComesInFullScreenOnlyWhenCalled)

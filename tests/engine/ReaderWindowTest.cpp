@@ -1,5 +1,7 @@
 #include "tests/engine/ReaderWindowTest.hpp"
 
+#include "fixed/gtk/FixedWindowGtk.hpp"
+
 namespace pagora::test {
 
 TEST_F(ReaderWindowTest, ActionsRunFromTheMainLoopInTheOrderOfTheKeys)

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "base/Log.hpp"
 #include "desktop/gtk/Toplevel.hpp"
-#include "fixed/gtk/FixedWindowGtk.hpp"
 #include "reflowable/gtk/EpubWindowGtk.hpp"
 #include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/FakeWebView.hpp"

@@ -14,8 +14,6 @@ namespace {
 // The width in points at each side of the divider where it can be dragged.
 constexpr int grabArea = 4;
 constexpr double keyStep = 10;
-// The minimum width of each pane.
-constexpr int minPaneWidth = 200;
 
 int points(double length)
 {

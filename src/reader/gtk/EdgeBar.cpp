@@ -7,30 +7,33 @@ namespace pagora {
 
 namespace {
 
-// Distance in pixels at which the pointer reveals the bar, the distance at which it hides again, and the animation time
-// in milliseconds.
+// The pointer reveals the bar within `touch` of the edge, and hides it at more than `slack` from the bar. In points.
 constexpr double touch = 2;
 constexpr double slack = 12;
+// In milliseconds.
 constexpr unsigned duration = 180;
 
 }
 
-EdgeBar::EdgeBar(Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& page)
-    : _bar(bar)
+EdgeBar::EdgeBar(Edge edge, Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& area)
+    : _edge(edge)
+    , _bar(bar)
     , _place(place)
-    , _page(page)
+    , _area(area)
     , _before(bar.get_prev_sibling())
 {
-    _revealer.set_valign(Gtk::Align::END);
-    _revealer.set_transition_type(Gtk::RevealerTransitionType::SLIDE_UP);
+    const bool isTop = edge == Edge::Top;
+    _revealer.set_valign(isTop ? Gtk::Align::START : Gtk::Align::END);
+    _revealer.set_transition_type(
+        isTop ? Gtk::RevealerTransitionType::SLIDE_DOWN : Gtk::RevealerTransitionType::SLIDE_UP);
     _revealer.set_transition_duration(duration);
     _revealer.set_visible(false);
-    _page.add_overlay(_revealer);
+    _area.add_overlay(_revealer);
     const auto pointer = Gtk::EventControllerMotion::create();
     pointer->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _connections.push_back(pointer->signal_enter().connect([this](double, double y) { pointerIsAt(y); }));
     _connections.push_back(pointer->signal_motion().connect([this](double, double y) { pointerIsAt(y); }));
-    _page.add_controller(pointer);
+    _area.add_controller(pointer);
     _pointer = pointer;
 }
 
@@ -38,9 +41,9 @@ EdgeBar::~EdgeBar()
 {
     for (auto& connection : _connections)
         connection.disconnect();
-    _page.remove_controller(_pointer);
+    _area.remove_controller(_pointer);
     setFullScreen(false);
-    _page.remove_overlay(_revealer);
+    _area.remove_overlay(_revealer);
 }
 
 void EdgeBar::setFullScreen(bool isFullScreen)
@@ -56,7 +59,10 @@ void EdgeBar::setFullScreen(bool isFullScreen)
         _revealer.set_child(_bar);
     } else {
         _revealer.unset_child();
-        _bar.insert_after(_place, *_before);
+        if (_before)
+            _bar.insert_after(_place, *_before);
+        else
+            _place.prepend(_bar);
     }
     _bar.unreference();
     _revealer.set_visible(isFullScreen);
@@ -73,12 +79,18 @@ void EdgeBar::pointerIsAt(double y)
 {
     if (!_isFullScreen || _isCalled)
         return;
-    const auto* const root = _page.get_root();
-    const auto* const focus = root ? root->get_focus() : nullptr;
-    if (y >= _page.get_height() - touch)
+    const double distance = _edge == Edge::Top ? y : _area.get_height() - y;
+    if (distance <= touch)
         _revealer.set_reveal_child(true);
-    else if (y < _page.get_height() - _bar.get_height() - slack && !(focus && focus->is_ancestor(_bar)))
+    else if (distance > _bar.get_height() + slack && !hasFocus())
         _revealer.set_reveal_child(false);
+}
+
+bool EdgeBar::hasFocus() const
+{
+    const auto* const root = _area.get_root();
+    const auto* const focus = root ? root->get_focus() : nullptr;
+    return focus && focus->is_ancestor(_bar);
 }
 
 }

@@ -8,12 +8,13 @@
 
 namespace pagora {
 
-// A bar below the page. In full screen it overlays the page and is revealed by the pointer at the bottom edge or by a
-// key. Main thread.
+// A bar at an edge of a reader window: the header bar or the location. In full screen it overlays `area`, and is
+// revealed by the pointer at its edge or by a key. Main thread.
 class EdgeBar {
 public:
-    // `bar` is a child of `place`, not the first; `page` is the overlay for full screen. All outlive this.
-    EdgeBar(Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& page);
+    enum class Edge : bool { Top, Bottom };
+    // `bar` is a child of `place`, and returns there after full screen. All outlive this.
+    EdgeBar(Edge edge, Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& area);
     ~EdgeBar();
     EdgeBar(const EdgeBar&) = delete;
     EdgeBar& operator=(const EdgeBar&) = delete;
@@ -25,12 +26,15 @@ public:
     bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
 
 private:
-    // Pixels from the page's top edge.
+    // In points from the area's top.
     void pointerIsAt(double y);
+    bool hasFocus() const;
 
+    Edge _edge;
     Gtk::Widget& _bar;
     Gtk::Box& _place;
-    Gtk::Overlay& _page;
+    Gtk::Overlay& _area;
+    // The child of `place` before the bar, or null.
     Gtk::Widget* _before;
     Gtk::Revealer _revealer;
     bool _isFullScreen = false;

@@ -1,23 +1,24 @@
 #pragma once
 
+#include "reader/gtk/EdgeBar.hpp"
+
 #include <gtkmm/box.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/button.h>
 #include <gtkmm/headerbar.h>
 #include <gtkmm/label.h>
-#include <gtkmm/revealer.h>
 #include <gtkmm/togglebutton.h>
 
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace pagora {
 
-// The header bar of a reader window. In full screen it overlays the page and is revealed by the pointer at the top
-// edge. Main thread.
+// The header bar of a reader window. In full screen it overlays the page. Main thread.
 class ReaderHeader {
 public:
-    // `content` is all of the window.
-    ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout, Gtk::Widget& content);
+    explicit ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout);
     ~ReaderHeader();
     ReaderHeader(const ReaderHeader&) = delete;
     ReaderHeader& operator=(const ReaderHeader&) = delete;
@@ -36,20 +37,15 @@ public:
     bool isContentsShown() const { return _contents.get_active(); }
     void setFullScreen(bool isFullScreen);
     // Keeps it revealed in full screen.
-    void setCalled(bool isCalled);
+    void setCalled(bool isCalled) { _edge.setCalled(isCalled); }
     // Whether it is visible; outside of full screen always.
-    bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
+    bool isRevealed() const { return _edge.isRevealed(); }
 
 private:
     void connect(Gtk::Button& button, const std::function<void()>& action);
-    // Points from the content's top edge.
-    void pointerIsAt(double y);
-    bool hasFocus() const;
 
-    Gtk::Widget& _content;
     Gtk::HeaderBar& _bar;
-    Gtk::Box& _place;
-    Gtk::Revealer& _revealer;
+    EdgeBar _edge;
     Gtk::Button& _library;
     Gtk::ToggleButton& _contents;
     Gtk::Button& _back;
@@ -57,9 +53,6 @@ private:
     Gtk::Box _book;
     Gtk::Label _title;
     Gtk::Label _author;
-    bool _isFullScreen = false;
-    bool _isCalled = false;
-    Glib::RefPtr<Gtk::EventController> _pointer;
     std::vector<sigc::connection> _connections;
 };
 

@@ -60,7 +60,7 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
     : _layout(std::move(layout))
     , page(std::move(readerPage))
     , window(toplevel, _layout.content())
-    , header(_layout.builder(), _layout.content())
+    , header(_layout.builder())
     , mainSplitView(widget<Gtk::Box>("mainSplitView"))
     , tocView(widget<Gtk::ListView>("tocView"), widget<Gtk::ScrolledWindow>("tocClip"), queue)
     , goLeftButton(widget<Gtk::Button>("goLeftButton"), queue)
@@ -69,8 +69,8 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
     , loadingSign(widget<Gtk::Widget>("loadingSign"))
     , locLabel(widget<Gtk::Label>("locLabel"))
     , locSlider(widget<Gtk::Scale>("locSlider"), SliderControl::Continuous::No)
-    , footer(
-          locationBar(widget<Gtk::Scale>("locSlider")), widget<Gtk::Box>("pagePane"), widget<Gtk::Overlay>("pagePlace"))
+    , footer(EdgeBar::Edge::Bottom, locationBar(widget<Gtk::Scale>("locSlider")), widget<Gtk::Box>("pagePane"),
+          widget<Gtk::Overlay>("pagePlace"))
     , surroundings(
           { widget<Gtk::Widget>("stage"), locationBar(widget<Gtk::Scale>("locSlider")), widget<Gtk::Label>("locLabel"),
               widget<Gtk::Box>("contentsPane"), widget<Gtk::Widget>("tocClip"), widget<Gtk::Overlay>("pagePlace") })

@@ -5,7 +5,6 @@
 #include "epub/NavigationDocument.hpp"
 #include "running/Task.hpp"
 
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <stop_token>

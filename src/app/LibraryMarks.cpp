@@ -6,7 +6,6 @@
 
 #include <memory>
 #include <set>
-#include <utility>
 
 namespace pagora {
 

@@ -4,8 +4,6 @@
 #include "notebook/LibraryExport.hpp"
 #include "running/Task.hpp"
 
-#include <string>
-
 namespace pagora {
 
 // Exports the marks of all books of the library, one book after the other in the background. Main thread.

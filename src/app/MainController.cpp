@@ -1,7 +1,6 @@
 #include "app/MainController.hpp"
 
 #include "app/Guide.hpp"
-#include "base/Log.hpp"
 #include "base/Path.hpp"
 #include "base/Translation.hpp"
 #include "catalogue/ReadingHistory.hpp"

@@ -1,7 +1,6 @@
 #include "base/Json.hpp"
 #include "base/Translation.hpp"
 #include "base/UserFolders.hpp"
-#include "store/DefaultsIndex.hpp"
 #include "store/DefaultsRecovery.hpp"
 
 #include <cstdio>

@@ -3,7 +3,6 @@
 #include "base/Geometry.hpp"
 #include "running/Reply.hpp"
 
-#include <functional>
 #include <string>
 
 namespace pagora {

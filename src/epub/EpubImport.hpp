@@ -12,7 +12,6 @@
 #include "store/UserDefaults.hpp"
 
 #include <atomic>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>

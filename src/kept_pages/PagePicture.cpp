@@ -11,7 +11,6 @@
 #include <sstream>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 namespace pagora {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library_views/ArrayController.hpp"
+#include "catalogue/BookInfo.hpp"
 
 #include <string>
 #include <vector>

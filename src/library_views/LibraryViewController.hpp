@@ -3,7 +3,6 @@
 #include "library_views/ArrayController.hpp"
 #include "library_views/LibraryBookView.hpp"
 #include "library_views/LibraryHub.hpp"
-#include "library_views/LibrarySelection.hpp"
 #include "library_views/LibraryViewSurface.hpp"
 
 #include <memory>

@@ -3,6 +3,7 @@
 #include "base/Path.hpp"
 #include "files/Files.hpp"
 #include "find/ChapterText.hpp"
+#include "marks/Anchors.hpp"
 #include "marks/PackageFolder.hpp"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "marks/Anchors.hpp"
 #include "marks/KeptMarks.hpp"
 #include "marks/MarksFile.hpp"
 #include "running/RunLoop.hpp"

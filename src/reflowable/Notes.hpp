@@ -4,8 +4,6 @@
 #include "running/RunLoop.hpp"
 #include "running/Task.hpp"
 
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 

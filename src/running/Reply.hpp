@@ -1,7 +1,6 @@
 #pragma once
 
 #include <coroutine>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <type_traits>

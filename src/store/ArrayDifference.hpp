@@ -3,8 +3,6 @@
 #include "base/Value.hpp"
 
 #include <cstdint>
-#include <optional>
-#include <string>
 #include <vector>
 
 namespace pagora {

@@ -1,4 +1,5 @@
 #include "base/Log.hpp"
+#include "base/Numbers.hpp"
 #include "tests/app/Program.hpp"
 
 #include <gtest/gtest.h>

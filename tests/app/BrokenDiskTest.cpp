@@ -1,4 +1,5 @@
 #include "base/Log.hpp"
+#include "base/Numbers.hpp"
 #include "tests/app/Program.hpp"
 #include "tests/support/ForkedTest.hpp"
 #include "tests/support/ReadOnlyFolder.hpp"

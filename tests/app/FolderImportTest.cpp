@@ -1,7 +1,6 @@
 #include "app/LibraryFiles.hpp"
 #include "tests/app/Program.hpp"
 
-#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+#include "base/Numbers.hpp"
 #include "running/Worker.hpp"
 #include "tests/app/Program.hpp"
 

@@ -1,3 +1,4 @@
+#include "base/Numbers.hpp"
 #include "tests/app/Program.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/MainController.hpp"
-#include "base/Numbers.hpp"
 #include "base/Path.hpp"
 #include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"

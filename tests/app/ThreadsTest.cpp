@@ -1,3 +1,4 @@
+#include "base/Numbers.hpp"
 #include "running/GLibRunLoop.hpp"
 #include "tests/app/Program.hpp"
 

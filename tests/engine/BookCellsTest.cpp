@@ -1,4 +1,5 @@
 #include "base/Resource.hpp"
+#include "covers/gtk/CellText.hpp"
 #include "covers/gtk/DrawnCover.hpp"
 #include "tests/engine/LibraryViewTest.hpp"
 

@@ -5,7 +5,6 @@
 #include <gtkmm/textview.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <map>

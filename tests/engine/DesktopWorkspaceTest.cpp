@@ -1,7 +1,6 @@
 #include "desktop/gtk/DesktopWorkspace.hpp"
 
 #include "files/Files.hpp"
-#include "tests/engine/ToolkitTest.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 namespace pagora::test {

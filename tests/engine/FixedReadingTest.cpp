@@ -2,7 +2,6 @@
 
 #include "tests/engine/FixedReadingTest.hpp"
 
-#include "tests/engine/PageFaults.hpp"
 #include "tests/support/WitnessServer.hpp"
 
 namespace pagora::test {

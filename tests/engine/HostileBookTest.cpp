@@ -1,4 +1,3 @@
-#include "base/Path.hpp"
 #include "paging/PageScripts.hpp"
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"

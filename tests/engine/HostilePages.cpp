@@ -1,7 +1,5 @@
 #include "tests/engine/HostilePages.hpp"
 
-#include <cctype>
-
 namespace pagora::test {
 
 namespace {

@@ -1,5 +1,6 @@
 // The controls of a reader window: sliders, page buttons, themes and the font menu.
 
+#include "base/Log.hpp"
 #include "tests/engine/ReaderWindowTest.hpp"
 
 namespace pagora::test {

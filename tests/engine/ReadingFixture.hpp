@@ -16,7 +16,6 @@
 #include <webkit/webkit.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Path.hpp"
 #include "epub/EpubInspection.hpp"
 #include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"

@@ -1,6 +1,5 @@
 #include "base/Bounds.hpp"
 #include "epub/InspectionProcess.hpp"
-#include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/FakeInspectionHub.hpp"
 #include "tests/support/StoredArchive.hpp"

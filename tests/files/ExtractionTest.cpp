@@ -1,5 +1,4 @@
 #include "files/Archive.hpp"
-#include "files/Files.hpp"
 #include "tests/support/EpubBuilder.hpp"
 #include "tests/support/StoredArchive.hpp"
 #include "tests/support/TemporaryFolder.hpp"

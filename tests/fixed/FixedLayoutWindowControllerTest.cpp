@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 using namespace pagora;
 using namespace pagora::test;

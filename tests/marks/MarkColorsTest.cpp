@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <gtest/gtest.h>
 
 namespace pagora {

@@ -7,7 +7,6 @@
 #include "tests/support/ReadOnlyFolder.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace pagora {

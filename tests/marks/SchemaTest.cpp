@@ -1,4 +1,3 @@
-#include "base/Log.hpp"
 #include "files/Files.hpp"
 #include "marks/MarksFile.hpp"
 #include "tests/support/TemporaryFolder.hpp"

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <atomic>
 #include <gtest/gtest.h>
-#include <string>
 #include <thread>
 #include <vector>
 

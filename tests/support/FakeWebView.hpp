@@ -4,7 +4,6 @@
 #include "tests/support/FakeControls.hpp"
 
 #include <algorithm>
-#include <cstdio>
 #include <deque>
 #include <functional>
 #include <map>

@@ -6,8 +6,6 @@
 #include <gtkmm/application.h>
 
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace pagora {
 

@@ -1,6 +1,5 @@
 #include "confinement/gtk/PageRefusals.hpp"
 
-#include <initializer_list>
 #include <memory>
 #include <utility>
 

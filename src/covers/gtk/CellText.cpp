@@ -2,8 +2,6 @@
 
 #include "desktop/gtk/DisplayText.hpp"
 
-#include <algorithm>
-
 namespace pagora {
 
 Glib::ustring cellText(const std::optional<std::string>& text)

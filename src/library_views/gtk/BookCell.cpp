@@ -2,7 +2,7 @@
 
 #include "base/Translation.hpp"
 #include "catalogue/BookTexts.hpp"
-#include "desktop/gtk/DisplayText.hpp"
+#include "covers/gtk/CellText.hpp"
 #include "desktop/gtk/TextScale.hpp"
 #include "desktop/gtk/Tooltip.hpp"
 

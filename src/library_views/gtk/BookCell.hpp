@@ -1,6 +1,5 @@
 #pragma once
 
-#include "covers/gtk/CellText.hpp"
 #include "covers/gtk/CoverLoader.hpp"
 #include "covers/gtk/CoverView.hpp"
 

@@ -12,7 +12,6 @@
 #include <gtkmm/togglebutton.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -7,7 +7,6 @@
 #include <gtkmm/gestureclick.h>
 
 #include <string>
-#include <utility>
 
 namespace pagora {
 

@@ -8,7 +8,6 @@
 #include <memory>
 #include <sigc++/connection.h>
 #include <string>
-#include <utility>
 
 namespace pagora {
 

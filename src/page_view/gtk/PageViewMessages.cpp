@@ -1,7 +1,6 @@
 // What the page's scripts tell the page view.
 
 #include "confinement/gtk/PageFile.hpp"
-#include "files/Files.hpp"
 #include "page_view/gtk/PageView.hpp"
 
 #include <sstream>

@@ -5,7 +5,6 @@
 #include "tests/killing/worker/DiskMoments.hpp"
 
 #include <atomic>
-#include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdint>

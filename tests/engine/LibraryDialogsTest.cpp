@@ -1,6 +1,7 @@
 #include "files/Files.hpp"
 #include "library_window/gtk/ProgressWindow.hpp"
 #include "tests/engine/LibraryWindowTest.hpp"
+#include "tests/engine/ShownFileChooser.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 #include <gtkmm/checkbutton.h>
@@ -15,18 +16,6 @@ namespace {
 
 // The dialogs over the library window.
 class LibraryDialogsTest : public LibraryWindowGtkTest { };
-
-// The toolkit's file dialog, which is used without a portal; null if none is open.
-GtkFileChooser* shownFileChooser()
-{
-    GListModel* const windows = gtk_window_get_toplevels();
-    for (guint i = 0; i < g_list_model_get_n_items(windows); ++i) {
-        g_autoptr(GtkWidget) each = GTK_WIDGET(g_list_model_get_item(windows, i));
-        if (GTK_IS_FILE_CHOOSER(each) && gtk_widget_get_mapped(each))
-            return GTK_FILE_CHOOSER(each);
-    }
-    return nullptr;
-}
 
 std::string folderOf(GtkFileChooser* panel)
 {

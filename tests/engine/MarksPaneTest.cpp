@@ -4,6 +4,7 @@
 #include "files/Files.hpp"
 #include "notebook/gtk/MarkRow.hpp"
 #include "tests/engine/ReaderWindowTest.hpp"
+#include "tests/engine/ShownFileChooser.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 #include <gdkmm/clipboard.h>
@@ -13,18 +14,6 @@ namespace pagora::test {
 namespace {
 
 using Kind = MarkLine::Kind;
-
-// The dialog in which a file is chosen; null while none is shown.
-GtkFileChooser* shownChooser()
-{
-    GListModel* const windows = gtk_window_get_toplevels();
-    for (guint i = 0; i < g_list_model_get_n_items(windows); ++i) {
-        g_autoptr(GtkWidget) each = GTK_WIDGET(g_list_model_get_item(windows, i));
-        if (GTK_IS_FILE_CHOOSER(each) && gtk_widget_get_mapped(each))
-            return GTK_FILE_CHOOSER(each);
-    }
-    return nullptr;
-}
 
 class MarksPaneTest : public ReaderWindowTest {
 protected:
@@ -198,8 +187,8 @@ TEST_F(MarksPaneTest, MenuOfTheListAsksForTheFileOfAnExport)
     const TemporaryFolder folder;
     pane().setShown(true);
     EXPECT_TRUE(pane().menu().activate_action("marks.export"));
-    ASSERT_TRUE(waitUntil([] { return shownChooser() != nullptr; }));
-    auto* const chooser = shownChooser();
+    ASSERT_TRUE(waitUntil([] { return shownFileChooser() != nullptr; }));
+    auto* const chooser = shownFileChooser();
     EXPECT_EQ(gtk_file_chooser_get_action(chooser), GTK_FILE_CHOOSER_ACTION_SAVE);
     g_autofree char* name = gtk_file_chooser_get_current_name(chooser);
     EXPECT_STREQ(name, "Marks.md");
@@ -212,7 +201,7 @@ TEST_F(MarksPaneTest, MenuOfTheListAsksForTheFileOfAnExport)
     gtk_dialog_response(GTK_DIALOG(chooser), GTK_RESPONSE_ACCEPT);
     ASSERT_TRUE(waitForDone(1));
     EXPECT_EQ(done, Lines { "export Marks.md" });
-    ASSERT_TRUE(waitUntil([] { return shownChooser() == nullptr; }));
+    ASSERT_TRUE(waitUntil([] { return shownFileChooser() == nullptr; }));
 }
 
 TEST_F(MarksPaneTest, MenuOfTheListAsksForTheFileOfAnImport)
@@ -221,8 +210,8 @@ TEST_F(MarksPaneTest, MenuOfTheListAsksForTheFileOfAnImport)
     ASSERT_TRUE(writeFile(folder.path("Sea.annotation"), "{}"));
     pane().setShown(true);
     EXPECT_TRUE(pane().menu().activate_action("marks.import"));
-    ASSERT_TRUE(waitUntil([] { return shownChooser() != nullptr; }));
-    auto* const chooser = shownChooser();
+    ASSERT_TRUE(waitUntil([] { return shownFileChooser() != nullptr; }));
+    auto* const chooser = shownFileChooser();
     EXPECT_EQ(gtk_file_chooser_get_action(chooser), GTK_FILE_CHOOSER_ACTION_OPEN);
     g_autoptr(GFile) file = g_file_new_for_path(folder.path("Sea.annotation").c_str());
     gtk_file_chooser_set_file(chooser, file, nullptr);

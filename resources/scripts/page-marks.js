@@ -2,16 +2,22 @@
 // selected and the shown text, and reports presses on marks. Places are those of page-find.js. Painting changes neither
 // the page's nodes nor its layout.
 //
-// The engine compares each line that it draws with each range of each registered highlight. So only the marks of the page
-// that is shown are registered, and only the colours that they have.
+// When the engine draws a line, it compares the line with each range of each registered highlight and looks up a style for
+// each highlight. So only marks near the shown page are registered, and only the colours that they have. The engine also
+// draws up to a page ahead in both directions and keeps that. The marks there are registered before it is drawn, so that
+// a page turn draws nothing twice.
 
 var pagoraMarks = (function () {
     'use strict';
 
     const { textIndex, actualStart, rangeAt, rangeOf, boxOf, pageOffsetOf } = pagoraFind.text;
     const colors = ['yellow', 'orange', 'pink', 'purple', 'blue', 'green'];
-    // More are not painted on one page.
-    const mostOnPage = 1000;
+    // More are not registered at once, and only up to the second number those of more than one page on each side.
+    const maxRegistered = 1000;
+    const maxBeside = 64;
+    const maxPagesBeside = 3;
+    // Milliseconds from a page turn until marks are registered for the next ones.
+    const idleTime = 250;
     const bodyOf = Object.getOwnPropertyDescriptor(Document.prototype, 'body').get;
     const blanks = /[ \t\n\f\r]+/g;
     const unitsIn = (text) => text.replace(blanks, '').length;
@@ -21,8 +27,13 @@ var pagoraMarks = (function () {
     let marks = [];
     // For each mark, the one that ends last of those up to it.
     let reaching = [];
-    // Those that are registered.
-    let shown = [];
+    // Those that are registered, and the part of the strip whose marks they are.
+    let registered = [];
+    const nothing = { near: Infinity, far: -Infinity };
+    let covered = nothing;
+    // Where the shown page begins on the strip.
+    let shownAt = 0;
+    let timer = 0;
 
     // The place of a position in the page.
     function placeOf(container, offset) {
@@ -88,6 +99,7 @@ var pagoraMarks = (function () {
         isRightToLeft = !!body && getComputedStyle(body).direction === 'rtl';
         for (const mark of marks)
             mark.startAlong = mark.endAlong = undefined;
+        covered = nothing;
     }
 
     // The first index from `low` on for which the test holds; it holds for all after that one too.
@@ -111,55 +123,101 @@ var pagoraMarks = (function () {
         return some.filter((mark) => mark.range);
     }
 
-    function marksOnPage() {
-        // A fixed page is seen as a whole.
-        if (!pagoraLaysOut || !marks.length)
-            return withRanges(marks.slice(0, mostOnPage));
+    // The part of the strip that the shown page takes, with that many pages before and after it. A fixed page is seen as a
+    // whole.
+    function partOfStrip(before, after) {
+        if (!pagoraLaysOut)
+            return { near: 0, far: 0 };
         const near = pagoraAlong(0);
-        const far = near + innerWidth;
-        // Marks that begin before the page may reach into it.
+        return { near: near - before * innerWidth, far: near + (after + 1) * innerWidth };
+    }
+    // Lengths are rounded by less than a pixel.
+    const isCovered = (part) => part.near > covered.near - 1 && part.far < covered.far + 1;
+
+    function marksIn({ near, far }) {
+        if (!pagoraLaysOut)
+            return marks.slice(0, maxRegistered);
+        // Marks that begin before it may reach into it.
         const reaches = firstIndex(0, (index) => endAlong(reaching[index]) > near);
         const begins = firstIndex(reaches, (index) => startAlong(marks[index]) >= near);
         const ends = firstIndex(begins, (index) => startAlong(marks[index]) >= far);
-        return withRanges(marks.slice(reaches, begins).filter((mark) => endAlong(mark) > near)
-            .concat(marks.slice(begins, ends)).slice(0, mostOnPage));
+        return marks.slice(reaches, begins).filter((mark) => endAlong(mark) > near).concat(marks.slice(begins, ends));
     }
 
     // Ranges that a highlight begins with do not make the engine draw them, and a range that is added does, whether the
     // highlight is registered or not.
     const drawAgain = (range) => new Highlight().add(range);
 
-    function register(name, painted) {
-        if (!painted.length)
+    function drawAllAgain(some) {
+        if (!some.length)
+            return;
+        const whole = some[0].range.cloneRange();
+        for (const { range } of some) {
+            if (range.compareBoundaryPoints(Range.END_TO_END, whole) > 0)
+                whole.setEnd(range.endContainer, range.endOffset);
+        }
+        drawAgain(whole);
+    }
+
+    function register(name, some) {
+        if (!some.length)
             return CSS.highlights.delete('pagora-mark-' + name);
-        const highlight = new Highlight(...painted.map((mark) => mark.range));
+        const highlight = new Highlight(...some.map((mark) => mark.range));
         highlight.priority = name === 'note' ? 1 : 0;
         return CSS.highlights.set('pagora-mark-' + name, highlight);
     }
 
-    // Registers the marks of the page, and draws it again where they are others than before.
-    function update() {
-        const onPage = marksOnPage();
-        if (onPage.length === shown.length && onPage.every((mark, index) => mark === shown[index]))
-            return;
-        shown = onPage;
-        for (const color of colors)
-            register(color, onPage.filter((mark) => mark.color === color));
-        register('note', onPage.filter((mark) => mark.hasNote));
-        if (!onPage.length)
-            return;
-        const page = onPage[0].range.cloneRange();
-        for (const { range } of onPage) {
-            if (range.compareBoundaryPoints(Range.END_TO_END, page) > 0)
-                page.setEnd(range.endContainer, range.endOffset);
+    function registerMarksIn(part) {
+        let some = marksIn(part);
+        covered = part;
+        if (some.length > maxRegistered) {
+            covered = partOfStrip(0, 0);
+            some = marksIn(covered).slice(0, maxRegistered);
         }
-        drawAgain(page);
+        some = withRanges(some);
+        if (some.length === registered.length && some.every((mark, index) => mark === registered[index]))
+            return;
+        registered = some;
+        for (const color of colors)
+            register(color, some.filter((mark) => mark.color === color));
+        register('note', some.filter((mark) => mark.hasNote));
+    }
+
+    // Registers the marks on both sides of the shown page. Draws them if the page may have been drawn without its marks.
+    function update() {
+        clearTimeout(timer);
+        timer = 0;
+        const page = partOfStrip(0, 0);
+        const isDrawn = isCovered(page);
+        let pages = maxPagesBeside;
+        while (pages > 1 && marksIn(partOfStrip(pages, pages)).length > maxBeside)
+            --pages;
+        registerMarksIn(partOfStrip(pages, pages));
+        shownAt = page.near;
+        if (!isDrawn)
+            drawAllAgain(registered);
+    }
+
+    // The page has been turned. What the engine draws now are the new page and the one ahead; the one behind is drawn. The
+    // rest is done when the person reads.
+    function follow() {
+        const page = partOfStrip(0, 0);
+        if (!marks.length || !isCovered(page))
+            return update();
+        const ahead = page.near < shownAt ? partOfStrip(1, 0) : partOfStrip(0, 1);
+        shownAt = page.near;
+        if (!isCovered(ahead))
+            registerMarksIn(ahead);
+        if (isCovered(partOfStrip(2, 2)))
+            return;
+        clearTimeout(timer);
+        timer = setTimeout(update, idleTime);
     }
 
     // The event comes before the page is drawn in its new place.
     window.addEventListener('scroll', (event) => {
         if (event.target === document)
-            update();
+            follow();
     }, { capture: true, passive: true });
 
     const keyOf = ({ number, start, end, color, hasNote }) => [number, start, end, color, hasNote].join(' ');
@@ -168,7 +226,7 @@ var pagoraMarks = (function () {
     // The mark that is painted at a point of the page, the shortest of several.
     function markAt(x, y) {
         let found = null;
-        for (const mark of shown) {
+        for (const mark of registered) {
             if ((!found || mark.end - mark.start < found.end - found.start)
                 && boxesOf(mark).some((box) => isWithin(box, x, y)))
                 found = mark;

@@ -40,8 +40,8 @@ var pagoraFit = (function () {
     const styleOf = (element) => getComputedStyle(element);
     const pixels = (length) => parseFloat(length) || 0;
     const isInline = (style) => style.display === 'inline' || style.display === 'contents';
-    // The minimum number of letters in a readable line. A few more than twelve, because lines end with whole words.
-    const minLetters = 16;
+    // The minimum number of average letters in a readable line beside a picture.
+    const minLetters = 20;
 
     // --- Marks -------------------------------------------------------------------------------------------------------
 

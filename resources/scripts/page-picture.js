@@ -37,7 +37,7 @@ var pagoraClosePicture = (function () {
     }
 
     function pictureAt(target) {
-        const picture = target instanceof Element ? target.closest('img, svg') : null;
+        const picture = target instanceof Element ? target.closest('img, object[type^="image/"], svg') : null;
         // The outermost SVG element. Drawings of the size of letters do not count.
         const whole = picture && (picture.ownerSVGElement || picture);
         const box = whole && Element.prototype.getBoundingClientRect.call(whole);
@@ -68,6 +68,8 @@ var pagoraClosePicture = (function () {
     function fileOf(picture) {
         if (picture instanceof HTMLImageElement)
             return picture.currentSrc;
+        if (picture instanceof HTMLObjectElement)
+            return picture.data;
         const drawn = Array.from(picture.querySelectorAll('*')).filter((each) => !/^(?:title|desc|g|defs)$/.test(each.localName));
         const isOneImage = drawn.length === 1 && drawn[0].localName === 'image';
         return isOneImage ? new URL(drawn[0].href.baseVal, document.baseURI).href : '';

@@ -121,6 +121,16 @@ TEST_F(PagePictureTest, APictureInThePlaceOfAnObjectIsShownLargeToo)
     EXPECT_TRUE(isShown());
 }
 
+TEST_F(PagePictureTest, APictureThatAnObjectShowsIsHandedOver)
+{
+    std::string file;
+    _view->setPictureHandler([&](const std::string& pressed) { file = pressed; });
+    open("{picture}<object id='object' data='picture.png' type='image/png' width='200' height='100'></object>");
+    evaluate("pagoraPressPicture(document.getElementById('object'))");
+    EXPECT_TRUE(waitUntil([&] { return !file.empty(); }));
+    EXPECT_EQ(file, _book + "/picture.png");
+}
+
 TEST_F(PagePictureTest, APictureThatIsALinkStaysOne)
 {
     open("<a href='#p9'>{picture}</a>");
@@ -133,6 +143,14 @@ TEST_F(PagePictureTest, ThePageItselfCannotShowOne)
     open();
     evaluate("document.getElementById('picture').click()");
     EXPECT_FALSE(isShown());
+}
+
+TEST_F(PagePictureTest, OnADarkPageACanvasHasALightGround)
+{
+    open("{picture}<canvas id='canvas' width='100' height='50'></canvas>");
+    evaluate("document.body.style.backgroundColor = '#000';");
+    const auto shadow = evaluate("getComputedStyle(document.getElementById('canvas')).boxShadow");
+    EXPECT_NE(shadow.find("rgb(255, 255, 255)"), std::string::npos) << shadow;
 }
 
 TEST_F(PagePictureTest, OnADarkPageAPictureHasALightGround)

@@ -4,11 +4,22 @@
 #include "base/Path.hpp"
 #include "catalogue/CatalogueEntry.hpp"
 #include "catalogue/Settings.hpp"
+#include "store/RowsInMemory.hpp"
 
 #include <algorithm>
 #include <unordered_map>
 
 namespace pagora {
+
+namespace {
+
+std::optional<std::string> storedText(const Value& entry, const char* key)
+{
+    const auto value = entryUnder(key, entry);
+    return stringFrom(value ? &*value : nullptr);
+}
+
+}
 
 void Catalogue::save(UserDefaults& defaults) const
 {
@@ -78,7 +89,7 @@ std::vector<bool> Catalogue::removeFirstWithISBNs(const std::vector<std::string>
     std::scoped_lock lock(_mutex);
     std::size_t kept = 0;
     for (std::size_t i = 0; i < _bookData.size(); ++i) {
-        const auto isbn = requests.empty() ? std::nullopt : stringFrom(_bookData[i].find(entry_keys::ISBN));
+        const auto isbn = requests.empty() ? std::nullopt : storedText(_bookData[i], entry_keys::ISBN);
         const auto request = isbn ? requests.find(*isbn) : requests.end();
         if (request != requests.end()) {
             removed[request->second.back()] = true;
@@ -171,7 +182,7 @@ bool Catalogue::holdsArchive(const std::string& epubPath) const
 {
     std::scoped_lock lock(_mutex);
     return std::any_of(_bookData.begin(), _bookData.end(), [&epubPath](const Value& entry) {
-        const auto* stored = entry.find(entry_keys::ePubPath);
+        const auto stored = entryUnder(entry_keys::ePubPath, entry);
         return stored && stored->string() && *stored->string() == epubPath;
     });
 }

@@ -58,9 +58,12 @@ Value entryFromBook(const BookInfo& book)
     return entry;
 }
 
-BookInfoPtr bookFromEntry(const Value& entry)
+BookInfoPtr bookFromEntry(const Value& stored)
 {
     using namespace entry_keys;
+    // A stored entry stays as it is stored: the record has what is read often.
+    const auto read = stored.source() ? stored.source()->read() : std::nullopt;
+    const Value& entry = read ? *read : stored;
     auto book = std::make_shared<BookInfo>();
     book->setType(stringFrom(entry.find(Type)));
     book->setEpubPath(stringFrom(entry.find(ePubPath)));

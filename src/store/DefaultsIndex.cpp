@@ -42,10 +42,9 @@ Result<DefaultsIndex::Values, DefaultsCondition> DefaultsIndex::load(DefaultsFil
         auto value = decodeValue(row.payload);
         return value && values.emplace(std::move(row.key), std::move(*value)).second;
     };
-    const auto find = _parts.finder();
     reader.element = [&](const ElementRow& row, std::string_view payload) {
         const auto entry = _entries.find(row.key);
-        auto value = decodeValue(payload, find);
+        auto value = _parts.element(payload);
         if (entry == _entries.end() || !entry->second.isArray || !value)
             return false;
         entry->second.elements.push_back({ std::move(*value), row.id, row.rank });

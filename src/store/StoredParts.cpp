@@ -1,6 +1,7 @@
 #include "store/StoredParts.hpp"
 
 #include <utility>
+#include <vector>
 
 namespace pagora {
 
@@ -13,26 +14,28 @@ constexpr std::size_t maxRemovals = 256;
 }
 
 StoredParts::StoredParts(std::shared_ptr<StoredDataSource> source)
-    : _source(std::move(source))
+    : _inMemory(std::make_shared<RowsInMemory>(std::move(source)))
 {
 }
 
-std::shared_ptr<const StoredDataRow> StoredParts::use(std::int64_t id)
+std::optional<Value> StoredParts::element(std::string_view payload)
 {
-    Row& row = _rows[id];
-    ++row.uses;
-    auto inMemory = row.inMemory.lock();
-    if (!inMemory)
-        row.inMemory = inMemory = std::make_shared<const StoredDataRow>(_source, id);
-    return inMemory;
-}
-
-FindParts StoredParts::finder()
-{
-    return {
-        [this](std::int64_t id, std::size_t size) { return Data(size, StoredDataReader { use(id) }); },
-        [this](std::int64_t id, Value::Container kind) { return Value(kind, use(id)); },
-    };
+    std::vector<std::int64_t> places;
+    if (isEncodedDictionary(payload, [&](std::int64_t id) { places.push_back(id); })) {
+        for (const std::int64_t id : places)
+            ++_rows[id].uses;
+        return Value(Value::Container::Dictionary, std::make_shared<StoredEntry>(std::string(payload), _inMemory));
+    }
+    const auto find = _inMemory->finder();
+    return decodeValue(payload,
+        { [&](std::int64_t id, std::size_t size) {
+             ++_rows[id].uses;
+             return find.data(id, size);
+         },
+            [&](std::int64_t id, Value::Container kind) {
+                ++_rows[id].uses;
+                return find.container(id, kind);
+            } });
 }
 
 void StoredParts::addLeft(std::int64_t id)
@@ -41,22 +44,13 @@ void StoredParts::addLeft(std::int64_t id)
     _rows.try_emplace(id);
 }
 
-// After another process changed the file, a row of the same id may hold other data.
-bool StoredParts::isRow(const StoredDataRow& row) const
-{
-    if (row.source != _source)
-        return false;
-    const auto known = _rows.find(row.id);
-    return known != _rows.end() && known->second.inMemory.lock().get() == &row;
-}
-
 std::optional<std::int64_t> StoredParts::placeOf(const Data& data, const Plan& plan) const
 {
     if (const auto added = plan.ids.find(data.identity()); added != plan.ids.end())
         return added->second;
     const auto reader = data.reader();
     const auto* stored = reader.target<StoredDataReader>();
-    return stored && isRow(*stored->row) ? std::optional(stored->row->id) : std::nullopt;
+    return stored && _inMemory->holds(*stored->row) ? std::optional(stored->row->id) : std::nullopt;
 }
 
 std::optional<std::int64_t> StoredParts::placeOf(const Value& container, const Plan& plan) const
@@ -66,7 +60,7 @@ std::optional<std::int64_t> StoredParts::placeOf(const Value& container, const P
             return known->second;
     }
     const auto* row = dynamic_cast<const StoredDataRow*>(container.source());
-    return row && isRow(*row) ? std::optional(row->id) : std::nullopt;
+    return row && _inMemory->holds(*row) ? std::optional(row->id) : std::nullopt;
 }
 
 std::optional<std::int64_t> StoredParts::place(const Data& data, Plan& plan, RowChanges& rows)
@@ -144,7 +138,7 @@ void StoredParts::planRows(const Plan& plan, RowChanges& rows) const
     for (const std::int64_t id : _left) {
         if (rows.removedData.size() == maxRemovals)
             break;
-        if (_rows.at(id).inMemory.expired())
+        if (!_inMemory->isUsed(id))
             rows.removedData.push_back(id);
     }
 }
@@ -157,9 +151,7 @@ void StoredParts::commit(const Plan& plan, const RowChanges& rows)
             row.container = container->second.identity();
             _containers.emplace(row.container, added.id);
         } else {
-            const auto inMemory = std::make_shared<const StoredDataRow>(_source, added.id);
-            row.inMemory = inMemory;
-            added.data.keepIn(StoredDataReader { inMemory });
+            added.data.keepIn(StoredDataReader { _inMemory->row(added.id) });
         }
     }
     for (const auto& [id, change] : plan.uses)
@@ -174,6 +166,7 @@ void StoredParts::commit(const Plan& plan, const RowChanges& rows)
     for (const std::int64_t id : rows.removedData) {
         _left.erase(id);
         _rows.erase(id);
+        _inMemory->forget(id);
     }
 }
 

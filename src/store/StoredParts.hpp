@@ -1,8 +1,7 @@
 #pragma once
 
 #include "store/DefaultsRows.hpp"
-#include "store/StoredData.hpp"
-#include "store/ValueCoding.hpp"
+#include "store/RowsInMemory.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -32,8 +31,9 @@ public:
         std::unordered_map<std::int64_t, Value> containers;
     };
 
-    // Finds the parts of stored elements and counts each as one use.
-    FindParts finder();
+    // The value of a stored element; missing when it is malformed. Counts each of its parts as one use. A dictionary's
+    // entries are decoded on first use.
+    std::optional<Value> element(std::string_view payload);
     // Unused rows of a file, and the largest row id in it.
     void addLeft(std::int64_t id);
     void setMaxId(std::int64_t id) { _nextId = id + 1; }
@@ -50,20 +50,16 @@ public:
 private:
     struct Row {
         int uses = 0;
-        // The object in memory that may read the row.
-        std::weak_ptr<const StoredDataRow> inMemory;
         // Identity of the container in memory that was written to this row; it lives as long as it has uses.
         const void* container = nullptr;
     };
 
-    std::shared_ptr<const StoredDataRow> use(std::int64_t id);
-    bool isRow(const StoredDataRow& row) const;
     std::optional<std::int64_t> placeOf(const Data& data, const Plan& plan) const;
     std::optional<std::int64_t> placeOf(const Value& container, const Plan& plan) const;
     std::optional<std::int64_t> place(const Data& data, Plan& plan, RowChanges& rows);
     std::optional<std::int64_t> place(const Value& container, Plan& plan, RowChanges& rows);
 
-    std::shared_ptr<StoredDataSource> _source;
+    std::shared_ptr<RowsInMemory> _inMemory;
     std::unordered_map<std::int64_t, Row> _rows;
     // Containers written in this run, by identity.
     std::unordered_map<const void*, std::int64_t> _containers;

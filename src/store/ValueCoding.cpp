@@ -1,28 +1,13 @@
 #include "store/ValueCoding.hpp"
 
+#include "store/EncodedBytes.hpp"
+
 #include <bit>
 #include <cstring>
 
 namespace pagora {
 
 namespace {
-
-constexpr char codingVersion = 1;
-
-enum class Tag : std::uint8_t {
-    String = 1,
-    Integer,
-    Real,
-    False,
-    True,
-    Date,
-    Data,
-    DataApart,
-    Array,
-    Dictionary,
-    ArrayApart,
-    DictionaryApart
-};
 
 class Encoder {
 public:
@@ -123,24 +108,12 @@ private:
     const PlaceParts& _place;
 };
 
-// Each operation returns a missing result at the end of the bytes or on malformed input.
-class Decoder {
+class Decoder : public EncodedBytes {
 public:
     Decoder(std::string_view bytes, const FindParts& find)
-        : _left(bytes)
+        : EncodedBytes(bytes)
         , _find(find)
     {
-    }
-
-    bool isAtEnd() const { return _left.empty(); }
-
-    std::optional<std::uint8_t> byte()
-    {
-        if (_left.empty())
-            return std::nullopt;
-        const auto byte = static_cast<std::uint8_t>(_left.front());
-        _left.remove_prefix(1);
-        return byte;
     }
 
     std::optional<Value> value(int depth)
@@ -188,49 +161,6 @@ public:
     }
 
 private:
-    std::optional<std::uint64_t> count()
-    {
-        std::uint64_t count = 0;
-        for (int shift = 0; shift < 64; shift += 7) {
-            const auto next = byte();
-            if (!next || (shift == 63 && *next > 1))
-                return std::nullopt;
-            count |= std::uint64_t(*next & 0x7F) << shift;
-            if (*next < 0x80)
-                return count;
-        }
-        return std::nullopt;
-    }
-
-    std::optional<std::int64_t> signedNumber()
-    {
-        const auto bits = count();
-        if (!bits)
-            return std::nullopt;
-        return static_cast<std::int64_t>(*bits & 1 ? ~(*bits >> 1) : *bits >> 1);
-    }
-
-    std::optional<std::string_view> text()
-    {
-        const auto length = count();
-        if (!length || *length > _left.size())
-            return std::nullopt;
-        const auto text = _left.substr(0, *length);
-        _left.remove_prefix(*length);
-        return text;
-    }
-
-    std::optional<double> real()
-    {
-        if (_left.size() < 8)
-            return std::nullopt;
-        std::uint64_t bits = 0;
-        for (int i = 7; i >= 0; --i)
-            bits = bits << 8 | static_cast<std::uint8_t>(_left[i]);
-        _left.remove_prefix(8);
-        return std::bit_cast<double>(bits);
-    }
-
     std::optional<Value> dataApart()
     {
         const auto place = signedNumber();
@@ -252,7 +182,7 @@ private:
     {
         const auto size = count();
         // Every element takes at least one byte, so a false count cannot reserve much memory.
-        if (!size || *size > _left.size())
+        if (!size || *size > left().size())
             return std::nullopt;
         Value::Array array;
         array.reserve(*size);
@@ -268,7 +198,7 @@ private:
     std::optional<Value> dictionary(int depth)
     {
         const auto size = count();
-        if (!size || *size > _left.size())
+        if (!size || *size > left().size())
             return std::nullopt;
         Value::Dictionary dictionary;
         for (std::uint64_t i = 0; i < *size; ++i) {
@@ -285,7 +215,6 @@ private:
         return Value(std::move(dictionary));
     }
 
-    std::string_view _left;
     const FindParts& _find;
 };
 

@@ -30,6 +30,12 @@ std::string encodeValue(const Value& value, const PlaceParts& place = {});
 // Missing unless the bytes are exactly one encoded value.
 std::optional<Value> decodeValue(std::string_view bytes, const FindParts& find = {});
 
+// Whether the bytes are exactly one encoded dictionary, with the keys of all dictionaries in order, as they are
+// written. Passes the places of parts that are stored elsewhere to `part`.
+bool isEncodedDictionary(std::string_view bytes, const std::function<void(std::int64_t place)>& part);
+// The entry of such a dictionary; missing where there is none.
+std::optional<Value> decodeEntry(std::string_view bytes, std::string_view key, const FindParts& find);
+
 // Checksum of the stored bytes; `seed` identifies the row that they belong to.
 std::uint64_t checksum(std::string_view bytes, std::uint64_t seed = 0);
 

@@ -1,11 +1,13 @@
 #include "store/DefaultsStore.hpp"
 
 #include "base/Log.hpp"
+#include "store/RowsInMemory.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <gtest/gtest.h>
+#include <utility>
 
 using namespace pagora;
 using test::TemporaryFolder;
@@ -286,4 +288,43 @@ TEST(DefaultsStore, DamagedLargeDataAreReadFromTheBackup)
     const LogCapture quiet([](const std::string&) {});
     const Flushes flushes(folder.path());
     EXPECT_EQ((*flushes.values.at("BookData").array())[0], entry(1, cover()));
+}
+
+TEST(DefaultsStore, ADictionaryIsReadOnFirstUse)
+{
+    const TemporaryFolder folder;
+    Flushes(folder.path()).rows("BookData", Value::Array { entry(1, cover()), "text" });
+    const Flushes flushes(folder.path());
+    const auto& elements = *flushes.values.at("BookData").array();
+    ASSERT_TRUE(elements[0].source());
+    EXPECT_EQ(entryUnder("LastInd", elements[0]), Value(1));
+    EXPECT_EQ(entryUnder("Title", elements[0]), std::nullopt);
+    EXPECT_EQ(entryUnder("CoverImage", elements[0])->data()->bytes(), cover().bytes());
+    EXPECT_EQ(elements[0], entry(1, cover()));
+    EXPECT_EQ(elements[1], Value("text"));
+}
+
+TEST(DefaultsStore, ADictionaryThatWasRemovedBeforeItWasReadKeepsItsParts)
+{
+    const TemporaryFolder folder;
+    Flushes(folder.path()).rows("BookData", Value::Array { entry(1, cover()), entryWithFiles(2, paths()) });
+    Flushes flushes(folder.path());
+    const auto elements = *std::exchange(flushes.values, {}).at("BookData").array();
+    flushes.rows("BookData", Value::Array {});
+    for (int i = 0; i < 3; ++i)
+        flushes.rows("later", i);
+    EXPECT_EQ(elements[0], entry(1, cover()));
+    EXPECT_EQ(elements[1], entryWithFiles(2, paths()));
+}
+
+TEST(DefaultsStore, ADictionaryThatIsStoredAgainUnreadCostsNoRow)
+{
+    const TemporaryFolder folder;
+    Flushes(folder.path()).rows("BookData", Value::Array { entry(1, cover()), entry(2, cover('y')) });
+    Flushes flushes(folder.path());
+    const auto elements = *flushes.values.at("BookData").array();
+    EXPECT_EQ(flushes.rows("BookData", Value::Array { elements[0], elements[1], entry(3, cover('z')) }), 2);
+    const Flushes again(folder.path());
+    EXPECT_EQ(again.values.at("BookData"),
+        Value(Value::Array { entry(1, cover()), entry(2, cover('y')), entry(3, cover('z')) }));
 }

@@ -7,6 +7,20 @@ using namespace pagora;
 
 namespace {
 
+// A dictionary of every kind of value with a cover and a list that are stored elsewhere.
+Value bookWithParts()
+{
+    return Value::Dictionary { { "CoverImage", Data("large") }, { "Files", Value::Array { "a", "b" } },
+        { "LastInd", 3 }, { "LastPlace", 0.5 }, { "Seen", true }, { "Title", "Sea" },
+        { "Tree", Value::Dictionary { { "small", Data("s") }, { "when", Date { 1 } } } } };
+}
+
+PlaceParts placesOfParts()
+{
+    return { [](const Data& data) { return data.size() > 1 ? std::optional<std::int64_t>(7) : std::nullopt; },
+        [](const Value& container) { return container.isArray() ? std::optional<std::int64_t>(12) : std::nullopt; } };
+}
+
 Value everyKind()
 {
     return Value::Dictionary {
@@ -112,6 +126,45 @@ TEST(ValueCoding, PlacedContainersAreFoundByTheirPlaceAndKind)
     EXPECT_EQ(decoded, value);
     EXPECT_EQ(kinds, std::vector { Value::Container::Array });
     EXPECT_EQ(decodeValue(bytes), std::nullopt);
+}
+
+TEST(ValueCoding, ADictionaryIsRecognisedWithThePlacesOfItsParts)
+{
+    const std::string bytes = encodeValue(bookWithParts(), placesOfParts());
+    std::vector<std::int64_t> places;
+    EXPECT_TRUE(isEncodedDictionary(bytes, [&](std::int64_t place) { places.push_back(place); }));
+    EXPECT_EQ(places, (std::vector<std::int64_t> { 7, 12 }));
+    EXPECT_FALSE(isEncodedDictionary(encodeValue(Value::Array { 1 }), {}));
+    EXPECT_FALSE(isEncodedDictionary(encodeValue("text"), {}));
+    EXPECT_FALSE(isEncodedDictionary("", {}));
+}
+
+TEST(ValueCoding, EveryDictionaryThatIsRecognisedCanBeDecoded)
+{
+    const FindParts find { [](std::int64_t, std::size_t) { return Data("part"); },
+        [](std::int64_t, Value::Container) { return Value(Value::Array {}); } };
+    const std::string whole = encodeValue(bookWithParts(), placesOfParts());
+    int recognised = 0;
+    for (std::size_t length = 0; length <= whole.size(); ++length) {
+        for (std::size_t bit = 0; bit < 8 * length; ++bit) {
+            auto bytes = whole.substr(0, length);
+            bytes[bit / 8] ^= static_cast<char>(1 << bit % 8);
+            if (!isEncodedDictionary(bytes, {}))
+                continue;
+            ++recognised;
+            EXPECT_TRUE(decodeValue(bytes, find).has_value()) << "length " << length << ", bit " << bit;
+        }
+    }
+    EXPECT_GT(recognised, 0);
+}
+
+TEST(ValueCoding, AnEntryIsDecodedWithoutTheOthers)
+{
+    const std::string bytes = encodeValue(bookWithParts(), placesOfParts());
+    EXPECT_EQ(decodeEntry(bytes, "LastInd", {}), Value(3));
+    EXPECT_EQ(decodeEntry(bytes, "Title", {}), Value("Sea"));
+    EXPECT_EQ(decodeEntry(bytes, "Isbn", {}), std::nullopt);
+    EXPECT_EQ(decodeEntry(encodeValue(Value::Array { "Title" }), "Title", {}), std::nullopt);
 }
 
 TEST(ValueCoding, TheChecksumSeesEveryFlippedBitAndTheSeed)

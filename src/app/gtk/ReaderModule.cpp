@@ -4,7 +4,6 @@
 #include "reader/EpubWindow.hpp"
 
 #include <cstdlib>
-#include <dlfcn.h>
 #include <filesystem>
 
 namespace pagora {
@@ -30,9 +29,13 @@ void ReaderModule::load()
         return;
     _loading = std::make_unique<Worker>();
     _loading->perform([this] {
-        _handle = ::dlopen(modulePath().c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-        if (!_handle)
-            _problem = ::dlerror();
+        // Not with dlopen: a library of the page engine opens a module while it is initialised. Its lock would then be
+        // taken after the linker's, and before it by a thread that opens a module to read a picture; both would wait.
+        _handle = g_module_open(modulePath().c_str(), G_MODULE_BIND_LOCAL);
+        if (_handle)
+            g_module_make_resident(_handle);
+        else
+            _problem = g_module_error();
         _isLoaded = true;
     });
 }
@@ -43,7 +46,10 @@ std::unique_ptr<ReaderWindowFactory> ReaderModule::makeWindowFactory(
     load();
     _loading->wait();
     using Make = ReaderWindowFactory* (*)(const std::string&, Toplevel&, RunLoop&);
-    const auto make = _handle ? reinterpret_cast<Make>(::dlsym(_handle, "pagoraMakeReaderWindowFactory")) : nullptr;
+    void* found = nullptr;
+    if (_handle)
+        g_module_symbol(_handle, "pagoraMakeReaderWindowFactory", &found);
+    const auto make = reinterpret_cast<Make>(found);
     if (!make) {
         log("Pagora is not installed completely. " + _problem);
         std::_Exit(EXIT_FAILURE);

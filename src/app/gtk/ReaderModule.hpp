@@ -3,6 +3,7 @@
 #include "running/Worker.hpp"
 
 #include <atomic>
+#include <gmodule.h>
 #include <memory>
 #include <string>
 
@@ -25,7 +26,7 @@ public:
 
 private:
     // The handle of the module, or why there is none. The worker's until `_isLoaded`.
-    void* _handle = nullptr;
+    GModule* _handle = nullptr;
     std::string _problem;
     std::atomic<bool> _isLoaded = false;
     std::unique_ptr<Worker> _loading;

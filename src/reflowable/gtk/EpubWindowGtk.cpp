@@ -19,7 +19,7 @@ constexpr double textSizeStep = 0.1;
 }
 
 EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout layout)
-    : ReaderWindowRole(toplevel, std::move(layout), std::move(page))
+    : MarkedWindowRole(toplevel, std::move(layout), std::move(page), MarkedPage::Search::Yes, textActions(*this))
     , _fontSizeSlider(_parts.widget<Gtk::Scale>("fontSizeSlider"), SliderControl::Continuous::Yes)
     , _colorControl(_parts.widget<Gtk::Widget>("colorControl"), 1)
     , _fontMenu(_parts.widget<Gtk::DropDown>("fontMenu"), PopUpControl::TitlesAreFonts::Yes)
@@ -30,12 +30,6 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
           _parts.queue)
     , _displayOptions(_parts.widget<Gtk::Popover>("displayOptions"), _parts.widget<Gtk::Button>("displayOptionsButton"))
     , _note(_parts.widget<Gtk::Overlay>("pagePlace"), [this] { _parts.send(&ReaderWindowActions::goToNote); })
-    , _marks({ { _parts.widget<Gtk::Box>("contentsPane"), &_parts.widget<Gtk::Widget>("searchField"),
-                   _parts.widget<Gtk::Widget>("tocClip"), &_parts.widget<Gtk::Widget>("searchResults") },
-                 _parts.widget<Gtk::Overlay>("pagePlace"), [this](const Rect& box) { return placeOf(box); } },
-          _parts.queue)
-    , _selectionBar(_parts.widget<Gtk::Overlay>("pagePlace"), _("Selected text"), selectionActions(),
-          [this] { _parts.focusPage(); })
 {
     _parts.setExtraCommands([this](ReaderCommand command) { return perform(command); });
     auto& panel = _parts.widget<Gtk::Popover>("displayOptions");
@@ -50,11 +44,11 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
         });
     _connections = {
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_clicked().connect([this] {
-            endSelection();
+            _marked.endSelection();
             _parts.send(&ReaderWindowActions::displayOptions);
         }),
         _parts.widget<Gtk::Button>("columnsButton").signal_clicked().connect([this] {
-            endSelection();
+            _marked.endSelection();
             _parts.send(&ReaderWindowActions::changeWidth);
         }),
         panel.signal_closed().connect([this] { _parts.focusPage(); }),
@@ -64,55 +58,27 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
     connectSearch();
     _parts.watchKeys(_note.popover());
     _connections.push_back(_note.popover().signal_closed().connect([this] { _parts.focusPage(); }));
-    _parts.watchKeys(_marks.editor().popover());
-    _connections.push_back(_marks.editor().popover().signal_closed().connect([this] { _parts.focusPage(); }));
 }
 
 void EpubWindowGtk::showNote(const std::string& text, const PointedLink& reference)
 {
-    const auto place = placeOf(reference.place);
+    const auto place = _marked.placeOf(reference.place);
     _note.show(text,
         { static_cast<int>(place.x), static_cast<int>(place.y), static_cast<int>(place.width),
             static_cast<int>(place.height) },
         reference.way);
 }
 
-Rect EpubWindowGtk::placeOf(const Rect& box)
+std::vector<SelectionBar::Action> EpubWindowGtk::textActions(EpubWindowGtk& window)
 {
-    const double pixel = _parts.page.webView->pixelSize();
-    // The page leaves margins in its frame.
-    auto& frame = *_parts.page.widget;
-    auto* const page = frame.get_first_child();
-    double x = 0;
-    double y = 0;
-    (page ? *page : frame)
-        .translate_coordinates(_parts.widget<Gtk::Overlay>("pagePlace"), box.x * pixel, box.y * pixel, x, y);
-    return { x, y, box.width * pixel, box.height * pixel };
-}
-
-std::vector<SelectionBar::Action> EpubWindowGtk::selectionActions()
-{
-    const auto sends = [this](std::function<void()> ReaderWindowActions::*action) {
-        return [this, action] { _parts.send(action); };
+    const auto sends = [&window](std::function<void()> ReaderWindowActions::*action) {
+        return [&window, action] { window._parts.send(action); };
     };
-    std::vector<SelectionBar::Action> actions {
+    return {
         { _("Copy"), sends(&ReaderWindowActions::copySelection) },
         { _("Find in Book"), sends(&ReaderWindowActions::findSelection) },
         { _("Look Up"), sends(&ReaderWindowActions::lookUpSelection) },
     };
-    for (auto& action : _marks.selectionActions())
-        actions.push_back(std::move(action));
-    return actions;
-}
-
-void EpubWindowGtk::showSelection(const PageSelection& selection)
-{
-    PlacedText text { {}, placeOf(selection.firstLine), placeOf(selection.lastLine) };
-    for (const auto& box : selection.boxes)
-        text.boxes.push_back(placeOf(box));
-    _selectionBar.show(text);
-    if (selection.way == PageSelection::Way::Key)
-        _selectionBar.focus();
 }
 
 void EpubWindowGtk::searchFor(const std::string& text)
@@ -124,15 +90,6 @@ void EpubWindowGtk::searchFor(const std::string& text)
 void EpubWindowGtk::copy(const std::string& text)
 {
     _parts.widget<Gtk::Widget>("stage").get_clipboard()->set_text(text);
-}
-
-// Whether there was a bar to hide.
-bool EpubWindowGtk::endSelection()
-{
-    if (!_selectionBar.isShown())
-        return false;
-    _parts.send(&ReaderWindowActions::endSelection);
-    return true;
 }
 
 // It is in the contents pane.
@@ -243,43 +200,22 @@ bool EpubWindowGtk::perform(ReaderCommand command)
         _parts.send(command == ReaderCommand::NextResult ? &ReaderWindowActions::goToNextResult
                                                          : &ReaderWindowActions::goToPreviousResult);
         return true;
-    case ReaderCommand::ShowSelection:
-        _parts.send(&ReaderWindowActions::askForSelection);
-        return true;
     case ReaderCommand::LeaveFullScreen:
-        return endSelection() || endSearch();
-    case ReaderCommand::ToggleBookmark:
-        _marks.send(&MarkActions::toggleBookmark);
-        return true;
-    case ReaderCommand::Highlight:
-        _marks.send(&MarkActions::highlight, std::string("yellow"));
-        return true;
-    case ReaderCommand::Annotate:
-        _marks.send(&MarkActions::annotate);
-        return true;
+        return _marked.endSelection() || endSearch();
     case ReaderCommand::ShowMarks:
-        showMarks();
-        return true;
+        // The results have the place of the list.
+        if (_searchPane.isShown())
+            _parts.send(&ReaderWindowActions::endSearch);
+        return _marked.perform(command);
     case ReaderCommand::LargerText:
     case ReaderCommand::SmallerText:
     case ReaderCommand::DefaultText:
-        endSelection();
+        _marked.endSelection();
         _parts.queue.post([this, command] { moveTextSize(command); });
         return true;
     default:
-        return false;
+        return _marked.perform(command);
     }
-}
-
-void EpubWindowGtk::showMarks()
-{
-    if (_parts.mainSplitView.isSubviewHidden(0))
-        _parts.send(&ReaderWindowActions::toggleLeftView);
-    _parts.queue.post([this] {
-        if (_searchPane.isShown())
-            _parts.send(&ReaderWindowActions::endSearch);
-        _parts.queue.post([this] { _marks.showList(); });
-    });
 }
 
 void EpubWindowGtk::moveTextSize(ReaderCommand command)

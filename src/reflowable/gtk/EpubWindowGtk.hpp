@@ -2,21 +2,19 @@
 
 #include "controls/gtk/PopUpControl.hpp"
 #include "controls/gtk/SegmentedSwitch.hpp"
-#include "notebook/gtk/WindowMarks.hpp"
 #include "panels/gtk/NotePopover.hpp"
 #include "panels/gtk/PopoverPanel.hpp"
 #include "panels/gtk/SearchFieldControl.hpp"
 #include "panels/gtk/SearchPaneGtk.hpp"
-#include "panels/gtk/SelectionBar.hpp"
+#include "reader/gtk/MarkedPage.hpp"
 #include "reader/gtk/MissingFontNote.hpp"
-#include "reader/gtk/ReaderWindowGtk.hpp"
 
 #include <memory>
 
 namespace pagora {
 
 // The window of the layout "EpubWindow": a reader window with display options and a search field. Main thread.
-class EpubWindowGtk : public ReaderWindowRole<EpubWindow> {
+class EpubWindowGtk : public MarkedWindowRole<EpubWindow> {
 public:
     // The name of its layout.
     static constexpr const char* layoutName = "EpubWindow";
@@ -28,20 +26,9 @@ public:
     PopUpButton& fontMenu() override { return _fontMenu; }
     TextField& searchField() override { return _searchField; }
     SearchPane& searchPane() override { return _searchPane; }
-    void setMarkActions(MarkActions actions) override { _marks.setActions(std::move(actions)); }
-    MarksPaneGtk& marksPane() override { return _marks.pane(); }
-    void copyText(const std::string& text) override { _marks.copyText(text); }
-    void setBookmarked(bool isBookmarked) override { _marks.signs().setBookmarked(isBookmarked); }
-    void showMark(const EditedMark& mark, const std::optional<Rect>& place) override { _marks.showMark(mark, place); }
-    void offerUndo(const std::string& text) override { _marks.signs().offerUndo(text); }
-    void showNotice(const std::string& text) override { _marks.signs().showNotice(text); }
-    MarkEditor& markEditor() { return _marks.editor(); }
-    MarkSigns& markSigns() { return _marks.signs(); }
     void showNote(const std::string& text, const PointedLink& reference) override;
     void pointerLeftReference() override { _note.pointerLeft(); }
     void setBookLanguage(const std::string& language) override;
-    void showSelection(const PageSelection& selection) override;
-    void hideSelection() override { _selectionBar.hide(); }
     void searchFor(const std::string& text) override;
     void copy(const std::string& text) override;
     void setPageOfChapter(std::int64_t page, std::int64_t count) override
@@ -54,13 +41,9 @@ public:
 
 private:
     bool perform(ReaderCommand command);
-    void showMarks();
     void moveTextSize(ReaderCommand command);
-    // The actions that a selection's bar offers, in order.
-    std::vector<SelectionBar::Action> selectionActions();
-    // A box of the page, in pixels of the widget that holds the page.
-    Rect placeOf(const Rect& box);
-    bool endSelection();
+    // The actions for selected text, in the order of its bar. The window may be incomplete.
+    static std::vector<SelectionBar::Action> textActions(EpubWindowGtk& window);
     void showSearchField();
     void connectSearch();
     void search();
@@ -74,8 +57,6 @@ private:
     PopoverPanel _displayOptions;
     NotePopover _note;
     std::unique_ptr<MissingFontNote> _missingFontNote;
-    WindowMarks _marks;
-    SelectionBar _selectionBar;
     std::vector<sigc::connection> _connections;
 };
 

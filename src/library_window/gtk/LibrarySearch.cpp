@@ -53,26 +53,29 @@ std::string countText(std::size_t shown, std::size_t all)
 LibrarySearch::LibrarySearch(const Glib::RefPtr<Gtk::Builder>& layout)
     : _root(*layout->get_widget<Gtk::Widget>("mainWindow"))
     , _bar(*layout->get_widget<Gtk::SearchBar>("searchBar"))
-    , _field(*layout->get_widget<Gtk::SearchEntry>("searchField"))
+    , _entry(*layout->get_widget<Gtk::Widget>("searchField"))
+    , _field(_entry)
     , _count(*layout->get_widget<Gtk::Label>("bookCount"))
     , _button(*layout->get_widget<Gtk::ToggleButton>("searchButton"))
     , _orderButton(*layout->get_widget<Gtk::Widget>("orderButton"))
 {
     // The bar closes on Escape, and empties the field then.
-    _bar.connect_entry(_field);
+    gtk_search_bar_connect_entry(_bar.gobj(), GTK_EDITABLE(_entry.gobj()));
+    _field.setActions([this] { perform(_doneAction); }, nullptr);
     // A bar that moves could not take the keyboard at once, and the next keys would be the books'.
     if (auto* const revealer = dynamic_cast<Gtk::Revealer*>(_bar.get_first_child()))
         revealer->set_transition_duration(0);
     addOrders();
     addFieldKeys();
     _connections = {
-        _field.property_text().signal_changed().connect([this] {
-            if (auto words = searchWords(_field.get_text().raw()); words != _words) {
-                _words = std::move(words);
-                perform(_queryAction);
-            }
-        }),
-        _field.signal_activate().connect([this] { perform(_doneAction); }),
+        // Once for a text that replaces another, unlike the signal of the field.
+        _entry.connect_property_changed("text",
+            [this] {
+                if (auto words = searchWords(_field.stringValue()); words != _words) {
+                    _words = std::move(words);
+                    perform(_queryAction);
+                }
+            }),
         _button.signal_toggled().connect([this] {
             if (_button.get_active() != isOpen())
                 _button.get_active() ? open() : end();
@@ -92,7 +95,7 @@ void LibrarySearch::addFieldKeys()
             return true;
         },
         false);
-    _field.add_controller(down);
+    _entry.add_controller(down);
 }
 
 void LibrarySearch::barDidChange()
@@ -142,8 +145,8 @@ void LibrarySearch::open()
     if (!_button.get_sensitive())
         return;
     _bar.set_search_mode(true);
-    _field.grab_focus();
-    _field.select_region(0, -1);
+    _entry.grab_focus();
+    gtk_editable_select_region(GTK_EDITABLE(_entry.gobj()), 0, -1);
 }
 
 void LibrarySearch::end()
@@ -182,8 +185,8 @@ bool LibrarySearch::take(Gtk::EventControllerKey& keys, guint key, Gdk::Modifier
     open();
     if (!isOpen())
         return false;
-    gtk_editable_set_position(GTK_EDITABLE(_field.gobj()), -1);
-    auto* const text = gtk_editable_get_delegate(GTK_EDITABLE(_field.gobj()));
+    gtk_editable_set_position(GTK_EDITABLE(_entry.gobj()), -1);
+    auto* const text = gtk_editable_get_delegate(GTK_EDITABLE(_entry.gobj()));
     return gtk_event_controller_key_forward(keys.gobj(), GTK_WIDGET(text));
 }
 

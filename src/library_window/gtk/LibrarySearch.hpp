@@ -1,13 +1,13 @@
 #pragma once
 
 #include "library_views/BookQuery.hpp"
+#include "panels/gtk/SearchFieldControl.hpp"
 
 #include <giomm/simpleactiongroup.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/label.h>
 #include <gtkmm/searchbar.h>
-#include <gtkmm/searchentry.h>
 #include <gtkmm/togglebutton.h>
 
 #include <cstddef>
@@ -47,7 +47,7 @@ public:
     // The window's controller that opens the bar on a printable key and closes it on Escape, unless a control uses the
     // key.
     Glib::RefPtr<Gtk::EventController> keys();
-    Gtk::Widget& field() { return _field; }
+    Gtk::Widget& field() { return _entry; }
 
 private:
     void addOrders();
@@ -59,7 +59,8 @@ private:
 
     Gtk::Widget& _root;
     Gtk::SearchBar& _bar;
-    Gtk::SearchEntry& _field;
+    Gtk::Widget& _entry;
+    SearchFieldControl _field;
     Gtk::Label& _count;
     Gtk::ToggleButton& _button;
     Gtk::Widget& _orderButton;

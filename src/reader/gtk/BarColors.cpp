@@ -38,7 +38,7 @@ double luminance(const Color& color)
 
 double contrast(const Color& one, const Color& other)
 {
-    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    const auto [darker, lighter] = std::minmax({ luminance(one), luminance(other) });
     return (lighter + 0.05) / (darker + 0.05);
 }
 

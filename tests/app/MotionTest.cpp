@@ -38,7 +38,8 @@ TEST(Motion, NothingMovesForLongerThanAFifthOfASecond)
         collect(sheet, R"(\b([0-9.]+)(m?s)\b)");
     for (const char* layout : { "LibraryWindow", "EpubWindow", "FixedLayout", "ImageView", "TableView", "Alert" })
         collect(std::string("ui/") + layout + ".ui", R"(-duration">([0-9]+)()<)");
-    ASSERT_GE(times.size(), 6U);
+    // The bars of full screen are not in a layout; ReaderFullScreenTest has their duration.
+    ASSERT_GE(times.size(), 5U);
     EXPECT_LE(*std::max_element(times.begin(), times.end()), 200);
 }
 

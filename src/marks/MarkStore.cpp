@@ -123,7 +123,7 @@ void MarkStore::load()
     enqueue([background = _background] { return background->read(); });
 }
 
-std::string MarkStore::add(Mark mark, const MarkAnchor& anchor)
+std::string MarkStore::add(Mark mark, MarkAnchor anchor)
 {
     if (!_archive)
         return {};
@@ -133,17 +133,17 @@ std::string MarkStore::add(Mark mark, const MarkAnchor& anchor)
     mark.written.clear();
     put({ mark, anchor });
     auto id = mark.id;
-    enqueue({ { std::move(mark) } }, anchor);
+    enqueue({ { std::move(mark) } }, std::move(anchor));
     return id;
 }
 
-void MarkStore::change(Mark mark, const std::optional<MarkAnchor>& anchor)
+void MarkStore::change(Mark mark, std::optional<MarkAnchor> anchor)
 {
     if (!_archive)
         return;
     mark.modified = timeNow();
     put({ mark, anchor });
-    enqueue({ { mark } }, anchor);
+    enqueue({ { std::move(mark) } }, std::move(anchor));
 }
 
 void MarkStore::remove(const std::string& id)

@@ -41,9 +41,9 @@ public:
     void load();
     // Adds a mark at a place. The text of the anchor is the text in the page. Sets the mark's time and identifier;
     // returns the identifier.
-    std::string add(Mark mark, const MarkAnchor& anchor);
+    std::string add(Mark mark, MarkAnchor anchor);
     // Replaces the mark with the same identifier, or restores a removed one. Sets its time.
-    void change(Mark mark, const std::optional<MarkAnchor>& anchor);
+    void change(Mark mark, std::optional<MarkAnchor> anchor);
     void remove(const std::string& id);
     // Merges the marks of another file by identifier and time.
     void import(std::vector<Mark> marks);

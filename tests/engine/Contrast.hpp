@@ -12,6 +12,8 @@ namespace pagora::test {
 struct SeenText {
     std::string text;
     double contrast = 0;
+
+    bool operator==(const SeenText&) const = default;
 };
 
 // The maximum contrast between the most frequent colour of the picture's part and another colour in it.

@@ -9,9 +9,9 @@
 namespace pagora::bench {
 
 constexpr Area screenArea { 0, 0, 1280, 860 };
-// The area of the page in a maximized window, and a part of it that no control and no cover of a library of two books
-// overlaps.
+// The area of the page in a maximized window, in pixels of the screen.
 constexpr Area pageView { 264, 54, 1016, 771 };
+// The part of it in which neither a control nor a cover is shown, if the library has two books.
 constexpr Area pageArea { 350, 100, 860, 640 };
 // A part of the page beside the sign of a page that is being loaded.
 constexpr Area firstColumn { 350, 100, 380, 640 };

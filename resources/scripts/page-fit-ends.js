@@ -1,7 +1,8 @@
 // Runs in the reader's own script world of every page, before page-fit.js. Handles floats at the ends of columns.
 
-// Marks floats at a column's end, beside which the engine leaves a line as short as it was when it moves it to the next
-// column. Such a float ends, for the text, with the last line that stands beside it.
+// Handles floats at the end of a column. The engine shortens a line beside such a float, and may then move the line to the
+// next column without making it longer again. The mark gives the float a smaller bottom margin: it ends with the last line
+// that remains beside it.
 var pagoraFreeLastLines = (function () {
     'use strict';
 

@@ -80,8 +80,7 @@ var pagoraFit = (function () {
     const longestEntry = 120;
     const clear = 'rgba(0, 0, 0, 0)';
 
-    // The body, and lists of its elements that may need a mark, one list for each kind. `survey` makes the lists once for each
-    // body.
+    // The body and its elements that may need a mark, in one list for each kind. Made by `survey`, once for each body.
     let book = null;
 
     function sortOf(element, bodySize) {

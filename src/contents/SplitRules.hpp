@@ -6,8 +6,8 @@
 
 namespace pagora {
 
-// Sizes of the contents pane and the page: the pane is at least `minPaneWidth` and at most half the window wide and
-// keeps its width when the window is resized, if possible. Both readers use it. Main thread.
+// The rules for the widths of the contents pane and the page, for both readers. The pane is at least `minPaneWidth` and
+// at most half of the window. It keeps its width when the window is resized, as far as these limits allow. Main thread.
 class SplitRules : public SplitViewDelegate {
 public:
     // `didLayOut` is called after the divider moved, when `followDivider` says so, and after each resize.

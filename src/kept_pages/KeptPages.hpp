@@ -10,8 +10,8 @@
 
 namespace pagora {
 
-// The pictures of the pages on which books were left, one file a book, in a folder of their own. At most 200 are kept;
-// the oldest go. Main thread, except where it says so.
+// A picture of the last page read in each book, as one file for each book in a folder. At most 200 pictures are kept;
+// the oldest are deleted. Main thread unless stated otherwise.
 class KeptPages {
 public:
     static constexpr std::size_t maxPages = 200;

@@ -23,8 +23,8 @@ struct BookToExport {
 // The names of the archives in a folder that have a file of marks, without their extension. Reads the disk; any thread.
 std::set<std::string> namesWithMarks(const std::string& folder);
 
-// Writes the book's marks that pass the filter to a new file in the folder. Returns their number; missing if the book's
-// file could not be read or the new file could not be written. Reads and writes the disk; any thread.
+// Writes the marks of a book that match the filter to a new file in the folder. Returns the number of marks, or nothing
+// if the book's file could not be read or the new file could not be written. Blocks on the disk. Any thread.
 std::optional<std::size_t> exportMarksOf(const BookToExport& book, const MarksExportRequest& request);
 
 }

@@ -37,7 +37,8 @@ struct MarksToList {
     std::shared_ptr<MarkNumbers> numbers;
 };
 
-// The lines of the chosen marks, with a heading for each chapter. Long texts are cut. Slow for many marks. Any thread.
+// The lines of the marks that match the filter, with a heading for each chapter. Long texts are truncated. Takes time
+// proportional to the number of marks; call it in the background. Any thread.
 std::vector<MarkLine> linesOf(const MarksToList& given);
 // The new lines, and how many at both ends are the same as before. Any thread.
 ListedMarks listedAfter(const MarkLines& before, std::vector<MarkLine> lines);

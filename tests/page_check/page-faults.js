@@ -1,8 +1,8 @@
 // Counts the faults of the pages of the shown chapter. Evaluated in the reader's own script world, after page-glyphs.js.
 // The result is lines of fields between tabs: first the numbers of pages and text lines, then a line for each kind of
 // fault with its name, its count and some examples.
-// The script scrolls to each page in the same way as the reader and records the scroll position of each page. It then compares
-// each box of the chapter with the edges of the columns and the pages.
+// The script scrolls to each page as the reader does and records the scroll positions. It then compares each box of the
+// chapter with the edges of the columns and the pages.
 (function () {
     'use strict';
 

@@ -7,10 +7,11 @@ namespace pagora {
 
 namespace {
 
-// The pointer reveals the bar within `touch` of the edge, and hides it at more than `slack` from the bar. In points.
+// The bar is shown when the pointer is at most this far from the edge, in points.
 constexpr double touch = 2;
+// The bar is hidden when the pointer is more than this far from the bar, in points.
 constexpr double slack = 12;
-// In milliseconds.
+// The duration of the animation in milliseconds.
 constexpr unsigned duration = 180;
 
 }

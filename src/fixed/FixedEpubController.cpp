@@ -29,6 +29,7 @@ FixedEpubController::FixedEpubController(
     , _scripts(std::move(scripts))
     , _location(window.locLabel(), window.locSlider())
     , _contentsPane(window.tocView(), *this)
+    , _selectedText(window)
     , _splitRules(window.mainSplitView(), SplitRules::FollowDivider::No, [] {})
 {
     _window.webView().setDelegate(this);

@@ -10,6 +10,7 @@
 #include "reader/LocationBar.hpp"
 #include "reader/ReaderHub.hpp"
 #include "reader/ReaderState.hpp"
+#include "reader/SelectedText.hpp"
 #include "running/RunLoop.hpp"
 #include "running/SerialQueue.hpp"
 
@@ -71,7 +72,10 @@ public:
     void didCommitLoad(const DataSource& source) override;
     void didResize() override;
     void pageFollowsLink() override { leavePage(); }
-    void selectionDidChange(const std::optional<PageSelection>& selection) override;
+    void selectionDidChange(const std::optional<PageSelection>& selection) override
+    {
+        _selectedText.didChange(selection);
+    }
     void pressesMark(const PressedMark& mark) override;
 
     // Each page is a chapter of the marks.
@@ -81,16 +85,12 @@ public:
     void ask(std::string script, std::function<void(std::int64_t)> answer) override;
     void askText(std::string script, std::function<void(const std::string&)> answer) override;
     void goToMark(const MarkAnchor& anchor) override;
-    // Shows what can be done with the selected text, hides it again, and copies the text.
-    void askForSelection();
-    void endSelection();
-    void copySelection();
+    SelectedText& selectedText() { return _selectedText; }
 
 private:
     // What paints the marks of a page; empty where it has none.
     std::string marksScript(std::uint64_t page) const;
     Task<void> paintMarks();
-    Task<void> copySelectedText();
     // A jump is about to leave the page.
     void leavePage();
     void takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&));
@@ -149,8 +149,7 @@ private:
         bool isHere = false;
         std::optional<std::uint64_t> ahead;
     } _painted;
-    // What the page was asked of its selected text last.
-    Task<void> _asking;
+    SelectedText _selectedText;
 
     SplitRules _splitRules;
     // Last, so that pending work ends before the members that it uses.

@@ -83,35 +83,4 @@ void FixedEpubController::pressesMark(const PressedMark& mark)
         _marks.isPressed(mark);
 }
 
-void FixedEpubController::selectionDidChange(const std::optional<PageSelection>& selection)
-{
-    if (selection)
-        _window.showSelection(*selection);
-    else
-        _window.hideSelection();
-}
-
-void FixedEpubController::askForSelection()
-{
-    _asking = evaluate(_window.webView(), "pagoraSelection.ask()");
-}
-
-void FixedEpubController::endSelection()
-{
-    _window.hideSelection();
-    _asking = evaluate(_window.webView(), "pagoraSelection.forget()");
-}
-
-void FixedEpubController::copySelection()
-{
-    _asking = copySelectedText();
-}
-
-Task<void> FixedEpubController::copySelectedText()
-{
-    const std::string text = co_await _window.webView().evaluateScript("pagoraSelection.text()");
-    if (!text.empty())
-        _window.copyText(text);
-}
-
 }

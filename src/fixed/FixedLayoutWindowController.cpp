@@ -48,9 +48,9 @@ void FixedLayoutWindowController::connect()
     actions.goToPage = withReader([](FixedEpubController& reader, std::int64_t page) { reader.goToPageNumber(page); });
     actions.goBack = withReader([](FixedEpubController& reader) { reader.goBack(); });
     actions.goOn = withReader([](FixedEpubController& reader) { reader.goOn(); });
-    actions.askForSelection = withReader([](FixedEpubController& reader) { reader.askForSelection(); });
-    actions.endSelection = withReader([](FixedEpubController& reader) { reader.endSelection(); });
-    actions.copySelection = withReader([](FixedEpubController& reader) { reader.copySelection(); });
+    actions.askForSelection = withReader([](FixedEpubController& reader) { reader.selectedText().ask(); });
+    actions.endSelection = withReader([](FixedEpubController& reader) { reader.selectedText().end(); });
+    actions.copySelection = withReader([](FixedEpubController& reader) { reader.selectedText().copy(); });
     _window->setActions(std::move(actions));
 }
 

@@ -81,6 +81,11 @@ public:
     virtual void setWay(bool leadsBack, bool leadsOn) { }
     // The numbers of the pages of the printed edition, in order. A window may leave that out.
     virtual void setPrintedPages(const std::vector<std::string>& labels) { }
+    // Shows a bar with actions beside the selected text. Optional.
+    virtual void showSelection(const PageSelection& selection) { }
+    virtual void hideSelection() { }
+    // Puts the text on the clipboard, unchanged. Optional.
+    virtual void copy(const std::string& text) { }
     virtual TextField& locLabel() = 0;
     virtual Slider& locSlider() = 0;
 };
@@ -101,13 +106,8 @@ public:
     virtual void pointerLeftReference() { }
     // The book's language, as "en" or "pt-BR"; says so once where no installed font has its letters.
     virtual void setBookLanguage(const std::string& language) { }
-    // Shows what can be done with the selected text, beside it. A window may leave that out.
-    virtual void showSelection(const PageSelection& selection) { }
-    virtual void hideSelection() { }
     // Puts the text into the search field, shows the field and searches for it.
     virtual void searchFor(const std::string& text) { }
-    // Puts the text on the clipboard.
-    virtual void copy(const std::string& text) { }
     // Shows which page of its chapter is seen, counted from 1, and of how many.
     virtual void setPageOfChapter(std::int64_t page, std::int64_t count) { }
     // Shows how many columns the page has.
@@ -119,12 +119,7 @@ public:
 };
 
 // The layout "FixedLayout".
-class FixedWindow : public ReaderWindow, public MarksWindow {
-public:
-    // Shows what can be done with the selected text, beside it.
-    virtual void showSelection(const PageSelection& selection) = 0;
-    virtual void hideSelection() = 0;
-};
+class FixedWindow : public ReaderWindow, public MarksWindow { };
 
 // Makes reader windows from their layouts.
 class ReaderWindowFactory {

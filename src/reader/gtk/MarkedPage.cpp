@@ -2,6 +2,8 @@
 
 #include "base/Translation.hpp"
 
+#include <gdkmm/clipboard.h>
+
 #include <iterator>
 #include <utility>
 
@@ -60,6 +62,11 @@ void MarkedPage::showSelection(const PageSelection& selection)
     _bar.show(text);
     if (selection.way == PageSelection::Way::Key)
         _bar.focus();
+}
+
+void MarkedPage::copy(const std::string& text)
+{
+    _window.widget<Gtk::Widget>("stage").get_clipboard()->set_text(text);
 }
 
 bool MarkedPage::endSelection()

@@ -20,6 +20,7 @@ public:
     MarkedPage& operator=(const MarkedPage&) = delete;
 
     void showSelection(const PageSelection& selection);
+    void copy(const std::string& text);
     // Returns whether there was a bar to hide.
     bool endSelection();
     // Returns whether the command is for the selection or for marks.
@@ -56,6 +57,7 @@ public:
     void showNotice(const std::string& text) override { markSigns().showNotice(text); }
     void showSelection(const PageSelection& selection) override { _marked.showSelection(selection); }
     void hideSelection() override { selectionBar().hide(); }
+    void copy(const std::string& text) override { _marked.copy(text); }
 
     MarkEditor& markEditor() { return _marked.marks().editor(); }
     MarkSigns& markSigns() { return _marked.marks().signs(); }

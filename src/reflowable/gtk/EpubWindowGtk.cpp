@@ -3,7 +3,6 @@
 #include "base/Translation.hpp"
 #include "desktop/gtk/AccessibleNames.hpp"
 
-#include <gdkmm/clipboard.h>
 #include <glibmm/main.h>
 #include <gtkmm/eventcontrollerkey.h>
 
@@ -85,11 +84,6 @@ void EpubWindowGtk::searchFor(const std::string& text)
 {
     showSearchField();
     _parts.queue.post([this, text] { _searchField.setStringValue(text); });
-}
-
-void EpubWindowGtk::copy(const std::string& text)
-{
-    _parts.widget<Gtk::Widget>("stage").get_clipboard()->set_text(text);
 }
 
 // It is in the contents pane.

@@ -30,7 +30,6 @@ public:
     void pointerLeftReference() override { _note.pointerLeft(); }
     void setBookLanguage(const std::string& language) override;
     void searchFor(const std::string& text) override;
-    void copy(const std::string& text) override;
     void setPageOfChapter(std::int64_t page, std::int64_t count) override
     {
         _parts.surroundings.setPageOfChapter(page, count);

@@ -8,7 +8,7 @@ namespace pagora {
 // Limits on what a book may use. docs/security.md gives the reason for each number. A book that exceeds one is not
 // imported; a cover that does is left out.
 
-// Of an archive, according to its directory.
+// Limits on an archive, checked against its directory.
 struct ArchiveLimits {
     std::uint64_t members = 65'535;
     std::uint64_t directoryBytes = 16u << 20;
@@ -23,37 +23,37 @@ struct ArchiveLimits {
     std::size_t depth = 100;
 };
 
-// Of one document.
+// Limits on one XML document.
 struct XmlLimits {
     std::size_t bytes = 32u << 20;
     int depth = 20'000;
     std::size_t elements = 1'000'000;
-    // Of one element.
+    // Maximum number of attributes of one element.
     std::size_t attributes = 1'000;
-    // The internal DTD subset.
+    // Maximum size of the internal DTD subset.
     std::size_t subsetBytes = 16u << 10;
-    // Reported characters per byte that was read, beyond a free amount. Only entities can produce more than one.
+    // Characters reported per byte read, beyond a free amount. Only entity expansion can exceed 1.
     std::size_t expansionRatio = 10;
     std::size_t freeExpansion = 8u << 20;
 };
 
-// Of the contents of one book's documents.
+// Limits on what is kept of one book's documents.
 struct BookLimits {
     std::size_t manifestItems = 100'000;
     std::size_t spineEntries = 10'000;
     std::size_t contentsEntries = 10'000;
-    // A title, an author, a label in the table of contents.
+    // Maximum length of a title, an author or a label of the table of contents.
     std::size_t textBytes = 1u << 16;
-    // Its stored entry in the catalogue.
+    // Maximum size of the book's stored entry in the catalogue.
     std::size_t entryBytes = 1u << 20;
     // Disk space of the members that are extracted for the inspection.
     std::uint64_t extractedBytes = 256u << 20;
 };
 
-// Of the inspection process, for each book.
+// Limits on the inspection process, for each book.
 struct InspectionLimits {
     unsigned processorSeconds = 5;
-    // Elapsed time, waits for the disk included.
+    // Elapsed time, including waits for the disk.
     unsigned seconds = 120;
     // Memory that the process can allocate, and its resident memory with shared libraries.
     std::uint64_t memoryBytes = 172u << 20;
@@ -62,12 +62,12 @@ struct InspectionLimits {
     unsigned coverProcessorSeconds = 2;
 };
 
-// Of a picture.
+// Limits on a picture.
 struct PictureLimits {
     std::size_t fileBytes = 64u << 20;
-    // In memory, after decoding at a reduced size where the format allows it.
+    // Pixels in memory, after decoding at a reduced size where the format allows it.
     std::int64_t pixels = 24'000'000;
-    // Of the picture itself. Decoding takes time for every pixel, including those that a reduced size drops.
+    // Pixels of the picture itself. Decoding takes time for every pixel, including those that a reduced size drops.
     std::int64_t decodedPixels = 600'000'000;
 };
 

@@ -9,30 +9,29 @@
 
 namespace pagora {
 
-// Immutable bytes, shared between copies. They are either in memory or still in the store, to be read when first asked
-// for. Safe to use from any thread.
+// Immutable bytes, shared between copies. They are in memory, or are read from the store on each access. Thread-safe.
 class Data {
 public:
-    // Reads the bytes from where they are stored; missing when they cannot be read. May be called on any thread.
+    // Reads the stored bytes. Returns nullopt if they cannot be read. May be called on any thread.
     using Reader = std::function<std::optional<std::string>()>;
 
     explicit Data(std::string bytes);
     Data(std::size_t size, Reader reader);
 
     std::size_t size() const;
-    // The bytes; empty when the store could not give them. Stored bytes are read at each call and not kept.
+    // Returns the bytes; empty if the store cannot read them. Stored bytes are read at each call and not cached.
     std::string bytes() const;
 
-    // Whether both are copies of one object, so that their bytes need not be compared.
+    // Returns whether both are copies of one object, in which case their bytes need not be compared.
     bool isSameAs(const Data& other) const { return _content == other._content; }
     bool operator==(const Data& other) const;
 
-    // Names the shared bytes; equal for copies of one object, different for others that live at the same time.
+    // Address of the shared bytes: equal for copies of one object, different for other live objects.
     const void* identity() const { return _content.get(); }
 
-    // Reads the bytes where they are stored; empty when they are in memory.
+    // Returns the function that reads the stored bytes; empty if the bytes are in memory.
     Reader reader() const;
-    // Releases the bytes in memory, for all copies. `reader` returns them from then on.
+    // Releases the bytes in memory, for all copies. Later accesses read them with `reader`.
     void keepIn(Reader reader) const;
 
 private:

@@ -14,14 +14,14 @@ struct Range {
     char32_t last;
 };
 
-// Signs over and under letters, of the scripts that are read without them too. Vowel signs of other scripts are
-// letters.
+// Combining marks of scripts that are also read without them. Vowel signs of other scripts are letters and are not
+// listed.
 constexpr std::array<Range, 17> accents
     = { { { 0x300, 0x36F }, { 0x483, 0x487 }, { 0x591, 0x5BD }, { 0x5BF, 0x5BF }, { 0x5C1, 0x5C2 }, { 0x5C4, 0x5C5 },
         { 0x5C7, 0x5C7 }, { 0x610, 0x61A }, { 0x64B, 0x65F }, { 0x670, 0x670 }, { 0x6D6, 0x6DC }, { 0x6DF, 0x6E8 },
         { 0x6EA, 0x6ED }, { 0x1AB0, 0x1AFF }, { 0x1DC0, 0x1DFF }, { 0x20D0, 0x20FF }, { 0xFE20, 0xFE2F } } };
 
-// Letters that are compared as others where accents are ignored and that do not decompose.
+// A letter without a Unicode decomposition, and the letters that replace it when accents are ignored.
 struct Relative {
     char32_t letter;
     const char* plain;
@@ -45,7 +45,7 @@ bool isUnseen(char32_t c)
         || (c >= 0xFE00 && c <= 0xFE0F) || c == 0xFEFF;
 }
 
-// 0 where the character is none of these.
+// Returns the plain form of a blank, quotation mark or hyphen; 0 for any other character.
 char32_t plainSign(char32_t c)
 {
     if (c == 0xA0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x2028 || c == 0x2029 || c == 0x202F

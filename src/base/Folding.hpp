@@ -5,29 +5,30 @@
 
 namespace pagora {
 
-// What makes no difference between two texts.
+// The differences between texts that a comparison ignores.
 struct Folding {
     bool ignoresCase = true;
     bool ignoresAccents = true;
     bool operator==(const Folding&) const = default;
 };
 
-// What a character is compared as.
+// The characters that replace one character in a comparison.
 struct FoldedCharacter {
     std::array<char32_t, 20> characters {};
     std::size_t count = 0;
 };
 
-// A blank for all kinds of blank; nothing for characters that are not seen, such as soft hyphens; plain quotation marks
-// and hyphens for typographic ones; the letters of a ligature or of a form of a letter. A letter with accents becomes
-// the letter and its accents, or the letter alone where accents are ignored. Any thread.
+// Folds one character for a comparison. Blanks of any kind become a space, typographic quotation marks and hyphens
+// become plain ones, ligatures and letter forms become their letters, and invisible characters such as soft hyphens
+// become nothing. An accented letter becomes the letter and its accents, or the letter alone if accents are ignored.
+// Thread-safe.
 FoldedCharacter folded(char32_t character, const Folding& folding);
 
-// Whether it is an accent, which `folded` leaves out where accents are ignored.
+// Returns whether the character is an accent, which `folded` removes if accents are ignored.
 bool isAccent(char32_t character);
-// Whether the character is a capital letter.
+// Returns whether the character is a capital letter.
 bool isCapital(char32_t character);
-// Whether the letter, as it is, is compared as another one where accents are ignored.
+// Returns whether ignoring accents changes the letter, apart from its case.
 bool hasAccents(char32_t character);
 
 }

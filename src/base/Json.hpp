@@ -6,9 +6,9 @@
 
 namespace pagora {
 
-// The value as JSON text, indented by two spaces a level. Data are {"data": "<base64>"}, dates {"date": seconds}; reals
-// keep every digit and read as reals (".0"), not-a-number and infinite ones are null; bytes of a text that are no UTF-8
-// are replaced by U+FFFD. Any thread.
+// Returns the value as JSON text, indented by two spaces a level. Data become {"data": "<base64>"} and dates {"date":
+// seconds}. Reals keep every digit and stay recognizable as reals (".0"); NaN and infinities become null. Invalid UTF-8
+// bytes are replaced by U+FFFD. Thread-safe.
 std::string jsonText(const Value& value);
 
 }

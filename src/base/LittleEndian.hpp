@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// The number of `size` bytes at `at`, with its lowest byte first. The bytes have to be there.
+// Returns the little-endian number of `size` bytes at offset `at`. The caller checks that the bytes exist.
 inline std::uint64_t littleEndian(std::string_view bytes, std::size_t at, int size)
 {
     std::uint64_t number = 0;
@@ -16,7 +16,7 @@ inline std::uint64_t littleEndian(std::string_view bytes, std::size_t at, int si
     return number;
 }
 
-// Writes a number in the same way over the bytes at `at`.
+// Overwrites the bytes at offset `at` with the number in little-endian order. The caller checks that the bytes exist.
 inline void putLittleEndian(std::string& bytes, std::size_t at, std::uint64_t number, int size)
 {
     for (int i = 0; i < size; ++i, number >>= 8)

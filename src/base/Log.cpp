@@ -47,7 +47,7 @@ void log(const std::string& text)
         return;
     }
     line += '\n';
-    // One write, so that lines of several threads do not mix. A failure cannot be reported anywhere.
+    // A single write keeps the lines of several threads apart. A failure cannot be reported anywhere.
     if (write(STDERR_FILENO, line.data(), line.size()) < 0)
         return;
 }

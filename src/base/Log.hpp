@@ -5,10 +5,10 @@
 
 namespace pagora {
 
-// One English line to the system's log (the journal, or standard error). Any thread.
+// Writes one English line to the system's log (the journal, or standard error). Thread-safe.
 void log(const std::string& line);
 
-// Sends the lines to `sink` for as long as it lives, for tests. One at a time.
+// Redirects log lines to `sink` during its lifetime, for tests. At most one exists at a time.
 class LogCapture {
 public:
     explicit LogCapture(std::function<void(const std::string&)> sink);

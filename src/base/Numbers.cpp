@@ -25,13 +25,13 @@ std::string_view withoutLeadingSpace(std::string_view text)
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-// The digits at the start of `text`.
+// Returns the number of digits at the start of `text`.
 std::size_t digits(std::string_view text)
 {
     return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isDigit) - text.begin());
 }
 
-// What a text says as a boolean: a word that begins with "y" or "t", or a number that is not 0.
+// Parses a boolean: true for a word that begins with "y" or "t", or a number other than 0.
 bool booleanValue(std::string_view text)
 {
     text = withoutLeadingSpace(text);

@@ -22,7 +22,7 @@ std::string_view lastComponentOf(std::string_view path)
     return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
-// Where the extension's "." is; npos when there is none.
+// Returns the position of the "." before the extension; npos if there is none.
 std::size_t extensionDot(std::string_view name)
 {
     const auto dot = name.rfind('.');
@@ -34,8 +34,8 @@ bool isSpace(gunichar c)
     return (c >= 0x09 && c <= 0x0D) || c == 0x85 || g_unichar_isspace(c);
 }
 
-// Whether the set that `pattern` begins with ("[" included) holds `c`. `length` receives the set's length, 0 when
-// nothing closes it. The first "]" closes it; a backslash takes the meaning of the character after it.
+// Returns whether the character set at the start of `pattern` (with its "[") contains `c`. Sets `length` to the length
+// of the set, 0 if it is not closed. The first "]" closes it; a backslash escapes the next character.
 bool setHolds(std::string_view pattern, unsigned char c, std::size_t& length)
 {
     length = 0;
@@ -63,7 +63,8 @@ bool setHolds(std::string_view pattern, unsigned char c, std::size_t& length)
     return found != negated;
 }
 
-// How many bytes of the pattern's start, which is no "*", stand for the byte; 0 when they do not.
+// Matches one byte against the start of the pattern, which must not be "*". Returns the number of pattern bytes used; 0
+// if the byte does not match.
 std::size_t lengthOfMatch(std::string_view pattern, char c)
 {
     if (pattern.empty())
@@ -201,7 +202,7 @@ bool matchesWildcards(std::string_view text, std::string_view pattern)
 {
     std::size_t t = 0;
     std::size_t p = 0;
-    // Only the last "*" need be tried again with a longer stretch, so there is no recursion.
+    // Backtracking to the last "*" is sufficient, so there is no recursion.
     std::size_t star = std::string_view::npos;
     std::size_t starText = 0;
     while (t < text.size()) {

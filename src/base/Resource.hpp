@@ -5,7 +5,7 @@
 
 namespace pagora {
 
-// The bytes of a file that is compiled into the program; missing when there is none of that name. Any thread.
+// Returns the bytes of a file that is compiled into the program; nullopt if there is no such file. Thread-safe.
 std::optional<std::string> resourceBytes(const std::string& path);
 
 }

@@ -5,10 +5,10 @@
 
 namespace pagora {
 
-// What an operation without a value returns when it succeeds.
+// The value of an operation that succeeds without a value.
 struct Done { };
 
-// A value, or the reason why there is none.
+// A value, or the reason for its absence.
 template <typename Value, typename Reason>
 class Result {
 public:
@@ -26,7 +26,7 @@ public:
     const Value& operator*() const { return *_value; }
     Value* operator->() { return &*_value; }
     const Value* operator->() const { return &*_value; }
-    // Where there is no value.
+    // Meaningful only if there is no value.
     const Reason& reason() const { return _reason; }
 
 private:

@@ -27,7 +27,7 @@ std::string searchText(std::string_view text)
         std::transform(text.begin(), text.end(), result.begin(), [](char c) { return g_ascii_tolower(c); });
         return result;
     }
-    // Composed first, so that both spellings of a letter that is no accented one become the same.
+    // Compose first: both spellings of a letter whose mark is not an accent must become equal.
     const auto valid = composedForm(validUtf8(text));
     result.reserve(valid.size());
     std::array<char, 6> bytes {};

@@ -6,13 +6,12 @@
 
 namespace pagora {
 
-// The text in the form in which searches compare it: lower case, without accents, with ligatures and other variants of
-// letters, quotes and dashes replaced by the usual ones. Bytes that are not UTF-8 become replacement characters. Any
-// thread.
+// Returns the normalized form that searches compare: lower case, without accents, with ligatures, letter variants,
+// quotes and dashes replaced by the usual characters. Invalid UTF-8 bytes become replacement characters. Thread-safe.
 std::string searchText(std::string_view text);
 
-// The words of a pattern in that form, without repetitions, the longest first. None for a pattern without a word, such
-// as one of accents alone. Any thread.
+// Returns the distinct words of a pattern in that form, longest first; empty for a pattern without a word, such as
+// accents alone. Thread-safe.
 std::vector<std::string> searchWords(std::string_view pattern);
 
 }

@@ -2,10 +2,11 @@
 
 namespace pagora {
 
-// Where the program runs. In a Flatpak, portals start the page engine's processes and move files to the Trash.
+// The environment in which the program runs. In a Flatpak, portals start the page engine's processes and move files to
+// the Trash.
 enum class Surroundings { Desktop, Flatpak };
 
-// Of this process.
+// Returns the environment of this process.
 Surroundings surroundings();
 
 }

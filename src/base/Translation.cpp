@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* domain = "pagora";
 
-// Beside the program where it was built, in share/ where it is installed.
+// Beside the program in a build tree, in share/ when installed.
 std::filesystem::path translationsFolder()
 {
     std::error_code ignored;

@@ -38,7 +38,7 @@ std::string validUtf8(std::string_view text)
 
 bool isUtf8(std::string_view text)
 {
-    // The validation stops at NUL, which is a character like others here.
+    // g_utf8_validate stops at NUL, which is treated as an ordinary character here.
     while (!text.empty()) {
         const char* end = nullptr;
         if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), &end))

@@ -5,12 +5,12 @@
 
 namespace pagora {
 
-// A text with every accented letter as one character (NFC), or as a letter and its accents (NFD). Bytes that are not
-// UTF-8 come back unchanged.
+// Normalizes a text to composed letters (NFC), or to letters followed by their accents (NFD). Invalid UTF-8 is returned
+// unchanged.
 std::string composedForm(std::string_view text);
 std::string decomposedForm(std::string_view text);
 
-// Bytes that are not UTF-8 become replacement characters.
+// Replaces invalid UTF-8 bytes by replacement characters.
 std::string validUtf8(std::string_view text);
 bool isUtf8(std::string_view text);
 

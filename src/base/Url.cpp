@@ -55,7 +55,7 @@ std::string unescapedBytes(std::string_view text)
     return result;
 }
 
-// Where the scheme's ":" is; npos without a scheme.
+// Returns the position of the ":" after the scheme; npos if there is no scheme.
 std::size_t schemeEnd(std::string_view text)
 {
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -74,7 +74,7 @@ std::optional<Url> Url::fromString(std::string text)
 {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto c = static_cast<unsigned char>(text[i]);
-        // Brackets are part of numeric host names.
+        // Brackets are part of numeric (IPv6) host names.
         if (!isUnreserved(c) && !isDelimiter(c) && c != '[' && c != ']' && !isEscape(text, i))
             return std::nullopt;
     }

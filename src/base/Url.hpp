@@ -6,25 +6,25 @@
 
 namespace pagora {
 
-// A URL, kept as its text. Only file URLs and URLs without a scheme have a path that is looked into; their texts carry
+// A URL, kept as its text. Only the paths of file URLs and of URLs without a scheme are decoded; their texts contain
 // percent escapes (UTF-8).
 class Url {
 public:
-    // The URL that `text` spells; missing when it holds characters that a URL cannot hold (blanks, quotes, angle
-    // brackets, control characters, bytes above 127, a "%" without two hexadecimal digits).
+    // Parses a URL. Returns nullopt if the text contains characters that a URL cannot contain: blanks, quotes, angle
+    // brackets, control characters, bytes above 127, or a "%" without two hexadecimal digits.
     static std::optional<Url> fromString(std::string text);
-    // The file URL of an absolute path, which may hold any bytes but NUL.
+    // Returns the file URL of an absolute path, which may contain any bytes but NUL.
     static Url file(const std::string& path);
 
     const std::string& text() const { return _text; }
-    // In lower case; empty when there is none.
+    // Returns the scheme in lower case; empty if there is none.
     std::string scheme() const;
     bool isFile() const { return scheme() == "file"; }
-    // Without scheme, host, query and fragment, percent escapes replaced.
+    // Returns the path with percent escapes decoded, without scheme, host, query and fragment.
     std::string path() const;
-    // What follows the last "/" of `path()`, trailing slashes aside.
+    // Returns the part after the last "/" of `path()`, ignoring trailing slashes.
     std::string lastPathComponent() const;
-    // What follows the first "#", percent escapes replaced; missing when there is no "#".
+    // Returns the part after the first "#" with percent escapes decoded; nullopt if there is no "#".
     std::optional<std::string> fragment() const;
     Url withoutFragment() const;
 
@@ -38,9 +38,9 @@ private:
     std::string _text;
 };
 
-// Every byte that a URL cannot hold, and "%", becomes an escape. "#" and the other delimiters stay as they are.
+// Escapes "%" and every byte that a URL cannot contain. "#" and the other delimiters stay as they are.
 std::string addingPercentEscapes(std::string_view text);
-// Every "%" with two hexadecimal digits becomes that byte; missing when the outcome is not UTF-8.
+// Decodes every "%" with two hexadecimal digits. Returns nullopt if the result is not UTF-8.
 std::optional<std::string> replacingPercentEscapes(std::string_view text);
 
 }

@@ -11,7 +11,7 @@ std::string homeFolder()
 
 std::string documentsFolder()
 {
-    // A folder that is switched off is set to the home folder.
+    // xdg-user-dirs sets a disabled folder to the home folder.
     const char* folder = g_get_user_special_dir(G_USER_DIRECTORY_DOCUMENTS);
     if (!folder || homeFolder() == folder)
         return homeFolder() + "/Documents";

@@ -4,13 +4,13 @@
 
 namespace pagora {
 
-// The user's own folders, as absolute paths; nothing is made. Any thread.
+// The user's own folders, as absolute paths. No folder is created. Thread-safe.
 
 std::string homeFolder();
-// The first of the user's documents folders; "Documents" in the home folder where none is set.
+// Returns the user's documents folder; "Documents" in the home folder if none is set.
 std::string documentsFolder();
 std::string cachesFolder();
-// Where the program keeps its stored values.
+// Returns the folder of the stored values.
 std::string defaultsFolder();
 
 }

@@ -7,7 +7,7 @@ namespace pagora {
 
 namespace {
 
-// One lock for all values: containers are read rarely and briefly.
+// One lock for all values, because containers are read rarely and briefly.
 std::mutex reading;
 
 }

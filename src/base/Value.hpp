@@ -25,11 +25,11 @@ public:
     using Array = std::vector<Value>;
     using Dictionary = std::map<std::string, Value>;
 
-    // Reads the elements of an array or dictionary on first use.
+    // The stored elements of an array or dictionary, read on first use.
     class Source {
     public:
         virtual ~Source() = default;
-        // Missing when the elements cannot be read. Thread safe.
+        // Returns nullopt if the elements cannot be read. Thread-safe.
         virtual std::optional<Value> read() const = 0;
     };
     enum class Container : bool { Array, Dictionary };
@@ -47,7 +47,7 @@ public:
     // A container whose elements are read on first use; empty when reading fails.
     Value(Container kind, std::shared_ptr<const Source> source);
 
-    // The content, or null when the value is of another kind.
+    // Returns the content; null if the value has another type.
     const std::string* string() const;
     const std::int64_t* integer() const;
     const double* real() const;
@@ -57,16 +57,16 @@ public:
     const Array* array() const;
     const Dictionary* dictionary() const;
 
-    // The same without reading the elements.
+    // Type checks that do not read the elements.
     bool isArray() const;
     bool isContainer() const;
-    // Where the elements are read from; null for a value that was made in memory.
+    // Returns the source of the elements; null for a value that was created in memory.
     const Source* source() const;
 
-    // The entry of a dictionary; null when there is none or the value is no dictionary.
+    // Returns the dictionary's value for `key`; null if there is none or if this value is not a dictionary.
     const Value* find(const std::string& key) const;
 
-    // Whether both are copies of the same value. Does not compare contents.
+    // Returns whether both are copies of the same value. Does not compare contents.
     bool isSameAs(const Value& other) const { return _content == other._content; }
     bool operator==(const Value& other) const;
 
@@ -78,12 +78,12 @@ private:
         bool operator==(const Kept& other) const { return source == other.source; }
         Container kind;
         std::shared_ptr<const Source> source;
-        // Null until it is read.
+        // Null until the elements are read.
         mutable std::shared_ptr<const Value> value;
     };
     using Content = std::variant<std::string, std::int64_t, double, bool, Date, Data, Array, Dictionary, Kept>;
 
-    // The content, with its elements read.
+    // Returns the content; reads the elements if needed.
     const Content& content() const;
 
     std::shared_ptr<const Content> _content;

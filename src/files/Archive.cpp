@@ -21,8 +21,8 @@ namespace pagora {
 
 namespace {
 
-// Limit of steps for wildcard matching: the bytes of the name times the bytes of all member names. Above it, wildcards
-// are plain characters.
+// Limit on wildcard matching: the bytes of the pattern times the bytes of all member names. Above it, wildcards are
+// treated as plain characters.
 constexpr std::size_t maxComparisons = std::size_t { 64 } << 20;
 constexpr std::size_t bufferBytes = std::size_t { 256 } * 1024;
 
@@ -42,7 +42,7 @@ std::vector<std::string> safeComponents(std::string_view name)
     return components;
 }
 
-// Which members are asked for; all when no name is given.
+// The requested members; all if no name is given.
 class Selection {
 public:
     Selection(const std::vector<std::string>& names, const std::vector<Member>& members)
@@ -84,7 +84,7 @@ public:
     }
     bool isOpen() const { return _file != nullptr; }
 
-    // How many bytes it has read; 0 at the end.
+    // Returns the number of bytes read; 0 at the end.
     std::size_t read(std::span<char> buffer)
     {
         if (buffer.empty())
@@ -133,7 +133,7 @@ private:
 struct Archive::Handle {
     std::unique_ptr<zip_t, decltype(&zip_discard)> zip { nullptr, &zip_discard };
     std::vector<Member> members;
-    // Bytes that may still be extracted.
+    // Remaining bytes that may be extracted.
     std::uint64_t room = std::numeric_limits<std::uint64_t>::max();
     bool isOutOfRoom = false;
     bool isDiskFull = false;
@@ -166,13 +166,13 @@ Member Archive::Handle::describe(zip_uint64_t index) const
     return member;
 }
 
-// Whether this error is the disk's, and not that of a name.
+// Returns whether the disk, not the name, is the reason for the error.
 bool takesNoFiles(int error)
 {
     return error == ENOSPC || error == EDQUOT || error == EROFS || error == EACCES;
 }
 
-// False when the archive breaks a bound.
+// Returns false if the archive exceeds a limit.
 bool Archive::Handle::readDirectory(const ArchiveLimits& limits, std::uint64_t archiveBytes)
 {
     const auto count = static_cast<std::uint64_t>(std::max<zip_int64_t>(zip_get_num_entries(zip.get(), 0), 0));
@@ -216,7 +216,7 @@ bool Archive::Handle::extract(
     auto folders = split(member.path, '/');
     const auto name = std::move(folders.back());
     folders.pop_back();
-    // Frees the name also for a member that cannot be read.
+    // Replace an existing file even if the member cannot be read.
     const auto file = destination.makeFile(folders, name);
     if (!file) {
         isDiskFull = isDiskFull || takesNoFiles(errno);
@@ -238,7 +238,7 @@ bool Archive::Handle::extract(
             break;
         written += got;
         room -= got;
-        // At the end of the member, its file could not be ended.
+        // If `got` is 0, `endFile` has failed.
         if (got == 0 || !writeAll(file.get(), { buffer.data(), got })) {
             isDiskFull = true;
             break;
@@ -270,7 +270,7 @@ Result<Archive, ArchiveProblem> Archive::open(FileDescriptor file, const Archive
     if (!isDirectoryWithin(file.get(), bytes, limits))
         return ArchiveProblem::PastBounds;
     auto handle = std::make_unique<Handle>();
-    // The library works on a duplicate, and closes the one that it was given once it has opened it.
+    // The library gets a duplicate, which it closes when it has opened the archive.
     if (FileDescriptor given(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0)); given) {
         handle->zip.reset(zip_fdopen(given.get(), 0, nullptr));
         if (handle->zip)
@@ -331,7 +331,7 @@ void Archive::extract(const std::vector<std::string>& members, const std::string
 {
     const Selection selection(members, _handle->members);
     ContainedFolder folder(destination, spare);
-    // Only what is read into it takes memory.
+    // make_unique_for_overwrite leaves the buffer untouched, so only the pages that are used take memory.
     const auto buffer = std::make_unique_for_overwrite<char[]>(bufferBytes);
     for (const auto& member : _handle->members) {
         if (stop.stop_requested() || _handle->isOutOfRoom)

@@ -15,39 +15,39 @@ namespace pagora {
 
 class SpareFiles;
 
-// Extraction from a ZIP archive into a folder, with the contract of the classic command: existing files are
-// overwritten, each member keeps its folders, a member that is not there is passed over, and "*", "?" and "[" in an
-// asked-for name are wildcards. Nothing is written outside the destination: "../" and a leading "/" are dropped,
-// symbolic links are neither made nor followed, and encrypted members are passed over. A name in an archive that is not
-// UTF-8 is read as code page 437. Any thread; one thread an object.
+// Extraction from a ZIP archive into a folder, compatible with the classic command: existing files are overwritten,
+// each member keeps its folders, missing members are skipped, and "*", "?" and "[" in a requested name are wildcards.
+// Nothing is written outside the destination: "../" and a leading "/" are dropped, symbolic links are neither created
+// nor followed, and encrypted members are skipped. Member names that are not UTF-8 are decoded as code page 437. Use
+// each object on one thread at a time.
 class Archive {
 public:
-    // The archive at `path`, or why there is none: it is no readable ZIP archive, or breaks a bound by what its
-    // directory says.
+    // Opens the archive at `path`. Fails if it is not a readable ZIP archive or if its directory exceeds a limit.
     static Result<Archive, ArchiveProblem> open(const std::string& path, const ArchiveLimits& limits = {});
-    // The same for a file that is open already; none is no archive.
+    // Opens the archive in an open file. Fails if the descriptor is invalid.
     static Result<Archive, ArchiveProblem> open(FileDescriptor file, const ArchiveLimits& limits = {});
     Archive(Archive&&) noexcept;
     Archive& operator=(Archive&&) noexcept;
     ~Archive();
 
-    // Where each member that is a file would go, as a path below the destination.
+    // Returns the extraction path of each member that is a file, relative to the destination.
     std::vector<std::string> filePaths() const;
 
-    // Extracts the members that match one of `members`, or all when it is empty. A damaged member is extracted up to
-    // the damage, and one that is longer than the directory states up to that length. Returns early when `stop` is
-    // requested. Files are taken from `spare` while it has some.
+    // Extracts the members that match one of `members`, or all if it is empty. A damaged member is extracted up to the
+    // damage, and a member that is longer than the directory states up to the stated length. Returns early if `stop` is
+    // requested. Reuses files from `spare` while it has any.
     void extract(const std::vector<std::string>& members, const std::string& destination,
         const std::stop_token& stop = {}, SpareFiles* spare = nullptr);
 
-    // Limits the disk space of everything that is extracted from now on.
+    // Limits the disk space of later extractions.
     void setRoom(std::uint64_t bytes);
-    // Whether members were left out because of that limit.
+    // Returns whether members were left out because of that limit.
     bool isOutOfRoom() const;
-    // Whether something did not come because the destination's disk is full, or may not be written.
+    // Returns whether members were left out because the destination's disk is full or read-only.
     bool isDiskFull() const;
 
-    // The bytes of the member of that very name; missing when there is none, or it holds more than `limit`.
+    // Returns the content of the member with exactly that name; nullopt if there is none or if it is larger than
+    // `limit` bytes.
     std::optional<std::string> read(const std::string& member, std::uint64_t limit) const;
 
 private:

@@ -32,19 +32,19 @@ constexpr std::size_t maxCommentBytes = 0xFFFF;
 constexpr std::size_t locatorBytes = 20;
 constexpr std::size_t largeEndBytes = 56;
 constexpr std::size_t headerBytes = 46;
-// So few names are harmless even if all collide.
+// This many names are harmless even if all collide.
 constexpr std::uint64_t harmlessMembers = 5'000;
 // The smallest size of the library's hash table.
 constexpr std::size_t places = 4'096;
 
-// A directory's position and size as stated by an end record.
+// A directory's position and size, as stated by an end record.
 struct Claim {
     std::uint64_t members = 0;
     std::uint64_t bytes = 0;
     std::uint64_t offset = 0;
 };
 
-// Reads the end record at `at` in the archive's last bytes.
+// Reads the end record at offset `at` of `tail`, the last bytes of the archive.
 Claim claimAt(int file, std::string_view tail, std::size_t at)
 {
     Claim claim { std::max(littleEndian(tail, at + 8, 2), littleEndian(tail, at + 10, 2)),
@@ -58,7 +58,7 @@ Claim claimAt(int file, std::string_view tail, std::size_t at)
         littleEndian(large, 48, 8) };
 }
 
-// The library's hash function; it stops at a NUL.
+// The hash function of the archive library; it stops at a NUL.
 std::uint32_t placeOf(std::string_view name)
 {
     std::uint32_t sum = 5381;
@@ -72,7 +72,7 @@ std::uint32_t placeOf(std::string_view name)
 bool areNamesApart(std::string_view directory, const ArchiveLimits& limits)
 {
     std::array<std::uint64_t, places> counts {};
-    // The library generates names for these.
+    // Entries for which the library generates the names.
     std::uint64_t others = 0;
     while (directory.size() >= headerBytes && directory.starts_with("PK\1\2")) {
         const auto nameBytes = littleEndian(directory, 28, 2);
@@ -94,13 +94,13 @@ bool isDirectoryWithin(int file, std::uint64_t archiveBytes, const ArchiveLimits
 {
     const auto tailBytes = std::min<std::uint64_t>(archiveBytes, maxCommentBytes + endBytes + locatorBytes);
     const auto tail = bytesAt(file, archiveBytes - tailBytes, tailBytes);
-    // The library tries every possible end record and its directory.
+    // The library tries every possible end record and reads its directory.
     std::uint64_t members = 0;
     std::uint64_t bytes = 0;
     for (auto at = tail.find("PK\5\6"); at != std::string::npos && at + endBytes <= tail.size();
          at = tail.find("PK\5\6", at + 1)) {
         const auto claim = claimAt(file, tail, at);
-        // It skips a directory that does not fit into the file.
+        // The library skips a directory that does not fit into the file.
         if (claim.bytes > archiveBytes || claim.offset > archiveBytes - claim.bytes)
             continue;
         members += std::min(claim.members, claim.bytes / headerBytes);

@@ -51,7 +51,7 @@ FileDescriptor ContainedFolder::makeFile(const std::vector<std::string>& folders
     FileDescriptor file = _spare ? _spare->takeFile(_folder.get(), name.c_str()) : FileDescriptor();
     if (!file)
         file = FileDescriptor(::openat(_folder.get(), name.c_str(), flags, fileMode));
-    // Removing the name first also gets rid of a link, and leaves other names of the same file alone.
+    // Unlinking the name first replaces a symbolic link, and leaves other hard links to the same file unchanged.
     if (!file && errno == EEXIST && ::unlinkat(_folder.get(), name.c_str(), 0) == 0)
         file = FileDescriptor(::openat(_folder.get(), name.c_str(), flags, fileMode));
     _lastFile = file ? name : std::string();

@@ -61,7 +61,7 @@ std::optional<std::string> copyIntoFolder(const std::string& source, const std::
                 return candidate;
         } else if (copyFile(source, destination))
             return candidate;
-        // The copy failed for another reason than the name.
+        // The copy failed for a reason other than the name.
         else if (!fileExists(destination))
             return std::nullopt;
     }

@@ -5,12 +5,12 @@
 
 namespace pagora {
 
-// Copies the file at `source` into `folder` under its own name, or under a free one ("Book 2.epub") where another file
-// has that name. A file that is there already, byte for byte, is not copied again. Returns the name of the copy;
-// missing when there is no whole copy. Any thread.
+// Copies the file at `source` into `folder` under its own name, or under a free name ("Book 2.epub") if another file
+// has it. A file with the same bytes is not copied again. Returns the name of the copy; nullopt if the copy is not
+// complete. Thread-safe.
 std::optional<std::string> copyIntoFolder(const std::string& source, const std::string& folder);
 
-// Whether both paths lead to one file. Any thread.
+// Returns whether both paths lead to one file. Thread-safe.
 bool isSameFile(const std::string& a, const std::string& b);
 
 }

@@ -22,13 +22,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The system would read such a path only up to its NUL byte.
+// The system reads a path only up to its first NUL byte.
 bool isUsable(const std::string& path)
 {
     return !path.empty() && path.find('\0') == std::string::npos;
 }
 
-// Comes between the name that a part file is meant for and a number.
+// Separates the destination's name from a number in the name of a part file.
 constexpr std::string_view partMark = ".part-";
 
 bool isPartName(std::string_view name)
@@ -38,8 +38,8 @@ bool isPartName(std::string_view name)
         && name.find_first_not_of("0123456789", mark + partMark.size()) == std::string_view::npos;
 }
 
-// A new hidden file beside its destination. It is removed unless it is renamed to the destination. It is locked while
-// it is written, so that a file left by a crash can be told from it.
+// A hidden temporary file beside its destination. The destructor removes it unless it was renamed to the destination.
+// It is locked while it is written, which distinguishes it from a file that a crash left behind.
 class PartFile {
 public:
     explicit PartFile(const std::string& destination)
@@ -79,7 +79,7 @@ public:
         if (::fsync(get()) != 0)
             return false;
         _named = ::renameat2(AT_FDCWD, _path.c_str(), AT_FDCWD, _destination.c_str(), RENAME_NOREPLACE) == 0;
-        // Some file systems lack that call. A hard link does not replace an existing file either; the first name is
+        // Some file systems lack renameat2. A hard link does not replace an existing file either; the first name is
         // removed afterwards.
         if (!_named && (errno == EEXIST || ::link(_path.c_str(), _destination.c_str()) != 0))
             return false;
@@ -87,7 +87,7 @@ public:
     }
 
 private:
-    // Whether no other process has removed it as a leftover, or will.
+    // Returns whether the file still exists and is locked, so no other process removes it as a leftover.
     bool isMine() const
     {
         struct stat info { };
@@ -178,7 +178,8 @@ void makeEmptyFolder(const std::string& path)
         createFolder(path);
         return;
     }
-    // Recreating a folder many times a second becomes slower each time on some file systems.
+    // The folder is emptied and kept: on some file systems, creating the same folder many times a second becomes slower
+    // each time.
     const auto folder = path + "/";
     for (const auto& name : *entries)
         removeItem(folder + name);
@@ -188,7 +189,7 @@ FileDescriptor openFile(const std::string& path)
 {
     if (!isUsable(path))
         return FileDescriptor();
-    // Without O_NONBLOCK, opening a pipe would wait for its writer.
+    // Without O_NONBLOCK, opening a named pipe would wait for its writer.
     FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat info { };
     if (!file || ::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
@@ -267,7 +268,7 @@ bool copyBytes(int source, int destination)
         return true;
     if (any)
         return false;
-    // Not every pair of file systems supports copying in the kernel, and some report an empty file instead.
+    // Fallback: not every pair of file systems supports copying in the kernel, and some report an empty file instead.
     const auto buffer = std::make_unique<std::array<char, 1 << 18>>();
     ssize_t got = 0;
     while ((got = ::read(source, buffer->data(), buffer->size())) > 0) {

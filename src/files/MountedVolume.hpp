@@ -4,20 +4,20 @@
 
 namespace pagora {
 
-// The mount that a file lies on.
+// The mount that contains a file.
 struct FileMount {
-    // The folder at which it is mounted; empty where that is not known.
+    // The mount point; empty if it is not known.
     std::string folder;
-    // Whether its files are on another machine.
+    // True if the files are on another machine.
     bool isRemote = false;
-    // Whether the desktop shows it to the person as a volume, such as a USB stick.
+    // True if the desktop shows the mount as a volume, such as a USB stick.
     bool isVolume = false;
 };
 
-// The mount of a file or folder that is there, as GIO tells it. May wait for a server. Any thread.
+// Returns the mount of an existing file or folder, as reported by GIO. May block on a server. Thread-safe.
 FileMount mountOf(const std::string& path);
 
-// Whether a file is on a removable or network mount other than that of the home folder.
+// Returns whether the file is on a removable or network mount other than that of the home folder.
 bool isMountedVolume(const FileMount& file, const FileMount& home);
 
 }

@@ -38,7 +38,7 @@ struct PrefetchedCopy::Parts {
     const std::string folder;
     const std::string destination;
     struct stat before { };
-    // A file without a name; the kernel removes it when the process ends.
+    // A file without a name. The kernel removes it when the process ends.
     FileDescriptor file;
 
     bool copy();

@@ -6,19 +6,20 @@
 
 namespace pagora {
 
-// A copy of a file whose bytes are already on the disk but which has no name yet: the slow part of `copyIntoFolder`,
-// done in advance. Without a name it is removed with this object. One thread at a time.
+// A copy of a file whose bytes are on the disk but which has no name yet: the slow part of `copyIntoFolder`, done in
+// advance. Without a name it is removed with this object. Use each object on one thread at a time.
 class PrefetchedCopy {
 public:
-    // Null when the file system does not support it, or a file of that name is in the folder.
+    // Copies the file. Returns null if the file system does not support unnamed files, or if the folder has a file of
+    // that name.
     static std::unique_ptr<PrefetchedCopy> of(const std::string& source, const std::string& folder);
     struct Parts;
-    // For `of`.
+    // Called by `of`.
     explicit PrefetchedCopy(std::unique_ptr<Parts> parts);
     ~PrefetchedCopy();
 
-    // Gives the copy a name as `copyIntoFolder` does, without flushing the folder. A source that has changed meanwhile
-    // is copied again.
+    // Gives the copy a name as `copyIntoFolder` does, without flushing the folder. Copies the source again if it has
+    // changed.
     std::optional<std::string> takeName();
 
 private:

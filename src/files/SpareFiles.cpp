@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-// The number of files that one book leaves.
+// Maximum number of files that are kept of one book.
 constexpr std::size_t maxFiles = 12;
 constexpr std::size_t maxFolders = 6;
 constexpr off_t maxFileBytes = 4 << 20;
@@ -65,7 +65,7 @@ bool SpareFiles::take(std::vector<std::string>& spare, int folder, const char* n
         const bool taken = ::renameat2(AT_FDCWD, spare.back().c_str(), folder, name, RENAME_NOREPLACE) == 0;
         if (!taken && errno == EEXIST)
             return false;
-        // The folder may have been cleared meanwhile.
+        // The kept folder may have been removed in the meantime.
         if (!taken)
             removeItem(spare.back());
         spare.pop_back();

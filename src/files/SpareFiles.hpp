@@ -7,11 +7,11 @@
 
 namespace pagora {
 
-// Empties a folder repeatedly and keeps some of its files and folders elsewhere for reuse, because moving a file is
-// faster than creating and removing many. One thread at a time.
+// Empties folders repeatedly and keeps some of their files and folders elsewhere for reuse, because renaming a file is
+// faster than creating and removing it. Use each object on one thread at a time.
 class SpareFiles {
 public:
-    // The folder for kept files; it is created when needed and must be on the file system of the folders that are
+    // The folder for kept files. It is created when needed and must be on the same file system as the folders that are
     // emptied.
     explicit SpareFiles(std::string path)
         : _path(std::move(path))
@@ -19,13 +19,13 @@ public:
     }
     const std::string& path() const { return _path; }
 
-    // Creates the folder and those above it, and empties it.
+    // Creates the folder and its parents, and empties it.
     void makeEmptyFolder(const std::string& folder);
 
-    // Gives a spare file that name in an open folder and opens it for writing. The name must be unused. The file still
-    // has its old content. None when there is no spare file.
+    // Moves a spare file into an open folder under `name`, which must be unused, and opens it for writing. The file
+    // still has its old content. Returns an invalid descriptor if there is no spare file.
     FileDescriptor takeFile(int folder, const char* name);
-    // The same for an empty folder.
+    // Does the same for an empty folder.
     bool takeFolder(int folder, const char* name);
 
 private:

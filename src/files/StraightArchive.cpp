@@ -21,9 +21,9 @@ constexpr std::size_t endBytes = 22;
 constexpr std::size_t headerBytes = 46;
 constexpr std::size_t locatorBytes = 20;
 constexpr std::size_t largeEndBytes = 56;
-// The classic command looks this far from the end of the file for the end record.
+// Distance from the end of the file within which the classic command searches for the end record.
 constexpr std::size_t searchedBytes = 66'000;
-// The archive library looks for end records in the last bytes. With so many zeros before the new record it finds only
+// The archive library searches the last bytes for end records. With this many zeros before the new record it finds only
 // that one.
 constexpr std::size_t gapBytes = std::size_t { 66 } << 10;
 constexpr std::uint64_t largeNumber = 0xFFFFFFFF;
@@ -32,7 +32,7 @@ constexpr std::uint64_t largeSizesField = 0x0001;
 constexpr std::uint64_t encryptionField = 0x9901;
 constexpr std::uint64_t encryptedMethod = 99;
 constexpr std::uint64_t utf8Flag = 0x800;
-// An unknown method, so that only the member is left out and not the archive.
+// An unknown compression method: the library leaves out the member instead of rejecting the archive.
 constexpr std::uint64_t unknownMethod = 0xFFFE;
 
 struct EndRecord {
@@ -65,13 +65,13 @@ std::optional<EndRecord> lastEndRecord(int file, std::uint64_t archiveBytes)
         return plain;
     if (const auto large = largeEndRecord(file, littleEndian(tail, at - locatorBytes + 8, 8)))
         return large;
-    // Bytes before the archive shift the record; it is directly before its locator.
+    // Bytes before the archive shift the record, so it is read directly before its locator.
     const auto before = plain.place - locatorBytes;
     const auto large = before >= largeEndBytes ? largeEndRecord(file, before - largeEndBytes) : std::nullopt;
     return large ? large : plain;
 }
 
-// The extra fields up to the first malformed one.
+// Returns the extra fields up to the first malformed one.
 std::string_view wellFormed(std::string_view extra)
 {
     std::size_t end = 0;
@@ -91,13 +91,13 @@ std::optional<std::string_view> field(std::string_view extra, std::uint64_t kind
     return std::nullopt;
 }
 
-// One entry of the directory with its extra fields. The member may be `shift` bytes after the stated offset.
+// Returns one directory entry with its extra fields. The member may be `shift` bytes after the stated offset.
 std::string straightEntry(
     int file, std::string_view header, std::string_view name, std::string_view extra, std::uint64_t shift)
 {
     std::string entry(header);
     const auto fields = wellFormed(extra);
-    // Numbers that fit are written in the 32-bit form, in which an offset can be shifted.
+    // Numbers that fit are written in 32 bits, because only such an offset can be shifted.
     auto large = field(fields, largeSizesField);
     for (const std::size_t at : { std::size_t { 24 }, std::size_t { 20 }, std::size_t { 42 } }) {
         if (littleEndian(entry, at, 4) != largeNumber || !large || large->size() < 8)
@@ -118,16 +118,16 @@ std::string straightEntry(
     }
     if (littleEndian(entry, 10, 2) == encryptedMethod && !field(fields, encryptionField))
         putLittleEndian(entry, 10, unknownMethod, 2);
-    // The library refuses an archive that marks such a name as UTF-8.
+    // The library rejects an archive that marks such a name as UTF-8.
     if (!isUtf8(name) || std::any_of(name.begin(), name.end(), [](unsigned char c) { return c < ' '; }))
         putLittleEndian(entry, 8, littleEndian(entry, 8, 2) & ~utf8Flag, 2);
     putLittleEndian(entry, 30, kept.size(), 2);
-    // Without a comment, and on this disk.
+    // No comment; disk number 0.
     putLittleEndian(entry, 32, 0, 4);
     return entry.append(name).append(kept);
 }
 
-// State of the source callback, which the archive library calls for each part.
+// State of the zip_source callback.
 struct Source {
     FileDescriptor file;
     StraightDirectory directory;
@@ -221,7 +221,7 @@ Result<StraightDirectory, ArchiveProblem> straightDirectory(
     if (!end || end->directoryBytes > end->place || end->directoryOffset > end->place - end->directoryBytes)
         return ArchiveProblem::Unreadable;
     const auto isEntryAt = [&](std::uint64_t place) { return bytesAt(file, place, 4) == "PK\1\2"; };
-    // Bytes before the archive shift all offsets, unless they count from the start of the file.
+    // Bytes before the archive shift all offsets, unless the offsets are relative to the start of the file.
     const auto stated = end->directoryOffset + end->directoryBytes;
     auto shift = end->place - stated;
     if (!isEntryAt(end->directoryOffset + shift))

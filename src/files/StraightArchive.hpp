@@ -12,19 +12,19 @@ typedef struct zip_source zip_source_t;
 
 namespace pagora {
 
-// A directory rewritten for the archive library: with the right entry count, offsets from the start of the file, and no
-// truncated extra field. Members before `start` are unchanged.
+// A directory rewritten for the archive library: with the correct entry count, offsets from the start of the file, and
+// no truncated extra field. Members before `start` are unchanged.
 struct StraightDirectory {
     std::uint64_t start = 0;
     std::string bytes;
 };
 
-// Reads the directory as the classic command does: from the last end record on, entry by entry. Bytes before the
-// archive, a wrong count and malformed extra fields are ignored. Any thread.
+// Reads the directory as the classic command does: from the last end record, entry by entry. Ignores bytes before the
+// archive, a wrong count and malformed extra fields. Thread-safe.
 Result<StraightDirectory, ArchiveProblem> straightDirectory(
     int file, std::uint64_t archiveBytes, const ArchiveLimits& limits);
 
-// The archive in an open file with its directory replaced; null when out of memory.
+// Returns a source for the archive in an open file with its directory replaced; null when out of memory.
 zip_source_t* straightSource(FileDescriptor file, StraightDirectory directory);
 
 }

@@ -10,7 +10,7 @@ namespace {
 
 enum class Order { LowFirst, HighFirst };
 
-// A number of `size` bytes; 0 past the end.
+// Returns the number of `count` bytes at offset `at`; 0 past the end.
 std::uint32_t number(std::string_view bytes, std::size_t at, std::size_t count, Order order)
 {
     if (at > bytes.size() || bytes.size() - at < count)
@@ -42,7 +42,8 @@ double bitmapPixels(std::string_view bytes)
     return area(at(18, 4), static_cast<std::uint32_t>(std::llabs(static_cast<std::int32_t>(at(22, 4)))));
 }
 
-// Blocks follow the screen descriptor. Each but the trailer has sub-blocks, each with its length before it.
+// Blocks follow the screen descriptor. Each block except the trailer consists of sub-blocks that begin with their
+// length.
 double gifPixels(std::string_view bytes)
 {
     const auto at
@@ -88,7 +89,7 @@ double webpPixels(std::string_view bytes)
             maxPixels = std::max(maxPixels, area((sides & 0x3FFF) + 1, (sides >> 14 & 0x3FFF) + 1));
         } else if (name == "ANMF") {
             maxPixels = std::max(maxPixels, area(at(data + 6, 3) + 1, at(data + 9, 3) + 1));
-            // The frame's own parts come next.
+            // The chunks of the frame come next.
             i = data + 16;
         }
     }
@@ -123,7 +124,7 @@ double tiffPixels(std::string_view bytes)
         case Height:
             height = std::max(height, value);
             break;
-        // More than two values are stored elsewhere; decoders require them to be equal.
+        // More than two values are stored at an offset. Decoders require them to be equal.
         case SampleBits:
             bits = std::max(bits, at(i + 4, 4) > 2 ? at(value, 2) : value);
             break;
@@ -145,7 +146,7 @@ double tiffPixels(std::string_view bytes)
     return weight * std::max(area(width, height), area(tileWidth, tileHeight));
 }
 
-// Sizes are in properties that any item may use.
+// Sizes are in a list of properties that every item can refer to.
 double avifPixels(std::string_view bytes)
 {
     double maxPixels = 0;

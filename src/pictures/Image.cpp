@@ -29,7 +29,7 @@ constexpr int dividedUp(int length, int divisor)
     return (length + divisor - 1) / divisor;
 }
 
-// Reduces the picture until one pass leads to the wanted size.
+// Reduces the picture until a single pass produces the requested size.
 PixbufPtr reducedFor(PixbufPtr pixbuf, int width, int height)
 {
     for (;;) {

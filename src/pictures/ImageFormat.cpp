@@ -33,7 +33,7 @@ bool isSvg(std::string_view bytes)
             || bytes.find("http://www.w3.org/2000/svg") != std::string_view::npos);
 }
 
-// The file header and the info header, which begins with its length.
+// Returns the size of the file header and of the info header, which begins with its length.
 std::uint64_t bitmapHeaderBytes(std::string_view bytes)
 {
     constexpr std::size_t fileHeaderBytes = 14;
@@ -67,7 +67,7 @@ bool isComplete(const ImageFormat& format, std::string_view bytes)
 bool isProgressiveJpeg(std::string_view bytes)
 {
     const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-    // Walks the segments, each a marker and a length, to the frame header, which gives the coding process.
+    // Walks the segments, each a marker and a length, to the frame header, which names the coding process.
     for (std::size_t i = 2; i + 3 < bytes.size() && at(i) == 0xFF;) {
         const auto marker = at(i + 1);
         if (marker == 0xFF) {

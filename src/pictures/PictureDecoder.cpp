@@ -16,7 +16,7 @@ constexpr int dividedUp(int length, int divisor)
     return (length + divisor - 1) / divisor;
 }
 
-// What the decoder reports, and the size that it is asked for.
+// State of one decoding: the size that the decoder reports, and the size requested from it.
 struct Decoding {
     ImageFormat format;
     bool progressive = false;
@@ -28,14 +28,14 @@ struct Decoding {
     {
         size = { static_cast<double>(width), static_cast<double>(height) };
         const int divisor = chosenDivisor(width, height);
-        // A size of 0 makes the decoder give up.
+        // A size of 0 aborts the decoder.
         if (divisor == 0)
             gdk_pixbuf_loader_set_size(loader, 0, 0);
         else if (divisor > 1)
             gdk_pixbuf_loader_set_size(loader, dividedUp(width, divisor), dividedUp(height, divisor));
     }
 
-    // The divisor of both sides; 0 when the picture is too large.
+    // Returns the divisor of both sides; 0 if the picture is too large.
     int chosenDivisor(int width, int height) const
     {
         const auto pixels = static_cast<std::int64_t>(width) * height;

@@ -17,8 +17,8 @@ struct DecodedPicture {
     Size size;
 };
 
-// Decodes a picture in this process, at a reduced size that still covers `enough` where its format allows it. Missing
-// when it does not decode or is past one of `limits` also at a reduced size. Any thread.
+// Decodes a picture in this process, at a reduced size that still covers `enough` if its format allows it. Returns
+// nullopt if it cannot be decoded or exceeds one of `limits` even at a reduced size. Thread-safe.
 std::optional<DecodedPicture> decodePicture(const std::string& bytes, Size enough, const PictureLimits& limits = {});
 
 }

@@ -37,7 +37,7 @@ FileDescriptor memoryFile(const char* name)
     return FileDescriptor(::memfd_create(name, MFD_CLOEXEC));
 }
 
-// Whether the program ended well.
+// Runs the helper. Returns whether it exited successfully.
 bool run(const FileDescriptor& input, const FileDescriptor& output, Size enough)
 {
     posix_spawn_file_actions_t files;
@@ -97,12 +97,12 @@ void limit(int resource, rlim_t most)
 
 void limitAll()
 {
-    // The helper ends with the program that waits for it.
+    // The kernel kills the helper when the process that waits for it ends.
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_CPU, limits.seconds);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-    // Sanitizers reserve far more memory than they use.
+    // Sanitizers reserve far more address space than they use.
     limit(RLIMIT_DATA, rlim_t { limits.megabytes } << 20);
 #endif
 }

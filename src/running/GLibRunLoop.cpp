@@ -34,7 +34,7 @@ public:
 private:
     static gboolean fire(gpointer timer) noexcept
     {
-        // The work may drop the timer that it runs for.
+        // The work may destroy its own timer.
         const auto work = std::move(static_cast<GLibTimer*>(timer)->_work);
         work();
         return G_SOURCE_REMOVE;
@@ -92,7 +92,7 @@ Reply<void> GLibRunLoop::performInBackground(std::function<void()> work)
     const auto job = std::prev(_jobs.end());
     job->worker->perform([this, job, work = std::move(work)]() mutable {
         work();
-        // Destroy the captured objects before the work counts as done.
+        // Destroy the captured objects before the work is counted as finished.
         work = nullptr;
         push({ Item::Kind::Finished, [this, job] { finish(job); } });
     });
@@ -163,7 +163,7 @@ void GLibRunLoop::runQueue()
         eventfd_read(_wakeUps, &wakeUps);
         count = _queue.size();
     }
-    // Items that are pushed meanwhile wake the loop again, so that its other sources are not starved.
+    // Handle only the items that are queued now. New items wake the loop again, so other sources are not starved.
     for (; count; --count) {
         const auto item = take();
         if (!item)

@@ -13,15 +13,15 @@ namespace pagora {
 
 class Worker;
 
-// The run loop on GLib's default main context. The thread that makes it is the main thread. The destructor, on the main
-// thread, finishes the background work, serves its calls to the main thread, and drops posted work.
+// The run loop on GLib's default main context. The thread that creates it is the main thread. The destructor runs on
+// the main thread: it waits for background work, serves its calls to the main thread, and drops posted work.
 class GLibRunLoop : public RunLoop {
 public:
     GLibRunLoop();
     ~GLibRunLoop() override;
 
-    // Waits for the background work as the destructor does. Nothing is posted or answered afterwards. Called at the end
-    // of the program, while the objects that the work uses still exist.
+    // Waits for background work as the destructor does. Posts and replies after it are dropped. Called at the end of
+    // the program, while the objects that the work uses still exist.
     void finishBackgroundWork();
 
     [[nodiscard]] std::unique_ptr<Timer> performAfterDelay(double seconds, std::function<void()> work) override;
@@ -31,7 +31,7 @@ public:
     bool isMainThread() const override;
 
 private:
-    // Work for the main thread. A call is always served, because another thread waits for it.
+    // Work for the main thread. A blocking call is always served, because another thread waits for it.
     struct Item {
         enum class Kind { Posted, Call, Finished } kind;
         std::function<void()> work;

@@ -5,7 +5,7 @@
 
 namespace pagora {
 
-// Data with the lock that protects it: only the holder of the lock reaches the data. Any thread.
+// Data with the mutex that protects it. The data is accessible only while the lock is held. Thread-safe.
 template <typename T>
 class Guarded {
 public:
@@ -15,7 +15,7 @@ public:
     {
     }
 
-    // Holds the lock for as long as it lives.
+    // Holds the lock during its lifetime.
     class Access {
     public:
         T* operator->() const { return &_data; }

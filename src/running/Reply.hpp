@@ -9,7 +9,7 @@
 namespace pagora {
 
 // A result that arrives later, once, on the main thread. A coroutine waits for it with `co_await`. Destroying a reply
-// forgets the coroutine that waits for it, so that closing a window ends its pending work. Main thread only.
+// abandons the waiting coroutine, so closing a window ends its pending work. Main thread only.
 template <typename T>
 class Reply {
     struct Nothing { };
@@ -21,7 +21,7 @@ class Reply {
     };
 
 public:
-    // Answers the reply. Later answers are ignored; answering a dropped reply does nothing.
+    // Answers the reply. Later answers are ignored, as are answers to a destroyed reply.
     class Resolver {
     public:
         void operator()(Stored value = {}) const
@@ -54,7 +54,7 @@ public:
             _state->waiter = nullptr;
     }
 
-    // A reply that is already answered.
+    // Returns a reply that is already answered.
     static Reply of(Stored value = {})
     {
         Reply reply;

@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// The main thread's run loop, and the only way to and from other threads.
+// The main thread's run loop. All work that changes threads goes through it.
 class RunLoop {
 public:
     virtual ~RunLoop() = default;
@@ -18,17 +18,17 @@ public:
         virtual ~Timer() = default;
     };
 
-    // Calls `work` once on the main thread, `seconds` from now. Main thread.
+    // Calls `work` once on the main thread after `seconds`. Called on the main thread.
     [[nodiscard]] virtual std::unique_ptr<Timer> performAfterDelay(double seconds, std::function<void()> work) = 0;
 
-    // Runs `work` on a background thread of its own; the reply comes on the main thread when it is done. Dropping the
-    // reply does not stop the work. Main thread.
+    // Runs `work` on a new background thread and replies on the main thread when it is finished. Dropping the reply
+    // does not stop the work. Called on the main thread.
     virtual Reply<void> performInBackground(std::function<void()> work) = 0;
 
-    // Runs `work` on the main thread and waits for it; runs it at once when called there. Any thread.
+    // Runs `work` on the main thread and waits for it; on the main thread, runs it directly. Thread-safe.
     virtual void performOnMainThread(const std::function<void()>& work) = 0;
 
-    // Runs `work` on the main thread soon, in the order of the calls. Any thread.
+    // Queues `work` for the main thread. Queued work runs in the order of the calls. Thread-safe.
     virtual void postToMainThread(std::function<void()> work) = 0;
 
     virtual bool isMainThread() const = 0;

@@ -19,15 +19,15 @@ public:
 
     void holdActions();
     void releaseActions();
-    // Ends the running coroutine at its current wait and continues with the next. Not called by a coroutine that is not
-    // waiting.
+    // Ends the running coroutine at its current wait and continues with the next. A coroutine may call it only while it
+    // waits.
     void dropCurrent();
     bool actionsAreHeld() const { return _held; }
 
-    // Whether nothing runs or can run.
+    // Returns whether no work is running or able to run.
     bool isIdle() const { return !_running; }
 
-    // Called each time the queue has run dry, before it goes idle.
+    // Sets the callback for each time the queue becomes empty, before it becomes idle.
     void setWhenDry(Work whenDry) { _whenDry = std::move(whenDry); }
 
 private:
@@ -40,7 +40,7 @@ private:
     Work _whenDry;
     bool _held = false;
     bool _running = false;
-    // The work that runs; it holds what its coroutine captured.
+    // The running work. Keeps the coroutine's captures alive.
     Work _current;
     Task<void> _drain;
 };

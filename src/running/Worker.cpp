@@ -7,7 +7,7 @@
 namespace pagora {
 
 namespace {
-// How much nicer a thread of low urgency is, on the kernel's scale.
+// Niceness added to a low-urgency thread.
 constexpr int lowUrgency = 10;
 }
 
@@ -43,7 +43,7 @@ void Worker::wait()
 
 void Worker::run(Urgency urgency)
 {
-    // The kernel gives each thread a priority of its own.
+    // On Linux, each thread has its own nice value.
     if (const auto thread = static_cast<id_t>(gettid()); urgency == Urgency::Low)
         setpriority(PRIO_PROCESS, thread, getpriority(PRIO_PROCESS, thread) + lowUrgency);
     std::unique_lock lock(_mutex);

@@ -8,11 +8,11 @@
 
 namespace pagora {
 
-// A background thread that runs the work it is given, in order. The destructor finishes that work. Any thread; `wait`
-// and the destructor not from its own work.
+// A background thread that runs its work items in order. The destructor finishes them. Thread-safe, but the work must
+// not call `wait` or destroy the worker.
 class Worker {
 public:
-    // Whether other threads go first when the processors are busy.
+    // Low lets other threads run first when the processors are busy.
     enum class Urgency : bool { Usual, Low };
 
     explicit Worker(Urgency urgency = Urgency::Usual);
@@ -21,7 +21,7 @@ public:
     Worker& operator=(const Worker&) = delete;
 
     void perform(std::function<void()> work);
-    // Returns when everything that was given has run.
+    // Waits until all queued work has run.
     void wait();
 
 private:
@@ -32,7 +32,7 @@ private:
     std::deque<std::function<void()>> _queue;
     bool _busy = false;
     bool _closing = false;
-    // Last, so that the other members exist while the thread runs.
+    // Declared last, so the other members exist while the thread runs.
     std::jthread _thread;
 };
 

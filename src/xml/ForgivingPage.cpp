@@ -45,7 +45,7 @@ bool isSpace(char character)
     return g_ascii_isspace(character);
 }
 
-// Copies a document from its root on, tag by tag.
+// Copies a document from its root element on, tag by tag.
 class Rewriter {
 public:
     explicit Rewriter(std::string_view text)
@@ -69,7 +69,7 @@ public:
 
 private:
     bool startsWith(std::string_view what) const { return _text.compare(_at, what.size(), what) == 0; }
-    // The position after the next `what`, or the end of the text.
+    // Returns the position after the next `what`, or the end of the text.
     std::size_t behind(std::string_view what, std::size_t from) const
     {
         const auto found = _text.find(what, from);
@@ -94,7 +94,7 @@ private:
     std::string _result;
 };
 
-// Skips to the first start tag, the root's. A text without one is left as it is.
+// Skips to the first start tag, the root's. A text without a start tag is left unchanged.
 void Rewriter::skipProlog()
 {
     while (_at < _text.size() && !(_text[_at] == '<' && _at + 1 < _text.size() && isLetter(_text[_at + 1]))) {
@@ -111,7 +111,7 @@ void Rewriter::skipProlog()
         _at = 0;
 }
 
-// Includes the internal subset.
+// Skips the document type with its internal subset.
 void Rewriter::skipDocumentType()
 {
     const auto end = behind(">", _at);
@@ -148,7 +148,7 @@ void Rewriter::copyData()
     _at = std::min(end + dataEnd.size(), _text.size());
 }
 
-// Position after the tag. Attribute values may contain ">".
+// Returns the position after the tag. Attribute values may contain ">".
 std::size_t Rewriter::endOfTag() const
 {
     char quote = 0;
@@ -205,7 +205,7 @@ void Rewriter::copyRawContent(const std::string& name)
     }
 }
 
-// The encoding that the XML declaration names; empty without one.
+// Returns the encoding that the XML declaration names; empty if there is none.
 std::string declaredEncoding(std::string_view text)
 {
     if (text.substr(0, 5) != "<?xml")
@@ -249,7 +249,7 @@ std::optional<ForgivingPage> forgivingPage(std::string xhtml)
              !declared.empty() && declared.rfind("utf", 0) != 0)
         encoding = declared;
     else if (!isUtf8(xhtml))
-        // The usual encoding of a text that only declares to be Unicode.
+        // Text without a usable declaration that is not UTF-8 is usually Windows-1252.
         encoding = "windows-1252";
     return ForgivingPage { Rewriter(xhtml).rewritten(), encoding };
 }

@@ -12,9 +12,9 @@ namespace pagora {
 namespace {
 
 constexpr std::string_view blanks = " \t\n\f\r";
-// A reference that is longer, in bytes, is none.
+// Maximum length of a character reference, in bytes. A longer one is treated as text.
 constexpr std::size_t maxReference = 32;
-// How far into a document its encoding is looked for, in bytes.
+// The encoding is searched for in this many bytes at the start of the document.
 constexpr std::size_t encodingReach = 1024;
 
 bool equalIgnoringCase(std::string_view text, std::string_view lowerCase)
@@ -26,7 +26,7 @@ bool equalIgnoringCase(std::string_view text, std::string_view lowerCase)
 
 void appendCharacter(std::string& result, gunichar character)
 {
-    // What is no character shows as the replacement character, as in the page.
+    // Invalid code points are shown as the replacement character, as the engine does.
     if (character == 0 || !g_unichar_validate(character))
         character = 0xFFFD;
     char bytes[6];
@@ -59,7 +59,7 @@ std::optional<gunichar> namedCharacter(std::string_view name)
     return entity ? std::optional<gunichar>(entity->value) : std::nullopt;
 }
 
-// The reference that begins at "&"; its length in bytes, or 0 where there is none.
+// Decodes the reference that starts with "&". Returns its length in bytes; 0 if it is not a reference.
 std::size_t appendReference(std::string& result, std::string_view text)
 {
     const auto end = text.substr(0, maxReference).find(';');
@@ -165,7 +165,7 @@ std::optional<MarkupToken> MarkupScanner::next()
         } else if (_at + 1 < _document.size() && (_document[_at + 1] == '/' || g_ascii_isalpha(_document[_at + 1]))) {
             return tag();
         } else {
-            // A sign that begins nothing is text.
+            // A "<" that does not start markup is text.
             MarkupToken token;
             token.text = _document.substr(_at++, 1);
             return token;
@@ -180,7 +180,7 @@ void MarkupScanner::skipBehind(std::string_view what, std::size_t from)
     _at = found == std::string_view::npos ? _document.size() : found + what.size();
 }
 
-// A document type with what it declares within itself.
+// Skips a declaration; a document type with its internal subset.
 void MarkupScanner::skipDeclaration()
 {
     if (!equalIgnoringCase(_document.substr(_at, 9), "<!doctype"))
@@ -238,7 +238,7 @@ MarkupToken MarkupScanner::tag()
     return token;
 }
 
-// To the end of an element whose content is no markup; its end tag with it.
+// Skips the raw content of an element and its end tag.
 bool MarkupScanner::skipRest(std::string_view name)
 {
     while (_at < _document.size()) {
@@ -283,7 +283,7 @@ std::string markupFrom(std::string bytes)
         const auto name = namedEncoding(std::string_view(bytes).substr(0, encodingReach));
         const bool isUtf = name.empty() || equalIgnoringCase(name, "utf-8") || equalIgnoringCase(name, "utf8");
         if (!isUtf) {
-            // What is called by this name is written by that one.
+            // As in HTML, these names mean Windows-1252.
             const bool isLatin = equalIgnoringCase(name, "iso-8859-1") || equalIgnoringCase(name, "us-ascii");
             return converted(bytes, isLatin ? "WINDOWS-1252" : name.c_str());
         }

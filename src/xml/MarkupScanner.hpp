@@ -6,38 +6,38 @@
 
 namespace pagora {
 
-// A piece of markup. The views are into the scanned document.
+// A piece of markup. The views point into the scanned document.
 struct MarkupToken {
     enum class Kind { Text, StartTag, EndTag };
     Kind kind = Kind::Text;
-    // Of a text: as it stands, character references included unless it is character data.
+    // For text: the text as written. Character references are not decoded; character data (CDATA) contains none.
     std::string_view text;
     bool isCharacterData = false;
-    // Of a tag: the name without its prefix, as it is spelled, and what stands between the name and the end of the tag.
+    // For a tag: the name as written without its prefix, and the text between the name and the end of the tag.
     std::string_view name;
     std::string_view attributes;
-    // Of a start tag: whether the element ends where it begins.
+    // For a start tag: true if it is an empty-element tag.
     bool isEmpty = false;
 
-    // Whether the tag has that name, which is in lower case.
+    // Returns whether the tag has this name, which is given in lower case.
     bool isNamed(std::string_view lowerCaseName) const;
-    // The value of the first attribute of that name, prefix included, without regard to case, its character references
-    // replaced.
+    // Returns the value of the first attribute of that name, with character references decoded. The name includes the
+    // prefix and is compared without regard to case.
     std::optional<std::string> attribute(std::string_view attributeName) const;
 };
 
-// Reads XHTML and HTML piece by piece, whatever the faults of it are. Comments, instructions, declarations and the
-// content of scripts and styles are passed over. It needs no memory beside the document, and time that grows with its
-// length. Any thread; one thread an object.
+// Scans XHTML and HTML piece by piece and tolerates any error. Skips comments, processing instructions, declarations
+// and the content of scripts and styles. Allocates no memory for the scan and takes linear time. Use each object on one
+// thread at a time.
 class MarkupScanner {
 public:
-    // The document, as UTF-8, outlives the scanner.
+    // `document` is UTF-8 and must outlive the scanner.
     explicit MarkupScanner(std::string_view document)
         : _document(document)
     {
     }
 
-    // The next piece; missing at the end.
+    // Returns the next piece; nullopt at the end.
     std::optional<MarkupToken> next();
 
 private:
@@ -51,11 +51,11 @@ private:
     std::size_t _at = 0;
 };
 
-// Appends a text of markup with its character references replaced. References that nobody knows stay as they are.
+// Appends a piece of markup text with its character references decoded. Unknown references stay as they are.
 void appendReplacingReferences(std::string& result, std::string_view text);
 
-// The text of a document's bytes as UTF-8: by its byte order mark, by the encoding that its beginning names, or as
-// UTF-8. Bytes that are none of that encoding become replacement characters.
+// Decodes a document's bytes by the byte order mark, by the encoding that the document declares, or as UTF-8. Returns
+// UTF-8; invalid bytes become replacement characters.
 std::string markupFrom(std::string bytes);
 
 }

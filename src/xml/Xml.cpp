@@ -29,8 +29,8 @@ const char* chars(const xmlChar* text)
 
 void ignoreMessage(void*, const char*, ...) { }
 
-// Passes the library's callbacks to a delegate. The library uses contexts of its own for entities; each context carries
-// the reader.
+// Passes the library's callbacks to a delegate. The library creates further contexts for entities; each context points
+// to the reader.
 class Reader {
 public:
     Reader(XmlDelegate& delegate, const XmlLimits& limits)
@@ -59,14 +59,14 @@ private:
     // The size of one chunk.
     static constexpr std::size_t pieceBytes = 1 << 14;
 
-    // `feedRest` hands over what follows the start.
+    // `feedRest` passes the bytes after `start`.
     XmlOutcome parse(std::string_view start, const std::function<bool(xmlParserCtxtPtr)>& feedRest);
     static xmlSAXHandler handler();
     static Context makeContext(std::string_view start);
     bool readInto(int file, xmlParserCtxtPtr context);
-    // Passes a chunk to the library; false when the document ends here.
+    // Passes a chunk to the library. Returns false if the document ends here.
     bool feed(xmlParserCtxtPtr context, std::string_view bytes, bool last);
-    // Checked before the subset is parsed. A chunk may also hold the first elements, which do not count.
+    // Checked before the subset is parsed. The chunk may also contain the first elements, which are not counted.
     bool isDocumentTypeTooLarge() const
     {
         return _elements == 0 && !_documentTypeIsRead
@@ -78,7 +78,7 @@ private:
     void flush();
     void count(std::size_t bytes);
 
-    // Runs `body` unless parsing has failed. No exception reaches the library.
+    // Runs `body` unless parsing has failed. No exception reaches the C library.
     template <typename Body>
     static void guarded(void* context, Body body)
     {
@@ -118,7 +118,7 @@ private:
     std::string _text;
     XmlScanner _scanner;
     std::size_t _bytesRead = 0;
-    // Offset of the internal subset, in the library's count.
+    // Offset of the internal subset, as counted by the library.
     std::optional<std::size_t> _subsetBegin;
     bool _documentTypeIsRead = false;
     std::size_t _bytesTold = 0;
@@ -242,7 +242,7 @@ void Reader::endSubset(void* context, const xmlChar*, const xmlChar*, const xmlC
     });
 }
 
-// External entities are declared empty, so that the library never fetches anything.
+// Declares external entities as empty, so that the library never fetches anything.
 void Reader::declareEntity(
     void* context, const xmlChar* name, int type, const xmlChar* publicId, const xmlChar* systemId, xmlChar* content)
 {
@@ -260,7 +260,7 @@ void Reader::declareEntity(
     }
 }
 
-// With no handler for namespaces the library reports qualified names, and declarations as attributes.
+// Without namespace handlers the library reports qualified names, and namespace declarations as attributes.
 xmlSAXHandler Reader::handler()
 {
     xmlSAXHandler sax {};
@@ -315,7 +315,7 @@ bool Reader::feed(xmlParserCtxtPtr context, std::string_view bytes, bool last)
             description.pop_back();
         if (error && error->line > 0)
             description = "line " + std::to_string(error->line) + ": " + description;
-        // The library limits entity expansion too.
+        // The library limits entity expansion as well.
         fail(description,
             error && (error->code == XML_ERR_ENTITY_LOOP || error->code == XML_ERR_NO_MEMORY)
                 ? XmlOutcome::PastBounds

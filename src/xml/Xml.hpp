@@ -15,11 +15,11 @@ struct XmlAttribute {
     std::string value;
 };
 
-// An element's attributes in document order, with namespace declarations, by their qualified names.
+// An element's attributes in document order, by qualified name. Namespace declarations are included.
 class XmlAttributes {
 public:
     void add(std::string name, std::string value) { _attributes.push_back({ std::move(name), std::move(value) }); }
-    // The value under exactly this name; null when there is none.
+    // Returns the value of exactly this name; null if there is none.
     const std::string* find(const std::string& name) const;
     bool empty() const { return _attributes.empty(); }
     auto begin() const { return _attributes.begin(); }
@@ -40,16 +40,17 @@ public:
     virtual void foundCharacters(const std::string& text) { }
     virtual void foundCDATA(const std::string& text) { }
     virtual void didEndDocument() { }
-    // Whether the delegate's limits are exceeded; parsing then ends as past a bound. Checked after each report.
+    // Returns whether the delegate's limits are exceeded. Checked after each report; if true, parsing ends with
+    // `PastBounds`.
     virtual bool isFull() const { return false; }
-    // The document is not well-formed, exceeds a limit or cannot be read. Nothing is reported afterwards.
+    // Reports that the document is not well-formed, exceeds a limit or cannot be read. Nothing is reported afterwards.
     virtual void parseErrorOccurred(const std::string& description) { }
 };
 
 enum class XmlOutcome {
-    // Well-formed to its end.
+    // The document is well-formed to its end.
     Whole,
-    // It is not, or it cannot be read.
+    // The document is not well-formed or cannot be read.
     NotWellFormed,
     PastBounds,
 };
@@ -58,7 +59,7 @@ enum class XmlOutcome {
 // external entity, no external DTD. Entity expansion is limited.
 XmlOutcome parseXml(const std::string& path, XmlDelegate& delegate, const XmlLimits& limits = {});
 
-// The same for a document that is in memory.
+// Parses a document in memory.
 XmlOutcome parseXmlBytes(std::string_view bytes, XmlDelegate& delegate, const XmlLimits& limits = {});
 
 }

@@ -11,16 +11,16 @@ namespace pagora {
 // of its processing are quadratic.
 class XmlScanner {
 public:
-    // The document's first bytes, from which the library detects the encoding.
+    // Takes the document's first bytes, from which the library detects the encoding.
     void begin(std::string_view start);
-    // The bytes that follow. False when a tag has more attributes than `limit`.
+    // Takes the bytes that follow. Returns false if a tag has more attributes than `limit`.
     bool count(std::string_view bytes, std::size_t limit);
     std::size_t bytesOfDocumentType() const { return _bytesOfDocumentType; }
 
 private:
     bool countCharacter(std::uint32_t c, std::size_t limit);
 
-    // Bytes per character, and the position of the significant one.
+    // Bytes per character, and the position of the significant byte.
     int _characterBytes = 1;
     bool _lowestFirst = true;
     std::uint32_t _character = 0;

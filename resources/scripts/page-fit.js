@@ -2,8 +2,7 @@
 // into the columns and marks them. The style sheet page.css has a rule for each mark:
 //
 //   data-pagora-alone   a float that leaves no room for text beside it: text starts below it
-//   data-pagora-block   a picture without text in its line: becomes a block, which is never divided, and beside which nothing
-//                       stands
+//   data-pagora-block   a picture without text in its line: becomes a block, which is not divided and has nothing beside it
 //   data-pagora-inline  a float at a column's end, where it would be cut: it stands in its line
 //   data-pagora-ends    a float at a column's end: ends above the lines that stand in the next column
 //   data-pagora-inflow  a positioned picture that covers text: is put into the flow
@@ -35,13 +34,21 @@ var pagoraFit = (function () {
     'use strict';
 
     const attribute = Element.prototype.getAttribute;
-    const boxOf = (element) => Element.prototype.getBoundingClientRect.call(element);
     const all = (selector) => Array.from(Document.prototype.querySelectorAll.call(document, selector));
     const styleOf = (element) => getComputedStyle(element);
     const pixels = (length) => parseFloat(length) || 0;
     const isInline = (style) => style.display === 'inline' || style.display === 'contents';
     // The minimum number of average letters in a readable line beside a picture.
     const minLetters = 20;
+
+    // Where the element begins, and its size as if no column's end divided it.
+    function boxOf(element) {
+        const parts = Array.from(Element.prototype.getClientRects.call(element));
+        if (parts.length < 2)
+            return parts[0] || new DOMRect();
+        const height = parts.reduce((sum, part) => sum + part.height, 0);
+        return new DOMRect(parts[0].left, parts[0].top, Math.max(...parts.map((part) => part.width)), height);
+    }
 
     // --- Marks -------------------------------------------------------------------------------------------------------
 
@@ -274,13 +281,10 @@ var pagoraFit = (function () {
     // A higher frame, as a share of the column, would leave too much of the previous column empty.
     const maxFrameShare = 0.4;
 
-    const heightOf = (element) => Array.from(Element.prototype.getClientRects.call(element))
-        .reduce((sum, rect) => sum + rect.height, 0);
-
     // Margins are not divided either.
     function isTooHigh(atom, strip) {
         const style = styleOf(atom);
-        return heightOf(atom) + pixels(style.marginTop) + pixels(style.marginBottom) > strip.height;
+        return boxOf(atom).height + pixels(style.marginTop) + pixels(style.marginBottom) > strip.height;
     }
 
     // What stands in a divided row of boxes is one that cannot be divided itself, now that the row is gone.

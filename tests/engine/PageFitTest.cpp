@@ -65,6 +65,14 @@ TEST_F(PageFitTest, APictureThatMayBeLargerIsFittedAnew)
         "0,0");
 }
 
+TEST_F(PageFitTest, APictureAtTheEndOfAColumnKeepsItsSize)
+{
+    fit("<div style='height:300px'>x</div><p><img style='float:left' width='300' height='400' src='none.svg'/></p>"
+            + paragraphs(20),
+        2, "p,div{margin:0} img{max-width:280px;height:auto}");
+    EXPECT_EQ(number("document.images[0].offsetWidth;"), 280) << evaluate("document.images[0].outerHTML");
+}
+
 TEST_F(PageFitTest, AHeadingStandsWithTheTextBelowIt)
 {
     fit(filler(490) + "<h2 id='heading'>Heading</h2><p id='text'>One line of text.<br/>And another.</p>"

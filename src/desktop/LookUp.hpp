@@ -6,13 +6,14 @@
 
 namespace pagora {
 
-// The address of a web search; the words to search for follow it.
+// The address of a web search, to which the words are appended.
 inline constexpr const char* webSearchAddress = "https://duckduckgo.com/?q=";
 
-// The part of a selected text that is looked up: in one line, at most 200 characters, without control characters.
+// Returns the part of a selected text that is looked up: one line of at most 200 characters, without control
+// characters.
 std::string wordsToLookUp(const std::string& text);
 
-// A web search for the words.
+// Returns the URL of a web search for the words.
 Url webSearch(const std::string& words);
 
 }

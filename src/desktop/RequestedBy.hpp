@@ -2,7 +2,7 @@
 
 namespace pagora {
 
-// Whether the page made a request by itself or the user did by a key or a button.
+// Tells whether a request comes from the page itself or from the user's key press or click.
 enum class RequestedBy : bool { Page, User };
 
 }

@@ -16,26 +16,26 @@ public:
     virtual bool isVisible() const = 0;
 };
 
-// A window of the program with its own frame and title. Several may share one toplevel, which shows the one that was
-// ordered front last. Main thread.
+// A window of the program with its own frame and title. Several can share one toplevel, which shows the one that was
+// ordered front last. Main thread only.
 class Window : public Panel {
 public:
     virtual void setTitle(const std::string& title) = 0;
     virtual Rect frame() const = 0;
     virtual void setFrame(const Rect& frame) = 0;
-    // The same with an animation.
+    // Sets the frame with an animation.
     virtual void animateToFrame(const Rect& frame) = 0;
     virtual void center() = 0;
 
     virtual void orderFront() = 0;
     virtual bool isKeyWindow() const = 0;
 
-    // Whether it is in full screen or on its way there.
+    // Returns whether the window is in full screen or entering it.
     virtual bool isFullScreen() const { return false; }
-    // Enters or leaves full screen. The window's delegate is notified when it is done.
+    // Enters or leaves full screen. Notifies the window's delegate when this is finished.
     virtual void toggleFullScreen() = 0;
 
-    // Answers once the window's content has its size on screen.
+    // Replies when the window's content has its size on screen.
     virtual Reply<void> laidOut() = 0;
 };
 

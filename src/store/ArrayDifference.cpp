@@ -10,7 +10,7 @@ namespace {
 constexpr std::int64_t rankStep = std::int64_t { 1 } << 20;
 constexpr std::size_t none = static_cast<std::size_t>(-1);
 
-// For each of `count` new values, the stored element of the run that it is a copy of.
+// For each of `count` new values, returns the index of the stored element in the run that it is a copy of, or `none`.
 std::vector<std::size_t> matches(
     const std::vector<StoredElement>& stored, const ArrayDifference& run, const Value* values, std::size_t count)
 {
@@ -29,10 +29,10 @@ std::vector<std::size_t> matches(
     return result;
 }
 
-// Leaves only the longest series of matches that ascends, so that rows need not change their order.
+// Keeps only the longest increasing subsequence of the matches, so that kept rows do not change their order.
 void keepLongestAscent(std::vector<std::size_t>& matches)
 {
-    // Where the best ascent of each length ends, and what comes before each match in the best ascent to it.
+    // `ends`: where the best subsequence of each length ends. `before`: the predecessor of each match.
     std::vector<std::size_t> ends;
     std::vector<std::size_t> before(matches.size(), none);
     for (std::size_t i = 0; i < matches.size(); ++i) {
@@ -53,7 +53,7 @@ void keepLongestAscent(std::vector<std::size_t>& matches)
     matches = std::move(ascent);
 }
 
-// `count` ranks after `low` and before `high`; false when there are too few.
+// Appends elements with `count` ranks between `low` and `high`. Returns false if there are not enough ranks.
 bool addRanks(std::optional<std::int64_t> low, std::optional<std::int64_t> high, std::size_t count,
     std::vector<StoredElement>& elements, const Value* values)
 {
@@ -69,14 +69,14 @@ bool addRanks(std::optional<std::int64_t> low, std::optional<std::int64_t> high,
     return true;
 }
 
-// Gives each new value a row; false when ranks run out.
+// Assigns a row to each new value. Returns false if the ranks do not suffice.
 bool placeElements(const std::vector<StoredElement>& stored, ArrayDifference& run, const Value* values,
     const std::vector<std::size_t>& kept)
 {
     const std::size_t storedEnd = run.start + run.count;
     std::size_t next = run.start;
     for (std::size_t i = 0; i <= kept.size();) {
-        // The new values up to the next kept one take the rows up to it, then ranks between.
+        // New values before the next kept one reuse the rows before it. The others get new rows with ranks in between.
         const auto stop = static_cast<std::size_t>(std::find_if(kept.begin() + static_cast<std::ptrdiff_t>(i),
                                                        kept.end(), [](std::size_t match) { return match != none; })
             - kept.begin());

@@ -7,15 +7,15 @@
 
 namespace pagora {
 
-// An element of a stored array: its row's id, and the rank that orders the rows. A fresh row has the id 0.
+// An element of a stored array: its row's id, and the rank that orders the rows. A new row has the id 0.
 struct StoredElement {
     Value value;
     std::int64_t id = 0;
     std::int64_t rank = 0;
 };
 
-// How a stored array becomes another with few changed rows: the run of `count` elements from `start` gives way to
-// `elements`. Of these, `isKept` tells which are stored as they are; the others are to be written.
+// The few row changes that turn a stored array into another: `elements` replace the run of `count` elements from
+// `start`. `isKept` is true for elements that are already stored; the others must be written.
 struct ArrayDifference {
     std::size_t start = 0;
     std::size_t count = 0;
@@ -23,8 +23,8 @@ struct ArrayDifference {
     std::vector<bool> isKept;
 };
 
-// Elements are the same when they are copies of one value. A changed element takes over the row of the one it follows
-// on; where no ranks are left between two rows, all rows are written anew.
+// Compares elements by identity. A changed element reuses the row of the element that it replaces. All rows are written
+// again if no rank is left between two rows.
 ArrayDifference arrayDifference(const std::vector<StoredElement>& stored, const Value::Array& array);
 
 }

@@ -49,7 +49,7 @@ bool DefaultsBackup::bringUpTo(const StoreState& state, const RowChanges* change
         openBackup();
     if (_backup) {
         const auto current = _backup->state();
-        // A whole copy may already contain changes that are reported after it.
+        // A copy of the whole file may already contain the changes reported here.
         if (current && current->series == state.series && current->flush >= state.flush)
             return true;
         if (changes && _backup->apply(*changes).outcome == DefaultsFile::Outcome::Done)

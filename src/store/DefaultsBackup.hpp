@@ -15,9 +15,9 @@ class DefaultsBackup {
 public:
     DefaultsBackup(std::string path, std::string backupPath);
 
-    // The file may have changed in ways that were not reported.
+    // Called when the file may have changed in ways that were not reported.
     void catchUp();
-    // These changes were written to the file.
+    // Called after these changes were written to the file.
     void follow(RowChanges changes);
     // Blocks until the backup is up to date, or updating it has failed.
     void wait();
@@ -29,7 +29,7 @@ private:
 
     const std::string _path;
     const std::string _backupPath;
-    // Used by the worker only.
+    // Accessed by the worker only.
     std::unique_ptr<DefaultsFile> _file;
     std::unique_ptr<DefaultsFile> _backup;
     Worker _worker;

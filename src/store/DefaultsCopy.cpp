@@ -16,10 +16,10 @@ namespace pagora {
 
 namespace {
 
-// Suffix of an unfinished copy's name; the id of the process that makes it follows.
+// Suffix of an unfinished copy's name, followed by the id of the process that makes it.
 constexpr std::string_view unfinishedMark = ".copy-";
 
-// Unfinished copies of processes that have exited, and of this one.
+// Removes the unfinished copies of this process and of processes that have exited.
 void removeUnfinishedCopies(const std::string& path)
 {
     const std::filesystem::path target(path);
@@ -39,7 +39,7 @@ void removeUnfinishedCopies(const std::string& path)
 
 bool DefaultsFile::copyTo(const std::string& path)
 {
-    // The name holds the process id, and this process makes one copy at a time.
+    // The name contains only the process id, so this process makes one copy at a time.
     static std::mutex copying;
     const std::lock_guard lock(copying);
     removeUnfinishedCopies(path);

@@ -77,11 +77,11 @@ void useJournal(SQLite::Database& database, DefaultsFile::Journal journal)
     const bool log = journal == DefaultsFile::Journal::Log;
     database.exec(log ? "PRAGMA journal_mode = WAL" : "PRAGMA journal_mode = DELETE");
     database.exec("PRAGMA synchronous = FULL");
-    // The log is emptied in the background.
+    // Checkpoints run in the background instead.
     database.exec("PRAGMA wal_autocheckpoint = 0");
 }
 
-// Runs the statement once for each row, after `bind` has filled it in.
+// Runs the statement once for each row; `bind` sets its parameters.
 template <typename Rows, typename Bind>
 void forEach(SQLite::Database& database, const char* sql, const Rows& rows, Bind bind)
 {
@@ -150,7 +150,8 @@ DefaultsFile::Opened DefaultsFile::openToRead(const std::string& path)
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
         return DefaultsCondition::Missing;
-    // Without a log nobody is writing, and SQLite need not create one to read. A log that cannot be shared is ignored.
+    // Without a log nobody is writing, and the file opens as immutable, so SQLite need not create a log to read. A log
+    // that cannot be shared is ignored.
     for (const bool unchanging : { !std::filesystem::exists(path + "-wal", ignored), true }) {
         try {
             auto file = std::make_unique<DefaultsFile>(
@@ -342,7 +343,7 @@ void DefaultsFile::emptyLog()
     try {
         _database->exec("PRAGMA wal_checkpoint(PASSIVE)");
     } catch (const SQLite::Exception&) {
-        // It is tried again with the next flush.
+        // The next flush tries again.
     }
 }
 

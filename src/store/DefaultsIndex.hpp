@@ -13,11 +13,11 @@
 
 namespace pagora {
 
-// Index of the rows in a file of stored values; tells which rows a change touches. An array element is unchanged when
-// it is a copy of the stored one. Not thread safe.
+// Index of the rows in a file of stored values. Determines which rows a change affects: an array element is unchanged
+// if it is a copy of the stored one. Not thread-safe.
 class DefaultsIndex {
 public:
-    // By key: the value to store, or none to remove the key.
+    // The value to store for each key, or nullopt to remove the key.
     using Changes = std::map<std::string, std::optional<Value>>;
 
     explicit DefaultsIndex(std::shared_ptr<StoredDataSource> source);
@@ -26,7 +26,7 @@ public:
     // Rebuilds the index from the file. Returns the values by key, or the condition of the file.
     Result<Values, DefaultsCondition> load(DefaultsFile& file);
 
-    // What one flush does to the file and, once it is done, to the index.
+    // What one flush changes in the file and afterwards in the index.
     struct Plan {
         RowChanges rows;
         std::map<std::string, ArrayDifference> arrays;
@@ -35,13 +35,13 @@ public:
         bool isEmpty() const { return arrays.empty() && others.empty(); }
     };
 
-    // The rows that bring the changes to the file.
+    // Returns the rows to write and remove for the changes.
     Plan plan(const Changes& changes);
-    // Updates the index after a plan was written. Large data that was written is released from memory.
+    // Updates the index after a plan was written. Releases the memory of large data that was written.
     void commit(Plan& plan);
 
 private:
-    // An array's elements, or the one row of any other value.
+    // The elements of an array, or the single row of any other value.
     struct Entry {
         bool isArray = false;
         std::vector<StoredElement> elements;

@@ -57,7 +57,7 @@ public:
 private:
     std::string& problem() { return _opened.problem; }
 
-    // Takes the file over when its content can be loaded; otherwise tells its condition.
+    // Takes ownership of the file if its content can be loaded; otherwise returns its condition.
     DefaultsCondition load(DefaultsFile::Opened opened)
     {
         if (!opened)
@@ -105,7 +105,7 @@ private:
             useBackup();
     }
 
-    // With an unreadable log the file may be half updated; the backup is complete without a log.
+    // If the log is unreadable, the file may be half updated. The backup is complete without a log.
     void openToRead()
     {
         for (const auto& path : { _paths.file, _paths.backup }) {
@@ -137,7 +137,7 @@ private:
         auto backup = std::move(_opened.file);
         if (condition == DefaultsCondition::Good) {
             problem() = formatted(_("%s; the last backup is used."), problem().c_str());
-            // Without disk space for the copy the values stay in memory; the next flush tries again.
+            // If there is no disk space for the copy, the values stay in memory and the next flush tries again.
             if (!backup->copyTo(_paths.file))
                 return;
             backup.reset();

@@ -19,10 +19,10 @@ struct DefaultsPaths {
 std::string setAside(const std::string& path, DefaultsCondition condition);
 
 struct OpenedDefaults {
-    // Null or read-only when nothing can be stored.
+    // Null or read-only if nothing can be stored.
     std::unique_ptr<DefaultsFile> file;
     DefaultsIndex::Values values;
-    // One line when something was set aside, was lost, or cannot be stored.
+    // One line if a file was set aside, if values were lost, or if nothing can be stored.
     std::string problem;
 };
 
@@ -30,12 +30,12 @@ struct OpenedDefaults {
 // and replaced by the backup; a newer one is set aside.
 OpenedDefaults openDefaults(const DefaultsPaths& paths, DefaultsIndex& index);
 
-// Sets aside a file that was found damaged while open and has been closed, and continues with the backup as above. No
-// file also when it could not be set aside.
+// Sets aside a file that was found damaged while open and has been closed, and continues with the backup as above.
+// `file` is also null if the damaged file could not be set aside.
 OpenedDefaults restoreDefaults(const DefaultsPaths& paths, DefaultsIndex& index);
 
-// All stored values of `folder` as one dictionary, empty when there are none, or a line that says why they cannot be
-// read. Writes nothing.
+// Returns all stored values of `folder` as one dictionary, empty if there are none, or a line that says why they cannot
+// be read. Writes nothing.
 Result<Value, std::string> readDefaults(const std::string& folder);
 
 }

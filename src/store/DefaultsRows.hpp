@@ -10,14 +10,14 @@ namespace pagora {
 
 // Rows of a file of stored values. Payloads are encoded values (see ValueCoding.hpp).
 
-// A key. An array's payload is empty: its elements are rows of their own.
+// The row of a key. An array's payload is empty: its elements have rows of their own.
 struct ValueRow {
     std::string key;
     bool isArray = false;
     std::string payload;
 };
 
-// An element of the array under `key`; elements are in the order of their ranks.
+// An element of the array under `key`. Ranks order the elements.
 struct ElementRow {
     std::int64_t id = 0;
     std::string key;
@@ -25,13 +25,13 @@ struct ElementRow {
     std::string payload;
 };
 
-// Large data of elements, in a row of its own so that other changes to the element do not rewrite it.
+// Large data of an element, in its own row so that other changes to the element do not rewrite it.
 struct DataRow {
     std::int64_t id = 0;
     Data data;
 };
 
-// Identifies the flush whose state a file has, and the number of rows it must have.
+// Identifies the flush whose state the file has, and the number of rows that it must have.
 struct StoreState {
     // Identifies the series of flushes; random, chosen when the file is created.
     std::int64_t series = 0;
@@ -41,7 +41,7 @@ struct StoreState {
     bool operator==(const StoreState&) const = default;
 };
 
-// What one flush changes: rows to write, over ones with the same key or id, and rows to remove.
+// The changes of one flush: rows to write, replacing those with the same key or id, and rows to remove.
 struct RowChanges {
     StoreState before;
     StoreState after;

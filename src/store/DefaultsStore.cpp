@@ -40,13 +40,13 @@ DefaultsStore::Written DefaultsStore::write(const DefaultsIndex::Changes& change
     }
     auto applied = apply(changes);
     if (applied.outcome == DefaultsFile::Outcome::OtherState) {
-        // Another process has written to the file: read the index again.
+        // Another process has written to the file, so the index is read again.
         if (!_index.load(*_file))
             return { false, std::move(opened.values), problemOf(_("another program has changed the file")) };
         applied = apply(changes);
     }
     if (applied.outcome == DefaultsFile::Outcome::Damaged) {
-        // The backup is brought up to date first.
+        // The destructor of the backup brings it up to date.
         _backup.reset();
         _file.reset();
         opened.problem = use(restoreDefaults(_paths, _index)).problem;

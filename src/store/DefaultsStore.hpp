@@ -10,7 +10,7 @@
 
 namespace pagora {
 
-// The stored values on disk: the file, its index and the backup. Not thread safe.
+// The stored values on disk: the file, its index and the backup. Not thread-safe.
 class DefaultsStore {
 public:
     using Values = std::map<std::string, Value>;
@@ -19,23 +19,23 @@ public:
 
     struct Opened {
         Values values;
-        // One line when a file was set aside or nothing can be stored.
+        // One line if a file was set aside or nothing can be stored.
         std::string problem;
     };
     Opened open();
 
     struct Written {
         bool isDone = false;
-        // The content of a file that could only be opened now.
+        // The content of a file that could not be opened before.
         Values found = {};
-        // One line when storing failed or a file was set aside.
+        // One line if storing failed or a file was set aside.
         std::string problem = {};
     };
     // Stores all changes or none.
     Written write(const DefaultsIndex::Changes& changes);
     bool isWritable() const { return _file && !_file->isReadOnly(); }
     void waitForBackup();
-    // Number of rows written or removed since the start.
+    // Number of rows written or removed since this object was created.
     int rowsChanged() const;
 
 private:

@@ -7,8 +7,8 @@
 
 namespace pagora {
 
-// The form of encoded values: a version byte, then a value. A value is a tag and its content. A count is written in
-// groups of 7 bits, lowest first; a text, as its length and bytes.
+// The encoding of values: a version byte, then a value. A value is a tag and its content. A count is encoded in groups
+// of 7 bits, lowest first; a text as its length and bytes.
 constexpr char codingVersion = 1;
 
 enum class Tag : std::uint8_t {
@@ -26,8 +26,8 @@ enum class Tag : std::uint8_t {
     DictionaryApart
 };
 
-// Reads the elements of encoded values from the front. Each operation returns a missing result at the end of the bytes
-// or on malformed input.
+// Reads the parts of encoded values in order. Each operation returns nullopt at the end of the bytes or on malformed
+// input.
 class EncodedBytes {
 public:
     explicit EncodedBytes(std::string_view bytes)

@@ -1,4 +1,4 @@
-// Looks into an encoded dictionary without making its values.
+// Reads an encoded dictionary without decoding its values.
 
 #include "store/EncodedBytes.hpp"
 #include "store/ValueCoding.hpp"
@@ -17,7 +17,7 @@ public:
     {
     }
 
-    // Passes over a value. False where decoding it fails, or where keys are not in order.
+    // Skips a value. Returns false if it cannot be decoded or if its keys are not sorted.
     bool skip(int depth)
     {
         const auto tag = byte();
@@ -48,7 +48,7 @@ public:
         return false;
     }
 
-    // Passes over the start of a dictionary up to the value of a key. False where there is none.
+    // Skips the start of a dictionary up to the value of a key. Returns false if the key is missing.
     bool skipTo(std::string_view wanted)
     {
         const auto tag = byte();

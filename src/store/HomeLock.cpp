@@ -14,7 +14,7 @@ namespace pagora {
 
 HomeLock::HomeLock(const std::string& folder)
 {
-    // Private, like the stored values in it.
+    // 0700: the stored values in the folder are private.
     g_mkdir_with_parents(folder.c_str(), 0700);
     _file = FileDescriptor(
         ::open(appendingPathComponent(folder, "in-use").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));

@@ -9,11 +9,11 @@ namespace pagora {
 // Exclusive lock on a folder. The kernel releases it when the process exits or crashes.
 class HomeLock {
 public:
-    // Creates the folder when it is missing.
+    // Creates the folder if it does not exist.
     explicit HomeLock(const std::string& folder);
 
-    // Waits up to the timeout for a process that is exiting. Returns false when another process holds the lock, true
-    // when the folder cannot be locked at all.
+    // Waits up to `seconds` for a process that is exiting. Returns false if another process holds the lock, and true if
+    // the folder cannot be locked at all.
     bool take(double seconds);
 
 private:

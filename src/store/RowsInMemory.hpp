@@ -11,40 +11,40 @@
 
 namespace pagora {
 
-// The objects that read rows of large data: one for each row that a value in memory may read. Thread safe.
+// The row objects that values in memory use to read large data: one for each row. Thread-safe.
 class RowsInMemory {
 public:
     explicit RowsInMemory(std::shared_ptr<StoredDataSource> source);
 
-    // The object that reads the row of this id; made where there is none.
+    // Returns the object that reads the row with this id; creates it if necessary.
     std::shared_ptr<const StoredDataRow> row(std::int64_t id);
-    // Whether `row` is such an object. After another process changed the file, a row of the same id may hold other
-    // data.
+    // Returns whether `row` is the object for its id. After another process has changed the file, a row with the same
+    // id may contain other data.
     bool holds(const StoredDataRow& row) const;
-    // Whether a value in memory may read the row of this id.
+    // Returns whether a value in memory may read the row with this id.
     bool isUsed(std::int64_t id) const;
-    // The row was removed.
+    // Called when the row was removed.
     void forget(std::int64_t id);
 
-    // Finds the parts of stored elements; valid as long as this object.
+    // Returns functions that find the parts of stored elements. This object must outlive them.
     FindParts finder();
 
 private:
     const std::shared_ptr<StoredDataSource> _source;
     mutable std::mutex _mutex;
     std::unordered_map<std::int64_t, std::weak_ptr<const StoredDataRow>> _rows;
-    // The number of rows at which those that nothing reads any more are removed.
+    // When the map reaches this size, entries of destroyed objects are removed.
     std::size_t _limit;
 };
 
-// A stored dictionary as its encoded bytes, which take a fifth of the memory of its entries.
+// A stored dictionary, kept as its encoded bytes. They take a fifth of the memory of its decoded entries.
 class StoredEntry : public Value::Source {
 public:
-    // The bytes are of a dictionary; see `isEncodedDictionary`.
+    // `bytes` must encode a dictionary; see `isEncodedDictionary`.
     StoredEntry(std::string bytes, std::shared_ptr<RowsInMemory> rows);
 
     std::optional<Value> read() const override;
-    // The entry under this key, without reading the others; missing where there is none.
+    // Decodes only the value under `key`. Returns nullopt if there is none.
     std::optional<Value> find(std::string_view key) const;
 
 private:
@@ -52,7 +52,7 @@ private:
     const std::shared_ptr<RowsInMemory> _rows;
 };
 
-// The same as `dictionary.find(key)`, but a stored dictionary is not read into memory.
+// Same as `dictionary.find(key)`, but decodes only that value of a stored dictionary.
 std::optional<Value> entryUnder(const std::string& key, const Value& dictionary);
 
 }

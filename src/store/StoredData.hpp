@@ -12,15 +12,15 @@ namespace pagora {
 
 class DefaultsFile;
 
-// Reads large data from the store, or from its backup where the store's bytes are damaged. Has its own connection,
-// opened at the first read. Lives as long as data may be read. Thread safe.
+// Reads large data from the store, or from its backup if the store's bytes are damaged. Has its own connection, opened
+// at the first read. Must live as long as data may be read. Thread-safe.
 class StoredDataSource {
 public:
     StoredDataSource(std::string path, std::string backupPath);
     ~StoredDataSource();
 
     std::optional<std::string> read(std::int64_t id);
-    // The store's file was replaced.
+    // Called when the store's file was replaced.
     void reopen();
 
 private:
@@ -30,7 +30,7 @@ private:
     std::unique_ptr<DefaultsFile> _file;
 };
 
-// One row of large data, or of an encoded container; lives as long as a value in memory may read it.
+// One row of large data, or of an encoded container. Lives as long as a value in memory may read it.
 struct StoredDataRow : Value::Source {
     StoredDataRow(std::shared_ptr<StoredDataSource> source, std::int64_t id);
     std::optional<Value> read() const override;
@@ -39,7 +39,7 @@ struct StoredDataRow : Value::Source {
     const std::int64_t id;
 };
 
-// The reader of such data.
+// Reads the data of a row.
 struct StoredDataReader {
     std::shared_ptr<const StoredDataRow> row;
     std::optional<std::string> operator()() const { return row->source->read(row->id); }

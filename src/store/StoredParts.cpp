@@ -7,8 +7,8 @@ namespace pagora {
 
 namespace {
 
-// Limits how much data one flush removes, so that removing many elements does not delay it; later flushes remove the
-// rest.
+// Limits how many data rows one flush removes, so that removing many elements does not delay it. Later flushes remove
+// the rest.
 constexpr std::size_t maxRemovals = 256;
 
 }

@@ -12,45 +12,45 @@
 
 namespace pagora {
 
-// Parts of elements that have rows of their own, so that other changes do not rewrite them and they can be released
-// from memory: large data, and nested arrays and dictionaries without large data. Counts the uses of each row. Not
-// thread safe.
+// Parts of elements that have rows of their own, so that other changes do not rewrite them and their memory can be
+// released: large data, and nested arrays and dictionaries without large data. Counts the uses of each row. Not
+// thread-safe.
 class StoredParts {
 public:
-    // Data and encoded containers of more bytes than this get a row of their own.
+    // Data and encoded containers with more bytes than this get a row of their own.
     static constexpr std::size_t maxInlinePart = 512;
 
     explicit StoredParts(std::shared_ptr<StoredDataSource> source);
 
-    // Changes that one flush makes to the parts, besides the rows that it writes and removes.
+    // Changes of one flush to the parts, besides the rows that it writes and removes.
     struct Plan {
         // Change in the number of uses of each row.
         std::unordered_map<std::int64_t, int> uses;
-        // Ids of the parts that get a row, by identity. A container is kept as long as the plan.
+        // Row ids of the parts that get a row, by identity. The plan keeps the containers alive.
         std::unordered_map<const void*, std::int64_t> ids;
         std::unordered_map<std::int64_t, Value> containers;
     };
 
-    // The value of a stored element; missing when it is malformed. Counts each of its parts as one use. A dictionary's
-    // entries are decoded on first use.
+    // Decodes a stored element; nullopt if it is malformed. Counts one use of each of its parts. The entries of a
+    // dictionary are decoded on first use.
     std::optional<Value> element(std::string_view payload);
-    // Unused rows of a file, and the largest row id in it.
+    // Registers an unused row of the file, and the largest row id in it.
     void addLeft(std::int64_t id);
     void setMaxId(std::int64_t id) { _nextId = id + 1; }
 
-    // Encodes an element that is to be written. Parts without a row get one.
+    // Encodes an element to be written. Parts without a row get one.
     std::string encode(const Value& element, Plan& plan, RowChanges& rows);
     // Adds `step` to the number of uses of each part of an element.
     void countUses(const Value& element, int step, Plan& plan) const;
-    // Rows that become used, become unused or can be removed, once all uses are counted.
+    // Determines which rows become used or unused or can be removed. Called after all uses are counted.
     void planRows(const Plan& plan, RowChanges& rows) const;
-    // Updates the counts after the plan was written. Large data is released from memory.
+    // Updates the counts after the plan was written. Releases the memory of large data.
     void commit(const Plan& plan, const RowChanges& rows);
 
 private:
     struct Row {
         int uses = 0;
-        // Identity of the container in memory that was written to this row; it lives as long as it has uses.
+        // Identity of the container in memory that was written to this row. The container lives as long as it is used.
         const void* container = nullptr;
     };
 
@@ -61,7 +61,7 @@ private:
 
     std::shared_ptr<RowsInMemory> _inMemory;
     std::unordered_map<std::int64_t, Row> _rows;
-    // Containers written in this run, by identity.
+    // Row ids of the containers that this process has written, by identity.
     std::unordered_map<const void*, std::int64_t> _containers;
     // Unused rows.
     std::set<std::int64_t> _left;

@@ -10,7 +10,7 @@ namespace pagora {
 
 namespace {
 
-// Whether storing `next` over `current` would change nothing. Does not compare the contents of containers.
+// Returns whether storing `next` over `current` would change nothing. Does not compare the contents of containers.
 bool isStoredAlready(const Value& current, const Value& next)
 {
     if (next.array() || next.dictionary() || next.data())
@@ -122,7 +122,7 @@ bool UserDefaults::synchronize()
         return true;
     const std::lock_guard lock(_mutex);
     for (const auto& [key, value] : written.found) {
-        // Values that the program has set or removed meanwhile are newer than the file's.
+        // Values that the program has set or removed in the meantime are newer than the file's.
         if (!changes.contains(key) && !_changes.contains(key))
             _values.try_emplace(key, value);
     }

@@ -181,7 +181,7 @@ private:
     std::optional<Value> array(int depth)
     {
         const auto size = count();
-        // Every element takes at least one byte, so a false count cannot reserve much memory.
+        // Every element takes at least one byte, so a wrong count cannot reserve much memory.
         if (!size || *size > left().size())
             return std::nullopt;
         Value::Array array;

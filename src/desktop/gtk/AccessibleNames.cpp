@@ -27,8 +27,8 @@ Glib::ustring withoutAccessKey(const Glib::ustring& label)
     return name;
 }
 
-// Emits a focus change so that assistive technology learns of the widget. Done when idle, because a window that is
-// being mapped is not ready.
+// Emits a focus change so that assistive technology notices the widget. Done when idle, because a window that is being
+// mapped is not ready.
 void introduceSoon(Gtk::Widget& widget)
 {
     const auto introduce = +[](gpointer widget) -> gboolean {

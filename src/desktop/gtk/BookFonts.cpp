@@ -21,7 +21,7 @@ std::string escaped(const std::string& text)
     return copy;
 }
 
-// The system's fontconfig file. A name without a folder is searched in fontconfig's folder.
+// Returns the system's fontconfig file. A name without a folder is relative to fontconfig's folder.
 std::string systemFile()
 {
     const char* const file = g_getenv("FONTCONFIG_FILE");

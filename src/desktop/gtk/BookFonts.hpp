@@ -16,11 +16,11 @@ struct MenuFont {
 const std::vector<MenuFont>& menuFonts();
 
 // Substitutes each of these fonts that is not installed, in this process and the page processes only. Writes a
-// fontconfig file that includes the system's. Called before anything asks for a font and before other threads exist.
-// False when the file cannot be written.
+// fontconfig file that includes the system's. Called before the first use of a font and before other threads exist.
+// Returns false if the file cannot be written.
 bool useBookFonts(const std::string& file);
 
-// The path of that file; empty when there is none.
+// Returns the path of that file; empty if there is none.
 const std::string& bookFontsFile();
 
 }

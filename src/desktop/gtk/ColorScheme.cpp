@@ -68,7 +68,7 @@ void ColorScheme::answered(const Glib::RefPtr<Gio::AsyncResult>& result)
             follow(scheme);
         }
     } catch (const Glib::Error&) {
-        // This desktop has no such setting.
+        // The desktop does not have this setting.
     }
 }
 

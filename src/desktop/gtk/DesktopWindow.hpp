@@ -6,8 +6,8 @@
 
 namespace pagora {
 
-// A separate toplevel such as a dialog. It belongs to a layout, which outlives it. The desktop positions windows: the
-// origin of the frame is the one that was last set.
+// A separate toplevel such as a dialog. Its layout must outlive it. The desktop positions windows, so the origin of the
+// frame is the one that was last set.
 class DesktopWindow : public Window {
 public:
     explicit DesktopWindow(Gtk::Window& window)
@@ -26,7 +26,7 @@ public:
     void makeKeyAndOrderFront() override { _window.present(); }
     void orderOut() override { _window.set_visible(false); }
     bool isVisible() const override { return _window.get_visible(); }
-    // GTK may leave a window active that was hidden while it had the keyboard.
+    // GTK may still report a hidden window as active if it had the keyboard.
     bool isKeyWindow() const override { return _window.is_active() && isVisible(); }
 
     void toggleFullScreen() override { }

@@ -22,10 +22,10 @@ namespace pagora {
 
 namespace {
 
-// In milliseconds. A file manager may have to be started first.
+// In milliseconds. The file manager may have to start first.
 constexpr int fileManagerTimeout = 10'000;
 
-// The logged part of a scheme.
+// Maximum length of a scheme in the log.
 constexpr std::size_t maxSchemeLength = 40;
 
 void openInDefaultProgram(const std::string& uri)
@@ -74,7 +74,7 @@ std::unique_ptr<PrefetchedCopy> DesktopWorkspace::prefetchCopy(const std::string
 
 bool DesktopWorkspace::canRecycleFile(const std::string& path) const
 {
-    // The portal resolves the file's real path, and answers only for files that it can move.
+    // The portal resolves the file's real path, and reports only files that it can move.
     if (_where == Surroundings::Flatpak)
         return true;
     try {
@@ -133,7 +133,7 @@ void DesktopWorkspace::openURL(const Url& url, RequestedBy requestedBy)
     openInDefaultProgram(url.text());
 }
 
-// A program in a Flatpak sees no other programs.
+// A program in a Flatpak cannot see other programs.
 void DesktopWorkspace::lookUp(const std::string& text)
 {
     const auto words = wordsToLookUp(text);

@@ -26,14 +26,14 @@ public:
     std::unique_ptr<PrefetchedCopy> prefetchCopy(const std::string& file, const std::string& destination) override;
     bool canRecycleFile(const std::string& path) const override;
     bool recycleFiles(const std::string& source, const std::vector<std::string>& names) override;
-    // Opens the enclosing folder where no file manager answers.
+    // Opens the enclosing folder if no file manager answers.
     void selectFile(const std::string& path) override;
-    // Decided by the first seven characters, "/Volume", or by the mount that the file is on.
+    // Returns true if the path starts with the seven characters "/Volume", or if its mount is a volume.
     bool isOnMountedVolume(const std::string& path) override;
-    // Whether this kind of URL may be opened. Pages can open only web URLs by themselves; a click by the user also
-    // opens mail, phone and message URLs. URLs that other programs treat as commands or files are never opened.
+    // Returns whether this kind of URL may be opened. Pages can open only web URLs; a click by the user also opens
+    // mail, phone and message URLs. URLs that other programs treat as commands or files are never opened.
     static bool mayOpen(const Url& url, RequestedBy requestedBy);
-    // Ignores URLs that may not be opened or have no handler.
+    // Ignores URLs that may not be opened or that no program handles.
     void openURL(const Url& url, RequestedBy requestedBy) override;
     void lookUp(const std::string& text) override;
     void noteNewRecentDocumentURL(const Url& url) override;

@@ -11,10 +11,10 @@ namespace pagora {
 
 namespace {
 
-// Dictionaries have no common interface: none declares the "dict" scheme, and each takes its words in its own way.
+// A dictionary program and how it takes words. There is no common interface: none handles the "dict" scheme.
 struct Dictionary {
     const char* id;
-    // What comes before the words in the argument.
+    // Precedes the words in the argument.
     const char* option;
 };
 constexpr Dictionary dictionaries[] = {
@@ -24,7 +24,7 @@ constexpr Dictionary dictionaries[] = {
     { "mate-dictionary.desktop", "--look-up=" },
 };
 
-// The command of the application without the places for files, which are words of their own.
+// Returns the application's command without the field codes for files, which are separate words.
 std::string commandOf(const Gio::DesktopAppInfo& application)
 {
     std::istringstream words(application.get_commandline());
@@ -37,7 +37,7 @@ std::string commandOf(const Gio::DesktopAppInfo& application)
     return command;
 }
 
-// As it is written in a command of a desktop file.
+// Quotes an argument for the command of a desktop file.
 std::string quoted(const std::string& argument)
 {
     std::string text = Glib::shell_quote(argument);
@@ -63,7 +63,7 @@ Glib::RefPtr<Gio::DesktopAppInfo> installedApplication(const std::string& id)
 
 bool lookUpInDictionary(const std::string& words, const ApplicationFinder& find)
 {
-    // The text is a book's; it must not become an option.
+    // The text comes from a book and must not be taken as an option.
     const auto start = words.find_first_not_of("- ");
     if (start == std::string::npos)
         return false;

@@ -10,7 +10,7 @@ namespace pagora {
 Glib::ustring displayText(const std::string& text, std::size_t limit)
 {
     auto length = std::min(text.size(), limit);
-    // Do not cut a character.
+    // Do not cut inside a UTF-8 character.
     while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
         --length;
     if (g_utf8_validate_len(text.data(), length, nullptr))

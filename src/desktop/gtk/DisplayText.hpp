@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// The text for display: valid UTF-8 without NUL, at most `limit` bytes.
+// Returns the text for display: valid UTF-8 without NUL, at most `limit` bytes.
 Glib::ustring displayText(const std::string& text, std::size_t limit = 4u << 20);
 
 }

@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// A page marks its own focus, so that the window need not be drawn again every few seconds while a book is read.
+// Pages draw their own focus ring. Excluding them avoids a redraw every few seconds while a book is read.
 bool isInPage(Gtk::Window& window)
 {
     auto* const focus = gtk_window_get_focus(window.gobj());

@@ -24,23 +24,23 @@ constexpr const char* rendererName = "GSK_RENDERER";
 // Keeps the page engine from using GL in this process.
 constexpr Switch engineWithoutGl = { "WEBKIT_DISABLE_DMABUF_RENDERER", "1" };
 
-// From this minor version of GTK 4 on, features are disabled by a separate variable.
+// From this minor version of GTK 4 on, a separate variable disables features.
 constexpr unsigned firstThatDisables = 16;
 constexpr Switch toolkitWithoutGl = { "GDK_DISABLE", "gl" };
 constexpr Switch olderToolkitWithoutGl = { "GDK_DEBUG", "gl-disable" };
 
-// Disables hardware rendering in the toolkit and the page engine. The engine would initialise the driver to find its
-// device; it finds none in an empty file.
+// Disables hardware rendering in the toolkit and the page engine. The engine would initialize the driver to find its
+// device; an empty file lists none.
 std::array<Switch, 4> withoutGl()
 {
     return { gtk_get_minor_version() < firstThatDisables ? olderToolkitWithoutGl : toolkitWithoutGl,
         { "WEBKIT_DISABLE_COMPOSITING_MODE", "1" }, engineWithoutGl, { "WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null" } };
 }
 
-// From this minor version on, GTK notices when another library changes the current GL context.
+// From this minor version on, GTK notices that another library has changed the current GL context.
 constexpr unsigned firstThatNotices = 18;
 
-// A variable that was set here, with its former value.
+// An environment variable that was set here, with its previous value.
 struct Former {
     const char* name;
     std::string value;
@@ -82,7 +82,7 @@ void prepareGraphics(const GraphicsCard& card)
             std::ranges::for_each(switches, set);
         return;
     }
-    // The engine's initialisation would leave this thread without a current GL context, which older GTK does not
+    // The engine's initialization would leave this thread without a current GL context, which older GTK does not
     // notice.
     if (gtk_get_minor_version() < firstThatNotices)
         set(engineWithoutGl);

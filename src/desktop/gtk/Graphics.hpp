@@ -6,12 +6,12 @@
 
 namespace pagora {
 
-// Chooses the renderer of the toolkit and the page engine: cairo without GL where no graphics card renders and the user
+// Chooses the renderer of the toolkit and the page engine: cairo without GL if no graphics card renders and the user
 // has not set GSK_RENDERER. GL libraries that are not used are not loaded, which saves startup time and memory. Called
 // before the toolkit starts and before other threads exist.
 void prepareGraphics(const GraphicsCard& card = GraphicsCard());
 
-// A launch context without these settings. The caller owns it.
+// Returns a launch context without these settings. The caller owns it.
 GAppLaunchContext* makeLaunchContext();
 
 }

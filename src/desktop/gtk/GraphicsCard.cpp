@@ -16,7 +16,7 @@ namespace pagora {
 
 namespace {
 
-// The settings that, besides the devices, determine the GL renderer.
+// The environment variables that, besides the devices, determine the GL renderer.
 constexpr std::array settings = { "DISPLAY", "WAYLAND_DISPLAY", "GDK_BACKEND", "LIBGL_ALWAYS_SOFTWARE",
     "GALLIUM_DRIVER", "MESA_LOADER_DRIVER_OVERRIDE", "DRI_PRIME" };
 
@@ -29,7 +29,7 @@ std::string variable(const char* name)
     return value ? value : "";
 }
 
-// Changes when a driver is reloaded. Empty for a missing device.
+// Returns a text that changes when a driver is reloaded. Empty for a missing device.
 std::string identity(const std::string& path)
 {
     struct stat file = {};
@@ -38,7 +38,7 @@ std::string identity(const std::string& path)
     return path + ' ' + std::to_string(file.st_ino) + ' ' + std::to_string(file.st_ctim.tv_sec) + ' ';
 }
 
-// Reads until the other end is closed or the time is over.
+// Reads until the other end is closed or the timeout has passed.
 std::string readAll(int file, std::chrono::milliseconds timeout)
 {
     const auto end = std::chrono::steady_clock::now() + timeout;
@@ -93,7 +93,8 @@ GraphicsCard::GraphicsCard(Options options)
 {
 }
 
-// Identifies the graphics devices; empty without any. Some drivers have device files of their own.
+// Returns a text that identifies the graphics devices; empty if there are none. Some drivers have device files of their
+// own.
 std::string GraphicsCard::deviceIdentities() const
 {
     std::string found = identity(_options.devices + "/nvidiactl") + identity(_options.devices + "/dxg");
@@ -118,7 +119,7 @@ std::string GraphicsCard::renderer(const std::string& devices) const
             return kept->substr(key.size());
     }
     std::string name = answerOfChild(_options.askRenderer, _options.timeout);
-    // A failed query is repeated at the next start.
+    // A failed query is not cached, so the next start repeats it.
     if (!name.empty() && !_options.answerFile.empty())
         writeFile(_options.answerFile, key + name);
     return name;

@@ -12,23 +12,23 @@ public:
     struct Options {
         // The folder of the kernel's device files.
         std::string devices = "/dev";
-        // Caches the renderer's name for the session; empty for no cache.
+        // File that caches the renderer's name for the session; empty for no cache.
         std::string answerFile;
-        // Returns the name of the renderer; empty when there is none. Called in a child process.
+        // Returns the name of the renderer; empty if there is none. Called in a child process.
         std::function<std::string()> askRenderer;
-        // How long the child process may take.
+        // Time limit for the child process.
         std::chrono::milliseconds timeout { 1000 };
     };
-    // Those of this system.
+    // Returns the options for this system.
     static Options system();
 
     explicit GraphicsCard(Options options = system());
 
-    // False without a card or with a software renderer.
+    // Returns false if there is no card or the renderer is in software.
     bool draws() const;
 
-    // The GL renderer's name on this session's display; empty when there is none. Loads drivers and connects to the
-    // display, so it is called in a child process.
+    // Returns the name of the GL renderer on this session's display; empty if there is none. Loads drivers and connects
+    // to the display, so it is called in a child process.
     static std::string rendererOfDisplay();
 
 private:

@@ -22,7 +22,7 @@ public:
         if (_library)
             _address = reinterpret_cast<decltype(_address)>(dlsym(_library, "eglGetProcAddress"));
     }
-    // Null where it is missing.
+    // Returns null if the function is missing.
     template <typename Function>
     Function find(const char* name) const
     {

@@ -15,10 +15,10 @@ namespace {
 // In milliseconds. Covered and minimised windows are not laid out.
 constexpr unsigned layoutTimeout = 1'000;
 
-// The duration of a change of size, in microseconds of the frame clock, and the largest part of the change in one step.
+// The duration of a resize animation, in microseconds of the frame clock, and the largest fraction of it in one step.
 constexpr double animationTime = 150'000;
 constexpr double maxStep = 0.25;
-// The timeout for the desktop to apply the size of a step.
+// Time to wait for the desktop to apply the size of a step.
 constexpr std::int64_t stepTimeout = 250'000;
 
 int between(int from, int to, double progress)
@@ -83,7 +83,8 @@ void SharedWindow::animateToFrame(const Rect& frame)
     });
 }
 
-// Whether there are more. The next waits for the one before it, so that each is seen.
+// Returns whether there are more steps. Each step waits until the desktop has applied the one before it, so that each
+// is drawn.
 bool SharedWindow::showStep(Animation& animation, std::int64_t time)
 {
     if (animation.start == 0)
@@ -106,7 +107,7 @@ bool SharedWindow::showStep(Animation& animation, std::int64_t time)
     return true;
 }
 
-// With the final size of a running animation.
+// Ends a running animation and applies its final size.
 void SharedWindow::endAnimation()
 {
     if (!_animation)
@@ -116,7 +117,7 @@ void SharedWindow::endAnimation()
     _toplevel.setSize(size);
 }
 
-// With its current size.
+// Ends a running animation at its current size.
 void SharedWindow::stopAnimation()
 {
     if (const auto animation = std::exchange(_animation, nullptr))
@@ -243,7 +244,7 @@ void SharedWindow::rememberFocus(Gtk::Widget* focus)
     _focus = GObjectPtr<GtkWidget>::share(focus ? focus->gobj() : nullptr);
 }
 
-// Missing while it is not on the screen.
+// Returns nullopt while the window is not on the screen.
 std::optional<SharedWindow::Size> SharedWindow::contentSize() const
 {
     if (!_content.get_mapped() || _content.get_width() <= 0)
@@ -266,7 +267,7 @@ Reply<void> SharedWindow::laidOut()
         }
     };
     const auto layout = std::make_shared<Layout>(Layout { reply.resolver() });
-    // The layout is done when the size is the one that was asked for, or the same in two frames.
+    // The layout is finished if the size is the requested one, or the same in two frames.
     const auto look = [this, self = std::weak_ptr(_self), layout] {
         if (self.expired())
             return;
@@ -276,7 +277,7 @@ Reply<void> SharedWindow::laidOut()
         layout->seen = size;
     };
     window().add_tick_callback([layout, look](const Glib::RefPtr<Gdk::FrameClock>&) {
-        // The frame is laid out after this callback; the coroutine continues outside of it.
+        // The frame is laid out after this callback, so the coroutine continues outside of it.
         if (!layout->answered)
             Glib::signal_idle().connect_once(look, Glib::PRIORITY_DEFAULT);
         return !layout->answered;

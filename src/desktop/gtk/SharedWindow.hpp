@@ -16,21 +16,22 @@
 namespace pagora {
 
 // One of the windows that share a toplevel. Has its own content, title and frame. It is visible while it is ordered in,
-// and key while it is in front and the toplevel is active. Main thread.
+// and key while it is in front and the toplevel is active. Main thread only.
 class SharedWindow : public Window, public Toplevel::Member {
 public:
-    // The content outlives it and has no parent. Controls of the content belong to the layout, and so to its title bar.
+    // `content` has no parent and must outlive this object. The controls of the content belong to the layout, as does
+    // its title bar.
     SharedWindow(Toplevel& toplevel, Gtk::Widget& content);
     ~SharedWindow() override;
 
     void setTitle(const std::string& title) override;
     const std::string& title() const override { return _title; }
-    // Called when the title has changed.
+    // Sets the callback for a changed title.
     void setTitleAction(std::function<void()> action) { _titleAction = std::move(action); }
-    // The desktop places windows, so the origin is the one that was last set.
+    // The desktop positions windows, so the origin is the one that was last set.
     Rect frame() const override;
     void setFrame(const Rect& frame) override;
-    // Without animation when the window is not visible, the desktop decides its size, or animations are disabled.
+    // Does not animate if the window is hidden, if the desktop decides its size, or if animations are disabled.
     void animateToFrame(const Rect& frame) override;
     void center() override { }
 
@@ -45,30 +46,30 @@ public:
     void toggleFullScreen() override;
     Reply<void> laidOut() override;
 
-    // Called when the toplevel has entered or left full screen with this window in front, or because this window asked
-    // for it; with which of the two.
+    // Sets the callback for entering and leaving full screen while this window is in front, or at its request.
     void setFullScreenAction(std::function<void(bool isFullScreen)> action) { _fullScreenAction = std::move(action); }
-    // Called when this window has come to the front or left it, and when the toplevel has entered or left full screen
-    // while it is in front.
+    // Sets the callback for this window coming to the front or leaving it, and for the toplevel entering or leaving
+    // full screen while it is in front.
     void setStateAction(std::function<void()> action) { _stateAction = std::move(action); }
-    // Called when the toplevel is about to close while this window is in front. Returns whether it may.
+    // Sets the callback for closing the toplevel while this window is in front. It returns whether the toplevel may
+    // close.
     void setCloseAction(std::function<bool()> action) { _closeAction = std::move(action); }
-    // The controller is attached to the toplevel while this window is in front.
+    // Adds a controller to the toplevel while this window is in front.
     void addController(const Glib::RefPtr<Gtk::EventController>& controller);
 
-    // The toplevel's.
+    // Returns the toplevel's window.
     Gtk::Window& window();
-    // The widget of this window that has the toplevel's focus; null for none.
+    // Returns this window's widget that has the toplevel's focus; null if there is none.
     Gtk::Widget* focus();
 
 private:
     using Size = Toplevel::Size;
 
-    // A running change of size.
+    // A running resize animation.
     struct Animation {
         Size from;
         Size to;
-        // Microseconds of the frame clock.
+        // In microseconds of the frame clock.
         std::int64_t start = 0;
         std::int64_t lastStep = 0;
         double progress = 0;
@@ -95,7 +96,7 @@ private:
     double _x = 0;
     double _y = 0;
     Toplevel::Placement _placement;
-    // Null while no change of size is running.
+    // Null while no animation is running.
     std::shared_ptr<Animation> _animation;
     bool _visible = false;
     bool _key = false;
@@ -105,7 +106,7 @@ private:
     std::function<void(bool)> _fullScreenAction;
     std::function<void()> _stateAction;
     std::function<bool()> _closeAction;
-    // Expires with the window, for callbacks that come later.
+    // Expires with the window. Used by delayed callbacks.
     std::shared_ptr<SharedWindow*> _self = std::make_shared<SharedWindow*>(this);
 };
 

@@ -18,7 +18,7 @@ Glib::RefPtr<Gtk::CssProvider> sheet(const std::string& fileName)
     return provider;
 }
 
-// Whether a display composites can change at run time.
+// A display can start or stop compositing at run time.
 void followCompositing(const Glib::RefPtr<Gdk::Display>& display)
 {
     const auto follow = [display, provider = sheet("uncomposited.css")] {

@@ -2,7 +2,7 @@
 
 namespace pagora {
 
-// The desktop's text scale factor. Main thread.
+// Returns the desktop's text scale factor. Main thread only.
 double textScale();
 
 }

@@ -34,7 +34,7 @@ Toplevel::Toplevel(Glib::RefPtr<Gtk::Application> application)
     _window.set_icon_name(PAGORA_IDENTIFIER);
     _window.set_default_size(firstWidth, firstHeight);
     _window.add_css_class("pagora");
-    // Each window has its title bar in its content.
+    // Each window's content has its own title bar.
     _noTitlebar.set_visible(false);
     _window.set_titlebar(_noTitlebar);
     _contents.add_css_class("contents-of-windows");
@@ -65,7 +65,7 @@ Toplevel::Toplevel(Glib::RefPtr<Gtk::Application> application)
     };
     if (_application) {
         _window.set_application(_application);
-        // A hidden window leaves its application, and with it the program's actions and keys.
+        // GTK removes a hidden window from its application, and with it the program's actions and keys.
         _connections.push_back(_window.signal_show().connect([this] { _window.set_application(_application); }));
     }
 }
@@ -139,7 +139,7 @@ void Toplevel::orderOut(Member& window)
     window.stateDidChange();
 }
 
-// Deferred, since another window may be ordered in at once.
+// Deferred, because another window may be ordered in directly afterwards.
 void Toplevel::hideSoon()
 {
     _hiding.disconnect();
@@ -191,8 +191,8 @@ Toplevel::Size Toplevel::freeSize() const
     return size;
 }
 
-// The default size is used because the widget's size excludes the decorations, so windows that pass their frames on
-// would shrink.
+// Returns the default size. The widget's size excludes the decorations, so windows that pass their frames on would
+// shrink.
 Toplevel::Size Toplevel::size() const
 {
     if (_sizeAfterMaximized || !isSizedByDesktop())
@@ -206,7 +206,7 @@ void Toplevel::setSize(Size size)
     if (size == this->size())
         return;
     if (_window.is_maximized() && !_window.is_fullscreen()) {
-        // The desktop restores the previous size first; this size is applied after it.
+        // The desktop restores the previous size first; this size is applied afterwards.
         _sizeAfterMaximized = size;
         _window.unmaximize();
     }
@@ -230,7 +230,7 @@ void Toplevel::keepAskedSize()
         _window.set_default_size(last.width, last.height);
 }
 
-// The size that was requested last, or that the desktop or the user has chosen.
+// Called with the size that was requested last, or that the desktop or the user has chosen.
 void Toplevel::sizeDidCome(Size size)
 {
     const auto asked = std::find(_askedSizes.begin(), _askedSizes.end(), size);
@@ -272,7 +272,7 @@ bool Toplevel::hasAskedSize() const
     return surface && freeSize() == Size { surface->get_width(), surface->get_height() };
 }
 
-// The requested state, since the desktop answers later.
+// Returns the requested state, because the desktop answers later.
 bool Toplevel::isFullScreen() const
 {
     return _asked ? _asked->isFullScreen : _window.is_fullscreen();
@@ -294,7 +294,7 @@ void Toplevel::fullScreenDidChange()
     if (told)
         told->stateDidChange();
     if (_asked) {
-        // A late answer to an earlier request.
+        // This is a late answer to an earlier request.
         if (_asked->isFullScreen != isFullScreen)
             return;
         told = std::exchange(_asked, std::nullopt)->by;
@@ -311,7 +311,7 @@ Toplevel::Member* Toplevel::ownerOf(const Gtk::Widget& widget) const
     return owner == _windows.end() ? nullptr : *owner;
 }
 
-// Focus of a window that is not in front is applied when it comes to the front.
+// A focus change in a window that is not in front is applied when it comes to the front.
 void Toplevel::keepFocusInFront()
 {
     auto* const focus = _window.get_focus();

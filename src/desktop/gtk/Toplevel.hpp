@@ -11,9 +11,9 @@
 
 namespace pagora {
 
-// The only window of the program on the desktop. Several windows of the program share it: it shows the one that was
-// ordered front last, and is hidden while none is ordered in. Its place and whether it is maximised, tiled or full
-// screen do not change when another window comes to the front. Outlives the windows. Main thread.
+// The program's only window on the desktop. Several windows of the program share it: it shows the one that was ordered
+// front last, and is hidden while none is ordered in. Its position and its maximized, tiled or full-screen state do not
+// change when another window comes to the front. Must outlive the windows. Main thread only.
 class Toplevel {
 public:
     struct Size {
@@ -24,11 +24,11 @@ public:
     // The frame of a window that is not in front.
     struct Placement {
         Size size;
-        // The size when it is not maximised, and whether it was maximised; missing when only the size is known.
+        // The size when not maximized, and whether the window was maximized; nullopt if only the size is known.
         std::optional<Size> freeSize = std::nullopt;
         bool isMaximized = false;
     };
-    // One of the windows that share it.
+    // One of the windows that share the toplevel.
     class Member {
     public:
         virtual ~Member() = default;
@@ -36,32 +36,32 @@ public:
         virtual const std::string& title() const = 0;
         virtual void didComeToFront() = 0;
         virtual void willLeaveFront() = 0;
-        // Its own state, or that of the toplevel while it is in front, may have changed.
+        // Called when the state of the window, or of the toplevel while the window is in front, may have changed.
         virtual void stateDidChange() = 0;
         virtual void activeDidChange() = 0;
         virtual void fullScreenDidChange(bool isFullScreen) = 0;
-        // Whether the toplevel may close.
+        // Returns whether the toplevel may close.
         virtual bool shouldClose() = 0;
-        // The widget of the content that has the focus when the window is in front.
+        // Stores the widget of the content that has the focus when the window is in front.
         virtual void rememberFocus(Gtk::Widget* focus) = 0;
-        // False when there is none.
+        // Returns false if there is no such widget.
         virtual bool restoreFocus() = 0;
     };
 
-    // Belongs to the application while it is shown. Tests have no application.
+    // The window belongs to the application while it is shown. Tests have no application.
     explicit Toplevel(Glib::RefPtr<Gtk::Application> application = {});
     ~Toplevel();
     Toplevel(const Toplevel&) = delete;
     Toplevel& operator=(const Toplevel&) = delete;
 
     Gtk::ApplicationWindow& window() { return _window; }
-    // The window that is shown; null for none.
+    // Returns the window that is shown; null if there is none.
     const Member* front() const { return _ordered.empty() ? nullptr : _ordered.back(); }
     // Hides the window permanently. Later orders change only the windows' own state: the display may be gone, and the
     // toolkit would wait for it forever.
     void end();
 
-    // For its members.
+    // Called by the members.
     void add(Member& window);
     void remove(Member& window);
     void orderFront(Member& window);
@@ -69,12 +69,12 @@ public:
     void present();
     void showTitle();
 
-    // On the screen, in the units of `setSize`.
+    // The size on the screen, in the units of `setSize`.
     Size size() const;
     void setSize(Size size);
     Placement placement() const;
     void place(const Placement& placement);
-    // Whether the desktop decides the size: maximised, tiled or full screen.
+    // Returns whether the desktop decides the size: maximized, tiled or full screen.
     bool isSizedByDesktop() const;
     bool isBeingResized() const { return _sizeAfterMaximized.has_value(); }
     bool hasAskedSize() const;
@@ -82,7 +82,7 @@ public:
     void setFullScreen(bool isFullScreen, Member& by);
 
 private:
-    // A full-screen request that the desktop has not confirmed, and the window that made it; null when that window was
+    // A full-screen request that the desktop has not confirmed, and the window that made it; null if that window was
     // destroyed.
     struct Asked {
         bool isFullScreen = false;
@@ -92,7 +92,7 @@ private:
     bool isOrderedIn(const Member& window) const;
     void showFront();
     void hideSoon();
-    // Used when the desktop lets the window choose.
+    // Returns the size to use when the desktop lets the window choose.
     Size freeSize() const;
     bool isMaximized() const;
     void ask(Size size);
@@ -108,12 +108,12 @@ private:
     Gtk::Box _noTitlebar;
     Gtk::Stack _contents;
     std::vector<Member*> _windows;
-    // The windows that are ordered in; the last is in front.
+    // The windows that are ordered in; the last one is in front.
     std::vector<Member*> _ordered;
     std::optional<Asked> _asked;
     // Requested sizes that the desktop has not applied, in order.
     std::vector<Size> _askedSizes;
-    // The size to apply when the window is no longer maximised.
+    // The size to apply when the window is no longer maximized.
     std::optional<Size> _sizeAfterMaximized;
     sigc::connection _hiding;
     bool _ended = false;

@@ -19,9 +19,9 @@ void prepareWaylandSocket()
         return;
     const std::filesystem::path socket = display;
     const std::filesystem::path folder = runtime;
-    // One for each display, whose programs may run at the same time.
+    // One link for each display, because their programs may run at the same time.
     const auto link = folder / (PAGORA_IDENTIFIER ".wayland-" + std::to_string(std::hash<std::string>()(socket)));
-    // Put in place in one step, for another program may be using the link.
+    // Replaced atomically, because another program may be using the link.
     auto made = link;
     made += "." + std::to_string(getpid());
     std::error_code error;

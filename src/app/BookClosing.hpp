@@ -6,7 +6,7 @@
 namespace pagora {
 
 // Ends the reading: saves the position and the display settings of a reflowable book, and puts the library window back
-// in the reader's place. Main thread.
+// in the reader's place. Main thread only.
 class BookClosing {
 public:
     BookClosing(const Platform& platform, LibraryState& state, EpubImport& import)

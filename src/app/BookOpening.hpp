@@ -26,7 +26,7 @@ public:
 
     // Opens the book and cancels an opening in progress. Null does nothing.
     void open(const BookInfoPtr& book);
-    // Whether there is an archive to read the book from.
+    // Returns whether there is an archive to read the book from.
     static bool hasArchive(const BookInfo& book);
     void tellOfMissingArchive();
     // Cancels an opening in progress.

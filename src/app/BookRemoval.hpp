@@ -21,11 +21,11 @@ public:
     void remove(const std::vector<BookInfoPtr>& books, ByRemovingFromDisk remove);
 
 private:
-    // False when no book of the library was among them.
+    // Returns false if no book of the library was among them.
     bool takeOut(std::vector<BookInfoPtr> books);
     void removeKeptPages(const std::vector<BookInfoPtr>& before);
     void recycle(std::vector<std::string> archives);
-    // An alert about files that stay; none when there are none.
+    // An alert about files that stay; none if there are none.
     void tell(const std::string& title, const std::vector<std::string>& archives, const std::string& outcome);
 
     Platform _platform;

@@ -9,7 +9,7 @@
 
 namespace pagora {
 
-// Lets the user choose what is imported: files, or a folder. Main thread.
+// Lets the user choose what is imported: files, or a folder. Main thread only.
 class ImportPanels {
 public:
     // `import` receives the files' paths.

@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// How far the launch is, and whether the library is being reset. Main thread.
+// How far the launch is, and whether the library is being reset. Main thread only.
 class Launch {
 public:
     enum class Stage { NotBegun, WillFinish, LoadingLibrary, Running, Resetting };

@@ -8,7 +8,7 @@
 namespace pagora {
 
 // Keeps a picture of the last page read in each book of the library. The picture is stored when the book is closed. It
-// is shown when the book is opened again, until the page itself has been drawn. Main thread.
+// is shown when the book is opened again, until the page itself has been drawn. Main thread only.
 class LeftPage {
 public:
     explicit LeftPage(KeptPages& pages)

@@ -9,7 +9,7 @@ namespace pagora {
 
 // Monitors key presses and left-button presses in the program's windows: tells the list whether Control is held, and
 // handles the keys for selecting all books and for removing the selected ones. Installed from launch to termination.
-// Main thread.
+// Main thread only.
 class LibraryEventMonitor {
 public:
     LibraryEventMonitor(LibraryWindow& window, LibraryViews& views, std::function<void()> removeBooks);
@@ -19,10 +19,10 @@ public:
     void remove();
     bool isInstalled() const { return _installed; }
 
-    // Whether the hub is notified of windows that leave full screen. Set by the first event.
+    // Returns whether the hub is notified of windows that leave full screen. Set by the first event.
     bool observesFullScreen() const { return _observesFullScreen; }
 
-    // True when the event is swallowed.
+    // Returns true if the event is swallowed.
     bool handle(const LibraryEvent& event);
 
 private:

@@ -10,7 +10,7 @@
 namespace pagora {
 
 // Operations on the whole library. Long work runs in the background; an operation is finished when its task is. Main
-// thread.
+// thread only.
 class LibraryMaintenance {
 public:
     LibraryMaintenance(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);

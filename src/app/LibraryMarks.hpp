@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// Exports the marks of all books of the library, one book after the other in the background. Main thread.
+// Exports the marks of all books of the library, one book after the other in the background. Main thread only.
 class LibraryMarks {
 public:
     // Both outlive it.

@@ -9,7 +9,7 @@
 
 namespace pagora {
 
-// The book that is open, where it came from, and its reader. Main thread.
+// The book that is open, where it came from, and its reader. Main thread only.
 struct Reading {
     // A book from outside the library is read from its own file, or from a copy made for this reading.
     enum class Origin { Library, OwnFile, Copy };
@@ -25,7 +25,7 @@ struct Reading {
 
     bool _singleEpub() const { return origin != Origin::Library; }
     bool hasWindow() const { return _epubWindowController || _fixedWindowController; }
-    // The reader's window; null when there is none.
+    // The reader's window; null if there is none.
     Window* window() const
     {
         if (_epubWindowController)

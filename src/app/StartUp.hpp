@@ -11,7 +11,7 @@
 namespace pagora {
 
 // The launch: creates the folders, resets stored values after a version change, loads catalogue and settings, and
-// imports the library folder. Long steps run in the background, so that the window responds. Main thread.
+// imports the library folder. Long steps run in the background, so that the window responds. Main thread only.
 class StartUp {
 public:
     StartUp(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);

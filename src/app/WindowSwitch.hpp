@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// The switch between the library's window and a reader's, which may have to leave full screen first. Main thread.
+// The switch between the library's window and a reader's, which may have to leave full screen first. Main thread only.
 class WindowSwitch {
 public:
     // `Closed`: the reading has ended. `LeavingFullScreen`: it has ended, and its window was told to leave full screen.

@@ -14,9 +14,9 @@
 
 namespace pagora {
 
-// One book. Records are shared and compared by identity. Inspection fills a record on whatever thread it runs; once a
-// record is in the catalogue only the main thread touches it. Its title, author and identifier do not change from then
-// on, so that any thread may read these three.
+// One book. Records are shared and compared by identity. Inspection fills a record on its own thread; when the record
+// is in the catalogue, only the main thread uses it. Its title, author and identifier do not change from then on, so
+// any thread may read these three.
 class BookInfo {
 public:
     // Absolute path of the EPUB archive.
@@ -37,27 +37,27 @@ public:
     const std::optional<std::string>& isbn() const { return _isbn; }
     void setIsbn(std::optional<std::string> isbn) { _isbn = std::move(isbn); }
 
-    // The picture that `imgData` holds, decoded at each call; missing when there is none or it does not decode.
+    // Decodes the picture in `imgData` at each call; nullopt if there is none or it cannot be decoded.
     std::optional<Image> cover() const;
 
     // The cover as JPEG bytes.
     const std::optional<Data>& imgData() const { return _imgData; }
     void setImgData(std::optional<Data> data) { _imgData = std::move(data); }
 
-    // The content documents in reading order, as file URLs below `bookPath`. The URLs are made at each call.
+    // The content documents in reading order, as file URLs below `bookPath`. The URLs are created at each call.
     std::vector<Url> files() const;
     void setFiles(const std::vector<Url>& files);
-    // Their paths. Elements that are not strings stand for no file.
+    // The paths of the content documents. Elements that are not strings do not name a file.
     Value::Array filePaths() const;
-    // Takes an array of paths, which is read on first use.
+    // Takes an array of paths, whose elements may be read on first use.
     void setFilePaths(Value paths) { _files = std::move(paths); }
-    // The number of files, with elements that are not strings.
+    // The number of elements, including those that are not strings.
     std::size_t fileCount() const;
 
-    // The table of contents: dictionaries with "src" (absolute path, fragment kept), "text" and "level". Missing when a
+    // The table of contents: dictionaries with "src" (absolute path with fragment), "text" and "level". Nullopt if a
     // stored entry had none.
     std::optional<Value::Array> content() const;
-    // An array.
+    // `content` must be an array.
     void setContent(std::optional<Value> content) { _content = std::move(content); }
 
     // Reading position: index of the content document last shown, and the position in it, truncated.
@@ -66,7 +66,7 @@ public:
     std::uint64_t lastCap() const { return _lastCap; }
     void setLastCap(std::uint64_t cap) { _lastCap = cap; }
 
-    // The fraction of that document at the middle of the page last shown; missing when it is not known.
+    // The fraction of that document before the middle of the page last shown; nullopt if it is not known.
     std::optional<double> lastPlace() const { return _lastPlace; }
     void setLastPlace(std::optional<double> place) { _lastPlace = place; }
 
@@ -76,7 +76,7 @@ public:
     std::uint64_t fixedHeight() const { return _fixedHeight; }
     void setFixedHeight(std::uint64_t height) { _fixedHeight = height; }
 
-    // Whether the archive has been unpacked into `bookPath` in this run. Never stored.
+    // True if the archive has been unpacked into `bookPath` in this run. Never stored.
     bool unPacked() const { return _unPacked; }
     void setUnPacked(bool unPacked) { _unPacked = unPacked; }
 
@@ -84,7 +84,7 @@ public:
     const std::optional<std::string>& bookPath() const { return _bookPath; }
     void setBookPath(std::optional<std::string> path) { _bookPath = std::move(path); }
 
-    // Whether inspection met an error. Never stored.
+    // True if the inspection found an error. Never stored.
     bool errors() const { return _errors; }
     void setErrors(bool errors) { _errors = errors; }
 

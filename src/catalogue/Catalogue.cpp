@@ -81,7 +81,7 @@ void Catalogue::removeAt(std::size_t index)
 
 std::vector<bool> Catalogue::removeFirstWithISBNs(const std::vector<std::string>& isbns)
 {
-    // The requests by identifier, in reverse order.
+    // The indexes of the requests for each identifier, in reverse order.
     std::unordered_map<std::string, std::vector<std::size_t>> requests;
     for (std::size_t i = isbns.size(); i-- > 0;)
         requests[isbns[i]].push_back(i);

@@ -18,13 +18,13 @@ namespace pagora {
 //
 // Invariant: the arrays have the same length and order; every change is made at one index of all three.
 //
-// Any thread; readers get copies or immutable lists.
+// Thread-safe; readers get copies or immutable lists.
 class Catalogue {
 public:
-    // Stores the whole catalogue under "BookData" and flushes. Saves from several threads keep their order.
+    // Stores the whole catalogue under "BookData" and flushes. Concurrent saves are serialized.
     void save(UserDefaults& defaults) const;
 
-    // Sets the stored entries; `bookDataToList` makes the records.
+    // Sets the stored entries; `bookDataToList` creates the records.
     void setBookData(Value::Array bookData);
     // Appends one record and one location for each stored entry.
     void bookDataToList();
@@ -33,23 +33,24 @@ public:
     // Appends a book at the end of all three arrays. `location` is its archive's file name.
     void append(const BookInfoPtr& book, Value entry, std::string location);
     void removeAt(std::size_t index);
-    // For each identifier, in order, removes the first book whose stored entry has it. Returns which were found.
+    // For each identifier, in order, removes the first book whose stored entry has it. Returns for each identifier
+    // whether a book was found.
     std::vector<bool> removeFirstWithISBNs(const std::vector<std::string>& isbns);
-    // Replaces the stored entry of the record. Returns false when the record is not in the catalogue.
+    // Replaces the stored entry of the record. Returns false if the record is not in the catalogue.
     bool replaceEntry(const BookInfoPtr& book, Value entry);
 
     std::size_t count() const;
-    // The stored entries of the whole catalogue.
+    // Returns the stored entries of the whole catalogue.
     Value bookData() const;
-    // Shared until the catalogue changes.
+    // Returns the list of records, which is shared until the catalogue changes.
     std::shared_ptr<const std::vector<BookInfoPtr>> bookList() const;
     BookInfoPtr lastBook() const;
     std::vector<std::string> epubLocations() const;
-    // The locations in one text, joined with " ## ".
+    // Returns the locations in one text, joined with " ## ".
     std::string knownNames() const;
-    // The stored entry of a record, by its identity; missing when it is not in the catalogue.
+    // Returns the stored entry of a record, found by identity; nullopt if the record is not in the catalogue.
     std::optional<Value> entryOf(const BookInfoPtr& book) const;
-    // Whether a book's archive is the file at this path.
+    // Returns whether the file at this path is a book's archive.
     bool holdsArchive(const std::string& epubPath) const;
 
 private:

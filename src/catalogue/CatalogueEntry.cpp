@@ -61,7 +61,7 @@ Value entryFromBook(const BookInfo& book)
 BookInfoPtr bookFromEntry(const Value& stored)
 {
     using namespace entry_keys;
-    // A stored entry stays as it is stored: the record has what is read often.
+    // The stored entry stays encoded, because the record contains the values that are read often.
     const auto read = stored.source() ? stored.source()->read() : std::nullopt;
     const Value& entry = read ? *read : stored;
     auto book = std::make_shared<BookInfo>();

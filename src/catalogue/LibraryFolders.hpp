@@ -6,13 +6,13 @@ namespace pagora {
 
 // The library's folders: absolute paths that are set at startup and not changed afterwards.
 struct LibraryFolders {
-    // The archives of the books. The folder belongs to the user.
+    // Folder of the archives of the books. It belongs to the user.
     std::string libPath;
-    // Emptied at every launch.
+    // Folder that is emptied at every launch.
     std::string tempPath;
-    // Parent of the unpacked copies of books.
+    // Parent folder of the unpacked books.
     std::string _booksPath;
-    // Scratch folder of inspection, emptied before each book of a batch.
+    // Scratch folder of the inspection, emptied before each book of a batch.
     std::string _dataPath;
 };
 

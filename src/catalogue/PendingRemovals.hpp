@@ -8,7 +8,7 @@
 namespace pagora {
 
 // Archives that are being moved to the Trash. They are stored in the same flush that removes their books from the
-// catalogue, so that the next start finishes the removal after a crash. Main thread.
+// catalogue, so that the next start finishes the removal after a crash. Main thread only.
 class PendingRemovals {
 public:
     explicit PendingRemovals(UserDefaults& defaults)
@@ -17,10 +17,10 @@ public:
     }
 
     std::vector<std::string> paths() const;
-    // Both reach the disk with the next flush.
+    // The changes are stored with the next flush.
     void add(const std::vector<std::string>& paths);
     void remove(const std::vector<std::string>& paths);
-    // The paths that are not on their way to the Trash, in their order.
+    // Returns the paths that are not being moved to the Trash, in the same order.
     std::vector<std::string> without(std::vector<std::string> paths) const;
 
 private:

@@ -8,8 +8,8 @@
 
 namespace pagora {
 
-// The reflowable books of the library that were closed, the last one first. Stored as paths of archives under the key
-// "LastRead", at most `maxCount`. Written when a book is closed; removed with all other keys. Main thread.
+// The reflowable books of the library that were closed, most recent first. Stored as paths of archives under the key
+// "LastRead", at most `maxCount`. Written when a book is closed; removed with all other keys. Main thread only.
 class ReadingHistory {
 public:
     static constexpr std::size_t maxCount = 1'000;
@@ -19,17 +19,17 @@ public:
     {
     }
 
-    // Reaches the disk with the next flush.
+    // The change is stored with the next flush.
     void add(const std::string& archive);
-    // The book of the library that was closed last; null for none. A book that has no place was not read: it came under
-    // the name of another one.
+    // Returns the book of the library that was closed last; null if there is none. A listed book without a stored place
+    // was not read: another book had the same path before it.
     BookInfoPtr last(const std::vector<BookInfoPtr>& library) const;
-    // The books of the library that were read, the last one first. Those that have a place and are not known here, such
-    // as books read by an earlier version, follow in the library's order.
+    // Returns the books of the library that were read, most recent first. Books with a stored place that are not listed
+    // here, such as books read with an earlier version, follow in the library's order.
     std::vector<BookInfoPtr> all(const std::vector<BookInfoPtr>& library) const;
 
 private:
-    // Books that were read: those that are known here, the last one first, and those that are not.
+    // The books that were read: listed ones, most recent first, and others.
     struct Books {
         std::vector<BookInfoPtr> known;
         std::vector<BookInfoPtr> others;

@@ -19,13 +19,13 @@ inline constexpr const char* FontName = "FontName";
 inline constexpr const char* FontSize = "FontSize";
 inline constexpr const char* Columns = "Columns";
 inline constexpr const char* Background = "Background";
-// The archives of the books that were read, the last one first.
+// The archives of the books that were read, most recent first.
 inline constexpr const char* LastRead = "LastRead";
-// Archives that are being moved to the Trash; absent at other times.
+// Archives that are being moved to the Trash; absent if there are none.
 inline constexpr const char* Removals = "Removals";
 }
 
-// The reader's display settings as last used. Unset numbers are -1, an unset font is missing. Main thread.
+// The reader's display settings as last used. Unset numbers are -1, an unset font is nullopt. Main thread only.
 struct ReaderSettings {
     std::optional<std::string> curFontName;
     float curFontSize = -1;
@@ -36,7 +36,7 @@ struct ReaderSettings {
     void store(UserDefaults& defaults) const;
 };
 
-// Stores "Default" and "DragDropMode" where they are absent.
+// Stores "Default" and "DragDropMode" if they are absent.
 void storeStartUpDefaults(UserDefaults& defaults);
 
 }

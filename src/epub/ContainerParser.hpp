@@ -9,7 +9,8 @@
 
 namespace pagora {
 
-// Reads an archive's META-INF/container.xml for where the package document is. Any thread; one thread an object.
+// Reads the path of the package document from an archive's META-INF/container.xml. Use each object on one thread at a
+// time.
 class ContainerParser : private XmlDelegate {
 public:
     explicit ContainerParser(Url xmlFile)
@@ -17,14 +18,14 @@ public:
     {
     }
 
-    // Reads the whole file. A document that is not well-formed ends early; what was found until then stands.
+    // Parses the whole file. If the document is not well-formed, the results found before the error are kept.
     void parse();
-    // The same with the document's bytes instead of the file.
+    // Parses bytes in memory instead of the file.
     void parseBytes(std::string_view bytes);
-    // Whether the last parse ended because the document is past a bound.
+    // Returns whether the last parse ended because the document exceeds a limit.
     bool isPastBounds() const { return _outcome == XmlOutcome::PastBounds; }
 
-    // The package document's path inside the archive, as the last rootfile gives it; missing when there is none.
+    // The path of the package document inside the archive, from the last rootfile; nullopt if there is none.
     const std::optional<std::string>& opfFile() const { return _opfFile; }
     void setOpfFile(std::optional<std::string> opfFile) { _opfFile = std::move(opfFile); }
 

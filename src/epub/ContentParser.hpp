@@ -10,7 +10,7 @@
 
 namespace pagora {
 
-// Reads an NCX table of contents into a flat list. Any thread; one thread an object.
+// Reads an NCX table of contents into a flat list. Use each object on one thread at a time.
 class ContentParser : private XmlDelegate {
 public:
     explicit ContentParser(Url xmlFile)
@@ -18,9 +18,9 @@ public:
     {
     }
 
-    // Reads the whole file. A document that is not well-formed ends early; the entries made until then stand.
+    // Parses the whole file. If the document is not well-formed, the entries found before the error are kept.
     void parse();
-    // Whether the last parse ended because the document is past a bound.
+    // Returns whether the last parse ended because the document exceeds a limit.
     bool isPastBounds() const { return _outcome == XmlOutcome::PastBounds; }
 
     // The entries in document order, each a dictionary: "src" (the target as written, relative to the file's folder),
@@ -41,7 +41,7 @@ private:
     std::int32_t _navLevel = 0;
     std::optional<std::string> _currentSrc;
     std::string _currentLabel;
-    // Of all labels and targets.
+    // Size of all labels and targets.
     std::size_t _textBytes = 0;
 };
 

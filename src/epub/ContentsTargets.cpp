@@ -11,7 +11,7 @@ namespace pagora {
 
 namespace {
 
-// Books have one folder of each kind; a few more are searched.
+// Books have one or two such folders; a few more are searched.
 constexpr std::size_t maxFolders = 16;
 
 class Targets {
@@ -21,7 +21,7 @@ public:
     {
     }
 
-    // The path of the target's file; missing when the target stays unchanged.
+    // Returns the path of the target's file; nullopt if the target stays unchanged.
     std::optional<std::string> found(const std::string& target)
     {
         const auto path = target.substr(0, target.find('#'));
@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    // In either Unicode form, as the page view looks for it.
+    // Tries both Unicode normal forms, as the page view does.
     bool isFile(const std::string& path) const
     {
         const auto plain = normalizedPath(path);

@@ -19,7 +19,7 @@ namespace {
 
 constexpr Size coverBox { 106, 156 };
 constexpr double jpegQuality = 0.8;
-// The largest file that is prefetched.
+// The maximum size of a member that is read for a prefetch.
 constexpr std::uint64_t maxPrefetchBytes = 4u << 20;
 constexpr auto defaultCover = "/org/pagora/Pagora/pagora_default_cover.jpg";
 

@@ -75,7 +75,7 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    // The batch has come to that file. Numbers that the main thread has not shown yet give way to the newest.
+    // Called when the batch starts a file. If the main thread is late, it shows only the newest number.
     void show(std::size_t index)
     {
         if (_newest->exchange(index + 1) != 0)
@@ -92,7 +92,7 @@ public:
 private:
     EpubImport& _import;
     std::size_t _count;
-    // The number that is still to be shown; 0 for none.
+    // The number that the main thread has not shown yet; 0 for none.
     std::shared_ptr<std::atomic<std::size_t>> _newest = std::make_shared<std::atomic<std::size_t>>(0);
 };
 
@@ -148,7 +148,7 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
 {
     if (files.empty())
         return {};
-    // A batch that waits for another uses the mode of the time when it was started.
+    // A batch that waited for another one uses the mode that was set when it was started.
     const auto mode = handedOver == HandedOver::Yes
         ? copyMode
         : _mainController.defaults().stringForKey(defaults_keys::DragDropMode).value_or("");
@@ -166,7 +166,7 @@ std::vector<std::string> EpubImport::booksFromFilesArray(const std::vector<std::
         for (std::size_t i = 0; i < files.size() && !_cancelled && !_ended; ++i) {
             progress.show(i);
             const auto inspector = _inspector.lock();
-            // Files that are skipped leave the scratch folder as it is.
+            // Skipped files do not change the scratch folder.
             if (isNew[i] || i == 0 || !inspector->scratchIsEmpty)
                 inspector->emptyScratch();
             const auto book = isNew[i] ? importFile(*inspector, files[i], mode, ahead.take(files[i])) : nullptr;
@@ -246,7 +246,7 @@ std::string EpubImport::archiveOf(const std::string& file, const std::optional<s
     const auto& libPath = _mainController.folders().libPath;
     if (copy)
         return appendingPathComponent(libPath, *copy);
-    // After a failed copy, a file of that name belongs to another book.
+    // If the copy failed, a file with that name belongs to another book.
     const auto expected = appendingPathComponent(libPath, lastPathComponent(file));
     return fileExists(expected) ? file : expected;
 }

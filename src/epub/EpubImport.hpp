@@ -19,7 +19,7 @@
 
 namespace pagora {
 
-// What the import needs from the hub.
+// The hub's operations that the import uses.
 class ImportHub : public InspectionHub {
 public:
     virtual Catalogue& catalogue() = 0;
@@ -27,11 +27,11 @@ public:
     virtual Workspace& workspace() = 0;
     virtual RunLoop& runLoop() = 0;
     virtual FaultyBooks& faultyBooks() = 0;
-    // Refills the library view that is shown. Main thread.
+    // Refills the library view that is shown. Main thread only.
     virtual void refreshBookView() = 0;
 };
 
-// The controls that show how an import is going and what it rejected.
+// The controls that show the progress of an import and the files that it rejected.
 struct ImportOutlets {
     ProgressIndicator& processIndicator;
     ProgressIndicator& progressBar;
@@ -42,57 +42,58 @@ struct ImportOutlets {
     TextField& errorList;
 };
 
-// Whether the desktop handed the files over; such files are always copied.
+// Whether the desktop passed the files to the program. Such files are always copied.
 enum class HandedOver : bool { No, Yes };
 
 // Imports files into the library. A batch runs on the calling thread. Batches run one after another, and so do
-// inspections, because they share one scratch folder. Controls are used on the main thread only.
+// inspections, because they share one scratch folder. Accesses controls on the main thread only.
 class EpubImport {
 public:
     EpubImport(ImportHub& hub, const ImportOutlets& outlets);
 
-    // Imports the files on a background thread and returns at once. Main thread.
+    // Imports the files on a background thread and returns immediately. Main thread only.
     void draggedEpubs(std::vector<std::string> files);
 
-    // Imports the files, refreshes the view when books came in, and shows what was rejected. Any thread.
+    // Imports the files, refreshes the view if books were added, and shows the rejected files. Thread-safe.
     void process_Epubs(const std::vector<std::string>& files);
 
-    // Imports the files that are not in the library yet, in order, until it is cancelled. The result is the archives'
-    // paths in the library. Any thread.
+    // Imports the files that are not in the library yet, in order, until cancelled. Returns the paths of the archives
+    // in the library. Thread-safe.
     std::vector<std::string> booksFromFilesArray(
         const std::vector<std::string>& files, HandedOver handedOver = HandedOver::No);
 
-    // Stops the batch that runs before its next file. Any thread.
+    // Stops the running batch before its next file. Thread-safe.
     void cancelProcess() { _cancelled = true; }
 
-    // Whether an import is under way or waits for another.
+    // Returns whether an import is running or waiting for another.
     bool isUnderWay() const { return _countUnderWay > 0; }
-    // Waits until none is under way. Not called on the main thread, which imports wait for.
+    // Blocks until no import is running. Must not be called on the main thread, because imports wait for it.
     void waitForImports();
 
-    // Inspects one archive, without anything else. Any thread.
+    // Only inspects one archive. Thread-safe.
     BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
 
-    // The program ends: stops the running and the waiting batches without finishing the current book. Any thread.
+    // Called when the program ends: stops the running and the waiting batches without finishing the current book.
+    // Thread-safe.
     void end() { _ended = true; }
 
     struct SingleBook {
-        // Null when the file was rejected.
+        // Null if the file was rejected.
         BookInfoPtr book;
-        // Whether a copy was made that is not another book's archive.
+        // True if a copy was made. False if the archive in the library folder belongs to another book.
         bool isCopied = false;
     };
-    // Inspects one file that is to be read and not catalogued, and copies it into the library folder for that reading.
-    // Any thread.
+    // Inspects a file that is read without being added to the library, and copies it into the library folder while it
+    // is read. Thread-safe.
     SingleBook bookFromSingleFile(const std::string& path);
 
-    // Inspects a file of the program's own, which is neither catalogued nor copied. Any thread.
+    // Inspects a file of the program itself, which is neither added to the library nor copied. Thread-safe.
     BookInfoPtr bookFromOwnFile(const std::string& path);
 
-    // Removes such a copy after reading, in the background, unless a book of the library uses it. Main thread.
+    // Removes such a copy after reading, in the background, unless a book of the library uses it. Main thread only.
     void removeSingleCopy(const std::string& path);
 
-    // Shows the rejection lines, if there are any, and forgets them. Any thread.
+    // Shows and clears the rejection lines, if there are any. Thread-safe.
     void showFaultyBooks();
 
 private:
@@ -100,7 +101,7 @@ private:
     class UnderWay;
     // The progress display of a batch.
     class Progress;
-    // The inspection, with its scratch folder.
+    // The inspection process, with its scratch folder.
     struct Inspector {
         Inspector(InspectionHub& hub, std::function<bool()> isEnded)
             : process(hub, std::move(isEnded))
@@ -108,7 +109,7 @@ private:
         }
 
         InspectionProcess process;
-        // Whether no file was inspected since the folder was emptied.
+        // True if no file was inspected since the folder was emptied.
         bool scratchIsEmpty = false;
 
         void emptyScratch();
@@ -116,27 +117,27 @@ private:
     };
 
     void onMainThread(std::function<void()> work);
-    // Which of the files are not in the library yet.
+    // Returns for each file whether it is not in the library yet.
     std::vector<bool> newOnes(const std::vector<std::string>& files);
-    // Null when the file is rejected.
+    // Returns null if the file is rejected.
     BookInfoPtr importFile(
         Inspector& inspector, const std::string& file, const std::string& mode, const ImportPrefetch::Results& ahead);
-    // The path that a file has in the library folder once it was copied there under the name `copy`.
+    // Returns the path in the library folder of a file that was copied there under the name `copy`.
     std::string archiveOf(const std::string& file, const std::optional<std::string>& copy) const;
-    // Takes the inspector as proof that no file is inspected: one might be copied to the same place.
+    // `inspector` proves that the lock is held: no file is being inspected that could be copied to the same path.
     void removeLeftCopies(const Inspector& inspector);
 
     ImportHub& _mainController;
     ImportOutlets _outlets;
     std::atomic<bool> _cancelled = false;
     std::atomic<bool> _ended = false;
-    // Held by a batch for its whole length.
+    // Held while a batch runs.
     std::mutex _batch;
     // Held while a file is inspected.
     Guarded<Inspector> _inspector;
-    // How many imports are under way or wait.
+    // Number of running and waiting imports.
     std::atomic<int> _countUnderWay = 0;
-    // Copies whose reading has ended and that are still to be removed.
+    // Copies that are no longer read and must be removed.
     Guarded<std::vector<std::string>> _leftCopies;
 };
 

@@ -41,7 +41,7 @@ std::string valueOr(const OPFParser& package, const std::string& key, const std:
     return found == package.metaDict().end() ? otherwise : found->second;
 }
 
-// Decodes the escapes of a reference; one that is not text afterwards or contains a NUL stays as it is.
+// Decodes the percent escapes of a reference. Returns it unchanged if the result is not UTF-8 or contains a NUL.
 std::string decodedReference(const std::string& reference)
 {
     const auto decoded = replacingPercentEscapes(reference);
@@ -67,7 +67,7 @@ public:
     BookInfoPtr run();
 
 private:
-    // The stages; false when the archive is rejected.
+    // The stages of the inspection. Each returns false if the archive is rejected.
     bool openArchive();
     bool checkMimetype();
     bool checkEncryption();
@@ -77,7 +77,7 @@ private:
     void layOutFolders(const std::string& packagePath);
     std::optional<Data> readCover(const OPFParser& package);
     Value::Array contentFiles(const OPFParser& package) const;
-    // Missing when it is past a bound.
+    // Returns nullopt if a limit is exceeded.
     std::optional<Value::Array> readContents(const OPFParser& package);
     std::optional<std::string> extracted(const std::string& href);
 
@@ -86,7 +86,7 @@ private:
         _mainController.addFaultyBook(validUtf8(_archiveName) + " --> " + validUtf8(reason));
     }
     bool isOutOfRoom() const { return _archive && (_archive->isOutOfRoom() || _archive->isDiskFull()); }
-    // What the disk cannot take is missing, and a record without it would stay so.
+    // Rejects the archive if extraction failed for lack of disk space, because its record would stay incomplete.
     bool rejectForRoom() const
     {
         if (!_archive->isDiskFull())
@@ -94,13 +94,13 @@ private:
         report(_("epub can not be read (the disk is full or can not be written)"));
         return false;
     }
-    // A limit was exceeded; nothing of the book is used.
+    // Called when a limit was exceeded. Nothing of the book is used.
     bool rejectTooLarge() const
     {
         report(_("epub is too large to be opened safely"));
         return false;
     }
-    // False when the inspection is to end with this problem.
+    // Returns false if the inspection ends with this problem.
     bool reject(const std::string& reason) const
     {
         report(reason);
@@ -127,7 +127,7 @@ private:
 bool Inspection::openArchive()
 {
     auto opened = Archive::open(std::move(_archiveFile));
-    // A file that is no archive has no members and is rejected later for that.
+    // A file that is not an archive has no members and is rejected later for that reason.
     if (!opened)
         return opened.reason() != ArchiveProblem::PastBounds || rejectTooLarge();
     _archive = std::move(*opened);
@@ -144,7 +144,7 @@ bool Inspection::checkMimetype()
         return false;
     const auto mimetype = readFile(path);
     const auto* const notAnEpub = _("file is not a ePub ( see the mimetype )");
-    // An unreadable or non-ASCII type counts as the other format.
+    // An unreadable or non-ASCII media type is treated as "x-ibooks".
     if (!mimetype || !isAscii(*mimetype) || contains(*mimetype, "x-ibooks")) {
         _type = "x-ibook";
         return reject(notAnEpub);
@@ -178,7 +178,7 @@ bool Inspection::findPackage()
     if (parser.isPastBounds())
         return rejectTooLarge();
     if (!parser.opfFile()) {
-        // The rest needs it.
+        // The rest of the inspection needs the package document.
         report(_("epub is corrupted (content opf-file not found)"));
         return false;
     }
@@ -198,7 +198,7 @@ void Inspection::layOutFolders(const std::string& packagePath)
     const auto slash = packagePath.rfind('/');
     _packageFolder = slash == std::string::npos ? std::string() : packagePath.substr(0, slash);
     auto bookName = deletingPathExtension(_archiveName);
-    // Such names mean the folder of all books or its parent.
+    // Such names refer to the folder of all books or its parent.
     if (bookName.empty() || bookName == "." || bookName == "..")
         bookName = _archiveName;
     // Pages are loaded by URL, so the folder's name must be valid text.
@@ -317,7 +317,7 @@ BookInfoPtr Inspection::run()
         book->setContent(std::move(*content));
     }
     if (!content || encodeValue(entryFromBook(*book)).size() > BookLimits().entryBytes) {
-        // Too large to store.
+        // The list is too large to store.
         book->setFilePaths(Value::Array {});
         book->setContent(Value::Array {});
         isOutOfRoom() ? rejectForRoom() : rejectTooLarge();

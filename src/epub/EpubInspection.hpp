@@ -12,20 +12,20 @@ namespace pagora {
 
 enum class StopOnErrors : bool { No, Yes };
 
-// What the inspection needs from the library.
+// The library's operations that the inspection uses.
 class InspectionHub {
 public:
     virtual ~InspectionHub() = default;
     virtual const LibraryFolders& folders() const = 0;
-    // Takes one line on why a file was rejected. Any thread.
+    // Takes one line that says why a file was rejected. Thread-safe.
     virtual void addFaultyBook(const std::string& line) = 0;
-    // Keeps the record being filled, and the folder that its book will be unpacked into.
+    // Takes the record that is being filled, and the folder into which its book will be unpacked.
     virtual void set_bookInfo(BookInfoPtr book) = 0;
     virtual void set_epubPath(const std::string& path) = 0;
 };
 
-// Turns an archive into a book record, or rejects it with one line. Works in the library's one scratch folder, so only
-// one inspection may run at a time; any thread.
+// Turns an archive into a book record, or rejects it with one line. Works in the library's only scratch folder, so only
+// one inspection may run at a time, on any thread.
 class EpubInspection {
 public:
     explicit EpubInspection(InspectionHub& hub)
@@ -33,18 +33,17 @@ public:
     {
     }
 
-    // The new record; null when the archive was rejected. With `StopOnErrors::No` the first problems are all reported
-    // and the inspection goes on where it can.
-    // `prefetchedCover` may hold the archive's cover, scaled already.
+    // Returns the new record; null if the archive was rejected. With `StopOnErrors::No`, all of the first problems are
+    // reported and the inspection continues if possible. `prefetchedCover` may be the archive's cover, already scaled.
     BookInfoPtr getBookInfo(
         const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* prefetchedCover = nullptr);
-    // The same for an archive that is open already; none is a file that cannot be read.
+    // Inspects an archive that is already open. An invalid descriptor is treated as an unreadable file.
     BookInfoPtr getBookInfo(const std::string& archivePath, FileDescriptor archive, StopOnErrors stopOnErrors,
         const ScaledCover* prefetchedCover);
 
     // Empties the scratch folder and keeps its files for reuse.
     void emptyScratch();
-    // Where they are kept, beside the scratch folder.
+    // Returns the folder of the kept files, which is beside the scratch folder.
     static std::string spareFolderOf(const LibraryFolders& folders);
 
 private:

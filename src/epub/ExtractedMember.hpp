@@ -8,16 +8,16 @@
 
 namespace pagora {
 
-// Extracts one member into `folder` and returns where it is now; missing when the archive does not hold it. Files that
-// are in the folder already count. Only a plain file below the folder is ever returned.
+// Extracts one member into `folder` and returns its path; nullopt if the archive does not contain it. A file that
+// already exists in the folder is returned as well. Only regular files below the folder are returned.
 //
-// `member` is tried as it is first. A path from inside the archive's documents is then read as the reference that it
-// is: escapes replaced, ".." followed, in either Unicode normal form.
+// `member` is first tried as it is. With `MemberName::Reference` it is then resolved like a reference in a document of
+// the archive: percent escapes decoded, ".." resolved, in both Unicode normal forms.
 enum class MemberName : bool { Exact, Reference };
 std::optional<std::string> extractedMember(
     Archive* archive, const std::string& member, const std::string& folder, MemberName kind, SpareFiles* spare);
 
-// The names that are tried for a member, in order.
+// Returns the names that are tried for a member, in order.
 std::vector<std::string> memberCandidates(const std::string& member, MemberName kind);
 
 }

@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// The lines on files that were rejected and not yet shown. Any thread.
+// The rejection lines that were not shown yet. Thread-safe.
 class FaultyBooks {
 public:
     void add(const std::string& line) { _lines.lock()->push_back(line); }

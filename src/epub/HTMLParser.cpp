@@ -15,7 +15,8 @@ struct Measure {
     std::uint64_t value;
 };
 
-// The measure that a piece such as "width=600" holds; missing without "=". A negative number keeps its sign bits.
+// Parses one measure of a viewport, such as "width=600"; nullopt if there is no "=". A negative number keeps its sign
+// bits.
 std::optional<Measure> measureIn(const std::string& piece)
 {
     const auto parts = split(piece, '=');
@@ -38,7 +39,8 @@ void HTMLParser::didStartElement(const std::string& name, const XmlAttributes& a
     if (lowercased(name) != "meta" || !meta || *meta != "viewport" || !content)
         return;
     const auto pieces = split(*content, ',');
-    // In the first measure anything but a width is a height, and in the second anything but a height is a width.
+    // The first measure is a height unless its key contains "width"; the second is a width unless its key contains
+    // "height".
     if (const auto first = measureIn(pieces[0]))
         (first->key.find("width") != std::string::npos ? _viewportWidth : _viewportHeight) = first->value;
     const auto second = pieces.size() > 1 ? measureIn(pieces[1]) : std::nullopt;

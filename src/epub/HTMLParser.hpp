@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// Reads the size of a fixed-layout page from its viewport. Any thread; one thread an object.
+// Reads the size of a fixed-layout page from its viewport. Use each object on one thread at a time.
 class HTMLParser : private XmlDelegate {
 public:
     explicit HTMLParser(Url htmlFile)
@@ -16,9 +16,9 @@ public:
     {
     }
 
-    // Reads the whole page. A page that is not well-formed ends early and is logged; what was found until then stands.
+    // Parses the whole page. If it is not well-formed, the error is logged and the results found before it are kept.
     void parse();
-    // Whether the last parse ended because the document is past a bound.
+    // Returns whether the last parse ended because the document exceeds a limit.
     bool isPastBounds() const { return _outcome == XmlOutcome::PastBounds; }
 
     // In CSS pixels.

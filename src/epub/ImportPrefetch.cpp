@@ -11,12 +11,12 @@ namespace pagora {
 
 namespace {
 
-// Waiting covers take memory; waiting copies do not.
+// Covers that are not taken yet occupy memory; copies do not.
 constexpr std::size_t maxPrefetchedCovers = 16;
 constexpr std::size_t maxPrefetchedCopies = 48;
 // Copies mostly wait for the disk, which handles several at once.
 constexpr std::size_t maxConcurrentCopies = 24;
-// Large files are not prefetched, because they might be rejected.
+// Larger files are not prefetched, because they might be rejected.
 constexpr std::uintmax_t maxCopyBytes = 64u << 20;
 
 bool isSmall(const std::string& file)
@@ -40,7 +40,7 @@ ImportPrefetch::ImportPrefetch(
     , _files(std::move(files))
     , _copiesInto(std::move(copiesInto))
 {
-    // A single file has nothing to overlap with.
+    // For a single file there is nothing to overlap with.
     if (_files.size() < 2)
         return;
     addWorkers(_scaling, std::min<std::size_t>(_files.size(), std::max(2u, std::thread::hardware_concurrency())));

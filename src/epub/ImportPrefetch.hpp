@@ -18,11 +18,12 @@
 namespace pagora {
 
 // Prefetches for a batch: scales covers and copies bytes of the next files on background threads. A result has no
-// effect until the batch takes it. The destructor drops results that were not taken. One thread at a time.
+// effect until the batch takes it. The destructor drops results that were not taken. Use each object on one thread at a
+// time.
 class ImportPrefetch {
 public:
-    // `files` are the files of the batch, in order. Nothing is copied when `copiesInto` is empty, or when a file is in
-    // that folder already. Covers are given up once `isEnded` returns true, on any thread.
+    // `files` are the files of the batch, in order. Nothing is copied if `copiesInto` is empty, or if a file is already
+    // in that folder. Covers are abandoned when `isEnded`, which may be called on any thread, returns true.
     ImportPrefetch(Workspace& workspace, std::vector<std::string> files, std::string copiesInto,
         const std::function<bool()>& isEnded);
     ~ImportPrefetch();
@@ -31,7 +32,7 @@ public:
         std::optional<ScaledCover> cover;
         std::unique_ptr<PrefetchedCopy> copy;
     };
-    // Waits for the results of the next file, which must be this one.
+    // Waits for the results of the next file, which must be `file`.
     Results take(const std::string& file);
 
 private:
@@ -44,7 +45,7 @@ private:
     const std::vector<std::string> _files;
     const std::string _copiesInto;
     std::size_t _taken = 0;
-    // Work on the next files, finished or not.
+    // Results for the next files, finished or not.
     std::deque<std::future<std::optional<ScaledCover>>> _covers;
     std::deque<std::future<std::unique_ptr<PrefetchedCopy>>> _copies;
     std::atomic<bool> _stopping = false;

@@ -35,7 +35,7 @@ HelperBudget budget(const InspectionLimits& limits, unsigned processorSeconds)
     return { seconds(processorSeconds * scale), seconds(limits.seconds), limits.residentBytes * scale };
 }
 
-// Identifies the folder at a path. A replaced folder would be out of the process's reach.
+// Identifies the folder at a path. The process cannot access a folder that has replaced the original.
 std::string identity(const std::string& folder)
 {
     struct stat info { };
@@ -44,7 +44,7 @@ std::string identity(const std::string& folder)
     return std::to_string(info.st_dev) + ":" + std::to_string(info.st_ino);
 }
 
-// Whether a record refers only to files of its own book.
+// Returns whether a record refers only to files of its own book.
 bool isSound(const BookInfo& book, const std::string& booksPath)
 {
     const auto folder = book.bookPath().value_or("");
@@ -93,7 +93,7 @@ void InspectionProcess::prepare()
     const auto spare = EpubInspection::spareFolderOf(folders);
     createFolder(folders._dataPath);
     createFolder(spare);
-    // The identities only restart the process when they change.
+    // The process does not read the identities. They restart it when they change.
     _process.setArguments({ std::to_string(_limits.memoryBytes), folders._dataPath, spare, folders._booksPath,
         identity(folders._dataPath), identity(spare) });
 }

@@ -10,25 +10,26 @@
 
 namespace pagora {
 
-// Runs EpubInspection in a confined helper process. A book that exceeds its budget of time or memory, or crashes the
-// process, is rejected as past a bound, and the process is restarted for the next. Where it cannot be started, each
-// book is rejected with a line that says so. Works in the library's one scratch folder; one inspection at a time, any
-// thread.
+// Runs EpubInspection in a confined helper process. A book that exceeds its budget of time or memory, or that crashes
+// the process, is rejected as exceeding a limit, and the process is restarted for the next book. If the process cannot
+// be started, each book is rejected with a line that says so. Works in the library's only scratch folder, so only one
+// inspection may run at a time, on any thread.
 class InspectionProcess {
 public:
-    // Once `isEnded` returns true, on any thread, an inspection gives no record and no line.
+    // When `isEnded`, which may be called on any thread, returns true, an inspection returns no record and reports no
+    // line.
     InspectionProcess(InspectionHub& hub, std::function<bool()> isEnded, const InspectionLimits& limits = {},
         std::string program = "pagora-inspect");
 
-    // As EpubInspection says.
+    // See EpubInspection.
     BookInfoPtr getBookInfo(
         const std::string& archivePath, StopOnErrors stopOnErrors, const ScaledCover* prefetchedCover = nullptr);
-    // Removes what the last inspection has left in the scratch folder.
+    // Removes the files that the last inspection has left in the scratch folder.
     void emptyScratch();
 
-    // 0 when none runs.
+    // Returns the process id; 0 if no process is running.
     pid_t process() const { return _process.process(); }
-    // Ends the process, if one runs, and returns its resource usage.
+    // Ends the process, if it is running, and returns its resource usage.
     const HelperProcess::Usage& end()
     {
         _process.end();
@@ -47,12 +48,12 @@ private:
     HelperProcess _process;
 };
 
-// Prefetches covers in a helper process that can access only the archive. One thread at a time.
+// Prefetches covers in a helper process that can access only the archive. Use each object on one thread at a time.
 class CoverProcess {
 public:
     explicit CoverProcess(std::function<bool()> isEnded);
 
-    // Missing when it cannot be prefetched.
+    // Returns nullopt if the cover cannot be prefetched.
     std::optional<ScaledCover> prefetchCover(const std::string& archivePath);
 
 private:

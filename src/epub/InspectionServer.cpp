@@ -111,7 +111,7 @@ private:
     EpubInspection _inspection;
 };
 
-// Translations are loaded on first use, which must be before the confinement.
+// Translations are loaded on first use, which must happen before the process is confined.
 void loadTexts()
 {
     startTranslation();

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view separator = " ## ";
 constexpr std::size_t pieceBytes = 8;
-// A shorter text is simply searched.
+// A shorter text is searched directly.
 constexpr std::size_t shortText = 4'096;
 constexpr std::size_t bitsPerWord = 64;
 constexpr std::size_t bitsPerPiece = 8;

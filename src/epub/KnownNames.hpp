@@ -8,11 +8,11 @@
 
 namespace pagora {
 
-// Finds whether a file name occurs in the joined archive locations of a library. The time does not depend on the size
-// of the library, except for names made of pieces of known ones. One thread at a time.
+// Tells whether a file name occurs in the joined archive locations of a library. The time does not depend on the size
+// of the library, except for names that consist of pieces of known ones. Use each object on one thread at a time.
 class KnownNames {
 public:
-    // Locations joined with " ## ".
+    // `text` has the locations joined with " ## ".
     explicit KnownNames(std::string text);
     KnownNames(const KnownNames&) = delete;
     KnownNames& operator=(const KnownNames&) = delete;
@@ -26,7 +26,7 @@ private:
     const std::string _text;
     // The file names of the locations.
     std::unordered_set<std::string_view> _names;
-    // A bit for each run of a few characters in the text; several runs may share one.
+    // A bit for each run of a few characters in the text; several runs may share a bit.
     std::vector<std::uint64_t> _pieces;
 };
 

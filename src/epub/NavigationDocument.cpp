@@ -16,18 +16,18 @@ namespace pagora {
 
 namespace {
 
-// Of one label, in bytes.
+// Maximum length of one label, in bytes.
 constexpr std::size_t maxLabel = 1'000;
-// Of the name of a file and of a place in it, in bytes, with their escapes. No file and no page has a longer one.
+// Maximum length of a file name and of a fragment, in bytes, including percent escapes. No valid name is longer.
 constexpr std::size_t maxName = 3 * 4096;
 constexpr std::size_t maxFragment = 65'536;
-// Of one document, in bytes.
+// Maximum size of one document, in bytes.
 constexpr std::size_t maxDocument = 32u << 20;
 
-// Whether a list of words has the word.
+// Returns whether a space-separated list contains the word.
 bool hasWord(const std::optional<std::string>& words, std::string_view word)
 {
-    // A list can be as long as a document: its words are not copied.
+    // A list can be as long as the document, so its words are not copied.
     std::string_view rest = words ? std::string_view(*words) : std::string_view();
     while (!rest.empty()) {
         const auto end = std::min(rest.find(' '), rest.size());
@@ -166,14 +166,14 @@ private:
             _list->push_back(std::move(point));
     }
 
-    // Missing where it leads out of the book.
+    // Returns nullopt if the target is outside the book.
     std::optional<Url> targetOf(const std::string& href) const
     {
         const auto hash = href.find('#');
         if (std::min(hash, href.size()) > maxName || (hash != std::string::npos && href.size() - hash > maxFragment))
             return std::nullopt;
         const auto reference = href.substr(0, hash);
-        // A scheme, or a path of the system.
+        // The reference has a scheme or is an absolute path.
         if (reference.starts_with('/') || reference.substr(0, reference.find('/')).find(':') != std::string::npos)
             return std::nullopt;
         const auto name = replacingPercentEscapes(reference).value_or(reference);
@@ -192,19 +192,19 @@ private:
     const std::string& _path;
     const std::string& _bookFolder;
     NavigationLists _lists;
-    // The list of a nav element that does not say what it is.
+    // The list of a nav element without a type.
     std::vector<NavigationPoint> _untyped;
-    // The list that is read, if any.
+    // The list that is being read; null for none.
     std::vector<NavigationPoint>* _list = nullptr;
     std::int32_t _level = 0;
     bool _isInLabel = false;
     std::string _label;
     std::optional<std::string> _href;
-    // Entries that wait for the target of the next one.
+    // Entries without a target. They get the target of the next entry.
     std::vector<Heading> _headings;
 };
 
-// The text of a file below the folder, links followed; missing where there is none.
+// Returns the text of a file below the folder, after resolving links; nullopt if there is none.
 std::optional<std::string> documentAt(const std::string& path, const std::string& bookFolder)
 {
     std::error_code error;
@@ -218,7 +218,7 @@ std::optional<std::string> documentAt(const std::string& path, const std::string
     return bytes ? std::optional(markupFrom(std::move(*bytes))) : std::nullopt;
 }
 
-// The attribute of the first element of that name for which `isWanted`.
+// Returns the attribute of the first element with that name for which `isWanted` returns true.
 template <typename Predicate>
 std::optional<std::string> firstAttribute(
     const std::string& document, std::string_view element, std::string_view attribute, Predicate isWanted)
@@ -231,7 +231,7 @@ std::optional<std::string> firstAttribute(
     return std::nullopt;
 }
 
-// Nowhere where the reference is longer than a name.
+// Returns an empty path if the reference is longer than a file name can be.
 std::string resolved(const std::string& folder, const std::string& reference)
 {
     if (reference.size() > maxName)
@@ -249,7 +249,7 @@ NavigationLists navigationLists(const std::string& document, const std::string& 
 
 NavigationLists navigationListsOf(const std::string& bookFolder)
 {
-    // One document at a time is in memory.
+    // Only one document at a time is in memory.
     const auto attributeOf = [&](const std::string& path, auto... arguments) -> std::optional<std::string> {
         const auto document = documentAt(path, bookFolder);
         return document ? firstAttribute(*document, arguments...) : std::nullopt;

@@ -13,23 +13,23 @@ struct NavigationPoint {
     std::string text;
     // A file URL in the book's folder, with the entry's fragment.
     Url target;
-    // 1 for the outermost.
+    // 1 for the outermost level.
     std::int32_t level = 1;
 };
 
-// The lists of a navigation document that readers use: the contents, and the pages of the printed edition.
+// The lists of a navigation document that the readers use: the contents, and the pages of the printed edition.
 struct NavigationLists {
     std::vector<NavigationPoint> contents;
     std::vector<NavigationPoint> pages;
 };
 
-// Reads a navigation document, whatever its faults are. `path` is its file; targets count from its folder and are left
-// out where they lead out of `bookFolder`. An entry without a target leads where the next one does. Of each list, the
-// first entries up to the bound of a table of contents are taken. Any thread.
+// Reads a navigation document and tolerates any error. `path` is its file: targets are relative to its folder and are
+// omitted if they lead out of `bookFolder`. An entry without a target gets the target of the next one. Each list is
+// truncated to the maximum number of contents entries. Thread-safe.
 NavigationLists navigationLists(const std::string& document, const std::string& path, const std::string& bookFolder);
 
-// The same of the book that lies unpacked in a folder: by its container, its package document and the item there that
-// is the navigation document. Empty where there is none. Reads the disk; any thread.
+// Reads the navigation document of the book that is unpacked in a folder, which is found with the container and the
+// package document. Returns empty lists if there is none. Reads the disk. Thread-safe.
 NavigationLists navigationListsOf(const std::string& bookFolder);
 
 }

@@ -23,7 +23,7 @@ bool isImage(const XmlAttributes& item)
     return type && type->size() > image.size() && type->starts_with(image);
 }
 
-// The attributes of those names, and no others: there may be thousands.
+// Returns only the attributes of those names, because there may be thousands.
 XmlAttributes only(const XmlAttributes& attributes, std::initializer_list<const char*> names)
 {
     XmlAttributes kept;
@@ -66,7 +66,7 @@ void OPFParser::didStartElement(const std::string& elementName, const XmlAttribu
     } else {
         if (_state.inMetadata)
             startMetadataElement(name, attributes);
-        // Any element in a manifest is an item, and any in a spine a reference to one.
+        // Any element in a manifest is an item, and any element in a spine an item reference.
         if (!_state.inMetadata && attributes.empty())
             return;
         if (_state.inManifest)

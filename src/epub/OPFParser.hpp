@@ -12,8 +12,8 @@
 
 namespace pagora {
 
-// Reads a package document: metadata, reading order and images. Elements are told by their names alone. It reports
-// nothing; what it cannot use it leaves out. Any thread; one thread an object.
+// Reads a package document: metadata, reading order and images. Identifies elements by their names without regard to
+// their position. Reports nothing and omits what it cannot use. Use each object on one thread at a time.
 class OPFParser : private XmlDelegate {
 public:
     explicit OPFParser(Url xmlFile)
@@ -21,44 +21,45 @@ public:
     {
     }
 
-    // Reads the whole document. The results are made where the package element ends, so a document that is not
-    // well-formed before that gives none.
+    // Parses the whole document. The results are made at the end of the package element, so a document that is not
+    // well-formed before it has none.
     void parse();
-    // The same with the document's bytes instead of the file.
+    // Parses bytes in memory instead of the file.
     void parseBytes(std::string_view bytes);
-    // Whether the last parse ended because the document is past a bound.
+    // Returns whether the last parse ended because the document exceeds a limit.
     bool isPastBounds() const { return _outcome == XmlOutcome::PastBounds; }
 
-    // "title", "creator", "isbn", "cover" (the image's path) and "tocfile" (the table of contents' path), each only
-    // when found. Paths here and below are as written: relative to the package document's folder, percent escapes kept.
+    // "title", "creator", "isbn", "cover" (the image's path) and "tocfile" (the table of contents' path), each only if
+    // it was found. Paths here and below are as written: relative to the package document's folder, with percent
+    // escapes.
     const std::map<std::string, std::string>& metaDict() const { return _metaDict; }
     void setMetaDict(std::map<std::string, std::string> metaDict) { _metaDict = std::move(metaDict); }
     // The content documents in reading order.
     const std::vector<std::string>& fileList() const { return _fileList; }
     void setFileList(std::vector<std::string> fileList) { _fileList = std::move(fileList); }
-    // The pictures, in the manifest's order.
+    // The pictures in the order of the manifest.
     const std::vector<std::string>& imageList() const { return _imageList; }
     void setImageList(std::vector<std::string> imageList) { _imageList = std::move(imageList); }
-    // Parsing leaves it missing.
+    // Always nullopt; parsing does not set it.
     const std::optional<std::string>& tocFileID() const { return _tocFileID; }
     void setTocFileID(std::optional<std::string> tocFileID) { _tocFileID = std::move(tocFileID); }
 
 private:
-    // What was read of the document so far.
+    // The part of the document that was read so far.
     struct State {
         bool inMetadata = false;
         bool inManifest = false;
         bool inSpine = false;
         // The spine's "toc" attribute.
         std::optional<std::string> tocID;
-        // The metadata element whose text is being gathered, without "dc:"; empty when none is.
+        // The metadata element whose text is being collected, without "dc:"; empty if there is none.
         std::string currentElement;
         std::string currentText;
-        // The last finding of each kind: "title", "creator" and "isbn" with their texts, "cover" with an item's id.
+        // The last value of each kind: "title", "creator" and "isbn" with their texts, "cover" with an item's id.
         std::map<std::string, std::string> metadata;
         std::vector<XmlAttributes> manifest;
         std::vector<XmlAttributes> spine;
-        // The bytes of all paths of the reading order.
+        // Size in bytes of all paths of the reading order.
         std::size_t pathBytes = 0;
     };
 
@@ -71,7 +72,7 @@ private:
     void buildResults();
     // Returns the id of the cover item.
     std::string buildMetadata();
-    // Returns the paths of the items that a spine can name, by their ids.
+    // Returns the paths of the items that a spine can refer to, by their ids.
     std::map<std::string, std::string> buildManifest(const std::string& coverID, const std::string& tocID);
 
     Url _xmlFile;

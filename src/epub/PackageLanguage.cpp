@@ -10,10 +10,10 @@ namespace pagora {
 
 namespace {
 
-// The metadata come first in a package document.
+// The metadata are at the start of a package document, so only this many bytes are read.
 constexpr std::size_t maxBeginning = 65536;
 constexpr std::size_t maxTagLength = 300;
-// More tags of this name are not looked at.
+// Maximum number of tags that are searched.
 constexpr int maxTags = 50;
 
 std::string beginningOf(const std::filesystem::path& file)

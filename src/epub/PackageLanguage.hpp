@@ -4,12 +4,12 @@
 
 namespace pagora {
 
-// The language of a book that is unpacked in this folder, by its package document: a tag as "en" or "pt-BR", of the
-// first language that is named. Empty where none is, and where the container names no package document in the folder.
-// Reads the beginnings of both files and no markup but two elements. Any thread.
+// Returns the language of the book that is unpacked in this folder: the tag of the first language in its package
+// document, such as "en" or "pt-BR". Empty if there is none, or if the container does not name a package document in
+// the folder. Reads only the start of both files. Thread-safe.
 std::string packageLanguage(const std::string& folder);
 
-// The same from the document's text.
+// Returns the first language in the text of a package document.
 std::string languageInPackage(const std::string& document);
 
 }

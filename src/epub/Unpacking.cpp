@@ -7,7 +7,7 @@ namespace pagora {
 void unpackFromBook(
     const std::string& archivePath, const std::vector<std::string>& contentFiles, const std::string& toPath)
 {
-    // No names would mean all members.
+    // An empty list would extract all members.
     if (contentFiles.empty())
         return;
     if (auto archive = Archive::open(archivePath))

@@ -8,14 +8,14 @@
 
 namespace pagora {
 
-// Extraction for the library. Success is not reported; callers check for the files that they need. Any thread.
+// Extraction for the library. Success is not reported; callers check for the files that they need. Thread-safe.
 
-// Extracts the members of those names, each under its own folders, into the folder `toPath`. Members that the archive
-// does not hold are passed over; "*", "?" and "[" in a name are wildcards; existing files are overwritten.
+// Extracts the members with those names, each with its own folders, into the folder `toPath`. Missing members are
+// skipped; "*", "?" and "[" in a name are wildcards; existing files are overwritten.
 void unpackFromBook(
     const std::string& archivePath, const std::vector<std::string>& contentFiles, const std::string& toPath);
 
-// Extracts the whole archive of a book into its `bookPath`, until `stop` asks to end.
+// Extracts the whole archive of a book into its `bookPath`, until `stop` is requested.
 void unZipBook(const BookInfo& book, const std::stop_token& stop = {});
 
 }

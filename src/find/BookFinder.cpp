@@ -20,7 +20,7 @@ constexpr std::size_t maxKeptBytes = 48u << 20;
 constexpr std::size_t reachBefore = 48;
 constexpr std::size_t reachAfter = 120;
 constexpr std::size_t maxMatchBytes = 200;
-// The interval of reports in seconds. The first matches are reported at once.
+// The interval of reports. The first matches are reported immediately.
 constexpr std::chrono::milliseconds pause { 50 };
 constexpr std::size_t firstTold = 20;
 
@@ -124,7 +124,7 @@ private:
 
 }
 
-// The texts of the book's documents, read at the first search. Any thread.
+// The texts of the book's documents, read at the first search. Thread-safe.
 class BookFinder::Texts {
 public:
     Texts(std::vector<std::string> paths, std::string folder)
@@ -135,7 +135,7 @@ public:
 
     std::size_t count() const { return _paths.size(); }
 
-    // Null if the document cannot be read.
+    // Returns null if the document cannot be read.
     std::shared_ptr<const std::string> text(std::size_t chapter)
     {
         {
@@ -155,7 +155,7 @@ public:
     }
 
 private:
-    // The file, also if its name is escaped twice or has another Unicode normalization.
+    // Finds the file also if its name is escaped twice or has another Unicode normalization.
     std::optional<ChapterText> readText(const std::string& path) const
     {
         const auto replaced = replacingPercentEscapes(path).value_or(path);

@@ -15,7 +15,7 @@ namespace pagora {
 
 // A match in a book, with its context in one line.
 struct FoundText {
-    // The spine document, counted from 0, and places in it as in `ChapterText`.
+    // The index of the spine document, and places in it as in `ChapterText`.
     std::size_t chapter = 0;
     std::uint32_t start = 0;
     std::uint32_t end = 0;
@@ -26,18 +26,18 @@ struct FoundText {
 
 // The results of a search since its last report.
 struct SearchProgress {
-    // In the order of the book.
+    // The matches in the order of the book.
     std::vector<FoundText> found;
     // The number of all matches so far, including those not reported.
     std::size_t count = 0;
     bool isOver = false;
 };
 
-// The maximum number of reported matches of a search; the rest is only counted.
+// The maximum number of reported matches of a search. Further matches are only counted.
 inline constexpr std::size_t maxFoundTexts = 10'000;
 
 // Searches the documents of a book in the background, in order. Keeps a cache of their texts of limited size. Main
-// thread.
+// thread only.
 class BookFinder {
 public:
     // `paths` are the spine documents. Files outside `folder`, the unpacked book, are not read.

@@ -14,19 +14,19 @@ struct ChapterText {
     std::string text;
 };
 
-// The text of a document's bytes. Any thread.
+// Returns the text of a document's bytes. Thread-safe.
 ChapterText chapterText(std::string bytes);
 
-// The text of a file. Missing if it cannot be read, is larger than `maxChapterBytes` or is outside `folder` after
-// resolving links. Any thread.
+// Returns the text of a file; nullopt if it cannot be read, is larger than `maxChapterBytes` or is outside `folder`
+// after resolving links. Thread-safe.
 std::optional<ChapterText> chapterTextOf(const std::string& path, const std::string& folder);
 
-// Whether the file is in the folder, after resolving links in both paths.
+// Returns whether the file is in the folder, after resolving links in both paths.
 bool isWithinFolder(const std::string& path, const std::string& folder);
 
 inline constexpr std::size_t maxChapterBytes = 32u << 20;
 
-// Whether that character does not count as a place.
+// Returns whether the character is not counted in places.
 constexpr bool isBlank(char32_t character)
 {
     return character == ' ' || character == '\n' || character == '\t' || character == '\r' || character == '\f';

@@ -13,7 +13,7 @@ namespace pagora {
 
 namespace {
 
-// The maximum size in bytes of attributes that are searched without parsing.
+// The maximum size in bytes of attributes that are searched before they are parsed.
 constexpr std::size_t maxGlance = 1'000;
 
 std::string lowerCase(std::string_view name)
@@ -23,7 +23,7 @@ std::string lowerCase(std::string_view name)
     return result;
 }
 
-// Whether the text has letters besides numbers and punctuation.
+// Returns whether the text has letters besides numbers and punctuation.
 bool hasWords(const std::string& text)
 {
     for (const char* at = text.c_str(); *at; at = g_utf8_next_char(at)) {
@@ -75,7 +75,7 @@ private:
             _depthLeftOut = 1;
             return;
         }
-        // The end of the element, or of the paragraph around an inline target.
+        // This is the end of the element, or of the paragraph around an inline target.
         if (!_element.empty() && name == _element && !tag.isEmpty)
             _depth += isStart ? 1 : -1;
         const bool ends = _element.empty() ? isBlock(name) : _depth <= 0;
@@ -93,7 +93,7 @@ private:
     {
         if (tag.kind != MarkupToken::Kind::StartTag)
             return;
-        // A quick test skips most elements. It would be slow for long attributes.
+        // This quick test excludes most elements. It would be slow for long attributes.
         if (tag.attributes.size() <= maxGlance && tag.attributes.find(_id) == std::string_view::npos)
             return;
         const bool isNamed = name == "a" && tag.attribute("name") == _id;
@@ -134,7 +134,7 @@ private:
     std::string _text;
 };
 
-// Truncates at a character boundary.
+// Truncates the text at a character boundary.
 std::string shortened(std::string text)
 {
     if (text.size() <= maxNoteBytes)

@@ -4,11 +4,11 @@
 
 namespace pagora {
 
-// Classes of elements by their names in lower case. Any thread.
+// Classes of elements by their names in lower case. Thread-safe.
 
-// Its content is not part of the text.
+// Returns whether the element's content is not part of the text.
 bool isLeftOut(std::string_view name);
-// It is a block with separate lines.
+// Returns whether the element is a block with separate lines.
 bool isBlock(std::string_view name);
 
 }

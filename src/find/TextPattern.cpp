@@ -50,7 +50,7 @@ char32_t characterFrom(std::string_view text, std::size_t at)
     return at < text.size() ? characterAt(text, at).character : U' ';
 }
 
-// Letters of scripts with spaces between words, and digits.
+// Returns whether the character is a digit or a letter of a script that puts spaces between words.
 bool isOfWord(char32_t c)
 {
     if (c < 0x80)
@@ -61,7 +61,7 @@ bool isOfWord(char32_t c)
     return !isWithoutBlanks && (g_unichar_isalnum(c) || isAccent(c) || c == 0xAD);
 }
 
-// The voiced and semi-voiced sound marks of kana.
+// Returns whether the character is a voiced or semi-voiced sound mark of kana.
 bool isVoicing(char32_t c)
 {
     return c == 0x3099 || c == 0x309A;
@@ -107,7 +107,7 @@ TextPattern::TextPattern(std::string_view pattern, WholeWords wholeWords)
     }
 }
 
-// One pass through a text: compares the pattern with the folded characters of the text, without copying the text.
+// One pass over a text: compares the pattern with the folded characters of the text, without copying the text.
 class TextPattern::Search {
 public:
     Search(const TextPattern& pattern, std::string_view text, const std::function<bool(const TextMatch&)>& found)
@@ -155,7 +155,7 @@ private:
 
     void compare(char32_t character)
     {
-        // Spaces around invisible characters count as one space.
+        // Spaces around invisible characters are treated as one space.
         if (character == ' ' && _last == ' ' && _matched > 0)
             return;
         _last = character;
@@ -176,7 +176,7 @@ private:
         TextMatch match { first.byte, _at, first.place, _place };
         if (match.start < _lastEnd || _restIsMark)
             return;
-        // Combining accents belong to the last letter.
+        // Combining accents belong to the last letter of the match.
         while (match.endByte < _text.size()) {
             const auto [next, bytes] = characterAt(_text, match.endByte);
             if (isVoicing(next))
@@ -232,7 +232,7 @@ private:
     std::vector<Origin> _origins;
     std::size_t _compared = 0;
     std::uint32_t _lastEnd = 0;
-    // Whether a combining mark follows the compared character.
+    // True if a combining mark follows the compared character.
     bool _restIsMark = false;
     bool _isOver = false;
 };

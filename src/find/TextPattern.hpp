@@ -23,13 +23,13 @@ struct TextMatch {
 enum class WholeWords : bool { No, Yes };
 
 // A search pattern. Ignores case unless the pattern has a capital letter, and accents unless it has an accent.
-// Immutable; any thread.
+// Immutable and thread-safe.
 class TextPattern {
 public:
     // Invalid UTF-8 is read as replacement characters.
     TextPattern(std::string_view pattern, WholeWords wholeWords);
 
-    // Whether the pattern is empty or has only spaces and invisible characters.
+    // Returns whether the pattern is empty or has only spaces and invisible characters.
     bool isEmpty() const { return _characters.empty(); }
     const Folding& folding() const { return _folding; }
 

@@ -24,12 +24,12 @@
 
 namespace pagora {
 
-// The text of one of the program's scripts by its name, without ".js"; empty when there is none.
+// The text of one of the program's scripts by its name, without ".js"; empty if there is none.
 using ScriptResources = std::function<std::string(const std::string& name)>;
 
 // The fixed-layout reader: every file of the reading order is one page, scaled to the window by the program's scripts.
 // Actions of the user and reports of the page run one after another on its queue. Owned by its window controller. Main
-// thread.
+// thread only.
 class FixedEpubController : public WebViewDelegate, public ContentsDelegate, public MarkedReader {
 public:
     FixedEpubController(
@@ -60,7 +60,7 @@ public:
     std::uint64_t activeSplitIndex() const override { return _activeSplitIndex; }
     void setActiveSplitIndex(std::uint64_t index) { _activeSplitIndex = index; }
     ContentsPane& contentsPane() { return _contentsPane; }
-    // Whether no action, report or page is still under way.
+    // Returns whether no action, report or page is still under way.
     bool isSettled() const { return _queue.isIdle() && !_queue.actionsAreHeld(); }
 
     void resourceDidFinishLoading(const DataSource& source) override;
@@ -88,7 +88,7 @@ public:
     SelectedText& selectedText() { return _selectedText; }
 
 private:
-    // What paints the marks of a page; empty where it has none.
+    // What paints the marks of a page; empty if it has none.
     std::string marksScript(std::uint64_t page) const;
     Task<void> paintMarks();
     // A jump is about to leave the page.
@@ -105,7 +105,7 @@ private:
     Task<void> preparePage(DataSource source);
     Task<void> fitWindow();
     Task<void> rescale();
-    // Whether only the divider has moved since the last call.
+    // Returns whether only the divider has moved since the last call.
     bool dividerHasMoved();
     Task<void> showMissingPage(DataSource source);
     void showPage(bool isMissing);
@@ -125,7 +125,7 @@ private:
     JumpHistory _jumps;
     // The last jump was one of the slider, which is moved through many pages.
     bool _isSeeking = false;
-    // Whether the last page turn went back.
+    // True if the last page turn went back.
     bool _turnsBack = false;
     std::int32_t _numberOfColumns = 0;
     // The window has been fitted to the first page shown since the book was opened.

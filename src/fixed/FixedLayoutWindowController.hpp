@@ -10,7 +10,7 @@
 namespace pagora {
 
 // A fixed-layout reader's window and the controller that it owns. The hub makes one for each book that is opened and
-// drops it at closing. Main thread.
+// drops it at closing. Main thread only.
 class FixedLayoutWindowController {
 public:
     FixedLayoutWindowController(std::unique_ptr<FixedWindow> layout, ReaderState& state, RunLoop& runLoop,

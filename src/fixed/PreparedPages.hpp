@@ -15,7 +15,7 @@ namespace pagora {
 
 // A page view that consists of two: one is shown, the other loads the page that is likely to be next. A request for
 // that page exchanges the two views, delivers the reports of the prepared page and answers scripts that were already
-// evaluated in it at once. Main thread.
+// evaluated in it at once. Main thread only.
 class PreparedPages : public WebView {
 public:
     PreparedPages(std::unique_ptr<WebView> shown, std::unique_ptr<WebView> spare);
@@ -29,7 +29,7 @@ public:
     Reply<std::string> waitUntilDrawn() override;
     void prepareRequest(const Url& url, const std::vector<std::string>& scripts) override;
     void setTextSizeMultiplier(double multiplier) override;
-    // Whether a page is ready to be shown at once.
+    // Returns whether a page is ready to be shown at once.
     bool isReady() const { return _ahead && _ahead->isDrawn; }
     Rect frame() const override { return shown().frame(); }
     double pixelSize() const override { return shown().pixelSize(); }

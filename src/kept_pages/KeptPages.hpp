@@ -20,7 +20,7 @@ public:
     KeptPages() = default;
     explicit KeptPages(std::string folder);
 
-    // The picture of that key. Missing when there is none, or its file is damaged.
+    // The picture of that key. Returns nullopt if there is none, or its file is damaged.
     std::optional<PagePicture> read(const PageKey& key) const;
 
     // The work that stores a picture in place of the book's last one, for a thread in the background. One that is too

@@ -23,7 +23,7 @@ struct PageKey {
     std::optional<double> place;
 };
 
-// A key of the archive as it is now. Missing when it cannot be looked at.
+// A key of the archive as it is now. Returns nullopt if it cannot be looked at.
 std::optional<PageKey> pageKeyOf(const std::string& archive);
 
 // Two keys have the same text only if they are equal.

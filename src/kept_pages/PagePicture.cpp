@@ -50,7 +50,7 @@ bool isAllowed(const Head& head)
         && isShort(head.conditionsBytes) && isShort(head.paperBytes);
 }
 
-// The converter's output; missing when it fails or is longer than `limit`.
+// The converter's output; nullopt if it fails or is longer than `limit`.
 std::optional<std::string> converted(GConverter* converter, std::string_view input, std::size_t limit)
 {
     std::string output(limit + 1, '\0');
@@ -80,7 +80,7 @@ std::uint32_t pixelAt(const char* bytes)
     return pixel;
 }
 
-// The colours and the number of each pixel's; missing where there are too many.
+// The colours and the number of each pixel's; nullopt if there are too many.
 std::optional<std::pair<std::string, std::string>> numberedColors(const std::string& pixels)
 {
     std::unordered_map<std::uint32_t, unsigned char> numbers;

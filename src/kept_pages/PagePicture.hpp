@@ -16,7 +16,7 @@ struct PagePicture {
     // What the drawing depends on besides the book, the place in it and the display options, such as the engine's
     // version.
     std::string conditions;
-    // The colour around the page, as CSS writes it; empty where it is not known.
+    // The colour around the page, as CSS writes it; empty if it is not known.
     std::string paper;
     // Four bytes each, in the toolkit's own order, in rows without gaps.
     std::string pixels;
@@ -28,11 +28,11 @@ struct PagePicture {
 constexpr std::size_t maxPageFileBytes = 300'000;
 constexpr std::size_t maxPagePixels = 6'000'000;
 
-// The picture and its key, compressed without loss. Missing when it would exceed one of the limits. Any thread.
+// The picture and its key, compressed without loss. Returns nullopt if it would exceed one of the limits. Thread-safe.
 std::optional<std::string> encodedPage(const PagePicture& picture, std::string_view key);
 
-// The picture in a file's bytes. Missing if they are damaged or were written with another key. The bytes are not
-// trusted: memory is limited by the constants above. Any thread.
+// The picture in a file's bytes. Returns nullopt if they are damaged or were written with another key. The bytes are
+// not trusted: memory is limited by the constants above. Thread-safe.
 std::optional<PagePicture> decodedPage(std::string_view bytes, std::string_view key);
 
 }

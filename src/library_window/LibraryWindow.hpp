@@ -49,7 +49,7 @@ struct LibraryEvent {
 };
 
 // The library window, with the progress, error and settings windows of the same layout; controls by their names there.
-// Main thread.
+// Main thread only.
 class LibraryWindow : public LibraryViewHost {
 public:
     virtual void setActions(LibraryWindowActions actions) = 0;
@@ -66,7 +66,7 @@ public:
     virtual Window& settingsWin() = 0;
     // Segments with the tags 1 ("Copy") and 2 ("Move"), in this order.
     virtual SegmentedControl& dragDropMatrix() = 0;
-    // The toolbar's context menu; null when the toolbar has none.
+    // The toolbar's context menu; null if the toolbar has none.
     virtual Menu* toolBarMenu() = 0;
 
     // Ends the program.

@@ -48,8 +48,8 @@ private:
 };
 
 // The span of a text that is known from the shown page. `place` has the text and its position there, which may differ
-// from the position in the document. Of several spans with the text, the nearest to the position. Missing if the text
-// does not occur.
+// from the position in the document. Of several spans with the text, the nearest to the position. Returns nullopt if
+// the text does not occur.
 std::optional<TextSpan> placeOfText(const ChapterUnits& units, const MarkAnchor& place);
 
 }

@@ -29,8 +29,8 @@ struct AnnotationSet {
 
 // A new set about a book.
 AnnotationSet annotationSetAbout(const MarkedBook& book);
-// Parses a file. Missing if it is no JSON object with items. Marks without an identifier get one. Marks with a repeated
-// identifier are put into `others`. Any thread.
+// Parses a file. Returns nullopt if it is no JSON object with items. Marks without an identifier get one. Marks with a
+// repeated identifier are put into `others`. Thread-safe.
 std::optional<AnnotationSet> annotationSetFrom(std::string_view json);
 // The file's bytes.
 std::string annotationText(const AnnotationSet& set);

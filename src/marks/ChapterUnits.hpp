@@ -9,7 +9,7 @@
 namespace pagora {
 
 // A document's text with positions in three units: bytes, Unicode characters, and places. Places are UTF-16 units
-// without white space, as in `ChapterText`. Any thread.
+// without white space, as in `ChapterText`. Thread-safe.
 class ChapterUnits {
 public:
     // UTF-8.

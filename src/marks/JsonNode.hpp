@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// A JSON value that preserves the order of members and the digits of numbers. Any thread.
+// A JSON value that preserves the order of members and the digits of numbers. Thread-safe.
 struct JsonNode {
     enum class Kind { Null, Boolean, Number, Text, Array, Object };
     Kind kind = Kind::Null;

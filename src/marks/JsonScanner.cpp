@@ -29,7 +29,7 @@ bool isSecondHalf(char32_t unit)
     return unit >= 0xDC00 && unit < 0xE000;
 }
 
-// Whether the text has the syntax of a JSON number.
+// Returns whether the text has the syntax of a JSON number.
 bool isNumber(std::string_view text)
 {
     std::size_t at = text.starts_with('-') ? 1 : 0;

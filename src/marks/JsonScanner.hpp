@@ -16,7 +16,7 @@ namespace pagora {
 inline constexpr std::size_t maxJsonDepth = 64;
 inline constexpr std::size_t maxJsonNodes = 20'000;
 
-// Missing if the text is no JSON or exceeds the limits. Unpaired surrogates become U+FFFD.
+// Returns nullopt if the text is no JSON or exceeds the limits. Unpaired surrogates become U+FFFD.
 std::optional<JsonNode> jsonNodeFrom(std::string_view text);
 // The source texts of the outermost members of a JSON object, or elements of a JSON array. Missing if the text is no
 // object or array. Only the depth is limited.
@@ -30,12 +30,13 @@ public:
     // The text outlives it.
     explicit JsonScanner(std::string_view text);
 
-    // Parses one value into the node, or skips it if the node is null. False if it is malformed or exceeds the limits.
+    // Parses one value into the node, or skips it if the node is null. Returns false if it is malformed or exceeds the
+    // limits.
     bool read(JsonNode* node) { return value(node, 0); }
     // Skips an object or an array and calls `take` with the source text of each element and its name in an object.
     using Take = std::function<void(std::string name, std::string_view json)>;
     bool skipThrough(JsonNode::Kind kind, const Take& take);
-    // Whether only white space is left.
+    // Returns whether only white space is left.
     bool isAtEnd();
 
 private:

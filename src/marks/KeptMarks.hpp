@@ -14,12 +14,12 @@ namespace pagora {
 
 struct KeptMark {
     Mark mark;
-    // Missing if the text was not found in the book.
+    // Nullopt if the text was not found in the book.
     std::optional<MarkAnchor> anchor;
 };
 
 // Marks in the order of the book; marks without a place are last. Immutable: copies share their data, so that other
-// threads can work with one; a change makes a new list that shares the marks. Any thread.
+// threads can work with one; a change makes a new list that shares the marks. Thread-safe.
 class KeptMarks {
 public:
     using Pointer = std::shared_ptr<const KeptMark>;
@@ -33,7 +33,7 @@ public:
     const std::vector<Pointer>& pointers() const { return *_list; }
     // The marks in a spine document.
     std::span<const Pointer> inChapter(std::size_t chapter) const;
-    // Null if no mark has that identifier.
+    // Returns null if no mark has that identifier.
     const KeptMark* find(const std::string& id) const;
 
     // A list in which this mark is added or replaces the mark with its identifier, and one without that identifier.

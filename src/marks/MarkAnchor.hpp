@@ -29,7 +29,7 @@ struct MarkedDocuments {
 
     // The value of `MarkedText::source` for that document.
     std::string sourceOf(std::size_t chapter) const;
-    // The index of the document with that source; missing if the book has none.
+    // The index of the document with that source; nullopt if the book has none.
     std::optional<std::size_t> chapterOf(const std::string& source) const;
 };
 

@@ -15,7 +15,7 @@
 namespace pagora {
 
 // The marks of the open book and their places in it. Files are read and written in the background, one change after the
-// other. Destroying this does not cancel pending writes. Main thread.
+// other. Destroying this does not cancel pending writes. Main thread only.
 class MarkStore {
 public:
     // `archive` is the book's file. Without one, for a book that is not in the library, nothing is stored.
@@ -31,7 +31,7 @@ public:
     const KeptMarks& makersMarks() const { return _makersMarks; }
     // The reason why marks are not saved or a file was renamed, in one line; otherwise empty.
     const std::string& problem() const { return _problem; }
-    // Whether all changes are on the disk.
+    // Returns whether all changes are on the disk.
     bool isSaved() const { return _steps.empty() && _isSaved; }
     bool keepsMarks() const { return _archive.has_value(); }
 

@@ -32,12 +32,12 @@ enum class ExportFormat { Annotation, Markdown, Html };
 // What a file's name asks for: ".md", ".html", or else ".annotation".
 ExportFormat exportFormatOf(const std::string& path);
 
-// The marks of a book in that format: quote, note, chapter and place. Texts of marks are escaped. Any thread.
+// The marks of a book in that format: quote, note, chapter and place. Texts of marks are escaped. Thread-safe.
 std::string exportedMarks(ExportFormat format, const MarkedBook& book, const std::vector<ExportedMark>& marks,
     const MarksFilter& filter = {});
 
-// Whether a set belongs to another book: the book's identifier is not among those of the set, or, if one of the two has
-// none, the titles differ.
+// Returns whether a set belongs to another book: the book's identifier is not among those of the set, or, if one of the
+// two has none, the titles differ.
 bool isAboutAnotherBook(const AnnotationSet& set, const MarkedBook& book);
 
 }

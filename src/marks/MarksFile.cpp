@@ -38,7 +38,7 @@ private:
     FileDescriptor _folder;
 };
 
-// Whether it is not one of the placeholders for a missing text.
+// Returns whether it is not one of the placeholders for a missing text.
 bool isKnown(const std::string& text)
 {
     return text != "<not found>" && text != "<unknown>";

@@ -18,13 +18,13 @@ struct MarksOnDisk {
     std::vector<Mark> marks;
     // The reason of a failure, in one line; otherwise empty.
     std::string problem;
-    // Whether the changes are in the file and flushed to the disk.
+    // True if the changes are in the file and flushed to the disk.
     bool isSaved = false;
 };
 
 // The file of a book's marks, beside its archive: the archive's name with the extension "annotation". Other programs
-// may change it, so each change is applied to the current content. Reads and writes the disk. Any thread, one at a
-// time.
+// may change it, so each change is applied to the current content. Reads and writes the disk. Use each object on one
+// thread at a time.
 class MarksFile {
 public:
     MarksFile(const std::string& archive, MarkedBook book);

@@ -5,7 +5,7 @@
 namespace pagora {
 
 // The folder of the package document of an unpacked book, according to its container; `bookFolder` if the container
-// does not name one. Reads the disk. Any thread.
+// does not name one. Reads the disk. Thread-safe.
 std::string packageFolderOf(const std::string& bookFolder);
 
 }

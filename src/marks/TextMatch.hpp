@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// String searches in time linear in the length of the text. Any thread.
+// String searches in time linear in the length of the text. Thread-safe.
 
 // Calls `found` with the start of each occurrence, also overlapping ones, until it returns false.
 void findEach(std::u16string_view text, std::u16string_view pattern, const std::function<bool(std::size_t)>& found);
@@ -19,8 +19,8 @@ struct ApproximateMatch {
     std::size_t end = 0;
     std::size_t changes = 0;
 };
-// The match with the smallest edit distance. If several have it, the match that ends nearest to `near`. Missing if the
-// distance exceeds a quarter of the pattern's length, or if the pattern is too short. Only the last
+// The match with the smallest edit distance. If several have it, the match that ends nearest to `near`. Returns nullopt
+// if the distance exceeds a quarter of the pattern's length, or if the pattern is too short. Only the last
 // `maxApproximateLength` units of the pattern are compared.
 std::optional<ApproximateMatch> closestMatch(std::u16string_view text, std::u16string_view pattern, std::size_t near);
 

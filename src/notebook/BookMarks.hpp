@@ -19,7 +19,7 @@
 namespace pagora {
 
 // Controller of the open book's marks: paints those of the shown chapter, fills the list, and adds, changes and removes
-// marks. Marks are named by numbers. Main thread.
+// marks. Marks are named by numbers. Main thread only.
 class BookMarks {
 public:
     // All arguments outlive it.

@@ -20,11 +20,12 @@ struct BookToExport {
     std::vector<std::pair<std::string, std::string>> contents;
 };
 
-// The names of the archives in a folder that have a file of marks, without their extension. Reads the disk; any thread.
+// The names of the archives in a folder that have a file of marks, without their extension. Reads the disk.
+// Thread-safe.
 std::set<std::string> namesWithMarks(const std::string& folder);
 
 // Writes the marks of a book that match the filter to a new file in the folder. Returns the number of marks, or nothing
-// if the book's file could not be read or the new file could not be written. Blocks on the disk. Any thread.
+// if the book's file could not be read or the new file could not be written. Blocks on the disk. Thread-safe.
 std::optional<std::size_t> exportMarksOf(const BookToExport& book, const MarksExportRequest& request);
 
 }

@@ -13,11 +13,11 @@
 
 namespace pagora {
 
-// Numbers identifiers in the order of the first request. Any thread.
+// Numbers identifiers in the order of the first request. Thread-safe.
 class MarkNumbers {
 public:
     std::size_t numberOf(const std::string& id);
-    // Missing if no identifier has that number.
+    // Returns nullopt if no identifier has that number.
     std::optional<std::string> idOf(std::size_t number) const;
 
 private:
@@ -38,9 +38,9 @@ struct MarksToList {
 };
 
 // The lines of the marks that match the filter, with a heading for each chapter. Long texts are truncated. Takes time
-// proportional to the number of marks; call it in the background. Any thread.
+// proportional to the number of marks; call it in the background. Thread-safe.
 std::vector<MarkLine> linesOf(const MarksToList& given);
-// The new lines, and how many at both ends are the same as before. Any thread.
+// The new lines, and how many at both ends are the same as before. Thread-safe.
 ListedMarks listedAfter(const MarkLines& before, std::vector<MarkLine> lines);
 
 // The text that represents a mark; for a bookmark the text after it. Empty on a page without text.

@@ -22,7 +22,7 @@ struct MarksHooks {
     std::function<void(const PressedMark& mark)> isPressed;
 };
 
-// A reader that shows marks in its pages. Main thread.
+// A reader that shows marks in its pages. Main thread only.
 class MarkedReader {
 public:
     virtual ~MarkedReader() = default;

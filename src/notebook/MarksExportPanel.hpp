@@ -15,7 +15,7 @@ struct MarksExportRequest {
     std::string folder;
 };
 
-// Asks which marks of the library are exported, and shows the progress of the export. Main thread.
+// Asks which marks of the library are exported, and shows the progress of the export. Main thread only.
 class MarksExportPanel {
 public:
     virtual ~MarksExportPanel() = default;

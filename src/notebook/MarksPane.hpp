@@ -48,7 +48,7 @@ struct ListedMarks {
     std::size_t sameAtEnd = 0;
 };
 
-// The list of all marks of a book, shown instead of the contents. Main thread.
+// The list of all marks of a book, shown instead of the contents. Main thread only.
 class MarksPane {
 public:
     virtual ~MarksPane() = default;

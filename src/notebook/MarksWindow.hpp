@@ -16,11 +16,11 @@ struct EditedMark {
     std::string color;
     std::string text;
     std::string note;
-    // Whether the note gets the keyboard focus.
+    // True if the note gets the keyboard focus.
     bool asksForNote = false;
 };
 
-// The parts of a reader window that show marks. Main thread.
+// The parts of a reader window that show marks. Main thread only.
 class MarksWindow {
 public:
     virtual ~MarksWindow() = default;

@@ -11,7 +11,7 @@ public:
     // Sets the distance of a touch from its start.
     void moveTo(double x, double y);
 
-    // Whether the gesture is horizontal so far and long enough to be intended.
+    // Returns whether the gesture is horizontal so far and long enough to be intended.
     bool isHorizontal() const;
 
     // The horizontal speed in points per second if lifting the fingers now turns a page; 0 otherwise.

@@ -24,8 +24,8 @@ struct PageSelection {
     Rect lastLine;
 };
 
-// What a page tells of its selection: the way, the number of boxes, the boxes, the two lines and the text. Missing
-// where that is not all there.
+// What a page tells of its selection: the way, the number of boxes, the boxes, the two lines and the text. Returns
+// nullopt if that is not all there.
 std::optional<PageSelection> pageSelectionFrom(std::istream& words);
 
 }

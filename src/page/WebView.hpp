@@ -21,9 +21,9 @@ struct DataSource {
     Url url;
     // Counts the loads of the main frame from 1. A report of an earlier load than the page view's current one is stale.
     std::uint64_t load = 0;
-    // Whether the resource is the page's document, not one of the resources that it uses.
+    // True if the resource is the page's document, not one of the resources that it uses.
     bool isMainResource = true;
-    // Whether other resources of the load are still awaited.
+    // True if other resources of the load are still awaited.
     bool isLoading = false;
 };
 
@@ -31,11 +31,11 @@ struct DataSource {
 struct PageStart {
     // CSS that applies from the page's first line on, in addition to what scripts set later.
     std::string styleSheet;
-    // Whether the page is shown as soon as its beginning is drawn, because the reader opens it there.
+    // True if the page is shown as soon as its beginning is drawn, because the reader opens it there.
     bool isShownAtOnce = false;
     // The number of columns that the scripts will set; below two, they set only the width.
     std::int32_t columnCount = 1;
-    // Of the text where the page does not say, as "en" or "pt-BR"; empty where it is not known.
+    // Of the text where the page does not say, as "en" or "pt-BR"; empty if it is not known.
     std::string language = {};
 };
 
@@ -56,7 +56,7 @@ struct PressedMark {
     Rect place;
 };
 
-// Receives the reports of a load. Main thread.
+// Receives the reports of a load. Main thread only.
 class WebViewDelegate {
 public:
     virtual ~WebViewDelegate() = default;
@@ -73,7 +73,7 @@ public:
     virtual void didCommitLoad(const DataSource& source) { }
     // The user has clicked a link to another place of the book. Called before the navigation.
     virtual void pageFollowsLink() { }
-    // The user points at a reference to a note; missing when the user no longer does.
+    // The user points at a reference to a note; nullopt if the user no longer does.
     virtual void pointsAtLink(const std::optional<PointedLink>& link) { }
     // The person has selected text and asks what can be done with it, or the text is no longer selected or seen.
     virtual void selectionDidChange(const std::optional<PageSelection>& selection) { }
@@ -89,7 +89,7 @@ public:
 };
 
 // The page view: one document at a time, shown by the rendering engine. A page cannot be scrolled by the user, only by
-// evaluated scripts. Scripts run in a world of their own, which the page's scripts do not see. Main thread.
+// evaluated scripts. Scripts run in a world of their own, which the page's scripts do not see. Main thread only.
 class WebView {
 public:
     virtual ~WebView() = default;
@@ -108,8 +108,7 @@ public:
     virtual std::uint64_t loadRequest(const Url& url) = 0;
     virtual std::uint64_t currentLoad() const = 0;
 
-    // Runs the script in the shown document. The reply is its result as a text; empty when the script fails or times
-    // out.
+    // Runs the script in the shown document. The reply is its result as a text; empty if the script fails or times out.
     virtual Reply<std::string> evaluateScript(const std::string& script) = 0;
 
     // Makes a fixed-layout page visible and answers when it has been drawn, or after a moment if it is not drawn.
@@ -128,7 +127,8 @@ public:
     virtual void showUntilDrawn(const PagePicture& picture) { }
     // Nothing is under way: the page is as it would be opened again.
     virtual void pageRests() { }
-    // A picture of the page that rests. Missing when it is not drawn yet, or no longer as it would be opened again.
+    // A picture of the page that rests. Returns nullopt if it is not drawn yet, or no longer as it would be opened
+    // again.
     virtual std::optional<PagePicture> pictureAtRest() { return std::nullopt; }
     // An action of the person is about to change the page: it is shown, whatever of it is still to come.
     virtual void personActs() { }
@@ -144,13 +144,15 @@ public:
     virtual void makeFirstResponder() = 0;
 };
 
-// Parses a page's message about a reference: how it was pointed at, its box and its URL. Missing when it is incomplete.
+// Parses a page's message about a reference: how it was pointed at, its box and its URL. Returns nullopt if it is
+// incomplete.
 std::optional<PointedLink> pointedLinkFrom(std::istream& words);
 
-// What a page tells of a mark that is pressed: its number and the place, in words. Missing where that is not all there.
+// What a page tells of a mark that is pressed: its number and the place, in words. Returns nullopt if that is not all
+// there.
 std::optional<PressedMark> pressedMarkFrom(std::istream& words);
 
-// The result of the script as a whole number; 0 when it is not a number.
+// The result of the script as a whole number; 0 if it is not a number.
 Task<std::int64_t> evaluateInteger(WebView& webView, std::string script);
 // Runs the script and ignores its result.
 Task<void> evaluate(WebView& webView, std::string script);

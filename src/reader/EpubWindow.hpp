@@ -56,7 +56,7 @@ struct ReaderWindowActions : SearchActions, SelectionActions {
     std::function<void()> goToNote;
 };
 
-// The common controls of reader windows, named as in their layouts. Main thread.
+// The common controls of reader windows, named as in their layouts. Main thread only.
 class ReaderWindow {
 public:
     virtual ~ReaderWindow() = default;
@@ -77,7 +77,7 @@ public:
     virtual void setNothingToShow(bool isNothing) { }
     // Shows a loading indicator if loading takes longer than a moment. Optional.
     virtual void setLoading(bool isLoading) { }
-    // Whether jumps lead back from the page that is shown, and on. A window may leave that out.
+    // Returns whether jumps lead back from the page that is shown, and on. A window may leave that out.
     virtual void setWay(bool leadsBack, bool leadsOn) { }
     // The numbers of the pages of the printed edition, in order. A window may leave that out.
     virtual void setPrintedPages(const std::vector<std::string>& labels) { }

@@ -15,7 +15,8 @@ struct SeenPage {
     bool operator==(const SeenPage&) const = default;
 };
 
-// The way through a book by jumps: the pages that were left by one, and those that the way back has left. Main thread.
+// The way through a book by jumps: the pages that were left by one, and those that the way back has left. Main thread
+// only.
 class JumpHistory {
 public:
     // A jump leaves this page. There is no way on from here.

@@ -9,10 +9,10 @@ namespace pagora {
 
 // Selects the requests that are passed to the desktop: those for a server or another program. A request of the page
 // itself is passed once per book and only up to a number, so that a page cannot flood the desktop. Both readers use it.
-// Main thread.
+// Main thread only.
 class LeavingLinks {
 public:
-    // Whether to pass this request on; it then counts as passed.
+    // Returns whether to pass this request on; it then counts as passed.
     bool take(const Url& url, RequestedBy requestedBy);
     // Starts anew for another book.
     void clear() { _taken.clear(); }

@@ -8,7 +8,7 @@
 namespace pagora {
 
 // The location slider and the label beside it, as both readers use them: the label grows to the left into the slider.
-// Main thread.
+// Main thread only.
 class LocationBar {
 public:
     LocationBar(TextField& locLabel, Slider& locSlider)

@@ -4,7 +4,7 @@
 
 namespace pagora {
 
-// State shared by all reader windows, so that an intent survives the load that carries it out. Main thread.
+// State shared by all reader windows, so that an intent survives the load that carries it out. Main thread only.
 struct ReaderState {
     // The next finished load places the reader at `readAmount` of the chapter.
     bool restorePositionPending = false;

@@ -9,7 +9,7 @@ namespace pagora {
 
 class ReaderWindow;
 
-// The selected text of the page in a reader window: shows the window's bar beside it, and copies it. Main thread.
+// The selected text of the page in a reader window: shows the window's bar beside it, and copies it. Main thread only.
 class SelectedText {
 public:
     // The window outlives this.

@@ -15,7 +15,7 @@ class EpubController;
 class RunLoop;
 
 // The search in the open book. Searches all chapters for the typed text, lists the results by chapter and highlights
-// those of the shown chapter. Main thread.
+// those of the shown chapter. Main thread only.
 class BookSearch {
 public:
     // All of them outlive it.
@@ -37,7 +37,7 @@ public:
     void goToPrevious() { step(-1); }
     // Shows the contents again and removes the highlights.
     void end();
-    // Whether something is searched for.
+    // Returns whether something is searched for.
     bool isActive() const { return _isActive; }
 
 private:

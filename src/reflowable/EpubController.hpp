@@ -29,13 +29,13 @@ namespace pagora {
 
 // The reflowable reader: shows one spine document at a time as a strip of columns and moves through it page by page.
 // Actions of the user and reports of the page run one after another on its queue. Owned by its window controller. Main
-// thread.
+// thread only.
 class EpubController : public WebViewDelegate, public ContentsDelegate, public MarkedReader {
 public:
     EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& state, RunLoop& runLoop);
     ~EpubController() override;
 
-    // Starts a book: its spine documents as file URLs in reading order, and its contents, missing when there are none.
+    // Starts a book: its spine documents as file URLs in reading order, and its contents, nullopt if there are none.
     // Settings and position set before are taken up; null and 0 mean the reader's own defaults.
     void loadSplits(std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent);
     // A book is about to be started: the person's actions wait for its first page.
@@ -131,7 +131,7 @@ public:
     void setNumberOfColumns(std::int32_t columns) { _settings.numberOfColumns = columns; }
     std::int32_t pageWidth() const { return _settings.pageWidth; }
     bool dragging() const { return _dragging; }
-    // Whether no action, report or chapter is still under way.
+    // Returns whether no action, report or chapter is still under way.
     bool isSettled() const { return _queue.isIdle() && !_queue.actionsAreHeld(); }
     ColorView& bgView() { return _window.bgView(); }
 
@@ -239,7 +239,7 @@ private:
     DisplaySettings _settings;
     KeptPlace _place;
     LocationChanges _locationChanges;
-    // Whether a chapter has ever been laid out.
+    // True if a chapter has ever been laid out.
     bool _pageIsShown = false;
     std::string _bookLanguage;
     LeavingLinks _leavingLinks;

@@ -13,7 +13,7 @@
 namespace pagora {
 
 // A reflowable reader's window and the controller that it owns. The hub makes one for each book that is opened and
-// drops it at closing. Main thread.
+// drops it at closing. Main thread only.
 class EpubWindowController {
 public:
     EpubWindowController(std::unique_ptr<EpubWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub);

@@ -11,11 +11,11 @@ namespace pagora {
 // The state of jumps: their history and the destination of the last one.
 struct Jumps {
     JumpHistory history;
-    // The shown page; missing while it is not a page of the book.
+    // The shown page; nullopt while it is not a page of the book.
     std::optional<SeenPage> seenPage;
     // The document of the shown page, in the book or not.
     std::optional<Url> shownDocument;
-    // Whether the last jump came from the slider. Its moves count as one jump.
+    // True if the last jump came from the slider. Its moves count as one jump.
     bool isSeeking = false;
     // The destination to keep visible until the user navigates.
     std::optional<PlaceInChapter> landing;

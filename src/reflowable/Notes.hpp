@@ -13,7 +13,7 @@ class EpubController;
 class EpubWindow;
 
 // Shows the notes that references of the page lead to, without leaving the page. Their text is read from the book's
-// file in the background. Main thread.
+// file in the background. Main thread only.
 class Notes {
 public:
     // All of them outlive it.

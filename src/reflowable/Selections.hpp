@@ -10,7 +10,7 @@ class EpubController;
 class EpubWindow;
 class ReaderHub;
 
-// The selected text of a reflowable book, which can be searched for and looked up. Main thread.
+// The selected text of a reflowable book, which can be searched for and looked up. Main thread only.
 class Selections : public SelectedText {
 public:
     // All of them outlive it.

@@ -11,7 +11,7 @@ namespace pagora {
 
 // The application object: one instance, to which later starts pass their files. A start that cannot reach the first
 // instance, without a bus, exits at once. Creates the hub and its environment, and passes launch, files and exit on.
-// Main thread.
+// Main thread only.
 class Application final : public Gtk::Application {
 public:
     // What it is started for, as far as that is known.

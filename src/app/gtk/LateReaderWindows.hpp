@@ -12,7 +12,7 @@ class ReaderModule;
 class RunLoop;
 class Toplevel;
 
-// Creates reader windows by the module, which it loads when a window is made or prepared. Main thread.
+// Creates reader windows by the module, which it loads when a window is made or prepared. Main thread only.
 class LateReaderWindows : public ReaderWindowFactory {
 public:
     // See ReaderWindowFactoryGtk. The module outlives it.

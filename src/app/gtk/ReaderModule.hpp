@@ -14,7 +14,7 @@ class RunLoop;
 class Toplevel;
 
 // The part of the program that shows books, in a file of its own with the libraries of the page engine. These take
-// about as long to load as all others together. The module stays loaded until the program ends. Main thread.
+// about as long to load as all others together. The module stays loaded until the program ends. Main thread only.
 class ReaderModule {
 public:
     // Begins to load the module on another thread, unless that was done.

@@ -9,7 +9,7 @@
 
 namespace pagora {
 
-// The window that lists the program's keys, as the action "app.shortcuts". Main thread.
+// The window that lists the program's keys, as the action "app.shortcuts". Main thread only.
 class ShortcutsHelp {
 public:
     // Adds the action and its key to the application, which outlives it, as `parent` does. The list comes up over

@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// Two page views in one place, for the window of the layout "FixedLayout". Main thread.
+// Two page views in one place, for the window of the layout "FixedLayout". Main thread only.
 class PreparedPagesGtk final : public PreparedPages {
 public:
     PreparedPagesGtk(ReaderPage shown, ReaderPage spare);

@@ -11,7 +11,7 @@
 
 namespace pagora {
 
-// An alert over a window: texts, and buttons from left to right, of which the first has the focus. Main thread.
+// An alert over a window: texts, and buttons from left to right, of which the first has the focus. Main thread only.
 class AlertWindow {
 public:
     struct Button {

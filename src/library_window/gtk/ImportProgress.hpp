@@ -14,7 +14,7 @@
 namespace pagora {
 
 // The controls that show the progress of an import: the strip of the library window, and the progress window. Main
-// thread.
+// thread only.
 class ImportProgress {
 public:
     // The layout "LibraryWindow". `stop` is called by the buttons of the strip and of the window, `changed` when one of

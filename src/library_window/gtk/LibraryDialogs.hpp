@@ -15,7 +15,7 @@
 
 namespace pagora {
 
-// The dialogs over the library window. None of them blocks. Main thread.
+// The dialogs over the library window. None of them blocks. Main thread only.
 class LibraryDialogs {
 public:
     using Chosen = std::function<void(std::optional<std::vector<std::string>>)>;

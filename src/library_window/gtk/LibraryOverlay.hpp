@@ -12,7 +12,7 @@
 namespace pagora {
 
 // The overlay over the books in the library window: the page of an empty library, the page of a search without result,
-// and the drop target. Main thread.
+// and the drop target. Main thread only.
 class LibraryOverlay {
 public:
     // The layout "LibraryWindow".

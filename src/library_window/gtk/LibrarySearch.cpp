@@ -28,7 +28,7 @@ void perform(const Action& action)
         action();
 }
 
-// Whether the key writes something by itself, or begins to. A space selects the book that has the focus.
+// Returns whether the key writes something by itself, or begins to. A space selects the book that has the focus.
 bool isWriting(guint key, Gdk::ModifierType state)
 {
     const auto others = Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::ALT_MASK | Gdk::ModifierType::SUPER_MASK

@@ -17,7 +17,7 @@
 namespace pagora {
 
 // The search bar of the library window, its button, and the menu that orders the books. Together they give the query
-// that filters and sorts the views. Main thread.
+// that filters and sorts the views. Main thread only.
 class LibrarySearch {
 public:
     // The layout "LibraryWindow".

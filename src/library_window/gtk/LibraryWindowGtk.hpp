@@ -23,7 +23,7 @@
 namespace pagora {
 
 // The layout "LibraryWindow": the library, which shares the toplevel, and the small windows over that. Library views
-// are dropped before it. Main thread.
+// are dropped before it. Main thread only.
 class LibraryWindowGtk : public LibraryWindow {
 public:
     // The toplevel and the run loop outlive it. Without an application, for tests, the toplevel holds the program's
@@ -66,7 +66,7 @@ public:
     LibraryDialogs& dialogs() { return _dialogs; }
     // The toplevel's.
     Gtk::Window& window() { return _mainWindow.window(); }
-    // The widget that has the outlet's name in the layout; null when there is none.
+    // The widget that has the outlet's name in the layout; null if there is none.
     template <typename Widget>
     Widget* outlet(const char* name)
     {

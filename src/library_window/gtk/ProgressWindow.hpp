@@ -7,7 +7,7 @@
 namespace pagora {
 
 // A window that is shown only if it has been ordered front for `delay` milliseconds: a short job does not flash a
-// window that takes the keyboard for a moment. Main thread.
+// window that takes the keyboard for a moment. Main thread only.
 class ProgressWindow : public DesktopWindow {
 public:
     static constexpr unsigned delay = 250;
@@ -21,7 +21,7 @@ public:
     void orderFront() override;
     void makeKeyAndOrderFront() override;
     void orderOut() override;
-    // Whether it has been ordered front; it may not be shown yet.
+    // Returns whether it has been ordered front; it may not be shown yet.
     bool isVisible() const override { return _isOrderedFront; }
 
 private:

@@ -13,7 +13,7 @@
 namespace pagora {
 
 // The context menu of a toolbar: how its buttons look. The items are "Icon and Text", "Icon Only", "Text Only", "Use
-// Small Size" and "Customize Toolbar…", in this order. Main thread.
+// Small Size" and "Customize Toolbar…", in this order. Main thread only.
 class ToolBarMenu : public Menu {
 public:
     explicit ToolBarMenu(Gtk::Widget& toolBar);

@@ -26,7 +26,7 @@ int classicKeyCode(guint key, guint hardwareKey)
     }
 }
 
-// Whether the key edits the text of a field; `passing` leaves Control and A to the library.
+// Returns whether the key edits the text of a field; `passing` leaves Control and A to the library.
 bool isEditingText(Gtk::Window& window, int keyCode, Gtk::Widget* passing)
 {
     auto* const focus = window.get_focus();

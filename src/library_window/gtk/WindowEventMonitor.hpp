@@ -10,7 +10,7 @@
 namespace pagora {
 
 // Receives key presses and left-button presses of the watched windows before any control. Key presses that edit text in
-// a field are left to it. Main thread.
+// a field are left to it. Main thread only.
 class WindowEventMonitor {
 public:
     WindowEventMonitor() = default;

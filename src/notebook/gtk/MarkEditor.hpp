@@ -18,7 +18,7 @@
 namespace pagora {
 
 // The popover of a mark in the colours of the page: colour, note, copy, remove. The note is saved when it closes. Main
-// thread.
+// thread only.
 class MarkEditor {
 public:
     struct Actions {
@@ -58,7 +58,7 @@ private:
     bool _isFilling = false;
 };
 
-// The ribbon of a bookmark and a message line, in an overlay above the page. Main thread.
+// The ribbon of a bookmark and a message line, in an overlay above the page. Main thread only.
 class MarkSigns {
 public:
     // The overlay outlives it.

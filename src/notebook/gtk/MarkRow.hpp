@@ -9,7 +9,7 @@
 
 namespace pagora {
 
-// One row of the list of marks: a heading, or a mark with its note. Main thread.
+// One row of the list of marks: a heading, or a mark with its note. Main thread only.
 class MarkRow : public Gtk::Box {
 public:
     MarkRow();

@@ -14,7 +14,7 @@
 
 namespace pagora {
 
-// The window in which the user selects marks of the library for an export. Main thread.
+// The window in which the user selects marks of the library for an export. Main thread only.
 class MarksExportWindow : public MarksExportPanel {
 public:
     // It is modal for the parent, which outlives it.

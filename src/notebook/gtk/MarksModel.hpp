@@ -7,7 +7,7 @@
 namespace pagora {
 
 // The lines of the list of marks as a list model of the toolkit. Items are made on request and are empty: rows show the
-// line at their position. Main thread.
+// line at their position. Main thread only.
 //
 // The interface is the first base class, so that it is registered before the object is made.
 class MarksModel : public Gio::ListModel, public Glib::Object {

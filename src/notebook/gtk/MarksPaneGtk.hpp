@@ -23,7 +23,7 @@
 namespace pagora {
 
 // The list of marks with a filter, in the contents pane of a layout, and the switch between contents and marks. Both
-// are hidden while search results are shown. Main thread.
+// are hidden while search results are shown. Main thread only.
 class MarksPaneGtk : public MarksPane {
 public:
     // Widgets of the layout: the pane, the widget above the switch, the contents, and the search results. They outlive

@@ -13,7 +13,7 @@
 namespace pagora {
 
 // The parts of a reader window for marks: the list in its pane, the editor of a mark, and the signs above its page.
-// Main thread.
+// Main thread only.
 class WindowMarks {
 public:
     // Widgets of the layout. They outlive it.

@@ -8,7 +8,7 @@
 namespace pagora {
 
 // Converts the engine's events into reports: the document first, then its resources, and only for the current load.
-// Main thread.
+// Main thread only.
 class LoadReports {
 public:
     // `closing` repeats the document's report at the end of the load, for delegates that wait until nothing is loading.

@@ -15,7 +15,7 @@ namespace pagora {
 enum class PageKind { Columns, Fixed };
 
 // What a page view adds to its pages: style sheets, scripts and the book's content filter. It also decides whether
-// pages run scripts of their own. Main thread.
+// pages run scripts of their own. Main thread only.
 class PageContent {
 public:
     // The view and the filters outlive it.

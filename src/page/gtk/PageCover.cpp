@@ -12,7 +12,7 @@ graphene_rect_t placeOf(GtkWidget* page)
     return gtk_widget_compute_bounds(page, gtk_widget_get_parent(page), &place) ? place : graphene_rect_t {};
 }
 
-// Renders the drawing to a texture at full resolution; null when the page is not on a screen.
+// Renders the drawing to a texture at full resolution; null if the page is not on a screen.
 GObjectPtr<GdkTexture> pictureOf(GtkWidget* page, GskRenderNode* drawing, const graphene_rect_t& place)
 {
     GtkNative* const native = gtk_widget_get_native(page);

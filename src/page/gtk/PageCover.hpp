@@ -7,7 +7,7 @@
 namespace pagora {
 
 // Drawn in place of a page that is not ready: a picture of the previous page, a picture that was given, or nothing, so
-// that the background shows. Keeps the last drawing of the page. Main thread.
+// that the background shows. Keeps the last drawing of the page. Main thread only.
 class PageCover {
 public:
     PageCover() = default;
@@ -24,7 +24,7 @@ public:
     // one of the toolkit's. Nothing changes where the page is not covered.
     void give(GObjectPtr<GdkTexture> picture, int scale);
     void withdraw() { _given = {}; }
-    // Whether it draws a picture that was given.
+    // Returns whether it draws a picture that was given.
     bool drawsGiven(GtkWidget* page) const;
 
     // A picture of the page as it would be drawn now. Missing when it is not on a screen, or not drawn pixel by pixel.

@@ -9,7 +9,7 @@
 
 namespace pagora {
 
-// Covers a page until it is laid out and painted. Main thread.
+// Covers a page until it is laid out and painted. Main thread only.
 class PageCurtain {
 public:
     // Both outlive it.
@@ -42,7 +42,7 @@ private:
 
     WebKitWebView* _view;
     PageFrame& _frame;
-    // Whether the page that is loaded is not laid out yet.
+    // True if the page that is loaded is not laid out yet.
     bool _isUnprepared = false;
     bool _isInHurry = false;
     // Counts the requests to report the painting.

@@ -15,7 +15,7 @@
 namespace pagora {
 
 // Contains the engine's widget: allocates it within the margins, reports size changes, and intercepts input that would
-// scroll the page. Main thread.
+// scroll the page. Main thread only.
 class PageFrame final : public Gtk::Widget {
 public:
     // `child` is shown until the frame goes.
@@ -44,7 +44,7 @@ public:
     // Hides the child. It is still drawn off screen, so that it is up to date when it is shown.
     void setConcealed(bool isConcealed);
     bool isConcealed() const { return _isConcealed; }
-    // Whether a control in the page needs the keys that would otherwise scroll.
+    // Returns whether a control in the page needs the keys that would otherwise scroll.
     void setPageTakesKeys(bool takes) { _pageTakesKeys = takes; }
     bool pageTakesKeys() const { return _pageTakesKeys; }
     // Draws the page as it was drawn last, or nothing, until it is uncovered.

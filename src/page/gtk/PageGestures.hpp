@@ -9,7 +9,7 @@
 namespace pagora {
 
 // Intercepts gestures before the page gets them: everything that scrolls or zooms on a touchpad, and horizontal
-// one-finger drags on a touchscreen. Reports those that turn a page. Main thread.
+// one-finger drags on a touchscreen. Reports those that turn a page. Main thread only.
 class PageGestures {
 public:
     // `page` outlives this and delivers no events afterwards.

@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// Decides whether a page is loaded again after its engine has stopped. Main thread.
+// Decides whether a page is loaded again after its engine has stopped. Main thread only.
 class PageRecovery {
 public:
     ~PageRecovery() { _soon.disconnect(); }
@@ -20,7 +20,7 @@ public:
     struct Attempt {
         // False when the page has crashed the engine too often.
         bool isAllowed;
-        // Whether the page may run its own scripts.
+        // True if the page may run its own scripts.
         bool allowsScripts;
     };
     Attempt nextAttempt();

@@ -16,7 +16,7 @@ namespace pagora {
 // The name of the script world that the page's own scripts do not see.
 inline constexpr const char* pageWorld = "pagora";
 
-// Evaluates scripts in a page view and tracks the pending ones. Main thread.
+// Evaluates scripts in a page view and tracks the pending ones. Main thread only.
 class PageScripts {
 public:
     // A script that takes longer than `timeout` seconds calls `onTimeout` and returns an empty text. `onSlow` is called

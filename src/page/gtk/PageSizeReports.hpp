@@ -8,7 +8,7 @@
 namespace pagora {
 
 // Reports a new size of the page's frame once the page has the same size, or after a timeout if the page does not
-// answer. Main thread.
+// answer. Main thread only.
 class PageSizeReports {
 public:
     explicit PageSizeReports(std::function<void()> report)

@@ -14,7 +14,7 @@ namespace pagora {
 
 // Takes the picture of a page that rests, so that it can be shown when the book is opened there again. The picture is
 // taken a moment after the page was drawn, or when it is asked for; not while the page shows what would not be there
-// again, such as selected text. Main thread.
+// again, such as selected text. Main thread only.
 class RestingPage {
 public:
     // Both outlive it.
@@ -40,7 +40,7 @@ private:
     WebKitWebView* _view;
     PageFrame& _frame;
     std::uint64_t _lastRequest = 0;
-    // Whether it is drawn and was not touched since.
+    // True if it is drawn and was not touched since.
     bool _isDrawn = false;
     GObjectPtr<GdkTexture> _picture;
     int _scale = 1;

@@ -19,8 +19,8 @@ void setProperty(WebKitWebView* view, GtkAccessibleProperty property, const std:
     gtk_accessible_update_property(GTK_ACCESSIBLE(view), property, text.c_str(), -1);
 }
 
-// Whether assistive technology gets the page itself. From GTK 4.14 on the engine puts the page's tree below its widget
-// as soon as its process has one. The function is newer than the oldest toolkit, so it is looked up at run time.
+// Returns whether assistive technology gets the page itself. From GTK 4.14 on the engine puts the page's tree below its
+// widget as soon as its process has one. The function is newer than the oldest toolkit, so it is looked up at run time.
 bool hasOwnTree(WebKitWebView* view)
 {
     using FirstChild = GtkAccessible* (*)(GtkAccessible*);

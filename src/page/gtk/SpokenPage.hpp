@@ -13,7 +13,7 @@ namespace pagora {
 
 // Provides the visible text of a page to assistive technology as the description of the engine's widget, which has the
 // keyboard focus. The widget's name holds book and chapter. The text is collected when the page is idle, so that it
-// does not delay page turns. Not used where the engine provides the accessible tree of the page. Main thread.
+// does not delay page turns. Not used where the engine provides the accessible tree of the page. Main thread only.
 class SpokenPage {
 public:
     explicit SpokenPage(WebKitWebView* view);
@@ -44,7 +44,7 @@ private:
     std::string _text;
     std::string _description;
     bool _isCollecting = false;
-    // Whether the page may have changed since the last request.
+    // True if the page may have changed since the last request.
     bool _isOutdated = false;
     sigc::connection _rest;
     // Expires with this object, for replies that come later.

@@ -9,7 +9,7 @@
 namespace pagora {
 
 // The rendering engine configured for books: nothing is kept between runs, and no file outside the books' folder is
-// read. One instance; it outlives its page views. Main thread.
+// read. One instance; it outlives its page views. Main thread only.
 class PageEngine {
 public:
     struct Options {
@@ -43,7 +43,7 @@ private:
     GObjectPtr<WebKitWebContext> _context;
     BookFilter _filter;
     GObjectPtr<WebKitWebView> _warmView;
-    // Whether the first page is loaded.
+    // True if the first page is loaded.
     bool _isWarm = false;
 };
 

@@ -23,7 +23,7 @@ namespace pagora {
 
 // The page view on top of the engine's widget. A load of a page that the page itself asked for (a link within the book)
 // and the reload after a crash of the engine count as loads of their own. Made by a `PageEngine`, which outlives it.
-// Main thread.
+// Main thread only.
 class PageView final : public WebView {
 public:
     // `scriptTimeout`, in seconds, is the limit for a script, for the start of a page and for the images of a fixed
@@ -62,7 +62,7 @@ public:
     void personActs() override { _curtain.hurry(); }
     // The colour behind the page.
     void setBackground(const Color& color);
-    // Called with the background of the page's document; missing where it has none.
+    // Called with the background of the page's document; nullopt if it has none.
     void setGroundHandler(std::function<void(const std::optional<Color>& ground)> handler);
     // Provides the page's accessible name from its document's title.
     void setNamer(std::function<std::string(const std::string& title)> namer) { _spoken.setNamer(std::move(namer)); }
@@ -70,11 +70,11 @@ public:
     void setNotice(const std::string& notice) { _spoken.setNotice(notice); }
     void nameMayHaveChanged() { _spoken.pageMayHaveChanged(); }
     const SpokenPage& spoken() const { return _spoken; }
-    // Whether a control of the page has the keyboard.
+    // Returns whether a control of the page has the keyboard.
     bool pageTakesKeys() const { return _frame.pageTakesKeys(); }
-    // Whether the page shows a picture as large as the view, which the Escape key takes away.
+    // Returns whether the page shows a picture as large as the view, which the Escape key takes away.
     bool pageTakesEscape() const { return _document.takesEscape; }
-    // Whether the text runs from right to left, and the pages with it.
+    // Returns whether the text runs from right to left, and the pages with it.
     bool runsRightToLeft() const { return _document.runsRightToLeft; }
 
     void setTextSizeMultiplier(double multiplier) override;
@@ -157,7 +157,7 @@ private:
     PageSizeReports _sizes;
     PageRecovery _recovery;
 
-    // Whether the engine is still loading the page that warms it up.
+    // True if the engine is still loading the page that warms it up.
     bool _isWarmingUp;
     Stage _stage = Stage::Idle;
     // The URL that the engine was given last, and that of the page that it shows.

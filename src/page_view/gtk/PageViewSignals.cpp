@@ -48,7 +48,7 @@ bool isTooLong(const char* uri)
 struct WatchedResource {
     std::weak_ptr<PageView*> owner;
     std::uint64_t load;
-    // Whether the resource belongs to the page as rewritten by the forgiving parser.
+    // True if the resource belongs to the page as rewritten by the forgiving parser.
     bool isForgiven;
     bool ended = false;
 };

@@ -10,7 +10,7 @@
 namespace pagora {
 
 // Sets the colours of the bars around a page: those of the theme, or in the original theme the background of the book's
-// own page. Owned by the reader window, of which the program has one at a time. Main thread.
+// own page. Owned by the reader window, of which the program has one at a time. Main thread only.
 class BarColors {
 public:
     // `whole` contains the bars and outlives this.
@@ -21,7 +21,7 @@ public:
 
     // The background of the theme. The page's own background is forgotten when the theme changes.
     void setTheme(const Color& background);
-    // The background that the page's document has; missing where it has none.
+    // The background that the page's document has; nullopt if it has none.
     void setGround(const std::optional<Color>& ground);
 
 private:

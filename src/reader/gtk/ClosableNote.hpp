@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// A notice in a line of a reader window, with a button that closes it. Main thread.
+// A notice in a line of a reader window, with a button that closes it. Main thread only.
 class ClosableNote : public Gtk::Box {
 protected:
     ClosableNote();

@@ -10,7 +10,7 @@
 namespace pagora {
 
 // A line that says that the book's scripts are disabled because this system does not allow confinement, with an
-// explanation in a popover. Main thread.
+// explanation in a popover. Main thread only.
 class ConfinementNote : public ClosableNote {
 public:
     // `whenDone`: the user has closed the line or the explanation.

@@ -9,7 +9,7 @@
 namespace pagora {
 
 // A bar at an edge of a reader window: the header bar or the location. In full screen it overlays `area`, and is
-// revealed by the pointer at its edge or by a key. Main thread.
+// revealed by the pointer at its edge or by a key. Main thread only.
 class EdgeBar {
 public:
     enum class Edge : bool { Top, Bottom };
@@ -22,7 +22,7 @@ public:
     void setFullScreen(bool isFullScreen);
     // Keeps it revealed in full screen.
     void setCalled(bool isCalled);
-    // Whether it is visible; outside of full screen always.
+    // Returns whether it is visible; outside of full screen always.
     bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
 
 private:

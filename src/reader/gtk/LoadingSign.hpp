@@ -4,7 +4,7 @@
 
 namespace pagora {
 
-// The loading indicator over the page; shown if loading takes longer than a moment. Main thread.
+// The loading indicator over the page; shown if loading takes longer than a moment. Main thread only.
 class LoadingSign {
 public:
     // `sign` belongs to a layout that outlives this and is hidden at first.

@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// The bar at selected text and the marks of a reader window. Main thread.
+// The bar at selected text and the marks of a reader window. Main thread only.
 class MarkedPage {
 public:
     // Whether the window's layout has a search.

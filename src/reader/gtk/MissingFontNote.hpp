@@ -7,14 +7,14 @@
 
 namespace pagora {
 
-// The notice that no installed font has the letters of a book's language. Main thread.
+// The notice that no installed font has the letters of a book's language. Main thread only.
 class MissingFontNote : public ClosableNote {
 public:
     // `whenDone`: the user has closed the line.
     MissingFontNote(const std::string& language, std::function<void()> whenDone);
 };
 
-// Whether no font has the language and the notice was not shown yet. True once a language and session.
+// Returns whether no font has the language and the notice was not shown yet. True once a language and session.
 bool isMissingFontUntold(const std::string& language);
 
 }

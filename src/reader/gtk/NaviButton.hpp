@@ -9,7 +9,8 @@
 
 namespace pagora {
 
-// A page button: a strip over the page's edge that is transparent except while the pointer is over it. Main thread.
+// A page button: a strip over the page's edge that is transparent except while the pointer is over it. Main thread
+// only.
 class NaviButton : public Button, public WidgetControl {
 public:
     // A click is sent through the queue.

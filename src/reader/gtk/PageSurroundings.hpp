@@ -16,7 +16,7 @@
 namespace pagora {
 
 // The texts around the page: chapter and page number below, the notice for a book without contents, and the message for
-// a book without pages. Main thread.
+// a book without pages. Main thread only.
 class PageSurroundings {
 public:
     // Widgets of the layout, which outlive this: the content, the location bar, the contents pane, the page area.
@@ -37,7 +37,7 @@ public:
     void setChapter(const std::string& name);
     // Counted from 1; nothing is shown where the count is 0.
     void setPageOfChapter(std::int64_t page, std::int64_t count);
-    // The last page number and count; missing while none is shown.
+    // The last page number and count; nullopt while none is shown.
     std::optional<std::pair<std::int64_t, std::int64_t>> pageOfChapter() const { return _pageOfChapter; }
     // Without contents, a line says so in their place.
     void setHasContents(bool hasContents);

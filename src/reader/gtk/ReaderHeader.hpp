@@ -15,7 +15,7 @@
 
 namespace pagora {
 
-// The header bar of a reader window. In full screen it overlays the page. Main thread.
+// The header bar of a reader window. In full screen it overlays the page. Main thread only.
 class ReaderHeader {
 public:
     explicit ReaderHeader(const Glib::RefPtr<Gtk::Builder>& layout);
@@ -38,7 +38,7 @@ public:
     void setFullScreen(bool isFullScreen);
     // Keeps it revealed in full screen.
     void setCalled(bool isCalled) { _edge.setCalled(isCalled); }
-    // Whether it is visible; outside of full screen always.
+    // Returns whether it is visible; outside of full screen always.
     bool isRevealed() const { return _edge.isRevealed(); }
 
 private:

@@ -51,7 +51,7 @@ enum class ReaderFocus {
 // The direction in which pages follow one another.
 enum class PageDirection { LeftToRight, RightToLeft };
 
-// The command of a key with these modifiers for that focus; missing when the focused control gets the key.
+// The command of a key with these modifiers for that focus; nullopt if the focused control gets the key.
 std::optional<ReaderCommand> readerCommand(
     guint keyval, Gdk::ModifierType state, ReaderFocus focus, PageDirection direction);
 

@@ -8,7 +8,7 @@
 namespace pagora {
 
 // The widgets of a reader window, built from a layout resource. Building them takes much of the time to open a window
-// and can be done in advance. Main thread.
+// and can be done in advance. Main thread only.
 class ReaderLayout {
 public:
     explicit ReaderLayout(const std::string& name);

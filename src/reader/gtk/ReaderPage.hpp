@@ -25,7 +25,7 @@ struct ReaderPage {
     // Whether the pages run from right to left.
     std::function<bool()> runsRightToLeft = {};
     std::function<void(const Color& color)> setBackground = {};
-    // Sets what is called with the background of the page's document; missing where it has none.
+    // Sets what is called with the background of the page's document; nullopt if it has none.
     std::function<void(std::function<void(const std::optional<Color>& ground)> handler)> setGroundHandler = {};
     // The namer is called at once and whenever the shown text changes or the name may have changed, with the title of
     // the page's document.
@@ -36,7 +36,7 @@ struct ReaderPage {
     RunLoop* runLoop = nullptr;
     // Replaces the page's accessible text; an empty text restores it.
     std::function<void(const std::string& notice)> setNotice = {};
-    // Whether its processes are confined. Otherwise the book's scripts are disabled and the user is told.
+    // True if its processes are confined. Otherwise the book's scripts are disabled and the user is told.
     bool isConfined = true;
 };
 

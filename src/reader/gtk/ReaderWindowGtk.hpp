@@ -22,7 +22,7 @@
 namespace pagora {
 
 // The common parts of both reader windows: header bar, contents pane, page with its buttons, location bar, full screen
-// and keys. Destroying it drops actions that have not run yet. Main thread.
+// and keys. Destroying it drops actions that have not run yet. Main thread only.
 class ReaderWindowGtk {
 public:
     ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, ReaderPage page);
@@ -84,7 +84,7 @@ private:
     bool perform(ReaderCommand command);
     ReaderFocus focusKind();
     std::string bookTitle() const;
-    // The chapter by its entry in the contents or by its own title; empty where that is the book's.
+    // The chapter by its entry in the contents or by its own title; empty if that is the book's.
     std::string chapterName() const;
     std::string nameOfPage() const;
     void fullScreenDidChange(bool isFullScreen);

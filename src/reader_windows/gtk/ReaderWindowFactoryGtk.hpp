@@ -18,7 +18,7 @@ class Toplevel;
 struct ReaderPage;
 
 // Creates reader windows, each with a page view. The engine starts with the first window or when it is prepared.
-// Without confinement, books are shown without their own scripts. Main thread.
+// Without confinement, books are shown without their own scripts. Main thread only.
 class ReaderWindowFactoryGtk : public ReaderWindowFactory {
 public:
     // Books are unpacked below `temporaryFolder`, and the engine compiles there too. The windows share the toplevel,

@@ -125,7 +125,7 @@ void EpubWindowGtk::search()
     _parts.send(&ReaderWindowActions::search, _searchField.stringValue(), words);
 }
 
-// Whether there was a search to end.
+// Returns whether there was a search to end.
 bool EpubWindowGtk::endSearch()
 {
     if (!_searchPane.isShown() && _searchField.stringValue().empty())

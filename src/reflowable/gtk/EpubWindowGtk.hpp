@@ -13,7 +13,7 @@
 
 namespace pagora {
 
-// The window of the layout "EpubWindow": a reader window with display options and a search field. Main thread.
+// The window of the layout "EpubWindow": a reader window with display options and a search field. Main thread only.
 class EpubWindowGtk : public MarkedWindowRole<EpubWindow> {
 public:
     // The name of its layout.

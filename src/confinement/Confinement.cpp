@@ -28,7 +28,7 @@ constexpr const char* shutIn = "0";
 constexpr const char* notShutIn = "1";
 constexpr auto lookInterval = std::chrono::milliseconds(5);
 
-// A seccomp filter that allows everything: some kernels have no filters.
+// Opens a seccomp filter that allows everything. The test uses it, because some kernels lack seccomp filters.
 FileDescriptor openFilter()
 {
     FileDescriptor file(::memfd_create("filter", MFD_CLOEXEC));
@@ -38,7 +38,7 @@ FileDescriptor openFilter()
     return file;
 }
 
-// The arguments with which the engine starts a page process. The confined program is one that the engine needs too.
+// The arguments with which the engine starts a page process. The confined program is one that the engine also needs.
 std::vector<std::string> arguments(const std::string& program, int filter)
 {
     std::vector<std::string> all = { program, "--die-with-parent", "--unshare-uts", "--unshare-pid", "--unshare-ipc",
@@ -49,7 +49,7 @@ std::vector<std::string> arguments(const std::string& program, int filter)
     return all;
 }
 
-// The process id; 0 when the process could not be started.
+// Returns the process id; 0 if the process could not be started.
 pid_t start(const std::string& program, const FileDescriptor& filter)
 {
     auto texts = arguments(program, filter.get());
@@ -72,7 +72,7 @@ pid_t start(const std::string& program, const FileDescriptor& filter)
     return started ? process : 0;
 }
 
-// Whether the process exits successfully within the timeout.
+// Returns whether the process exits successfully within the timeout.
 bool endsWell(pid_t process, double timeout)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeout);

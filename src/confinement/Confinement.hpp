@@ -7,18 +7,18 @@
 
 namespace pagora {
 
-// Whether the page processes are confined: they see the unpacked books and no other file of the user.
+// Whether the page processes are confined to the unpacked books and cannot access other files of the user.
 enum class Confinement : bool { None, Full };
 
 // Tests whether the page engine can confine its processes on this system, by starting a trivial program in the same
-// way. Many containers, chroots and AppArmor rules forbid it. Runs once, on a thread of its own; the destructor waits
-// for it. Any thread, one at a time.
+// way. Many containers, chroots and AppArmor rules forbid it. Runs once on its own thread; the destructor waits for it.
+// Use each object on one thread at a time.
 class ConfinementProbe {
 public:
     struct Options {
         // The confining program: a path, or a name that is searched in PATH.
         std::string program = "bwrap";
-        // Seconds after which the test counts as failed.
+        // Timeout of the test in seconds.
         double timeout = 5;
     };
 
@@ -29,21 +29,21 @@ public:
     explicit ConfinementProbe(Options options);
 
     bool isKnown() const { return _isKnown; }
-    // Waits for the result, at most as long as the timeout.
+    // Waits for the result, at most until the timeout.
     Confinement result();
 
 private:
     Options _options;
     std::atomic<bool> _isKnown = false;
     Confinement _result = Confinement::None;
-    // Last, so that the other members exist while its thread runs.
+    // Declared last, so the other members exist while its thread runs.
     Worker _worker;
 };
 
-// Allocates the environment variable that controls the engine's confinement, so that changing it later is safe beside
-// other threads. Called before there are any.
+// Allocates the environment variable that controls the engine's confinement, so that later changes are safe while other
+// threads run. Called before other threads exist.
 void prepareConfinementSwitch();
-// Whether the user has disabled the engine's confinement by that variable.
+// Returns whether the user has disabled the engine's confinement with that variable.
 bool isConfinementSwitchedOff();
 
 // Disables the confinement for contexts that are created during its lifetime.

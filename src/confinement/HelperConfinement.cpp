@@ -98,7 +98,7 @@ bool confineFiles(const std::vector<std::string>& folders)
     return ::syscall(landlock::restrictSelf, ruleset.get(), 0) == 0;
 }
 
-// System calls that no code that reads a book needs, with the numbers of this architecture.
+// System calls that reading a book does not need, with the numbers of this architecture.
 constexpr long refusedCalls[] = {
     SYS_socket,
     SYS_socketpair,
@@ -137,7 +137,7 @@ constexpr long refusedCalls[] = {
     SYS_swapoff,
     SYS_acct,
     SYS_open_by_handle_at,
-    // The same numbers on all architectures: pidfd_send_signal, io_uring, the new mount calls, pidfd_getfd.
+    // These have the same numbers on all architectures: pidfd_send_signal, io_uring, the new mount calls, pidfd_getfd.
     424,
     425,
     426,
@@ -192,7 +192,7 @@ bool confineSizes(const HelperConfinement& confinement)
 {
     bool all = limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, confinement.fileBytes);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && !defined(PAGORA_FUZZING)
-    // Sanitizers reserve far more memory than they use.
+    // Sanitizers reserve far more address space than they use.
     all = limit(RLIMIT_DATA, confinement.memoryBytes) && all;
 #endif
     return all;

@@ -23,7 +23,7 @@ std::string framed(std::string_view message)
     return bytes.append(message);
 }
 
-// Control data for one open file.
+// Buffer for the control data of one file descriptor.
 union FileRoom {
     cmsghdr header;
     std::array<char, CMSG_SPACE(sizeof(int))> bytes;
@@ -81,7 +81,7 @@ std::optional<std::size_t> MessageReader::size() const
 MessageReader::State MessageReader::readSome(int socket)
 {
     std::array<char, pieceBytes> buffer;
-    // Read no further than the end of this message.
+    // Do not read beyond the end of this message.
     const auto wanted = size() ? sizeBytes + *size() - _bytes.size() : sizeBytes - _bytes.size();
     iovec piece { buffer.data(), std::min(buffer.size(), wanted) };
     msghdr message {};

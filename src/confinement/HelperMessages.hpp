@@ -10,15 +10,15 @@
 namespace pagora {
 
 // Messages between the program and its helper processes over a socket: a length and that many bytes. A message can
-// carry an open file. One thread at a time for each end.
+// carry an open file. Each end must be used on one thread at a time.
 
 // Longer messages are errors.
 constexpr std::size_t maxMessageBytes = std::size_t { 8 } << 20;
 
-// Sends a message, with an open file unless that is -1. False when the other side is gone.
+// Sends a message, with an open file unless `file` is -1. Returns false if the other end is closed.
 bool sendMessage(int socket, std::string_view message, int file = -1);
 
-// Where confinement forbids sendmsg, the other side uses write.
+// Sends a message with write, for processes that may not call sendmsg.
 bool writeMessage(int socket, std::string_view message);
 
 // Assembles a message from the bytes received so far.
@@ -26,9 +26,9 @@ class MessageReader {
 public:
     enum class State { Waiting, Whole, Gone };
 
-    // Reads the available bytes; waits for the first one.
+    // Reads the available bytes. Blocks until the first byte.
     State readSome(int socket);
-    // The message, once it is whole, and the file that came with it.
+    // Returns a complete message, and the file that was sent with it.
     std::string takeMessage();
     FileDescriptor takeFile() { return std::move(_file); }
 

@@ -23,7 +23,7 @@ namespace {
 // The interval at which the budget is checked.
 constexpr int watchMilliseconds = 50;
 
-// What a program whose libraries are missing ends with.
+// Exit status of a program whose libraries are missing.
 constexpr int notLoaded = 127;
 
 std::chrono::nanoseconds durationOf(const timespec& time)
@@ -31,7 +31,7 @@ std::chrono::nanoseconds durationOf(const timespec& time)
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
-// Starts the program with that socket as its input; 0 on failure.
+// Starts the program with that socket as its standard input. Returns 0 on failure.
 pid_t spawned(const std::string& program, const std::vector<std::string>& arguments, int socket)
 {
     posix_spawn_file_actions_t files;
@@ -107,7 +107,7 @@ std::optional<std::string> HelperProcess::ask(std::string_view message, int file
 {
     if (_isEnded())
         return std::nullopt;
-    // A process that exited since its last answer is restarted; that is not this question's fault.
+    // A process that exited after its last answer is restarted; this request did not cause the exit.
     const bool isFresh = _process == 0;
     if (!start())
         return std::nullopt;

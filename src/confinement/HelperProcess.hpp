@@ -17,42 +17,42 @@ namespace pagora {
 struct HelperBudget {
     // Processor time.
     std::chrono::milliseconds processorTime;
-    // Elapsed time, waits for the disk included.
+    // Elapsed time, including waits for the disk.
     std::chrono::milliseconds time;
     // Resident memory.
     std::uint64_t residentBytes;
 };
 
-// A helper program that answers one question at a time in a process of its own and is killed when an answer exceeds its
-// budget. It starts with the first question and again after it was killed. One thread at a time.
+// A helper program that answers one request at a time in a separate process. It is killed if an answer exceeds its
+// budget. It starts with the first request, and again after it was killed. Use each object on one thread at a time.
 class HelperProcess {
 public:
-    // `program` is in this program's folder or where it is installed. Once `isEnded` returns true, on any thread, a
-    // question in progress is given up soon and no other is asked.
+    // `program` is in this program's folder or where it is installed. When `isEnded`, which may be called on any
+    // thread, returns true, a running request is soon abandoned and no other one is sent.
     HelperProcess(std::string program, std::function<bool()> isEnded);
     ~HelperProcess();
     HelperProcess(const HelperProcess&) = delete;
     HelperProcess& operator=(const HelperProcess&) = delete;
 
-    // The program's arguments; a change ends a running process.
+    // Sets the program's arguments. A change ends a running process.
     void setArguments(std::vector<std::string> arguments);
 
-    // Sends a message, with an open file unless that is -1, and waits for the answer. Missing when the process ends
-    // before it has answered, or had to be ended.
+    // Sends a message, with an open file unless `file` is -1, and waits for the answer. Returns nullopt if the process
+    // exits or is killed before it answers.
     std::optional<std::string> ask(std::string_view message, int file, const HelperBudget& budget);
-    // False when the last question has no answer because the program, or a library that it needs, is not there or may
-    // not be started.
+    // Returns false if the last request failed because the program, or a library that it needs, is missing or may not
+    // be started.
     bool couldStart() const { return _couldStart; }
 
-    // Ends the process; the next question starts another one.
+    // Ends the process. The next request starts another one.
     void end();
-    // 0 when none runs.
+    // Returns the process id; 0 if no process is running.
     pid_t process() const { return _process; }
 
     // Resources used by the last process, including its children.
     struct Usage {
         std::chrono::milliseconds processorTime {};
-        // At its peak.
+        // Peak resident memory.
         std::uint64_t residentBytes = 0;
     };
     const Usage& usage() const { return _usage; }
@@ -73,7 +73,7 @@ private:
     FileDescriptor _socket;
 };
 
-// The path of a helper program.
+// Returns the path of a helper program.
 std::string helperPath(const std::string& program);
 
 }

@@ -11,7 +11,7 @@ constexpr double maxResources = 5000;
 constexpr double maxBytes = 1e6;
 // Per document.
 constexpr int maxResourcesOfPage = 20000;
-// How many resources another message counts as, so that a slow machine does not hide a flood.
+// The number of resources that another message is charged as, so that a slow machine does not hide a flood.
 constexpr int resourcesForAMessage = 10;
 
 double limitOf(MessageBudget::Message message)

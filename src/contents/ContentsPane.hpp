@@ -16,15 +16,15 @@ namespace pagora {
 struct ContentsEntry {
     std::optional<std::string> text;
     Url src;
-    // 1 for the outermost.
+    // 1 for the outermost level.
     std::int32_t level = 0;
 };
 
-// The last path component of the URL followed directly by its fragment, if it has one.
+// Returns the last path component of the URL, followed directly by its fragment if it has one.
 std::string contentsKey(const Url& url);
 
-// The table of contents of an open book: one link an entry, the one of the page shown highlighted. Both readers use it.
-// Main thread.
+// The table of contents of an open book: one link for each entry; the entry of the current page is highlighted. Used by
+// both readers. Main thread only.
 class ContentsPane {
 public:
     // The view and the delegate must outlive the pane.
@@ -40,14 +40,14 @@ public:
     void removeAllLinks();
     // Builds one link for each entry that has a text, from the top down, and scrolls to the top.
     void loadTOC(const std::vector<ContentsEntry>& entries);
-    // Makes the entry of that key the active one and scrolls it toward the middle of a split view of this height, in
-    // points. An unknown key changes nothing.
+    // Activates the entry with that key and scrolls it toward the middle of a split view of this height, in points.
+    // Ignores unknown keys.
     void updateTOClinkWithKey(const std::string& key, double splitViewHeight);
 
-    // Contents key to entry index.
+    // Maps contents keys to entry indexes.
     const std::map<std::string, std::int64_t>& tocTagDict() const { return _tocTagDict; }
     void clearTocTagDict() { _tocTagDict.clear(); }
-    // Entries times the height of a link, in points.
+    // The number of entries times the height of a link, in points.
     std::uint64_t tocContentHeight() const { return _tocContentHeight; }
     const std::vector<std::unique_ptr<tocLinkTextField>>& links() const { return _links; }
 

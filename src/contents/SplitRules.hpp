@@ -7,10 +7,11 @@
 namespace pagora {
 
 // The rules for the widths of the contents pane and the page, for both readers. The pane is at least `minPaneWidth` and
-// at most half of the window. It keeps its width when the window is resized, as far as these limits allow. Main thread.
+// at most half of the window. It keeps its width when the window is resized, as far as these limits allow. Main thread
+// only.
 class SplitRules : public SplitViewDelegate {
 public:
-    // `didLayOut` is called after the divider moved, when `followDivider` says so, and after each resize.
+    // `didLayOut` is called after each resize, and after the divider moved if `followDivider` is Yes.
     enum class FollowDivider : bool { No, Yes };
     SplitRules(SplitView& splitView, FollowDivider followDivider, std::function<void()> didLayOut);
     ~SplitRules() override;

@@ -7,9 +7,9 @@ namespace pagora {
 // The minimum width of the contents and of the page, in points.
 inline constexpr int minPaneWidth = 200;
 
-// Two panes side by side: contents (subview 0) and page (subview 1), with a divider that the user drags. The view asks
-// its delegate where the divider may go and how the panes share a new size. Points, origin at the bottom left. Main
-// thread.
+// Two panes side by side: contents (subview 0) and page (subview 1), with a divider that the user drags. The delegate
+// limits the divider and divides a new size among the panes. Coordinates are points with the origin at the bottom left.
+// Main thread only.
 class SplitViewDelegate {
 public:
     virtual ~SplitViewDelegate() = default;
@@ -17,9 +17,9 @@ public:
     virtual double constrainMinCoordinate(double proposed, int divider) const = 0;
     virtual double constrainMaxCoordinate(double proposed, int divider) const = 0;
     virtual bool shouldHideDividerAtIndex(int divider) const = 0;
-    // The position of the divider for a drag to `proposed`.
+    // Returns the position of the divider for a drag to `proposed`.
     virtual double constrainSplitPosition(double proposed, int divider) = 0;
-    // Lays the panes out in the split view's present frame.
+    // Lays out the panes in the split view's present frame.
     virtual void resizeSubviewsWithOldSize(const Size& oldSize) = 0;
 };
 

@@ -9,19 +9,19 @@ namespace pagora {
 
 class tocLinkTextField;
 
-// The contents pane on screen: a tall view of links inside a scrolled, smaller one. Coordinates are points with the
-// origin at the bottom left of the tall view. It draws the links as their fields say. Main thread.
+// The contents pane on screen: a tall view of links inside a smaller scrolled area. Coordinates are points with the
+// origin at the bottom left of the tall view. Draws the links as their fields say. Main thread only.
 class TocView {
 public:
     virtual ~TocView() = default;
     virtual Rect frame() const = 0;
     virtual void setFrame(const Rect& frame) = 0;
-    // Height of the area through which the tall view is seen.
+    // Returns the height of the visible area.
     virtual double clipHeight() const = 0;
     virtual void removeAllSubviews() = 0;
-    // The links belong to the contents pane and stay until they are removed.
+    // Adds links, which belong to the contents pane and stay until they are removed.
     virtual void addSubviews(const std::vector<tocLinkTextField*>& links) = 0;
-    // The link with this tag must be redrawn.
+    // Redraws the link with this tag.
     virtual void setNeedsDisplay(std::int64_t tag) = 0;
     // Scrolls the point to the bottom left of the visible area, or as far as possible.
     virtual void scrollToPoint(double x, double y) = 0;

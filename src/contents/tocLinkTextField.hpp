@@ -28,7 +28,8 @@ struct ContentsLinks {
     void deactivateActive();
 };
 
-// One line of the contents pane. The pane owns it; the view draws it and passes on pointer and key events. Main thread.
+// One line of the contents pane. The pane owns it; the view draws it and passes on pointer and key events. Main thread
+// only.
 class tocLinkTextField {
 public:
     static constexpr double height = 20;
@@ -43,9 +44,9 @@ public:
     const std::string& text() const { return _text; }
     const std::string& toolTip() const { return _text; }
     const Url& link() const { return _link; }
-    // Points before the first line's text.
+    // Indentation of the first line's text, in points.
     double firstLineHeadIndent() const { return _indent; }
-    // White; dimmer for a target inside a document.
+    // White, or dimmer for a target inside a document.
     Color textColor() const { return _link.fragment() ? Color::white(0.85) : Color::white(1); }
     const Color& backgroundColor() const { return _background; }
 
@@ -54,7 +55,7 @@ public:
 
     void mouseEntered();
     void mouseExited();
-    // A click, or the key that opens: makes it the active link and opens its target.
+    // Called for a click or the key that opens: activates the link and opens its target.
     void mouseDown();
 
     void setBackgroundColor(const Color& color);

@@ -8,7 +8,7 @@
 namespace pagora {
 
 // Interfaces of the windows' controls. Frames are in points of the parent view, with the origin at the bottom left.
-// Main thread. Controls belong to their window.
+// Main thread only. Controls belong to their window.
 
 class Control {
 public:
@@ -19,7 +19,7 @@ public:
     virtual bool isEnabled() const = 0;
     virtual Rect frame() const = 0;
     virtual void setFrame(const Rect& frame) = 0;
-    // Gives it the keyboard focus.
+    // Moves the keyboard focus to the control.
     virtual void makeFirstResponder() = 0;
 };
 
@@ -27,7 +27,7 @@ class TextField : public virtual Control {
 public:
     virtual void setStringValue(const std::string& text) = 0;
     virtual std::string stringValue() const = 0;
-    // The frame takes the width that the text needs; its origin stays.
+    // Sets the width that the text needs; the origin stays.
     virtual void sizeToFit() = 0;
 };
 
@@ -56,7 +56,7 @@ public:
     virtual float floatValue() const = 0;
     // Moves the knob without calling the action.
     virtual void setFloatValue(float value) = 0;
-    // Called with the event that moved the knob.
+    // Sets the action, which gets the event that moved the knob.
     virtual void setAction(std::function<void(EventType)> action) = 0;
 };
 
@@ -64,7 +64,7 @@ public:
 class SegmentedControl : public virtual Control {
 public:
     virtual int selectedSegment() const = 0;
-    // Selects without calling the action.
+    // Selects a segment without calling the action.
     virtual void setSelectedSegment(int segment) = 0;
     virtual int tag(int segment) const = 0;
     virtual void setAction(std::function<void()> action) = 0;
@@ -75,7 +75,7 @@ public:
     virtual void removeAllItems() = 0;
     virtual void addItem(const std::string& title) = 0;
     virtual void addSeparator() = 0;
-    // Selects without calling the action; nothing when no item has the title.
+    // Selects an item without calling the action. Does nothing if no item has the title.
     virtual void selectItemWithTitle(const std::string& title) = 0;
     virtual std::string titleOfSelectedItem() const = 0;
     virtual void setAction(std::function<void()> action) = 0;

@@ -8,10 +8,10 @@
 
 namespace pagora {
 
-// Books in catalogue order. One immutable list is shared by all who show it.
+// Books in catalogue order. All views share one immutable list.
 using BookArray = std::shared_ptr<const std::vector<BookInfoPtr>>;
 
-// Follows an array controller; the view on screen does. Main thread.
+// Observes an array controller. Implemented by the view on screen. Main thread only.
 class ArrayObserver {
 public:
     virtual ~ArrayObserver() = default;
@@ -19,19 +19,19 @@ public:
     virtual void selectionDidChange() = 0;
 };
 
-// The books that a library view shows and which of them are selected, as indexes in ascending order. Main thread.
+// The books that a library view shows and which of them are selected, as indexes in ascending order. Main thread only.
 class ArrayController {
 public:
-    // `observer` must outlive the controller's last change; null ends the following.
+    // `observer` must outlive the controller's last change; null removes the observer.
     void setObserver(ArrayObserver* observer) { _observer = observer; }
 
     const std::vector<BookInfoPtr>& content() const { return *_content; }
     const BookArray& contentArray() const { return _content; }
-    // Replaces the books; the selection is cleared with them.
+    // Replaces the books and clears the selection.
     void setContent(BookArray content);
 
     const std::vector<std::size_t>& selectionIndexes() const { return _selection; }
-    // Indexes beyond the content are left out.
+    // Ignores indexes beyond the content.
     void setSelectionIndexes(std::vector<std::size_t> indexes);
     void selectAll();
     std::vector<BookInfoPtr> selectedObjects() const;

@@ -18,10 +18,10 @@ namespace {
 // Separates the texts of a book. No search word contains it.
 constexpr char separator = '\n';
 
-// The number of books between two checks whether the result is still wanted.
+// The number of books between two calls of `isWanted`.
 constexpr std::size_t booksBetweenQuestions = 512;
 
-// Orders texts by their collation keys, bytewise. Missing texts come last.
+// Returns the collation key of a text. Keys are compared bytewise; the key of a missing text sorts last.
 std::string collationKey(const std::optional<std::string>& text)
 {
     if (standsForNone(text))

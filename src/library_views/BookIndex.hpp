@@ -11,7 +11,7 @@
 namespace pagora {
 
 // Finds and orders the books of one array. The folded texts of the books and the rank of each book in each order are
-// built on first use and kept. Any thread, one at a time.
+// computed on first use and cached. Use each object on one thread at a time.
 class BookIndex {
 public:
     explicit BookIndex(BookArray books)
@@ -22,7 +22,7 @@ public:
     const BookArray& books() const { return _books; }
     // Builds the texts for searches.
     void prepare();
-    // Calls `isWanted` from time to time. Returns nothing once it returns false.
+    // Calls `isWanted` from time to time and returns nullopt if it returns false.
     std::optional<ShownBooks> find(const BookQuery& query, const std::function<bool()>& isWanted);
 
 private:
@@ -30,7 +30,7 @@ private:
     using Key = std::function<std::string(const BookInfo&)>;
 
     bool hasAll(std::size_t index, const std::vector<std::string>& words) const;
-    // All books in that order; null for the order of the catalogue.
+    // Returns all books in the order of the query; null for the order of the catalogue.
     const Indexes* ordered(const BookQuery& query);
     Indexes sorted(const Key& key) const;
     Indexes byLastReading(const std::vector<BookInfoPtr>& lastRead) const;

@@ -14,7 +14,7 @@ struct BookMenuItem {
     bool isSeparator() const { return title.empty(); }
 };
 
-// A context menu of a library view, from the top down.
+// The items of a library view's context menu, from the top down.
 using BookMenu = std::vector<BookMenuItem>;
 
 }

@@ -15,20 +15,20 @@ enum class BookOrder {
     Title,
     // By author, then by title. Books without an author come last.
     Author,
-    // The book that was read last comes first. Books that were never read come last.
+    // Most recently read first. Books that were never read come last.
     LastRead,
 };
 
 // Selects and orders the books of a library view.
 struct BookQuery {
-    // Words from `searchWords`. A book matches when its title, author or identifier contains each of them.
+    // Words from `searchWords`. A book matches if its title, author or identifier contains each of them.
     std::vector<std::string> words;
     BookOrder order = BookOrder::AsAdded;
-    // For `LastRead`: the books that were read, the last one first.
+    // For `LastRead`: the books that were read, most recent first.
     std::vector<BookInfoPtr> lastRead;
 
     bool asksForAll() const { return words.empty(); }
-    // Whether all books are shown in the order of the catalogue.
+    // Returns whether all books are shown in the order of the catalogue.
     bool leavesAllInPlace() const { return asksForAll() && order == BookOrder::AsAdded; }
 };
 

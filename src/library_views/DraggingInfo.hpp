@@ -18,19 +18,19 @@ struct DragOperation {
 
 // A drag over a library view.
 struct DraggingInfo {
-    // Absolute paths in the order given; missing when the drag offers no file names.
+    // Absolute paths in the order of the drag; nullopt if the drag offers no file names.
     std::optional<std::vector<std::string>> fileNames;
     // The operations that the source allows.
     DragOperation::Mask sourceOperations = DragOperation::None;
 };
 
-// Accepts or refuses drags over a library view.
+// Accepts or rejects drags over a library view.
 class DropDelegate {
 public:
     virtual ~DropDelegate() = default;
-    // The operation of a drop: `Generic`, or none for a drag that is refused. Brings the program to the front.
+    // Returns the operation of a drop: `Generic`, or none for a rejected drag. Brings the program to the front.
     virtual DragOperation::Mask validateDrop(const DraggingInfo& drag) = 0;
-    // The reason of a refusal, for the user.
+    // Returns the reason of a rejection, for the user.
     virtual std::string whyRefused(const DraggingInfo& drag) const = 0;
     virtual bool prepareForDragOperation() const { return true; }
     // Imports all files of the drag. Always returns true.

@@ -5,7 +5,7 @@
 
 namespace pagora {
 
-// The grid of covers.
+// The controller of the grid of covers.
 class ImageViewController : public LibraryViewController {
 public:
     ImageViewController(LibraryViewHost& host, LibrarySelection& selection)
@@ -20,7 +20,7 @@ public:
     MyCollectionView& bookCollectionView() { return _bookCollectionView; }
     LibraryBookView& bookView() override { return _bookCollectionView; }
 
-    // Shows the books, none of them selected.
+    // Shows the books and selects none of them.
     void putBookImages(BookArray array)
     {
         books().setContent(std::move(array));

@@ -61,7 +61,7 @@ void LibraryBookView::removeItem()
     askAndTrash(removeItemText);
 }
 
-// The alert may outlive the view, but not the window and the hub.
+// The alert may outlive this view, so it refers only to the window and the hub.
 void LibraryBookView::askAndTrash(const std::string& text)
 {
     const auto book = _selection.selectedBook;

@@ -13,7 +13,7 @@
 namespace pagora {
 
 // The common part of the grid (MyCollectionView) and the list (MyTableView): context menus, confirmation before
-// removal, and the read button. Its controller owns it. Main thread.
+// removal, and the read button. Owned by its controller. Main thread only.
 class LibraryBookView : public LibraryViewSurface::Handler {
 public:
     LibraryBookView(
@@ -25,8 +25,7 @@ public:
     const BookMenu& popupMenu() const { return _popupMenu; }
     const BookMenu& removeMenu() const { return _removeMenu; }
 
-    // Asks the question in an alert, with `proceed` behind its second button. The book of the question is not shown in
-    // it.
+    // Shows the question in an alert; the second button calls `proceed`. `forBook` is not shown.
     void processAlert(const std::string& text, const BookInfoPtr& forBook, std::function<void()> proceed);
 
     void sendBookForReading();
@@ -38,7 +37,7 @@ public:
     // Enables the read button and stores the selected book when exactly one is selected.
     virtual void setToolbarReadButton() = 0;
 
-    // The view was refilled, which cleared the selection.
+    // Called after the view was refilled, which clears the selection.
     void setNoBookSelected() { setToolbarReadButton(nullptr); }
 
     bool multiSelection() const { return _multiSelection; }

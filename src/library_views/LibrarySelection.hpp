@@ -9,7 +9,7 @@ namespace pagora {
 
 // The selection in the library, shared by both views.
 struct LibrarySelection {
-    // The one book that menu actions act on; null unless exactly one is selected.
+    // The only selected book, on which menu actions operate; null unless exactly one is selected.
     BookInfoPtr selectedBook;
     // The grid's selection at the last click or key.
     std::vector<std::size_t> gridSelection;

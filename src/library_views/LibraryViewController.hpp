@@ -10,7 +10,7 @@
 namespace pagora {
 
 // The common base of the grid's and the list's controllers: books, their selection, the view and drops on it. Owned by
-// LibraryViews. Main thread.
+// LibraryViews. Main thread only.
 class LibraryViewController : public DropDelegate {
 public:
     LibraryViewController(const char* layout, LibraryViewHost& host);
@@ -18,7 +18,7 @@ public:
 
     void set_mainController(LibraryHub& hub);
 
-    // Refuses drags without an ".epub" file, and drags that allow only a copy.
+    // Rejects drags without an ".epub" file, and drags that allow only copying.
     DragOperation::Mask validateDrop(const DraggingInfo& drag) override;
     std::string whyRefused(const DraggingInfo& drag) const override;
     bool acceptDrop(const DraggingInfo& drag) override;
@@ -26,11 +26,11 @@ public:
     ArrayController& books() { return _books; }
     const ArrayController& books() const { return _books; }
     LibraryViewSurface& view() { return *_view; }
-    // The view that handles the user's input.
+    // Returns the view that handles the user's input.
     virtual LibraryBookView& bookView() = 0;
 
 protected:
-    // Connects the derived class's view to the user's input.
+    // Makes `view` the handler of the user's input.
     void listenWith(LibraryBookView& view) { _view->setHandler(&view); }
 
     LibraryHub* _mainController = nullptr;

@@ -13,26 +13,27 @@
 
 namespace pagora {
 
-// The widget of a library view. It shows the books of an array controller and keeps both selections equal. Main thread.
+// The widget of a library view. Shows the books of an array controller and keeps both selections equal. Main thread
+// only.
 class LibraryViewSurface {
 public:
     virtual ~LibraryViewSurface() = default;
 
-    // Gives it the keyboard focus.
+    // Moves the keyboard focus to the view.
     virtual void makeFirstResponder() = 0;
     // Shows the menu where the right button was last released, or at the focused item for a key that opens menus.
     virtual void popUpContextMenu(const BookMenu& menu) = 0;
 
     struct Handler {
         virtual ~Handler() = default;
-        // The user changed the selection.
+        // Called when the user has changed the selection.
         virtual void userDidSelect() = 0;
-        // A click of the left button on an item is about to change the selection.
+        // Called before a click of the left button on an item changes the selection.
         virtual void userWillClick() = 0;
-        // Called after each click on the view and each key that opens a book (Return counts as a double click), when
-        // the selection is up to date.
+        // Called after each click on the view and each key that opens a book (Return is treated as a double click),
+        // when the selection is up to date.
         virtual void mouseDown(int clickCount) = 0;
-        // The context menu of the item was requested; of no item for the empty part of the view.
+        // Called when the context menu of an item was requested; nullopt for the empty part of the view.
         virtual void rightMouseUp(std::optional<std::size_t> item) = 0;
     };
     virtual void setHandler(Handler* handler) = 0;
@@ -40,12 +41,13 @@ public:
     virtual void setDropDelegate(DropDelegate* delegate) = 0;
 };
 
-// The parts of the library window that the views use: their container and the controls that depend on them.
+// The parts of the library window that the views use: their container and the controls that depend on them. Main thread
+// only.
 class LibraryViewHost {
 public:
     virtual ~LibraryViewHost() = default;
 
-    // Builds the view of the layout "ImageView" (a grid of covers) or "TableView" (a list) over `books`. It is not
+    // Creates the view of the layout "ImageView" (a grid of covers) or "TableView" (a list) over `books`. It is not
     // shown yet.
     virtual std::unique_ptr<LibraryViewSurface> loadView(const char* layout, ArrayController& books) = 0;
     // Replaces the content of the window's content view by this view, in full size.
@@ -62,7 +64,7 @@ public:
     // Ends the search, so that all books are shown.
     virtual void endSearch() = 0;
 
-    // Whether one of the program's windows has the keyboard focus.
+    // Returns whether one of the program's windows has the keyboard focus.
     virtual bool isActive() const = 0;
     // Brings the program to the front.
     virtual void activateIgnoringOtherApps() = 0;

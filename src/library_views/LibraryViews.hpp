@@ -8,14 +8,14 @@
 
 namespace pagora {
 
-// The grid and the list. Only one exists at a time; switching builds the other. Main thread.
+// The grid and the list. Only one exists at a time; switching builds the other. Main thread only.
 class LibraryViews {
 public:
     // `bookList` returns the books for a new view.
     LibraryViews(LibraryViewHost& host, LibraryHub& hub, std::function<BookArray()> bookList);
     ~LibraryViews();
 
-    // Builds the grid, empty, as the first view shown.
+    // Creates the grid, empty, as the first view.
     void showFirstView();
 
     void takeImageView();
@@ -31,9 +31,9 @@ public:
     TableViewController* tableController() { return _tableController.get(); }
     // The controller of the view that is shown; null before the first.
     LibraryViewController* activeViewController() { return _activeViewController; }
-    // The view now placed in the window.
+    // Returns the view that is in the window.
     LibraryViewSurface* currentContentView() { return _currentContentView; }
-    // Whether the grid is shown.
+    // Returns whether the grid is shown.
     bool imageMode() const { return _imageMode; }
     LibrarySelection& selection() { return _selection; }
 

@@ -4,8 +4,8 @@
 
 namespace pagora {
 
-// Handles the user's input on the grid of covers. `multiSelection` says whether two or more books were selected at the
-// last click or key. Main thread.
+// Handles the user's input on the grid of covers. `multiSelection` is true if two or more books were selected at the
+// last click or key. Main thread only.
 class MyCollectionView : public LibraryBookView {
 public:
     using LibraryBookView::LibraryBookView;
@@ -13,8 +13,7 @@ public:
     void userDidSelect() override;
     void userWillClick() override { }
     void mouseDown(int clickCount) override;
-    // An item is selected alone, unless several books are selected: then the selection stays, also for an item outside
-    // it.
+    // Selects only this item, unless several books are selected: then the selection stays, also for an item outside it.
     void rightMouseUp(std::optional<std::size_t> item) override;
     void removeBooks() override;
     void setToolbarReadButton() override;

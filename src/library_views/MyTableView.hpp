@@ -11,8 +11,8 @@ public:
     virtual void mouseDoubleClick() = 0;
 };
 
-// Handles the user's input on the list of books. `multiSelection` says whether Control was held at the last press of
-// the left button. Main thread.
+// Handles the user's input on the list of books. `multiSelection` is true if Control was held at the last press of the
+// left button. Main thread only.
 class MyTableView : public LibraryBookView {
 public:
     using LibraryBookView::LibraryBookView;
@@ -22,7 +22,7 @@ public:
     // Without Control, a click starts a new selection.
     void userWillClick() override;
     void mouseDown(int clickCount) override;
-    // An item that is not selected is selected alone; a selection that holds it stays.
+    // Selects only this item if it is not selected; otherwise the selection stays.
     void rightMouseUp(std::optional<std::size_t> item) override;
     void removeBooks() override;
     void setToolbarReadButton() override;

@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// The books of an array that a view shows, in the view's order. The index of a book counts in the array, its position
-// in the view. Immutable; copies share the content.
+// The books of an array that a view shows, in the view's order. An index refers to the array, a position to the view.
+// Immutable; copies share the content.
 class ShownBooks {
 public:
     // Indexes, each at most once.
@@ -33,9 +33,9 @@ public:
     const BookInfoPtr& at(std::size_t position) const { return (*_books)[indexAt(position)]; }
     std::size_t indexAt(std::size_t position) const { return _indexes ? (*_indexes)[position] : position; }
 
-    // The indexes of the books at these positions, ascending.
+    // Returns the indexes of the books at these positions, ascending.
     std::vector<std::size_t> indexesAt(const std::vector<std::size_t>& positions) const;
-    // The positions of the books with these indexes, ascending. Books that are not shown have none.
+    // Returns the positions of the books with these indexes, ascending. Omits books that are not shown.
     std::vector<std::size_t> positionsOf(const std::vector<std::size_t>& indexes) const;
 
 private:

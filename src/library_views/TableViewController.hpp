@@ -5,7 +5,7 @@
 
 namespace pagora {
 
-// The list of books.
+// The controller of the list of books.
 class TableViewController : public LibraryViewController, public MyTableViewTarget {
 public:
     TableViewController(LibraryViewHost& host, LibrarySelection& selection)
@@ -20,7 +20,7 @@ public:
     MyTableView& bookTable() { return _bookTable; }
     LibraryBookView& bookView() override { return _bookTable; }
 
-    // Shows the books, none of them selected.
+    // Shows the books and selects none of them.
     void putBookList(BookArray array)
     {
         books().setContent(std::move(array));

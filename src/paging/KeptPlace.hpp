@@ -4,24 +4,24 @@
 
 namespace pagora {
 
-// The place of a chapter that is kept in the middle of the page when late pictures or fonts change the layout. Places
-// are fractions of the chapter.
+// The place in a chapter that stays in the middle of the page when late pictures or fonts change the layout. Places are
+// fractions of the chapter.
 class KeptPlace {
 public:
-    // The place to keep until the user navigates; missing for none.
+    // The place to keep until the user navigates; nullopt if there is none.
     const std::optional<double>& toKeep() const { return _toKeep; }
     void setToKeep(std::optional<double> place) { _toKeep = place; }
-    // Keeps the place that is shown.
+    // Keeps the place that is shown now.
     void keepLast() { _toKeep = last(); }
     void userMoves() { _toKeep = std::nullopt; }
 
-    // The place to keep, otherwise the one noted last; missing while there is neither.
+    // Returns the place to keep, otherwise the last noted one; nullopt if there is neither.
     std::optional<double> last() const { return _toKeep ? _toKeep : _noted; }
     void chapterChanges() { _noted = 0; }
-    // Whether all resources of the chapter have arrived or failed.
+    // Sets whether all resources of the chapter have arrived or failed.
     void setFrameIsLoaded(bool isLoaded) { _frameIsLoaded = isLoaded; }
     // Notes the place of the page at offset X of a chapter of S points in a view of W points. While pictures are still
-    // loading, which lengthens the chapter, the first page counts as the start.
+    // loading, which lengthens the chapter, the first page is noted as the start.
     void note(double X, double W, double S) { _noted = X == 0 && !_frameIsLoaded ? 0 : (X + W / 2) / S; }
 
 private:

@@ -67,7 +67,7 @@ std::int32_t PageGeometry::pageOfElement(std::int64_t T, std::int64_t divisor) c
     const auto area = static_cast<std::int64_t>(static_cast<std::uint64_t>(T) * static_cast<std::uint64_t>(pageWidth));
     if (divisor == 0)
         return 0;
-    // The smallest integer has no positive counterpart; its negation wraps.
+    // The minimum has no positive counterpart; its negation wraps.
     if (divisor == -1)
         return low32(-static_cast<std::uint64_t>(area));
     return low32(static_cast<std::uint64_t>(area / divisor));

@@ -27,7 +27,7 @@ std::string bodyHeight(std::int32_t height)
     return "document.body.style.height = '" + points(height) + "';";
 }
 
-// Whether a font family can be written without quotes in a style sheet. A word of it must not begin with a digit.
+// Returns whether a font family can be written without quotes in a style sheet. Its words must not begin with a digit.
 bool isPlainName(const std::string& family)
 {
     return !family.empty() && std::isalpha(static_cast<unsigned char>(family.front()))
@@ -50,7 +50,7 @@ std::string scrollTo(std::int64_t offset)
 
 std::string setHash(const std::string& anchor)
 {
-    // The text is put between double quotes.
+    // The text is enclosed in double quotes.
     std::string text;
     for (const char character : scriptText(anchor))
         text += character == '"' ? std::string("\\x22") : std::string(1, character);

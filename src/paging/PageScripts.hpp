@@ -5,10 +5,10 @@
 
 namespace pagora::scripts {
 
-// The scripts that lay a chapter out and scroll in it, exactly as evaluated in a page. Sizes in points.
+// The scripts that lay out and scroll a chapter, exactly as they are evaluated in a page. Sizes are in points.
 
 inline const std::string scrollWidth = "document.body.scrollWidth;";
-// The same without a semicolon. Both forms are used.
+// The same script without a semicolon. Both forms are used.
 inline const std::string scrollWidthExpression = "document.body.scrollWidth";
 inline const std::string pageXOffset = "window.pageXOffset";
 inline const std::string innerWidth = "window.innerWidth";
@@ -18,14 +18,14 @@ std::string scrollTo(std::int64_t offset);
 std::string setHash(const std::string& anchor);
 std::string offsetTopOf(const std::string& elementId);
 
-// One column has an explicit width, more have a count.
+// A single column gets an explicit width, several columns get a count.
 std::string columns(std::int32_t count, std::int32_t pageWidth);
 std::string textFont(const std::string& family);
 // Removes the colours of all elements and sets those of the body.
 std::string colors(const char* text, const char* background);
 
 struct Layout {
-    // Null colours leave the book's own.
+    // Null colours keep the book's own.
     const char* text = nullptr;
     const char* background = nullptr;
     std::string font;
@@ -33,10 +33,10 @@ struct Layout {
     std::int32_t columnHeight = 0;
     std::int32_t imageHeight = 0;
 };
-// The layout of a loaded chapter, without the columns.
+// The layout of a loaded chapter, without its columns.
 std::string layout(const Layout& layout);
 
-// Layout and columns as a style sheet, for a chapter that is not loaded yet.
+// The layout and columns as a style sheet, for a chapter that is not loaded yet.
 std::string styleSheet(const Layout& layout, std::int32_t columns);
 
 // Sets the image widths after a change of the number of columns.

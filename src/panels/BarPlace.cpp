@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// Between the bar and the text.
+// Space between the bar and the text.
 constexpr double gap = 6;
 
 double right(const Rect& box)
@@ -26,7 +26,7 @@ bool overlap(const Rect& a, const Rect& b)
     return a.x < right(b) && b.x < right(a) && a.y < bottom(b) && b.y < bottom(a);
 }
 
-// Tries places of the bar along lines of the view.
+// Tries positions of the bar along the lines of the view.
 class Search {
 public:
     Search(const PlacedText& text, const Size& bar, const Size& view)
@@ -36,7 +36,7 @@ public:
     {
     }
 
-    // At that height, as near to the middle of the line as the text allows.
+    // Returns the position at that height, as near to the middle of the line as the text allows.
     std::optional<Rect> at(double y, const Rect& line) const
     {
         if (y < 0 || y + _bar.height > _view.height)
@@ -78,7 +78,7 @@ Rect placeOfBar(const PlacedText& text, const Size& bar, const Size& view)
         const Rect& line;
     };
     const auto& [boxes, first, last] = text;
-    // Nearer to the line where the view ends.
+    // The bar moves nearer to the line if the view ends there.
     const double above = first.y >= bar.height ? std::max(0.0, first.y - gap - bar.height) : -1;
     const double below = std::max(bottom(last), std::min(bottom(last) + gap, view.height - bar.height));
     const std::array<Candidate, 4> candidates { {

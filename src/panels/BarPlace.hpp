@@ -13,8 +13,8 @@ struct PlacedText {
     Rect lastLine;
 };
 
-// Where a bar of that size lies in a view of that size: above the text's first line or below its last, and beside or
-// away from the text where it would cover it there. It covers text only where the view has no room at all.
+// Returns the position of a bar of that size in a view of that size: above the first line of the text or below its last
+// line, and moved aside or away from text that it would cover. It covers text only if the view has no room elsewhere.
 Rect placeOfBar(const PlacedText& text, const Size& bar, const Size& view);
 
 }

@@ -11,10 +11,10 @@ namespace pagora {
 
 namespace {
 
-// The number of filters that are kept. Compiling one takes as long as showing a page.
+// The number of filters that are kept, because compiling one takes as long as showing a page.
 constexpr std::size_t maxKept = 8;
 
-// `text` as part of a regular expression inside a JSON string.
+// Escapes `text` for a regular expression inside a JSON string.
 std::string literalPattern(const std::string& text)
 {
     std::string pattern;

@@ -13,23 +13,23 @@
 namespace pagora {
 
 // Compiles the content filters that keep a book from reading files outside its folder. The process that loads
-// sub-resources is not sandboxed. Main thread.
+// sub-resources is not sandboxed. Main thread only.
 class BookFilter {
 public:
     // Receives the filter, or null on failure.
     using Receiver = std::function<void(WebKitUserContentFilter* filter)>;
 
-    // The folder for compiled filters. It is created when needed and may be removed in between.
+    // `folder` is for compiled filters. It is created when needed and may be removed in between.
     explicit BookFilter(const std::string& folder);
 
-    // The filter for a book's folder if it is still kept; null otherwise.
+    // Returns the filter for a book's folder if it is still kept; otherwise null.
     WebKitUserContentFilter* made(const std::string& bookFolder) const;
 
     // Compiles the filter for a book's folder and calls `receive` later. Destroying the returned token cancels the
     // call.
     [[nodiscard]] std::shared_ptr<void> compile(const std::string& bookFolder, Receiver receive);
 
-    // The rules in the engine's JSON format: they block every file outside the folder.
+    // Returns the rules in the engine's JSON format: they block every file outside the folder.
     static std::string rules(const std::string& bookFolder);
 
 private:

@@ -6,11 +6,12 @@ namespace pagora {
 
 namespace {
 
-// So many steps go at once; each of the others waits for the one before it, counted from when that has its process.
+// This many navigations are allowed immediately. Each further one waits for an interval after the one before it has got
+// its process.
 constexpr std::size_t atOnce = 4;
 constexpr std::int64_t second = 1'000'000;
 constexpr unsigned millisecondsBetween = 500;
-// More than a document of a book has frames of servers.
+// More than the number of remote frames in a document of a book.
 constexpr std::size_t maxWaiting = 32;
 constexpr int maxUnpressed = 64;
 

@@ -10,9 +10,9 @@
 
 namespace pagora {
 
-// Lets the steps of a page to servers go one after another. The engine starts a process for each step of the main
-// frame, which holds the program up for a moment, and for longer when many are asked for at once. Steps of frames
-// cannot be told from those. Main thread.
+// Allows the navigations of a page to servers one after another. The engine starts a process for each navigation of the
+// main frame, which blocks the program for a moment, and for longer if many are requested at once. Navigations of
+// frames cannot be distinguished from those. Main thread only.
 class PacedDecisions {
 public:
     PacedDecisions() = default;
@@ -20,10 +20,10 @@ public:
     PacedDecisions(const PacedDecisions&) = delete;
     PacedDecisions& operator=(const PacedDecisions&) = delete;
 
-    // Lets the step go now, or, after several in a short time, in its turn. False when so many wait already, or so many
-    // were made that nobody pressed, that the page must be a flood; the step is left to the caller then.
+    // Allows the navigation now, or in its turn if there were several in a short time. Returns false if too many are
+    // waiting, or if too many were made without the user: the page is then a flood, and the caller decides.
     bool use(WebKitPolicyDecision* decision, bool byUser);
-    // The steps that wait are not made. Another document begins.
+    // Ignores the waiting navigations. Called when another document starts.
     void ignoreAll();
 
 private:
@@ -31,9 +31,9 @@ private:
 
     std::deque<GObjectPtr<WebKitPolicyDecision>> _waiting;
     sigc::connection _timer;
-    // When the last steps went, in microseconds on the monotonic clock.
+    // The times of the last navigations, in microseconds on the monotonic clock.
     std::deque<std::int64_t> _gone;
-    // Steps that nobody pressed, since the document began.
+    // Number of navigations without the user since the document started.
     int _unpressed = 0;
 };
 

@@ -32,7 +32,7 @@ std::string fragmentText(const Url& url)
     return start == std::string::npos ? std::string() : url.text().substr(start);
 }
 
-// The last character is never "/", so that "/books/a" does not hold "/books/ab".
+// The last character compared is never "/", so "/books/a" does not contain "/books/ab".
 bool startsWithFolder(const std::string& path, const std::string& folder)
 {
     return path.size() > folder.size() && path.compare(0, folder.size(), folder) == 0 && path[folder.size()] == '/';

@@ -7,18 +7,18 @@
 
 namespace pagora {
 
-// A file that exists, and its file URL with the fragment that was asked for.
+// An existing file, and its file URL with the requested fragment.
 struct PageFile {
     std::string path;
     Url url;
 };
 // Finds the file of a URL without a scheme or with the scheme "file". Tries the path as it is, then with its escapes
-// decoded once more, then in either Unicode normal form. Missing when no file exists.
+// decoded once more, then in both Unicode normal forms. Returns nullopt if no file exists.
 std::optional<PageFile> existingFile(const Url& url);
 
-// Whether the file is in the folder after resolving links in both.
+// Returns whether the file is in the folder, after resolving links in both paths.
 bool isFileInFolder(const std::string& path, const std::string& folder);
-// Whether the file URL's path is below the folder by its text, without ".." hidden in escapes.
+// Returns whether the text of the file URL's path is below the folder, without an escaped "..".
 bool isUrlInFolder(const Url& url, const std::string& folder);
 
 }

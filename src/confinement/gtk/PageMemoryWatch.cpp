@@ -24,14 +24,14 @@ namespace pagora {
 namespace {
 
 constexpr auto key = "pagora-memory-watch";
-// Polling intervals in milliseconds: while no engine process works, while one does, and once one has half of its limit.
-// A process that does not work takes no memory.
+// Polling intervals in milliseconds: while all engine processes are idle, while one is working, and when one has
+// reached half of its limit. An idle process allocates no memory.
 constexpr unsigned idleInterval = 2000;
 constexpr unsigned interval = 500;
 constexpr unsigned closeInterval = 50;
-// The engine's processes and their sandboxes are a few levels below the program.
+// Maximum depth of the engine's processes and their sandboxes below the program.
 constexpr int deepest = 8;
-// Process names as the kernel truncates them. The GPU process counts as a page process.
+// Process names as the kernel truncates them. The GPU process is treated as a page process.
 constexpr std::string_view pageNames[] = { "WebKitWebProces", "WebKitGPUProces" };
 constexpr std::string_view networkName = "WebKitNetworkPr";
 
@@ -61,7 +61,7 @@ std::string nameOf(pid_t process)
     return name;
 }
 
-// Private memory, swapped memory, and shared memory without files.
+// Returns private memory, swapped memory, and shared memory without files.
 std::uint64_t bytesOf(pid_t process)
 {
     std::ifstream file(folderOf(process) + "/status");
@@ -74,12 +74,11 @@ std::uint64_t bytesOf(pid_t process)
     return kilobytes * 1024;
 }
 
-// The processor time of all threads so far, in clock ticks.
+// Returns the processor time of all threads so far, in clock ticks.
 std::uint64_t workOf(pid_t process)
 {
     std::ifstream file(folderOf(process) + "/stat");
-    // The name, which is in parentheses, may hold blanks. The times of the program and of the kernel for it are the
-    // 12th and 13th value after it.
+    // The name is in parentheses and may contain blanks. User and system time are the 12th and 13th values after it.
     file.ignore(std::numeric_limits<std::streamsize>::max(), ')');
     std::string skipped;
     for (int i = 0; i < 11; ++i)
@@ -95,7 +94,7 @@ struct EngineProcesses {
     std::vector<pid_t> networks;
 };
 
-// Whether it is a process of the engine; it is then counted.
+// Adds a process of the engine to `found`. Returns false for other processes.
 bool collect(pid_t process, EngineProcesses& found)
 {
     const auto name = nameOf(process);

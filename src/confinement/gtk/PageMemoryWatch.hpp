@@ -9,21 +9,21 @@
 
 namespace pagora {
 
-// Kills engine processes that exceed their memory limit. The engine checks a page only between its scripts, so a script
-// that never ends could allocate all memory, and it does not limit what pages store in the network process. Belongs to
-// the web context. Main thread.
+// Kills engine processes that exceed their memory limit. The engine checks a page only between its scripts, so an
+// endless script could allocate all memory, and it does not limit what pages store in the network process. Belongs to
+// the web context. Main thread only.
 class PageMemoryWatch {
 public:
-    // In bytes: private memory plus shared memory without files.
+    // Limits in bytes of private memory plus shared memory without files.
     struct Limits {
-        // Of a page process.
+        // For a page process.
         std::uint64_t page;
-        // Of the network process. Above it the page processes are killed too, because one of them has filled it.
+        // For the network process. Above it the page processes are killed too, because one of them has filled it.
         std::uint64_t network;
     };
     // Watches the engine processes for the lifetime of the context. Replaces an earlier watch.
     static void attach(WebKitWebContext* context, Limits limits);
-    // Whether a page process was killed since the last call.
+    // Returns whether a page process was killed since the last call.
     static bool takeEnded(WebKitWebContext* context);
 
     explicit PageMemoryWatch(Limits limits, Surroundings where = surroundings());
@@ -31,7 +31,7 @@ public:
     PageMemoryWatch(const PageMemoryWatch&) = delete;
     PageMemoryWatch& operator=(const PageMemoryWatch&) = delete;
 
-    // Checks once; called repeatedly.
+    // Checks all processes once. Called repeatedly.
     void look();
 
 private:
@@ -39,7 +39,7 @@ private:
 
     Limits _limits;
     Surroundings _where;
-    // The processor time of the engine processes at the last look, in clock ticks.
+    // The processor time of the engine processes at the last check, in clock ticks.
     std::uint64_t _work = 0;
     bool _hasEnded = false;
     sigc::connection _timer;

@@ -42,7 +42,7 @@ gboolean denyPermissionState(WebKitWebView* view, WebKitPermissionStateQuery* qu
 gboolean answerDialog(WebKitWebView* view, WebKitScriptDialog* dialog, gpointer)
 {
     const auto type = webkit_script_dialog_get_dialog_type(dialog);
-    // A page cannot keep the user from leaving it.
+    // The answer "OK" lets the user leave the page.
     if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM || type == WEBKIT_SCRIPT_DIALOG_CONFIRM)
         webkit_script_dialog_confirm_set_confirmed(dialog, type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM);
     tell(view);

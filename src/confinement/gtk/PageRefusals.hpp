@@ -10,7 +10,7 @@ namespace pagora {
 // printing, full screen, windows. The context menu has only "Copy". In effect for the lifetime of the view.
 void refusePrivileges(WebKitWebView* view);
 
-// Called for each denied request; null removes the handler.
+// Sets the callback for each denied request; null removes it.
 void setRefusalHandler(WebKitWebView* view, std::function<void()> handler);
 
 }

@@ -14,10 +14,10 @@ void ActionQueue::post(std::function<void()> action)
     _pending->actions.push_back(std::move(action));
     if (std::exchange(_pending->isScheduled, true))
         return;
-    // Before the next event, which may depend on it.
+    // The high priority runs the actions before the next event, which may depend on them.
     Glib::signal_idle().connect(
         [pending = _pending] {
-            // Actions that these post wait for the next turn of the main loop.
+            // Actions that are posted by these wait for the next iteration of the main loop.
             for (auto count = pending->actions.size(); count > 0 && !pending->actions.empty(); --count) {
                 const auto next = std::move(pending->actions.front());
                 pending->actions.pop_front();

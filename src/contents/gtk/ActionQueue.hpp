@@ -7,8 +7,7 @@
 namespace pagora {
 
 // Runs the actions of a window's widgets from the main loop, in order, after the widget's own event handling and before
-// that of the next event.
-// Destroying the queue drops pending actions, even during one of them. Main thread.
+// that of the next event. Destroying the queue drops pending actions, even during one of them. Main thread only.
 class ActionQueue {
 public:
     ActionQueue() = default;

@@ -74,7 +74,7 @@ SplitViewGtk::SplitViewGtk(Gtk::Box& box)
     _layout->view = this;
     _box.set_layout_manager(_layout);
 
-    // Attached to the box, whose coordinates do not move with the divider.
+    // The gesture is attached to the box, whose coordinates do not move with the divider.
     _drag->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _drag->signal_drag_begin().connect([this](double x, double) { dragDidBegin(x); });
     _drag->signal_drag_update().connect([this](double x, double) { dragDivider(_dragStart + x); });

@@ -10,8 +10,8 @@
 
 namespace pagora {
 
-// A split view over a box whose first two children are the panes; the box outlives it. The divider is one point wide
-// and invisible, with a wider area for the pointer. Main thread.
+// A split view over a box whose first two children are the panes. The box must outlive this object. The divider is one
+// point wide and invisible, with a wider area for the pointer. Main thread only.
 class SplitViewGtk : public SplitView {
 public:
     explicit SplitViewGtk(Gtk::Box& box);
@@ -27,14 +27,14 @@ public:
     bool isSubviewHidden(int subview) const override { return _hidden.at(subview); }
     void setSubviewHidden(int subview, bool hidden) override;
 
-    // Called when a pane was shown or hidden.
+    // Sets the callback for a pane that was shown or hidden.
     void setHiddenChanged(std::function<void()> hiddenChanged) { _hiddenChanged = std::move(hiddenChanged); }
     // Moves the divider as a drag to that position does.
     void dragDivider(double position);
 
 private:
     class Layout;
-    // Lays the panes out in a box of that size, as the delegate decides.
+    // Lays out the panes in a box of that size, as the delegate decides.
     void allocate(const Size& size);
     void addDivider();
     void dragDidBegin(double x);

@@ -34,7 +34,7 @@ TocRow::TocRow()
     set_hexpand(true);
     // Titles are indented from the left, also in right-to-left interfaces.
     set_direction(Gtk::TextDirection::LTR);
-    // The list's item around it has the role and the name.
+    // The list item around this widget has the role and the name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
     showOnHover(*this, [this] { return _link ? displayText(_link->toolTip(), maxTextLength) : Glib::ustring(); });
 }

@@ -6,14 +6,14 @@ namespace pagora {
 
 class tocLinkTextField;
 
-// A row of the contents pane. Draws its current link, or nothing. Main thread.
+// A row of the contents pane. Draws its current link, or nothing. Main thread only.
 class TocRow : public Gtk::Widget {
 public:
     TocRow();
 
-    // In pixels, of which a point has more where the desktop enlarges text.
+    // In pixels. A point has more pixels if the desktop enlarges text.
     static int rowHeight();
-    // The link must outlive its being shown.
+    // `link` must outlive the time it is shown.
     void setLink(const tocLinkTextField* link);
     const tocLinkTextField* link() const { return _link; }
 

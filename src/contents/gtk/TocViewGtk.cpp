@@ -21,11 +21,11 @@ namespace pagora {
 
 namespace {
 
-// Letters typed within this time form one search, in microseconds.
+// Letters typed within this time extend one search. In microseconds.
 constexpr gint64 typingPause = 1'000'000;
 constexpr std::size_t maxLabelLength = 1'000;
 
-// How many pixels a point of the contents has.
+// Returns the number of pixels in a point of the contents.
 double pixelsInPoint()
 {
     return TocRow::rowHeight() / tocLinkTextField::height;
@@ -65,7 +65,7 @@ void TocViewGtk::connectRows()
 
     const auto scroll = _clip.get_vadjustment();
     _connections.push_back(scroll->signal_changed().connect([this] { scrollWherePending(); }));
-    // Scrolling may bring another link under the pointer.
+    // Scrolling may move another link under the pointer.
     _connections.push_back(scroll->signal_value_changed().connect([this] { pointerIsAt(_pointerY); }));
 }
 
@@ -76,7 +76,7 @@ void TocViewGtk::connectPointer()
     _connections.push_back(motion->signal_motion().connect([this](double, double y) { pointerIsAt(y); }));
     _connections.push_back(motion->signal_leave().connect([this] { pointerIsAt({}); }));
 
-    // Claimed before the rows see it, so that a click leaves the focus on the page.
+    // The click is claimed before the rows get it, so that the focus stays on the page.
     const auto click = Gtk::GestureClick::create();
     click->set_button(GDK_BUTTON_PRIMARY);
     click->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
@@ -145,7 +145,7 @@ void TocViewGtk::type(gunichar character)
     _typed = (_typed + Glib::ustring(1, character)).casefold();
     _typingEnds = now + typingPause;
 
-    // A first letter moves on; further letters may keep the focused entry.
+    // The first letter moves to the next match; further letters may keep the focused entry.
     const auto count = static_cast<std::int64_t>(_links.size());
     const auto first = focused().value_or(0) + (_typed.size() == 1 ? 1 : 0);
     for (std::int64_t i = 0; i < count; ++i) {
@@ -258,7 +258,7 @@ void TocViewGtk::unbind(const Glib::RefPtr<Gtk::ListItem>& item)
     row->setLink(nullptr);
 }
 
-// Assistive technology sees the list item around the row.
+// Assistive technology gets the name from the list item around the row.
 void TocViewGtk::describe(TocRow& row)
 {
     auto* const item = row.get_parent();

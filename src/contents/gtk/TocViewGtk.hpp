@@ -15,11 +15,11 @@ namespace pagora {
 
 class TocRow;
 
-// The contents pane over a list view of a layout. Rows are made for the links in view only. The bottom-left coordinates
-// of the links are turned into the list's scroll position here and nowhere else. Main thread.
+// The contents pane over a list view of a layout. Rows exist only for the visible links. This class alone converts the
+// bottom-left coordinates of the links to the list's scroll position. Main thread only.
 class TocViewGtk : public TocView {
 public:
-    // The widgets and the queue, through which links are opened, outlive it.
+    // The widgets and the queue must outlive this object. Links are opened through the queue.
     TocViewGtk(Gtk::ListView& list, Gtk::ScrolledWindow& clip, ActionQueue& queue);
     ~TocViewGtk() override;
 
@@ -31,11 +31,11 @@ public:
     void setNeedsDisplay(std::int64_t tag) override;
     void scrollToPoint(double x, double y) override;
 
-    // The link under that distance from the top of the visible area; null where there is none.
+    // Returns the link at that distance from the top of the visible area; null if there is none.
     tocLinkTextField* linkAt(double y) const;
-    // The text of the active link; empty without one.
+    // Returns the text of the active link; empty if there is none.
     std::string activeTitle() const;
-    // Called after the links or the active link may have changed.
+    // Sets the callback for possible changes of the links or the active link.
     void setLinksChanged(std::function<void()> handler) { _linksChanged = std::move(handler); }
     bool hasLinks() const { return !_links.empty(); }
     std::size_t numberOfRows() const { return _rows.size(); }
@@ -48,7 +48,7 @@ private:
     // Focuses the next link whose text begins with the typed letters.
     void type(gunichar character);
     void focus(std::int64_t tag);
-    // The tag of the link that has the keyboard focus.
+    // Returns the tag of the link that has the keyboard focus.
     std::optional<std::int64_t> focused() const;
     void bind(const Glib::RefPtr<Gtk::ListItem>& item);
     void unbind(const Glib::RefPtr<Gtk::ListItem>& item);
@@ -62,7 +62,7 @@ private:
     Gtk::ListView& _list;
     Gtk::ScrolledWindow& _clip;
     ActionQueue& _queue;
-    // By tag; null for an entry without a link.
+    // The links by tag; null for an entry without a link.
     std::vector<tocLinkTextField*> _links;
     std::unordered_map<std::int64_t, TocRow*> _rows;
     std::optional<double> _height;
@@ -70,11 +70,11 @@ private:
     std::optional<double> _pendingBottom;
     std::optional<double> _pointerY;
     std::optional<std::int64_t> _hovered;
-    // The typed letters, case-folded, and when the search ends on the monotonic clock.
+    // The typed letters, case-folded, and the time of the monotonic clock at which the search ends.
     Glib::ustring _typed;
     gint64 _typingEnds = 0;
     std::function<void()> _linksChanged;
-    // Counts the lists, so that a click on an earlier list opens nothing.
+    // Incremented with each list, so that a click on an earlier list opens nothing.
     std::uint64_t _generation = 0;
     std::vector<Glib::RefPtr<Gtk::EventController>> _controllers;
     std::vector<sigc::connection> _connections;

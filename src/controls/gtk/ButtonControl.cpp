@@ -6,7 +6,7 @@ ButtonControl::ButtonControl(Gtk::Button& button)
     : WidgetControl(button)
 {
     _clicked = button.signal_clicked().connect([this] {
-        // A copy, because the action may destroy the button.
+        // Copied, because the action may destroy the button.
         if (const auto action = _action)
             action();
     });

@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// A widget of a layout whose whole area is filled with one colour, white until another is set. Main thread.
+// A widget of a layout whose area is filled with one colour, initially white. Main thread only.
 class ColorArea final : public ColorView, public WidgetControl {
 public:
     explicit ColorArea(Gtk::Widget& area);
@@ -16,7 +16,7 @@ public:
 
     void setFillColor(const Color& color) override;
     const Color& fillColor() const { return _fillColor; }
-    // Called with each new colour, for widgets that cover the area.
+    // Sets the callback for each new colour, for widgets that cover the area.
     void setFillHandler(std::function<void(const Color&)> handler) { _filled = std::move(handler); }
 
 private:

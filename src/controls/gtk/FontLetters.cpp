@@ -10,10 +10,10 @@ namespace {
 
 constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
-// A font may be without one letter in so many.
+// A font may lack one letter in this many.
 constexpr FcChar32 rareLetters = 20;
 
-// Missing where fontconfig does not know the language.
+// Returns null if fontconfig does not know the language.
 const FcCharSet* lettersOf(const std::string& language)
 {
     std::string name;
@@ -23,7 +23,7 @@ const FcCharSet* lettersOf(const std::string& language)
         = [](const std::string& tag) { return FcLangGetCharSet(reinterpret_cast<const FcChar8*>(tag.c_str())); };
     if (const auto* const letters = known(name))
         return letters;
-    // The part before the region. Chinese is known by its regions alone.
+    // The language without its region. Fontconfig knows Chinese only with a region.
     const auto base = name.substr(0, name.find('-'));
     if (base == "zh")
         return known(name.find("hant") != std::string::npos ? "zh-tw" : "zh-cn");
@@ -42,7 +42,7 @@ bool isWrittenBy(FcPattern* face)
     return true;
 }
 
-// A symbol font whose glyphs replace letters.
+// Returns whether the face is a symbol font, whose glyphs replace letters.
 bool isOfSigns(FcPattern* face)
 {
     FcBool isOfSigns = FcFalse;
@@ -79,7 +79,7 @@ bool hasLatinLetters(const std::string& family)
     FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
     FcObjectSet* const wanted = FcObjectSetBuild(FC_CHARSET, FC_SYMBOL, nullptr);
     FcFontSet* const faces = FcFontList(nullptr, pattern, wanted);
-    // Check each face: symbol fonts may come in several formats, and only some declare it.
+    // Each face is checked: symbol fonts may come in several formats, and only some declare it.
     bool isLatin = true;
     for (int i = 0; faces && i < faces->nfont && isLatin; ++i)
         isLatin = isWrittenBy(faces->fonts[i]) && !isOfSigns(faces->fonts[i]);

@@ -4,11 +4,12 @@
 
 namespace pagora {
 
-// Whether a font family has Latin letters. Also true for families that are not installed but substituted. Main thread.
+// Returns whether a font family has Latin letters. Also true for families that are not installed but substituted. Main
+// thread only.
 bool hasLatinLetters(const std::string& family);
 
-// Whether an installed font has the letters of the language, given as "ja" or "pt-BR". True as well of languages that
-// are written in Latin letters, and of those whose letters are not known. Main thread.
+// Returns whether an installed font has the letters of the language, given as "ja" or "pt-BR". Also true for languages
+// that use Latin letters or whose letters are not known. Main thread only.
 bool isWrittenByAnyFont(const std::string& language);
 
 }

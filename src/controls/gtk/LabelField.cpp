@@ -25,7 +25,7 @@ void LabelField::setStringValue(const std::string& text)
     if (_textView)
         return _textView->get_buffer()->set_text(displayText(text));
     _label->set_text(displayText(text));
-    // The toolkit does not tell assistive technology of a label's new text; a status is read out then.
+    // The toolkit does not report a label's new text to assistive technology. A status is announced explicitly.
     if (_label->get_accessible_role() == Gtk::Accessible::Role::STATUS)
         setAccessibleName(*_label, _label->get_text());
 }

@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// A text field over a label, or over a text view for texts of many lines.
+// A text field over a label, or over a text view for multi-line texts.
 class LabelField : public TextField, public WidgetControl {
 public:
     explicit LabelField(Gtk::Label& label);

@@ -80,7 +80,7 @@ PopUpControl::PopUpControl(Gtk::DropDown& dropDown, TitlesAreFonts titlesAreFont
     , _items(Gtk::StringList::create({}))
 {
     _dropDown.set_model(_items);
-    // Newer versions of the toolkit make rows of their own for an expression.
+    // Newer versions of the toolkit create rows of their own if there is an expression.
     _dropDown.set_expression(Gtk::PropertyExpression<Glib::ustring>::create(Gtk::StringObject::get_type(), "string"));
     _dropDown.set_factory(makeRows(titlesAreFonts == TitlesAreFonts::Yes));
     findByTyping();
@@ -190,7 +190,7 @@ void PopUpControl::selectionDidChange()
         return;
     }
     _selected = selected;
-    // A copy, because the action may destroy the button.
+    // Copied, because the action may destroy the button.
     if (const auto action = _action)
         action();
 }

@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// A pop-up button of a layout. Rows are created as they become visible, so that long lists open at once. Changes reach
-// the widget when the main loop is idle. Main thread.
+// A pop-up button of a layout. Rows are created as they become visible, so long lists open quickly. Changes reach the
+// widget when the main loop is idle. Main thread only.
 class PopUpControl : public PopUpButton, public WidgetControl {
 public:
     // Whether each title in the list is written in the font family that it names.
@@ -22,11 +22,11 @@ public:
     void addItem(const std::string& title) override;
     void addSeparator() override;
     void selectItemWithTitle(const std::string& title) override;
-    // Empty when nothing is selected.
+    // Returns an empty text if nothing is selected.
     std::string titleOfSelectedItem() const override;
     void setAction(std::function<void()> action) override { _action = std::move(action); }
 
-    // Separators included; their titles are empty.
+    // Includes separators, whose titles are empty.
     const std::vector<std::string>& titles() const { return _titles; }
 
 private:
@@ -39,7 +39,7 @@ private:
     Glib::RefPtr<Gtk::StringList> _items;
     std::vector<std::string> _titles;
     guint _selected = GTK_INVALID_LIST_POSITION;
-    // Whether the widget's list is out of date.
+    // True if the widget's list is out of date.
     bool _isStale = false;
     bool _isChanging = false;
     std::function<void()> _action;

@@ -56,7 +56,7 @@ void SegmentedSwitch::segmentDidToggle(int segment)
     if (_isSelecting)
         return;
     if (!isActive(*_segments[segment])) {
-        // Buttons outside a GTK group: the selected one stays selected.
+        // The buttons do not form a GTK group, so the selected one stays selected here.
         if (segment == _selected)
             setSelectedSegment(segment);
         return;

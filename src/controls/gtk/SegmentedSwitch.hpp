@@ -9,13 +9,13 @@
 namespace pagora {
 
 // A segmented control over a container whose toggle buttons or radio buttons are the segments, in order. Segment i has
-// the tag `firstTag + i`. Main thread.
+// the tag `firstTag + i`. Main thread only.
 class SegmentedSwitch : public SegmentedControl, public WidgetControl {
 public:
     explicit SegmentedSwitch(Gtk::Widget& container, int firstTag = 0);
     ~SegmentedSwitch() override;
 
-    // -1 when none is selected.
+    // Returns -1 if no segment is selected.
     int selectedSegment() const override { return _selected; }
     void setSelectedSegment(int segment) override;
     int tag(int segment) const override { return _firstTag + segment; }

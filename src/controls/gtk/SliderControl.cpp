@@ -13,7 +13,7 @@ SliderControl::SliderControl(Gtk::Scale& scale, Continuous continuous)
     , _scale(scale)
     , _isContinuous(continuous == Continuous::Yes)
 {
-    // Otherwise the value is rounded to the displayed digits.
+    // Otherwise GTK rounds the value to the displayed digits.
     _scale.set_round_digits(-1);
     _valueChanged = _scale.signal_value_changed().connect([this] { valueDidChange(); });
     const auto pointer = Gtk::EventControllerLegacy::create();
@@ -89,7 +89,7 @@ void SliderControl::pointerUp()
 {
     if (!std::exchange(_isPressed, false))
         return;
-    // A copy, because the action may destroy the slider.
+    // Copied, because the action may destroy the slider.
     const auto onRelease = _onRelease;
     if (!_isContinuous)
         send(EventType::LeftMouseUp);
@@ -109,7 +109,7 @@ void SliderControl::valueDidChange()
 
 void SliderControl::send(EventType event)
 {
-    // A copy, because the action may destroy the slider.
+    // Copied, because the action may destroy the slider.
     if (const auto action = _action)
         action(event);
 }

@@ -6,8 +6,8 @@
 
 namespace pagora {
 
-// A slider of a layout. While the pointer holds the knob, the action is sent with each move or, if not continuous, once
-// on release. Keyboard, wheel and assistive technology send it at once. Main thread.
+// A slider of a layout. While the pointer holds the knob, the action is called for each move or, if not continuous,
+// once on release. Keyboard, wheel and assistive technology call it immediately. Main thread only.
 class SliderControl : public Slider, public WidgetControl {
 public:
     enum class Continuous : bool { No, Yes };
@@ -27,10 +27,10 @@ public:
     // Moves the knob as the keyboard does.
     void moveTo(double value) { _scale.set_value(value); }
 
-    // The pointer pressed and released the slider.
+    // Called when the pointer presses and releases the slider.
     void pointerDown() { _isPressed = true; }
     void pointerUp();
-    // Called when the pointer has let go, after the action.
+    // Sets the callback for the release of the pointer, which follows the action.
     void setReleaseHandler(std::function<void()> handler) { _onRelease = std::move(handler); }
 
 private:

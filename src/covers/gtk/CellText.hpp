@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// A book's text on one line of a cell; empty when there is none. Long texts are cut. Any thread.
+// Returns a book's text on one line for a cell; empty if there is none. Long texts are truncated. Thread-safe.
 Glib::ustring cellText(const std::optional<std::string>& text);
 
 }

@@ -11,7 +11,7 @@
 namespace pagora {
 
 // A least-recently-used cache of covers as textures. An entry is valid while the book's cover data is unchanged. Main
-// thread.
+// thread only.
 class CoverCache {
 public:
     explicit CoverCache(std::size_t capacity)
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // Null when there is no valid entry.
+    // Returns null if there is no valid entry.
     Glib::RefPtr<Gdk::Texture> find(const BookInfo& book);
     void insert(const BookInfo* book, std::optional<Data> data, Glib::RefPtr<Gdk::Texture> texture);
     std::size_t size() const { return _covers.size(); }

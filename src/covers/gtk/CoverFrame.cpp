@@ -12,8 +12,8 @@ namespace {
 // The maximum number of cached sizes. Each takes about 100 kB.
 constexpr std::size_t maxPictures = 96;
 
-// Software rendering would blur the shadows of every cover in every frame, which takes four times as long as the rest
-// of the cover.
+// Returns whether the widget is rendered in software, which would blur the shadows of every cover in every frame. That
+// takes four times as long as the rest of the cover.
 bool isDrawnByProcessor(GtkWidget* widget)
 {
     GtkNative* const native = gtk_widget_get_native(widget);
@@ -50,7 +50,7 @@ void CoverFrame::appendNodes(GtkSnapshot* snapshot) const
     constexpr GdkRGBA shadow { 0, 0, 0, 0.24F };
     gtk_snapshot_append_outset_shadow(snapshot, &_outline, &edge, 0, _lift, 0, 2 * _lift);
     gtk_snapshot_append_outset_shadow(snapshot, &_outline, &shadow, 0, 3 * _lift, 0, 9 * _lift);
-    // Keeps white covers apart from a white page, and black ones from a black one.
+    // The edge line separates white covers from a white page, and black ones from a black page.
     constexpr float widths[4] = { 1, 1, 1, 1 };
     const GdkRGBA lines[4] = { _line, _line, _line, _line };
     gtk_snapshot_append_border(snapshot, &_outline, widths, lines);

@@ -4,10 +4,10 @@
 
 namespace pagora {
 
-// Draws the shadows and the edge line of a cover. Main thread.
+// Draws the shadows and the edge line of a cover. Main thread only.
 class CoverFrame {
 public:
-    // In the coordinates of the outline. `lift` is the elevation that the shadows suggest, in points.
+    // `outline` is in the coordinates of the snapshot. `lift` is the elevation that the shadows suggest, in points.
     CoverFrame(const GskRoundedRect& outline, float lift, const GdkRGBA& line)
         : _outline(outline)
         , _lift(lift)
@@ -15,7 +15,7 @@ public:
     {
     }
 
-    // Draws it over the cover, for a widget.
+    // Draws the frame over the widget's cover.
     void append(GtkSnapshot* snapshot, GtkWidget* widget) const;
 
 private:

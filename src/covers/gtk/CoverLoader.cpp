@@ -22,7 +22,7 @@ struct CoverLoader::Request {
 namespace {
 
 constexpr Size decodedSize { CoverLoader::coverSize.width * 2, CoverLoader::coverSize.height * 2 };
-// Two encodings of one picture differ on average by less than this per byte of a pixel.
+// Two encodings of the same picture differ by less than this, on average per byte of a pixel.
 constexpr double maxDifference = 6;
 
 std::optional<Image> decoded(const std::string& bytes)
@@ -33,7 +33,7 @@ std::optional<Image> decoded(const std::string& bytes)
     return cover;
 }
 
-// Whether the data is the default cover, encoded by this version or another one.
+// Returns whether the cover is the default cover, encoded by this version or another one.
 bool isDefaultCover(const Image& cover)
 {
     static const auto bytes = resourceBytes("/org/pagora/Pagora/pagora_default_cover.jpg");
@@ -81,7 +81,7 @@ CoverLoader::Ticket CoverLoader::load(const BookInfoPtr& book, int pixelsInPoint
         return {};
     }
     auto ticket = std::make_shared<Request>(Request { book, book->imgData(), std::move(receive) });
-    // The workers use only the bytes, the texts and the ticket; the record belongs to the main thread.
+    // The workers use only the bytes, the texts and the ticket, because the record belongs to the main thread.
     _workers[_nextWorker++ % _workers.size()].perform(
         [this, self = std::weak_ptr(_self), waiting = std::weak_ptr<Request>(ticket), data = ticket->data,
             title = textOnCover(book->title()), author = textOnCover(book->author()), pixelsInPoint] {

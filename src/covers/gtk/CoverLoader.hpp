@@ -10,10 +10,10 @@
 
 namespace pagora {
 
-// Decodes or draws covers in the background on request and caches those shown last. Main thread.
+// Decodes or draws covers in the background on request and caches those shown last. Main thread only.
 class CoverLoader {
 public:
-    // In points; covers are decoded for screens of twice that many pixels.
+    // In points. Covers are decoded for screens with twice as many pixels.
     static constexpr Size coverSize { 106, 156 };
     static constexpr std::size_t cacheCapacity = 400;
 
@@ -25,8 +25,8 @@ public:
     explicit CoverLoader(RunLoop& runLoop);
     ~CoverLoader();
 
-    // Passes the book's cover to `receive`, at once when it is cached. If the cover is missing, does not decode or is
-    // the default cover, one is drawn for a screen of so many pixels per point.
+    // Passes the book's cover to `receive`, immediately if it is cached. If the cover is missing, cannot be decoded or
+    // is the default cover, a cover is drawn with `pixelsInPoint` pixels per point.
     [[nodiscard]] Ticket load(const BookInfoPtr& book, int pixelsInPoint, Receiver receive);
 
     const CoverCache& cache() const { return _cache; }
@@ -36,10 +36,10 @@ private:
 
     RunLoop& _runLoop;
     CoverCache _cache { cacheCapacity };
-    // Low urgency, so that drawing frames goes first.
+    // Low urgency, so that frames are drawn first.
     std::array<Worker, 2> _workers { Worker(Worker::Urgency::Low), Worker(Worker::Urgency::Low) };
     std::size_t _nextWorker = 0;
-    // Expires with the loader, for covers that come later.
+    // Expires with the loader. Used by covers that arrive later.
     std::shared_ptr<CoverLoader*> _self;
 };
 

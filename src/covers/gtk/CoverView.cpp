@@ -12,10 +12,10 @@ namespace pagora {
 
 namespace {
 
-// Points.
+// In points.
 constexpr float cornerRadius = 3;
 
-// Horizontally centred in the box, at its bottom.
+// Returns the rectangle that is horizontally centred in the box, at its bottom.
 graphene_rect_t placed(Size box, double width, double height)
 {
     const double ratio = std::min(box.width / width, box.height / height);
@@ -33,7 +33,7 @@ CoverView::CoverView(Size box)
     : _box(box)
 {
     add_css_class("cover");
-    // The item around it has the accessible name.
+    // The item around this widget has the accessible name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
     set_halign(Gtk::Align::CENTER);
     set_valign(Gtk::Align::CENTER);
@@ -95,13 +95,13 @@ void CoverView::appendProgress(GtkSnapshot* snapshot, const graphene_rect_t& cov
     rest.alpha *= 0.18F;
     const Gdk::RGBA text = style->get_color();
     Gdk::RGBA read = text;
-    // Nearer to the text, so that it stands out from light and dark.
+    // The colour is moved toward the text colour, so that it is visible on light and dark backgrounds.
     if (style->lookup_color("theme_selected_bg_color", read)) {
         const auto mixed = [](float color, float other) { return 0.7F * color + 0.3F * other; };
         read.set_rgba(mixed(read.get_red(), text.get_red()), mixed(read.get_green(), text.get_green()),
             mixed(read.get_blue(), text.get_blue()));
     }
-    // Thinner and nearer below a small cover.
+    // The line is thinner and nearer to a small cover.
     const float size = static_cast<float>(_box.height / 156);
     const float height = std::max(2.0F, std::round(3 * size));
     const float top = static_cast<float>(_box.height) + std::max(2.0F, std::round(5 * size));

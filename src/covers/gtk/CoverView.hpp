@@ -9,17 +9,17 @@
 
 namespace pagora {
 
-// A book's cover in a box of fixed size: as large as its proportion allows, centred, standing on the bottom. The box
-// never changes size, so that a cover that arrives costs one redraw and no new layout. Main thread.
+// A book's cover in a box of fixed size: as large as its aspect ratio allows, horizontally centred, at the bottom. The
+// box never changes size, so a cover that arrives causes a redraw but no layout. Main thread only.
 class CoverView : public Gtk::Widget {
 public:
-    // In points.
+    // `box` is in points.
     explicit CoverView(Size box);
 
-    // Null draws a pale plate.
+    // Null draws a pale placeholder.
     void setCover(const Glib::RefPtr<Gdk::Texture>& cover);
     const Glib::RefPtr<Gdk::Texture>& cover() const { return _cover; }
-    // The progress line below the box, from 0 to 1; missing for no line.
+    // Sets the progress line below the box, from 0 to 1; nullopt for no line.
     void setProgress(std::optional<double> progress);
     std::optional<double> progress() const { return _progress; }
 

@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-// Measured on printed books. In points of a cover that is 106 points wide.
+// Proportions measured on printed books, in points of a cover that is 106 points wide.
 constexpr double usualWidth = 106;
 constexpr double spine = 7;
 constexpr double margin = 10;
@@ -31,7 +31,8 @@ using Layout = std::unique_ptr<PangoLayout, decltype(&g_object_unref)>;
 
 std::uint32_t hashOf(const std::string& title, const std::string& author)
 {
-    // FNV-1a, which gives the same colour on every computer, then mixed, so that similar texts give different colours.
+    // FNV-1a gives the same colour on every computer. Its result is mixed, so that similar texts give different
+    // colours.
     std::uint32_t hash = 2'166'136'261U;
     for (const char byte : title + '\n' + author)
         hash = (hash ^ static_cast<unsigned char>(byte)) * 16'777'619U;
@@ -77,7 +78,7 @@ bool fits(PangoLayout* layout, double width, double height)
     return extents.width <= width * PANGO_SCALE && extents.height <= height * PANGO_SCALE;
 }
 
-// In the largest font size that fits. The smallest size breaks words and cuts the text.
+// Lays out the title in the largest font size that fits. The smallest size breaks words and truncates the text.
 Layout titleLayout(cairo_t* context, const std::string& title, double width)
 {
     for (const double size : titleSizes) {
@@ -101,7 +102,7 @@ Layout authorLayout(cairo_t* context, const std::string& author, double width)
     return layout;
 }
 
-// Books that are written from right to left are bound on the right.
+// The side of the spine. Books that are written from right to left are bound on the right.
 enum class Binding : bool { Left, Right };
 
 Binding bindingOf(cairo_t* context, const std::string& title)
@@ -114,7 +115,7 @@ void drawBoard(cairo_t* context, const std::array<double, 3>& color, Binding bin
 {
     cairo_set_source_rgb(context, color[0], color[1], color[2]);
     cairo_paint(context);
-    // Lit from above; the joint of the spine is dark.
+    // The board is lit from above; the joint of the spine is dark.
     const std::unique_ptr<cairo_pattern_t, decltype(&cairo_pattern_destroy)> light(
         cairo_pattern_create_linear(0, 0, 0, height), &cairo_pattern_destroy);
     cairo_pattern_add_color_stop_rgba(light.get(), 0, 1, 1, 1, 0.07);
@@ -179,7 +180,7 @@ Image imageOf(cairo_surface_t* surface)
 
 std::array<double, 3> boardColor(const std::string& title, const std::string& author)
 {
-    // In OKLCH, whose lightness is perceptual.
+    // The colour is defined in OKLCH, whose lightness is perceptual.
     constexpr double chroma = 0.075;
     const auto hash = hashOf(title, author);
     const double hue = (hash % 360) * std::numbers::pi / 180;

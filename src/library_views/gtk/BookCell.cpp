@@ -24,7 +24,8 @@ Glib::ustring spoken(const Glib::ustring& title, const Glib::ustring& author)
     return author.empty() ? title : Glib::ustring(formatted(_("%s, %s"), title.c_str(), author.c_str()));
 }
 
-// The height of a line in the label's font, in points. Cached, because measuring is slow and all cells share the fonts.
+// Returns the height of a line in the label's font, in points. Cached, because measuring is slow and all cells share
+// the fonts.
 int lineHeight(const Gtk::Label& label)
 {
     struct Line {
@@ -128,7 +129,7 @@ BookCell::BookCell(CoverLoader& loader)
     }
     for (auto* const part : parts())
         part->set_parent(*this);
-    // The C widget is disposed before the C++ object.
+    // The C widget is disposed before the C++ object is destroyed.
     _letGo = signal_destroy().connect([this] { letGoOfParts(); });
 }
 

@@ -10,16 +10,16 @@
 
 namespace pagora {
 
-// The accessible name of a book: title, author and the part that was read.
+// Returns the accessible name of a book: title, author and the fraction that was read.
 Glib::ustring spokenBook(const BookInfo& book);
 
-// Shows one text of a book. A text without information for the reader is dimmed.
+// Shows one text of a book. A placeholder or URN is dimmed.
 void showText(Gtk::Label& label, const std::optional<std::string>& text);
 
-// Shows the text as a tooltip if the label cannot show it whole.
+// Shows the text as a tooltip if the label truncates it.
 void showWholeTextOnHover(Gtk::Label& label);
 
-// A cover that is loaded while it has a book. Main thread.
+// A cover that is loaded while the cell has a book. Main thread only.
 class CoverCell : public CoverView {
 public:
     CoverCell(CoverLoader& loader, Size box);
@@ -37,10 +37,10 @@ private:
 };
 
 // An item of the grid: a cover with title and author below it. It is reused for different books. Its size depends only
-// on the fonts, so that a new book costs each text one layout. Main thread.
+// on the fonts, so a new book costs one layout of each text. Main thread only.
 class BookCell : public Gtk::Widget {
 public:
-    // The width of a cell without its margins, in points: more where the desktop enlarges text, though not by as much.
+    // Returns the width of a cell without its margins, in points. It grows less than the desktop's text scale.
     static int width();
 
     explicit BookCell(CoverLoader& loader);
@@ -60,7 +60,7 @@ protected:
     void size_allocate_vfunc(int width, int height, int baseline) override;
 
 private:
-    // From top to bottom.
+    // The widgets from top to bottom.
     std::array<Gtk::Widget*, 3> parts();
     void letGoOfParts();
 

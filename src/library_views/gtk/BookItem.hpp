@@ -15,7 +15,7 @@ class BookItem;
 // The existing items of a list model, by position.
 using BookItems = std::map<guint, BookItem*>;
 
-// A position of a list model with the book that is shown there. The book can change. Main thread.
+// A position of a list model with the book that is shown there. The book can change. Main thread only.
 class BookItem : public Glib::Object {
 public:
     static Glib::RefPtr<BookItem> create(BookInfoPtr book);
@@ -26,10 +26,10 @@ public:
     // Emitted when the book has changed.
     sigc::signal<void()>& signal_book_changed() { return _bookChanged; }
 
-    // Puts the item among the items of a model. It leaves them at the latest when it is destroyed.
+    // Adds the item to the items of a model. The destructor removes it.
     void enter(const std::shared_ptr<BookItems>& items, guint position);
     void leave();
-    // The position of an item that is among the items of a model.
+    // Returns the position of an item that was added to the items of a model.
     guint position() const { return _position; }
 
 private:

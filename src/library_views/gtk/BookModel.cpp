@@ -27,8 +27,7 @@ void BookModel::setBooks(ShownBooks books)
     std::size_t tail = 0;
     while (tail < shorter - head && before.at(oldSize - 1 - tail) == _books.at(newSize - 1 - tail))
         ++tail;
-    // The toolkit makes new widgets for the items of a changed range, and looks for the selected ones among all of
-    // them.
+    // The toolkit creates new widgets for the items of a changed range, and searches all of them for selected ones.
     const auto replaced = shorter - head - tail;
     const auto rest = static_cast<guint>(head + replaced);
     const auto removed = static_cast<guint>(oldSize - tail) - rest;

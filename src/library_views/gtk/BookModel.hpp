@@ -10,20 +10,20 @@
 
 namespace pagora {
 
-// The books of a view as a list model of the toolkit. Wraps the shared array: an item is made when a cell asks for it,
-// so that a model of any size is made at once. A position has at most one item at a time. Main thread.
+// The books of a view as a list model of the toolkit. Wraps the shared array: items are created on request, so creating
+// a model of any size is fast. A position has at most one item at a time. Main thread only.
 //
-// The interface is the first base class, so that it is registered before the object is made.
+// The interface is the first base class, so that it is registered before the object is created.
 class BookModel : public Gio::ListModel, public Glib::Object {
 public:
     static Glib::RefPtr<BookModel> create();
 
-    // Replaces the books. A common beginning and end stay as they are. Between them, as many positions as possible keep
-    // their items and get other books; the rest is removed or added behind them.
+    // Replaces the books. A common start and end stay unchanged. Between them, as many positions as possible keep their
+    // items and get other books; the rest is removed, or added after them.
     void setBooks(ShownBooks books);
     const ShownBooks& books() const { return _books; }
 
-    // The number of items made so far.
+    // The number of items that were created so far.
     std::size_t itemsMade() const { return _itemsMade; }
 
 protected:
@@ -33,9 +33,9 @@ protected:
 
 private:
     BookModel();
-    // Gives the existing items from `first` to before `end` the books of their positions.
+    // Updates the books of the existing items in [first, end).
     void updateItems(guint first, guint end);
-    // Positions from `position` on were removed, and others added there.
+    // Shifts the items after `position`, where positions were removed and others added.
     void moveItems(guint position, guint removed, guint added);
     std::vector<Glib::RefPtr<BookItem>> itemsFrom(guint position) const;
 

@@ -10,17 +10,17 @@
 
 namespace pagora {
 
-// Shows context menus over a widget, one at a time. Main thread.
+// Shows context menus over a widget, one at a time. Main thread only.
 class BookPopover {
 public:
-    // A scrolled parent would cut the menus.
+    // `parent` must not be scrolled, or the menus would be clipped.
     explicit BookPopover(Gtk::Widget& parent)
         : _parent(parent)
     {
     }
     ~BookPopover();
 
-    // `place` is in the parent's points.
+    // `place` is in points of the parent.
     void popUp(const BookMenu& menu, const Gdk::Rectangle& place);
 
     // Null until a menu is shown.
@@ -30,7 +30,7 @@ private:
     void dropPopover();
 
     Gtk::Widget& _parent;
-    // Made anew for each menu.
+    // Created again for each menu.
     std::unique_ptr<Gtk::PopoverMenu> _popover;
 };
 

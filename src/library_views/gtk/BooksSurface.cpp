@@ -167,7 +167,7 @@ void BooksSurface::nameItem(Gtk::Widget& cell, const Glib::ustring& name, const 
     if (!item)
         return;
     setAccessibleName(*item, name);
-    // Only rows have the name of their book; cells have their text.
+    // Rows get the name of their book. Cells already have their text.
     if (item->get_css_name() == "cell" && item->get_parent())
         setAccessibleName(*item->get_parent(), spokenBook(*book));
 }

@@ -19,10 +19,10 @@
 namespace pagora {
 
 // The common base of the grid and the list: a model of the books that a query selects from an array controller, and a
-// selection that is kept equal to the controller's. Books that are no longer shown are deselected. Main thread.
+// selection that is kept equal to the controller's. Books that are no longer shown are deselected. Main thread only.
 class BooksSurface : public LibraryViewSurface, protected ArrayObserver {
 public:
-    // The finder outlives it.
+    // `finder` must outlive this object.
     BooksSurface(ArrayController& books, LibraryFinder& finder);
     ~BooksSurface() override;
 
@@ -30,25 +30,25 @@ public:
     void setDropDelegate(DropDelegate* delegate) override { _dropDelegate = delegate; }
     void popUpContextMenu(const BookMenu& menu) override;
 
-    // The widget for the window.
+    // Returns the widget for the window.
     virtual Gtk::Widget& widget() = 0;
-    // Provides the query whenever the books are replaced; without it, all books are shown in their order. Until the
-    // result arrives the previous books stay visible, and none of them can be selected.
+    // Sets the function that returns the query whenever the books are replaced. Without it, all books are shown in
+    // their order. The previous books stay visible until the result arrives, but none of them can be selected.
     void setQuery(std::function<BookQuery()> query);
-    // The result of the query may have changed.
+    // Called when the result of the query may have changed.
     void queryDidChange();
     // Focuses the first selected book that is shown. Selects the first book if none is selected.
     void goToBooks();
-    // The same without selecting.
+    // Focuses the first selected book that is shown, without selecting.
     void focusBooks();
     const ShownBooks& shownBooks() const { return _model->books(); }
 
-    // Called when the books were replaced.
+    // Sets the callback for replaced books.
     void setContentAction(std::function<void()> action) { _contentAction = std::move(action); }
-    // Called when the shown books have changed.
+    // Sets the callback for a change of the shown books.
     void setShownAction(std::function<void()> action) { _shownAction = std::move(action); }
     DropDelegate* dropDelegate() const { return _dropDelegate; }
-    // Called when a drag of files enters or leaves the view.
+    // Sets the callback for a drag of files that enters or leaves the view.
     void setDragAction(std::function<void(const DropHover&)> action) { _dragAction = std::move(action); }
     const BookArray& content() const { return _books.contentArray(); }
     bool isEmpty() const { return _books.content().empty(); }
@@ -62,12 +62,12 @@ protected:
     void contentDidChange() override;
     void selectionDidChange() override;
 
-    // Handles clicks and keys on the view, whose items are children of `items`. A click beside them clears the
+    // Handles clicks and keys on the view, whose items are children of `items`. A click outside them clears the
     // selection.
     void watchInput(Gtk::Widget& view, Gtk::Widget& items);
     // Called before the widgets are destroyed.
     void stopWatching();
-    // The user asked for the book at this position to be opened.
+    // Called when the user opens the book at this position.
     void activate(guint position);
 
     Glib::RefPtr<Gtk::MultiSelection> sharedSelection() { return _selection; }
@@ -84,7 +84,7 @@ protected:
             auto* const cell = make();
             item->set_child(*cell);
             rememberItem(*cell, item->gobj());
-            // The library is shown again after a reader: progress may have changed.
+            // The cell becomes visible again after a book was read, so its progress may have changed.
             cell->signal_map().connect([cell, item = item.get()] {
                 if (const auto shown = itemOf(*item)) {
                     cell->showProgress();
@@ -124,9 +124,9 @@ private:
     void show(ShownBooks shown, MoveToSelection move);
     void moveTo(std::size_t position);
     std::optional<std::size_t> firstSelected() const;
-    // Whether the shown books are the current ones of the controller.
+    // Returns whether the shown books are the controller's current ones.
     bool showsContent() const;
-    // The index of the item's book in the controller.
+    // Returns the index of the item's book in the controller.
     std::optional<std::size_t> indexOf(Gtk::Widget& item) const;
     static Glib::RefPtr<BookItem> itemOf(const Gtk::ListItem& item);
     // Sets the accessible names of the list's own widgets around the cell.
@@ -139,17 +139,17 @@ private:
     void watchRightButton(Gtk::Widget& view);
     void watchKeys(Gtk::Widget& view);
     bool activateSelected();
-    // The child of `_items` that holds the widget; null for a widget outside the items.
+    // Returns the child of `_items` that contains the widget; null for a widget outside the items.
     Gtk::Widget* itemHolding(Gtk::Widget* widget) const;
     static std::optional<std::size_t> positionOf(Gtk::Widget& item);
-    // The focused item, or the first selected one. Stores its place in `_menuPlace`.
+    // Returns the focused item, or the first selected one. Stores its place in `_menuPlace`.
     std::optional<std::size_t> itemForKeys(Gtk::Widget& view);
 
     ArrayController& _books;
     LibraryFinder& _finder;
     // Null while no search is pending.
     LibraryFinder::Ticket _finding;
-    // Whether to focus the result when it arrives.
+    // True if the result gets the focus when it arrives.
     bool _goesToBooks = false;
     std::function<BookQuery()> _query;
     Handler* _handler = nullptr;
@@ -159,7 +159,7 @@ private:
     std::function<void(const DropHover&)> _dragAction;
     Glib::RefPtr<BookModel> _model;
     Glib::RefPtr<Gtk::MultiSelection> _selection;
-    // Set while one of the two selections is copied to the other.
+    // True while one of the two selections is copied to the other.
     bool _isFollowing = false;
     sigc::connection _selectionChanged;
     sigc::connection _clickReport;

@@ -41,7 +41,7 @@ void BooksSurface::stopWatching()
 
 void BooksSurface::watchLeftButton(Gtk::Widget& view)
 {
-    // The items claim clicks, so clicks are captured on the way down and reported on the way up.
+    // The items claim clicks, so releases are captured before the items get them, and reported when idle.
     const auto events = Gtk::EventControllerLegacy::create();
     events->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     events->signal_event().connect(
@@ -67,7 +67,7 @@ void BooksSurface::watchLeftButton(Gtk::Widget& view)
 
 bool BooksSurface::isOverItem(Gtk::Widget& view, const Gdk::Event& event) const
 {
-    // Events come in the coordinates of the window's surface.
+    // The coordinates of events are relative to the window's surface.
     double x = 0;
     double y = 0;
     double left = 0;

@@ -12,7 +12,7 @@ bool holds(Gdk::DragAction actions, Gdk::DragAction action)
     return (actions & action) != Gdk::DragAction();
 }
 
-// Remote files that are not mounted have no path and are left out.
+// Returns the paths of the dropped files. Remote files that are not mounted have no path and are omitted.
 std::vector<std::string> pathsOf(const GValue& value)
 {
     std::vector<std::string> paths;
@@ -25,8 +25,8 @@ std::vector<std::string> pathsOf(const GValue& value)
     return paths;
 }
 
-// The actions that the source allows. On Wayland they do not change during a drag, and GTK reports only the chosen
-// action later, so the first report is kept with the drag.
+// Returns the actions that the source allows. On Wayland they do not change during a drag, and GTK reports only the
+// chosen action later, so the first report is stored with the drag.
 Gdk::DragAction allowedActions(const Gdk::Drop& drop)
 {
     static constexpr const char* key = "pagora-allowed-actions";
@@ -110,7 +110,7 @@ Gdk::DragAction FileDropTarget::judge()
     return _answer;
 }
 
-// The allowed actions change with the modifier keys.
+// Called when modifier keys may have changed the allowed actions.
 Gdk::DragAction FileDropTarget::judgeAgain()
 {
     const auto drop = _target->get_current_drop();

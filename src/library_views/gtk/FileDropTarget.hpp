@@ -15,15 +15,15 @@ namespace pagora {
 struct DropHover {
     enum class State { Away, Taken, Refused };
     State state = State::Away;
-    // The reason of a refusal, for the user.
+    // The reason of a rejection, for the user.
     std::string why;
     bool operator==(const DropHover&) const = default;
 };
 
-// Accepts dropped files on a widget for a delegate that validates them. Main thread.
+// Accepts dropped files on a widget for a delegate that validates them. Main thread only.
 class FileDropTarget {
 public:
-    // Null when files are not accepted.
+    // Returns the delegate, or null if files are not accepted.
     using Delegate = std::function<DropDelegate*()>;
 
     // `hovers` is called when a drag enters or leaves the widget.
@@ -46,7 +46,7 @@ private:
     Delegate _delegate;
     std::function<void(const DropHover&)> _hovers;
     Glib::RefPtr<Gtk::DropTarget> _target;
-    // Also reports when refused files leave.
+    // Also reports rejected files that leave.
     Glib::RefPtr<Gtk::DropControllerMotion> _motion;
     Gdk::DragAction _judged = {};
     Gdk::DragAction _answer = {};

@@ -30,7 +30,7 @@ GridSurface::GridSurface(ArrayController& books, LibraryFinder& finder, CoverLoa
     leaveUnnamed(*_imageView);
     watchInput(*_bookCollectionView, *_bookCollectionView);
 
-    // The view keeps cells for thirty rows of its maximum column count, so that count is set to what fits.
+    // The view creates cells for thirty rows of its maximum column count, so that count is set to the columns that fit.
     _widthChanged = _scroller->get_hadjustment()->property_page_size().signal_changed().connect([this] {
         _fitting.disconnect();
         _fitting = Glib::signal_idle().connect(

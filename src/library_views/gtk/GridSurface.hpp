@@ -9,7 +9,7 @@
 
 namespace pagora {
 
-// The layout "ImageView": a grid of covers. Main thread.
+// The layout "ImageView": a grid of covers. Main thread only.
 class GridSurface : public BooksSurface {
 public:
     GridSurface(ArrayController& books, LibraryFinder& finder, CoverLoader& loader);

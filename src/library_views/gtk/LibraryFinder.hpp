@@ -9,7 +9,7 @@
 
 namespace pagora {
 
-// Finds and orders books in the background. Main thread.
+// Finds and orders books in the background. Main thread only.
 class LibraryFinder {
 public:
     using Receiver = std::function<void(ShownBooks)>;
@@ -28,12 +28,12 @@ public:
     void dropOthers(const BookArray& books);
 
 private:
-    // The index of these books; replaces the previous index. On the worker's thread.
+    // Returns the index of these books; replaces the previous index. Called on the worker's thread.
     BookIndex& indexOf(const BookArray& books);
     Worker& worker();
 
     RunLoop& _runLoop;
-    // Used by the worker only.
+    // Accessed by the worker only.
     std::unique_ptr<BookIndex> _index;
     // Created with the first search.
     std::unique_ptr<Worker> _worker;

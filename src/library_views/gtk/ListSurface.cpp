@@ -15,13 +15,13 @@ namespace pagora {
 namespace {
 
 constexpr Size smallCover { 28, 40 };
-// Column widths in points. The identifier's fits the longest of the usual identifiers with margins.
+// Column widths in points. The identifier column fits the longest common identifiers with margins.
 constexpr double identifierWidth = 220;
 constexpr double thirteenDigits = 130;
 
 using Text = const std::optional<std::string>& (BookInfo::*)() const;
 
-// One of a book's texts.
+// A cell with one of a book's texts.
 class TextCell : public Gtk::Label {
 public:
     TextCell(Text text, const char* style)

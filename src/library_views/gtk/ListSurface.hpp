@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// The layout "TableView": a list with the columns cover, title, author and identifier. Main thread.
+// The layout "TableView": a list with the columns cover, title, author and identifier. Main thread only.
 class ListSurface : public BooksSurface {
 public:
     ListSurface(ArrayController& books, LibraryFinder& finder, CoverLoader& loader);

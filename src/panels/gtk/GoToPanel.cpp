@@ -69,7 +69,7 @@ void GoToPanel::addSpin(int row, Gtk::Label& name, Gtk::SpinButton& field, Gtk::
     field.set_width_chars(width);
     field.set_numeric(true);
     field.set_snap_to_ticks(true);
-    // Before the field takes the key for itself, which would only take the number over.
+    // The key is captured before the field, which would only adopt the number.
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     keys->signal_key_pressed().connect(

@@ -16,26 +16,26 @@
 namespace pagora {
 
 // The panel for jumps by number: to a percentage of the book, to a page, or to a page of the printed edition. Main
-// thread.
+// thread only.
 class GoToPanel {
 public:
-    // The current place. Missing numbers are not offered.
+    // The current place. Numbers that are nullopt are not offered.
     struct Place {
         std::optional<int> percentage;
-        // Counted from 1.
+        // The page number, from 1.
         int page = 1;
         int pages = 1;
-        // Whether the pages are those of the whole book.
+        // True if the pages are those of the whole book.
         bool isOfBook = false;
     };
     struct Actions {
         std::function<void(double percentage)> goToPercentage;
         std::function<void(std::int64_t page)> goToPage;
-        // By its place in the list of printed pages.
+        // Called with the index in the list of printed pages.
         std::function<void(std::size_t index)> goToPrintedPage;
     };
 
-    // The panel stands at the lower edge of a widget, which outlives it.
+    // The panel is shown at the lower edge of `anchor`, which must outlive this object.
     GoToPanel(Gtk::Widget& anchor, std::function<Place()> place, Actions actions);
     ~GoToPanel();
     GoToPanel(const GoToPanel&) = delete;

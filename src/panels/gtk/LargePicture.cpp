@@ -19,10 +19,10 @@ namespace pagora {
 
 namespace {
 
-// In pixels: the side of a large screen.
+// Maximum side in pixels: that of a large screen.
 constexpr double maxSide = 4096;
 
-// Transparent parts become white, so that dark drawings are seen on every paper.
+// Fills transparent parts with white, so that dark drawings are visible on every theme.
 Image onWhite(const Image& image)
 {
     constexpr guint32 white = 0xFFFFFFFF;
@@ -34,7 +34,7 @@ Image onWhite(const Image& image)
     return opaque ? Image(std::shared_ptr<GdkPixbuf>(opaque, g_object_unref), image.size()) : image;
 }
 
-// No larger than a screen, which saves memory. Blocks.
+// Decodes a file at no more than the size of a screen, which saves memory. Blocks.
 std::optional<Image> decodedFile(const std::string& file, Size enough)
 {
     const auto bytes = readFile(file);

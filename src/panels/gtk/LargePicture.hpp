@@ -11,23 +11,23 @@
 
 namespace pagora {
 
-// A picture of the book as large as the window, over everything else in it, until a press or a key takes it away. It is
-// decoded in a process of its own. Main thread.
+// Shows a picture of the book in the size of the window, over everything else, until a press or a key closes it. The
+// picture is decoded in a separate process. Main thread only.
 class LargePicture {
 public:
-    // `window` is what the picture covers; it and the run loop outlive this.
+    // `window` is the overlay that the picture covers. It and the run loop must outlive this object.
     LargePicture(Gtk::Overlay& window, RunLoop& runLoop);
     ~LargePicture();
     LargePicture(const LargePicture&) = delete;
     LargePicture& operator=(const LargePicture&) = delete;
 
-    // Called when the picture has gone.
+    // Sets the callback for a closed picture.
     void setCloseHandler(std::function<void()> handler) { _onClose = std::move(handler); }
-    // Shows the file once it is decoded, instead of one that is still being decoded; calls `orElse` where it does not
-    // decode. `name` is for assistive technology.
+    // Decodes and shows the file; replaces a file that is still being decoded. Calls `orElse` if the file cannot be
+    // decoded. `name` is for assistive technology.
     void show(const std::string& file, const std::string& name, std::function<void()> orElse);
     bool isShown() const { return _picture.get_visible(); }
-    // Takes the picture away, or gives up the one that is being decoded; says whether there was one.
+    // Closes the picture, or cancels decoding. Returns whether there was anything to close or cancel.
     bool close();
 
 private:

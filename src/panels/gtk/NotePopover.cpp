@@ -14,7 +14,7 @@ namespace {
 // In pixels.
 constexpr int noteWidth = 340;
 constexpr int maxNoteHeight = 260;
-// How long the pointer may take from the reference to the note, in milliseconds.
+// Time for the pointer to move from the reference to the note, in milliseconds.
 constexpr unsigned wayTime = 350;
 
 }
@@ -68,7 +68,7 @@ void NotePopover::show(const std::string& text, const Gdk::Rectangle& place, Poi
 {
     _hiding.disconnect();
     _pointerIsIn = false;
-    // One that would take the keyboard and the pointer for itself stands in the way of somebody who only looks.
+    // A popover that was opened by the pointer must not grab keyboard and pointer.
     const bool isForPointer = way == PointedLink::Way::Pointer;
     _popover.popdown();
     _popover.set_autohide(!isForPointer);

@@ -14,18 +14,18 @@
 namespace pagora {
 
 // Shows a note beside its reference, in the colours of the page. A note that was opened by the pointer closes when the
-// pointer has left both. Main thread.
+// pointer has left both. Main thread only.
 class NotePopover {
 public:
-    // The parent widget outlives it.
+    // `page` is the parent widget and must outlive this object.
     NotePopover(Gtk::Widget& page, std::function<void()> goThere);
     ~NotePopover();
     NotePopover(const NotePopover&) = delete;
     NotePopover& operator=(const NotePopover&) = delete;
 
-    // The place in pixels of the page's widget.
+    // `place` is in pixels of the page's widget.
     void show(const std::string& text, const Gdk::Rectangle& place, PointedLink::Way way);
-    // The pointer is no longer on the reference.
+    // Called when the pointer has left the reference.
     void pointerLeft();
     void hide() { _popover.popdown(); }
     Gtk::Popover& popover() { return _popover; }

@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// A popover that is anchored to a widget of its window, which outlives it. Main thread.
+// A popover that is anchored to a widget of its window. The widget must outlive this object. Main thread only.
 class PopoverPanel : public Panel {
 public:
     PopoverPanel(Gtk::Popover& popover, Gtk::Widget& anchor);

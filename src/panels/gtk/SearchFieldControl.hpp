@@ -9,7 +9,8 @@
 
 namespace pagora {
 
-// A GtkSearchEntry of a layout. Uses the C functions, because gtkmm's class changed between 4.12 and 4.14. Main thread.
+// A GtkSearchEntry of a layout. Uses the C functions, because gtkmm's class changed between 4.12 and 4.14. Main thread
+// only.
 class SearchFieldControl : public TextField, public WidgetControl {
 public:
     explicit SearchFieldControl(Gtk::Widget& entry);
@@ -17,12 +18,12 @@ public:
 
     void setStringValue(const std::string& text) override;
     std::string stringValue() const override;
-    // It is as wide as its pane.
+    // Does nothing: the field is as wide as its pane.
     void sizeToFit() override { }
 
-    // Called for Enter and for Escape.
+    // Sets the callbacks for Enter and for Escape.
     void setActions(std::function<void()> search, std::function<void()> leave);
-    // Called at each change of the text.
+    // Sets the callback for each change of the text.
     void setChanged(std::function<void()> changed) { _changed = std::move(changed); }
 
 private:

@@ -15,8 +15,8 @@ namespace pagora {
 
 namespace {
 constexpr std::size_t maxLabelLength = 400;
-// A list makes a widget for each of its first 200 or so rows, in view or not, and all at once. So these rows come in
-// parts, between which keys are handled.
+// A list creates the widgets of its first 200 or so rows at once, even if they are not visible. Therefore these rows
+// are added in parts, and keys are handled in between.
 constexpr std::size_t rowsWithWidgets = 240;
 constexpr std::size_t rowsAtOnce = 30;
 }
@@ -76,7 +76,7 @@ void SearchPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
         row->showResult(_results[*line.result]);
     else
         row->showChapter(line.chapter);
-    // Assistive technology sees the list's item around the row.
+    // Assistive technology gets the name from the list item around the row.
     const auto label = displayText(line.result ? spokenResult(_results[*line.result]) : line.chapter, maxLabelLength);
     gtk_accessible_update_property(
         GTK_ACCESSIBLE(row->get_parent()->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);
@@ -131,7 +131,7 @@ void SearchPaneGtk::addResults(const std::vector<FoundText>& results)
 void SearchPaneGtk::addRows(std::size_t count)
 {
     const auto first = _model->get_n_items();
-    // Rows show `_lines`; the strings only stand for them.
+    // The list shows `_lines`; the strings of the model are empty.
     _model->splice(first, 0, std::vector<Glib::ustring>(std::min<std::size_t>(count, _lines.size() - first)));
 }
 

@@ -19,10 +19,10 @@ namespace pagora {
 class SearchFieldControl;
 class SearchResultRow;
 
-// The results of a search in the widgets of a layout, below the search field. Main thread.
+// The results of a search in the widgets of a layout, below the search field. Main thread only.
 class SearchPaneGtk : public SearchPane {
 public:
-    // The widgets of the layout; all outlive it, as does the queue, through which results are chosen.
+    // The widgets of the layout and the queue through which results are chosen. All must outlive this object.
     struct Parts {
         Gtk::Widget& results;
         Gtk::Widget& contents;
@@ -43,19 +43,19 @@ public:
     void emptyField() override;
 
     bool isShown() const { return _parts.results.get_visible(); }
-    // Called with the number of a result that was chosen.
+    // Sets the callback for the index of a chosen result.
     void setChosen(std::function<void(std::size_t index)> chosen) { _chosen = std::move(chosen); }
     void focusResults();
 
 private:
-    // The content of a row: the name of a chapter, or the number of a result.
+    // The content of a row: the name of a chapter, or the index of a result.
     struct Line {
         std::optional<std::size_t> result;
         std::string chapter;
     };
 
     void connectRows();
-    // Adds rows for so many more of the lines at most.
+    // Adds rows for at most `count` more lines.
     void addRows(std::size_t count);
     void bind(const Glib::RefPtr<Gtk::ListItem>& item);
     void choose(guint position);
@@ -65,11 +65,11 @@ private:
     std::function<void(std::size_t)> _chosen;
     std::vector<Line> _lines;
     std::vector<FoundText> _results;
-    // The row of each result.
+    // The row index of each result.
     std::vector<guint> _rowOfResult;
-    // Has a row for each of the first lines.
+    // Has one row for each line that was added so far.
     Glib::RefPtr<Gtk::StringList> _model;
-    // Adds the rows that are missing.
+    // Adds the remaining rows when idle.
     sigc::connection _rest;
     Glib::RefPtr<Gtk::SingleSelection> _selection;
     std::vector<sigc::connection> _connections;

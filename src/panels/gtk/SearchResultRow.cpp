@@ -10,7 +10,7 @@ namespace pagora {
 
 namespace {
 
-// Soft hyphens would be shown where the line is broken elsewhere than in the book.
+// Removes soft hyphens, which would be visible where the row breaks lines differently from the book.
 std::string withoutSoftHyphens(std::string text)
 {
     constexpr std::string_view softHyphen = "\xC2\xAD";
@@ -32,14 +32,14 @@ SearchResultRow::SearchResultRow()
     set_hexpand(true);
     _layout->set_ellipsize(Pango::EllipsizeMode::END);
     _layout->set_wrap(Pango::WrapMode::WORD_CHAR);
-    // The list's item around it has the role and the name.
+    // The list item around this widget has the role and the name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
 }
 
 void SearchResultRow::show(const Glib::ustring& markup, int maxLines)
 {
     _layout->set_markup(markup);
-    // A negative height is a number of lines.
+    // Pango takes a negative height as a number of lines.
     _layout->set_height(-maxLines);
     queue_resize();
 }

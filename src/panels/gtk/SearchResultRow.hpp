@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// One line of the results: the name of a chapter, or a match with the words around it. Draws the text itself, because a
-// list makes about 200 rows at once, and a label computes its layout several times. Main thread.
+// One row of the results: the name of a chapter, or a match with its context. Draws the text itself, because a list
+// creates about 200 rows at once, and a label computes its layout several times. Main thread only.
 class SearchResultRow : public Gtk::Widget {
 public:
     SearchResultRow();
@@ -30,7 +30,7 @@ private:
     Glib::RefPtr<Pango::Layout> _layout;
 };
 
-// The accessible name of a result.
+// Returns the accessible name of a result.
 std::string spokenResult(const FoundText& found);
 
 }

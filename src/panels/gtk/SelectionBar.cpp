@@ -63,7 +63,7 @@ SelectionBar::~SelectionBar()
 
 void SelectionBar::show(const PlacedText& text)
 {
-    // What is hidden has no size.
+    // A hidden widget has no size.
     _bar.set_visible(true);
     _bar.set_margin_start(0);
     _bar.set_margin_top(0);
@@ -71,7 +71,7 @@ void SelectionBar::show(const PlacedText& text)
         static_cast<double>(naturalLength(_bar, Gtk::Orientation::VERTICAL)) };
     const Size view { static_cast<double>(_place.get_width()), static_cast<double>(_place.get_height()) };
     const auto bar = placeOfBar(text, size, view);
-    // Margins count from the side where the interface's lines begin.
+    // In right-to-left interfaces, the start margin is on the right.
     const bool fromRight = _bar.get_direction() == Gtk::TextDirection::RTL;
     const double start = fromRight ? view.width - bar.x - bar.width : bar.x;
     _bar.set_margin_start(static_cast<int>(std::lround(std::max(0.0, start))));

@@ -11,30 +11,30 @@
 
 namespace pagora {
 
-// A small bar beside selected text, on the paper of the page, with what can be done with the text. It lies over the
-// page and never takes the focus by itself. Main thread.
+// A small bar beside selected text, in the page's colours, with actions for the text. It lies over the page and never
+// takes the focus by itself. Main thread only.
 class SelectionBar {
 public:
-    // A button of the bar. Its label is what assistive technology tells, unless `name` is set.
+    // A button of the bar. Its accessible name is the label unless `name` is set.
     struct Action {
         Glib::ustring title;
         std::function<void()> run;
-        // Of the style sheet.
+        // CSS class of the button.
         Glib::ustring cssClass = {};
         Glib::ustring name = {};
     };
 
-    // The actions stand in the bar in their order; a further button is a further action. `place` outlives the bar.
-    // `onLeave` is called when the bar had the keyboard and was hidden.
+    // `actions` are the buttons in their order. `place` must outlive the bar. `onLeave` is called if the bar had the
+    // keyboard focus when it was hidden.
     SelectionBar(
         Gtk::Overlay& place, const Glib::ustring& name, std::vector<Action> actions, std::function<void()> onLeave);
     ~SelectionBar();
     SelectionBar(const SelectionBar&) = delete;
     SelectionBar& operator=(const SelectionBar&) = delete;
 
-    // In pixels of `place`.
+    // Shows the bar beside the text, which is in pixels of `place`.
     void show(const PlacedText& text);
-    // Gives the keyboard to the first button.
+    // Moves the keyboard focus to the first button.
     void focus();
     void hide();
     bool isShown() const { return _bar.get_visible(); }

@@ -13,7 +13,7 @@ namespace {
 
 enum Tag : int { Previous = 0, Next = 1 };
 
-// In seconds: how long the next action waits for a page, and a page for its resources before it is shown without them.
+// In seconds. The next action waits this long for a page, and a page this long for its resources.
 constexpr double pageTimeout = 10;
 
 constexpr const char* pageScripts[] = { "jquery-1.7.1.min", "rescaling" };
@@ -40,7 +40,7 @@ FixedEpubController::FixedEpubController(
 
 FixedEpubController::~FixedEpubController()
 {
-    // The window may outlive this while it leaves full screen.
+    // The window may outlive this object while it leaves full screen.
     _window.webView().setDelegate(nullptr);
     _window.locSlider().setAction(nullptr);
     _window.goLeftButton().setAction(nullptr);
@@ -159,7 +159,7 @@ void FixedEpubController::pageTurnTo(std::int32_t page)
         return;
     const auto index = static_cast<std::uint64_t>(page) - 1;
     if (index != _activeSplitIndex && index < _bookSplits.size()) {
-        // All the pages on the slider's way are one jump.
+        // All moves of the slider are one jump.
         if (!_isSeeking)
             leavePage();
         _isSeeking = true;
@@ -225,7 +225,7 @@ Task<void> FixedEpubController::preparePage(DataSource source)
     co_await rescale();
     if (!_fixedWindowFitted) {
         co_await fitWindow();
-        // The page is shown at the window's new size.
+        // Wait until the page has the window's new size.
         co_await _window.window().laidOut();
     }
     co_await paintMarks();
@@ -308,7 +308,7 @@ Task<void> FixedEpubController::showMissingPage(DataSource source)
     if (source.load != _window.webView().currentLoad())
         co_return;
     _pageTimer.reset();
-    // A page that is shown stays, since the book does not continue.
+    // The shown page stays, because the book cannot continue.
     if (_window.webView().isHidden() || _preparedLoad == 0) {
         const auto index = _splitIndexDict.find(source.url.lastPathComponent());
         if (index != _splitIndexDict.end())
@@ -361,7 +361,7 @@ bool FixedEpubController::dividerHasMoved()
 
 void FixedEpubController::didResize()
 {
-    // The page follows the window, not the divider.
+    // The page is scaled when the window changes, not when the divider moves.
     if (_preparedLoad == 0 || dividerHasMoved() || _rescalePending)
         return;
     _rescalePending = true;

@@ -24,7 +24,7 @@
 
 namespace pagora {
 
-// The text of one of the program's scripts by its name, without ".js"; empty if there is none.
+// Returns the text of one of the program's scripts by its name, without ".js"; empty if there is none.
 using ScriptResources = std::function<std::string(const std::string& name)>;
 
 // The fixed-layout reader: every file of the reading order is one page, scaled to the window by the program's scripts.
@@ -40,19 +40,19 @@ public:
     void loadSplits(std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent);
     // Fills the contents pane of a book that was opened without contents.
     void showContents(const std::vector<ContentsEntry>& entries);
-    // Hides the page and loads another; it is shown again when it is scaled.
+    // Hides the page and loads another one, which is shown when it is scaled.
     void changeChapter(const Url& url) override;
-    // Turns the page: tag 0 back, 1 (and any other) on. The slider has its own form, with its value.
+    // Turns the page: tag 0 goes back, 1 (and any other) forward. The overload for the slider gets its value.
     void changePage(int tag);
     void changePageTo(float sliderValue);
     void goToFirstPage();
     void goToLastPage();
-    // A page of the book, counted from 1; the one before is remembered.
+    // Shows a page of the book, from 1, and adds the current page to the history.
     void goToPageNumber(std::int64_t number);
-    // The page that the last jump has left, and the one that the way back has left.
+    // Goes back to the page before the last jump, and forward again.
     void goBack() { takeWay(&JumpHistory::back); }
     void goOn() { takeWay(&JumpHistory::on); }
-    // A flick over the page, by its horizontal distance.
+    // Called for a flick over the page, with its horizontal distance.
     void scrollWheelBegan(double deltaX);
     void toggleLeftView() { _splitRules.toggleLeftView(); }
 
@@ -60,7 +60,7 @@ public:
     std::uint64_t activeSplitIndex() const override { return _activeSplitIndex; }
     void setActiveSplitIndex(std::uint64_t index) { _activeSplitIndex = index; }
     ContentsPane& contentsPane() { return _contentsPane; }
-    // Returns whether no action, report or page is still under way.
+    // Returns whether no action, report or page is pending.
     bool isSettled() const { return _queue.isIdle() && !_queue.actionsAreHeld(); }
 
     void resourceDidFinishLoading(const DataSource& source) override;
@@ -78,7 +78,7 @@ public:
     }
     void pressesMark(const PressedMark& mark) override;
 
-    // Each page is a chapter of the marks.
+    // For marks, each page is a chapter.
     std::vector<std::string> chapterNames() override;
     void setMarks(MarksHooks marks) override { _marks = std::move(marks); }
     void runChapterScript() override;
@@ -88,10 +88,10 @@ public:
     SelectedText& selectedText() { return _selectedText; }
 
 private:
-    // What paints the marks of a page; empty if it has none.
+    // Returns the script that paints the marks of a page; empty if it has none.
     std::string marksScript(std::uint64_t page) const;
     Task<void> paintMarks();
-    // A jump is about to leave the page.
+    // Called before a jump leaves the page.
     void leavePage();
     void takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&));
     std::optional<SeenPage> seenPage() const;
@@ -109,7 +109,7 @@ private:
     bool dividerHasMoved();
     Task<void> showMissingPage(DataSource source);
     void showPage(bool isMissing);
-    // Prepares the page that the user is likely to turn to.
+    // Prepares the page to which the user is likely to turn.
     void prepareNextPage();
 
     FixedWindow& _window;
@@ -123,14 +123,14 @@ private:
     std::map<std::string, std::uint64_t> _splitIndexDict;
     std::uint64_t _activeSplitIndex = 0;
     JumpHistory _jumps;
-    // The last jump was one of the slider, which is moved through many pages.
+    // True if the last jump came from the slider, which moves through many pages.
     bool _isSeeking = false;
     // True if the last page turn went back.
     bool _turnsBack = false;
     std::int32_t _numberOfColumns = 0;
-    // The window has been fitted to the first page shown since the book was opened.
+    // True if the window has been fitted to the first page of the book.
     bool _fixedWindowFitted = false;
-    // The load that has been scaled.
+    // The number of the load that has been scaled.
     std::uint64_t _preparedLoad = 0;
     bool _rescalePending = false;
     // The pane sizes at the last check, in points.
@@ -144,7 +144,7 @@ private:
     LeavingLinks _leavingLinks;
     std::unique_ptr<RunLoop::Timer> _pageTimer;
     MarksHooks _marks;
-    // Marks are painted in the page that is shown, and in the one that is prepared.
+    // Marks are painted in the shown page and in the prepared one.
     struct {
         bool isHere = false;
         std::optional<std::uint64_t> ahead;
@@ -152,7 +152,7 @@ private:
     SelectedText _selectedText;
 
     SplitRules _splitRules;
-    // Last, so that pending work ends before the members that it uses.
+    // Declared last, so that pending work ends before the members that it uses.
     SerialQueue _queue;
 };
 

@@ -1,4 +1,4 @@
-// The fixed-layout reader's jumps, and the way back from them.
+// FixedEpubController: jumps, and the way back from them.
 
 #include "fixed/FixedEpubController.hpp"
 

@@ -1,4 +1,4 @@
-// The fixed-layout reader's selected text, and the marks of its pages.
+// FixedEpubController: the selected text, and the marks of the pages.
 
 #include "base/Translation.hpp"
 #include "fixed/FixedEpubController.hpp"
@@ -14,7 +14,7 @@ std::string FixedEpubController::marksScript(std::uint64_t page) const
     return hasMarks ? _marks.script(page) : std::string();
 }
 
-// A page that was prepared has the marks of that time.
+// A prepared page has the marks that existed when it was prepared.
 Task<void> FixedEpubController::paintMarks()
 {
     const bool hadMarks = _painted.ahead == _activeSplitIndex;
@@ -59,7 +59,7 @@ void FixedEpubController::goToMark(const MarkAnchor& anchor)
         goToPageNumber(static_cast<std::int64_t>(anchor.chapter) + 1);
 }
 
-// A page that the contents do not name belongs to the chapter before it.
+// A page that is not in the contents has the name of the chapter before it.
 std::vector<std::string> FixedEpubController::chapterNames()
 {
     std::map<std::string, std::string> titles;

@@ -24,7 +24,7 @@ void FixedLayoutWindowController::set_fixedController(std::unique_ptr<FixedEpubC
 
 void FixedLayoutWindowController::connect()
 {
-    // A window that leaves full screen to close has no reader any more.
+    // A window that leaves full screen in order to close has no controller any more.
     const auto withReader = [this](auto action) {
         return [this, action](auto... arguments) {
             if (_controller)

@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// A fixed-layout reader's window and the controller that it owns. The hub makes one for each book that is opened and
-// drops it at closing. Main thread only.
+// A fixed-layout reader's window and its controller, which it owns. The hub creates one for each opened book and
+// destroys it when the book is closed. Main thread only.
 class FixedLayoutWindowController {
 public:
     FixedLayoutWindowController(std::unique_ptr<FixedWindow> layout, ReaderState& state, RunLoop& runLoop,
@@ -22,10 +22,10 @@ public:
     void setBook(const std::string& title, const std::string& author) { _window->setBook(title, author); }
     // Shows a loading indicator until the page is shown or fails.
     void setLoading() { _window->setLoading(true); }
-    // Null once the reading has ended.
+    // Null after the book was closed.
     FixedEpubController* _fixedController() { return _controller.get(); }
     void set_fixedController(std::unique_ptr<FixedEpubController> controller);
-    // While it is read.
+    // Valid until the book is closed.
     BookMarks& marks() { return *_marks; }
 
     void closeEPUB() { _mainController._closeEPUB(); }
@@ -36,7 +36,7 @@ private:
     std::unique_ptr<FixedWindow> _window;
     ReaderHub& _mainController;
     std::unique_ptr<FixedEpubController> _controller;
-    // Null once the reading has ended.
+    // Null after the book was closed.
     std::unique_ptr<BookMarks> _marks;
 };
 

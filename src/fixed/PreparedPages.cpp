@@ -4,7 +4,7 @@
 
 namespace pagora {
 
-// One of the two views and its reports.
+// One of the two views, and its reports.
 class PreparedPages::Side : public WebViewDelegate {
 public:
     Side(PreparedPages& pages, std::unique_ptr<WebView> page)
@@ -128,7 +128,7 @@ void PreparedPages::report(const Side& side, std::uint64_t load, const Report& r
 
 bool PreparedPages::isAhead(const Url& url) const
 {
-    // A page that navigated by itself is a different page.
+    // The page is not the prepared one if it has navigated by itself.
     return _ahead && _ahead->url == url && _ahead->load == spare().currentLoad();
 }
 
@@ -183,7 +183,7 @@ void PreparedPages::sideIsLoaded(const Side& side, std::uint64_t load)
 
 Task<void> PreparedPages::runAhead()
 {
-    // Copied, because preparing or showing another page drops it.
+    // Copied, because preparing or showing another page destroys the original.
     const auto scripts = _ahead->scripts;
     for (const auto& script : scripts) {
         std::string answer = co_await spare().evaluateScript(script);

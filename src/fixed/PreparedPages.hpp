@@ -14,8 +14,8 @@
 namespace pagora {
 
 // A page view that consists of two: one is shown, the other loads the page that is likely to be next. A request for
-// that page exchanges the two views, delivers the reports of the prepared page and answers scripts that were already
-// evaluated in it at once. Main thread only.
+// that page exchanges the two views and immediately delivers the reports of the prepared page and the results of
+// scripts that were evaluated in it. Main thread only.
 class PreparedPages : public WebView {
 public:
     PreparedPages(std::unique_ptr<WebView> shown, std::unique_ptr<WebView> spare);
@@ -29,7 +29,7 @@ public:
     Reply<std::string> waitUntilDrawn() override;
     void prepareRequest(const Url& url, const std::vector<std::string>& scripts) override;
     void setTextSizeMultiplier(double multiplier) override;
-    // Returns whether a page is ready to be shown at once.
+    // Returns whether a page is ready to be shown immediately.
     bool isReady() const { return _ahead && _ahead->isDrawn; }
     Rect frame() const override { return shown().frame(); }
     double pixelSize() const override { return shown().pixelSize(); }
@@ -38,13 +38,13 @@ public:
     void makeFirstResponder() override { shown().makeFirstResponder(); }
 
 protected:
-    // The views were exchanged; the old one is still visible. `shown` is 0 or 1, in the order given.
+    // Called when the views were exchanged; the old one is still visible. `shown` is the index of the new one, 0 or 1.
     virtual void didExchange(std::size_t shown) { }
 
 private:
     using Report = std::function<void(WebViewDelegate& delegate)>;
     class Side;
-    // The page that is prepared: its reports so far and the results of its scripts.
+    // The prepared page: its reports so far and the results of its scripts.
     struct Ahead {
         Url url;
         std::uint64_t load = 0;
@@ -67,10 +67,10 @@ private:
     WebViewDelegate* _delegate = nullptr;
     std::array<std::unique_ptr<Side>, 2> _sides;
     std::size_t _shown = 0;
-    // The difference between the shown view's load numbers and the reported ones; each exchange counts as a load.
+    // The difference between the shown view's load numbers and the reported ones. Each exchange counts as a load.
     std::uint64_t _loadOffset = 0;
     std::optional<Ahead> _ahead;
-    // The prepared results for the page of this load.
+    // The load whose page has prepared results.
     std::uint64_t _answeredLoad = 0;
     std::map<std::string, std::string> _answers;
     bool _isDrawn = false;

@@ -14,7 +14,7 @@ namespace pagora {
 
 // Actions of the user in the library window and its menu. Called from the main loop.
 struct LibraryWindowActions {
-    // The library window is about to close. Returns whether it may.
+    // Called before the library window closes. Returns whether it may.
     std::function<bool()> windowShouldClose;
     std::function<void()> readBook;
     std::function<void()> bookListMode;
@@ -22,9 +22,9 @@ struct LibraryWindowActions {
     std::function<void()> importFolder;
     std::function<void()> exportMarks;
     std::function<void()> continueReading;
-    // The book that reading would go on in; null for none.
+    // Returns the book to continue with; null if there is none.
     std::function<BookInfoPtr()> bookToContinue;
-    // The books that were read, the last one first.
+    // Returns the books that were read, most recent first.
     std::function<std::vector<BookInfoPtr>()> booksRead;
     std::function<void()> cancelProcess;
     std::function<void()> openSettings;
@@ -44,12 +44,12 @@ struct LibraryEvent {
 
     Kind kind = Kind::KeyDown;
     int keyCode = -1;
-    // Control is held.
+    // True if Control is held.
     bool command = false;
 };
 
-// The library window, with the progress, error and settings windows of the same layout; controls by their names there.
-// Main thread only.
+// The library window, with the progress, error and settings windows of the same layout. Controls have their names in
+// the layout. Main thread only.
 class LibraryWindow : public LibraryViewHost {
 public:
     virtual void setActions(LibraryWindowActions actions) = 0;
@@ -72,23 +72,23 @@ public:
     // Ends the program.
     virtual void terminate() = 0;
 
-    // Shows an alert with the texts and one button; does not wait.
+    // Shows an alert with the texts and one button. Does not block.
     virtual void runAlertPanel(const std::string& title, const std::string& message, const std::string& button) = 0;
 
-    // Lets the user choose files with the extension "epub"; `chosen` receives their paths in order, or nothing when the
+    // Lets the user choose files with the extension "epub"; `chosen` receives their paths in order, or nothing if the
     // user cancelled. Starts in the process's current folder.
     virtual void runOpenPanel(
         const std::string& message, bool multiple, std::function<void(std::optional<std::vector<std::string>>)> chosen)
         = 0;
 
-    // Lets the user choose a folder; `chosen` receives its path, or nothing when the user cancelled.
+    // Lets the user choose a folder; `chosen` receives its path, or nullopt if the user cancelled.
     virtual void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen) = 0;
 
-    // Asks which marks of the library are exported.
+    // Returns the panel that asks which marks of the library are exported.
     virtual MarksExportPanel& marksExportPanel() = 0;
 
-    // Installs the monitor of events that go to the program's windows; an empty one removes it. The answer says whether
-    // the event is swallowed.
+    // Sets the monitor for events in the program's windows; an empty function removes it. It returns whether the event
+    // is swallowed.
     virtual void setEventMonitor(std::function<bool(const LibraryEvent&)> monitor) = 0;
 };
 

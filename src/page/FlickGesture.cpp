@@ -6,12 +6,12 @@ namespace pagora {
 
 namespace {
 
-// The horizontal part must be this many times longer than the vertical: up to 34 degrees from the horizontal.
+// The horizontal distance must be this many times the vertical one: up to 34 degrees from the horizontal.
 constexpr double lead = 1.5;
-// Minimum length and speed of a flick, in points and points per second. A slower movement is scrolling.
+// Minimum length and speed of a flick, in points and points per second. Slower movements scroll.
 constexpr double minLength = 16;
 constexpr double minSpeed = 150;
-// Minimum length of a drag that ends at rest.
+// Minimum length of a drag that ends without speed.
 constexpr double minDragLength = 40;
 
 }

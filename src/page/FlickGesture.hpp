@@ -3,7 +3,7 @@
 namespace pagora {
 
 // Decides whether a gesture on a touchpad or touchscreen turns the page: it must be horizontal over its whole course,
-// long enough, and fast enough where it has a speed. Lengths in points, to the right and down.
+// long enough, and, if it has a speed, fast enough. Lengths are in points, positive to the right and down.
 class FlickGesture {
 public:
     // Adds a movement.
@@ -14,15 +14,15 @@ public:
     // Returns whether the gesture is horizontal so far and long enough to be intended.
     bool isHorizontal() const;
 
-    // The horizontal speed in points per second if lifting the fingers now turns a page; 0 otherwise.
+    // Returns the horizontal speed in points per second if lifting the fingers now turns a page; otherwise 0.
     double turnAtSpeed(double velocityX, double velocityY) const;
-    // The horizontal distance in points if lifting the finger now turns a page; 0 otherwise.
+    // Returns the horizontal distance in points if lifting the finger now turns a page; otherwise 0.
     double turnAtRest() const;
 
 private:
     double _x = 0;
     double _y = 0;
-    // The distance along each axis, in both directions.
+    // The total distance along each axis, in both directions.
     double _wayX = 0;
     double _wayY = 0;
 };

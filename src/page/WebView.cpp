@@ -44,7 +44,7 @@ std::string scriptText(const std::string& text)
     escaped.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
-        // U+2028 and U+2029 end a line in scripts.
+        // U+2028 and U+2029 are line terminators in scripts.
         if (byte == 0xE2 && text.compare(i, 2, "\xE2\x80") == 0 && i + 2 < text.size()
             && (text[i + 2] == '\xA8' || text[i + 2] == '\xA9')) {
             escaped += text[i + 2] == '\xA8' ? "\\u2028" : "\\u2029";

@@ -8,7 +8,7 @@
 
 namespace pagora {
 
-// A text of a chapter, by its places as `ChapterText` counts them.
+// A range of text in a chapter, with places as in `ChapterText`.
 struct TextInChapter {
     std::uint32_t start = 0;
     std::uint32_t end = 0;
@@ -19,17 +19,17 @@ struct ElementInChapter {
     std::string id;
 };
 
-// A share of the chapter's text, from 0 to 1.
+// A fraction of the chapter's text, from 0 to 1.
 struct ShareOfChapter {
     double share = 0;
 };
 
-// Counted from 1.
+// A page of the chapter, from 1.
 struct PageOfChapter {
     std::int64_t page = 1;
 };
 
-// Where a page began, in a strip and a view of these lengths, in points.
+// The start of a page: its offset in a strip and a view of these sizes, in points.
 struct OffsetInChapter {
     std::int64_t offset = 0;
     std::int64_t stripLength = 0;
@@ -39,7 +39,7 @@ struct OffsetInChapter {
 
 using PlaceInChapter = std::variant<TextInChapter, ElementInChapter, ShareOfChapter, PageOfChapter, OffsetInChapter>;
 
-// The destination of a jump: a document of the book and a place in it, whose page is shown.
+// The destination of a jump: a document of the book and a place in it. The page with that place is shown.
 struct Destination {
     Url document;
     PlaceInChapter place;

@@ -18,7 +18,7 @@ namespace pagora {
 
 // Actions on the selected text.
 struct SelectionActions {
-    // Shows the bar at the selected text, and hides it.
+    // Shows the bar at the selected text; `endSelection` hides it.
     std::function<void()> askForSelection;
     std::function<void()> endSelection;
     std::function<void()> copySelection;
@@ -26,33 +26,33 @@ struct SelectionActions {
     std::function<void()> lookUpSelection;
 };
 
-// Actions of the user in a reader window. Each is called from the main loop, after the control's event handling, so
-// that it may close the window.
+// Actions of the user in a reader window. Each is called from the main loop, after the control's event handling, so it
+// may close the window.
 struct ReaderWindowActions : SearchActions, SelectionActions {
     std::function<void()> closeEPUB;
     std::function<void()> toggleLeftView;
     std::function<void()> toggleFullScreen;
-    // 0 turns back, 1 turns on.
+    // 0 turns to the previous page, 1 to the next.
     std::function<void(int tag)> changePage;
     std::function<void()> goToFirstPage;
     std::function<void()> goToLastPage;
-    // A flick over the page; positive when the fingers move to the right.
+    // A flick over the page; positive if the fingers move to the right.
     std::function<void(double deltaX)> scrollWheelBegan;
     std::function<void()> windowDidEnterFullScreen;
     std::function<void()> windowDidExitFullScreen;
     std::function<void()> displayOptions;
-    // A step of the column count.
+    // Changes the column count.
     std::function<void()> changeWidth;
-    // Where the last jump came from, and on again.
+    // Goes back to the page before the last jump, and forward again.
     std::function<void()> goBack;
     std::function<void()> goOn;
-    // A share of the book, from 0 to 100.
+    // Goes to a fraction of the book, from 0 to 100.
     std::function<void(double percentage)> goToPercentage;
-    // Of the chapter, or of a book with fixed pages; counted from 1.
+    // Goes to a page of the chapter, or of a fixed-layout book, from 1.
     std::function<void(std::int64_t page)> goToPage;
-    // By its place in the list of printed pages.
+    // Goes to a page by its index in the list of printed pages.
     std::function<void(std::size_t index)> goToPrintedPage;
-    // The page of the note that is shown.
+    // Shows the page of the note that is open.
     std::function<void()> goToNote;
 };
 
@@ -71,15 +71,15 @@ public:
     virtual WebView& webView() = 0;
     // Shows a message instead of the page. Optional.
     virtual void setPageIsMissing(bool isMissing) { }
-    // The book's title and author, for display; the author may be empty. Optional.
+    // Sets the book's title and author, for display; the author may be empty. Optional.
     virtual void setBook(const std::string& title, const std::string& author) { }
     // Shows that the book has no pages, with a way back to the library.
     virtual void setNothingToShow(bool isNothing) { }
     // Shows a loading indicator if loading takes longer than a moment. Optional.
     virtual void setLoading(bool isLoading) { }
-    // Returns whether jumps lead back from the page that is shown, and on. A window may leave that out.
+    // Sets whether jumps can go back and forward from the page that is shown. Optional.
     virtual void setWay(bool leadsBack, bool leadsOn) { }
-    // The numbers of the pages of the printed edition, in order. A window may leave that out.
+    // Sets the page numbers of the printed edition, in order. Optional.
     virtual void setPrintedPages(const std::vector<std::string>& labels) { }
     // Shows a bar with actions beside the selected text. Optional.
     virtual void showSelection(const PageSelection& selection) { }
@@ -100,21 +100,22 @@ public:
     virtual PopUpButton& fontMenu() = 0;
     virtual TextField& searchField() = 0;
     virtual SearchPane& searchPane() = 0;
-    // Shows a note beside its reference. Optional for a window.
+    // Shows a note beside its reference. Optional.
     virtual void showNote(const std::string& text, const PointedLink& reference) { }
-    // The pointer has left the reference.
+    // Called when the pointer has left the reference. Optional.
     virtual void pointerLeftReference() { }
-    // The book's language, as "en" or "pt-BR"; says so once where no installed font has its letters.
+    // Sets the book's language, such as "en" or "pt-BR". Tells the user once if no installed font has its letters.
+    // Optional.
     virtual void setBookLanguage(const std::string& language) { }
     // Puts the text into the search field, shows the field and searches for it.
     virtual void searchFor(const std::string& text) { }
-    // Shows which page of its chapter is seen, counted from 1, and of how many.
+    // Shows the number of the page in its chapter, from 1, and the number of pages of the chapter. Optional.
     virtual void setPageOfChapter(std::int64_t page, std::int64_t count) { }
-    // Shows how many columns the page has.
+    // Shows the number of columns.
     virtual void setColumnCount(std::int32_t columns) = 0;
     // The panel with the display options.
     virtual Panel& displayOptions() = 0;
-    // Every font family installed, as the system lists them.
+    // Returns every installed font family, in the system's order.
     virtual std::vector<std::string> availableFontFamilies() const = 0;
 };
 
@@ -129,7 +130,7 @@ public:
     virtual std::unique_ptr<EpubWindow> makeEpubWindow() = 0;
     // The layout "FixedLayout".
     virtual std::unique_ptr<FixedWindow> makeFixedWindow() = 0;
-    // Prepares the next window, so that it opens at once. Called when there is time for it.
+    // Prepares the next window, so that it opens quickly. Called when the program is idle.
     virtual void prepareNextWindow() { }
 };
 

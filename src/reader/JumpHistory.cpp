@@ -4,7 +4,7 @@ namespace pagora {
 
 namespace {
 
-// How many pages are remembered; the oldest are forgotten.
+// The maximum number of pages in the history; the oldest are dropped.
 constexpr std::size_t maxPages = 200;
 
 void remember(std::deque<SeenPage>& pages, const SeenPage& page)

@@ -8,23 +8,22 @@
 
 namespace pagora {
 
-// A page that was seen: its document and where it began.
+// A page that was shown: its document and its start.
 struct SeenPage {
     Url document;
     OffsetInChapter place;
     bool operator==(const SeenPage&) const = default;
 };
 
-// The way through a book by jumps: the pages that were left by one, and those that the way back has left. Main thread
-// only.
+// The history of jumps: the pages before them, and the pages that were left by going back. Main thread only.
 class JumpHistory {
 public:
-    // A jump leaves this page. There is no way on from here.
+    // Adds the page that a jump leaves. Drops the pages to go forward to.
     void leave(const SeenPage& page);
-    // The page to go back to from the one that is seen, to which the way on then leads; missing at the start of the
-    // way. Pages that are seen already are passed over.
+    // Returns the page to go back to, and stores `seen`, the page that is shown, as one to go forward to. Skips pages
+    // equal to `seen`. Nullopt if there is none.
     std::optional<SeenPage> back(const std::optional<SeenPage>& seen) { return step(seen, _back, _on); }
-    // The page to go on to, likewise.
+    // Returns the page to go forward to, in the same way.
     std::optional<SeenPage> on(const std::optional<SeenPage>& seen) { return step(seen, _on, _back); }
     bool leadsBack() const { return !_back.empty(); }
     bool leadsOn() const { return !_on.empty(); }

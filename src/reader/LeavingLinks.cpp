@@ -9,7 +9,7 @@ namespace pagora {
 namespace {
 
 constexpr std::size_t maxDestinations = 20;
-// A URL without a scheme is a file too.
+// URLs with these schemes stay in the book. A URL without a scheme is a file.
 constexpr std::array<std::string_view, 6> schemesOfTheBook { "", "file", "data", "blob", "about", "javascript" };
 
 }

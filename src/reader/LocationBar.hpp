@@ -7,7 +7,7 @@
 
 namespace pagora {
 
-// The location slider and the label beside it, as both readers use them: the label grows to the left into the slider.
+// The location slider and the label beside it. A longer label takes its width from the slider. Used by both readers.
 // Main thread only.
 class LocationBar {
 public:
@@ -19,7 +19,7 @@ public:
 
     // Shows the text. Fits the label to it and gives the slider the remaining width.
     void setLabelMessage(const std::string& text);
-    // Shows how much of the book lies before the page.
+    // Shows the percentage of the book before the page.
     void setPercentage(std::int32_t percent);
 
     Slider& slider() { return _locSlider; }

@@ -9,7 +9,7 @@ namespace pagora {
 
 namespace {
 
-// How many results are painted in one chapter.
+// The maximum number of results that are highlighted in a chapter.
 constexpr std::size_t maxPainted = 5'000;
 
 std::string scriptOf(const FoundText& found)
@@ -50,7 +50,7 @@ void BookSearch::search(const std::string& pattern, WholeWords wholeWords)
         _finder = std::make_unique<BookFinder>(_runLoop, std::move(paths), _folder);
         _chapterNames = _reader.chapterNames();
     }
-    // The previous results stay visible until there are new ones.
+    // The previous results stay visible until new ones arrive.
     _isStale = true;
     if (!std::exchange(_isActive, true)) {
         _pane.removeAllResults();
@@ -166,7 +166,7 @@ std::string BookSearch::paintScript(std::uint64_t chapter) const
     const bool isHere = _current && *_current >= first && *_current < last;
     const std::string current = isHere ? scriptOf(_found[*_current]) : "null";
     if (last - first > maxPainted) {
-        // Those around the one that is shown.
+        // The results nearest to the current one are highlighted.
         const auto middle = isHere ? *_current : first;
         first = std::max(first, middle - std::min(middle, maxPainted / 2));
         last = std::min(last, first + maxPainted);

@@ -18,26 +18,26 @@ class RunLoop;
 // those of the shown chapter. Main thread only.
 class BookSearch {
 public:
-    // All of them outlive it.
+    // All arguments must outlive this object.
     BookSearch(EpubController& reader, SearchPane& pane, RunLoop& runLoop);
     ~BookSearch();
     BookSearch(const BookSearch&) = delete;
     BookSearch& operator=(const BookSearch&) = delete;
 
-    // The folder of the unpacked book.
+    // Sets the folder of the unpacked book.
     void setBookFolder(std::string folder) { _folder = std::move(folder); }
 
-    // An empty pattern shows the contents again.
+    // Searches for the pattern; an empty one shows the contents again.
     void search(const std::string& pattern, WholeWords wholeWords);
-    // Shows the page with that result, counted from 0.
+    // Shows the page with the result at this index.
     void goTo(std::size_t index);
-    // Shows the next result, the first one from the page that is shown on when none was shown; after the last comes the
-    // first.
+    // Shows the next result; without a current one, the first at or after the shown page. After the last result comes
+    // the first.
     void goToNext() { step(1); }
     void goToPrevious() { step(-1); }
     // Shows the contents again and removes the highlights.
     void end();
-    // Returns whether something is searched for.
+    // Returns whether a search is active.
     bool isActive() const { return _isActive; }
 
 private:
@@ -46,9 +46,9 @@ private:
     void step(int direction);
     void goToFirstFromHere(int direction);
     void takePaintOff();
-    // The script that highlights the results of a chapter; empty if there are none.
+    // Returns the script that highlights the results of a chapter; empty if there are none.
     std::string paintScript(std::uint64_t chapter) const;
-    // The results of a chapter: the first, and the one after the last.
+    // Returns the range of results of a chapter: the first index and the end.
     std::pair<std::size_t, std::size_t> resultsOf(std::uint64_t chapter) const;
 
     EpubController& _reader;
@@ -57,11 +57,11 @@ private:
     std::string _folder;
     std::unique_ptr<BookFinder> _finder;
     bool _isActive = false;
-    // The results shown are those of an earlier pattern.
+    // True if the shown results are those of an earlier pattern.
     bool _isStale = false;
     std::vector<FoundText> _found;
     std::optional<std::size_t> _current;
-    // By spine document.
+    // The names by spine index.
     std::vector<std::string> _chapterNames;
     std::string _lastChapter;
 };

@@ -12,27 +12,27 @@
 
 namespace pagora {
 
-// The display settings of a book: the user's choices, otherwise the reader's defaults.
+// The display settings of a book: the user's choices, or the reader's defaults.
 struct DisplaySettings {
     std::optional<std::string> currentFont;
-    // Multiplier of the text size; 0 is not yet chosen.
+    // Multiplier of the text size; 0 if not chosen yet.
     float currentFontSize = 0;
-    // Colour theme; 0 is not yet chosen.
+    // Colour theme; 0 if not chosen yet.
     std::int32_t currentColorOption = 0;
-    // 1, 2 or 3; 0 is not yet chosen.
+    // 1, 2 or 3; 0 if not chosen yet.
     std::int32_t numberOfColumns = 0;
-    // Width in points of one text column.
+    // Width of one column of text, in points.
     std::int32_t pageWidth = 0;
 
-    // Sets the defaults where nothing is chosen, and shows the settings in the window's controls.
+    // Sets the defaults of options that are not chosen, and shows the settings in the window's controls.
     void show(EpubWindow& window);
-    // For the window's present size.
+    // Computes `pageWidth` for the window's present size.
     void updatePageWidth(EpubWindow& window);
     std::int32_t nextNumberOfColumns() const { return numberOfColumns >= 3 ? 1 : numberOfColumns + 1; }
-    // The layout of a chapter in a view of that geometry.
+    // Returns the layout of a chapter in a view of that geometry.
     scripts::Layout layout(const PageGeometry& page) const;
 
-    // Options that are chosen and not yet shown, in order; each is called to take its option up.
+    // Options that are chosen but not shown yet, in order; each function stores its option.
     std::deque<std::function<void()>> pending;
     void adoptPending();
 };

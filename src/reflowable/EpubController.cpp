@@ -10,7 +10,7 @@ namespace pagora {
 
 namespace {
 
-// How long the user's next action waits for a chapter to report itself, in seconds.
+// Time for which the user's next action waits for the report of a chapter, in seconds.
 constexpr double loadTimeout = 10;
 
 }
@@ -36,7 +36,7 @@ EpubController::EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& 
 
 EpubController::~EpubController()
 {
-    // The window may outlive this while it leaves full screen.
+    // The window may outlive this object while it leaves full screen.
     _window.webView().setDelegate(nullptr);
     _window.locSlider().setAction(nullptr);
     _window.goLeftButton().setAction(nullptr);
@@ -59,7 +59,7 @@ void EpubController::loadSplits(
     if (tableOfContent)
         _contentsPane.loadTOC(*tableOfContent);
 
-    // Not-a-number differs from 0 too.
+    // True for NaN as well.
     _state.restorePositionPending = _position.readAmount != 0;
     if (!_spine.bookSplits.empty())
         _spine.activeSplitIndex = 0;
@@ -73,7 +73,7 @@ void EpubController::loadSplits(
 
     _lastAnchor = std::nullopt;
     loadSplit(_spine.activeSplitIndex);
-    // No page is on its way.
+    // No page is loading.
     if (!_loadTimeout)
         _queue.releaseActions();
 
@@ -172,7 +172,7 @@ void EpubController::didFinishLoadForFrame(const DataSource& source)
         if (load == _window.webView().currentLoad()) {
             _place.setFrameIsLoaded(true);
             co_await keepPlace();
-            // A picture in the page's place may have waited for this.
+            // A picture shown instead of the page may have waited for this.
             if (_pageIsShown)
                 _window.webView().pageIsPrepared();
         }
@@ -193,7 +193,7 @@ void EpubController::webProcessDidTerminate()
 {
     const bool wasLoading = _queue.actionsAreHeld();
     holdActions();
-    // A chapter that was still being loaded is placed as it would have been.
+    // A chapter that is still loading is placed as usual.
     if (_pageIsShown && !wasLoading) {
         _state.restorePositionPending = true;
         _state.pendingChapterFraction = 0;
@@ -201,7 +201,7 @@ void EpubController::webProcessDidTerminate()
         _lastAnchor = std::nullopt;
         _window.webView().setTextSizeMultiplier(_settings.currentFontSize);
     }
-    // Work that waits for an answer of the lost page ends here.
+    // This ends work that waits for an answer of the lost page.
     _locationChanges.forget();
     _queue.dropCurrent();
 }
@@ -233,7 +233,7 @@ Task<void> EpubController::preparePage(DataSource source)
     const Url url = _locationChanges.urlOf(source);
     activateSplit(_spine.indexOf(url));
     _spine.missingSplits.erase(_spine.activeSplitIndex);
-    // From here on, a failed load is a link of the page.
+    // A load that fails after this is a link of the page.
     _spine.requestedSplit = std::nullopt;
 
     co_await run(scripts::columns(_settings.numberOfColumns, _settings.pageWidth));
@@ -309,7 +309,7 @@ Task<void> EpubController::trackAnchors()
         const std::string fragment = _locationChanges.takeFragment();
         co_await trackAnchor(fragment);
     }
-    // Changes that the page made meanwhile are tracked after the user's actions.
+    // Changes made by the page in the meantime are processed after the user's actions.
     if (_locationChanges.continueProcessing())
         _queue.enqueueAction([this] { return trackAnchors(); });
 }

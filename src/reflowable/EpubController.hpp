@@ -36,41 +36,43 @@ public:
     ~EpubController() override;
 
     // Starts a book: its spine documents as file URLs in reading order, and its contents, nullopt if there are none.
-    // Settings and position set before are taken up; null and 0 mean the reader's own defaults.
+    // Uses settings and a position that were set before; null and 0 mean the reader's own defaults.
     void loadSplits(std::vector<Url> splits, const std::optional<std::vector<ContentsEntry>>& tableOfContent);
-    // A book is about to be started: the person's actions wait for its first page.
+    // Called before a book is started. The user's actions wait for its first page.
     void awaitBook() { _queue.holdActions(); }
     // Fills the contents pane of a book that was started without contents.
     void showContents(const std::vector<ContentsEntry>& entries);
     // Opens the target of a contents link.
     void changeChapter(const Url& url) override;
 
-    // Turns the page: tag 0 back, 1 (and any other) on. The slider has its own form, with its value and the event that
-    // moved it.
+    // Turns the page: tag 0 goes back, 1 (and any other) forward. The overload for the slider gets its value and the
+    // event that moved it.
     void changePage(int tag);
     void changePage(float sliderValue, EventType currentEvent);
     void goToFirstPage();
     void goToLastPage();
-    // Shows the page of a place, and remembers the one that is left for the way back.
+    // Shows the page of a place, and adds the current page to the history.
     void goTo(Destination destination);
-    // The page that the last jump has left, and the one that the way back has left.
+    // Goes back to the page before the last jump, and forward again.
     void goBack();
     void goOn();
-    // The page that holds this share of the book, from 0 to 100: where one has that percentage, the first that has it.
+    // Shows the first page at that percentage of the book, from 0 to 100.
     void goToPercentage(double percentage);
-    // A page of the chapter, counted from 1.
+    // Shows a page of the chapter, from 1.
     void goToPage(std::int64_t page);
-    // The pages of the printed edition, by where they begin, in order.
+    // Sets the starts of the pages of the printed edition, in order.
     void setPrintedPages(std::vector<Url> pages) { _jumps.printedPages = std::move(pages); }
     void goToPrintedPage(std::size_t index);
-    // Asks the chapter that is shown for a number, once nothing else is under way. The answer may be left out.
+    // Evaluates a script that returns a number in the shown chapter, when nothing else is running. `answer` may be
+    // empty.
     void ask(std::string script, std::function<void(std::int64_t)> answer) override;
-    // The same for a text.
+    // Does the same for a script that returns a text.
     void askText(std::string script, std::function<void(const std::string&)> answer) override;
     void setMarks(MarksHooks marks) override { _marks = std::move(marks); }
     void goToMark(const MarkAnchor& anchor) override;
     std::vector<std::string> chapterNames() override;
-    // Provides the script to run in a chapter once it is laid out, by the index of the chapter; empty for none.
+    // Sets the function that returns the script to run in a chapter after its layout, by the index of the chapter; an
+    // empty script runs nothing.
     void setChapterScript(std::function<std::string(std::uint64_t split)> script)
     {
         _listeners.chapterScript = std::move(script);
@@ -80,25 +82,25 @@ public:
     {
         _listeners.pointsAtLink = std::move(handler);
     }
-    // Hears which text of the page is selected and asked about.
+    // Sets the callback for the selected text of the page.
     void setSelectionHandler(std::function<void(const std::optional<PageSelection>&)> handler)
     {
         _listeners.selectionDidChange = std::move(handler);
     }
-    // Runs it in the chapter that is shown.
+    // Runs that script in the shown chapter.
     void runChapterScript() override;
-    // A flick over the page, by its horizontal distance.
+    // Called for a flick over the page, with its horizontal distance.
     void scrollWheelBegan(double deltaX);
-    // The offset moved to a column boundary.
+    // Returns the offset moved to a column boundary.
     std::int64_t adjustOffset(std::int64_t offset) const { return geometry().adjustOffset(offset); }
 
     void changeColor();
     void fontChange();
     void changeFontSize(float multiplier);
     void changeWidth();
-    // Adopts, before closing, the options that were chosen while a page was loading.
+    // Stores options that were chosen while a page was loading. Called before closing.
     void adoptPendingOptions() { _settings.adoptPending(); }
-    // Lays the page out for a new size of the view.
+    // Lays out the page for a new size of the view.
     void updateColumns();
     const char* getCSSColorFor(std::int32_t theme) const;
     const char* getCSSBackgroundColorFor(std::int32_t theme) const;
@@ -131,18 +133,18 @@ public:
     void setNumberOfColumns(std::int32_t columns) { _settings.numberOfColumns = columns; }
     std::int32_t pageWidth() const { return _settings.pageWidth; }
     bool dragging() const { return _dragging; }
-    // Returns whether no action, report or chapter is still under way.
+    // Returns whether no action, report or chapter is pending.
     bool isSettled() const { return _queue.isIdle() && !_queue.actionsAreHeld(); }
     ColorView& bgView() { return _window.bgView(); }
 
-    // The fraction of the chapter at the middle of the page that is shown, 0 at a chapter's start while pictures are
-    // awaited; until the user moves, the place to keep. Missing while neither is there.
+    // The fraction of the chapter before the middle of the shown page, or 0 at a chapter's start while pictures are
+    // loading. Until the user navigates, it is the place to keep. Nullopt if there is neither.
     std::optional<double> lastPlace() const { return _place.last(); }
-    // Keeps that fraction of the chapter in the middle of the page until the user moves, also when pictures or fonts
-    // that arrive late lay the chapter out anew.
+    // Keeps that fraction of the chapter in the middle of the page until the user navigates, also if late pictures or
+    // fonts change the layout.
     void setPlaceToKeep(std::optional<double> place) { _place.setToKeep(place); }
 
-    // The book's language, for documents that do not say their own; before the book is started.
+    // Sets the book's language, for documents that do not declare one. Called before the book is started.
     void setBookLanguage(std::string language);
 
     void resourceDidFinishLoading(const DataSource& source) override;
@@ -171,25 +173,25 @@ public:
     }
 
 private:
-    // The search, the notes and the selection bar, which work with the shown page.
+    // Callbacks of the search, the notes and the selection bar, which work with the shown page.
     struct PageListeners {
         std::function<std::string(std::uint64_t split)> chapterScript;
         std::function<void(const std::optional<PointedLink>&)> pointsAtLink;
         std::function<void(const std::optional<PageSelection>&)> selectionDidChange;
     };
 
-    // W, H, C and PW as they are now.
+    // Returns the present W, H, C and PW.
     PageGeometry geometry() const;
     scripts::Layout layout() const { return _settings.layout(geometry()); }
-    // `split` is the index of the URL when it is loaded as that spine document.
+    // `split` is the index of the spine document if the URL is loaded as one.
     void load(const Url& url, std::optional<std::uint64_t> split = std::nullopt);
-    // How the page at that URL is to begin.
+    // Returns how to start showing the page at that URL.
     PageStart pageStart(const Url& url) const;
     void loadSplit(std::uint64_t index);
-    // The chapter becomes the active one; the place in another is forgotten.
+    // Makes the chapter the active one and drops the place in another one.
     void activateSplit(std::uint64_t index);
     void holdActions();
-    // The place that was kept is given up.
+    // Drops the place to keep, because the user navigates.
     void userMoves();
 
     Task<std::int64_t> integer(std::string script) { return evaluateInteger(_window.webView(), std::move(script)); }
@@ -211,9 +213,9 @@ private:
     Task<void> applyRelayout();
     Task<void> keepPlace();
     Task<void> notePlace();
-    // A page of the book begins at that offset.
+    // Notes that a page of the book starting at that offset is shown.
     void seePage(std::int64_t offset, std::int64_t S);
-    // A jump is about to leave the page.
+    // Called before a jump leaves the page.
     void leavePage();
     Task<void> show(Destination destination);
     Task<void> land();
@@ -239,7 +241,7 @@ private:
     DisplaySettings _settings;
     KeptPlace _place;
     LocationChanges _locationChanges;
-    // True if a chapter has ever been laid out.
+    // True if a chapter has been laid out.
     bool _pageIsShown = false;
     std::string _bookLanguage;
     LeavingLinks _leavingLinks;
@@ -247,12 +249,12 @@ private:
     PageListeners _listeners;
     MarksHooks _marks;
     bool _relayoutPending = false;
-    // Something came or was set since the last place was noted that may have laid the chapter out anew.
+    // True if something was loaded or set since the last place was noted that may have changed the layout.
     bool _layoutMayDiffer = false;
     std::unique_ptr<RunLoop::Timer> _loadTimeout;
 
     SplitRules _splitRules;
-    // Last, so that pending work ends before the members that it uses.
+    // Declared last, so that pending work ends before the members that it uses.
     SerialQueue _queue;
 };
 

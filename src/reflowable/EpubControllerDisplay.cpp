@@ -1,4 +1,4 @@
-// The reflowable reader's display options and its layout for a new size of the view.
+// EpubController: the display options, and the layout for a new size of the view.
 
 #include "base/Numbers.hpp"
 #include "paging/ColorThemes.hpp"
@@ -44,7 +44,7 @@ void EpubController::changeColor()
         _settings.currentColorOption = theme;
         if (theme == 1) {
             _state.restorePositionPending = true;
-            // Page turns that were queued before this have not been noted yet.
+            // The places of page turns queued before this are not noted yet.
             co_await notePlace();
             _place.keepLast();
             _lastAnchor = std::nullopt;
@@ -116,7 +116,7 @@ void EpubController::didResize()
 
 void EpubController::updateColumns()
 {
-    // One layout covers all earlier size changes.
+    // A single layout covers all earlier size changes.
     if (_window.webView().isHidden() || _spine.bookSplits.empty() || _relayoutPending)
         return;
     _relayoutPending = true;

@@ -1,4 +1,4 @@
-// The reflowable reader's jumps to exact places, and the way back from them.
+// EpubController: jumps to exact places, and the way back from them.
 
 #include "base/Numbers.hpp"
 #include "base/Translation.hpp"
@@ -12,14 +12,15 @@ namespace pagora {
 
 namespace {
 
-// The offset of the page of a place, in a strip of S points. Offsets of text and elements come from the page.
+// Returns the offset of the page with a place, in a strip of S points. Offsets of text and elements come from the page.
 struct OffsetOfPlace {
     const PageGeometry& page;
     std::int64_t S;
 
     std::int64_t operator()(const ShareOfChapter& place) const
     {
-        // The first page at or after the place, so that the shown percentage is not less than the requested one.
+        // Rounds up to the first page at or after the place, so that the shown percentage is not less than the
+        // requested one.
         const double pages = std::clamp(place.share, 0.0, 1.0) * static_cast<double>(S) / page.W;
         return pageAt(static_cast<std::int64_t>(std::ceil(pages - 1e-6)));
     }
@@ -42,7 +43,7 @@ struct OffsetOfPlace {
     }
 };
 
-// The script that returns the offset of the place; empty if it can be computed without the page.
+// Returns the script that computes the offset of the place; empty if it is computed without the page.
 std::string offsetScript(const PlaceInChapter& place)
 {
     if (const auto* text = std::get_if<TextInChapter>(&place))
@@ -102,7 +103,7 @@ void EpubController::goToPrintedPage(std::size_t index)
 void EpubController::seePage(std::int64_t offset, std::int64_t S)
 {
     const auto before = _jumps.seenPage;
-    // A page of a server may take the place of the book's.
+    // The page of a server may be shown instead of the book's.
     const auto& document = _jumps.shownDocument;
     if (document && (document->isFile() || document->scheme().empty()))
         _jumps.seenPage = SeenPage { *document, { offset, S, geometry().W } };
@@ -161,7 +162,7 @@ Task<void> EpubController::show(Destination destination)
         load(destination.document);
 }
 
-// Shows the page of the landing in the layout that the chapter has now.
+// Shows the page of the destination in the current layout of the chapter.
 Task<void> EpubController::land()
 {
     const auto place = *_jumps.landing;
@@ -199,12 +200,12 @@ void EpubController::askText(std::string script, std::function<void(const std::s
 
 void EpubController::goToMark(const MarkAnchor& anchor)
 {
-    // A bookmark is at the character after it.
+    // A bookmark has no text of its own; the character after it is shown.
     const TextInChapter text { anchor.start, std::max(anchor.end, anchor.start + 1), anchor.text };
     goTo({ _spine.bookSplits.at(anchor.chapter), text });
 }
 
-// A document that the contents do not name belongs to the chapter before it.
+// A document that is not in the contents has the name of the chapter before it.
 std::vector<std::string> EpubController::chapterNames()
 {
     std::map<std::string, std::string> titles;

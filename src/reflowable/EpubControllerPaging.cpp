@@ -1,4 +1,4 @@
-// The reflowable reader's movement: page turns, the location slider, the location display and the place that is kept.
+// EpubController: page turns, the location slider, the location display and the place to keep.
 
 #include "base/Log.hpp"
 #include "base/Numbers.hpp"
@@ -77,7 +77,7 @@ Task<void> EpubController::turnBack()
         log("Start of content");
 }
 
-// Scrolls there and takes the position over.
+// Scrolls to the offset and stores it as the position.
 Task<void> EpubController::adoptOffset(std::int64_t offset, std::int64_t S)
 {
     const auto page = geometry();
@@ -114,7 +114,7 @@ Task<void> EpubController::seek(float value, EventType event)
 {
     if (value == _state.lastSliderValue)
         co_return;
-    // All the places on the slider's way are one jump.
+    // All moves of the slider are one jump.
     if (!_jumps.isSeeking)
         leavePage();
     userMoves();
@@ -164,7 +164,7 @@ Task<void> EpubController::updateLocationWithOffset(std::int64_t offset)
 {
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);
     float p = static_cast<float>(_spine.activeSplitIndex) + static_cast<float>(offset) / static_cast<float>(S);
-    // A scroll width that reads as 0 leaves the display unchanged.
+    // If the scroll width is 0, the display stays unchanged.
     if (!std::isfinite(p))
         co_return;
     auto& slider = _location.slider();
@@ -195,7 +195,7 @@ Task<void> EpubController::keepPlace()
 
 Task<void> EpubController::notePlace()
 {
-    // While a chapter loads, the shown page is not the one of the position.
+    // While a chapter is loading, the shown page is not at the position.
     if (!_pageIsShown || _queue.actionsAreHeld())
         co_return;
     const std::int64_t S = co_await integer(scripts::scrollWidthExpression);

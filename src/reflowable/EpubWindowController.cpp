@@ -44,7 +44,7 @@ void EpubWindowController::setPrintedPages(const std::vector<std::string>& label
 
 void EpubWindowController::connect()
 {
-    // A window that leaves full screen to close has no reader any more.
+    // A window that leaves full screen in order to close has no controller any more.
     const auto withReader = [this](auto action) {
         return [this, action](auto... arguments) {
             if (_controller)

@@ -12,8 +12,8 @@
 
 namespace pagora {
 
-// A reflowable reader's window and the controller that it owns. The hub makes one for each book that is opened and
-// drops it at closing. Main thread only.
+// A reflowable reader's window and its controller, which it owns. The hub creates one for each opened book and destroys
+// it when the book is closed. Main thread only.
 class EpubWindowController {
 public:
     EpubWindowController(std::unique_ptr<EpubWindow> layout, ReaderState& state, RunLoop& runLoop, ReaderHub& hub);
@@ -24,12 +24,12 @@ public:
     void setBook(const std::string& title, const std::string& author) { _window->setBook(title, author); }
     // Shows a loading indicator until the page is shown or fails.
     void setLoading() { _window->setLoading(true); }
-    // Null once the reading has ended.
+    // Null after the book was closed.
     EpubController* _epubController() { return _controller.get(); }
     void set_epubController(std::unique_ptr<EpubController> controller);
-    // The folder of the unpacked book, before it is read.
+    // Sets the folder of the unpacked book. Called before the book is started.
     void setBookFolder(const std::string& path);
-    // The pages of the printed edition: their numbers, and where they begin.
+    // Sets the pages of the printed edition: their numbers and their starts.
     void setPrintedPages(const std::vector<std::string>& labels, std::vector<Url> pages);
     BookSearch& search() { return *_search; }
     BookMarks& marks() { return *_marks; }
@@ -47,7 +47,7 @@ private:
     std::unique_ptr<EpubWindow> _window;
     ReaderHub& _mainController;
     std::unique_ptr<EpubController> _controller;
-    // Null once the reading has ended.
+    // Null after the book was closed.
     std::unique_ptr<BookSearch> _search;
     std::unique_ptr<Notes> _notes;
     std::unique_ptr<Selections> _selections;

@@ -11,15 +11,15 @@ namespace pagora {
 // The state of jumps: their history and the destination of the last one.
 struct Jumps {
     JumpHistory history;
-    // The shown page; nullopt while it is not a page of the book.
+    // The shown page; nullopt if it is not a page of the book.
     std::optional<SeenPage> seenPage;
-    // The document of the shown page, in the book or not.
+    // The document of the shown page, also if it is not in the book.
     std::optional<Url> shownDocument;
-    // True if the last jump came from the slider. Its moves count as one jump.
+    // True if the last jump came from the slider, whose moves count as one jump.
     bool isSeeking = false;
     // The destination to keep visible until the user navigates.
     std::optional<PlaceInChapter> landing;
-    // Where the pages of the printed edition begin, in order.
+    // The starts of the pages of the printed edition, in order.
     std::vector<Url> printedPages;
 };
 

@@ -26,7 +26,7 @@ Notes::~Notes()
     _reader.setLinkHandler({});
 }
 
-// A target that is in the table of contents is a chapter, not a note.
+// A target in the table of contents is a chapter, not a note.
 bool Notes::isNote(const Url& url) const
 {
     const auto fragment = url.fragment();

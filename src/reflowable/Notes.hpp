@@ -12,19 +12,19 @@ namespace pagora {
 class EpubController;
 class EpubWindow;
 
-// Shows the notes that references of the page lead to, without leaving the page. Their text is read from the book's
-// file in the background. Main thread only.
+// Shows the notes of the page's references without leaving the page. The text of a note is read from the book's file in
+// the background. Main thread only.
 class Notes {
 public:
-    // All of them outlive it.
+    // All arguments must outlive this object.
     Notes(EpubController& reader, EpubWindow& window, RunLoop& runLoop);
     ~Notes();
     Notes(const Notes&) = delete;
     Notes& operator=(const Notes&) = delete;
 
-    // The folder of the unpacked book.
+    // Sets the folder of the unpacked book.
     void setBookFolder(std::string folder) { _folder = std::move(folder); }
-    // Shows the page of the note that is shown.
+    // Shows the page of the note that is open.
     void goThere();
 
 private:
@@ -37,7 +37,7 @@ private:
     RunLoop& _runLoop;
     std::string _folder;
     std::optional<Url> _shown;
-    // The reading of a note that is under way.
+    // The pending read of a note.
     Task<void> _reading;
 };
 

@@ -19,7 +19,7 @@ void FixedWindowGtk::setPageIsMissing(bool isMissing)
 {
     auto& notice = _parts.widget<Gtk::Label>("missingPage");
     notice.set_visible(isMissing);
-    // The keyboard focus stays with the page.
+    // The page keeps the keyboard focus, so its accessible text gives the notice.
     if (_parts.page.setNotice)
         _parts.page.setNotice(isMissing ? notice.get_text() : Glib::ustring());
 }

@@ -4,7 +4,7 @@
 
 namespace pagora {
 
-// The window of the layout "FixedLayout": a reader window whose pages come with their layout. Main thread only.
+// The window of the layout "FixedLayout": a reader window for fixed-layout pages. Main thread only.
 class FixedWindowGtk : public MarkedWindowRole<FixedWindow> {
 public:
     FixedWindowGtk(Toplevel& toplevel, ReaderPage page);

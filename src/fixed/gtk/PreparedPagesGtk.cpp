@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// Calls both pages, where the function is set.
+// Calls the functions of both pages, if they are set.
 template <typename... Arguments>
 std::function<void(Arguments...)> both(
     std::function<void(Arguments...)> first, std::function<void(Arguments...)> second)
@@ -71,7 +71,7 @@ void PreparedPagesGtk::didExchange(std::size_t shown)
     auto& page = *_sides[shown].widget;
     auto& spare = *_sides[1 - shown].widget;
     setPresent(page, true);
-    // The keyboard focus moves with the page.
+    // The keyboard focus moves to the new page.
     const auto* const window = dynamic_cast<Gtk::Window*>(_place.get_root());
     const auto* const focus = window ? window->get_focus() : nullptr;
     if (focus && focus->is_ancestor(spare))

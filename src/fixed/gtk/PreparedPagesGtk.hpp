@@ -26,7 +26,7 @@ private:
 
     Gtk::Overlay _place;
     Side _sides[2];
-    // The one that is shown, in the order given.
+    // The index of the page that is shown.
     std::size_t _shown = 0;
 };
 

@@ -51,7 +51,7 @@ void AlertWindow::addButton(const Button& button)
     _buttons.push_back(made);
 }
 
-// Answers once, because the answer may show the next alert in place of this one.
+// Calls the handler once, because it may show the next alert in place of this one.
 void AlertWindow::answer(std::size_t button)
 {
     _window->set_visible(false);

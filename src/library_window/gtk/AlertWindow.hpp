@@ -19,7 +19,7 @@ public:
         bool isDestructive = false;
     };
 
-    // An empty text is not shown. `answered` receives the number of the button, 0 also for an alert that is put away.
+    // An empty text is not shown. `answered` receives the index of the button; 0 if the alert was closed.
     AlertWindow(Gtk::Window& parent, const std::string& message, const std::string& informativeText,
         const std::vector<Button>& buttons, std::function<void(std::size_t button)> answered);
 

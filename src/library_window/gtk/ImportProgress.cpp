@@ -16,7 +16,7 @@ ImportProgress::ImportProgress(
 {
     stopButton.setAction(stop);
     _connections.push_back(layout->get_widget<Gtk::Button>("indicatorStopButton")->signal_clicked().connect(stop));
-    // The progress window closes when the import has ended, and no sooner.
+    // The progress window closes only when the import has ended.
     _connections.push_back(_window->signal_close_request().connect([] { return true; }, false));
     auto& strip = *layout->get_widget<Gtk::Revealer>("progressStrip");
     const auto update = [this, &strip, changed = std::move(changed)] {

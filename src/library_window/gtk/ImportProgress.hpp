@@ -17,8 +17,8 @@ namespace pagora {
 // thread only.
 class ImportProgress {
 public:
-    // The layout "LibraryWindow". `stop` is called by the buttons of the strip and of the window, `changed` when one of
-    // the controls is shown or hidden, or the window ordered front or out.
+    // `layout` is "LibraryWindow". `stop` is called by the buttons of the strip and of the window, `changed` when one
+    // of the controls is shown or hidden, or the window is ordered front or out.
     ImportProgress(
         const Glib::RefPtr<Gtk::Builder>& layout, const std::function<void()>& stop, std::function<void()> changed);
     ~ImportProgress();
@@ -29,7 +29,7 @@ public:
     Gtk::Window& window() { return *_window; }
 
 private:
-    // Windows of the desktop are their owner's, not the layout's.
+    // A toplevel of a layout belongs to this object, not to the layout.
     std::unique_ptr<Gtk::Window> _window;
 
 public:

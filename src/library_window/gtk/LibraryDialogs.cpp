@@ -16,7 +16,7 @@ namespace pagora {
 
 namespace {
 
-// Files that are not on this computer have no path and are left out.
+// Returns the paths of the files. Files that are not on this computer have no path and are omitted.
 std::vector<std::string> pathsOfFiles(const Gio::ListModel& files)
 {
     std::vector<std::string> paths;
@@ -57,7 +57,7 @@ void LibraryDialogs::runAlert(const std::string& informativeText, const std::str
         [answered = std::move(answered)](std::size_t button) { answered(firstCode + static_cast<int>(button)); }));
 }
 
-// The previous alert's answer may show this one.
+// The handler of the previous alert may show this one.
 void LibraryDialogs::show(std::unique_ptr<AlertWindow> alert)
 {
     _alertBefore = std::exchange(_alert, std::move(alert));
@@ -105,7 +105,7 @@ void LibraryDialogs::showPanel(
     if (action == Gtk::FileChooser::Action::OPEN) {
         const auto books = Gtk::FileFilter::create();
         books->set_name(_("EPUB books"));
-        // Case-insensitive.
+        // The suffix is matched case-insensitively.
         books->add_suffix("epub");
         _openPanel->add_filter(books);
     }

@@ -26,12 +26,12 @@ public:
     }
 
     void runAlertPanel(const std::string& title, const std::string& message, const std::string& button);
-    // `answered` receives 1000 for the first button, and for an alert that is put away, and 1001 for the second.
+    // `answered` receives 1000 for the first button or if the alert is closed, and 1001 for the second.
     void runAlert(const std::string& informativeText, const std::string& firstButton, const std::string& secondButton,
         std::function<void(int code)> answered);
-    // Only one panel at a time: an open panel is brought to the front, and `chosen` receives nothing.
+    // Shows one panel at a time: if a panel is open, it is brought to the front, and `chosen` receives nothing.
     void runOpenPanel(const std::string& message, bool multiple, Chosen chosen);
-    // The same for one folder.
+    // Does the same for one folder.
     void runFolderPanel(const std::string& message, std::function<void(std::optional<std::string>)> chosen);
     void showAbout();
     // Created at the first call.
@@ -42,7 +42,7 @@ public:
 private:
     void show(std::unique_ptr<AlertWindow> alert);
     void showPanel(const std::string& message, Gtk::FileChooser::Action action, bool multiple, Chosen chosen);
-    // The program's current folder; null if there is none any more.
+    // The program's current folder; null if it does not exist any more.
     static Glib::RefPtr<Gio::File> startFolder();
 
     Gtk::Window& _parent;

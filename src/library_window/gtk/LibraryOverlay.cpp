@@ -25,7 +25,7 @@ void LibraryOverlay::update(bool isImporting)
 
 void LibraryOverlay::showDrop(const DropHover& hover)
 {
-    // Files that leave take the text with them.
+    // When the drag leaves, the text stays while the drop target is hidden.
     if (hover.state != DropHover::State::Away) {
         const bool isRefused = hover.state == DropHover::State::Refused;
         _dropLabel.set_text(isRefused ? hover.why : _("Drop to add to the library"));

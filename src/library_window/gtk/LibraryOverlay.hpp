@@ -15,11 +15,11 @@ namespace pagora {
 // and the drop target. Main thread only.
 class LibraryOverlay {
 public:
-    // The layout "LibraryWindow".
+    // `layout` is "LibraryWindow".
     explicit LibraryOverlay(const Glib::RefPtr<Gtk::Builder>& layout);
     ~LibraryOverlay();
 
-    // The view below; null for none. It stays alive until it is replaced here.
+    // Sets the view below the overlay; null for none. It must live until it is replaced here.
     void setView(BooksSurface* view) { _view = view; }
     // Shows the page for the current state.
     void update(bool isImporting);
@@ -31,7 +31,7 @@ private:
     Gtk::Revealer& _dropTarget;
     Gtk::Label& _dropLabel;
     BooksSurface* _view = nullptr;
-    // Drops on the empty page go to the view below.
+    // Drops on the page of an empty library are passed to the view below.
     std::unique_ptr<FileDropTarget> _emptyPageTarget;
 };
 

@@ -28,7 +28,7 @@ void perform(const Action& action)
         action();
 }
 
-// Returns whether the key writes something by itself, or begins to. A space selects the book that has the focus.
+// Returns whether the key types a character or starts to. A space selects the focused book instead.
 bool isWriting(guint key, Gdk::ModifierType state)
 {
     const auto others = Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::ALT_MASK | Gdk::ModifierType::SUPER_MASK
@@ -59,16 +59,16 @@ LibrarySearch::LibrarySearch(const Glib::RefPtr<Gtk::Builder>& layout)
     , _button(*layout->get_widget<Gtk::ToggleButton>("searchButton"))
     , _orderButton(*layout->get_widget<Gtk::Widget>("orderButton"))
 {
-    // The bar closes on Escape, and empties the field then.
+    // This closes the bar and clears the field on Escape.
     gtk_search_bar_connect_entry(_bar.gobj(), GTK_EDITABLE(_entry.gobj()));
     _field.setActions([this] { perform(_doneAction); }, nullptr);
-    // A bar that moves could not take the keyboard at once, and the next keys would be the books'.
+    // An animated bar could not take the keyboard focus at once, and the next keys would go to the books.
     if (auto* const revealer = dynamic_cast<Gtk::Revealer*>(_bar.get_first_child()))
         revealer->set_transition_duration(0);
     addOrders();
     addFieldKeys();
     _connections = {
-        // Once for a text that replaces another, unlike the signal of the field.
+        // This is called once when a text replaces another, unlike the field's signal.
         _entry.connect_property_changed("text",
             [this] {
                 if (auto words = searchWords(_field.stringValue()); words != _words) {
@@ -190,7 +190,7 @@ bool LibrarySearch::take(Gtk::EventControllerKey& keys, guint key, Gdk::Modifier
     return gtk_event_controller_key_forward(keys.gobj(), GTK_WIDGET(text));
 }
 
-// Menus keep their keys, and so do other fields.
+// Returns whether the focus is in the library. Menus and other fields keep their keys.
 bool LibrarySearch::isWithinLibrary(Gtk::Widget* focus) const
 {
     return !focus || (!GTK_IS_EDITABLE(focus->gobj()) && !focus->get_ancestor(GTK_TYPE_POPOVER));

@@ -16,36 +16,36 @@
 
 namespace pagora {
 
-// The search bar of the library window, its button, and the menu that orders the books. Together they give the query
+// The search bar of the library window, its button, and the menu that orders the books. Together they define the query
 // that filters and sorts the views. Main thread only.
 class LibrarySearch {
 public:
-    // The layout "LibraryWindow".
+    // `layout` is "LibraryWindow".
     explicit LibrarySearch(const Glib::RefPtr<Gtk::Builder>& layout);
     ~LibrarySearch();
     LibrarySearch(const LibrarySearch&) = delete;
     LibrarySearch& operator=(const LibrarySearch&) = delete;
 
-    // The query without the list of books that were read.
+    // Returns the query without the list of books that were read.
     BookQuery query() const;
-    // Called when the query has changed.
+    // Sets the callback for a change of the query.
     void setQueryAction(std::function<void()> action) { _queryAction = std::move(action); }
-    // Called when the bar has opened.
+    // Sets the callback for opening the bar.
     void setOpenAction(std::function<void()> action) { _openAction = std::move(action); }
-    // Called when the user leaves the field for the results.
+    // Sets the callback for leaving the field for the results.
     void setDoneAction(std::function<void()> action) { _doneAction = std::move(action); }
-    // Called when the bar closes while it has the focus.
+    // Sets the callback for closing the bar while it has the focus.
     void setCloseAction(std::function<void()> action) { _closeAction = std::move(action); }
 
-    // Opens and focuses the bar, unless there is no book.
+    // Opens and focuses the bar, unless the library is empty.
     void open();
     // Ends the search and closes the bar.
     void end();
     bool isOpen() const { return _bar.get_search_mode(); }
-    // Shows the number of books. Disables the search when there is no book.
+    // Shows the number of books. Disables the search if the library is empty.
     void setCount(std::size_t shown, std::size_t all);
-    // The window's controller that opens the bar on a printable key and closes it on Escape, unless a control uses the
-    // key.
+    // Returns the window's controller that opens the bar on a printable key and closes it on Escape, unless a control
+    // uses the key.
     Glib::RefPtr<Gtk::EventController> keys();
     Gtk::Widget& field() { return _entry; }
 

@@ -39,7 +39,7 @@ std::unique_ptr<Gtk::Window> takeWindow(const Glib::RefPtr<Gtk::Builder>& layout
     return std::unique_ptr<Gtk::Window>(layout->get_widget<Gtk::Window>(name));
 }
 
-// For assistive technology.
+// Sets accessible names.
 void nameParts(Gtk::Widget& root)
 {
     leaveUnnamed(root);
@@ -47,7 +47,7 @@ void nameParts(Gtk::Widget& root)
     tellOfChanges(root);
 }
 
-// The action may be unset or replace the actions.
+// The action may be unset, or may replace the actions.
 template <typename Action>
 auto perform(const Action& action)
 {
@@ -150,7 +150,7 @@ void LibraryWindowGtk::addProgramKeys()
     _mainWindow.addController(keys);
 }
 
-// While a book is read, the library's keys are disabled; the program can still be closed.
+// While a book is open, the library's keys are disabled. The program can still be closed.
 void LibraryWindowGtk::enableProgramActions()
 {
     for (const auto& name : _programActions->list_actions()) {
@@ -208,7 +208,7 @@ void LibraryWindowGtk::booksDidChange()
         _search.setCount(_shown->shownBooks().size(), _shown->content()->size());
 }
 
-// The library comes back from a reader: another book may be the one that was read last.
+// When the library is shown again after a reader, another book may be the one that was read last.
 void LibraryWindowGtk::windowStateDidChange()
 {
     enableProgramActions();

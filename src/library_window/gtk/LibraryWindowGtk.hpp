@@ -22,12 +22,12 @@
 
 namespace pagora {
 
-// The layout "LibraryWindow": the library, which shares the toplevel, and the small windows over that. Library views
-// are dropped before it. Main thread only.
+// The layout "LibraryWindow": the library, which shares the toplevel, and the small windows over it. The library views
+// must be destroyed first. Main thread only.
 class LibraryWindowGtk : public LibraryWindow {
 public:
-    // The toplevel and the run loop outlive it. Without an application, for tests, the toplevel holds the program's
-    // actions itself.
+    // The toplevel and the run loop must outlive this object. Without an application, as in tests, the toplevel holds
+    // the program's actions itself.
     LibraryWindowGtk(Toplevel& toplevel, RunLoop& runLoop, Glib::RefPtr<Gtk::Application> application = {});
     ~LibraryWindowGtk() override;
 
@@ -64,9 +64,9 @@ public:
     void setEventMonitor(WindowEventMonitor::Monitor monitor) override { _monitor.setMonitor(std::move(monitor)); }
 
     LibraryDialogs& dialogs() { return _dialogs; }
-    // The toplevel's.
+    // Returns the toplevel's window.
     Gtk::Window& window() { return _mainWindow.window(); }
-    // The widget that has the outlet's name in the layout; null if there is none.
+    // Returns the widget with the outlet's name in the layout; null if there is none.
     template <typename Widget>
     Widget* outlet(const char* name)
     {
@@ -74,7 +74,7 @@ public:
     }
 
 private:
-    // Windows of the desktop are their owner's, not the layout's.
+    // The toplevels of the layout, which belong to this object and not to the layout.
     struct Windows {
         std::unique_ptr<Gtk::Window> error;
         std::unique_ptr<Gtk::Window> settings;
@@ -86,7 +86,7 @@ private:
     void wireControls();
     void wireSearch();
     BookQuery query() const;
-    // Other books are shown, or the import has begun or ended.
+    // Called when other books are shown, or when the import has started or ended.
     void booksDidChange();
     void windowStateDidChange();
     void updateContinueButton();
@@ -112,7 +112,7 @@ private:
     LibraryOverlay _overlay;
     ImportProgress _progress;
     LibraryDialogs _dialogs;
-    // The title of the book that the button opens.
+    // The title of the book that the continue button opens.
     Glib::ustring _bookToContinue;
     // The view that is in the window; null for none.
     BooksSurface* _shown = nullptr;

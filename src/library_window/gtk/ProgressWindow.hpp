@@ -6,13 +6,13 @@
 
 namespace pagora {
 
-// A window that is shown only if it has been ordered front for `delay` milliseconds: a short job does not flash a
-// window that takes the keyboard for a moment. Main thread only.
+// A window that is shown only if it has been ordered front for `delay` milliseconds, so that a short job does not open
+// a window that takes the keyboard focus for a moment. Main thread only.
 class ProgressWindow : public DesktopWindow {
 public:
     static constexpr unsigned delay = 250;
 
-    // `changed` is called when the window has been ordered front or out.
+    // Calls `changed` when the window has been ordered front or out.
     ProgressWindow(Gtk::Window& window, std::function<void()> changed);
     ~ProgressWindow() override;
     ProgressWindow(const ProgressWindow&) = delete;
@@ -21,7 +21,7 @@ public:
     void orderFront() override;
     void makeKeyAndOrderFront() override;
     void orderOut() override;
-    // Returns whether it has been ordered front; it may not be shown yet.
+    // Returns whether the window has been ordered front. It may not be shown yet.
     bool isVisible() const override { return _isOrderedFront; }
 
 private:

@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-// Every image and label that makes up the face of a button with both.
+// Visits the content of every button that has an image and a label.
 template <typename Visit>
 void visitFaces(Gtk::Widget& widget, const Visit& visit)
 {
@@ -43,7 +43,7 @@ ToolBarMenu::ToolBarMenu(Gtk::Widget& toolBar)
     _popover.set_has_arrow(false);
     _popover.set_halign(Gtk::Align::START);
 
-    // Before the title bar takes the click for the window's own menu.
+    // Captured before the title bar, which would open the window's own menu.
     const auto rightClick = Gtk::GestureClick::create();
     rightClick->set_button(GDK_BUTTON_SECONDARY);
     rightClick->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);

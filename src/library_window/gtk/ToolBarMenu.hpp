@@ -12,8 +12,8 @@
 
 namespace pagora {
 
-// The context menu of a toolbar: how its buttons look. The items are "Icon and Text", "Icon Only", "Text Only", "Use
-// Small Size" and "Customize Toolbar…", in this order. Main thread only.
+// The context menu of a toolbar, which sets the look of its buttons. The items are "Icon and Text", "Icon Only", "Text
+// Only", "Use Small Size" and "Customize Toolbar…", in this order. Main thread only.
 class ToolBarMenu : public Menu {
 public:
     explicit ToolBarMenu(Gtk::Widget& toolBar);
@@ -23,9 +23,9 @@ public:
     void setItemHidden(int index, bool hidden) override;
     void insertSeparator(int index) override;
 
-    // The titles from the top, as they are shown; a separator is "-".
+    // Returns the visible titles from the top; a separator is "-".
     std::vector<std::string> visibleTitles() const;
-    // Shows it at the place, in points from the toolbar's top left.
+    // Shows the menu at a position in points from the toolbar's top left corner.
     void popUp(double x, double y);
 
 private:

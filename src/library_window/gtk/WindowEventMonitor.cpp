@@ -7,7 +7,7 @@ namespace pagora {
 
 namespace {
 
-// The key code of A, for layouts with other letters.
+// The hardware code of the key A, for layouts with other letters.
 constexpr guint hardwareKeyA = 38;
 
 int classicKeyCode(guint key, guint hardwareKey)
@@ -21,12 +21,12 @@ int classicKeyCode(guint key, guint hardwareKey)
     case GDK_KEY_KP_Delete:
         return LibraryEvent::keyDelete;
     default:
-        // Layouts beyond Latin-1 have no A of their own.
+        // Layouts beyond Latin-1 do not have the letter A.
         return hardwareKey == hardwareKeyA && key > 0xFF && gdk_keyval_to_unicode(key) ? LibraryEvent::keyA : -1;
     }
 }
 
-// Returns whether the key edits the text of a field; `passing` leaves Control and A to the library.
+// Returns whether the key edits the text of a field. In `passing`, Control and A are left to the library.
 bool isEditingText(Gtk::Window& window, int keyCode, Gtk::Widget* passing)
 {
     auto* const focus = window.get_focus();
@@ -45,7 +45,7 @@ bool holdsControl(Gdk::ModifierType state)
 void WindowEventMonitor::watch(Gtk::Window& window)
 {
     const auto ask = [monitor = _monitor](const LibraryEvent& event) {
-        // A copy, because the monitor may be replaced during the call.
+        // Copied, because the monitor may be replaced during the call.
         const auto answer = *monitor;
         return answer && answer(event);
     };

@@ -9,8 +9,8 @@
 
 namespace pagora {
 
-// Receives key presses and left-button presses of the watched windows before any control. Key presses that edit text in
-// a field are left to it. Main thread only.
+// Receives key presses and left-button presses in the watched windows before any control. Keys that edit text in a
+// field are left to the field. Main thread only.
 class WindowEventMonitor {
 public:
     WindowEventMonitor() = default;
@@ -18,14 +18,14 @@ public:
     WindowEventMonitor(const WindowEventMonitor&) = delete;
     WindowEventMonitor& operator=(const WindowEventMonitor&) = delete;
 
-    // The answer says whether the event is swallowed.
+    // Returns whether the event is swallowed.
     using Monitor = std::function<bool(const LibraryEvent&)>;
 
-    // An empty one ends the watching.
+    // Sets the monitor; an empty function stops watching.
     void setMonitor(Monitor monitor) { *_monitor = std::move(monitor); }
-    // From now on, for as long as the window lives.
+    // Watches the window for the rest of its lifetime.
     void watch(Gtk::Window& window);
-    // Control and A in this field are not the field's: they select every book.
+    // Control and A in this field select every book instead of the field's text.
     void passSelectAll(Gtk::Widget& field) { *_passing = &field; }
 
 private:

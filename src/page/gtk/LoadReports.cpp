@@ -103,7 +103,7 @@ void LoadReports::pressesMark(const std::optional<PressedMark>& mark)
 
 void LoadReports::willSendRequest(const Url& url, RequestedBy requestedBy)
 {
-    // Requests of the page itself are reported up to a length and a number that no book reaches.
+    // Requests of the page itself are reported up to a length and a number that books never reach.
     if (requestedBy == RequestedBy::Page && (url.text().size() > maxRequestLength || _requests.size() >= maxRequests))
         return;
     const bool isNew = _requests.insert(url.text()).second;

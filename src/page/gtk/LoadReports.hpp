@@ -24,22 +24,22 @@ public:
     // Starts the next load and drops the reports and the selection of earlier ones. Returns its number.
     std::uint64_t begin(const Url& url);
     std::uint64_t currentLoad() const { return _load; }
-    // The page's URL as requested; missing before the first load.
+    // The page's URL as requested; nullopt before the first load.
     const std::optional<Url>& url() const { return _url; }
     bool isFinished() const { return _finished; }
 
-    // The document is loaded again; resources so far do not count.
+    // Called when the document is loaded again: resources so far are ignored.
     void forgetResources() { _heldBack = 0; }
     void documentComplete(std::uint64_t load);
     void resourceFinished(std::uint64_t load);
     void resourceFailed(std::uint64_t load);
-    // All resources are there or failed, or are no longer waited for.
+    // Called when all resources have arrived or failed, or are no longer waited for.
     void everythingFinished(std::uint64_t load);
-    // The document could not be loaded.
+    // Called when the document could not be loaded.
     void documentFailed(std::uint64_t load);
-    // Reports a request outside the book's files; requests of the page itself once per load.
+    // Reports a request outside the book's files. Each request of the page itself is reported once per load.
     void willSendRequest(const Url& url, RequestedBy requestedBy);
-    // The person presses a link, or asks for the note of a reference.
+    // Called when the user presses a link, or asks for the note of a reference.
     void pageFollowsLink();
     void pointsAtLink(const std::optional<PointedLink>& link);
     void selectionDidChange(const std::optional<PageSelection>& selection);
@@ -56,7 +56,7 @@ private:
     std::optional<Url> _url;
     bool _documentReported = false;
     bool _finished = true;
-    // Resources that finished before their document was reported.
+    // Number of resources that finished before their document was reported.
     int _heldBack = 0;
     std::set<std::string> _requests;
 };

@@ -79,7 +79,7 @@ void PageContent::numberScripts(std::uint64_t load, const ForScripts& facts)
 
 void PageContent::setStartStyle(const std::string& css)
 {
-    // A change styles the page that is still shown anew.
+    // An equal style is not set again, because that would restyle the page that is still shown.
     if (css == _startStyleText)
         return;
     _startStyleText = css;
@@ -87,7 +87,7 @@ void PageContent::setStartStyle(const std::string& css)
         webkit_user_content_manager_remove_style_sheet(_content, _startStyle);
         webkit_user_style_sheet_unref(_startStyle);
     }
-    // At the author's level, so that what scripts set on the elements overrides it.
+    // The author level lets styles that scripts set on elements override it.
     _startStyle = webkit_user_style_sheet_new(
         css.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_STYLE_LEVEL_AUTHOR, nullptr, nullptr);
     webkit_user_content_manager_add_style_sheet(_content, _startStyle);

@@ -11,9 +11,9 @@ namespace pagora {
 
 namespace {
 
-// In milliseconds. A page that nobody sees is not painted at all.
+// In milliseconds. A page that is not visible is never painted.
 constexpr unsigned paintTimeout = 2000;
-// How long a picture of the page stays in its place for what is still loaded.
+// Maximum time for which a picture of the page is shown while resources are loading, in milliseconds.
 constexpr unsigned partsTimeout = 2000;
 
 }
@@ -59,7 +59,7 @@ void PageCurtain::pageIsPrepared(Whole whole)
             partsTimeout);
         return;
     }
-    // The engine draws the page a moment after it has laid it out.
+    // The engine draws the page some time after its layout.
     const auto request = "pagoraReportPaint(" + std::to_string(++_lastRequest) + ")";
     webkit_web_view_evaluate_javascript(_view, request.c_str(), -1, pageWorld, nullptr, nullptr, nullptr, nullptr);
     _timer.disconnect();

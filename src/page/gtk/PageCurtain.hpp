@@ -12,7 +12,7 @@ namespace pagora {
 // Covers a page until it is laid out and painted. Main thread only.
 class PageCurtain {
 public:
-    // Both outlive it.
+    // Both must outlive this object.
     PageCurtain(WebKitWebView* view, PageFrame& frame)
         : _view(view)
         , _frame(frame)
@@ -24,17 +24,17 @@ public:
 
     // Covers the page until it is prepared.
     void cover(PageCover::Show show);
-    // The same with a timeout in seconds, after which the page is shown as it is.
+    // Same with a timeout in seconds, after which the page is shown as it is.
     void cover(PageCover::Show show, double seconds);
-    // The page is laid out. Uncovers it once it is painted, or after a timeout if it is not visible. In place of a
-    // picture of it, it is shown when it is whole, because pictures that arrive late would change it in sight.
+    // Called when the page is laid out. Uncovers it when it is painted, or after a timeout if it is not visible. If a
+    // picture of the page is shown, waits until the page is complete, because late pictures would change it visibly.
     enum class Whole : bool { No, Yes };
     void pageIsPrepared(Whole whole);
-    // It is shown as soon as it is prepared, whatever is still to come.
+    // Shows the page as soon as it is laid out, even if it is still loading.
     void hurry();
-    // The page reports that it was painted for this request.
+    // Called when the page reports that it was painted for this request.
     void pageIsPainted(std::uint64_t request);
-    // Uncovers a page that may be seen as soon as its beginning is drawn.
+    // Uncovers a page that may be shown as soon as its start is drawn.
     void uncoverBeginning();
 
 private:
@@ -42,10 +42,10 @@ private:
 
     WebKitWebView* _view;
     PageFrame& _frame;
-    // True if the page that is loaded is not laid out yet.
+    // True if the page that is loading is not laid out yet.
     bool _isUnprepared = false;
     bool _isInHurry = false;
-    // Counts the requests to report the painting.
+    // Number of the last request to report the painting.
     std::uint64_t _lastRequest = 0;
     sigc::connection _timer;
 };

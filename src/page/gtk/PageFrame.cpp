@@ -137,8 +137,8 @@ void PageFrame::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
         _cover.draw(Gtk::Widget::gobj(), _child, snapshot->gobj());
         return;
     }
-    // The engine produces the next frame only after the last one was drawn. Draw it into a snapshot that is discarded,
-    // because GTK caches what is clipped away.
+    // The engine produces the next frame only after the last one was drawn. It is drawn into a snapshot that is
+    // discarded, because GTK caches what is clipped away.
     GtkSnapshot* const unseen = gtk_snapshot_new();
     _cover.draw(Gtk::Widget::gobj(), _child, unseen);
     if (GskRenderNode* const drawing = gtk_snapshot_free_to_node(unseen))

@@ -18,44 +18,44 @@ namespace pagora {
 // scroll the page. Main thread only.
 class PageFrame final : public Gtk::Widget {
 public:
-    // `child` is shown until the frame goes.
+    // `child` stays in the frame until the frame is destroyed.
     explicit PageFrame(GtkWidget* child);
     ~PageFrame() override;
 
-    // The least margin at each side and the largest width of the child, in pixels. The child is centred.
+    // The minimum margin at each side and the maximum width of the child, in pixels. The child is centred.
     struct Margins {
         int minSide = 0;
         int maxWidth = std::numeric_limits<int>::max();
     };
     void setMargins(const Margins& margins);
-    // What is painted in the margins: a colour as CSS writes it, or nothing where it is none.
+    // Sets the colour of the margins, in CSS syntax. An invalid colour paints nothing.
     void setPaper(const std::string& color);
     const std::optional<Gdk::RGBA>& paper() const { return _paper; }
-    // Called whenever the paper was set.
+    // Sets the callback for the colour of the margins.
     void setPaperHandler(std::function<void(const std::optional<Color>&)> handler) { _onPaper = std::move(handler); }
-    // Of the child, in pixels.
+    // The width of the child, in pixels.
     int pageWidth() const { return _width; }
     int pageHeight() const { return _height; }
 
-    // Called after the layout that changed the child's size, once a size.
+    // Sets the callback for a new size of the child. It is called once for each size, after the layout.
     void setResizeHandler(std::function<void()> handler) { _onResize = std::move(handler); }
-    // Called once a flick, or a finger's drag: positive when the fingers move the page to the right.
+    // Sets the callback for a flick or a drag. The distance is positive if the fingers move the page to the right.
     void setFlickHandler(std::function<void(double)> handler) { _gestures.setFlickHandler(std::move(handler)); }
-    // Hides the child. It is still drawn off screen, so that it is up to date when it is shown.
+    // Hides the child. It is still drawn off screen, so that it is current when it is shown.
     void setConcealed(bool isConcealed);
     bool isConcealed() const { return _isConcealed; }
-    // Returns whether a control in the page needs the keys that would otherwise scroll.
+    // Sets whether a control in the page needs the keys that would otherwise scroll.
     void setPageTakesKeys(bool takes) { _pageTakesKeys = takes; }
     bool pageTakesKeys() const { return _pageTakesKeys; }
-    // Draws the page as it was drawn last, or nothing, until it is uncovered.
+    // Draws the last drawing of the page, or nothing, until it is uncovered.
     void cover(PageCover::Show show);
     void uncover();
     bool isCovered() const { return _cover.isOn(); }
-    // While it is covered: a picture to draw in the page's place, if the page has that size.
+    // If the page is covered, draws a picture in its place, provided that the page has the same size.
     void showPicture(GObjectPtr<GdkTexture> picture, int scale);
     void withdrawPicture();
     bool showsPicture() const { return _cover.drawsGiven(_child); }
-    // A picture of the child as it would be drawn now; missing when it is not on a screen.
+    // Returns a picture of the child as it would be drawn now; null if it is not on a screen.
     GObjectPtr<GdkTexture> pictureOfPage();
 
 protected:

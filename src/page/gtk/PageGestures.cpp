@@ -15,7 +15,7 @@ namespace pagora {
 
 namespace {
 
-// Some displays report wheel steps for touchpad scrolling: points per step.
+// Some displays report wheel steps for touchpad scrolling. A step is this many points.
 constexpr double pointsPerStep = 15;
 
 double pointsOf(const Gtk::EventControllerScroll& scrolling)
@@ -60,7 +60,7 @@ void PageGestures::takeScrolling(Gtk::Widget& page)
             return true;
         },
         false);
-    // The fingers were lifted, with this speed.
+    // Called when the fingers were lifted, with their speed.
     scrolling->signal_decelerate().connect([this, &controller](double velocityX, double velocityY) {
         const double points = pointsOf(controller);
         turn(std::exchange(_scroll, {}).turnAtSpeed(-velocityX * points, -velocityY * points));
@@ -116,7 +116,7 @@ void PageGestures::takeDrags(Gtk::Widget& page)
         if (_isDragSpent)
             drag->set_state(Gtk::EventSequenceState::DENIED);
         else if (_drag.isHorizontal())
-            // Claim the sequence, so that the page neither follows a link nor scrolls.
+            // The sequence is claimed, so that the page neither follows a link nor scrolls.
             drag->set_state(Gtk::EventSequenceState::CLAIMED);
     });
     dragging->signal_drag_end().connect([this](double x, double y) {

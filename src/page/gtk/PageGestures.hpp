@@ -12,15 +12,16 @@ namespace pagora {
 // one-finger drags on a touchscreen. Reports those that turn a page. Main thread only.
 class PageGestures {
 public:
-    // `page` outlives this and delivers no events afterwards.
+    // `page` must outlive this object and must not deliver events afterwards.
     explicit PageGestures(Gtk::Widget& page);
     PageGestures(const PageGestures&) = delete;
     PageGestures& operator=(const PageGestures&) = delete;
 
-    // Called once a gesture that turns a page: positive when the fingers move the page to the right.
+    // Sets the callback for a gesture that turns a page. The distance is positive if the fingers move the page to the
+    // right.
     void setFlickHandler(std::function<void(double)> handler) { _onFlick = std::move(handler); }
 
-    // A swipe of several fingers on a touchpad: it is logged when it begins, and does nothing.
+    // Called for a touchpad swipe with several fingers. Logs its start and does nothing else.
     static void swipeWithEvent(GdkTouchpadGesturePhase phase, unsigned fingers);
 
 private:
@@ -32,7 +33,7 @@ private:
     std::function<void(double)> _onFlick;
     FlickGesture _scroll;
     FlickGesture _drag;
-    // The touch cannot turn a page any more: a second finger touched or text is being selected.
+    // True if the touch cannot turn a page any more: a second finger touched or text is being selected.
     bool _isDragSpent = false;
     int _fingers = 0;
 };

@@ -9,7 +9,7 @@ namespace pagora {
 
 namespace {
 
-// In microseconds. A page that was shown for longer gets all attempts again.
+// In microseconds. If a page was shown for longer, the number of attempts is reset.
 constexpr std::int64_t steadyTime = 20'000'000;
 
 }
@@ -18,7 +18,7 @@ void PageRecovery::performSoon(std::function<void()> work)
 {
     _soon.disconnect();
     _soon = Glib::signal_idle().connect([work = std::move(work)] {
-        // The work may cancel itself.
+        // Copied, because the work may cancel itself.
         const auto own = work;
         own();
         return false;

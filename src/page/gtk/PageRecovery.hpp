@@ -11,14 +11,14 @@ class PageRecovery {
 public:
     ~PageRecovery() { _soon.disconnect(); }
 
-    // Called for each load that the reader requests. Resets the number of attempts.
+    // Resets the number of attempts. Called for each load that the reader requests.
     void reset() { _attemptsLeft = maxAttempts; }
     // Calls `work` from the main loop, unless it is cancelled first.
     void performSoon(std::function<void()> work);
     void callOff() { _soon.disconnect(); }
 
     struct Attempt {
-        // False when the page has crashed the engine too often.
+        // False if the page has crashed the engine too often.
         bool isAllowed;
         // True if the page may run its own scripts.
         bool allowsScripts;
@@ -29,7 +29,7 @@ private:
     static constexpr int maxAttempts = 3;
 
     int _attemptsLeft = 0;
-    // On the monotonic clock, in microseconds.
+    // In microseconds, on the monotonic clock.
     std::int64_t _lastAttempt = 0;
     sigc::connection _soon;
 };

@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// Waits for two frames: the second starts after the first was presented. A hidden page has none.
+// Waits for two frames, because the second starts after the first was presented. A hidden page has no frames.
 constexpr const char* waitForDrawing
     = "if (document.documentElement?.style) document.documentElement.style.setProperty('opacity', '1', 'important');"
       "await new Promise((done) => {"
@@ -54,7 +54,7 @@ std::pair<Reply<std::string>, std::unique_ptr<PageScripts::Call>> PageScripts::e
 {
     Reply<std::string> reply;
     const unsigned long number = ++_lastNumber;
-    // The callback may destroy the timer that holds this, or the page view.
+    // The callback may destroy the timer that owns it, or the page view.
     const auto giveUp = [owner = std::weak_ptr<PageScripts*>(_self), number] {
         const auto late = number;
         std::weak_ptr<PageScripts*> self;
@@ -134,7 +134,7 @@ void PageScripts::complete(gpointer data, JSCValue* value, GError* error)
         (*owner)->answer(call->number, std::move(text));
 }
 
-// A page that is busy for seconds between its answers delays a page turn, which evaluates several scripts.
+// A page that is busy for seconds between its answers delays a page turn, because a turn evaluates several scripts.
 void PageScripts::noteAnswer(unsigned long number)
 {
     const auto found = _pending.find(number);

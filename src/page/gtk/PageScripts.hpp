@@ -13,27 +13,27 @@
 
 namespace pagora {
 
-// The name of the script world that the page's own scripts do not see.
+// The name of the script world that the page's own scripts cannot access.
 inline constexpr const char* pageWorld = "pagora";
 
 // Evaluates scripts in a page view and tracks the pending ones. Main thread only.
 class PageScripts {
 public:
-    // A script that takes longer than `timeout` seconds calls `onTimeout` and returns an empty text. `onSlow` is called
-    // when slow answers in a row add up to that time.
+    // If a script takes longer than `timeout` seconds, `onTimeout` is called and the script returns an empty text.
+    // `onSlow` is called if consecutive slow answers add up to that time.
     PageScripts(
         WebKitWebView* view, double timeout, std::function<void()> onTimeout, std::function<void()> onSlow = {});
-    // The coroutines that still wait are not resumed.
+    // Coroutines that are still waiting are not resumed.
     ~PageScripts();
     PageScripts(const PageScripts&) = delete;
     PageScripts& operator=(const PageScripts&) = delete;
 
-    // For the scripts from now on.
+    // Applies to scripts that are evaluated later.
     void setTimeout(double timeout) { _timeout = timeout; }
     Reply<std::string> evaluate(const std::string& script);
-    // Makes the page visible and answers when it has been drawn, or soon if it is not drawn.
+    // Makes the page visible. Replies when it has been drawn, or after a short time if it is not drawn.
     Reply<std::string> waitUntilDrawn();
-    // Answers all that are pending with an empty text.
+    // Replies to all pending scripts with an empty text.
     void giveUpAll();
 
 private:
@@ -49,7 +49,7 @@ private:
         unsigned long number;
     };
 
-    // Registers a call: its reply, and the data that the engine passes back with the result.
+    // Registers a call. Returns its reply, and the data that the engine passes back with the result.
     std::pair<Reply<std::string>, std::unique_ptr<Call>> expect();
     void answer(unsigned long number, std::string text);
     void noteAnswer(unsigned long number);
@@ -61,12 +61,12 @@ private:
     double _timeout;
     std::function<void()> _onTimeout;
     std::function<void()> _onSlow;
-    // The time of the last answer, and the total of the slow answers in a row.
+    // The time of the last answer, and the sum of consecutive slow answers.
     double _lastAnswer = 0;
     double _waited = 0;
     unsigned long _lastNumber = 0;
     std::map<unsigned long, Pending> _pending;
-    // Expires with this object, for results that come later.
+    // Expires with this object. Used by results that arrive later.
     std::shared_ptr<PageScripts*> _self;
 };
 

@@ -30,7 +30,7 @@ void PageSizeReports::frameDidChange(const Rect& frame, bool pageFollows)
 void PageSizeReports::pageDidChange(const Rect& size, const Rect& frame)
 {
     _pageSize = size;
-    // Reports again if the page was too late for the first report.
+    // Reports again if the page answered too late for the first report.
     if (size == frame && std::exchange(_awaitsPage, false))
         report();
 }

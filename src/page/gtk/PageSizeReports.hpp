@@ -17,9 +17,9 @@ public:
     }
     ~PageSizeReports() { _timer.disconnect(); }
 
-    // `pageFollows`: whether a page is shown, which will report its size.
+    // `pageFollows` is true if a page is shown, which will report its size.
     void frameDidChange(const Rect& frame, bool pageFollows);
-    // The page reports its size.
+    // Called when the page reports its size.
     void pageDidChange(const Rect& size, const Rect& frame);
 
 private:

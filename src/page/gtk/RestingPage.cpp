@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-// In milliseconds. Pages that are turned faster than this cost nothing.
+// In milliseconds. No pictures are taken of pages that are turned faster than this.
 constexpr unsigned moment = 300;
 
 constexpr std::size_t pixelBytes = 4;
@@ -72,7 +72,7 @@ void RestingPage::isDrawn(std::uint64_t request, bool isAsOpened)
         moment, Glib::PRIORITY_LOW);
 }
 
-// The picture that was taken before still counts.
+// A picture that was taken before remains valid.
 void RestingPage::personTouches()
 {
     _timer.disconnect();

@@ -12,25 +12,26 @@
 
 namespace pagora {
 
-// Takes the picture of a page that rests, so that it can be shown when the book is opened there again. The picture is
-// taken a moment after the page was drawn, or when it is asked for; not while the page shows what would not be there
-// again, such as selected text. Main thread only.
+// Takes the picture of an idle page, so that it can be shown when the book is opened there again. The picture is taken
+// a moment after the page was drawn, or when it is requested. It is not taken while the page shows something that would
+// be missing then, such as selected text. Main thread only.
 class RestingPage {
 public:
-    // Both outlive it.
+    // Both must outlive this object.
     RestingPage(WebKitWebView* view, PageFrame& frame);
     ~RestingPage();
     RestingPage(const RestingPage&) = delete;
     RestingPage& operator=(const RestingPage&) = delete;
 
-    // The page may change: its last picture does not count any more.
+    // Called when the page may change: the last picture becomes invalid.
     void disturb();
-    // Nothing is under way, and all of the page has arrived.
+    // Called when nothing is pending and the page is completely loaded.
     void rest();
-    // The page was drawn as it was for that request, and whether it shows nothing that would not be there again.
+    // Called when the page was drawn unchanged for that request. `isAsOpened` is true if the page shows nothing that
+    // would be missing when it is opened again.
     void isDrawn(std::uint64_t request, bool isAsOpened);
 
-    // Missing without such a picture.
+    // Returns nullopt if there is no such picture.
     std::optional<PagePicture> picture();
 
 private:
@@ -40,17 +41,18 @@ private:
     WebKitWebView* _view;
     PageFrame& _frame;
     std::uint64_t _lastRequest = 0;
-    // True if it is drawn and was not touched since.
+    // True if the page is drawn and was not touched since.
     bool _isDrawn = false;
     GObjectPtr<GdkTexture> _picture;
     int _scale = 1;
     sigc::connection _timer;
 };
 
-// What the drawing of a page depends on besides the book and its reader: the engine and the desktop's text settings.
+// Returns the conditions for the drawing of a page besides the book and its reader: the engine and the desktop's text
+// settings.
 std::string drawingConditions(WebKitWebView* view);
 
-// The texture of a picture.
+// Returns the texture of a picture.
 GObjectPtr<GdkTexture> textureOf(const PagePicture& picture);
 
 }

@@ -11,7 +11,7 @@ namespace pagora {
 
 namespace {
 
-// The time without changes after which the text is collected, in milliseconds.
+// The text is collected after this time without changes, in milliseconds.
 constexpr unsigned rest = 250;
 
 void setProperty(WebKitWebView* view, GtkAccessibleProperty property, const std::string& text)
@@ -19,8 +19,9 @@ void setProperty(WebKitWebView* view, GtkAccessibleProperty property, const std:
     gtk_accessible_update_property(GTK_ACCESSIBLE(view), property, text.c_str(), -1);
 }
 
-// Returns whether assistive technology gets the page itself. From GTK 4.14 on the engine puts the page's tree below its
-// widget as soon as its process has one. The function is newer than the oldest toolkit, so it is looked up at run time.
+// Returns whether assistive technology can access the page itself. From GTK 4.14 on, the engine puts the page's
+// accessible tree below its widget when its process has one. The function is not in older versions of GTK, so it is
+// looked up at run time.
 bool hasOwnTree(WebKitWebView* view)
 {
     using FirstChild = GtkAccessible* (*)(GtkAccessible*);
@@ -74,7 +75,7 @@ void SpokenPage::pageMayHaveChanged()
 
 void SpokenPage::collect()
 {
-    // While a request is pending, further changes lead to one more request.
+    // Changes during a pending request lead to one more request.
     if (_isCollecting) {
         _isOutdated = true;
         return;

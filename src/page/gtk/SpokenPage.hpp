@@ -21,11 +21,12 @@ public:
     SpokenPage(const SpokenPage&) = delete;
     SpokenPage& operator=(const SpokenPage&) = delete;
 
-    // Makes the accessible name from the document's title; called at once and with every new text.
+    // Sets the function that makes the accessible name from the document's title. It is called immediately and with
+    // every new text.
     void setNamer(std::function<std::string(const std::string& title)> namer);
     // Replaces the text of the page; an empty text restores it.
     void setNotice(const std::string& notice);
-    // The visible text may have changed.
+    // Called when the visible text may have changed.
     void pageMayHaveChanged();
     const std::string& name() const { return _name; }
     const std::string& text() const { return _text; }
@@ -47,7 +48,7 @@ private:
     // True if the page may have changed since the last request.
     bool _isOutdated = false;
     sigc::connection _rest;
-    // Expires with this object, for replies that come later.
+    // Expires with this object. Used by replies that arrive later.
     std::shared_ptr<SpokenPage*> _self;
 };
 

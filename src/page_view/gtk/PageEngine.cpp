@@ -17,14 +17,14 @@ namespace pagora {
 
 namespace {
 
-// Memory limit of a page process in megabytes, and the fractions at which the engine frees memory.
+// Memory limit of a page process in megabytes, and the fractions of it at which the engine frees memory.
 constexpr guint pageMemoryLimit = 1536;
-// The limit of the network process, which loads files and stores blobs.
+// Memory limit of the network process, which loads files and stores blobs, in megabytes.
 constexpr guint networkMemoryLimit = 512;
 constexpr double carefulFrom = 0.5;
 constexpr double strictFrom = 0.75;
-// How often a process of the engine looks at its own memory, in seconds. A look takes 10 ms; `PageMemoryWatch` looks
-// more often.
+// The interval in seconds at which an engine process checks its own memory. A check takes 10 ms; `PageMemoryWatch`
+// checks more often.
 constexpr double memoryInterval = 30;
 
 struct FreeMemorySettings {
@@ -61,7 +61,7 @@ GObjectPtr<WebKitWebContext> makeContext(Confinement confinement)
     return GObjectPtr<WebKitWebContext>::adopt(context);
 }
 
-// Does nothing in a version of the engine that has no such feature.
+// Does nothing if this version of the engine does not have the feature.
 void disableFeature(WebKitSettings* settings, std::string_view identifier)
 {
     auto* const features = webkit_settings_get_all_features();
@@ -78,7 +78,7 @@ GObjectPtr<WebKitSettings> makeSettings()
     auto* settings = webkit_settings_new();
     webkit_settings_set_enable_developer_extras(settings, FALSE);
     webkit_settings_set_enable_page_cache(settings, FALSE);
-    // Its data would be in the memory of the network process, which all books share.
+    // Its data would use memory of the network process, which all books share.
     webkit_settings_set_enable_html5_database(settings, FALSE);
     webkit_settings_set_enable_back_forward_navigation_gestures(settings, FALSE);
     webkit_settings_set_javascript_can_open_windows_automatically(settings, FALSE);
@@ -87,17 +87,17 @@ GObjectPtr<WebKitSettings> makeSettings()
     webkit_settings_set_enable_media_stream(settings, FALSE);
     webkit_settings_set_enable_webrtc(settings, FALSE);
     webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
-    // With it, a page that navigates to a server is reloaded without end.
+    // With this feature, a page that navigates to a server is reloaded endlessly.
     disableFeature(settings, "NavigationAPI");
-    // Software rendering draws pages of text fastest and with the least memory.
+    // Software rendering is fastest for pages of text and uses the least memory.
     webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
     webkit_settings_set_enable_smooth_scrolling(settings, FALSE);
     webkit_settings_set_enable_caret_browsing(settings, FALSE);
     webkit_settings_set_zoom_text_only(settings, TRUE);
-    // The font for books without one, and for the generic family serif.
+    // The font of books that set none, and of the generic family serif.
     webkit_settings_set_default_font_family(settings, "Georgia");
     webkit_settings_set_serif_font_family(settings, "Georgia");
-    // The encoding of books that declare none.
+    // The encoding of books that do not declare one.
     webkit_settings_set_default_charset(settings, "utf-8");
     return GObjectPtr<WebKitSettings>::adopt(settings);
 }
@@ -116,7 +116,7 @@ void cancelDownload(WebKitNetworkSession*, WebKitDownload* download, gpointer)
     webkit_download_cancel(download);
 }
 
-// An ephemeral session; it ends with the last view that uses it.
+// Creates an ephemeral session, which ends with the last view that uses it.
 GObjectPtr<WebKitNetworkSession> makeSession()
 {
     auto session = GObjectPtr<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral());
@@ -204,7 +204,7 @@ void PageEngine::prepareWarmView()
     const std::string page = _options.cachesFolder + "/warm-page.xhtml";
     std::error_code ignored;
     std::filesystem::create_directories(_options.cachesFolder, ignored);
-    // Temporary, so it is not flushed.
+    // The file is temporary, so it is not flushed.
     std::ofstream(page) << resourceBytes("/org/pagora/Pagora/warm-page.xhtml").value();
     webkit_web_view_load_uri(_warmView.get(), Url::file(page).text().c_str());
 }

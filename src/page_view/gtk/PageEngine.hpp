@@ -8,16 +8,16 @@
 
 namespace pagora {
 
-// The rendering engine configured for books: nothing is kept between runs, and no file outside the books' folder is
-// read. One instance; it outlives its page views. Main thread only.
+// The rendering engine, configured for books: nothing is kept between runs, and no file outside the books' folder is
+// read. There is one instance, which must outlive its page views. Main thread only.
 class PageEngine {
 public:
     struct Options {
-        // The folder below which all books are unpacked. It is created when it is missing.
+        // The parent folder of all unpacked books. It is created if it does not exist.
         std::string booksFolder;
-        // Parent of the folder for compiled filters.
+        // The parent folder of the folder for compiled filters.
         std::string cachesFolder;
-        // How long a script in a page may take, in seconds.
+        // Time limit of a script in a page, in seconds.
         double scriptTimeout = 10;
         // Without confinement, books are shown without their own scripts.
         Confinement confinement = Confinement::Full;
@@ -27,10 +27,10 @@ public:
     PageEngine(const PageEngine&) = delete;
     PageEngine& operator=(const PageEngine&) = delete;
 
-    // Creates a page view with its own session. A view that is created beside another one, for the same book, shares
-    // that one's cookies, storage and caches.
+    // Creates a page view with its own session. With `beside`, a view for the same book, the new view shares its
+    // cookies, storage and caches.
     std::unique_ptr<PageView> makePageView(PageKind kind, const PageView* beside = nullptr);
-    // Starts the engine's processes in advance, so that the next view shows its first page sooner. Does nothing while a
+    // Starts the engine's processes in advance, so that the next view shows its first page sooner. Does nothing if a
     // view is ready.
     void prepareWarmView();
 
@@ -43,7 +43,7 @@ private:
     GObjectPtr<WebKitWebContext> _context;
     BookFilter _filter;
     GObjectPtr<WebKitWebView> _warmView;
-    // True if the first page is loaded.
+    // True if the warm-up page is loaded.
     bool _isWarm = false;
 };
 

@@ -16,12 +16,12 @@ namespace pagora {
 
 namespace {
 
-// Seconds that a document may take in addition for each megabyte, and in all. Laying out a megabyte of text in columns
-// takes one to two seconds.
+// Additional seconds for each megabyte of a document, and their maximum. Laying out a megabyte of text in columns takes
+// one to two seconds.
 constexpr double secondsPerMegabyte = 5;
 constexpr double maxDocumentTimeout = 180;
 
-// The URL in the engine's normal form, which resolves "..", for comparison with the shown one.
+// Returns the URL in the engine's normal form, which resolves "..", for comparison with the shown one.
 Url asTheEngineSpells(const Url& url)
 {
     const auto request = GObjectPtr<WebKitURIRequest>::adopt(webkit_uri_request_new(url.text().c_str()));
@@ -53,7 +53,7 @@ PageView::PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& fi
     , _isWarmingUp(start == Start::WarmingUp)
     , _self(std::make_shared<PageView*>(this))
 {
-    // The page that warms the engine up is never seen.
+    // The warm-up page is never visible.
     if (kind == PageKind::Columns)
         _curtain.cover(PageCover::Show::Nothing);
     _frame.setResizeHandler([this] { frameDidChange(); });
@@ -171,7 +171,7 @@ void PageView::start()
     _stage = Stage::Starting;
     numberScripts();
     _content.setStartStyle(_pageStart.styleSheet);
-    // A page whose scripts never end would block the next load.
+    // A page with endless scripts would block the next load.
     _loadTimer.disconnect();
     if (_target->isFile())
         restartEngineAfter(_timeouts.script);
@@ -185,7 +185,7 @@ void PageView::loadFresh()
     if (!isFragmentOfShown)
         return webkit_web_view_load_uri(_view.get(), _target->text().c_str());
 
-    // The engine would only scroll within the shown page, so set the new URL and reload.
+    // The engine would only scroll within the shown page, so the script sets the new URL and reloads.
     struct Reload {
         std::weak_ptr<PageView*> owner;
         std::uint64_t load;
@@ -210,7 +210,7 @@ void PageView::loadFresh()
         _view.get(), script.c_str(), -1, pageWorld, nullptr, nullptr, renamed, reload.release());
 }
 
-// The page is committed. Without a timeout, endless scripts or missing ones would keep it from being completed.
+// The page is committed. Without a timeout, endless or missing scripts would keep it from being completed.
 void PageView::expectDocument()
 {
     _loadTimer.disconnect();
@@ -231,7 +231,7 @@ void PageView::restartEngineAfter(double seconds)
 
 Reply<std::string> PageView::evaluateScript(const std::string& script)
 {
-    // The reader changes a page only by scripts.
+    // Only the reader's scripts change a page.
     _spoken.pageMayHaveChanged();
     _resting.disturb();
     return _scripts.evaluate(script);
@@ -239,13 +239,13 @@ Reply<std::string> PageView::evaluateScript(const std::string& script)
 
 void PageView::restartEngine()
 {
-    // Without a page, no page is to blame.
+    // The book's scripts are responsible only if a page is shown.
     if (_shown)
         _content.allowScripts(false);
     endProcesses();
 }
 
-// That of a step to a server, which is another one, too.
+// Also ends the process of a navigation to a server, which is a separate one.
 void PageView::endProcesses()
 {
     _steps.ignoreAll();
@@ -332,7 +332,7 @@ Rect PageView::frame() const
 
 double PageView::pixelSize() const
 {
-    // The engine scales the whole page with the text, so fewer CSS pixels fit.
+    // The engine scales the whole page with the text, so fewer CSS pixels fit into it.
     return textScale();
 }
 
@@ -354,7 +354,7 @@ void PageView::numberScripts()
     _content.numberScripts(currentLoad(), { _pageStart.columnCount, _pageStart.language, _onPicture != nullptr });
 }
 
-// The page start applies only to the load that it was set for.
+// The page start applies only to the load for which it was set.
 void PageView::pageStartIsOver()
 {
     _pageStart.isShownAtOnce = false;

@@ -21,31 +21,31 @@
 
 namespace pagora {
 
-// The page view on top of the engine's widget. A load of a page that the page itself asked for (a link within the book)
-// and the reload after a crash of the engine count as loads of their own. Made by a `PageEngine`, which outlives it.
+// The page view on top of the engine's widget. A load that the page itself requested (a link within the book) and the
+// reload after a crash of the engine are numbered as separate loads. Created by a `PageEngine`, which must outlive it.
 // Main thread only.
 class PageView final : public WebView {
 public:
-    // `scriptTimeout`, in seconds, is the limit for a script, for the start of a page and for the images of a fixed
-    // page; large pages get more. `WarmingUp`: the engine is still loading its own page, which comes first.
+    // `scriptTimeout`, in seconds, limits a script, the start of a page and the images of a fixed page; large pages get
+    // more time. `WarmingUp`: the engine first loads its warm-up page.
     enum class Start : bool { Ready, WarmingUp };
     PageView(GObjectPtr<WebKitWebView> view, PageKind kind, BookFilter& filter, double scriptTimeout,
         Start start = Start::Ready);
     ~PageView() override;
 
-    // The widget for the window.
+    // Returns the widget for the window.
     Gtk::Widget& widget() { return _frame; }
-    // Space around the page: the least margin at each side in pixels, and the largest width of the page in points.
+    // Space around the page: the minimum margin at each side in pixels, and the maximum width of the page in points.
     struct PageMargins {
         int minSide = 0;
         int maxWidth = 0;
     };
     void setMargins(const PageMargins& margins);
     void setFlickHandler(std::function<void(double dx)> handler) { _frame.setFlickHandler(std::move(handler)); }
-    // Called when the person presses a picture that is a file of the book. Without it the page shows the picture
-    // itself.
+    // Sets the callback for a picture that the user presses, if it is a file of the book. Without it, the page itself
+    // shows the picture.
     void setPictureHandler(std::function<void(const std::string& file)> handler);
-    // The engine's widget, for pictures of the page and for tests.
+    // Returns the engine's widget, for pictures of the page and for tests.
     WebKitWebView* engineView() const { return _view.get(); }
 
     void setDelegate(WebViewDelegate* delegate) override { _reports.setDelegate(delegate); }
@@ -60,21 +60,21 @@ public:
     void pageRests() override;
     std::optional<PagePicture> pictureAtRest() override;
     void personActs() override { _curtain.hurry(); }
-    // The colour behind the page.
+    // Sets the colour behind the page.
     void setBackground(const Color& color);
-    // Called with the background of the page's document; nullopt if it has none.
+    // Sets the callback for the background of the page's document; nullopt if it has none.
     void setGroundHandler(std::function<void(const std::optional<Color>& ground)> handler);
-    // Provides the page's accessible name from its document's title.
+    // Sets the function that makes the page's accessible name from its document's title.
     void setNamer(std::function<std::string(const std::string& title)> namer) { _spoken.setNamer(std::move(namer)); }
     // Replaces the page's accessible text.
     void setNotice(const std::string& notice) { _spoken.setNotice(notice); }
     void nameMayHaveChanged() { _spoken.pageMayHaveChanged(); }
     const SpokenPage& spoken() const { return _spoken; }
-    // Returns whether a control of the page has the keyboard.
+    // Returns whether a control in the page has the keyboard focus.
     bool pageTakesKeys() const { return _frame.pageTakesKeys(); }
-    // Returns whether the page shows a picture as large as the view, which the Escape key takes away.
+    // Returns whether the page shows an enlarged picture, which the Escape key closes.
     bool pageTakesEscape() const { return _document.takesEscape; }
-    // Returns whether the text runs from right to left, and the pages with it.
+    // Returns whether the text and the pages run from right to left.
     bool runsRightToLeft() const { return _document.runsRightToLeft; }
 
     void setTextSizeMultiplier(double multiplier) override;
@@ -85,8 +85,8 @@ public:
     void makeFirstResponder() override;
 
 private:
-    // `Waiting`: for the filter or the page that warms the engine up; `Starting`: asked for, not begun by the engine;
-    // `Shown`: begun, so that the engine's events are this load's.
+    // `Waiting`: for the filter or the warm-up page. `Starting`: requested, but not started by the engine. `Shown`:
+    // started, so that the engine's events belong to this load.
     enum class Stage { Idle, Waiting, Starting, Shown };
 
     void connectEngine();
@@ -119,14 +119,14 @@ private:
     bool mayBeRead(const std::string& path) const;
     static bool isWithinPage(const Url& url);
 
-    // The engine's events.
+    // Handles the engine's load events.
     void loadChanged(WebKitLoadEvent event);
     void loadFailed(const char* uri, const GError* error);
-    // A step of the page, or the load that the reader asked for, does not show anything.
+    // Called when a navigation of the page, or the requested load, shows nothing.
     void stepFailed(const Url& url);
     void resourceStarted(WebKitWebResource* resource, WebKitURIRequest* request);
     void resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed);
-    // `Given`: the decision is made, or will be.
+    // `Given`: the decision is made here, or later.
     enum class Answer { Use, Ignore, Given };
     Answer decideNavigation(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     Answer letGoInTurn(WebKitPolicyDecision* decision, const Url& url, bool byUser);
@@ -136,7 +136,7 @@ private:
     friend struct PageViewSignals;
 
     GObjectPtr<WebKitWebView> _view;
-    // In seconds. That of the current document depends on its size.
+    // In seconds. The timeout of the current document depends on its size.
     struct Timeouts {
         double script;
         double document;
@@ -145,26 +145,26 @@ private:
     LoadReports _reports;
     // Limits the messages of the page.
     MessageBudget _budget;
-    // Of its steps to servers.
+    // Limits the page's navigations to servers.
     PacedDecisions _steps;
     PageScripts _scripts;
     PageFrame _frame;
     SpokenPage _spoken;
-    // Forbids the scripts of a book once they have blocked the engine.
+    // Disables the scripts of a book that have blocked the engine.
     PageContent _content;
     PageCurtain _curtain;
     RestingPage _resting;
     PageSizeReports _sizes;
     PageRecovery _recovery;
 
-    // True if the engine is still loading the page that warms it up.
+    // True if the engine is still loading the warm-up page.
     bool _isWarmingUp;
     Stage _stage = Stage::Idle;
-    // The URL that the engine was given last, and that of the page that it shows.
+    // The last URL that was passed to the engine, and the URL of the shown page.
     std::optional<Url> _target;
     std::optional<Url> _shown;
     struct Document {
-        // Read by the rules of HTML because it is not well-formed.
+        // True if the page is parsed as HTML because it is not well-formed.
         bool isForgiven = false;
         bool runsRightToLeft = false;
         bool takesEscape = false;
@@ -176,7 +176,7 @@ private:
     sigc::connection _startTimer;
     sigc::connection _loadTimer;
     sigc::connection _textScaleChanges;
-    // Expires with the view, for callbacks that come later.
+    // Expires with the view. Used by callbacks that run later.
     std::shared_ptr<PageView*> _self;
 };
 

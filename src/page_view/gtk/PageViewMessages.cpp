@@ -1,4 +1,4 @@
-// What the page's scripts tell the page view.
+// PageView: the messages of the page's scripts.
 
 #include "confinement/gtk/PageFile.hpp"
 #include "page_view/gtk/PageView.hpp"

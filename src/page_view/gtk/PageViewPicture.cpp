@@ -1,5 +1,4 @@
-// Pictures of the page: the one that is shown until the first page is drawn, and the one that is kept for the next
-// time.
+// PageView: the picture that is shown until the first page is drawn, and the picture that is taken for the next time.
 
 #include "page_view/gtk/PageView.hpp"
 
@@ -25,7 +24,7 @@ void PageView::pageRests()
         _resting.rest();
 }
 
-// Without its scripts a page is not what it will be the next time.
+// A page without its scripts may look different the next time.
 std::optional<PagePicture> PageView::pictureAtRest()
 {
     return _content.allowsScripts() ? _resting.picture() : std::nullopt;

@@ -16,7 +16,7 @@ namespace pagora {
 
 namespace {
 
-// The largest page, in bytes, that is rewritten by the forgiving parser, which blocks the main thread.
+// Maximum size in bytes of a page that is rewritten by the forgiving parser, which blocks the main thread.
 constexpr std::uintmax_t maxForgivenBytes = 32 << 20;
 
 Url urlOf(const char* text)
@@ -64,7 +64,7 @@ struct PageViewSignals {
     static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, char* uri, GError* error, gpointer data)
     {
         view(data).loadFailed(uri, error);
-        // No error page takes the place of what is shown.
+        // No error page replaces the shown one.
         return TRUE;
     }
 
@@ -95,7 +95,7 @@ struct PageViewSignals {
 
     static void terminated(WebKitWebView* engineView, WebKitWebProcessTerminationReason reason, gpointer data)
     {
-        // A page that exceeded its memory would do so again.
+        // A page that has exceeded its memory limit would do so again.
         if (PageMemoryWatch::takeEnded(webkit_web_view_get_context(engineView))
             || reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT)
             view(data)._content.allowScripts(false);
@@ -182,7 +182,7 @@ bool PageView::isTarget(const Url& url) const
 
 void PageView::loadFailed(const char* uri, const GError* error)
 {
-    // Ignores cancelled loads, and the warm-up page, which the book's filter may refuse.
+    // Ignores cancelled loads, and the warm-up page, which the book's filter may block.
     if (_isWarmingUp || g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED))
         return;
     stepFailed(urlOf(uri));
@@ -195,12 +195,12 @@ void PageView::stepFailed(const Url& url)
         _loadTimer.disconnect();
         reportFailure();
     } else if (auto* delegate = _reports.delegate()) {
-        // A link of the page that is shown; that page stays.
+        // This was a link of the shown page, which stays.
         delegate->resourceDidFailLoading({ url, currentLoad(), false, !_reports.isFinished() });
     }
 }
 
-// A page that floods the program with messages is taken out: they would come before the person's next key.
+// Closes a page that floods the program with messages, because they would be handled before the user's next key.
 bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
 {
     const double now = static_cast<double>(g_get_monotonic_time()) / 1e6;
@@ -212,17 +212,17 @@ bool PageView::isWithinBudget(MessageBudget::Message message, const char* text)
 
 void PageView::endFlood()
 {
-    // Without its scripts a page has only so much to tell.
+    // A page without its scripts sends only a limited number of messages.
     if (!_content.allowsScripts() || _isWarmingUp)
         return;
     log("a page sends messages without end");
     restartEngine();
 }
 
-// Steps to servers go one after another.
+// Navigations to servers are allowed one after another.
 PageView::Answer PageView::letGoInTurn(WebKitPolicyDecision* decision, const Url& url, bool byUser)
 {
-    // The engine would start a process for it, show nothing and report a failure.
+    // The engine would start a process, show nothing and report a failure.
     if (url.scheme() != "http" && url.scheme() != "https") {
         stepFailed(url);
         return Answer::Ignore;
@@ -252,7 +252,7 @@ void PageView::resourceStarted(WebKitWebResource* resource, WebKitURIRequest* re
 
 void PageView::resourceEnded(WebKitWebResource* resource, std::uint64_t load, bool failed)
 {
-    // The document has a report of its own, when it is complete.
+    // The document is reported separately, when it is complete.
     if (resource == webkit_web_view_get_main_resource(_view.get()))
         return;
     if (failed)
@@ -268,7 +268,7 @@ PageView::Answer PageView::decideNavigation(WebKitPolicyDecision* decision, WebK
     auto* navigation
         = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     const char* const uri = webkit_uri_request_get_uri(webkit_navigation_action_get_request(navigation));
-    // Loads that the reader requested do not count.
+    // Loads that the reader requested are not counted.
     if (_stage != Stage::Starting && (!isWithinBudget(MessageBudget::Message::Navigation, uri) || isTooLong(uri)))
         return Answer::Ignore;
     const Url url = requestUrl(webkit_navigation_action_get_request(navigation));
@@ -324,7 +324,7 @@ PageView::Answer PageView::decideResponse(WebKitResponsePolicyDecision* decision
 void PageView::locationChanged()
 {
     const char* uri = webkit_web_view_get_uri(_view.get());
-    // The page stays when the load of another one has failed.
+    // The page stays if the load of another one has failed.
     const bool isShown = _stage == Stage::Shown || _stage == Stage::Idle;
     if (!isShown || !uri || (_shown && _shown->text() == uri))
         return;
@@ -342,7 +342,7 @@ void PageView::documentComplete()
 {
     const auto load = currentLoad();
     _loadTimer.disconnect();
-    // A fixed page is shown once nothing is loading. The timeout limits the wait for servers that do not answer.
+    // A fixed page is shown when nothing is loading. The timeout limits the wait for servers that do not answer.
     if (_content.kind() == PageKind::Fixed) {
         _loadTimer = Glib::signal_timeout().connect(
             [this, load] {
@@ -354,7 +354,7 @@ void PageView::documentComplete()
     _reports.documentComplete(load);
 }
 
-// Called when the page is not well-formed, so that the engine shows only the part before the first error. Loads the
+// Called if the page is not well-formed, in which case the engine shows only the part before the first error. Loads the
 // page again as HTML with the same URL, before anything of the load is reported.
 void PageView::showForgivingly()
 {

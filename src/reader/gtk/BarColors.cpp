@@ -11,7 +11,7 @@ namespace pagora {
 
 namespace {
 
-// The style classes of the three page colours. Each has a colour of text, in reader.css.
+// The style classes of the three page colours. reader.css has a text colour for each.
 constexpr const char* white = "paper-white";
 constexpr const char* black = "paper-black";
 constexpr const char* sepia = "paper-sepia";
@@ -19,7 +19,7 @@ constexpr const char* own = "own-paper";
 
 constexpr Color darkText = Color::white(0.22);
 constexpr Color lightText = Color::white(0.78);
-// Of labels, some of which are transparent. Below it the bars keep the theme's colours.
+// The minimum contrast of text, which some labels reduce by transparency. With less, the bars keep the theme's colours.
 constexpr double minContrast = 6.5;
 
 const char* themeOf(const Color& background)

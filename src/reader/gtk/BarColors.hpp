@@ -13,15 +13,15 @@ namespace pagora {
 // own page. Owned by the reader window, of which the program has one at a time. Main thread only.
 class BarColors {
 public:
-    // `whole` contains the bars and outlives this.
+    // `whole` contains the bars and must outlive this object.
     explicit BarColors(Gtk::Widget& whole);
     ~BarColors();
     BarColors(const BarColors&) = delete;
     BarColors& operator=(const BarColors&) = delete;
 
-    // The background of the theme. The page's own background is forgotten when the theme changes.
+    // Sets the background of the theme. A change of theme resets the page's own background.
     void setTheme(const Color& background);
-    // The background that the page's document has; nullopt if it has none.
+    // Sets the background of the page's document; nullopt if it has none.
     void setGround(const std::optional<Color>& ground);
 
 private:
@@ -30,7 +30,7 @@ private:
     Gtk::Widget& _whole;
     std::optional<Color> _theme;
     std::optional<Color> _ground;
-    // The colour of `own-paper`.
+    // Defines the colour of `own-paper`.
     Glib::RefPtr<Gtk::CssProvider> _style = Gtk::CssProvider::create();
 };
 

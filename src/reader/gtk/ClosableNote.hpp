@@ -11,7 +11,7 @@ namespace pagora {
 class ClosableNote : public Gtk::Box {
 protected:
     ClosableNote();
-    // Appends the button. `whenDone`: the user has closed the notice.
+    // Appends the button. `whenDone` is called when the user has closed the notice.
     Gtk::Button& addCloseButton(const std::function<void()>& whenDone);
 };
 

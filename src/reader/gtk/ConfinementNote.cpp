@@ -9,7 +9,7 @@ namespace pagora {
 
 namespace {
 
-// The explanation's lines, in characters.
+// Maximum length of the explanation's lines, in characters.
 constexpr int lineLength = 50;
 
 }

@@ -13,7 +13,7 @@ namespace pagora {
 // explanation in a popover. Main thread only.
 class ConfinementNote : public ClosableNote {
 public:
-    // `whenDone`: the user has closed the line or the explanation.
+    // `whenDone` is called when the user has closed the line or the explanation.
     explicit ConfinementNote(std::function<void()> whenDone);
 
     Gtk::Popover& explanation() { return _explanation; }

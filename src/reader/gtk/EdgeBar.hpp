@@ -13,20 +13,20 @@ namespace pagora {
 class EdgeBar {
 public:
     enum class Edge : bool { Top, Bottom };
-    // `bar` is a child of `place`, and returns there after full screen. All outlive this.
+    // `bar` is a child of `place`, and returns there after full screen. All widgets must outlive this object.
     EdgeBar(Edge edge, Gtk::Widget& bar, Gtk::Box& place, Gtk::Overlay& area);
     ~EdgeBar();
     EdgeBar(const EdgeBar&) = delete;
     EdgeBar& operator=(const EdgeBar&) = delete;
 
     void setFullScreen(bool isFullScreen);
-    // Keeps it revealed in full screen.
+    // Keeps the bar revealed in full screen.
     void setCalled(bool isCalled);
-    // Returns whether it is visible; outside of full screen always.
+    // Returns whether the bar is visible. Always true outside full screen.
     bool isRevealed() const { return !_isFullScreen || _revealer.get_reveal_child(); }
 
 private:
-    // In points from the area's top.
+    // Takes the distance of the pointer from the top of the area, in points.
     void pointerIsAt(double y);
     bool hasFocus() const;
 

@@ -4,16 +4,16 @@
 
 namespace pagora {
 
-// The loading indicator over the page; shown if loading takes longer than a moment. Main thread only.
+// The loading indicator over the page. It is shown if loading takes longer than half a second. Main thread only.
 class LoadingSign {
 public:
-    // `sign` belongs to a layout that outlives this and is hidden at first.
+    // `sign` is initially hidden. Its layout must outlive this object.
     explicit LoadingSign(Gtk::Widget& sign);
     ~LoadingSign();
     LoadingSign(const LoadingSign&) = delete;
     LoadingSign& operator=(const LoadingSign&) = delete;
 
-    // Loading that ends and starts again before the main loop is idle counts as one.
+    // If loading ends and starts again before the main loop is idle, it is treated as one.
     void setLoading(bool isLoading);
 
 private:

@@ -13,7 +13,7 @@ class MarkedPage {
 public:
     // Whether the window's layout has a search.
     enum class Search : bool { No, Yes };
-    // The bar has `textActions`, then those for marks. The window outlives this.
+    // The bar has `textActions`, followed by the actions for marks. `window` must outlive this object.
     MarkedPage(ReaderWindowGtk& window, Search search, std::vector<SelectionBar::Action> textActions);
     ~MarkedPage();
     MarkedPage(const MarkedPage&) = delete;
@@ -21,18 +21,18 @@ public:
 
     void showSelection(const PageSelection& selection);
     void copy(const std::string& text);
-    // Returns whether there was a bar to hide.
+    // Hides the bar. Returns whether it was visible.
     bool endSelection();
-    // Returns whether the command is for the selection or for marks.
+    // Performs a command for the selection or for marks. Returns false for other commands.
     bool perform(ReaderCommand command);
-    // Converts a box of the page to pixels of the overlay above it.
+    // Converts a rectangle of the page to pixels of the overlay above it.
     Rect placeOf(const Rect& box) const;
 
     WindowMarks& marks() { return _marks; }
     SelectionBar& bar() { return _bar; }
 
 private:
-    // The list is in the contents pane.
+    // Shows the list of marks in the contents pane.
     void showList();
 
     ReaderWindowGtk& _window;

@@ -15,7 +15,7 @@ NaviButton::NaviButton(Gtk::Button& button, ActionQueue& queue)
 {
     _clicked = _button.signal_clicked().connect([this, &queue] {
         queue.post([this] {
-            // A copy, because the action may close the window.
+            // Copied, because the action may close the window.
             if (const auto action = _action)
                 action();
         });
@@ -25,7 +25,7 @@ NaviButton::NaviButton(Gtk::Button& button, ActionQueue& queue)
     _button.add_controller(pointer);
     _pointer = pointer;
     setHandCursor();
-    // Left stays left, also in right-to-left interfaces.
+    // The left button stays left in right-to-left interfaces.
     _button.set_direction(Gtk::TextDirection::LTR);
     if (auto* const icon = _button.get_child())
         icon->set_direction(Gtk::TextDirection::LTR);
@@ -46,7 +46,7 @@ void NaviButton::cursorUpdate()
     for (auto& reset : _cursorResets)
         reset.disconnect();
     _cursorResets.clear();
-    // For a second, set the cursor again, because the page below sets its own.
+    // The cursor is set repeatedly for a second, because the page below sets its own.
     float delay = 0;
     for (int i = 0; i < 20; ++i, delay += 0.05f) {
         const auto milliseconds = static_cast<unsigned>(std::lround(delay * 1000));

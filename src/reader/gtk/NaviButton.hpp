@@ -13,7 +13,7 @@ namespace pagora {
 // only.
 class NaviButton : public Button, public WidgetControl {
 public:
-    // A click is sent through the queue.
+    // Clicks are posted to `queue`.
     NaviButton(Gtk::Button& button, ActionQueue& queue);
     ~NaviButton() override;
 

@@ -68,7 +68,7 @@ void PageSurroundings::setHasContents(bool hasContents)
     showNoContents();
 }
 
-// Results of a search and marks take the place of the contents.
+// Hidden while results of a search or marks are shown instead of the contents.
 void PageSurroundings::showNoContents()
 {
     _noContents.set_visible(!_hasContents && _parts.contentsList.get_visible());

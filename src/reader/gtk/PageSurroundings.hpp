@@ -19,7 +19,8 @@ namespace pagora {
 // a book without pages. Main thread only.
 class PageSurroundings {
 public:
-    // Widgets of the layout, which outlive this: the content, the location bar, the contents pane, the page area.
+    // Widgets of the layout: the content, the location bar, the contents pane, the page area. All must outlive this
+    // object.
     struct Parts {
         Gtk::Widget& whole;
         Gtk::Box& locationBar;
@@ -35,11 +36,11 @@ public:
 
     BarColors& barColors() { return _barColors; }
     void setChapter(const std::string& name);
-    // Counted from 1; nothing is shown where the count is 0.
+    // Shows the page number, from 1, and the number of pages; nothing if `count` is 0.
     void setPageOfChapter(std::int64_t page, std::int64_t count);
     // The last page number and count; nullopt while none is shown.
     std::optional<std::pair<std::int64_t, std::int64_t>> pageOfChapter() const { return _pageOfChapter; }
-    // Without contents, a line says so in their place.
+    // Without contents, a line in their place says so.
     void setHasContents(bool hasContents);
     // Shows that the book has no pages, with a button back to the library.
     void setNothingToShow(bool isNothing, std::function<void()> goBack);

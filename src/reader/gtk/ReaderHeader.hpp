@@ -28,17 +28,17 @@ public:
     void setFullScreenAction(const std::function<void()>& action) { connect(_fullScreen, action); }
 
     void setBackAction(const std::function<void()>& action) { connect(_back, action); }
-    // The button for the way back is there once there is a way.
+    // Shows the button for going back after the first jump.
     void setWay(bool leadsBack, bool leadsOn);
 
-    // The title and author that the header shows; the author may be missing.
+    // Sets the title and author that the header shows; the author may be empty.
     void setBook(const std::string& title, const std::string& author);
     void setContentsShown(bool shown) { _contents.set_active(shown); }
     bool isContentsShown() const { return _contents.get_active(); }
     void setFullScreen(bool isFullScreen);
-    // Keeps it revealed in full screen.
+    // Keeps the header revealed in full screen.
     void setCalled(bool isCalled) { _edge.setCalled(isCalled); }
-    // Returns whether it is visible; outside of full screen always.
+    // Returns whether the header is visible. Always true outside full screen.
     bool isRevealed() const { return _edge.isRevealed(); }
 
 private:

@@ -47,7 +47,7 @@ std::optional<ReaderCommand> controlCommand(guint keyval)
     }
 }
 
-// Keys that are held together with Alt, and those of keyboards and mice that are named for it.
+// Commands for going back and forward: keys with Alt, and the dedicated keys of keyboards and mice.
 std::optional<ReaderCommand> wayCommand(guint keyval, bool holdsAlt)
 {
     const bool isBack = keyval == GDK_KEY_Left || keyval == GDK_KEY_KP_Left;
@@ -59,7 +59,7 @@ std::optional<ReaderCommand> wayCommand(guint keyval, bool holdsAlt)
     return {};
 }
 
-// Keys that turn pages, unless the focused control uses them.
+// Commands of keys that turn pages, unless the focused control uses them.
 std::optional<ReaderCommand> pageCommand(guint keyval, bool shift, ReaderFocus focus, PageDirection direction)
 {
     const bool rightToLeft = direction == PageDirection::RightToLeft;

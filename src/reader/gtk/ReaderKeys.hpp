@@ -34,24 +34,24 @@ enum class ReaderCommand {
     ShowMarks,
 };
 
-// The kind of the focused control, which decides on the keys that it uses itself.
+// The kind of the focused control, which determines the keys that it uses itself.
 enum class ReaderFocus {
-    // The page, or nothing.
+    // The page, or no control.
     Page,
-    // A button, which Space and Return press.
+    // A button, which uses Space and Return.
     Button,
-    // The contents, in which the keys for up and down move.
+    // The contents, which use the keys for up and down.
     Contents,
-    // A control that the arrows change.
+    // A control that uses the arrow keys.
     Control,
-    // A field that takes text.
+    // A text field.
     Text,
 };
 
 // The direction in which pages follow one another.
 enum class PageDirection { LeftToRight, RightToLeft };
 
-// The command of a key with these modifiers for that focus; nullopt if the focused control gets the key.
+// Returns the command of a key with these modifiers for that focus; nullopt if the focused control gets the key.
 std::optional<ReaderCommand> readerCommand(
     guint keyval, Gdk::ModifierType state, ReaderFocus focus, PageDirection direction);
 

@@ -7,13 +7,13 @@
 
 namespace pagora {
 
-// The widgets of a reader window, built from a layout resource. Building them takes much of the time to open a window
-// and can be done in advance. Main thread only.
+// The widgets of a reader window, built from a layout resource. Building them takes a large part of the time to open a
+// window, and can be done in advance. Main thread only.
 class ReaderLayout {
 public:
     explicit ReaderLayout(const std::string& name);
 
-    // Has no parent until it is in a window.
+    // The content has no parent until it is in a window.
     Gtk::Overlay& content() const { return *_content; }
     template <typename Widget>
     Widget& widget(const char* name) const

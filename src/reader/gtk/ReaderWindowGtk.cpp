@@ -89,7 +89,7 @@ ReaderWindowGtk::ReaderWindowGtk(Toplevel& toplevel, ReaderLayout layout, Reader
         page.setGroundHandler([this](const auto& ground) { surroundings.barColors().setGround(ground); });
     showPressedPictures();
     if (page.setNamer) {
-        // The page has the focus as soon as the window is shown, before it is loaded.
+        // The page has the focus when the window is shown, before it is loaded.
         const auto name = [this] {
             page.setNamer([this](const std::string& title) {
                 _documentTitle = title;
@@ -143,7 +143,7 @@ GoToPanel::Actions ReaderWindowGtk::goToActions()
         [this](std::size_t index) { send(&ReaderWindowActions::goToPrintedPage, index); } };
 }
 
-// A book with fixed pages has one on each step of its slider.
+// In a fixed-layout book, each step of the slider is a page.
 GoToPanel::Place ReaderWindowGtk::place()
 {
     const double value = locSlider.floatValue();
@@ -174,7 +174,7 @@ ReaderWindowGtk::~ReaderWindowGtk()
     if (page.setPictureHandler)
         page.setPictureHandler({});
     tocView.setLinksChanged({});
-    // The header bar's widgets destroy their popovers; the page view destroys the page.
+    // This only detaches the page, which the page view destroys. The header bar's widgets destroy their popovers.
     widget<Gtk::Overlay>("pagePlace").unset_child();
 }
 
@@ -187,7 +187,7 @@ void ReaderWindowGtk::connectHeader()
         if (header.isContentsShown() == !mainSplitView.isSubviewHidden(0))
             return;
         send(&ReaderWindowActions::toggleLeftView);
-        // If nothing toggled it, the button is reset.
+        // Resets the button if the action did not toggle the pane.
         queue.post([this] { header.setContentsShown(!mainSplitView.isSubviewHidden(0)); });
     });
     mainSplitView.setHiddenChanged([this] { header.setContentsShown(!mainSplitView.isSubviewHidden(0)); });
@@ -205,7 +205,7 @@ void ReaderWindowGtk::connectWindow()
     _connections.push_back(content.signal_realize().connect(
         [this] { mainSplitView.setSubviewHidden(0, window.frame().width < roomForContents); }));
     _connections.push_back(content.signal_map().connect([this] { focusPage(); }));
-    // Clicking the slider focuses it; give the focus back, so that keys turn pages.
+    // Clicking the slider focuses it. The focus returns to the page, so that keys turn pages.
     locSlider.setReleaseHandler([this] { focusPage(); });
     window.setStateAction([this] {
         const bool isFullScreen = window.isFront() && window.window().is_fullscreen();
@@ -232,7 +232,7 @@ std::string ReaderWindowGtk::chapterName() const
     return name == bookTitle() ? std::string() : name;
 }
 
-// The book, then the chapter.
+// The name of the book, followed by that of the chapter.
 std::string ReaderWindowGtk::nameOfPage() const
 {
     const auto book = bookTitle();
@@ -273,7 +273,7 @@ Glib::RefPtr<Gtk::EventController> ReaderWindowGtk::makeKeys()
     return keys;
 }
 
-// The buttons at the side of a mouse.
+// Handles the back and forward buttons of a mouse.
 Glib::RefPtr<Gtk::EventController> ReaderWindowGtk::makeMouseButtons()
 {
     constexpr guint backButton = 8;
@@ -308,7 +308,7 @@ ReaderFocus ReaderWindowGtk::focusKind()
 
 bool ReaderWindowGtk::perform(ReaderCommand command)
 {
-    // Any command takes a large picture away; the Escape key does nothing else then.
+    // Any command closes an enlarged picture. The Escape key then does nothing else.
     if (_largePicture && _largePicture->close() && command == ReaderCommand::LeaveFullScreen)
         return true;
     switch (command) {
@@ -341,7 +341,7 @@ bool ReaderWindowGtk::perform(ReaderCommand command)
         footer.setCalled(_barsAreCalled);
         return true;
     case ReaderCommand::LeaveFullScreen:
-        // An open popover, an enlarged picture and a search take the Escape key first.
+        // An open popover, an enlarged picture and a search get the Escape key first.
         if (isWithin<Gtk::Popover>(window.focus()) || (page.takesEscape && page.takesEscape()))
             return false;
         if (_extraCommands && _extraCommands(command))

@@ -30,27 +30,27 @@ public:
     ReaderWindowGtk(const ReaderWindowGtk&) = delete;
     ReaderWindowGtk& operator=(const ReaderWindowGtk&) = delete;
 
-    // Commands that only one kind of window has. It answers whether it took the command.
+    // Handles commands that only one kind of window has. Returns whether it handled the command.
     using ExtraCommands = std::function<bool(ReaderCommand command)>;
     void setExtraCommands(ExtraCommands commands) { _extraCommands = std::move(commands); }
-    // Runs an action from the main loop, if it is set then.
+    // Runs an action from the main loop, if it is still set then.
     template <typename Actions, typename... Arguments, typename... Given>
     void send(std::function<void(Arguments...)> Actions::*action, Given... given)
     {
         queue.post([this, action, given...] {
-            // A copy, because the action may destroy the window.
+            // Copied, because the action may destroy the window.
             if (const auto run = actions.*action)
                 run(given...);
         });
     }
 
-    // Handles the window's keys in this popover too, which would keep them while it is open.
+    // Also handles the window's keys in this popover, which would otherwise keep them while it is open.
     void watchKeys(Gtk::Widget& panel);
     // Returns the keyboard focus to the page, from the main loop.
     void focusPage();
 
 private:
-    // Owns every widget below, so it is destroyed last.
+    // Owns every widget below; declared first, so it is destroyed last.
     ReaderLayout _layout;
 
 public:
@@ -84,7 +84,7 @@ private:
     bool perform(ReaderCommand command);
     ReaderFocus focusKind();
     std::string bookTitle() const;
-    // The chapter by its entry in the contents or by its own title; empty if that is the book's.
+    // Returns the chapter's label in the contents or its own title; empty if that is the book's title.
     std::string chapterName() const;
     std::string nameOfPage() const;
     void fullScreenDidChange(bool isFullScreen);
@@ -93,13 +93,13 @@ private:
     void showPressedPictures();
 
     ExtraCommands _extraCommands;
-    // Of the document that is shown.
+    // Title of the document that is shown.
     std::string _documentTitle;
-    // In full screen, by a key.
+    // True if a key has revealed the bars in full screen.
     bool _barsAreCalled = false;
-    // Where the page is not confined.
+    // Exists if the page is not confined.
     std::unique_ptr<ConfinementNote> _confinementNote;
-    // Where the page tells which picture is pressed.
+    // Exists if the page reports pictures that are pressed.
     std::unique_ptr<LargePicture> _largePicture;
     std::vector<sigc::connection> _connections;
 };

@@ -13,7 +13,7 @@ namespace pagora {
 
 namespace {
 
-// How often to see whether the probe has ended, in milliseconds.
+// The interval at which the confinement probe is checked, in milliseconds.
 constexpr unsigned probeInterval = 20;
 
 // The page buttons are within these margins. The maximum width fits two columns of book-length lines.

@@ -21,8 +21,8 @@ struct ReaderPage;
 // Without confinement, books are shown without their own scripts. Main thread only.
 class ReaderWindowFactoryGtk : public ReaderWindowFactory {
 public:
-    // Books are unpacked below `temporaryFolder`, and the engine compiles there too. The windows share the toplevel,
-    // which outlives them, as the run loop does.
+    // Books are unpacked below `temporaryFolder`, and the engine stores compiled filters there. The windows share
+    // `toplevel`, which must outlive them, as must the run loop.
     ReaderWindowFactoryGtk(std::string temporaryFolder, Toplevel& toplevel, RunLoop& runLoop);
     ~ReaderWindowFactoryGtk() override;
 
@@ -41,7 +41,7 @@ private:
     ConfinementProbe _probe;
     std::unique_ptr<PageEngine> _engine;
     sigc::connection _preparation;
-    // Of the next window, where one is prepared: of the kind that most books have.
+    // The prepared layout of the next window, if any. It is for a reflowable book, the most common kind.
     std::unique_ptr<ReaderLayout> _nextLayout;
 };
 

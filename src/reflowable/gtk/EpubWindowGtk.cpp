@@ -13,7 +13,7 @@
 namespace pagora {
 
 namespace {
-// The step of the text size for a key.
+// The change of the text size by a key.
 constexpr double textSizeStep = 0.1;
 }
 
@@ -51,7 +51,7 @@ EpubWindowGtk::EpubWindowGtk(Toplevel& toplevel, ReaderPage page, ReaderLayout l
             _parts.send(&ReaderWindowActions::changeWidth);
         }),
         panel.signal_closed().connect([this] { _parts.focusPage(); }),
-        // Full screen moves the title bar; an open popover would keep the keys while hidden.
+        // Full screen moves the title bar. An open popover would keep the keys while hidden.
         _parts.widget<Gtk::Button>("displayOptionsButton").signal_unmap().connect([&panel] { panel.popdown(); }),
     };
     connectSearch();
@@ -86,7 +86,7 @@ void EpubWindowGtk::searchFor(const std::string& text)
     _parts.queue.post([this, text] { _searchField.setStringValue(text); });
 }
 
-// It is in the contents pane.
+// Shows the search field, which is in the contents pane.
 void EpubWindowGtk::showSearchField()
 {
     if (_parts.mainSplitView.isSubviewHidden(0))
@@ -105,7 +105,7 @@ void EpubWindowGtk::connectSearch()
     _connections.push_back(_parts.widget<Gtk::Button>("previousResult").signal_clicked().connect([this] {
         _parts.send(&ReaderWindowActions::goToPreviousResult);
     }));
-    // Down leads from the field to the results.
+    // The key Down moves from the field to the results.
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     _connections.push_back(keys->signal_key_pressed().connect(
@@ -125,7 +125,7 @@ void EpubWindowGtk::search()
     _parts.send(&ReaderWindowActions::search, _searchField.stringValue(), words);
 }
 
-// Returns whether there was a search to end.
+// Returns whether a search was active.
 bool EpubWindowGtk::endSearch()
 {
     if (!_searchPane.isShown() && _searchField.stringValue().empty())
@@ -162,7 +162,7 @@ void EpubWindowGtk::setBookLanguage(const std::string& language)
 {
     if (language.empty())
         return;
-    // The fonts are looked at when the page is on its way.
+    // The fonts are checked when the main loop is idle, because the page is loaded first.
     _connections.push_back(Glib::signal_idle().connect([this, language] {
         if (isMissingFontUntold(language)) {
             _missingFontNote = std::make_unique<MissingFontNote>(language, [this] { _parts.focusPage(); });
@@ -197,7 +197,7 @@ bool EpubWindowGtk::perform(ReaderCommand command)
     case ReaderCommand::LeaveFullScreen:
         return _marked.endSelection() || endSearch();
     case ReaderCommand::ShowMarks:
-        // The results have the place of the list.
+        // The results are shown in the place of the list.
         if (_searchPane.isShown())
             _parts.send(&ReaderWindowActions::endSearch);
         return _marked.perform(command);

@@ -41,7 +41,7 @@ public:
 private:
     bool perform(ReaderCommand command);
     void moveTextSize(ReaderCommand command);
-    // The actions for selected text, in the order of its bar. The window may be incomplete.
+    // Returns the actions for selected text, in the order of the bar. The window may be partly constructed.
     static std::vector<SelectionBar::Action> textActions(EpubWindowGtk& window);
     void showSearchField();
     void connectSearch();

@@ -1,4 +1,4 @@
-// What the program calls in the module that it loads; see ReaderModule in app/gtk.
+// The entry points of the module that the program loads; see ReaderModule in app/gtk.
 
 #include "reader_windows/gtk/ReaderWindowFactoryGtk.hpp"
 

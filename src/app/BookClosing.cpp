@@ -15,7 +15,7 @@ constexpr double fullScreenTimeout = 2;
 void BookClosing::close()
 {
     const auto book = _state.reading.currentBook;
-    // A book that is removed while it is read leaves its reader open.
+    // If the book is removed while it is open, its reader stays, so the open reader decides.
     if (book ? book->type() == "default" : _state.reading._epubWindowController != nullptr)
         closeReflowable();
     else if (book ? book->type() == "fixed" : _state.reading._fixedWindowController != nullptr)

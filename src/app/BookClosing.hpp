@@ -5,8 +5,8 @@
 
 namespace pagora {
 
-// Ends the reading: saves the position and the display settings of a reflowable book, and puts the library window back
-// in the reader's place. Main thread only.
+// Closes the open book: saves the position and the display settings of a reflowable book, and shows the library window
+// in place of the reader's. Main thread only.
 class BookClosing {
 public:
     BookClosing(const Platform& platform, LibraryState& state, EpubImport& import)
@@ -17,10 +17,10 @@ public:
     }
 
     void close();
-    // A window has left full screen: finishes a close that had to wait for it, or forgets full screen for the next
-    // book.
+    // Called when a window has left full screen: finishes a close that had to wait for it, or clears full screen for
+    // the next book.
     void windowDidExitFullScreen();
-    // Closes a window that is still leaving full screen at once, because another book opens.
+    // Immediately destroys a window that is still leaving full screen, because another book opens.
     void makeWay();
 
 private:
@@ -29,13 +29,13 @@ private:
     void savePosition(EpubController& reader, WebView& webView);
     void waitForFullScreen();
     void showLibrary();
-    // Destroys the window that was leaving full screen, outside of its own event handling.
+    // Destroys the window that was leaving full screen, outside its own event handling.
     void dropLeavingWindow();
 
     Platform _platform;
     LibraryState& _state;
     EpubImport& _import;
-    // Shows the library when the window manager never reports the exit from full screen.
+    // Shows the library if the window manager never reports the exit from full screen.
     std::unique_ptr<RunLoop::Timer> _fullScreenTimer;
 };
 

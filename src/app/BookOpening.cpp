@@ -31,7 +31,7 @@ std::vector<ContentsEntry> tableOfContentFrom(const Value::Array& content)
         const auto src = stringFrom(point.find("src"));
         if (!text || text->empty() || !src)
             continue;
-        // A fragment may hold slashes; the target's last component carries it whole.
+        // A fragment may contain slashes, so it is split off before the path is divided.
         const auto hash = src->find('#');
         const auto path = src->substr(0, hash);
         const auto fragment = hash == std::string::npos ? "" : src->substr(hash);
@@ -115,7 +115,7 @@ Task<void> BookOpening::run(BookInfoPtr book)
         window->toggleFullScreen();
 }
 
-// A book that is opened without the library keeps none.
+// A book that is not in the library does not store marks.
 void BookOpening::openMarks(const BookInfo& book)
 {
     auto& reading = _state.reading;

@@ -13,20 +13,21 @@
 
 namespace pagora {
 
-// The contents handed to a reader: the entries of a record that have a text. The folder part of each target is
-// percent-escaped twice, its last component once. Entries without a target, or whose target is no URL, are left out.
+// Returns the contents for a reader: the entries of a record that have a text. The folder part of each target is
+// percent-escaped twice, its last component once. Entries without a target, or with a target that is not a URL, are
+// omitted.
 std::vector<ContentsEntry> tableOfContentFrom(const Value::Array& content);
 
 // Opens a book: shows its reader window in place of the library, unpacks the archive, and passes position and settings
-// on. Main thread; unpacking runs in the background.
+// to the reader. Main thread only; unpacking runs in the background.
 class BookOpening {
 public:
     BookOpening(const Platform& platform, LibraryState& state, ReaderHub& readerHub, ScriptResources scripts);
     ~BookOpening();
 
-    // Opens the book and cancels an opening in progress. Null does nothing.
+    // Opens the book and cancels an opening in progress. Ignores null.
     void open(const BookInfoPtr& book);
-    // Returns whether there is an archive to read the book from.
+    // Returns whether the book has an archive to read from.
     static bool hasArchive(const BookInfo& book);
     void tellOfMissingArchive();
     // Cancels an opening in progress.
@@ -51,12 +52,12 @@ private:
         std::weak_ptr<BookInfo> book;
         // The record's contents, with targets found in the folder.
         Value::Array contents;
-        // Those of the navigation document, where the record has none, and the pages of the printed edition.
+        // The contents of the navigation document if the record has none, and the pages of the printed edition.
         NavigationLists navigation;
     };
-    // The record whose archive is unpacked in a folder; two books may share one.
+    // The record whose archive is unpacked in each folder. Two books may have the same folder.
     std::unordered_map<std::string, Unpacked> _unpackedInto;
-    // Serialises unpacking; shared with background work that may outlive this.
+    // Serializes unpacking. Shared with background work that may outlive this object.
     std::shared_ptr<std::mutex> _unpacking = std::make_shared<std::mutex>();
     std::stop_source _stop;
     Task<void> _opening;

@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-// The largest number of files named in an alert.
+// The maximum number of files that an alert names.
 constexpr std::size_t maxNames = 5;
 
 std::string moreNames(std::size_t count)
@@ -109,7 +109,7 @@ bool BookRemoval::takeOut(std::vector<BookInfoPtr> books)
     return std::find(removed.begin(), removed.end(), true) != removed.end();
 }
 
-// Of the records that are no longer in the list, which has kept its order.
+// Removes the pictures of the records that are no longer in the list. The list keeps its order.
 void BookRemoval::removeKeptPages(const std::vector<BookInfoPtr>& before)
 {
     const auto after = _state.catalogue.bookList();

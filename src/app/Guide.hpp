@@ -5,8 +5,8 @@
 
 namespace pagora {
 
-// Writes the guide to Pagora, a book that comes with the program in the person's language, into the folder and returns
-// its path; nullopt if that fails. Thread-safe.
+// Writes the guide to Pagora, a book that comes with the program, in the user's language into the folder. Returns its
+// path; nullopt on failure. Thread-safe.
 std::optional<std::string> writeGuide(const std::string& folder);
 
 }

@@ -12,7 +12,7 @@ namespace pagora {
 // Lets the user choose what is imported: files, or a folder. Main thread only.
 class ImportPanels {
 public:
-    // `import` receives the files' paths.
+    // `import` receives the paths of the files.
     ImportPanels(const Platform& platform, std::function<void(std::vector<std::string>)> import)
         : _platform(platform)
         , _import(std::move(import))
@@ -20,9 +20,9 @@ public:
     }
 
     void chooseFiles();
-    // With a message about import, the files chosen are imported, otherwise nothing is done with the one chosen.
+    // Lets the user choose files. They are imported if the message is that of an import, and otherwise ignored.
     void chooseFiles(const std::string& message);
-    // The books in the folder and in the folders below it are imported; an alert tells of a folder without books.
+    // Imports the books in the chosen folder and its subfolders. An alert reports a folder without books.
     void chooseFolder();
 
 private:

@@ -6,7 +6,7 @@
 
 namespace pagora {
 
-// How far the launch is, and whether the library is being reset. Main thread only.
+// The progress of the launch, and whether the library is being reset. Main thread only.
 class Launch {
 public:
     enum class Stage { NotBegun, WillFinish, LoadingLibrary, Running, Resetting };
@@ -20,10 +20,10 @@ public:
     bool _PagoraLaunched() const { return _stage >= Stage::LoadingLibrary; }
     bool _initProcessing() const { return _stage == Stage::WillFinish || _stage == Stage::LoadingLibrary; }
     bool isResetting() const { return _stage == Stage::Resetting; }
-    // Files that are handed over wait for the end of the launch or the reset.
+    // Returns whether files must wait for the end of the launch or the reset.
     bool filesHaveToWait() const { return _initProcessing() || isResetting(); }
 
-    // Files that the desktop asked to open and that are being handled.
+    // Files that the desktop asked to open and that are being processed.
     std::optional<std::vector<std::string>> _filesToOpenByApp;
 
 private:

@@ -16,7 +16,7 @@ public:
     {
     }
 
-    // Shows the picture of the reader's page, if there is one. Called after the reader has received the book's settings
+    // Shows the stored picture of the reader's page, if there is one. Called when the reader has the book's settings
     // and place, and before the book is started.
     void show(const BookInfo& book, const EpubController& reader, WebView& webView) const;
     // Stores the picture of the shown page, in the background. Called after the place has been stored in `book`.

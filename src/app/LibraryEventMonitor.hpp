@@ -19,10 +19,10 @@ public:
     void remove();
     bool isInstalled() const { return _installed; }
 
-    // Returns whether the hub is notified of windows that leave full screen. Set by the first event.
+    // Returns whether the hub is notified when windows leave full screen. Set by the first event.
     bool observesFullScreen() const { return _observesFullScreen; }
 
-    // Returns true if the event is swallowed.
+    // Handles an event. Returns true if it is swallowed.
     bool handle(const LibraryEvent& event);
 
 private:

@@ -9,7 +9,7 @@ namespace pagora {
 // Exports the marks of all books of the library, one book after the other in the background. Main thread only.
 class LibraryMarks {
 public:
-    // Both outlive it.
+    // Both must outlive this object.
     LibraryMarks(const Platform& platform, const LibraryState& state)
         : _platform(platform)
         , _state(state)

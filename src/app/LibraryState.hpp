@@ -28,7 +28,7 @@ struct ProgramInfo {
     std::string bundleVersion;
 };
 
-// What the hub is built on. All of it outlives the hub.
+// The objects that the hub uses. All must outlive the hub.
 struct Platform {
     ProgramInfo program;
     UserDefaults& defaults;
@@ -38,7 +38,7 @@ struct Platform {
     ReaderWindowFactory& readerWindows;
 };
 
-// The hub's state: what start-up, opening and closing share. Main thread, save for the parts that are safe on any.
+// The hub's state, shared by start-up, opening and closing. Main thread only, except for thread-safe parts.
 struct LibraryState {
     LibraryFolders folders;
     // The folder and the record of the last inspected book.

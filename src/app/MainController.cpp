@@ -9,12 +9,12 @@ namespace pagora {
 
 namespace {
 
-// Gives the window and files from the desktop time to arrive.
+// Time for the window and for files from the desktop to arrive, in seconds.
 constexpr double launchDelay = 0.05;
 
-// After the library has been drawn: starting the page engine takes as much processor time as a launch.
+// The page engine starts after the library has been drawn, because its start takes as much processor time as a launch.
 constexpr double warmUpDelay = 1.5;
-// The same after closing a book, when the library is already drawn.
+// The delay after a book was closed, when the library is already drawn.
 constexpr double closingDelay = 0.15;
 
 constexpr const char* resetText = N_("Reset the library? All settings and the places where you stopped reading are "
@@ -85,7 +85,7 @@ Task<void> MainController::finishPagoraInit()
     co_await startUp.initPagoraData();
     const auto files
         = std::exchange(_state.launch._filesToOpenByApp, std::nullopt).value_or(std::vector<std::string> {});
-    // A single file is opened at once: the page view starts while it is imported.
+    // A single file is opened immediately, so the page view starts while the file is imported.
     if (files.size() == 1)
         _platform.readerWindows.prepareNextWindow();
     if (!files.empty()) {
@@ -177,7 +177,7 @@ Task<void> MainController::openSingle(std::string path)
         openWithoutArchive(outcome->book);
         co_return;
     }
-    // The same file again: its copy is kept for this reading.
+    // The same file was open before, so its copy is kept.
     auto& reading = _state.reading;
     if (reading.origin == Reading::Origin::Copy && reading.currentBook
         && reading.currentBook->epubPath() == outcome->book->epubPath()) {
@@ -189,7 +189,7 @@ Task<void> MainController::openSingle(std::string path)
     _opening.open(outcome->book);
 }
 
-// Shows that the archive is missing. A book that is being read stays open.
+// Shows that the archive is missing. The open book stays open.
 void MainController::openWithoutArchive(const BookInfoPtr& book)
 {
     if (_state.reading.hasWindow())
@@ -377,7 +377,7 @@ void MainController::_closeEPUB()
 
 void MainController::prepareNextBook(double delay)
 {
-    // An open book uses the view; the next one is prepared when it is closed.
+    // An open book uses the view. The next one is prepared when the book is closed.
     _warmUpDelay = _platform.runLoop.performAfterDelay(delay, [this] {
         if (!_state.reading.hasWindow())
             _platform.readerWindows.prepareNextWindow();

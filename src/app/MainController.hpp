@@ -22,40 +22,39 @@
 
 namespace pagora {
 
-// The hub: the program's delegate and owner of the catalogue, the library views and the reader windows, which reach it
-// through the narrow interfaces that they declare. Main thread, except for the functions of `ImportHub`.
+// The hub: the program's delegate. Owns the catalogue, the library views and the reader windows, which access it
+// through the narrow interfaces that they declare. Main thread only, except for the functions of `ImportHub`.
 class MainController : public LibraryHub, public ReaderHub, public ImportHub {
 public:
     MainController(const Platform& platform, ScriptResources scripts);
     ~MainController() override;
 
-    // The launch, in the order in which the desktop calls.
+    // The steps of the launch, in the order of the desktop's calls.
     void applicationWillFinishLaunching();
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
-    // The program ends. Closes the open book and stores its place.
+    // Called when the program ends. Closes the open book and stores its place.
     void finishReading();
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
-    // The library window is about to close, which ends the program.
+    // Called before the library window closes, which ends the program. Returns whether it may.
     bool windowShouldClose();
-    // The program was started a second time. Brings its window to the front.
+    // Called when the program is started a second time. Brings its window to the front.
     void applicationWasReopened();
 
-    // Files that the desktop hands over, as absolute paths.
+    // Called for files that the desktop passes to the program, as absolute paths.
     bool openFile(const std::string& path) { return true; }
     void openFiles(std::vector<std::string> paths);
 
     void importDialog();
-    // Lets the user choose files; with a message about import, those chosen are imported, otherwise nothing is done
-    // with them.
+    // Lets the user choose files. They are imported if the message is that of an import, and otherwise ignored.
     void filesLoadingWithMessage(const std::string& message);
-    // Lets the user choose a folder; the books in it and in the folders below it are imported.
+    // Lets the user choose a folder. The books in it and its subfolders are imported.
     void importFolder();
-    // During the launch, and while the library is reset, the files wait for its end.
+    // Imports the files. During the launch and while the library is reset, the files wait.
     void draggedEpubs(std::vector<std::string> files) override;
     void cancelProcess() { _import.cancelProcess(); }
     BookInfoPtr getBookInfo(const std::string& archivePath, StopOnErrors stopOnErrors);
-    // Shows an alert with a message and a description; nothing in the program calls it.
+    // Shows an alert with a message and a description. Not called by the program.
     void showAlert(const std::string& message, const std::string& description);
 
     void openSettings();
@@ -67,7 +66,7 @@ public:
     void killTempItems();
     void testAction() { _maintenance.testAction(); }
 
-    // Reads the guide to the program, which stays out of the library.
+    // Opens the guide to the program, which is not added to the library.
     void openGuide();
 
     // Hides the progress window.
@@ -77,13 +76,13 @@ public:
     void takeImageView() { _views.takeImageView(); }
     void takeTableView() { _views.takeTableView(); }
     void bookListMode() { _views.bookListMode(); }
-    // Books came in, so that a search ends: they are to be seen.
+    // Called when books were added. Ends a search, so that they are visible.
     void refreshBookView() override;
 
     void deleteItemFromCollection(const BookInfoPtr& book, ByRemovingFromDisk remove) override;
     void deleteItemsFromLibrary(const std::vector<BookInfoPtr>& books) override;
 
-    // Opens the record, or the first selected one of the library view that is shown.
+    // Opens the record, or the first selected one in the library view that is shown.
     void sendDoubleClick(const BookInfoPtr& book);
     void sendDoubleClick() override;
     // Opens the book of the library that was closed last, if there is one.
@@ -120,12 +119,12 @@ private:
     Task<void> finishPagoraInit();
     void takeUpWaitingFiles();
     Task<void> resetAndGoOn();
-    // Asks first, because a reset removes all reading positions.
+    // Asks for confirmation, because a reset removes all reading positions.
     void askToReset();
     Task<void> openGuideBook();
     Task<void> openHandedOver(std::vector<std::string> paths);
     Task<void> openSingle(std::string path);
-    // Keeps a task until it is done.
+    // Keeps a task alive until it is finished.
     void keep(Task<void> task);
     // Shows that a book has no archive.
     void openWithoutArchive(const BookInfoPtr& book);
@@ -146,9 +145,9 @@ private:
     LibraryEventMonitor _monitor;
     std::unique_ptr<RunLoop::Timer> _launchDelay;
     std::unique_ptr<RunLoop::Timer> _warmUpDelay;
-    // Files handed over while the launch or a reset is at work; they are taken up when it is done.
+    // Files that the desktop passed during the launch or a reset. They are opened afterwards.
     std::vector<std::vector<std::string>> _openRequests;
-    // Files dropped or chosen meanwhile.
+    // Files that were dropped or chosen in the meantime.
     std::vector<std::vector<std::string>> _importRequests;
     std::list<Task<void>> _tasks;
 };

@@ -11,21 +11,22 @@ namespace pagora {
 
 // The book that is open, where it came from, and its reader. Main thread only.
 struct Reading {
-    // A book from outside the library is read from its own file, or from a copy made for this reading.
+    // The origin of the open book. A book that is not in the library is read from its own file, or from a temporary
+    // copy.
     enum class Origin { Library, OwnFile, Copy };
 
     BookInfoPtr currentBook;
     Origin origin = Origin::Library;
-    // Position handed to the reader at opening and read back at closing.
+    // Position that is passed to the reader when the book is opened, and read back when it is closed.
     std::uint64_t curStorageIndex = 0;
     float curStorageCap = 0;
-    // At most one of them is there.
+    // At most one of the two is set.
     std::unique_ptr<EpubWindowController> _epubWindowController;
     std::unique_ptr<FixedLayoutWindowController> _fixedWindowController;
 
     bool _singleEpub() const { return origin != Origin::Library; }
     bool hasWindow() const { return _epubWindowController || _fixedWindowController; }
-    // The reader's window; null if there is none.
+    // Returns the reader's window; null if there is none.
     Window* window() const
     {
         if (_epubWindowController)

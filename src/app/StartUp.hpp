@@ -11,7 +11,7 @@
 namespace pagora {
 
 // The launch: creates the folders, resets stored values after a version change, loads catalogue and settings, and
-// imports the library folder. Long steps run in the background, so that the window responds. Main thread only.
+// imports the library folder. Long steps run in the background, so that the window stays responsive. Main thread only.
 class StartUp {
 public:
     StartUp(const Platform& platform, LibraryState& state, LibraryViews& views, EpubImport& import);
@@ -33,7 +33,7 @@ private:
     EpubImport& _import;
 };
 
-// Hides all items of a toolbar's context menu but 0, 1 and 3, and inserts a separator before the third.
+// Hides all items of a toolbar's context menu except 0, 1 and 3, and inserts a separator before the third.
 void trimToolbarMenu(Menu& menu);
 
 }

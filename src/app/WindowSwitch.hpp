@@ -10,13 +10,13 @@ namespace pagora {
 // The switch between the library's window and a reader's, which may have to leave full screen first. Main thread only.
 class WindowSwitch {
 public:
-    // `Closed`: the reading has ended. `LeavingFullScreen`: it has ended, and its window was told to leave full screen.
-    // `LeftFullScreen`: the window has left it and has shown the library.
+    // `Closed`: the book was closed. `LeavingFullScreen`: it was closed, and its window was told to leave full screen.
+    // `LeftFullScreen`: the window has left full screen and has shown the library.
     enum class Stage { Reading, Closed, LeavingFullScreen, LeftFullScreen };
 
     void open() { _stage = Stage::Reading; }
-    // Remembers for the next reflowable book whether this one ended in full screen. A window that is not in full
-    // screen, since it has not entered it yet or was just told to leave it, need not be told.
+    // Stores for the next reflowable book whether this one was closed in full screen. The window is not told to leave
+    // full screen if it has not entered it yet or is already leaving it.
     void close(bool isFullScreen)
     {
         epubWinInFullScreen = fullScreenMode;
@@ -35,7 +35,7 @@ public:
 
     bool fullScreenMode = false;
     bool epubWinInFullScreen = false;
-    // A reader window whose reading has ended and that is still leaving full screen.
+    // A reader window whose book was closed and that is still leaving full screen.
     std::unique_ptr<EpubWindowController> leavingEpubWindow;
     std::unique_ptr<FixedLayoutWindowController> leavingFixedWindow;
 

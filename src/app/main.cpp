@@ -17,7 +17,7 @@ int main(int argc, char** argv)
     pagora::startTranslation();
     g_set_prgname(PAGORA_IDENTIFIER);
     g_set_application_name("Pagora");
-    // With one file, that file is opened.
+    // A single file on the command line is opened for reading.
     using Purpose = pagora::Application::Purpose;
     return pagora::Application::create(argc == 2 ? Purpose::Reading : Purpose::Library)->run(argc, argv);
 }

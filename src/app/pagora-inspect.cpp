@@ -2,9 +2,9 @@
 
 #include <cstdlib>
 
-// pagora-inspect: inspects books for Pagora, which starts it, within limits of time, memory and reach.
+// pagora-inspect: inspects books for Pagora, which starts it, with limits on time, memory and file access.
 int main(int argc, char** argv)
 {
-    // Nothing is left to do at its end, and a confined process can do little.
+    // _Exit, because nothing needs cleaning up and a confined process can do little.
     std::_Exit(pagora::serveInspections(argc, argv));
 }

@@ -47,7 +47,7 @@ void removeOldest(const std::string& folder)
 
 }
 
-// Numbers the orders to store or to remove, so that work in the background sees that a later one was given.
+// Numbers the requests to store or remove a picture, so that background work can detect that a later one was made.
 struct KeptPages::Changes {
     std::uint64_t next(const std::string& file)
     {

@@ -16,18 +16,18 @@ class KeptPages {
 public:
     static constexpr std::size_t maxPages = 200;
 
-    // Without a folder nothing is kept.
+    // Without a folder nothing is stored.
     KeptPages() = default;
     explicit KeptPages(std::string folder);
 
-    // The picture of that key. Returns nullopt if there is none, or its file is damaged.
+    // Returns the picture with that key; nullopt if there is none or its file is damaged.
     std::optional<PagePicture> read(const PageKey& key) const;
 
-    // The work that stores a picture in place of the book's last one, for a thread in the background. One that is too
-    // large is not stored, and the last one goes. A removal after this call prevails, whenever the work is done.
+    // Returns a function that replaces the book's picture, for a background thread. If the picture is too large, the
+    // function only removes the old one. A removal after this call takes precedence, whenever the function runs.
     [[nodiscard]] std::function<void()> storing(PageKey key, PagePicture picture);
 
-    // Of the book with that archive.
+    // Removes the picture of the book with that archive.
     void remove(const std::string& archive);
     void removeAll();
 
@@ -37,7 +37,7 @@ private:
     std::string fileOf(const std::string& archive) const;
 
     std::string _folder;
-    // Shared with work that may outlive this.
+    // Shared with work that may outlive this object.
     std::shared_ptr<Changes> _changes;
 };
 

@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// In the fewest digits that stand for this number alone, whatever the locale.
+// Returns the shortest text that identifies the number, independent of the locale.
 template <typename Number>
 std::string shortest(Number number)
 {
@@ -34,7 +34,7 @@ std::optional<PageKey> pageKeyOf(const std::string& archive)
 std::string textOf(const PageKey& key)
 {
     std::string text;
-    // Texts come with their length, so that nothing in them stands for the end.
+    // Each text is preceded by its length, so that no content of it can end it.
     const auto add = [&text](const std::string& value) { text += std::to_string(value.size()) + ' ' + value + '\n'; };
     add(key.archive);
     add(shortest(key.archiveBytes));

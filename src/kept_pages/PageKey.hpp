@@ -6,10 +6,10 @@
 
 namespace pagora {
 
-// What the first page of an opened book depends on: the archive, the display options and the stored place.
+// The conditions for the first page of an opened book: the archive, the display options and the stored place.
 struct PageKey {
     std::string archive;
-    // Size and time of the archive's last change, in nanoseconds.
+    // Size of the archive in bytes, and time of its last change in nanoseconds.
     std::uint64_t archiveBytes = 0;
     std::int64_t archiveTime = 0;
 
@@ -23,7 +23,7 @@ struct PageKey {
     std::optional<double> place;
 };
 
-// A key of the archive as it is now. Returns nullopt if it cannot be looked at.
+// Returns a key with the current size and time of the archive; nullopt if the archive cannot be accessed.
 std::optional<PageKey> pageKeyOf(const std::string& archive);
 
 // Two keys have the same text only if they are equal.

@@ -16,14 +16,15 @@ namespace pagora {
 
 namespace {
 
-// A file is a line of text, the texts whose lengths it says, and a zlib stream. The stream holds the colours, and one
-// byte for each pixel; a picture with more colours than a byte can number has its pixels there and no list of colours.
+// The file format: a line of text, texts with the lengths that the line states, and a zlib stream. The stream contains
+// the list of colours and one byte for each pixel. If the picture has more colours than a byte can number, the stream
+// contains the pixels and no list.
 constexpr std::string_view firstWord = "pagora-page-1";
 constexpr std::size_t maxHeadBytes = 200;
 constexpr std::size_t maxColors = 256;
 constexpr std::size_t maxTextBytes = 20'000;
 constexpr std::size_t pixelBytes = 4;
-// Fast enough for a page in 20 ms. The higher levels save a tenth of the bytes.
+// Fast enough for a page in 20 ms. Higher levels save only a tenth of the bytes.
 constexpr int compression = 6;
 
 struct Head {
@@ -50,7 +51,7 @@ bool isAllowed(const Head& head)
         && isShort(head.conditionsBytes) && isShort(head.paperBytes);
 }
 
-// The converter's output; nullopt if it fails or is longer than `limit`.
+// Returns the converter's output; nullopt if it fails or is longer than `limit`.
 std::optional<std::string> converted(GConverter* converter, std::string_view input, std::size_t limit)
 {
     std::string output(limit + 1, '\0');
@@ -80,7 +81,7 @@ std::uint32_t pixelAt(const char* bytes)
     return pixel;
 }
 
-// The colours and the number of each pixel's; nullopt if there are too many.
+// Returns the colours, and the number of each pixel's colour; nullopt if there are too many colours.
 std::optional<std::pair<std::string, std::string>> numberedColors(const std::string& pixels)
 {
     std::unordered_map<std::uint32_t, unsigned char> numbers;

@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t maxWork = 400'000'000;
 // The maximum size of the cache of texts, in units.
 constexpr std::size_t maxKept = 32'000'000;
-// Shorter texts occur by chance. Their context must match too.
+// Shorter texts may occur by chance, so their context must match too.
 constexpr std::size_t tellingLength = 16;
 // The maximum number of compared places with the same text.
 constexpr std::size_t maxPlaces = 10'000;
@@ -38,7 +38,7 @@ std::size_t distance(std::size_t first, std::size_t second)
     return first > second ? first - second : second - first;
 }
 
-// The start of a text that is similar to the pattern.
+// Returns the start of a text that is similar to the pattern.
 std::optional<ApproximateMatch> similarStart(View text, View pattern, std::size_t near)
 {
     const std::u16string turnedText(text.rbegin(), text.rend());
@@ -116,7 +116,7 @@ std::optional<MarkAnchor> AnchorSearch::find(const MarkedText& text)
     return best ? std::optional(anchor(*best)) : std::nullopt;
 }
 
-// The place of the exact text. Of several places, the one with the most equal context, then the nearest.
+// Returns the place of the exact text. Of several places, it is the one with the most equal context, then the nearest.
 std::optional<AnchorSearch::Candidate> AnchorSearch::same(std::size_t chapter, const Quote& quote)
 {
     const auto* const text = units(chapter);
@@ -187,13 +187,13 @@ std::optional<AnchorSearch::Candidate> AnchorSearch::similar(std::size_t chapter
         return candidate(before->end, before->end, before->changes);
     if (quote.isPlace() && after)
         return candidate(from + after->end, from + after->end, after->changes);
-    // A different text in the same context.
+    // The same context encloses a different text.
     if (before && after && after->end > 0 && after->end <= 2 * length + maxApproximateLength)
         return candidate(from, from + after->end, before->changes + after->changes);
     return {};
 }
 
-// For a mark of another program that has a position but no text.
+// Used for a mark of another program that has a position but no text.
 std::optional<MarkAnchor> AnchorSearch::atPosition(std::size_t chapter, const MarkedText& text)
 {
     const auto* const all = units(chapter);

@@ -17,11 +17,11 @@ struct TextSpan {
     std::uint32_t end = 0;
 };
 
-// Searches the documents of a book for the texts of marks. All searches of one object share a limit of work. One
-// thread.
+// Searches the documents of a book for the texts of marks. All searches of one object share a limit of work. Use each
+// object on one thread only.
 class AnchorSearch {
 public:
-    // The documents outlive this.
+    // `documents` must outlive this object.
     explicit AnchorSearch(const MarkedDocuments& documents);
 
     std::optional<MarkAnchor> find(const MarkedText& text);
@@ -36,20 +36,20 @@ private:
     std::optional<MarkAnchor> atPosition(std::size_t chapter, const MarkedText& text);
     std::optional<std::uint32_t> placeOfElement(std::size_t chapter, const std::string& id);
     MarkAnchor anchor(const Candidate& candidate);
-    // The document's text; null if it cannot be read or the limit of work is reached.
+    // Returns the document's text; null if it cannot be read or the limit of work is reached.
     const ChapterUnits* units(std::size_t chapter);
     bool spend(std::size_t work);
 
     const MarkedDocuments& _documents;
     std::map<std::size_t, std::unique_ptr<ChapterUnits>> _units;
     std::size_t _kept = 0;
-    // In units of text.
+    // Remaining work, in units of text.
     std::size_t _workLeft;
 };
 
-// The span of a text that is known from the shown page. `place` has the text and its position there, which may differ
-// from the position in the document. Of several spans with the text, the nearest to the position. Returns nullopt if
-// the text does not occur.
+// Returns the span of a text that is known from the shown page. `place` has the text and its position there, which may
+// differ from the position in the document. Of several spans with the text, it is the nearest to the position. Returns
+// nullopt if the text does not occur.
 std::optional<TextSpan> placeOfText(const ChapterUnits& units, const MarkAnchor& place);
 
 }

@@ -12,7 +12,7 @@ namespace {
 
 // The maximum size of an item in bytes. Each character of a note may be escaped.
 constexpr std::size_t maxItemBytes = 8 * maxMarkNoteBytes;
-// The maximum number of selectors that are read of a target.
+// The maximum number of selectors that are read per target.
 constexpr std::size_t maxSelectors = 20;
 // The nesting level of an item in a file.
 constexpr std::size_t itemLevel = 2;
@@ -28,7 +28,7 @@ std::optional<std::size_t> numberOf(const JsonNode& node, std::string_view name)
     return static_cast<std::size_t>(integerValue(member->text));
 }
 
-// The identifier in a CSS selector that is or ends with "#id".
+// Returns the identifier in a CSS selector that is or ends with "#id".
 std::string elementOf(const std::string& selector)
 {
     const auto mark = selector.rfind('#');
@@ -48,7 +48,7 @@ void takePosition(const JsonNode& position, const std::string& element, MarkedTe
     text.element = element;
 }
 
-// Parses "prefix-,start,end,-suffix" with percent escapes. Only the start of a text is used.
+// Parses "prefix-,start,end,-suffix" with percent escapes. Of a text with an end, only the start is used.
 void takeTextFragment(std::string_view directive, MarkedText& text)
 {
     std::vector<std::string> parts;
@@ -181,7 +181,7 @@ const char* motivationOf(const Mark& mark)
     }
 }
 
-// The existing body of the item, so that its other members are kept, or a new one.
+// Keeps the other members of an existing body of the item.
 void setBody(JsonNode& item, const Mark& mark)
 {
     auto* given = item.find("body");

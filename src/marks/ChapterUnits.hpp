@@ -12,26 +12,26 @@ namespace pagora {
 // without white space, as in `ChapterText`. Thread-safe.
 class ChapterUnits {
 public:
-    // UTF-8.
+    // `text` is UTF-8.
     explicit ChapterUnits(std::string text);
 
-    // The text without white space.
+    // Returns the text without white space.
     const std::u16string& units() const { return _units; }
     std::uint32_t size() const { return static_cast<std::uint32_t>(_units.size()); }
-    // The first place at that character or after it.
+    // Returns the first place at or after that character.
     std::uint32_t placeOf(std::size_t character) const;
-    // The characters before a place, white space included.
+    // Returns the number of characters before a place, including white space.
     std::size_t characterAt(std::uint32_t place) const;
-    // The text between two places, trimmed, in one line.
+    // Returns the text between two places, trimmed, in one line.
     std::string between(std::uint32_t start, std::uint32_t end) const;
-    // At most `count` characters before and after a place, in one line.
+    // Returns at most `count` characters before and after a place, in one line.
     std::string before(std::uint32_t place, std::size_t count) const;
     std::string after(std::uint32_t place, std::size_t count) const;
-    // At most `count` characters that begin at a place, without leading white space.
+    // Returns at most `count` characters from a place on, without leading white space.
     std::string from(std::uint32_t place, std::size_t count) const;
 
 private:
-    // The byte offset behind the unit before the place.
+    // Returns the byte offset after the unit before the place.
     std::size_t endOf(std::uint32_t place) const;
     std::string charactersFrom(std::size_t byte, std::size_t count) const;
 
@@ -42,7 +42,7 @@ private:
     std::vector<std::uint32_t> _characters;
 };
 
-// The units of a text, without white space.
+// Returns the units of a text, without white space.
 std::u16string unitsOf(std::string_view text);
 
 }

@@ -23,17 +23,17 @@ struct JsonNode {
     static JsonNode array() { return { Kind::Array, {}, {}, {} }; }
     static JsonNode object() { return { Kind::Object, {}, {}, {} }; }
 
-    // The last member of that name; null if there is none.
+    // Returns the last member of that name; null if there is none.
     const JsonNode* find(std::string_view name) const;
     JsonNode* find(std::string_view name);
-    // The member's characters; empty unless it is a text.
+    // Returns the member's text; empty unless it is a string.
     std::string textOf(std::string_view name) const;
     // Replaces the member, or appends it.
     void set(std::string_view name, JsonNode value);
     void remove(std::string_view name);
 };
 
-// The value as JSON, indented by two spaces a level, starting at the given level.
+// Returns the value as JSON, indented by two spaces a level, starting at the given level.
 std::string jsonText(const JsonNode& node, std::size_t level = 0);
 
 }

@@ -16,18 +16,18 @@ namespace pagora {
 inline constexpr std::size_t maxJsonDepth = 64;
 inline constexpr std::size_t maxJsonNodes = 20'000;
 
-// Returns nullopt if the text is no JSON or exceeds the limits. Unpaired surrogates become U+FFFD.
+// Returns nullopt if the text is not JSON or exceeds the limits. Unpaired surrogates become U+FFFD.
 std::optional<JsonNode> jsonNodeFrom(std::string_view text);
-// The source texts of the outermost members of a JSON object, or elements of a JSON array. Missing if the text is no
-// object or array. Only the depth is limited.
+// Returns the source texts of the outermost members of a JSON object, or elements of a JSON array; nullopt if the text
+// is neither. Only the depth is limited.
 using JsonMembers = std::vector<std::pair<std::string, std::string_view>>;
 std::optional<JsonMembers> jsonMembers(std::string_view text);
 std::optional<std::vector<std::string_view>> jsonElements(std::string_view text);
 
-// Parses a JSON text in one pass. One thread.
+// Parses a JSON text in one pass. Use each object on one thread only.
 class JsonScanner {
 public:
-    // The text outlives it.
+    // `text` must outlive this object.
     explicit JsonScanner(std::string_view text);
 
     // Parses one value into the node, or skips it if the node is null. Returns false if it is malformed or exceeds the

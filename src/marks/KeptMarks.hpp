@@ -18,8 +18,8 @@ struct KeptMark {
     std::optional<MarkAnchor> anchor;
 };
 
-// Marks in the order of the book; marks without a place are last. Immutable: copies share their data, so that other
-// threads can work with one; a change makes a new list that shares the marks. Thread-safe.
+// Marks in the order of the book; marks without a place are last. Immutable: copies share their data, so other threads
+// can work with a copy. A change makes a new list that shares the marks. Thread-safe.
 class KeptMarks {
 public:
     using Pointer = std::shared_ptr<const KeptMark>;
@@ -31,12 +31,13 @@ public:
     bool empty() const { return _list->empty(); }
     const KeptMark& operator[](std::size_t index) const { return *_list->at(index); }
     const std::vector<Pointer>& pointers() const { return *_list; }
-    // The marks in a spine document.
+    // Returns the marks in a spine document.
     std::span<const Pointer> inChapter(std::size_t chapter) const;
     // Returns null if no mark has that identifier.
     const KeptMark* find(const std::string& id) const;
 
-    // A list in which this mark is added or replaces the mark with its identifier, and one without that identifier.
+    // `with` returns a list with this mark added, or replacing the mark with its identifier. `without` returns a list
+    // without the mark with that identifier.
     KeptMarks with(KeptMark mark) const;
     KeptMarks without(const std::string& id) const;
 

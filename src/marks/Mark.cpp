@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// In the order of `MarkColor`.
+// The names in the order of `MarkColor`.
 constexpr std::array<const char*, markColors.size()> colorNames { "yellow", "orange", "pink", "purple", "blue",
     "green" };
 

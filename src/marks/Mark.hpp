@@ -12,9 +12,9 @@ namespace pagora {
 enum class MarkColor { Yellow, Orange, Pink, Purple, Blue, Green };
 inline constexpr std::array markColors { MarkColor::Yellow, MarkColor::Orange, MarkColor::Pink, MarkColor::Purple,
     MarkColor::Blue, MarkColor::Green };
-// The name in files.
+// Returns the name that is used in files.
 const char* nameOf(MarkColor color);
-// Yellow for an unknown name.
+// Returns yellow for an unknown name.
 MarkColor markColorFrom(const std::string& name);
 
 // The stored description of a marked place, from which the place is found again. Positions count Unicode characters.
@@ -59,10 +59,10 @@ inline constexpr std::size_t marksContext = 32;
 inline constexpr std::size_t maxMarks = 100'000;
 inline constexpr std::size_t maxMarkNoteBytes = 1u << 20;
 
-// An identifier for a new mark, and the current time.
+// Return an identifier for a new mark, and the current time.
 std::string newMarkId();
 std::string timeNow();
-// The time of the last change in microseconds since 1970; 0 if it is not stored.
+// Returns the time of the last change in microseconds since 1970; 0 if it is not stored.
 std::int64_t timeOfChange(const Mark& mark);
 
 }

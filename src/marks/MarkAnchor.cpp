@@ -22,7 +22,7 @@ std::string MarkedDocuments::sourceOf(std::size_t chapter) const
     const auto relative = relativeTo(normalizedPath(packageFolder), path);
     if (!relative.empty())
         return addingPercentEscapes(relative);
-    // A document outside of the package document's folder.
+    // The document is outside the package document's folder.
     const auto fromRoot = relativeTo(normalizedPath(folder), path);
     std::string up;
     for (auto above = normalizedPath(packageFolder); isPathInside(above, folder) && above.size() > 1;) {

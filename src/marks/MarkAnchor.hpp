@@ -27,9 +27,9 @@ struct MarkedDocuments {
     std::string folder;
     std::string packageFolder;
 
-    // The value of `MarkedText::source` for that document.
+    // Returns the value of `MarkedText::source` for that document.
     std::string sourceOf(std::size_t chapter) const;
-    // The index of the document with that source; nullopt if the book has none.
+    // Returns the index of the document with that source; nullopt if the book has none.
     std::optional<std::size_t> chapterOf(const std::string& source) const;
 };
 

@@ -111,7 +111,7 @@ MarkStore::~MarkStore()
     if (_steps.size() < 2)
         return;
     _steps.pop_front();
-    // The running step is completed.
+    // The running step finishes in the background.
     _runLoop.performInBackground([steps = std::move(_steps)] {
         for (const auto& step : steps)
             step();
@@ -175,7 +175,7 @@ void MarkStore::put(Kept kept)
     tell();
 }
 
-// The last copy of many marks takes long to go.
+// Destroying the last copy of many marks takes long, so it is done in the background.
 void MarkStore::replaceMarks(KeptMarks marks)
 {
     auto before = std::exchange(_marks, std::move(marks));
@@ -209,7 +209,7 @@ Task<void> MarkStore::run()
     }
 }
 
-// While later changes are pending, the current marks are newer than the outcome.
+// If later changes are pending, the current marks are newer than the outcome.
 void MarkStore::take(Outcome outcome)
 {
     _problem = std::move(outcome.problem);

@@ -14,11 +14,11 @@
 
 namespace pagora {
 
-// The marks of the open book and their places in it. Files are read and written in the background, one change after the
-// other. Destroying this does not cancel pending writes. Main thread only.
+// The marks of the open book and their places in it. Files are read and written in the background, one change after
+// another. The destructor does not cancel pending writes. Main thread only.
 class MarkStore {
 public:
-    // `archive` is the book's file. Without one, for a book that is not in the library, nothing is stored.
+    // `archive` is the book's file. For a book that is not in the library it is nullopt, and nothing is stored.
     MarkStore(RunLoop& runLoop, const std::optional<std::string>& archive, const MarkedBook& book,
         std::vector<std::string> paths, std::string folder);
     ~MarkStore();
@@ -35,7 +35,7 @@ public:
     bool isSaved() const { return _steps.empty() && _isSaved; }
     bool keepsMarks() const { return _archive.has_value(); }
 
-    // Called after each change of the marks or of the problem.
+    // Sets the callback for changes of the marks or of the problem.
     void setChanged(std::function<void()> changed) { _changed = std::move(changed); }
     // Reads the marks. Called once.
     void load();
@@ -68,7 +68,7 @@ private:
 
     RunLoop& _runLoop;
     std::optional<std::string> _archive;
-    // State of the background thread; used by one step at a time.
+    // State of the background thread. Used by one step at a time.
     std::shared_ptr<Background> _background;
     KeptMarks _marks;
     KeptMarks _makersMarks;

@@ -10,7 +10,7 @@ namespace pagora {
 
 namespace {
 
-// Control characters and overrides of the text direction are left out of exported texts.
+// Exported texts omit control characters and overrides of the text direction.
 bool isControl(char character)
 {
     const auto byte = static_cast<unsigned char>(character);
@@ -66,7 +66,7 @@ std::string html(const std::string& text)
     });
 }
 
-// `prefix` is put before each line but the first.
+// Escapes a text for Markdown. `prefix` is put before each line except the first.
 std::string markdown(const std::string& text, const std::string& prefix)
 {
     return escaped(text, [&prefix](std::string& result, char character) {

@@ -13,7 +13,7 @@ namespace pagora {
 // An exported mark with the description of its place.
 struct ExportedMark {
     Mark mark;
-    // The name of the chapter, and its position in the book in percent. Empty and missing if the text was not found.
+    // The name of the chapter, and its position in the book in percent. Empty and nullopt if the text was not found.
     std::string chapter;
     std::optional<int> percentage;
 };
@@ -29,10 +29,10 @@ struct MarksFilter {
 };
 
 enum class ExportFormat { Annotation, Markdown, Html };
-// What a file's name asks for: ".md", ".html", or else ".annotation".
+// Returns the format for a file name: ".md", ".html", or else ".annotation".
 ExportFormat exportFormatOf(const std::string& path);
 
-// The marks of a book in that format: quote, note, chapter and place. Texts of marks are escaped. Thread-safe.
+// Returns the marks of a book in that format: quote, note, chapter and place. Texts of marks are escaped. Thread-safe.
 std::string exportedMarks(ExportFormat format, const MarkedBook& book, const std::vector<ExportedMark>& marks,
     const MarksFilter& filter = {});
 

@@ -38,7 +38,7 @@ private:
     FileDescriptor _folder;
 };
 
-// Returns whether it is not one of the placeholders for a missing text.
+// Returns whether the text is not a placeholder for a missing one.
 bool isKnown(const std::string& text)
 {
     return text != "<not found>" && text != "<unknown>";

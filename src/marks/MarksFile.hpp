@@ -55,7 +55,7 @@ private:
 // The maximum size of a file of marks.
 inline constexpr std::size_t maxMarksFileBytes = 128u << 20;
 
-// Merges the marks of `added` into `set`. Of marks with the same identifier, the one that was changed last is kept.
+// Merges the marks of `added` into `set`. If marks have the same identifier, the one that was changed last is kept.
 void mergeInto(AnnotationSet& set, AnnotationSet added);
 
 }

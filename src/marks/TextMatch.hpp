@@ -19,9 +19,9 @@ struct ApproximateMatch {
     std::size_t end = 0;
     std::size_t changes = 0;
 };
-// The match with the smallest edit distance. If several have it, the match that ends nearest to `near`. Returns nullopt
-// if the distance exceeds a quarter of the pattern's length, or if the pattern is too short. Only the last
-// `maxApproximateLength` units of the pattern are compared.
+// Returns the match with the smallest edit distance. If several have it, it is the match that ends nearest to `near`.
+// Returns nullopt if the distance exceeds a quarter of the pattern's length, or if the pattern is too short. Only the
+// last `maxApproximateLength` units of the pattern are compared.
 std::optional<ApproximateMatch> closestMatch(std::u16string_view text, std::u16string_view pattern, std::size_t near);
 
 // The minimum length of a pattern, and the number of its units that are compared.

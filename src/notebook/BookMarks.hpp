@@ -19,17 +19,16 @@
 namespace pagora {
 
 // Controller of the open book's marks: paints those of the shown chapter, fills the list, and adds, changes and removes
-// marks. Marks are named by numbers. Main thread only.
+// marks. Numbers identify marks. Main thread only.
 class BookMarks {
 public:
-    // All arguments outlive it.
+    // All arguments must outlive this object.
     BookMarks(MarkedReader& reader, MarksWindow& window, RunLoop& runLoop);
     ~BookMarks();
     BookMarks(const BookMarks&) = delete;
     BookMarks& operator=(const BookMarks&) = delete;
 
-    // Reads the marks of the book. Called once the reader has its documents. Without an archive in the library nothing
-    // is stored.
+    // Reads the marks of the book. Called when the reader has its documents. Nothing is stored if `archive` is nullopt.
     void open(const std::optional<std::string>& archive, const MarkedBook& book, const std::string& folder);
 
     // Adds a bookmark at the shown page, or removes those of the page.
@@ -48,12 +47,12 @@ public:
     // Restores the marks that were removed last. Possible for 10 seconds.
     void undo();
 
-    // Selects the marks that are listed.
+    // Sets the filter of the list.
     void choose(const MarksChoice& choice);
     // Writes the user's listed marks to a file. The extension selects the format: ".md", ".html", otherwise
     // ".annotation".
     void exportTo(const std::string& path);
-    // Copies them to the clipboard as Markdown.
+    // Copies the listed marks to the clipboard as Markdown.
     void copy();
     // Adds the marks of a file. Shows a notice if they belong to another book.
     void importFrom(const std::string& path);
@@ -68,7 +67,7 @@ private:
     Task<void> makeList();
     MarksToList marksToList();
     void pageIsSeen();
-    // The places of the page that is shown.
+    // The first and last place of the shown page.
     struct PageSpan {
         std::size_t chapter = 0;
         std::uint32_t start = 0;
@@ -81,10 +80,10 @@ private:
     void mark(const std::string& selection, MarkColor color, bool asksForNote);
     void press(const PressedMark& mark);
     void removeKept(std::vector<Kept> marks);
-    // The user's mark with that number; null if there is none.
+    // Returns the user's mark with that number; null if there is none.
     const Kept* kept(std::size_t number) const;
     std::size_t numberOf(const std::string& id) { return _numbers->numberOf(id); }
-    // Makes the text of the marks that are listed; in the background.
+    // Returns a function that makes the text of the listed marks, for a background thread.
     std::function<std::string(ExportFormat format, std::size_t& count)> exporter();
     Task<void> write(std::string path);
     Task<void> copyText();
@@ -99,7 +98,7 @@ private:
     std::shared_ptr<MarkNumbers> _numbers = std::make_shared<MarkNumbers>();
     std::shared_ptr<const std::vector<std::string>> _chapterNames;
     MarksChoice _choice;
-    // The lines of the list. They are made in the background, and again if something has changed meanwhile.
+    // The lines of the list. They are made in the background, and made again if something has changed in the meantime.
     MarkLines _lines = std::make_shared<const std::vector<MarkLine>>();
     bool _isListing = false;
     bool _listIsOld = false;

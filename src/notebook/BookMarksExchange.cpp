@@ -1,4 +1,4 @@
-// Export and import of marks.
+// BookMarks: export and import of marks.
 
 #include "base/Path.hpp"
 #include "base/Translation.hpp"

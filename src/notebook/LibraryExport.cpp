@@ -16,7 +16,7 @@ namespace pagora {
 namespace {
 
 constexpr const char* extension = "annotation";
-// Names that are tried for a file.
+// The maximum number of names tried for a file.
 constexpr int maxNames = 1'000;
 
 const char* extensionOf(ExportFormat format)
@@ -31,7 +31,8 @@ const char* extensionOf(ExportFormat format)
     }
 }
 
-// The chapter of each document. A document that the contents do not name belongs to the chapter before it.
+// Returns the name of the chapter of each document. A document that is not in the contents has the name of the chapter
+// before it.
 std::vector<std::string> chapterNames(const BookToExport& book)
 {
     std::map<std::string, std::string> titles;
@@ -47,7 +48,7 @@ std::vector<std::string> chapterNames(const BookToExport& book)
     return names;
 }
 
-// The index of a mark's document, named by its path from the package document's folder.
+// Returns the index of the document whose path relative to the package document's folder is `source`.
 std::optional<std::size_t> documentOf(const BookToExport& book, const std::string& source)
 {
     const auto name = '/' + replacingPercentEscapes(source).value_or(source);
@@ -84,7 +85,7 @@ std::vector<ExportedMark> inOrder(std::vector<Mark> marks, const BookToExport& b
     return exported;
 }
 
-// A path that does not exist yet; empty if all names are taken.
+// Returns a path that does not exist yet; empty if all names are taken.
 std::string freePath(const MarksExportRequest& request, const std::string& name)
 {
     const auto path = appendingPathComponent(request.folder, name);

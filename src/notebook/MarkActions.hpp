@@ -8,8 +8,8 @@
 
 namespace pagora {
 
-// Actions of the user on marks. Marks are named by their numbers. Each is called from the main loop, after the
-// control's event handling.
+// Actions of the user on marks. Numbers identify marks. Each action is called from the main loop, after the control's
+// event handling.
 struct MarkActions {
     // Adds a bookmark at the shown page, or removes it.
     std::function<void()> toggleBookmark;
@@ -22,9 +22,9 @@ struct MarkActions {
     std::function<void(std::size_t mark, const std::string& note)> setNote;
     std::function<void(std::size_t mark)> remove;
     std::function<void()> undo;
-    // Selects the marks that are listed.
+    // Sets the filter of the list.
     std::function<void(const MarksChoice& choice)> choose;
-    // The listed marks, to a file whose extension selects the format, or to the clipboard.
+    // Exports the listed marks to a file whose extension selects the format, or copies them to the clipboard.
     std::function<void(const std::string& path)> exportTo;
     std::function<void()> copy;
     std::function<void(const std::string& path)> importFrom;

@@ -26,7 +26,7 @@ MarkLine::Kind lineKind(Mark::Kind kind)
     }
 }
 
-// Does not cut a character.
+// Truncates the text at a character boundary.
 std::string beginningOf(const std::string& text)
 {
     auto length = std::min(text.size(), maxTextLength);

@@ -31,19 +31,19 @@ struct MarksToList {
     KeptMarks marks;
     // Marks of the book's makers; listed last.
     KeptMarks makersMarks;
-    // By spine document.
+    // The names by spine index.
     std::shared_ptr<const std::vector<std::string>> chapterNames;
     MarksChoice choice;
     std::shared_ptr<MarkNumbers> numbers;
 };
 
-// The lines of the marks that match the filter, with a heading for each chapter. Long texts are truncated. Takes time
-// proportional to the number of marks; call it in the background. Thread-safe.
+// Returns the lines of the marks that match the filter, with a heading for each chapter. Long texts are truncated.
+// Takes time proportional to the number of marks, so it is called in the background. Thread-safe.
 std::vector<MarkLine> linesOf(const MarksToList& given);
-// The new lines, and how many at both ends are the same as before. Thread-safe.
+// Returns the new lines, and the number of lines at both ends that are the same as before. Thread-safe.
 ListedMarks listedAfter(const MarkLines& before, std::vector<MarkLine> lines);
 
-// The text that represents a mark; for a bookmark the text after it. Empty on a page without text.
+// Returns the text that represents a mark; for a bookmark, the text after it. Empty on a page without text.
 std::string shownTextOf(const KeptMark& kept);
 
 }

@@ -13,11 +13,11 @@ namespace pagora {
 
 // Callbacks of a reader about its pages.
 struct MarksHooks {
-    // Returns the script that paints the marks of a spine document. Run once the document is laid out.
+    // Returns the script that paints the marks of a spine document. It is run when the document is laid out.
     std::function<std::string(std::uint64_t split)> script;
-    // Returns the script to run after the document was laid out anew; empty if nothing is painted in it.
+    // Returns the script to run after a new layout of the document; empty if nothing is painted in it.
     std::function<std::string(std::uint64_t split)> layoutScript;
-    // Another page may be shown.
+    // Called when another page may be shown.
     std::function<void()> pageIsSeen;
     std::function<void(const PressedMark& mark)> isPressed;
 };

@@ -19,7 +19,8 @@ struct MarksExportRequest {
 class MarksExportPanel {
 public:
     virtual ~MarksExportPanel() = default;
-    // `start` receives the choice; `cancel` is called if the user cancels a running export. An open panel is raised.
+    // `start` receives the choice; `cancel` is called if the user cancels a running export. A panel that is open is
+    // raised.
     virtual void open(std::function<void(const MarksExportRequest&)> start, std::function<void()> cancel) = 0;
     virtual void setProgress(std::size_t done, std::size_t count) = 0;
     // Shows the result of the export in one line.

@@ -21,18 +21,18 @@ struct MarkLine {
     std::string tags;
     // The number of the mark.
     std::size_t number = 0;
-    // The text was not found in the book.
+    // True if the text was not found in the book.
     bool isLost = false;
-    // Made by the user: it can be changed and removed.
+    // True if the user made the mark. Only such marks can be changed and removed.
     bool isMine = true;
     bool operator==(const MarkLine&) const = default;
 };
 
-// Which marks are listed. Empty members match all marks.
+// The filter of the list. Empty members match all marks.
 struct MarksChoice {
     // A part of the text, note or tags. Case and accents are ignored.
     std::string text;
-    // Not Heading.
+    // Any kind except Heading.
     std::optional<MarkLine::Kind> kind;
     // The name of the colour in files. Bookmarks have no colour.
     std::string color;
@@ -41,7 +41,7 @@ struct MarksChoice {
 
 using MarkLines = std::shared_ptr<const std::vector<MarkLine>>;
 
-// The lines of the list. So many at the beginning and at the end are the same as in the previous list.
+// The lines of the list, and the number of lines at the start and at the end that are the same as in the previous list.
 struct ListedMarks {
     MarkLines lines = std::make_shared<const std::vector<MarkLine>>();
     std::size_t sameAtStart = 0;
@@ -55,7 +55,7 @@ public:
     virtual void setLines(const ListedMarks& listed) = 0;
     // Shows why marks are not saved, in one line. Hidden if empty.
     virtual void setProblem(const std::string& text) = 0;
-    // Shows the list, or the contents.
+    // Shows the list instead of the contents, or the contents.
     virtual void setShown(bool isShown) = 0;
 };
 

@@ -30,7 +30,7 @@ public:
     virtual void setBookmarked(bool isBookmarked) = 0;
     // Opens the editor of a mark. `place` is the mark's first line in pixels of the page, if known.
     virtual void showMark(const EditedMark& mark, const std::optional<Rect>& place) = 0;
-    // Shows a line with the button "Undo". Hides it for an empty text.
+    // Shows a line with the button "Undo". An empty text hides it.
     virtual void offerUndo(const std::string& text) = 0;
     // Shows a message of one line.
     virtual void showNotice(const std::string& text) = 0;

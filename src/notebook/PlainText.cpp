@@ -12,7 +12,7 @@ constexpr const char* replacement = "\xEF\xBF\xBD";
 constexpr const char* isolateStart = "\xE2\x81\xA8";
 constexpr const char* isolateEnd = "\xE2\x81\xA9";
 
-// The length in bytes of the character at the start of the text if it is replaced; otherwise 0.
+// Returns the length in bytes of the first character if it must be replaced; otherwise 0.
 std::size_t controlLength(std::string_view text)
 {
     const auto byte = [text](std::size_t at) {

@@ -28,13 +28,13 @@ namespace pagora {
 
 namespace {
 
-// The longest time before a change is flushed.
+// The maximum time before a change is flushed, in seconds.
 constexpr double flushDelay = 1;
 
-// How long the exit waits for background work.
+// Time for which the exit waits for background work.
 constexpr auto endTimeout = std::chrono::milliseconds(700);
 
-// How long a start waits for an instance that is exiting.
+// Time in seconds for which a start waits for an instance that is exiting.
 constexpr double homeTimeout = 5;
 
 ProgramInfo programInfo()
@@ -47,7 +47,7 @@ std::string temporaryFolder()
     return appendingPathComponent(cachesFolder(), PAGORA_IDENTIFIER);
 }
 
-// Flushes changes that nothing else flushes.
+// Flushes changes that no other code flushes.
 class LateFlush {
 public:
     LateFlush(UserDefaults& defaults, RunLoop& runLoop)
@@ -127,7 +127,8 @@ Glib::RefPtr<Application> Application::create(Purpose purpose)
 void Application::on_startup()
 {
     const bool hasHome = _home.take(homeTimeout);
-    // In parallel with the toolkit too. The library alone is shown earlier without it.
+    // The reader's module is loaded in parallel with the toolkit if a file is opened. The library alone is shown
+    // earlier without it.
     if (hasHome && _purpose == Purpose::Reading)
         _reader.load();
     std::unique_ptr<UserDefaults> defaults;
@@ -136,7 +137,7 @@ void Application::on_startup()
         std::optional<Worker> opening;
         if (hasHome)
             opening.emplace().perform([&defaults] { defaults = std::make_unique<UserDefaults>(defaultsFolder()); });
-        // Without a display, on_startup below exits the program; nothing must be open then.
+        // Without a display, on_startup below exits the program, so nothing may be open then.
         if (!gtk_init_check()) {
             opening.reset();
             defaults = nullptr;
@@ -152,12 +153,12 @@ void Application::on_startup()
         std::move(defaults), _reader);
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
-    // Keep the program running while no window is visible.
+    // Keeps the program running while no window is visible.
     hold();
     _parts->controller.applicationWillFinishLaunching();
 }
 
-// Quits on a signal and saves the reading position.
+// On a signal, saves the reading position and quits.
 void Application::endOnSignal(int number)
 {
     g_unix_signal_add(
@@ -211,7 +212,7 @@ void Application::on_shutdown()
         controller.finishReading();
         controller.applicationWillTerminate();
         _parts->defaults->synchronize();
-        // Work that waits for a slow disk is abandoned: books that are copied but not in the catalogue are imported by
+        // Work that waits for a slow disk is abandoned. Books that are copied but not in the catalogue are imported by
         // the next launch.
         endProcessWithin(endTimeout);
         _parts->runLoop.finishBackgroundWork();

@@ -10,11 +10,11 @@
 namespace pagora {
 
 // The application object: one instance, to which later starts pass their files. A start that cannot reach the first
-// instance, without a bus, exits at once. Creates the hub and its environment, and passes launch, files and exit on.
-// Main thread only.
+// instance because there is no bus exits immediately. Creates the hub and its environment, and forwards launch, files
+// and exit to it. Main thread only.
 class Application final : public Gtk::Application {
 public:
-    // What it is started for, as far as that is known.
+    // The expected purpose of the start.
     enum class Purpose { Library, Reading };
     static Glib::RefPtr<Application> create(Purpose purpose);
     ~Application() override;
@@ -29,14 +29,14 @@ private:
     struct Parts;
 
     explicit Application(Purpose purpose);
-    // The first window, and the end of the launch.
+    // Shows the first window and ends the launch.
     void finishLaunching();
     void endOnSignal(int number);
 
     Purpose _purpose;
     HomeLock _home;
     ReaderModule _reader;
-    // None when another instance has the home folder.
+    // Null if another instance has locked the home folder.
     std::unique_ptr<Parts> _parts;
     bool _launched = false;
 };

@@ -10,7 +10,7 @@ namespace pagora {
 
 namespace {
 
-// How often to see whether the module is loaded, in milliseconds.
+// The interval at which the loading of the module is checked, in milliseconds.
 constexpr unsigned loadingInterval = 10;
 
 }

@@ -12,17 +12,17 @@ class ReaderModule;
 class RunLoop;
 class Toplevel;
 
-// Creates reader windows by the module, which it loads when a window is made or prepared. Main thread only.
+// Creates reader windows with the module, which it loads when a window is created or prepared. Main thread only.
 class LateReaderWindows : public ReaderWindowFactory {
 public:
-    // See ReaderWindowFactoryGtk. The module outlives it.
+    // See ReaderWindowFactoryGtk. The module must outlive this object.
     LateReaderWindows(ReaderModule& module, std::string temporaryFolder, Toplevel& toplevel, RunLoop& runLoop);
     ~LateReaderWindows() override;
 
-    // These wait for the module.
+    // These functions wait for the module.
     std::unique_ptr<EpubWindow> makeEpubWindow() override { return factory().makeEpubWindow(); }
     std::unique_ptr<FixedWindow> makeFixedWindow() override { return factory().makeFixedWindow(); }
-    // Goes on once the module is loaded.
+    // Continues when the module is loaded.
     void prepareNextWindow() override;
 
 private:

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* fileName = "pagora-reader.so";
 
-// Beside the program where it was built, or where it is installed.
+// Beside the program in a build tree, or where it is installed.
 std::string modulePath()
 {
     std::error_code ignored;
@@ -29,8 +29,9 @@ void ReaderModule::load()
         return;
     _loading = std::make_unique<Worker>();
     _loading->perform([this] {
-        // Not with dlopen: a library of the page engine opens a module while it is initialised. Its lock would then be
-        // taken after the linker's, and before it by a thread that opens a module to read a picture; both would wait.
+        // dlopen would risk a deadlock: a library of the page engine opens a GLib module while it is initialized, and
+        // takes GLib's module lock after the linker's lock. Another thread that opens a module to read a picture takes
+        // them in the opposite order.
         _handle = g_module_open(modulePath().c_str(), G_MODULE_BIND_LOCAL);
         if (_handle)
             g_module_make_resident(_handle);

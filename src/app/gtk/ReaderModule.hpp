@@ -13,19 +13,20 @@ class ReaderWindowFactory;
 class RunLoop;
 class Toplevel;
 
-// The part of the program that shows books, in a file of its own with the libraries of the page engine. These take
-// about as long to load as all others together. The module stays loaded until the program ends. Main thread only.
+// The part of the program that shows books. It is a separate file, linked with the libraries of the page engine, which
+// take about as long to load as all others together. The module stays loaded until the program ends. Main thread only.
 class ReaderModule {
 public:
-    // Begins to load the module on another thread, unless that was done.
+    // Starts to load the module on another thread, if that has not been done.
     void load();
     bool isLoaded() const { return _isLoaded; }
-    // A ReaderWindowFactoryGtk. Waits for the module; a program whose module cannot be loaded ends with a line.
+    // Returns a ReaderWindowFactoryGtk. Waits for the module. If the module cannot be loaded, the program exits with an
+    // error message.
     std::unique_ptr<ReaderWindowFactory> makeWindowFactory(
         const std::string& temporaryFolder, Toplevel& toplevel, RunLoop& runLoop);
 
 private:
-    // The handle of the module, or why there is none. The worker's until `_isLoaded`.
+    // The handle of the module, or the reason of a failure. Written by the worker until `_isLoaded` is set.
     GModule* _handle = nullptr;
     std::string _problem;
     std::atomic<bool> _isLoaded = false;

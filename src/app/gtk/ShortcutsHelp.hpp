@@ -12,15 +12,15 @@ namespace pagora {
 // The window that lists the program's keys, as the action "app.shortcuts". Main thread only.
 class ShortcutsHelp {
 public:
-    // Adds the action and its key to the application, which outlives it, as `parent` does. The list comes up over
-    // `parent`, with the keys for reading first while `isReading` says so.
+    // Adds the action and its key to the application. The application and `parent` must outlive this object. The list
+    // is shown over `parent`, with the reader's keys first if `isReading` returns true.
     ShortcutsHelp(Gtk::Application& application, Gtk::Window& parent, std::function<bool()> isReading);
     ~ShortcutsHelp();
     ShortcutsHelp(const ShortcutsHelp&) = delete;
     ShortcutsHelp& operator=(const ShortcutsHelp&) = delete;
 
     void show();
-    // Null until it is asked for.
+    // Null until it was requested.
     Gtk::Window* window() const { return _window.get(); }
 
 private:

@@ -51,7 +51,7 @@ MarkEditor::MarkEditor(Gtk::Widget& page, Actions actions)
     _copy.signal_clicked().connect([this] { copy(); });
     _remove.signal_clicked().connect([this] {
         const auto mark = _mark.number;
-        // A typed note is discarded with its mark.
+        // Removing the mark discards a typed note.
         _note.get_buffer()->set_text(_mark.note);
         _popover.popdown();
         _actions.remove(mark);

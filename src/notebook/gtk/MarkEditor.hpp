@@ -26,7 +26,7 @@ public:
         std::function<void(std::size_t mark, const std::string& note)> setNote;
         std::function<void(std::size_t mark)> remove;
     };
-    // The parent widget outlives it.
+    // `page` is the parent widget and must outlive this object.
     MarkEditor(Gtk::Widget& page, Actions actions);
     ~MarkEditor();
     MarkEditor(const MarkEditor&) = delete;
@@ -54,23 +54,23 @@ private:
     Gtk::Box _buttons;
     Gtk::Button _copy;
     Gtk::Button _remove;
-    // Set while the fields are filled: their changes are not sent.
+    // True while the fields are filled, so that their changes are not sent.
     bool _isFilling = false;
 };
 
 // The ribbon of a bookmark and a message line, in an overlay above the page. Main thread only.
 class MarkSigns {
 public:
-    // The overlay outlives it.
+    // The overlay must outlive this object.
     MarkSigns(Gtk::Overlay& page, std::function<void()> undo);
     ~MarkSigns();
     MarkSigns(const MarkSigns&) = delete;
     MarkSigns& operator=(const MarkSigns&) = delete;
 
     void setBookmarked(bool isBookmarked) { _ribbon.set_visible(isBookmarked); }
-    // Hidden if the text is empty.
+    // An empty text hides the line.
     void offerUndo(const std::string& text);
-    // Hidden after 4 seconds.
+    // The notice is hidden after 4 seconds.
     void showNotice(const std::string& text);
     Gtk::Widget& ribbon() { return _ribbon; }
     Gtk::Button& undoButton() { return _undo; }

@@ -30,7 +30,7 @@ MarkRow::MarkRow()
     _note.add_css_class("mark-note");
     append(_text);
     append(_note);
-    // The list item around it has the role and the accessible name.
+    // The list item around this widget has the role and the accessible name.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
 }
 

@@ -20,9 +20,9 @@ private:
     Gtk::Label _note;
 };
 
-// The accessible name of a row.
+// Returns the accessible name of a row.
 std::string spokenMark(const MarkLine& line);
-// The name of a colour of marks, for display.
+// Returns the name of a mark's colour, for display.
 std::string colorTitle(const std::string& color);
 
 }

@@ -120,7 +120,7 @@ void MarksExportWindow::chooseFolder()
     _chooser->set_modal(true);
     _chooser->signal_response().connect([this](int response) {
         const auto file = response == Gtk::ResponseType::ACCEPT ? _chooser->get_file() : nullptr;
-        // Not within its own signal.
+        // Deferred, because the chooser must not be hidden in its own signal.
         Glib::signal_idle().connect_once([chooser = std::exchange(_chooser, {})] { chooser->hide(); });
         if (file && !file->get_path().empty())
             exportInto(file->get_path());

@@ -17,7 +17,7 @@ namespace pagora {
 // The window in which the user selects marks of the library for an export. Main thread only.
 class MarksExportWindow : public MarksExportPanel {
 public:
-    // It is modal for the parent, which outlives it.
+    // The window is modal for `parent`, which must outlive it.
     explicit MarksExportWindow(Gtk::Window& parent);
 
     void open(std::function<void(const MarksExportRequest&)> start, std::function<void()> cancel) override;

@@ -6,17 +6,17 @@
 
 namespace pagora {
 
-// The lines of the list of marks as a list model of the toolkit. Items are made on request and are empty: rows show the
-// line at their position. Main thread only.
+// The lines of the list of marks as a list model of the toolkit. Items are created on request and are empty: rows show
+// the line at their position. Main thread only.
 //
-// The interface is the first base class, so that it is registered before the object is made.
+// The interface is the first base class, so that it is registered before the object is created.
 class MarksModel : public Gio::ListModel, public Glib::Object {
 public:
     static Glib::RefPtr<MarksModel> create();
 
     void setLines(const ListedMarks& listed);
     const MarkLines& lines() const { return _lines; }
-    // The number of items made so far.
+    // The number of items that were created so far.
     std::size_t itemsMade() const { return _itemsMade; }
 
 protected:

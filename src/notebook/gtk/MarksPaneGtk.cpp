@@ -172,13 +172,13 @@ void MarksPaneGtk::chosen(bool isExport, int response)
 {
     const auto file = response == Gtk::ResponseType::ACCEPT ? _chooser->get_file() : nullptr;
     const std::string path = file ? file->get_path() : std::string();
-    // Not within its own signal.
+    // Deferred, because the chooser must not be destroyed in its own signal.
     _queue.post([this] { _chooser.reset(); });
     if (!path.empty())
         send(isExport ? &MarkActions::exportTo : &MarkActions::importFrom, path);
 }
 
-// Search results replace contents and marks.
+// Shows the list, the contents, or neither of them while search results are shown.
 void MarksPaneGtk::arrange()
 {
     const bool isSearch = _parts.results && _parts.results->get_visible();
@@ -246,7 +246,7 @@ void MarksPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
     item->set_selectable(isMark);
     item->set_activatable(isMark);
     row->show(line);
-    // Assistive technology reads the list item around the row.
+    // Assistive technology gets the name from the list item around the row.
     const auto label = displayText(spokenMark(line), maxLabelLength);
     gtk_accessible_update_property(
         GTK_ACCESSIBLE(row->get_parent()->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);
@@ -258,7 +258,7 @@ void MarksPaneGtk::choose()
     send(&MarkActions::choose, MarksChoice { _filter.get_text(), choice.kind, choice.color });
 }
 
-// A focused list keeps the focus, on the row at the previous position.
+// If the list has the focus, the row at the previous position gets it.
 void MarksPaneGtk::setLines(const ListedMarks& listed)
 {
     const auto* const root = _list.get_root();
@@ -292,7 +292,7 @@ void MarksPaneGtk::focusList()
     }
     if (_selection->get_selected() >= lines().size())
         _selection->set_selected(1);
-    // A list that has not been laid out yet does not take the focus.
+    // A list that has not been laid out yet cannot take the focus.
     _list.add_tick_callback([this](const Glib::RefPtr<Gdk::FrameClock>&) {
         if (_list.get_mapped() && _list.get_height() == 0)
             return true;

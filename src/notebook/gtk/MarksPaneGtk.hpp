@@ -26,15 +26,15 @@ namespace pagora {
 // are hidden while search results are shown. Main thread only.
 class MarksPaneGtk : public MarksPane {
 public:
-    // Widgets of the layout: the pane, the widget above the switch, the contents, and the search results. They outlive
-    // it. A layout without a search has neither the second nor the last.
+    // Widgets of the layout: the pane, the widget above the switch, the contents, and the search results. They must
+    // outlive this object. A layout without a search has neither the second nor the last.
     struct Parts {
         Gtk::Box& pane;
         Gtk::Widget* above;
         Gtk::Widget& contents;
         Gtk::Widget* results;
     };
-    // The actions outlive it and may change.
+    // `actions` must outlive this object, and may change.
     MarksPaneGtk(const Parts& parts, ActionQueue& queue, const MarkActions& actions);
     ~MarksPaneGtk() override;
 
@@ -48,7 +48,7 @@ public:
     Gtk::Entry& filter() { return _filter; }
     Gtk::DropDown& kinds() { return _kinds; }
     Gtk::MenuButton& menu() { return _menu; }
-    // The dialog that asks for a file, while it is shown.
+    // Returns the dialog that asks for a file while it is shown; otherwise null.
     const Glib::RefPtr<Gtk::FileChooserNative>& chooser() const { return _chooser; }
     const std::vector<MarkLine>& lines() const { return *_model->lines(); }
     const MarksModel& model() const { return *_model; }

@@ -16,11 +16,11 @@ namespace pagora {
 // Main thread only.
 class WindowMarks {
 public:
-    // Widgets of the layout. They outlive it.
+    // Widgets of the layout. They must outlive this object.
     struct Parts {
         MarksPaneGtk::Parts pane;
         Gtk::Overlay& page;
-        // Converts a box of the page to pixels of that overlay.
+        // Converts a rectangle of the page to pixels of that overlay.
         std::function<Rect(const Rect& box)> placeOf;
     };
     WindowMarks(Parts parts, ActionQueue& queue);
@@ -35,11 +35,11 @@ public:
                 run(given...);
         });
     }
-    // Actions for the selection bar: each colour, and a note.
+    // Returns the actions of the selection bar: one for each colour, and one for a note.
     std::vector<SelectionBar::Action> selectionActions();
-    // Opens the editor; without a place, in the middle of the page.
+    // Opens the editor; in the middle of the page if `place` is nullopt.
     void showMark(const EditedMark& mark, const std::optional<Rect>& place);
-    // Shows the list and gives it the keyboard focus.
+    // Shows the list and moves the keyboard focus to it.
     void showList();
     void copyText(const std::string& text);
 

@@ -1,4 +1,4 @@
-// Runs in the reader's own script world as soon as the document is complete, before its images are.
+// Runs in the reader's script world when the document is complete, before its images are loaded.
 (function () {
     'use strict';
 
@@ -10,7 +10,7 @@
         return;
     }
 
-    // An element named like a property of the document would be found in its place.
+    // An element named like a property of the document would shadow it, so such names are removed.
     const named = Document.prototype.querySelectorAll.call(
         document, 'embed[name], form[name], iframe[name], img[name], object[name], object[id]');
     for (const element of named) {
@@ -21,13 +21,13 @@
         }
     }
 
-    // With only a column width the book's column count would apply. If the reader is about to set a count, it is set here,
-    // to avoid a second layout.
+    // If only a column width were set, the book's column count would apply. If the reader will set a count, it is set
+    // here, which avoids a second layout.
     const body = document.body;
     if (pagoraLaysOut && body && body.style)
         body.style.setProperty('column-count', pagoraColumnCount, 'important');
 
-    // Waits for the style sheets, because a layout without them would be repeated. The wait is limited.
+    // Waits for the style sheets for a limited time, because a layout without them would have to be repeated.
     const complete = () => {
         if (pagoraLaysOut)
             pagoraTellPaper();

@@ -1,6 +1,6 @@
-// Runs in the reader's own script world of every page, before the page has any content. Locates places of the text,
-// returns their pages and highlights them. A place is the number of UTF-16 units of the body's text before it, without
-// white space; the program counts in the same way in the file. Highlights change neither the nodes nor the layout.
+// Runs in the reader's script world of every page, before the page has any content. Locates places in the text, returns
+// their pages and highlights them. A place is the number of UTF-16 units of the body's text before it, without white
+// space; the program counts in the same way in the file. Highlights change neither the nodes nor the layout.
 
 var pagoraFind = (function () {
     'use strict';
@@ -12,8 +12,8 @@ var pagoraFind = (function () {
     const blanks = /[ \t\n\f\r]+/g;
     const isBlank = (unit) => unit === 32 || (unit >= 9 && unit <= 13 && unit !== 11);
 
-    // The text nodes of the body with the place at which each starts, and all their text without white space. Made when it
-    // is asked for, and again after the page has changed.
+    // The text nodes of the body with the place at which each starts, and their whole text without white space. Created
+    // on request, and again after the page has changed.
     let index = null;
     const changes = new MutationObserver(() => { index = null; });
 
@@ -50,7 +50,7 @@ var pagoraFind = (function () {
         return index;
     }
 
-    // The text node at a place and the offset in it.
+    // Returns the text node at a place and the offset in it.
     function nodeAt(place) {
         const { nodes, starts } = textIndex();
         let low = 0;
@@ -76,8 +76,8 @@ var pagoraFind = (function () {
         return null;
     }
 
-    // The place of a text that the program found in the file. If the page differs from the file, returns the nearest place
-    // with the same text; -1 if there is none.
+    // Returns the place of a text that the program found in the file. If the page differs from the file, it is the
+    // nearest place with the same text; -1 if there is none.
     function actualStart(start, text) {
         const whole = textIndex().text;
         const wanted = text.replace(blanks, '');
@@ -108,7 +108,7 @@ var pagoraFind = (function () {
 
     const firstBox = (boxes) => Array.prototype.find.call(boxes, (box) => box.height > 0);
 
-    // The first box of the range, or of the nearest element around it that is seen.
+    // Returns the first box of the range, or of the nearest visible element around it.
     function boxOf(range) {
         let box = firstBox(range.getClientRects());
         for (let element = range.startContainer.parentElement; !box && element; element = element.parentElement)
@@ -116,7 +116,7 @@ var pagoraFind = (function () {
         return box;
     }
 
-    // How far the page that shows the box is from the start of the strip.
+    // Returns the distance of the page with the box from the start of the strip.
     function pageOffsetOf(box) {
         if (!box)
             return -1;
@@ -127,7 +127,7 @@ var pagoraFind = (function () {
         return Math.max(0, Math.min(Math.floor((across + 1) / innerWidth) * innerWidth, end));
     }
 
-    // Removing a highlight from the registry does not repaint, so the highlights stay registered and are emptied.
+    // Removing a highlight from the registry does not repaint. Therefore highlights stay registered and are emptied.
     const highlights = new Map([['pagora-found', 0], ['pagora-current', 1]].map(([name, priority]) => {
         const highlight = new Highlight();
         highlight.priority = priority;
@@ -142,9 +142,9 @@ var pagoraFind = (function () {
     }
 
     return {
-        // For the scripts that come after this one.
+        // Used by the scripts that run after this one.
         text: { textIndex, actualStart, rangeAt, rangeOf, boxOf, pageOffsetOf },
-        // Each match is its start, its end and its text. `current` is the one that is gone to, or null.
+        // Each match is [start, end, text]. `current` is the selected match, or null.
         paint(matches, current) {
             const isThere = (range) => range;
             paint('pagora-found', matches.map(rangeOf).filter(isThere));
@@ -154,12 +154,12 @@ var pagoraFind = (function () {
             for (const highlight of highlights.values())
                 highlight.clear();
         },
-        // The offset of the page on which a match begins; -1 where the page has no such text.
+        // Returns the offset of the page on which a match begins; -1 if the page does not have the text.
         offsetOfText(match) {
             const range = rangeOf(match);
             return range ? pageOffsetOf(boxOf(range)) : -1;
         },
-        // How many of the matches, which are in order, begin before the page that is shown.
+        // Returns the number of matches before the shown page. The matches are in the order of the text.
         countBefore(matches) {
             const x = window.pageXOffset;
             const isBefore = (match) => {
@@ -177,7 +177,7 @@ var pagoraFind = (function () {
             }
             return low;
         },
-        // The offset of the page on which an element begins; -1 without that element.
+        // Returns the offset of the page on which an element begins; -1 if there is no such element.
         offsetOfElement(id) {
             const element = Document.prototype.getElementById.call(document, id);
             if (!element)

@@ -1,8 +1,9 @@
-// Runs in the reader's own script world of every page, before page-fit.js. Handles the ends of columns.
+// Runs in the reader's script world of every page, before page-fit.js. Handles the ends of columns.
 
 // Marks headings with the room that they need below them, so that no heading is the last line of a column. The style
 // sheet adds that room as an empty box inside the heading, which the engine does not divide, and the text below is laid
-// out over it. Pairs of a heading and the element after it are kept for `pagoraFitBreaks`, which handles the rest.
+// out over it. Pairs of a heading and the element after it are kept for `pagoraFitBreaks`, which handles the remaining
+// cases.
 var pagoraKeepHeadings = (function () {
     'use strict';
 
@@ -11,12 +12,12 @@ var pagoraKeepHeadings = (function () {
     const linesBelow = 2;
     const wholes = /^(?:canvas|figure|iframe|img|math|object|svg|table|video)$/;
     const clear = 'rgba(0, 0, 0, 0)';
-    // An object that cannot be shown has text and pictures in its place.
+    // If an object cannot be shown, its text and pictures are shown instead.
     const showsFallback = (element) => element.localName === 'object' && element.firstElementChild
         && Element.prototype.getClientRects.call(element.firstElementChild).length > 0;
     const isWhole = (element) => wholes.test(element.localName) && !showsFallback(element);
 
-    // Whether the added box would be visible or take room.
+    // Returns whether the added box would be visible or occupy space.
     const hasOwnBox = (style, { pixels }) => style.backgroundColor !== clear || style.backgroundImage !== 'none'
         || style.overflow !== 'visible' || pixels(style.borderBottomWidth) + pixels(style.paddingBottom) > 0
         || !/^(?:block|list-item)$/.test(style.display) || style.float !== 'none' || style.position !== 'static';
@@ -27,11 +28,11 @@ var pagoraKeepHeadings = (function () {
         return first && first.nodeType === Node.ELEMENT_NODE ? first : null;
     };
 
-    // An element without content is passed over.
+    // Elements without content are skipped.
     const isSeen = (element) => isHeading(element) || isWhole(element) || /\S/.test(element.textContent)
         || Element.prototype.querySelector.call(element, 'canvas, iframe, img, object, svg, video');
 
-    // The next heading, undivided element or text after an element, in document order.
+    // Returns the next heading, undivided element or text after an element, in document order.
     function nextOf(element, body) {
         let next = elementAfter(element, body);
         while (next && !isSeen(next))
@@ -48,7 +49,7 @@ var pagoraKeepHeadings = (function () {
         return next && next !== body ? next.nextElementSibling : null;
     }
 
-    // A picture may float in its figure, and then goes to another column without it.
+    // A picture may float in its figure, and may then be in another column.
     const pictureIn = (whole) => (whole.localName === 'figure' && Element.prototype.querySelector.call(whole, 'img')) || whole;
 
     const startsWithPicture = (whole) => pictureIn(whole) !== whole && startsWithElement(whole)
@@ -60,7 +61,7 @@ var pagoraKeepHeadings = (function () {
         const lines = linesBelow * (pixels(bodyStyle.lineHeight) || 1.4 * pixels(bodyStyle.fontSize));
         const rooms = new Map();
         const headings = [];
-        // From the last one, as a heading may follow another.
+        // In reverse order, because a heading may follow another.
         for (const heading of all(selector).reverse()) {
             const next = nextOf(heading, strip.body);
             const style = styleOf(heading);
@@ -75,7 +76,7 @@ var pagoraKeepHeadings = (function () {
             const own = heading.offsetHeight + Math.max(0, pixels(style.marginTop));
             const isTooHigh = (height) => own + height + below > strip.height;
             if (isTooHigh(room) && startsWithPicture(next)) {
-                // The caption goes on in the next column.
+                // The caption continues in the next column.
                 room = tools.boxOf(pictureIn(next)).height + lines;
                 if (!isTooHigh(room))
                     later.push([next, 'divided']);
@@ -90,7 +91,7 @@ var pagoraKeepHeadings = (function () {
     };
 })();
 
-// Which column a box stands in, counted in reading direction.
+// Returns the index of the column that contains a box, in reading direction.
 var pagoraColumnOf = (strip, box) => {
     'use strict';
 
@@ -100,8 +101,8 @@ var pagoraColumnOf = (strip, box) => {
     return Math.floor((along + strip.gap / 2) / strip.step);
 };
 
-// Has the engine lay out everything again: it keeps a line, or the place of a picture, of which it does not see that it
-// depends on a change. It does so only when the height of the columns has been another one.
+// Forces a complete layout by changing the height of the columns. The engine reuses lines and positions of pictures
+// because it does not detect all changes on which they depend.
 var pagoraLayOutAnew = (body) => {
     'use strict';
 
@@ -113,11 +114,11 @@ var pagoraLayOutAnew = (body) => {
     setHeight(height, priority);
 };
 
-// Keeps pictures and rows of tables whole at the ends of columns, and headings with their text.
+// Keeps pictures and table rows undivided at the ends of columns, and headings together with their text.
 var pagoraFitBreaks = (function () {
     'use strict';
 
-    // What is moved to the next column moves everything after it.
+    // Moving an element to the next column moves everything after it, so the process is repeated.
     const maxRounds = 24;
     const has = (element, name) => Element.prototype.hasAttribute.call(element, 'data-pagora-' + name);
 
@@ -126,7 +127,7 @@ var pagoraFitBreaks = (function () {
         return rects.length > 1 && Array.from(rects).every((rect) => rect.height > 0.5);
     };
 
-    // A float of a single line of text, of which each column has a part.
+    // Returns whether a float of a single line of text is divided between columns.
     function isCutLine(float, { styleOf, pixels }) {
         const rects = Array.from(Element.prototype.getClientRects.call(float));
         const height = rects.reduce((sum, rect) => sum + rect.height, 0);
@@ -134,7 +135,7 @@ var pagoraFitBreaks = (function () {
         return rects.length > 1 && height < 1.5 * (pixels(style.lineHeight) || 1.4 * pixels(style.fontSize));
     }
 
-    // Floats are cut where a column ends below them. Says whether something was marked.
+    // Moves floats that a column's end divides. Returns whether an element was marked.
     function moveCut(floats, tools) {
         const { mark, standsAlone, containerOf } = tools;
         const cut = Array.from(document.images).filter(isCut);
@@ -158,14 +159,15 @@ var pagoraFitBreaks = (function () {
             mark(floating, floating === image && standsAlone(image, containerOf(image)) ? 'block' : 'inline');
             isNew = true;
         }
-        // One only: it moves the others.
+        // Only one is moved at a time, because it moves the others.
         const stuck = !isNew && cut.find((image) => !has(image, 'next'));
         if (stuck)
             mark(stuck, 'next');
         return isNew || !!stuck;
     }
 
-    // A heading with nothing of what it is about in its column. Says whether there was one; it moves those after it.
+    // Moves a heading if the content below it begins in another column. Returns whether there was one. Only one is
+    // moved at a time, because it moves the others.
     function moveLoneHeading(strip, { mark, headings }) {
         const lone = headings.find(([heading, next]) => {
             if (has(heading, 'next'))
@@ -192,7 +194,7 @@ var pagoraFitBreaks = (function () {
     };
 })();
 
-// Whether all of the chapter stands in the first of several columns.
+// Returns whether the whole chapter is in the first of several columns.
 var pagoraIsSingle = (function () {
     'use strict';
 

@@ -1,4 +1,4 @@
-// Runs in the reader's own script world of every page, before page-fit.js. Handles floats at the ends of columns.
+// Runs in the reader's script world of every page, before page-fit.js. Handles floats at the ends of columns.
 
 // Handles floats at the end of a column. The engine shortens a line beside such a float, and may then move the line to the
 // next column without making it longer again. The mark gives the float a smaller bottom margin: it ends with the last line
@@ -6,7 +6,7 @@
 var pagoraFreeLastLines = (function () {
     'use strict';
 
-    // A freed line takes more words, so that another line may be moved.
+    // A freed line takes more words, which may move another line.
     const maxRounds = 4;
     // At most two lines are moved together, as widows.
     const linesAtEnd = 3;
@@ -14,7 +14,8 @@ var pagoraFreeLastLines = (function () {
     const isSeen = (rect) => rect.width > 0.5 && rect.height > 0.5;
     const boxesOf = (element) => Array.from(Element.prototype.getClientRects.call(element)).filter(isSeen);
 
-    // The lines of text after a float: those in its own column, and the first one of another column, with its node.
+    // Returns the lines of text after a float: those in its own column, and the first line in another column, with its
+    // node.
     function linesAfter(strip, float, column) {
         const nodes = Document.prototype.createTreeWalker.call(document, strip.body, NodeFilter.SHOW_TEXT);
         nodes.currentNode = float;
@@ -33,7 +34,7 @@ var pagoraFreeLastLines = (function () {
         return { beside };
     }
 
-    // The box of a float that reaches the last lines of its column; null for other elements.
+    // Returns the box of a float that reaches the last lines of its column; null for other elements.
     function boxAtEnd(strip, float, { styleOf, pixels, containerOf }) {
         const style = styleOf(float);
         const box = style.float === 'none' ? null : boxesOf(float).pop();
@@ -45,7 +46,7 @@ var pagoraFreeLastLines = (function () {
         return box.bottom + pixels(style.marginBottom) > end - linesAtEnd * line ? box : null;
     }
 
-    // Whether the float's block formatting context has that node too.
+    // Returns whether the float's block formatting context contains the node.
     function shapes(float, node, { styleOf }) {
         let around = float.parentElement;
         while (around && !Node.prototype.contains.call(around, node)) {
@@ -58,8 +59,8 @@ var pagoraFreeLastLines = (function () {
         return true;
     }
 
-    // The bottom margin with which the float ends above the first line of the next column; null where that line is not
-    // short.
+    // Returns the bottom margin with which the float ends above the first line of the next column; null if that line is
+    // not shortened.
     function marginOf(strip, float, tools) {
         const box = boxAtEnd(strip, float, tools);
         if (!box)
@@ -68,7 +69,7 @@ var pagoraFreeLastLines = (function () {
         const { beside, first, node } = linesAfter(strip, float, column);
         if (!first || pagoraColumnOf(strip, first) !== column + 1 || !shapes(float, node, tools))
             return null;
-        // A block that begins in the next column has been laid out there.
+        // A block that begins in the next column was laid out there.
         if (!boxesOf(tools.containerOf(node)).some((rect) => pagoraColumnOf(strip, rect) === column))
             return null;
         const shift = strip.rightToLeft ? -strip.step : strip.step;
@@ -82,7 +83,7 @@ var pagoraFreeLastLines = (function () {
     const overlap = (one, other) => Math.min(one.right, other.right) - Math.max(one.left, other.left) > 1
         && Math.min(one.bottom, other.bottom) - Math.max(one.top, other.top) > 1;
 
-    // Whether text or another float is laid out over the float, which has moved.
+    // Returns whether text or another float overlaps the float, which has moved.
     function isCovered(strip, float, candidates) {
         const box = boxesOf(float).pop();
         return box && (linesAfter(strip, float, pagoraColumnOf(strip, box)).beside.some((rect) => overlap(rect, box))

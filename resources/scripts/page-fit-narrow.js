@@ -1,14 +1,14 @@
-// Runs in the reader's own script world of every page, before page-fit.js. Handles large margins, large titles and long
+// Runs in the reader's script world of every page, before page-fit.js. Handles large margins, large titles and long
 // words in narrow columns.
 
-// Marks blocks whose margins leave no room for text, with smaller margins.
+// Marks blocks with smaller margins if their margins leave no room for text.
 var pagoraFitInsets = (function () {
     'use strict';
 
-    // Blocks of a sort have the same margins. The number of blocks that are measured for each sort.
+    // Blocks of the same kind have the same margins. This is the number of blocks that are measured for each kind.
     const sampleSize = 8;
-    // Room for the sign of a list's entry: the size of the letters so many times, and as much of the column for all of the
-    // lists together.
+    // Room for the marker of a list item, in em, and the maximum for all nested lists together, as a fraction of the
+    // column.
     const roomForSign = 1.3;
     const shareForSigns = 0.3;
     const isList = (block) => /^[ou]l$/.test(block.localName);
@@ -19,7 +19,7 @@ var pagoraFitInsets = (function () {
     const sides = ['marginLeft', 'marginRight', 'paddingLeft', 'paddingRight'];
     const sum = (lengths) => lengths.reduce((total, each) => total + each, 0);
 
-    // The greatest width that the padding of such blocks takes, and the size of their letters.
+    // Returns the maximum width of the padding of these blocks, and their font size.
     function measureSort(blocks, { styleOf, pixels }) {
         const found = { padding: 0, size: 0 };
         for (const block of blocks.slice(0, sampleSize)) {
@@ -30,7 +30,7 @@ var pagoraFitInsets = (function () {
         return found;
     }
 
-    // The blocks from this one out to the body; null where something else than margins decides how wide it is.
+    // Returns the blocks from this one out to the body; null if anything but margins determines the block's width.
     function blocksAround(block, strip, { styleOf, isInline }) {
         const around = [];
         for (let each = block; each && each !== strip.body; each = each.parentElement) {
@@ -45,7 +45,7 @@ var pagoraFitInsets = (function () {
         return around;
     }
 
-    // The margins and the padding of a block in the share that there is room for.
+    // Returns the margins and the padding of a block, reduced to the fraction for which there is room.
     function insets({ block, style }, share, largest, { pixels }) {
         const lengths = {};
         for (const side of sides)
@@ -55,7 +55,7 @@ var pagoraFitInsets = (function () {
             const room = Math.min(largest, roomForSign * pixels(style.fontSize));
             lengths[start] = Math.max(lengths[start], Math.min(pixels(style[start]), room));
         }
-        // A hanging first line keeps its share of the room.
+        // A hanging first line keeps its fraction of the room.
         const indent = pixels(style.textIndent);
         lengths.textIndent = indent < 0 ? indent * share : indent;
         return Object.fromEntries(Object.entries(lengths).map(([name, length]) => [name, length.toFixed(2) + 'px']));
@@ -95,16 +95,16 @@ var pagoraFitInsets = (function () {
 var pagoraFitTitles = (function () {
     'use strict';
 
-    // Of a line.
+    // Minimum number of letters in a line.
     const minLetters = 14;
     const headings = 'h1, h2, h3, h4, h5, h6';
     const maxWordLength = (text) => Math.max(0, ...text.split(/[\s\u00AD\u2010-\u2015-]+/).map((word) => word.length));
-    // Letters of a title, which may be bold and capitals, are no wider than so many of the text's.
+    // A title's letters, which may be bold capitals, are at most this many times as wide as the text's letters.
     const maxLetterRatio = 1.6;
 
     const pen = Document.prototype.createElementNS.call(document, 'http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
 
-    // The width of the title's letters, as a share of their size.
+    // Returns the average width of the title's letters, as a fraction of the font size.
     function letterOf(text, style) {
         const isCapital = style.textTransform === 'uppercase' || /small-caps/.test(style.fontVariantCaps);
         pen.font = `${style.fontStyle} ${style.fontWeight} 100px ${style.fontFamily}`;
@@ -131,18 +131,19 @@ var pagoraFitTitles = (function () {
             if (fitting >= size)
                 continue;
             const fitted = Math.max(fitting, bodySize);
-            // Where the letters become no smaller, they are set closer.
+            // If the font size cannot be reduced, the letter spacing is.
             const closer = Math.max(0, Math.min(spacing, room / letters / fitted - letterOf(text, style)));
             later.push([title, 'title', { title: (fitted / rootSize).toFixed(4) + 'rem', spacing: closer.toFixed(4) + 'em' }]);
         }
     };
 })();
 
-// Marks verses, and what takes little more than a line: a part of a word alone in the second line reads badly.
+// Disables hyphenation in verses, and in entries that are slightly longer than a line, where the rest of a word would
+// be alone in the second line.
 var pagoraKeepWords = (function () {
     'use strict';
 
-    // In lines of fewer letters words are hyphenated everywhere.
+    // In shorter lines, words are hyphenated everywhere.
     const fewestInWideLine = 32;
     const shareOfSecondLine = 0.5;
 
@@ -164,12 +165,12 @@ var pagoraKeepWords = (function () {
 var pagoraFitWords = (function () {
     'use strict';
 
-    // Between two places where a line may end; scripts without spaces end lines anywhere.
+    // The characters between two line break opportunities. Scripts without spaces break lines anywhere.
     const unbroken = '[^ \\t\\n\\r\\f\\u00AD\\u200B\\u2010-\\u2015\\u0E00-\\u0EFF\\u1000-\\u109F\\u1780-\\u17FF\\u2E80-\\uA4CF'
         + '\\uAC00-\\uD7AF\\uF900-\\uFAFF\\uFE30-\\uFE4F\\uFF00-\\uFFEF-]';
-    // Words up to this share of a line have room even in lists within lists.
+    // Words up to this fraction of a line fit even in nested lists.
     const surelyFits = 0.4;
-    // The hyphen after which a line may end stands in that line.
+    // The hyphen before a line break is in the same line.
     const wordsOver = (length) => new RegExp(unbroken + '{' + (length + 1) + ',}[-\\u00AD\\u2010-\\u2015]?', 'g');
 
     // The length of the longest word of the page's text; computed on first use.
@@ -195,7 +196,7 @@ var pagoraFitWords = (function () {
         return { limit, found };
     }
 
-    // The blocks of words of which a part is wider than its line.
+    // Returns the blocks with a word of which a part is wider than its line.
     function tooNarrow(strip, containerOf) {
         const column = strip.step - strip.gap;
         const blocks = new Set();
@@ -206,18 +207,18 @@ var pagoraFitWords = (function () {
             range.setStart(node, start);
             range.setEnd(node, start + length);
             const block = containerOf(node);
-            // A table grows with its words, and is made to fit as a whole.
+            // A table grows with its words, and is fitted as a whole.
             const isInCell = /^(?:td|th)$/.test(block.localName);
             const isTooWide = (box) => box.width > column + 1 || (!isInCell && (sticksOut(box, strip)
                 || (block !== strip.body && block.clientWidth && box.width > block.clientWidth + 1)));
-            // A word may be hyphenated, and the rest of it still be too long.
+            // A word may be hyphenated and its parts still be too long.
             if (Array.from(range.getClientRects()).some(isTooWide))
                 blocks.add(block);
         }
         return blocks;
     }
 
-    // Marks the blocks of long words, and then those that hyphenation lets stick out even so.
+    // Marks the blocks of long words, and then those that still overflow with hyphenation.
     function fit(strip, book, { styleOf, pixels, containerOf, letter, narrowest, step }) {
         const column = strip.step - strip.gap;
         const titles = book.titles.filter((title) => title.scrollWidth > title.clientWidth && title.clientWidth > 0);

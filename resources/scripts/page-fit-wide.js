@@ -1,4 +1,4 @@
-// Runs in the reader's own script world of every page, before page-fit.js. Handles tables, equations and words that are
+// Runs in the reader's script world of every page, before page-fit.js. Handles tables, equations and words that are
 // wider than their column.
 
 // Marks tables and equations that overflow their columns. Each step measures everything, then sets marks.
@@ -9,7 +9,7 @@ var pagoraFitWide = (function () {
     // The minimum font size, in tenths of the original.
     const minShare = 6;
 
-    // The font size that makes an element fit, in tenths, rounded down; 10 when it fits already.
+    // Returns the font size with which an element fits, in tenths, rounded down; 10 if it already fits.
     const tenths = (room, needed) => (needed <= room + 1 ? steps : Math.floor(steps * room / needed));
 
     // --- Equations ---------------------------------------------------------------------------------------------------
@@ -24,7 +24,7 @@ var pagoraFitWide = (function () {
             .filter(([, box]) => box.width > 0);
         const wide = [];
         for (const [math, box] of equations) {
-            // Most are far narrower than the column.
+            // Most equations are far narrower than the column.
             const rest = strip.step - strip.gap;
             if (box.width <= rest / 2 && box.height <= strip.height)
                 continue;
@@ -47,12 +47,12 @@ var pagoraFitWide = (function () {
 
     // --- Tables ------------------------------------------------------------------------------------------------------
 
-    // In sizes of the letters.
+    // In em.
     const narrowCell = 5.5;
     const manyLines = 2.6;
     const minCharacters = 8;
 
-    // Cells that have room for one word in a line.
+    // Returns the cells that have room for only one word in a line.
     function narrowCells(table, tools) {
         const narrow = [];
         for (const cell of Element.prototype.querySelectorAll.call(table, 'td, th')) {
@@ -68,7 +68,7 @@ var pagoraFitWide = (function () {
         return narrow;
     }
 
-    // Whether the table only sets paragraphs side by side: few rows, and much text in the narrow cells.
+    // Tables that only arrange paragraphs side by side have few rows, and much text in the narrow cells.
     const maxRowsOfProse = 4;
     const lettersOfProse = 80;
     const isProse = (table, cells) => cells.length > 1 && table.rows.length <= maxRowsOfProse
@@ -104,7 +104,7 @@ var pagoraFitWide = (function () {
             tools.mark(table, 'scrolls');
     }
 
-    // A table that is higher than a column is divided. In smaller letters it may fit.
+    // A table that is taller than a column is divided. With a smaller font size it may fit.
     function keepWhole(strip, { all, mark }) {
         const heightOf = (table) => Array.from(Element.prototype.getClientRects.call(table))
             .reduce((sum, rect) => sum + rect.height, 0);
@@ -121,8 +121,8 @@ var pagoraFitWide = (function () {
     };
 })();
 
-// Moves rows of long tables that would be cut to the next column; says whether there were any. `tools.pushes` keeps by how
-// much rows were pushed where that was not foreseen.
+// Moves rows of long tables that would be divided to the next column. Returns whether there were any. `tools.pushes`
+// contains the heights of pushes that differ from the computed ones.
 var pagoraFitRows = (function () {
     'use strict';
 
@@ -133,7 +133,7 @@ var pagoraFitRows = (function () {
     const pushOf = (row) => parseFloat(Array.from(row.cells, (cell) =>
         Element.prototype.getAttribute.call(cell, 'data-pagora-push')).find((value) => value !== null)) || 0;
 
-    // The heights of rows in a column without an end, which divides none of them.
+    // Returns the heights of rows in an endless column, which divides none of them.
     function wholeHeights(tables, body) {
         const height = body.style.getPropertyValue('height');
         const priority = body.style.getPropertyPriority('height');
@@ -145,7 +145,7 @@ var pagoraFitRows = (function () {
         return heights;
     }
 
-    // Fills the row up to the column's end; 0 takes that back. Says whether that is new.
+    // Extends the row to the column's end; 0 undoes that. Returns whether this is a change.
     function push(row, height, tools) {
         if (Math.abs(pushOf(row) - height) < 0.5)
             return false;
@@ -186,8 +186,8 @@ var pagoraFitRows = (function () {
         return rows.map((row, i) => push(row, wanted[i], tools)).includes(true) || pushFirstCut(rows, strip, tools);
     }
 
-    // The engine may divide the table at another place than was expected. Keeps what it takes to push the first row that is
-    // still cut; it moves those after it.
+    // The engine may divide the table at a different place. Stores the height that pushes the first row that is still
+    // divided. Only one row is pushed at a time, because it moves those after it.
     function pushFirstCut(rows, strip, tools) {
         const i = rows.findIndex((row, at) => at > 0 && isCut(row, strip));
         if (i < 1)

@@ -1,30 +1,30 @@
-// Runs in the reader's own script world of every page, before the page has any content. Finds elements that do not fit
+// Runs in the reader's script world of every page, before the page has any content. Finds elements that do not fit
 // into the columns and marks them. The style sheet page.css has a rule for each mark:
 //
 //   data-pagora-alone   a float that leaves no room for text beside it: text starts below it
 //   data-pagora-block   a picture without text in its line: becomes a block, which is not divided and has nothing beside it
-//   data-pagora-inline  a float at a column's end, where it would be cut: it stands in its line
-//   data-pagora-ends    a float at a column's end: ends above the lines that stand in the next column
-//   data-pagora-inflow  a positioned picture that covers text: is put into the flow
+//   data-pagora-inline  a float at a column's end that would divide it: becomes an inline box
+//   data-pagora-ends    a float at a column's end: ends above the lines of the next column
+//   data-pagora-inflow  a positioned picture that covers text: becomes part of the flow
 //   data-pagora-fits    a picture that is wider than its container: is limited to that width
-//   data-pagora-raised  letters above or below their line: do not widen it
+//   data-pagora-raised  superscripts and subscripts: do not change the line height
 //   data-pagora-beside  a picture with text beside it: gets a margin
-//   data-pagora-next    a picture that would be cut, or a heading that would be separated from its text: starts a column
+//   data-pagora-next    a picture that would be divided, or a heading without its text: starts a column
 //   data-pagora-parts   a box that is taller than a column: may be divided
 //   data-pagora-divided a block with `break-inside: avoid` that is taller than a column, alone or with its heading: may be
 //                       divided
 //   data-pagora-whole   a box with a border or a background: is not divided
 //   data-pagora-keeps   a heading: reserves room for the lines below it
-//   data-pagora-manual  text in which the engine hyphenates words so that a line sticks out: it does not there
+//   data-pagora-manual  text in which hyphenation by the engine would make a line overflow: is not hyphenated
 //   data-pagora-tight   a block whose margins leave no room for text: gets smaller margins
-//   data-pagora-title   a title that has room for one word in a line: gets a smaller font size
+//   data-pagora-title   a title with room for only one word in a line: gets a smaller font size
 //   data-pagora-single  a chapter of at most one column: is centred on the page
 //   data-pagora-wide    a table that is wider than its column
-//   data-pagora-stacked a table that only sets paragraphs side by side: its cells are stacked in a narrow column
-//   data-pagora-narrow  a cell that has room for one word in a line
+//   data-pagora-stacked a table that only arranges paragraphs side by side: its cells are stacked in a narrow column
+//   data-pagora-narrow  a cell with room for only one word in a line
 //   data-pagora-small   a table or an equation in a smaller font size, in tenths
 //   data-pagora-scrolls an element that is still too wide: scrolls horizontally
-//   data-pagora-push    a row of a table that is followed by a column break, so that the next row is not cut
+//   data-pagora-push    a row of a table that is followed by a column break, so that the next row is not divided
 //   data-pagora-long    text with a word that is longer than the line
 //
 // Each step measures everything before it sets marks, so that it causes at most one layout.
@@ -41,7 +41,7 @@ var pagoraFit = (function () {
     // The minimum number of average letters in a readable line beside a picture.
     const minLetters = 20;
 
-    // Where the element begins, and its size as if no column's end divided it.
+    // Returns the position of the element, and its size as if no column's end divided it.
     function boxOf(element) {
         const parts = Array.from(Element.prototype.getClientRects.call(element));
         if (parts.length < 2)
@@ -52,7 +52,7 @@ var pagoraFit = (function () {
 
     // --- Marks -------------------------------------------------------------------------------------------------------
 
-    // The marks that were set, to be removed before the next layout: pairs of an element and the name of the mark.
+    // The marks that were set: pairs of an element and a mark's name. They are removed before the next layout.
     let marked = [];
     const focusable = new WeakSet();
 
@@ -78,16 +78,16 @@ var pagoraFit = (function () {
             pagoraLayOutAnew(book.body);
     }
 
-    // --- What the book has -------------------------------------------------------------------------------------------
+    // --- Content of the book -----------------------------------------------------------------------------------------
 
-    // Elements with the same name and class are of one sort. Only the first ones of each sort are measured.
+    // Elements with the same name and class are of the same kind. Only the first ones of each kind are measured.
     const sampleSize = 8;
     const sizeOfTitles = 1.3;
-    // Letters of a verse or an entry of a list that takes little more than a line.
+    // Maximum number of letters of a verse or a list entry that is slightly longer than a line.
     const longestEntry = 120;
     const clear = 'rgba(0, 0, 0, 0)';
 
-    // The body and its elements that may need a mark, in one list for each kind. Made by `survey`, once for each body.
+    // The body and its elements that may need a mark, in one list for each kind. Created by `survey`, once per body.
     let book = null;
 
     function sortOf(element, bodySize) {
@@ -139,7 +139,7 @@ var pagoraFit = (function () {
             entries: flat('entries'), titles: flat('titles'), undivided: flat('undivided'), framed: flat('framed'), insets: found.insets };
     }
 
-    // --- Boxes around ------------------------------------------------------------------------------------------------
+    // --- Containing boxes --------------------------------------------------------------------------------------------
 
     function containerOf(element) {
         let container = element.parentElement;
@@ -148,7 +148,7 @@ var pagoraFit = (function () {
         return container || element;
     }
 
-    // The room for text in a block, in the column where it begins.
+    // Returns the room for text in a block, in the column where it begins.
     function roomIn(container, strip) {
         const style = styleOf(container);
         const around = container === strip.body ? 0
@@ -159,7 +159,7 @@ var pagoraFit = (function () {
         return { width: Math.min(width, strip.step - strip.gap), size: pixels(style.fontSize), style };
     }
 
-    // The width of the text's letters, as a share of the font's size.
+    // Returns the average width of the text's letters, as a fraction of the font size.
     function letterWidth(body) {
         const sample = body.textContent.slice(0, 4000).replace(/\s+/g, ' ').slice(0, 400);
         const style = styleOf(body);
@@ -175,7 +175,7 @@ var pagoraFit = (function () {
     const isBlank = (node) => node.nodeType === Node.COMMENT_NODE
         || (node.nodeType === Node.TEXT_NODE && !/\S/.test(node.data));
 
-    // Whether the element has no text in its line.
+    // Returns whether the element has no text in its line.
     function standsAlone(element, container) {
         for (let inner = element; inner && inner !== container; inner = inner.parentElement) {
             for (const step of ['previousSibling', 'nextSibling']) {
@@ -191,7 +191,7 @@ var pagoraFit = (function () {
         return true;
     }
 
-    // Whether the book centres the element.
+    // Returns whether the book centres the element.
     const isCentred = (container, room) => /center/.test(room.style.textAlign) || /^(?:figure|center)$/.test(container.localName);
 
     // The margin between a picture and the text beside it, in em.
@@ -228,7 +228,7 @@ var pagoraFit = (function () {
                     && pagoraColumnOf(strip, other) === pagoraColumnOf(strip, box))
                     rest -= other.width;
             }
-            // Where its container has margins, as a figure, the text after it would stand in these.
+            // In a container with margins, such as a figure, the text after the float would be laid out in the margins.
             if (isImage && rest <= 1 && room.width < strip.step - strip.gap - 1 && standsAlone(float, container)) {
                 later.push([float, 'block']);
                 continue;
@@ -262,7 +262,7 @@ var pagoraFit = (function () {
         mark(element, name);
     }
 
-    // Pictures that the reader's layout scripts do not limit.
+    // Limits the pictures that the reader's layout scripts do not limit.
     function fitPictures(strip, later) {
         for (const picture of all('body canvas, body embed, body iframe, body object, body svg, body video')) {
             const box = boxOf(picture);
@@ -276,9 +276,9 @@ var pagoraFit = (function () {
         }
     }
 
-    // --- Boxes that cannot be divided --------------------------------------------------------------------------------
+    // --- Boxes that are not divided ----------------------------------------------------------------------------------
 
-    // A higher frame, as a share of the column, would leave too much of the previous column empty.
+    // Maximum height of a frame as a fraction of the column. A taller one would leave too much empty space before it.
     const maxFrameShare = 0.4;
 
     // Margins are not divided either.
@@ -287,7 +287,7 @@ var pagoraFit = (function () {
         return boxOf(atom).height + pixels(style.marginTop) + pixels(style.marginBottom) > strip.height;
     }
 
-    // What stands in a divided row of boxes is one that cannot be divided itself, now that the row is gone.
+    // The boxes in a divided row may themselves be undivided boxes that are too tall.
     function fitAtomsWithin(strip, later) {
         for (const [outer, name] of marked) {
             for (const inner of name === 'parts' ? outer.children : []) {
@@ -312,11 +312,11 @@ var pagoraFit = (function () {
         }
     }
 
-    // --- All of it ---------------------------------------------------------------------------------------------------
+    // --- Steps -------------------------------------------------------------------------------------------------------
 
     let fittedTo = '';
     let loads = 0;
-    // Elements that were loaded, or failed, since the last fitting. Load events do not reach the window.
+    // Elements that were loaded or have failed since the last fitting. Load events do not reach the window.
     const arrived = new Set();
     for (const name of ['load', 'error'])
         document.addEventListener(name, (event) => event.target instanceof Element && arrived.add(event.target), true);
@@ -331,18 +331,18 @@ var pagoraFit = (function () {
     if (document.fonts)
         document.fonts.addEventListener('loadingdone', () => ++loads);
 
-    // The greatest size of pictures, which the reader sets on each of them.
+    // The maximum size of pictures, which the reader sets on each of them.
     const maxPictureSize = () => Array.from(document.images).slice(0, 1)
         .map((image) => ['max-width', 'max-height'].map((name) => image.style.getPropertyValue(name))).join();
 
     const keyOf = (strip) => {
         const style = styleOf(strip.body);
-        // A chapter in the middle of the page has a column of its own; what the reader asks for is in the marks.
+        // A chapter of a single column is centred and has its own column width. The reader's values are in the marks.
         return [attribute.call(strip.body.parentElement, 'data-pagora-columns'), strip.body.clientWidth, strip.step,
             strip.gap, strip.height, strip.reach, style.fontSize, style.fontFamily, maxPictureSize(), loads].join();
     };
 
-    // `later` holds an element, the name of a mark and, perhaps, a length or several by their names.
+    // `later` contains the element, the name of the mark and optionally a length, or lengths by name.
     function apply(later) {
         for (const [element, name, value] of later) {
             if (typeof value === 'object')

@@ -3,39 +3,40 @@
 // the page's nodes nor its layout.
 //
 // When the engine draws a line, it compares the line with each range of each registered highlight and looks up a style for
-// each highlight. So only marks near the shown page are registered, and only the colours that they have. The engine also
-// draws up to a page ahead in both directions and keeps that. The marks there are registered before it is drawn, so that
-// a page turn draws nothing twice.
+// each highlight. Therefore only marks near the shown page are registered, and only their colours. The engine also draws
+// and caches up to a page in both directions. The marks there are registered before, so that a page turn draws nothing
+// twice.
 
 var pagoraMarks = (function () {
     'use strict';
 
     const { textIndex, actualStart, rangeAt, rangeOf, boxOf, pageOffsetOf } = pagoraFind.text;
     const colors = ['yellow', 'orange', 'pink', 'purple', 'blue', 'green'];
-    // More are not registered at once, and only up to the second number those of more than one page on each side.
+    // The maximum number of registered marks. Above the second number, only those of one page on each side are
+    // registered.
     const maxRegistered = 1000;
     const maxBeside = 64;
     const maxPagesBeside = 3;
-    // Milliseconds from a page turn until marks are registered for the next ones.
+    // Milliseconds from a page turn until the marks of the next pages are registered.
     const idleTime = 250;
     const bodyOf = Object.getOwnPropertyDescriptor(Document.prototype, 'body').get;
     const blanks = /[ \t\n\f\r]+/g;
     const unitsIn = (text) => text.replace(blanks, '').length;
     const post = (text) => window.webkit.messageHandlers.pagora.postMessage(pagoraLoad + ' ' + text);
 
-    // The marks of the chapter in the order of their starts, with the range of each once it is asked for.
+    // The marks of the chapter in the order of their starts. The range of each is created on request.
     let marks = [];
-    // For each mark, the one that ends last of those up to it.
+    // For each mark, the mark with the latest end among those up to it.
     let reaching = [];
-    // Those that are registered, and the part of the strip whose marks they are.
+    // The registered marks, and the part of the strip to which they belong.
     let registered = [];
     const nothing = { near: Infinity, far: -Infinity };
     let covered = nothing;
-    // Where the shown page begins on the strip.
+    // The start of the shown page on the strip.
     let shownAt = 0;
     let timer = 0;
 
-    // The place of a position in the page.
+    // Returns the place of a position in the page.
     function placeOf(container, offset) {
         const { nodes, starts, text } = textIndex();
         const position = new Range();
@@ -55,7 +56,7 @@ var pagoraMarks = (function () {
         return low < nodes.length ? starts[low] : text.length;
     }
 
-    // The first place of a page at this offset or after it.
+    // Returns the first place on a page that starts at this offset, or after it.
     function placeOnPage(offset) {
         let low = 0;
         let high = textIndex().text.length;
@@ -74,8 +75,8 @@ var pagoraMarks = (function () {
         return mark.range ? Array.prototype.filter.call(mark.range.getClientRects(), (box) => box.height > 0) : [];
     }
 
-    // How far along the strip a character of a mark is. A place that is not seen, as in text that is hidden, is where the
-    // element around it is. Known until the layout changes.
+    // Returns the distance of a mark's character along the strip. For invisible text it is that of the element around
+    // it. Cached until the layout changes.
     let isRightToLeft = false;
     function placeAlong(place, isEnd) {
         const range = rangeAt(place, place + 1);
@@ -102,7 +103,7 @@ var pagoraMarks = (function () {
         covered = nothing;
     }
 
-    // The first index from `low` on for which the test holds; it holds for all after that one too.
+    // Returns the first index from `low` on for which the test holds. It must hold for all later ones as well.
     function firstIndex(low, test) {
         let high = marks.length;
         while (low < high) {
@@ -123,8 +124,8 @@ var pagoraMarks = (function () {
         return some.filter((mark) => mark.range);
     }
 
-    // The part of the strip that the shown page takes, with that many pages before and after it. A fixed page is seen as a
-    // whole.
+    // Returns the part of the strip that the shown page occupies, with the given numbers of pages before and after it.
+    // A fixed page is visible as a whole.
     function partOfStrip(before, after) {
         if (!pagoraLaysOut)
             return { near: 0, far: 0 };
@@ -137,15 +138,15 @@ var pagoraMarks = (function () {
     function marksIn({ near, far }) {
         if (!pagoraLaysOut)
             return marks.slice(0, maxRegistered);
-        // Marks that begin before it may reach into it.
+        // Marks that begin before the part may reach into it.
         const reaches = firstIndex(0, (index) => endAlong(reaching[index]) > near);
         const begins = firstIndex(reaches, (index) => startAlong(marks[index]) >= near);
         const ends = firstIndex(begins, (index) => startAlong(marks[index]) >= far);
         return marks.slice(reaches, begins).filter((mark) => endAlong(mark) > near).concat(marks.slice(begins, ends));
     }
 
-    // Ranges that a highlight begins with do not make the engine draw them, and a range that is added does, whether the
-    // highlight is registered or not.
+    // The initial ranges of a highlight do not make the engine draw them. Adding a range does, whether the highlight is
+    // registered or not.
     const drawAgain = (range) => new Highlight().add(range);
 
     function drawAllAgain(some) {
@@ -183,7 +184,8 @@ var pagoraMarks = (function () {
         register('note', some.filter((mark) => mark.hasNote));
     }
 
-    // Registers the marks on both sides of the shown page. Draws them if the page may have been drawn without its marks.
+    // Registers the marks on both sides of the shown page. Redraws them if the page may have been drawn without its
+    // marks.
     function update() {
         clearTimeout(timer);
         timer = 0;
@@ -198,8 +200,8 @@ var pagoraMarks = (function () {
             drawAllAgain(registered);
     }
 
-    // The page has been turned. What the engine draws now are the new page and the one ahead; the one behind is drawn. The
-    // rest is done when the person reads.
+    // Called after a page turn. The engine now draws the new page and the one ahead; the one behind is already drawn.
+    // The other marks are registered when the page is idle.
     function follow() {
         const page = partOfStrip(0, 0);
         if (!marks.length || !isCovered(page))
@@ -214,7 +216,7 @@ var pagoraMarks = (function () {
         timer = setTimeout(update, idleTime);
     }
 
-    // The event comes before the page is drawn in its new place.
+    // The event is sent before the page is drawn in its new place.
     window.addEventListener('scroll', (event) => {
         if (event.target === document)
             follow();
@@ -223,7 +225,7 @@ var pagoraMarks = (function () {
     const keyOf = ({ number, start, end, color, hasNote }) => [number, start, end, color, hasNote].join(' ');
     const isWithin = (box, x, y) => x >= box.left && x <= box.right && y >= box.top && y <= box.bottom;
 
-    // The mark that is painted at a point of the page, the shortest of several.
+    // Returns the mark at a point of the page; the shortest if there are several.
     function markAt(x, y) {
         let found = null;
         for (const mark of registered) {
@@ -234,7 +236,7 @@ var pagoraMarks = (function () {
         return found;
     }
 
-    // Whether a line of it is on the page.
+    // Reports a press on the mark. Returns whether a line of it is on the page.
     function tell(mark) {
         const box = boxesOf(mark).find((line) => line.right > 0 && line.left < innerWidth);
         if (box)
@@ -273,18 +275,18 @@ var pagoraMarks = (function () {
             }
             forgetLayout();
             update();
-            // Those that are gone may still be on what was drawn of other pages.
+            // Removed marks may still be visible where other pages were drawn.
             for (const { range } of before.values()) {
                 if (range)
                     drawAgain(range);
             }
         },
-        // For a page whose layout has changed.
+        // Called for a page whose layout has changed.
         update() {
             forgetLayout();
             update();
         },
-        // The start, end and characters of the selection; empty if nothing is selected.
+        // Returns the start, end and characters of the selection; empty if nothing is selected.
         selection() {
             const selection = window.getSelection();
             if (!selection || selection.isCollapsed || !selection.rangeCount)
@@ -303,7 +305,7 @@ var pagoraMarks = (function () {
             if (selection)
                 selection.removeAllRanges();
         },
-        // The first place of the shown page, times 2^26, plus the first place after the page.
+        // Returns the first place of the shown page, times 2^26, plus the first place after the page.
         pageSpan() {
             const offset = window.pageXOffset;
             const end = Math.max(0, bodyOf.call(document).scrollWidth - innerWidth);

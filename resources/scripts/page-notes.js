@@ -1,5 +1,5 @@
-// Runs in the reader's own script world of every page, before the page has any content. Tells the program which reference
-// to a note the user points at: by resting the pointer on it, with Shift+Enter, or by a long press.
+// Runs in the reader's script world of every page, before the page has any content. Reports which reference to a note
+// the user points at: by resting the pointer on it, with Shift+Enter, or by a long press.
 
 (function () {
     'use strict';
@@ -22,7 +22,7 @@
         return align === 'super' || align === 'text-top' || align === 'top' || parseFloat(align) > 0;
     }
 
-    // The reference around the element, if it leads to a place of the book.
+    // Returns the reference around the element, if it leads to a place in the book.
     function referenceAt(target) {
         const link = target instanceof Element ? target.closest('a') : null;
         if (!link || !pagoraLaysOut || !/^file:.*#./i.test(link.href || ''))
@@ -43,7 +43,7 @@
             post(['note', how, box.left, box.top, box.width, box.height, link.href].join(' '));
     }
 
-    // As if the person had pressed Shift+Enter on the element. Whether it is a reference.
+    // Does what Shift+Enter on the element does. Returns whether it is a reference.
     window.pagoraAskForNote = (element) => {
         const link = referenceAt(element);
         if (link)

@@ -1,8 +1,8 @@
-// Runs in the reader's own script world of every page, before the page has any content. A click on a picture without
-// another function enlarges it to the size of the view, until the next click, the Escape key or a page turn. The enlarged
-// picture is a sibling of the body, so that the layout of the page does not change.
+// Runs in the reader's script world of every page, before the page has any content. A click on a picture without
+// another function enlarges it to the size of the view, until the next click, the Escape key or a page turn. The
+// enlarged picture is a sibling of the body, so that the layout of the page does not change.
 
-// Whether the program shows a picture that is a file, and no picture is shown here but where it cannot.
+// True if the program shows pictures that are files. This script then shows a picture only if the program cannot.
 var pagoraHandsPicturesOver = false;
 
 // Removes the enlarged picture, if there is one.
@@ -38,7 +38,7 @@ var pagoraClosePicture = (function () {
 
     function pictureAt(target) {
         const picture = target instanceof Element ? target.closest('img, object[type^="image/"], svg') : null;
-        // The outermost SVG element. Drawings of the size of letters do not count.
+        // The outermost SVG element. Drawings of the size of letters are ignored.
         const whole = picture && (picture.ownerSVGElement || picture);
         const box = whole && Element.prototype.getBoundingClientRect.call(whole);
         const minSize = 2 * parseFloat(getComputedStyle(document.body).fontSize);
@@ -64,7 +64,7 @@ var pagoraClosePicture = (function () {
         takeKeys(true);
     }
 
-    // The file that the picture is, or that all of the drawing is; empty where it is none.
+    // Returns the file of the picture, or the only picture of a drawing; empty if it is not a file.
     function fileOf(picture) {
         if (picture instanceof HTMLImageElement)
             return picture.currentSrc;
@@ -77,7 +77,7 @@ var pagoraClosePicture = (function () {
 
     let handedOver = null;
 
-    // As if the person had pressed on the element.
+    // Does what a press on the element does.
     window.pagoraPressPicture = (element) => {
         const picture = pictureAt(element);
         const file = picture && pagoraHandsPicturesOver ? fileOf(picture) : '';
@@ -87,7 +87,7 @@ var pagoraClosePicture = (function () {
         } else if (picture)
             show(picture);
     };
-    // The program could not show the one that was pressed last.
+    // Called if the program could not show the last picture that was pressed.
     window.pagoraShowPictureHere = () => handedOver && handedOver.isConnected && show(handedOver);
 
     window.addEventListener('click', (event) => {

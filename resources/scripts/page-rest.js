@@ -1,5 +1,5 @@
-// Runs in the reader's own script world of every page, after page-start.js. Tells the program whether the idle page is drawn
-// exactly as it would be after the book is reopened at the same place.
+// Runs in the reader's script world of every page, after page-start.js. Reports whether the idle page is drawn exactly
+// as it would be after the book is reopened at the same place.
 
 (function () {
     'use strict';
@@ -10,7 +10,7 @@
     const activeElementOf = getterOf('activeElement');
     const fontsOf = getterOf('fonts');
     const port = window.webkit.messageHandlers.pagora;
-    // Of a search in the book.
+    // The highlights of a search in the book.
     const passing = ['pagora-found', 'pagora-current'];
 
     function isAsOpened() {
@@ -24,7 +24,7 @@
             && fontsOf.call(document).status !== 'loading';
     }
 
-    // Once what is laid out now has been drawn.
+    // A message that is sent in a frame callback arrives after the frame was drawn.
     const drawings = new MessageChannel();
     drawings.port1.onmessage = (event) => port.postMessage(
         pagoraLoad + ' rests ' + event.data + ' ' + (isAsOpened() ? 1 : 0));

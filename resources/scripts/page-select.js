@@ -1,16 +1,16 @@
-// Runs in the reader's own script world of every page, before the page has any content. It tells the program which text
-// the person has selected and where it is on the page. The program then shows what can be done with it.
+// Runs in the reader's script world of every page, before the page has any content. Reports the text that the user has
+// selected and its position on the page. The program then shows actions for it.
 
 var pagoraSelection = (function () {
     'use strict';
 
-    // The shortest time between two messages, in milliseconds: a page can change its selection all the time.
+    // The minimum time between two messages, in milliseconds. A page can change its selection all the time.
     const interval = 100;
-    // In characters.
+    // Maximum length of the reported text, in characters.
     const maxTold = 300;
     const maxCopied = 1000000;
     const maxBoxes = 8;
-    // What is not read with the text around it.
+    // Elements that are not part of the surrounding text.
     const skipped = /^(?:annotation|desc|head|metadata|noscript|rp|rt|script|style|template|title)$/i;
 
     const port = window.webkit.messageHandlers.pagora;
@@ -23,7 +23,7 @@ var pagoraSelection = (function () {
         return selection && selection.rangeCount && !selection.isCollapsed ? selection.getRangeAt(0) : null;
     }
 
-    // --- Its text ----------------------------------------------------------------------------------------------------
+    // --- Selected text -----------------------------------------------------------------------------------------------
 
     function blockAround(node) {
         let element = node.parentElement;
@@ -32,7 +32,7 @@ var pagoraSelection = (function () {
         return element;
     }
 
-    // In one line, without soft hyphens and the readings above characters.
+    // Returns the text in one line, without soft hyphens and ruby annotations.
     function textOf(range) {
         const { startContainer: first, endContainer: last } = range;
         const walker = Document.prototype.createTreeWalker.call(document, document,
@@ -55,7 +55,7 @@ var pagoraSelection = (function () {
         return Array.from(line).slice(0, maxTold).join('').toWellFormed();
     }
 
-    // --- Its place ---------------------------------------------------------------------------------------------------
+    // --- Position ----------------------------------------------------------------------------------------------------
 
     const boundsOf = (a, b) => ({
         left: Math.min(a.left, b.left),
@@ -66,7 +66,7 @@ var pagoraSelection = (function () {
     const isBeside = (box, other) => box.left >= other.right - 1 || box.right <= other.left + 1;
     const middleOf = (box) => (box.top + box.bottom) / 2;
 
-    // What is seen of the selected text: a box for each column, and its first and last lines.
+    // Returns the visible part of the selected text: a box for each column, and its first and last lines.
     function placeOf(range) {
         const columns = [];
         let first = null;
@@ -98,16 +98,16 @@ var pagoraSelection = (function () {
         return first && { columns, first, last };
     }
 
-    // --- Telling -----------------------------------------------------------------------------------------------------
+    // --- Reports -----------------------------------------------------------------------------------------------------
 
     const wordsOf = (box) => [box.left, box.top, box.right - box.left, box.bottom - box.top].join(' ');
     const post = (text) => port.postMessage(pagoraLoad + ' selection' + text);
 
-    // Whether the program shows what it was told.
+    // True if the program shows the reported selection.
     let isTold = false;
-    // While a button of the mouse is down, the selection is not complete.
+    // While a mouse button is pressed, the selection is not complete.
     let isPressed = false;
-    // When the next message may be sent.
+    // Time at which the next message may be sent.
     let nextTime = 0;
     let timer = 0;
     let wantedWay = '';
@@ -161,21 +161,21 @@ var pagoraSelection = (function () {
         if (isTold && !isPressed)
             tellSoon('change');
     });
-    // The text is no longer where it was.
+    // The text has moved.
     for (const type of ['scroll', 'resize'])
         listen(type, takeBack);
 
     return {
-        // Tells the selection because a key asks for it. Whether there is one.
+        // Reports the selection on request of a key. Returns whether there is one.
         ask() {
             if (!selectedRange())
                 return false;
             tellSoon('key');
             return true;
         },
-        // The program no longer shows it.
+        // Called when the program no longer shows the selection.
         forget,
-        // The whole text, as the engine would copy it, without soft hyphens.
+        // Returns the whole text as the engine would copy it, without soft hyphens.
         text: () => String(selectionOf.call(document)).slice(0, maxCopied).replace(/\u00ad/g, '').toWellFormed(),
     };
 })();

@@ -1,7 +1,7 @@
-// Runs in the reader's own script world of every page, after page-start.js: the text that a page shows, for assistive
-// technology.
+// Runs in the reader's script world of every page, after page-start.js. Returns the text that a page shows, for
+// assistive technology.
 
-// The document's title in one line, then the text that is seen, each paragraph on a line.
+// Returns the document's title in one line, then the visible text, with one line for each paragraph.
 var pagoraShownText = (function () {
     'use strict';
 
@@ -11,7 +11,7 @@ var pagoraShownText = (function () {
     const maxLineLength = 200;
     const probeStep = 6;
 
-    // The first of these points that has text, as a range without length.
+    // Returns the first of these points that has text, as an empty range.
     function textAt(points) {
         for (const [x, y] of points) {
             const place = Document.prototype.caretRangeFromPoint.call(document, x, y);
@@ -21,7 +21,7 @@ var pagoraShownText = (function () {
         return null;
     }
 
-    // From the first text at the page's beginning to the last one at its end; a page without columns is taken whole.
+    // Returns the text from the start of the page to its end; a page without columns is returned as a whole.
     function shownText() {
         const strip = pagoraFit(pagoraMeasureStrip);
         const body = bodyOf.call(document);
@@ -39,8 +39,8 @@ var pagoraShownText = (function () {
         return textBetween(first.startContainer, endOfLine(first, -1), last.startContainer, endOfLine(last, 1));
     }
 
-    // How far the line at that place goes on in the same node, backwards or on: where text of both directions meets, the
-    // edge of the line is in the middle of its text.
+    // Returns how far the line at that place extends in the same node, backwards or forwards. In text of both
+    // directions, the edge of a line may be in the middle of its text.
     function endOfLine(place, step) {
         const range = new Range();
         const { startContainer: node, startOffset: offset } = place;
@@ -69,7 +69,7 @@ var pagoraShownText = (function () {
         return element;
     }
 
-    // The text from one place to another, a line for each block.
+    // Returns the text from one place to another, with one line for each block.
     function textBetween(first, firstOffset, last, lastOffset) {
         const nodes = Document.prototype.createTreeWalker.call(
             document, bodyOf.call(document), NodeFilter.SHOW_TEXT);

@@ -1,11 +1,11 @@
-// Runs in the reader's own script world of every page, before the page has any content. It makes the page measure and
-// scroll the way the page arithmetic expects: distances count down the text as if it had never been broken into columns,
-// positions count from the start of the strip in reading direction, and nobody but the reader moves the page.
+// Runs in the reader's script world of every page, before the page has any content. Makes the page measure and scroll
+// as the page arithmetic expects: vertical distances are those of the text in a single column, positions are relative
+// to the start of the strip in reading direction, and only the reader scrolls the page.
 //
-// What the page may shadow by naming its elements is taken from the prototypes.
+// Functions that the page can shadow by naming its elements are taken from the prototypes.
 
-// What the program says of a page, by a script that runs after this one: the number of its load, whether the reader lays
-// it out, and in how many columns. The page with which the engine is warmed up has none.
+// Set by a script of the program that runs after this one: the number of the load, whether the reader lays the page
+// out, and the number of columns. Not set for the warm-up page.
 var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
 
 (function () {
@@ -27,7 +27,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
 
     // --- Styles ------------------------------------------------------------------------------------------------------
 
-    // What the reader sets on a text page holds against what the book calls important.
+    // The reader's styles of a text page override important declarations of the book.
     const readersStyles = {
         background: 'background',
         backgroundColor: 'background-color',
@@ -44,8 +44,8 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         webkitColumnGap: 'column-gap',
         webkitColumnWidth: 'column-width',
     };
-    // The number of columns, which the reader asks for by their count, or by the width of a single one, is a mark for
-    // style sheets.
+    // Mark with the number of columns for style sheets. The reader sets the number itself, or the width of a single
+    // column.
     const columnMark = 'data-pagora-columns';
     window.pagoraMarkColumns = (count) => {
         const root = rootOf.call(document);
@@ -59,7 +59,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
             pagoraMarkColumns('1');
     }
 
-    // The language of the text, where the document does not say it.
+    // Sets the language of the text if the document does not declare one.
     window.pagoraSetLanguage = (language) => {
         const root = rootOf.call(document);
         const says = (name) => Element.prototype.hasAttribute.call(root, name);
@@ -67,7 +67,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
             Element.prototype.setAttribute.call(root, 'lang', language);
     };
 
-    // The colour of the page's own ground, without blanks, for what surrounds it; "none" where it has none.
+    // The background of the page for the program, without blanks; "none" if there is none.
     const clear = 'rgba(0, 0, 0, 0)';
     let paper = '';
     window.pagoraTellPaper = () => {
@@ -79,7 +79,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         paper = ground;
     };
 
-    // Behind the text of a dark theme, drawings without a ground of their own get one.
+    // Gives drawings without a background a light one in a dark theme.
     const groundMark = 'data-pagora-dark';
     function backgroundIsAskedFor(style, value) {
         const body = bodyOf.call(document);
@@ -94,13 +94,13 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
 
     const setProperty = CSSStyleDeclaration.prototype.setProperty;
     const isSupported = CSS.supports;
-    // A family in whose name a word begins with a digit is not understood without quotes.
+    // A font family with a word that begins with a digit must be quoted.
     const quotedFamily = (family) => (isSupported.call(CSS, 'font-family', family)
         ? family : '"' + family.replace(/["\\]/g, '\\$&') + '"');
     let styles = Object.getPrototypeOf(Document.prototype.createElement.call(document, 'p').style);
     while (!Object.prototype.hasOwnProperty.call(styles, 'webkitColumnWidth'))
         styles = Object.getPrototypeOf(styles);
-    // The width that the reader takes for a column's leaves out the margins of a wide view.
+    // The column width that the reader computes does not include the margins of a wide view.
     const asSet = {
         fontFamily: quotedFamily,
         maxWidth: (value) => 'min(' + value + ', 100%)',
@@ -122,8 +122,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         });
     }
 
-    // The strip of columns in which the body is laid out, with everything fitted into it; null when the body has no
-    // columns.
+    // Returns the strip of columns of the body, with everything fitted into it; null if the body has no columns.
     const columnStrip = () => pagoraFit(pagoraMeasureStrip);
 
     // --- Positions ---------------------------------------------------------------------------------------------------
@@ -134,10 +133,10 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     };
 
     let stripLength = 0;
-    // The engine rounds the width of a column down, so that its pages are a little shorter than the reader's.
+    // The engine rounds the column width down, so its pages are slightly narrower than the reader's.
     let pageShare = 1;
 
-    // Lets the view scroll to the end of the strip, margin included.
+    // Lets the view scroll to the end of the strip, including the margin.
     function extendStrip() {
         const strip = columnStrip();
         const length = strip ? strip.length : 0;
@@ -152,7 +151,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         style.setProperty('right', rightToLeft ? end : 'auto', 'important');
     }
 
-    // Where the reader put the page, from the start of the strip, and what the engine makes of it.
+    // The position that the reader set, from the start of the strip, and the resulting position of the engine.
     let readerX = 0;
     let positionX = 0;
     let positionY = 0;
@@ -162,7 +161,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
     function place(x, y) {
         pagoraClosePicture();
         extendStrip();
-        // Something that sticks out would let the view scroll beyond the strip.
+        // Overflowing elements would let the view scroll beyond the strip.
         if (stripLength)
             x = Math.max(0, Math.min(x, stripLength - innerWidth));
         const engineX = Math.round(x * pageShare);
@@ -172,17 +171,17 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         positionY = nativeScrollY.call(window);
     }
 
-    // How far from the start of the reader's strip something is that is so far from the view's start.
+    // Converts a distance from the start of the view to a distance from the start of the reader's strip.
     window.pagoraAlong = (distance) => (currentX() + distance) / pageShare;
 
-    // Text of another size, font or width may make the strip shorter than where the page is.
+    // A change of text size, font or width may make the strip end before the page's position.
     function followStrip() {
         if (positionX > 0)
             place(readerX, positionY);
     }
     window.pagoraFollowStrip = followStrip;
 
-    // Once the script that changes the styles has run. At its start a page is on the strip, however long that is.
+    // Deferred until the script that changes the styles has run. A page at the start is always within the strip.
     let followsStrip = false;
     function followStripSoon() {
         if (followsStrip || positionX === 0)
@@ -194,7 +193,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         });
     }
 
-    // Undoes what the keyboard, a search, a selection, the page's scripts or the engine itself have scrolled.
+    // Undoes scrolling by the keyboard, a search, a selection, the page's scripts or the engine.
     function restorePosition() {
         if (currentX() !== positionX || nativeScrollY.call(window) !== positionY)
             place(readerX, positionY);
@@ -225,10 +224,10 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
             restorePosition();
     }, { capture: true, passive: true });
 
-    // Elements of other languages have no styles, where the reader expects each to have some.
+    // Elements of other languages have no `style`, but the reader expects one.
     Object.defineProperty(Element.prototype, 'style', { configurable: true, get: () => ({}) });
 
-    // --- Distances down the text -------------------------------------------------------------------------------------
+    // --- Vertical distances ------------------------------------------------------------------------------------------
 
     const replacedElements = /^(?:audio|canvas|embed|hr|iframe|img|input|math|object|svg|video)$/i;
     const maxNodes = 500;
@@ -241,7 +240,7 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         return null;
     };
 
-    // The box of the first thing in the element that is seen: a character, an image, a rule.
+    // Returns the box of the first visible content in the element: a character, an image, a rule.
     function firstVisibleBox(element) {
         const range = new Range();
         const nodes = Document.prototype.createTreeWalker.call(
@@ -264,7 +263,8 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         return Element.prototype.getClientRects.call(element)[0] || null;
     }
 
-    // Column by column down to the element; missing where the engine's own answer holds.
+    // Returns the distance to the element as if the columns were below each other; undefined if the engine's own value
+    // applies.
     function distanceDownTheText(element) {
         const strip = columnStrip();
         if (!strip || element === strip.body || !Node.prototype.contains.call(strip.body, element))
@@ -291,31 +291,31 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         },
     });
 
-    // --- What the page waits for -------------------------------------------------------------------------------------
+    // --- Pending resources -------------------------------------------------------------------------------------------
 
-    // Style sheets that have come or failed.
+    // Style sheets that have arrived or failed.
     const settledLinks = new WeakSet();
     for (const name of ['load', 'error'])
         document.addEventListener(name, (event) => event.target instanceof Element && settledLinks.add(event.target), true);
 
-    // Those on which the page's layout still depends.
+    // Returns the style sheets on which the page's layout still depends.
     window.pagoraAwaitedStyles = () => {
         const links = Document.prototype.querySelectorAll.call(document, 'link[rel~="stylesheet" i][href]');
         return Array.from(links).filter((link) => !link.sheet && !settledLinks.has(link) && !link.disabled
             && !link.relList.contains('alternate') && (!link.media || matchMedia(link.media).matches));
     };
 
-    // --- What the program wants to know ------------------------------------------------------------------------------
+    // --- Reports to the program --------------------------------------------------------------------------------------
 
     const takesKeys = (node) => node instanceof Element
         && (/^(?:audio|button|input|select|summary|textarea|video)$/i.test(node.localName) || node.isContentEditable
             || Element.prototype.hasAttribute.call(node, 'data-pagora-scrolls'));
 
-    // Only what the engine itself tells: the page can send as many events as it likes.
+    // Only events of the engine itself are used, because the page can send any number of events.
     const listen = (type, act) => window.addEventListener(type, (event) => event.isTrusted && act(event), true);
 
-    // A control that the page itself gives the focus does not take the keys from the reader: only one that the person has
-    // pressed, or come to with Tab. Escape takes them away again.
+    // A control gets the keys only if the user has pressed it or moved to it with Tab, not if the page itself focuses
+    // it. Escape returns the keys to the reader.
     const tabTimeout = 1000;
     let pressed = null;
     let lastTab = -Infinity;
@@ -341,13 +341,13 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         post('keys ' + (isWanted && takesKeys(event.target) ? 1 : 0));
     });
     listen('focusout', () => post('keys 0'));
-    // Once what is laid out now has been drawn: a message goes out after the frame in which it was sent.
+    // A message that is sent in a frame callback arrives after the frame was drawn.
     const paintings = new MessageChannel();
     paintings.port1.onmessage = (event) => post('painted ' + event.data);
     window.pagoraReportPaint = (number) => {
         requestAnimationFrame(() => paintings.port2.postMessage(number));
     };
-    // When the page's beginning has been drawn. What the program says of the page comes after this script.
+    // Reports the first drawing of the page. `pagoraLaysOut` is read then, because it is set after this script.
     new PerformanceObserver(() => pagoraLaysOut && post('begun')).observe({ type: 'paint', buffered: true });
     listen('resize', () => post('size ' + innerWidth + ' ' + innerHeight));
 })();

@@ -1,16 +1,16 @@
-// Runs in the reader's own script world of every page, before page-fit.js. Measures the strip of columns in which the
-// body is laid out.
+// Runs in the reader's script world of every page, before page-fit.js. Measures the strip of columns in which the body
+// is laid out.
 
-// Measures the strip; null when the body has no columns. Lengths are in pixels, and exact:
+// Returns the measured strip; null if the body has no columns. Lengths are in pixels and not rounded:
 //
 //   body, rightToLeft          the body and its direction
-//   step, gap                  from column to column, and between two of them
-//   height                     of a column
+//   step, gap                  distance between the starts of two columns, and space between them
+//   height                     height of a column
 //   paddingLeft, paddingRight, paddingTop
-//   reach                      how far the content reaches
-//   length                     of the reader's strip, which is a whole number of views
-//   columnsOfPage              how many columns a view shows
-//   pageShare                  the width of the engine's pages, as a share of the view's
+//   reach                      extent of the content
+//   length                     length of the reader's strip, a whole number of views
+//   columnsOfPage              number of columns in a view
+//   pageShare                  width of the engine's pages, as a fraction of the view's width
 var pagoraMeasureStrip = (function () {
     'use strict';
 
@@ -21,8 +21,8 @@ var pagoraMeasureStrip = (function () {
     const nativeScrollWidth = getterOf(Element.prototype, 'scrollWidth');
     const pixels = (length) => parseFloat(length) || 0;
 
-    // The extent of the body's content. In quirks mode the body's scroll width is that of the view, which includes the end
-    // of the strip.
+    // Returns the extent of the body's content. In quirks mode the body's scroll width is that of the view, which
+    // includes the end of the strip.
     function reachOf(body) {
         if (compatModeOf.call(document) !== 'BackCompat')
             return nativeScrollWidth.call(body);
@@ -58,11 +58,11 @@ var pagoraMeasureStrip = (function () {
         const columnsOfPage = Math.min(count || Infinity, fitting);
         const rightToLeft = style.direction === 'rtl';
         const step = roundedDown((content + gap) / columnsOfPage);
-        // Up to the end of the column into which something sticks out, with the margin after it: the engine leaves that
-        // out of what overflows the body.
+        // Extends to the end of the column into which content overflows, with the margin after it. The engine does not
+        // include that in the body's overflow.
         const reach = reachOf(body);
         const columns = Math.ceil((reach - (rightToLeft ? paddingRight : paddingLeft) + gap - 2) / step);
-        // Rounds up to whole pages, so that an empty column may follow the last one.
+        // Rounds up to whole pages, so an empty column may follow the last one.
         const pages = reach > body.clientWidth ? Math.ceil(columns / columnsOfPage) : 1;
         return {
             body,

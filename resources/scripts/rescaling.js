@@ -1,5 +1,5 @@
-// Scales a fixed-layout page so that all of it is visible, in its own proportion and centred in the view. Runs
-// after jQuery in the reader's own script world, once a load; `init` is called before the first `scale`.
+// Scales a fixed-layout page so that all of it is visible, with its aspect ratio and centred in the view. Runs after
+// jQuery in the reader's script world, once per load; `init` is called before the first `scale`.
 
 // The scale from the page's own pixels to those of the view.
 var Xscale = 1;
@@ -27,16 +27,16 @@ var rescaling = rescaling || (function () {
             element.style.setProperty(name, properties[name], 'important');
     }
 
-    // --- The page's own size -----------------------------------------------------------------------------------------
+    // --- Size of the page --------------------------------------------------------------------------------------------
 
-    // A length with an optional unit, in pixels; 0 when it cannot be used.
+    // Parses a length with an optional unit. Returns pixels; 0 if it cannot be used.
     function pixels(text) {
         const parts = /^\s*\+?(\d*\.?\d+(?:e[+-]?\d+)?)\s*([a-z%]*)\s*$/i.exec(text || '');
         const length = parts ? parts[1] * pixelsPerUnit[parts[2].toLowerCase()] : 0;
         return isUsable(length) ? length : 0;
     }
 
-    // The size in the viewport declaration, in any order and with any separators.
+    // Returns the size in the viewport declaration, in any order and with any separators.
     function viewportSize() {
         const size = { width: 0, height: 0 };
         $('meta').filter(function () {
@@ -56,7 +56,7 @@ var rescaling = rescaling || (function () {
         return { width: pixels(svg.getAttribute('width')), height: pixels(svg.getAttribute('height')) };
     }
 
-    // The one picture that the page is, if it is one.
+    // Returns the picture if the page consists of a single one.
     function onlyPicture() {
         let element = $('body')[0];
         while (element && !$(element).is('img, svg')) {
@@ -84,7 +84,7 @@ var rescaling = rescaling || (function () {
         });
     }
 
-    // The size as the page comes to lie in the view, with what is known of it already.
+    // Returns the size of the page's layout in the view, completed with the known lengths.
     function laidOutSize(size) {
         if (size.width)
             setImportant(root, { width: size.width + 'px' });
@@ -104,7 +104,7 @@ var rescaling = rescaling || (function () {
         if (said.width && said.height)
             return said;
         if (isDrawing) {
-            // A drawing without a size takes the usual one, or the proportion of a square.
+            // A drawing with one length is treated as a square; without lengths, it gets the size of the view.
             const other = said.width || said.height;
             return other ? { width: other, height: other } : { width: innerWidth, height: innerHeight };
         }
@@ -117,7 +117,7 @@ var rescaling = rescaling || (function () {
         return laidOutSize(said);
     }
 
-    // --- Its place in the view ---------------------------------------------------------------------------------------
+    // --- Position in the view ----------------------------------------------------------------------------------------
 
     function place() {
         const width = page.width * Xscale;
@@ -159,7 +159,7 @@ var rescaling = rescaling || (function () {
         Object.assign(page, pageSize());
         if (isDrawing && !root.hasAttribute('viewBox'))
             root.setAttribute('viewBox', '0 0 ' + page.width + ' ' + page.height);
-        // Runs before the view is drawn in its new size.
+        // Resize events are sent before the view is drawn in its new size.
         window.addEventListener('resize', rescale);
         observer.observe(root, { attributes: true, attributeFilter: ['style'] });
     }
@@ -172,12 +172,12 @@ function init() {
     rescaling.prepare();
 }
 
-// Fits the page to the view as it is now.
+// Fits the page to the present view.
 function scale() {
     rescaling.rescale();
 }
 
-// The page's own width in pixels, or that of the view ('win').
+// Returns the page's own width in pixels, or that of the view ('win').
 function getWidth(of) {
     return Math.round(of === 'win' ? innerWidth : rescaling.page.width);
 }

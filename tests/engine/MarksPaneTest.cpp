@@ -192,6 +192,11 @@ TEST_F(MarksPaneTest, MenuOfTheListAsksForTheFileOfAnExport)
     EXPECT_EQ(gtk_file_chooser_get_action(chooser), GTK_FILE_CHOOSER_ACTION_SAVE);
     g_autofree char* name = gtk_file_chooser_get_current_name(chooser);
     EXPECT_STREQ(name, "Marks.md");
+    // The dialog goes to the parent of its first folder if it gets another one while it reads that.
+    ASSERT_TRUE(waitUntil([&] {
+        g_autoptr(GFile) first = gtk_file_chooser_get_current_folder(chooser);
+        return first != nullptr;
+    }));
     g_autoptr(GFile) inFolder = g_file_new_for_path(folder.path().c_str());
     gtk_file_chooser_set_current_folder(chooser, inFolder, nullptr);
     ASSERT_TRUE(waitUntil([&] {

@@ -9,7 +9,7 @@ namespace pagora::bench {
 // archives are sparse files with a name and a size but no content. The numbers of the books follow `firstNumber`.
 void makeCatalogue(const std::string& home, std::size_t count, std::size_t firstNumber = 100'000);
 
-// The program's folders in a home folder.
+// Return the program's folders in a home folder.
 std::string libraryFolderIn(const std::string& home);
 std::string defaultsFolderIn(const std::string& home);
 std::string cachesFolderIn(const std::string& home);

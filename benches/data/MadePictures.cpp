@@ -18,7 +18,7 @@ using Covers = std::array<std::string, differentCovers>;
 
 using Colour = std::array<double, 3>;
 
-// The change of colour along a side.
+// Returns the change of colour along a side.
 std::vector<Colour> wave(int length, MadeText& random)
 {
     Colour turns {};

@@ -7,15 +7,16 @@
 
 namespace pagora::bench {
 
-// JPEG pictures as bytes: gradients with noise, like a photographed cover. `quality` is from 1 to 100.
+// Returns a JPEG picture: gradients with noise, like a photographed cover. `quality` is from 1 to 100.
 std::string madePicture(int width, int height, int quality, MadeText& random);
 
-// 900 by 1400 pixels in about 150 kB. Only a few different ones, because making one is slow.
+// Returns a cover of 900 by 1400 pixels in about 150 kB. There are only a few different ones, because creating one is
+// slow.
 const std::string& madeCover(std::size_t number);
-// The scaled cover that the library stores.
+// Returns the scaled cover that the library stores.
 const std::string& madeSmallCover(std::size_t number);
 
-// A picture followed by noise up to exactly `size` bytes, which decoders ignore.
+// Returns a picture followed by noise up to exactly `size` bytes. Decoders ignore the noise.
 std::string paddedPicture(std::size_t size, MadeText& random);
 
 }

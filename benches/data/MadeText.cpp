@@ -16,7 +16,7 @@ constexpr std::array vowels { "a", "e", "i", "o", "u", "ea", "ou" };
 constexpr std::array endings { "", "n", "r", "s", "l", "nd", "t" };
 constexpr std::array small { "the", "and", "of", "to", "in", "a", "that", "was", "it", "his", "her", "with" };
 
-// Pages are composed of this many sentences, because generating new ones is slow.
+// Pages consist of this many different sentences, because generating new ones is slow.
 constexpr std::size_t differentSentences = 4'000;
 
 std::vector<std::string> makeSentences()

@@ -7,7 +7,8 @@
 
 namespace pagora::bench {
 
-// Generates words, sentences and pages. The same seed gives the same text on every machine. One thread per object.
+// Generates words, sentences and pages. The same seed gives the same text on every machine. Use each object on one
+// thread only.
 class MadeText {
 public:
     explicit MadeText(std::uint64_t seed)
@@ -15,18 +16,18 @@ public:
     {
     }
 
-    // A number from 0 up to below `end`.
+    // Returns a number in [0, end).
     std::size_t number(std::size_t end) { return static_cast<std::size_t>(_random() % end); }
     std::string word();
-    // A few words, each with a capital.
+    // Returns a few words, each with a capital.
     std::string title();
-    // Two words, each with a capital.
+    // Returns two words, each with a capital.
     std::string name();
     std::string sentence();
-    // Bytes that do not compress.
+    // Returns bytes that do not compress.
     std::string noise(std::size_t size);
 
-    // A page of paragraphs below a heading, of about this many bytes.
+    // Returns a page of paragraphs below a heading, of about this many bytes.
     std::string chapter(const std::string& heading, std::size_t size);
 
 private:

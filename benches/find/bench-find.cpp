@@ -1,4 +1,4 @@
-// Searches a book of 11 MB as the reader does, and the same files by grep and by a plain program on libxml2:
+// Searches a book of 11 MB as the reader does, and the same files with grep and with a plain program on libxml2:
 // bench-find FOLDER NAME...
 
 #include "benches/data/MadeText.hpp"

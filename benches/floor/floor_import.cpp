@@ -31,7 +31,7 @@ std::string read(zip_t* archive, const std::string& name)
     return bytes;
 }
 
-// The value of the first attribute of that name behind `from`.
+// Returns the value of the first attribute of that name after `from`.
 std::string attribute(const std::string& text, const std::string& name, std::size_t from)
 {
     const auto start = text.find(name + "=\"", from) + name.size() + 2;

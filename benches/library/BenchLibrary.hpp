@@ -14,15 +14,15 @@
 namespace pagora::bench {
 
 // The program without a display, in a home folder, with fake windows. Store, files, threads and Trash are real. Main
-// thread.
+// thread only.
 class BenchLibrary {
 public:
-    // Launches the program; returns when the launch has ended.
+    // Launches the program and returns when the launch has ended.
     explicit BenchLibrary(const std::string& home);
     ~BenchLibrary();
 
     MainController& controller() { return *_controller; }
-    // Runs `work` in the background and the main loop meanwhile.
+    // Runs `work` in the background, and the main loop meanwhile.
     void performInBackground(const std::function<void()>& work);
     // Runs the main loop until the condition holds.
     void waitFor(const std::function<bool()>& condition);

@@ -50,9 +50,9 @@ double median(std::vector<double> values)
     return *middle;
 }
 
-// The host of a virtual machine reclaims memory that was free for a while and returns it page by page when it is
-// written, which would slow down an import into a large library. In a separate process, because the peak of this one
-// would count for the programs that it starts.
+// Allocates and frees memory in a separate process. The host of a virtual machine reclaims memory that was free for a
+// while and returns it page by page when it is written, which would slow down an import into a large library. In this
+// process, the allocation would count toward the peak memory of the programs that it starts.
 void haveFreeMemoryAtHand()
 {
     constexpr std::size_t maxBytes = std::size_t(1) << 30;
@@ -87,7 +87,7 @@ private:
         haveFreeMemoryAtHand();
         return run(_programs + "/library-work", { "import", home, books });
     }
-    // Hard links to the made books under other names.
+    // Creates hard links to the generated books under other names and returns their folder.
     std::string booksNamed(const std::string& prefix) const;
     std::string freshFolder(const std::string& name) const
     {
@@ -95,7 +95,7 @@ private:
         fs::create_directories(_folder + "/" + name);
         return _folder + "/" + name;
     }
-    // Made at first use.
+    // Created on first use.
     std::string books();
     std::string largeLibrary();
 

@@ -5,8 +5,8 @@
 
 namespace pagora::bench {
 
-// Keeps all processors busy with idle-priority threads as long as it exists. Otherwise the time that a virtual machine
-// needs to wake up a processor would be measured.
+// Keeps all processors busy with idle-priority threads during its lifetime. Otherwise the measurements would include
+// the time that a virtual machine needs to wake up a processor.
 class AwakeProcessors {
 public:
     AwakeProcessors();

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A value of a /proc file with lines like "Pss:  12 kB"; 0 if it is missing.
+// Returns a value of a /proc file with lines like "Pss:  12 kB"; 0 if it is missing.
 double figureOf(const std::string& file, const std::string& name)
 {
     std::ifstream lines(file);
@@ -112,7 +112,7 @@ Activity Program::activity() const
         for (const auto& thread : fs::directory_iterator(folder + "/task"))
             sum.wakeups[std::stoi(thread.path().filename().string())]
                 = figureOf(thread.path() / "status", "voluntary_ctxt_switches");
-        // The times of the program and of the kernel for it are the 12th and 13th value after the name in parentheses.
+        // User and system time are the 12th and 13th values after the name in parentheses.
         std::ifstream file(folder + "/stat");
         file.ignore(std::numeric_limits<std::streamsize>::max(), ')');
         std::string skipped;

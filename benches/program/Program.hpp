@@ -12,11 +12,11 @@ namespace pagora::bench {
 struct Activity {
     std::map<pid_t, double> wakeups;
     double processorTime = 0;
-    // Counts threads that existed before too.
+    // Includes threads that existed before.
     double wakeupsSince(const Activity& before) const;
 };
 
-// A measured program with a temporary home folder. The destructor ends it.
+// A measured program with a temporary home folder. The destructor ends the program.
 class Program {
 public:
     Program(const std::string& executable, const std::vector<std::string>& arguments, const std::string& home = "");
@@ -25,13 +25,13 @@ public:
     Program& operator=(const Program&) = delete;
 
     void end();
-    // The time just before it was started.
+    // The time directly before the program was started.
     double started() const { return _started; }
     // In MB.
     double residentMemory() const;
     // The proportional memory of the program and its descendants, in MB.
     double proportionalMemory() const;
-    // Of the program and its descendants.
+    // Returns the activity of the program and its descendants.
     Activity activity() const;
 
 private:
@@ -41,7 +41,7 @@ private:
     double _started = 0;
 };
 
-// The folder of the built programs.
+// Returns the folder of the built programs.
 std::string programFolder();
 
 }

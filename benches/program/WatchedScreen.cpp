@@ -20,7 +20,7 @@ namespace pagora::bench {
 
 namespace {
 
-// With fewer colours the area counts as blank.
+// An area with fewer colours is treated as blank.
 constexpr std::size_t minColors = 8;
 
 void pause(double seconds)
@@ -63,7 +63,7 @@ WatchedScreen::~WatchedScreen()
     shmdt(_shared.shmaddr);
 }
 
-// As much as the whole screen takes.
+// Allocates shared memory for the whole screen.
 void WatchedScreen::shareMemory()
 {
     const int screen = DefaultScreen(_display.get());
@@ -76,7 +76,7 @@ void WatchedScreen::shareMemory()
     _shared.shmaddr = static_cast<char*>(memory);
     XShmAttach(_display.get(), &_shared);
     XSync(_display.get(), False);
-    // Freed when both processes have released it.
+    // The memory is freed when both processes have released it.
     shmctl(_shared.shmid, IPC_RMID, nullptr);
 }
 
@@ -84,7 +84,7 @@ void WatchedScreen::shareMemory()
 struct WatchedScreen::Picture {
     std::unique_ptr<XImage, int (*)(XImage*)> image;
 
-    // Row by row.
+    // Returns the pixels row by row.
     std::span<const std::uint32_t> pixels() const
     {
         return { reinterpret_cast<const std::uint32_t*>(image->data),
@@ -254,7 +254,7 @@ std::optional<double> WatchedScreen::shown(const Area& area, double quiet, doubl
     std::optional<double> since, last;
     std::size_t picture = 0;
     for (;;) {
-        // Blank content does not count.
+        // Blank content is ignored.
         const auto drawn = nextDrawing(since ? *last + quiet : start + timeout);
         if (!drawn)
             return since;
@@ -278,7 +278,7 @@ std::optional<WatchedScreen::FirstPicture> WatchedScreen::firstPicture(const Are
     std::optional<FirstPicture> first;
     std::vector<std::uint32_t> pixels;
     std::set<std::size_t> changed;
-    // Nothing may be drawn any more once the first picture is there.
+    // Drawing must stop after the first picture.
     while (nextDrawing(first ? now() + quiet : end)) {
         const double time = now();
         const auto picture = take(area);
@@ -315,7 +315,7 @@ void WatchedScreen::settle(double quiet)
         ;
 }
 
-// A hash of the area's content; missing if it is blank.
+// Returns a hash of the area's content; nullopt if it is blank.
 std::optional<std::size_t> WatchedScreen::look(const Area& area)
 {
     const auto picture = take(area);

@@ -33,7 +33,7 @@ public:
     WatchedScreen& operator=(const WatchedScreen&) = delete;
 
     void pointAt(int x, int y);
-    // Each returns the time just before the last press.
+    // Each returns the time directly before the last press.
     double click(int count = 1);
     double press(KeySym key, KeySym modifier = 0);
 
@@ -47,11 +47,11 @@ public:
 
     // Discards recorded changes.
     void forget();
-    // The time of the last change of the area before `quiet` seconds without drawing; missing when it stays blank for
-    // `timeout`.
+    // Returns the time of the last change of the area before `quiet` seconds without drawing; nullopt if it stays blank
+    // for `timeout`.
     std::optional<double> shown(const Area& area, double quiet = 0.15, double timeout = 90);
-    // The time of the area's first picture since it was asked for, and how many of its pixels have ever been others
-    // after that, until nothing is drawn for `quiet` seconds; missing when it stays blank for `timeout`.
+    // The time from the request to the area's first picture, and the number of its pixels that changed afterwards,
+    // until nothing is drawn for `quiet` seconds; nullopt if the area stays blank for `timeout`.
     struct FirstPicture {
         double time;
         std::size_t changedPixels;
@@ -62,7 +62,7 @@ public:
     // Waits until drawing stops.
     void settle(double quiet = 0.4);
 
-    // The number of colours; small if nothing is shown.
+    // Returns the number of colours; small if nothing is shown.
     std::size_t colors(const Area& area);
 
 private:

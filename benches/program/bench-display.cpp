@@ -24,7 +24,7 @@ constexpr int runs = 9;
 // The program's default text size, as a multiple of the engine's.
 constexpr const char* textSize = "1.75";
 
-// A chapter of a made book as laid out by the program.
+// Returns a chapter of a generated book as laid out by the program.
 std::string preparedChapter(const std::string& kind, int number)
 {
     const std::string folder = dataFolder + "/prepared-" + kind;
@@ -43,7 +43,7 @@ std::string preparedChapter(const std::string& kind, int number)
     return path;
 }
 
-// The time in milliseconds until a plain page appears in another window at the place of the program's page.
+// Returns the time in milliseconds until a plain page appears in another window at the position of the program's page.
 double bareLoad(WatchedScreen& screen, const std::string& file)
 {
     const Program program(programFolder() + "/floor_page",
@@ -56,7 +56,7 @@ double bareLoad(WatchedScreen& screen, const std::string& file)
     return (shownOrFail(screen, pageArea, 0.5, "the bare page") - asked) * 1000;
 }
 
-// The median ratio of the measured time to the floor's time, measured alternately after a warm-up.
+// Returns the median ratio of the measured time to the floor's time, measured alternately after a warm-up.
 double ratioToFloor(
     WatchedScreen& screen, const std::string& file, Window window, const std::function<double()>& measured)
 {
@@ -102,7 +102,7 @@ struct Idleness {
     double processorTime;
 };
 
-// The cost of an idle second with an open book.
+// Returns the cost of an idle second with an open book.
 Idleness idle(WatchedScreen& screen)
 {
     ShownLibrary library(screen, "chapter-50k", "Chapters of 50 kB");
@@ -129,7 +129,7 @@ double reopen(WatchedScreen& screen)
     return median(times);
 }
 
-// The time until the picture of a page that was left appears, and the maximum number of pixels that the page changes.
+// Returns the time until the stored picture of a page appears, and the maximum number of pixels that the page changes.
 WatchedScreen::FirstPicture reopenPage(WatchedScreen& screen)
 {
     std::vector<double> times;
@@ -151,7 +151,7 @@ WatchedScreen::FirstPicture reopenPage(WatchedScreen& screen)
     return { median(times), changed };
 }
 
-// The time until the first page of a chapter of 8 MB appears, in a book that is opened for the first time.
+// Returns the time until the first page of a chapter of 8 MB appears, in a book that is opened for the first time.
 double firstPageOf8Megabytes(WatchedScreen& screen)
 {
     std::vector<double> times;
@@ -204,7 +204,7 @@ struct Launch {
     double memory;
 };
 
-// A home folder with a library of `count` books.
+// Returns a home folder with a library of `count` books.
 std::string homeOf(const std::string& count)
 {
     const std::string home = newHome("home-" + count);
@@ -239,7 +239,7 @@ Launch launch(WatchedScreen& screen, const std::string& count)
     return { median(times), median(memory) };
 }
 
-// The median ratio of the time to launch with 50,000 books to the time with 1,000, measured alternately.
+// Returns the median ratio of the time to launch with 50,000 books to the time with 1,000, measured alternately.
 double launchGrowth(WatchedScreen& screen)
 {
     const std::string small = homeOf("1000");
@@ -257,7 +257,7 @@ double launchGrowth(WatchedScreen& screen)
     return median(ratios);
 }
 
-// `Again` shows the picture of the page on which the book was left.
+// `Again` shows the picture of the last page shown of the book.
 enum class Reading : bool { First, Again };
 
 Launch openFile(WatchedScreen& screen, Reading reading)

@@ -28,7 +28,7 @@ struct Peer {
             words.push_back(word);
     }
 
-    // Opens the book as the command does in a home folder of its own.
+    // Opens the book with the command in a separate home folder.
     void open(WatchedScreen& screen, const std::string& home, const std::string& book)
     {
         screen.settle(0.5);

@@ -59,7 +59,7 @@ public:
     }
     ~Work() { g_main_context_set_poll_func(nullptr, _poll); }
 
-    // The busy time since the last call, in milliseconds.
+    // Returns the busy time since the last call, in milliseconds.
     double take()
     {
         const double time = now();
@@ -121,7 +121,7 @@ public:
         serveFor(100);
     }
 
-    // The time of each frame, in milliseconds.
+    // Returns the time of each frame, in milliseconds.
     std::vector<double> scroll()
     {
         Work work;

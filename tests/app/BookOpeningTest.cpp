@@ -229,7 +229,7 @@ TEST_F(Opening, SettingsThatAreUnsetAreNotHandedOver)
 TEST_F(Opening, AFontSizeOfZeroIsASetOne)
 {
     program.readerWindows.holdsLayout = true;
-    // The sign distinguishes it from the initial zero of a new reader.
+    // The sign distinguishes the value from the initial zero of a new reader.
     state().settings.curFontSize = -0.0f;
     program.doubleClick(0);
     EXPECT_TRUE(std::signbit(program.epubReader().currentFontSize()));

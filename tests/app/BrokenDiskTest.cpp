@@ -32,7 +32,7 @@ struct BrokenDisk : testing::Test {
     TemporaryFolder home;
 };
 
-// Incompressible bytes.
+// Returns incompressible bytes.
 std::string noise(std::size_t size)
 {
     std::string bytes(size, '\0');

@@ -25,7 +25,8 @@ std::string repeated(int count, const std::string& text)
     return all;
 }
 
-// A table of contents that takes minutes of processor time: its elements have the maximum number of attributes.
+// Returns a book whose table of contents takes minutes of processor time: its elements have the maximum number of
+// attributes.
 EpubBuilder slowBook()
 {
     std::string element = "<e";

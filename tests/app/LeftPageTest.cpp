@@ -26,7 +26,7 @@ struct LeftPageTest : ThreeBooks {
         openAndRead(index);
         program.closeReader();
     }
-    // Whether the book is opened with the picture that was left.
+    // Returns whether the book is opened with the stored picture.
     bool opensWithPicture(std::size_t index = 0)
     {
         open(index);

@@ -12,7 +12,7 @@ namespace pagora {
 
 namespace {
 
-// The times in a file, in milliseconds. The first group of the expression is the number, the second the unit.
+// Returns the times in a file, in milliseconds. The first group of the expression is the number, the second the unit.
 std::vector<double> timesIn(const std::string& name, const std::string& expression)
 {
     const auto text = resourceBytes("/org/pagora/Pagora/" + name).value_or("");
@@ -38,7 +38,7 @@ TEST(Motion, NothingMovesForLongerThanAFifthOfASecond)
         collect(sheet, R"(\b([0-9.]+)(m?s)\b)");
     for (const char* layout : { "LibraryWindow", "EpubWindow", "FixedLayout", "ImageView", "TableView", "Alert" })
         collect(std::string("ui/") + layout + ".ui", R"(-duration">([0-9]+)()<)");
-    // The bars of full screen are not in a layout; ReaderFullScreenTest has their duration.
+    // The bars of full screen are not in a layout; ReaderFullScreenTest tests their duration.
     ASSERT_GE(times.size(), 5U);
     EXPECT_LE(*std::max_element(times.begin(), times.end()), 200);
 }

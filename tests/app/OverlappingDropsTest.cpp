@@ -102,7 +102,7 @@ TEST_F(OverlappingDrops, StoppedByTheEndOfTheProgramKeepEveryBookThatCameIn)
 {
     const auto files = downloads("Sea", 6);
     program.window.procTextFake.whenSet = [this](const std::string& text) {
-        // Not every number is shown.
+        // Some numbers are skipped.
         if (text >= "3 of 6" && text.ends_with(" of 6"))
             program.controller->applicationWillTerminate();
     };

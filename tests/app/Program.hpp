@@ -48,7 +48,7 @@ public:
     std::string inDownloads(const std::string& name) const { return home.path("Downloads/" + name); }
     std::string inTemporary(const std::string& name) const { return home.path("Caches/org.pagora.Test/" + name); }
 
-    // Writes a book whose title is its file name; returns its path.
+    // Writes a book whose title is its file name. Returns its path.
     std::string writeBook(const std::string& path, EpubBuilder book = {}) const
     {
         createFolder(deletingLastPathComponent(path));
@@ -61,7 +61,7 @@ public:
     std::string downloadBroken(const std::string& name) const { return makeFile(inDownloads(name), "no archive"); }
 
     void drop(const std::vector<std::string>& files) { controller->draggedEpubs(files); }
-    // Imports books; the grid shows them.
+    // Imports books, which the grid then shows.
     void import(const std::vector<std::string>& names)
     {
         for (const auto& name : names)
@@ -82,7 +82,7 @@ public:
         return titles;
     }
     BookInfoPtr book(std::size_t index) { return catalogue().bookList()->at(index); }
-    // The stored entry of a book.
+    // Returns the stored entry of a book.
     Value stored(std::size_t index) const { return defaults.objectForKey("BookData")->array()->at(index); }
     std::size_t storedCount() const
     {
@@ -90,7 +90,7 @@ public:
         return all ? all->array()->size() : 0;
     }
 
-    // The reader window that was opened last.
+    // Returns the last reader window that was opened.
     ReaderWindowParts& reader() { return *readerWindows.epubWindows.back(); }
     EpubController& epubReader() { return *controller->state().reading._epubWindowController->_epubController(); }
     bool isReading()

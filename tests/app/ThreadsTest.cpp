@@ -15,8 +15,8 @@ namespace {
 
 using ThreadedProgram = test::ProgramOn<GLibRunLoop>;
 
-// Whether the text shows that an import of six books has passed the first one. Numbers may be left out, so a test
-// cannot wait for a certain one.
+// Returns whether the text shows that an import of six books has finished the first one. Numbers may be skipped, so a
+// test cannot wait for a certain one.
 bool isUnderWay(const std::string& text)
 {
     return text.ends_with(" of 6") && text != "1 of 6";

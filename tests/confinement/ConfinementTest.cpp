@@ -76,7 +76,7 @@ TEST_F(ConfinementTest, AsksForWhatTheEngineAsksFor)
         EXPECT_NE(line.find(part), std::string::npos) << part << " in " << line;
 }
 
-// Independent of what this system permits.
+// The expected result does not depend on what this system permits.
 TEST_F(ConfinementTest, IsWhatTheSystemAllows)
 {
     const bool isAllowed

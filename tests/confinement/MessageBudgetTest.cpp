@@ -8,7 +8,7 @@ namespace {
 
 using Message = MessageBudget::Message;
 
-// The number of accepted messages of `count` at this time.
+// Returns the number of accepted messages of `count` at this time.
 int taken(MessageBudget& budget, Message message, int count, double now, std::size_t bytes = 0)
 {
     int within = 0;

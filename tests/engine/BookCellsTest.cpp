@@ -25,7 +25,7 @@ Data whiteCoverData()
     return Data(*Image(pixels, { 106, 156 }).jpegData(0.8));
 }
 
-// The colour of a cell's cover at a place in it, from 0 to 1 of its width and height.
+// Returns the colour of a cell's cover at a position, from 0 to 1 of its width and height.
 std::array<int, 3> pixelIn(const BookCell& cell, double x, double y)
 {
     const auto& cover = cell.cover().cover();
@@ -38,7 +38,7 @@ std::array<int, 3> pixelIn(const BookCell& cell, double x, double y)
     return { pixels[at + 2], pixels[at + 1], pixels[at] };
 }
 
-// Whether the cell shows a drawn cover with these texts.
+// Returns whether the cell shows a drawn cover with these texts.
 bool isDrawn(const BookCell& cell, const std::string& title, const std::string& author)
 {
     const auto board = boardColor(title, author);

@@ -11,7 +11,7 @@ namespace {
 
 class BookFontsTest : public PageViewTest {
 protected:
-    // The width of a line of text in the engine, in the given family at 100 pixels.
+    // Returns the width of a line of text in the engine, in the given family at 100 pixels.
     std::string widthIn(const std::string& family, const std::string& style = {})
     {
         loadDocument(
@@ -23,7 +23,7 @@ protected:
         const auto families = _window.get_pango_context()->list_families();
         return std::ranges::any_of(families, [&](const auto& each) { return each->get_name().raw() == family; });
     }
-    // The first installed font of a list of alternatives.
+    // Returns the first installed font of a list of alternatives.
     std::string faceOf(const MenuFont& font)
     {
         if (isInstalled(font.name))

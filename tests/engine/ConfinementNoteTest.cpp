@@ -25,7 +25,7 @@ protected:
         return page;
     }
 
-    // The first descendant of `root` of that type that meets the condition.
+    // Returns the first descendant of `root` of that type that meets the condition.
     template <typename Kind>
     static Kind* find(Gtk::Widget& root, const std::function<bool(Kind&)>& condition)
     {

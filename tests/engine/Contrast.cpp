@@ -14,7 +14,7 @@ namespace pagora::test {
 namespace {
 
 constexpr int scale = 4;
-// The minimum number of pixels of a counted colour. Excludes the antialiased edges of letters.
+// The minimum number of pixels of a colour that is considered. Excludes the antialiased edges of letters.
 constexpr int minPixels = 12;
 
 double luminance(std::uint32_t pixel)
@@ -50,7 +50,7 @@ Cairo::RefPtr<Cairo::ImageSurface> pictureOf(Gtk::Widget& widget)
     return picture;
 }
 
-// The text that the widget itself draws, or empty.
+// Returns the text that the widget itself draws; empty if there is none.
 std::string textOf(Gtk::Widget& widget)
 {
     if (auto* const label = dynamic_cast<Gtk::Label*>(&widget))
@@ -62,7 +62,7 @@ std::string textOf(Gtk::Widget& widget)
     return widget.has_css_class("contents-row") ? "an entry of the contents" : "";
 }
 
-// The visible part of the widget, in coordinates of the window; empty if it is clipped or transparent.
+// Returns the visible part of the widget, in coordinates of the window; empty if it is clipped or transparent.
 Gdk::Rectangle placeIn(Gtk::Widget& window, Gtk::Widget& widget)
 {
     graphene_rect_t bounds;

@@ -16,10 +16,10 @@ struct SeenText {
     bool operator==(const SeenText&) const = default;
 };
 
-// The maximum contrast between the most frequent colour of the picture's part and another colour in it.
+// Returns the maximum contrast between the most frequent colour of the picture's part and another colour in it.
 double contrastWithin(const Cairo::RefPtr<Cairo::ImageSurface>& picture, int x, int y, int width, int height);
 
-// The same for a widget of a shown window.
+// Returns that contrast for a widget of a shown window.
 double contrastWithin(Gtk::Widget& window, Gtk::Widget& widget);
 
 // Draws a shown window or popover at four times its size and measures every visible, enabled text in it.

@@ -83,7 +83,8 @@ protected:
         g_signal_handler_disconnect(clock, painted);
     }
 
-    // Expects enough contrast of the texts in the bars of a reader, in a theme or on the ground of a book's own page.
+    // Expects enough contrast of the texts in the bars of a reader, in a theme or on the background of a book's own
+    // page.
     void expectReadableBars(int theme, const std::optional<Color>& ground)
     {
         auto page = makePage();
@@ -111,7 +112,7 @@ protected:
             const auto shows = [&](const std::string& text) {
                 return std::any_of(texts.begin(), texts.end(), [&](const auto& seen) { return seen.text == text; });
             };
-            // The theme changes colours in several frames.
+            // The theme changes colours over several frames.
             EXPECT_TRUE(waitUntil([&] {
                 waitForFrame(window);
                 const auto before = std::exchange(texts, seenTexts(window));
@@ -206,7 +207,7 @@ TEST_P(ContrastTest, OfTheMainMenu)
 {
     makeLibrary(0);
     auto& menu = *_library->outlet<Gtk::MenuButton>("menuButton")->get_popover();
-    // It would close when another window gets the focus.
+    // The menu would close when another window gets the focus.
     menu.set_autohide(false);
     ASSERT_TRUE(waitUntil([&] { return _library->window().get_mapped(); }));
     menu.popup();
@@ -320,7 +321,7 @@ TEST_P(ContrastTest, OfTheDisplayOptions)
 {
     EpubWindowGtk reader(_toplevel, makePage());
     auto& panel = *reader.parts().widget<Gtk::Widget>("whiteTheme").get_ancestor(GTK_TYPE_POPOVER);
-    // It would close when another window gets the focus.
+    // The popover would close when another window gets the focus.
     dynamic_cast<Gtk::Popover&>(panel).set_autohide(false);
     reader.window().makeKeyAndOrderFront();
     reader.displayOptions().makeKeyAndOrderFront();

@@ -8,7 +8,7 @@
 
 namespace pagora::test {
 
-// A temporary home folder for the program under test. The user's home is not read or written.
+// A temporary home folder for the program under test. The user's own home folder is not accessed.
 class EngineHome {
 public:
     EngineHome()

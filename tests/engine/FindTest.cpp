@@ -17,7 +17,7 @@ std::string page(const std::string& body, const std::string& attributes = {})
 
 class Find : public ReadingTest {
 protected:
-    // A book with these chapters.
+    // Opens a book with these chapters.
     void read(const std::vector<std::string>& chapters)
     {
         EpubBuilder book;
@@ -45,7 +45,7 @@ protected:
         settle();
     }
 
-    // The text painted as the current match, and whether it is on the shown page.
+    // Returns the text painted as the current match, and whether it is on the shown page.
     std::string painted() { return evaluate("String([...CSS.highlights.get('pagora-current')][0] || 'none')"); }
     long long paintedLightly() { return number("CSS.highlights.get('pagora-found').size"); }
     bool isOnPage()
@@ -57,7 +57,7 @@ protected:
     }
 };
 
-// Several pages of text with `text` in the second half.
+// Returns several pages of text with `something` in the second half.
 std::string longChapter(const std::string& something)
 {
     std::string text;

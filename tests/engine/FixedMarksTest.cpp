@@ -1,4 +1,4 @@
-// Sets marks in a book with fixed pages in the real program, with the pointer and the keyboard of the display.
+// Sets marks in a fixed-layout book in the real program, with the pointer and the keyboard of the display.
 
 #include "files/Files.hpp"
 #include "fixed/PreparedPages.hpp"
@@ -19,7 +19,7 @@ std::string page(const std::string& body)
 
 class FixedMarks : public PointedReading {
 protected:
-    // The second page has a text, the third one none.
+    // The second page has text, the third one none.
     void read()
     {
         EpubBuilder builder;
@@ -135,7 +135,8 @@ TEST_F(FixedMarks, ShowTheirBarWhereTheyArePressed)
     ASSERT_TRUE(waitUntil([this] { return painted() == "fourth"; }));
     const auto word = lineOf("here");
     const double x = (word.left + word.right) / 2;
-    // A press below, so that the next one is not the third at the word. A press beside would turn the page.
+    // This press separates the previous ones from the next, which would be a triple click. A press at the side would
+    // turn the page.
     press(x, word.middle + 200);
     press(x, word.middle);
     auto& bar = fixedWindow().markEditor().popover();

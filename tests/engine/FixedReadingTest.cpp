@@ -46,7 +46,7 @@ TEST_F(FixedReadingTest, ThePageFollowsTheWindow)
 
 TEST_F(FixedReadingTest, TheDividerScalesNothingUntilTheNextPage)
 {
-    // Wide enough for the contents to be shown.
+    // The window is wide enough for the contents.
     open(writePages(2), ownScript, 1200, 700);
     resizeTo(1200, 700);
     const auto before = evaluate("Xscale");
@@ -120,7 +120,7 @@ TEST_F(FixedReadingTest, AFieldInThePageGetsItsKeys)
 {
     open({ write("page1.xhtml", page("<input id='field'/>")), write("page2.xhtml", page("")) });
     const auto takesKeys = [this] { return _window->parts().page.takesKeys(); };
-    // Only the user gives the keyboard focus to a control.
+    // Only a real key press by the user focuses a control.
     ASSERT_EQ(std::system("xdotool mousemove 400 300 key Tab"), 0);
     ASSERT_TRUE(waitUntil(takesKeys));
     EXPECT_FALSE(pressInWindow(GDK_KEY_Right));
@@ -137,7 +137,7 @@ TEST_F(FixedReadingTest, AFieldInAPageThatWasReadyGetsItsKeys)
     waitForNextPage();
     turn(1);
     EXPECT_FALSE(takesKeys());
-    // Only the user gives the keyboard focus to a control.
+    // Only a real key press by the user focuses a control.
     ASSERT_EQ(std::system("xdotool mousemove 400 300 key Tab"), 0);
     ASSERT_TRUE(waitUntil(takesKeys));
     EXPECT_FALSE(pressInWindow(GDK_KEY_Left));

@@ -30,7 +30,7 @@ inline std::string ownScript(const std::string& name)
     return resourceBytes("/org/pagora/Pagora/scripts/" + name + ".js").value_or("");
 }
 
-// Answers of scripts for a page of 600 by 800 at half its size, in a view of 500 by 500.
+// Returns the answers of the scaling script for a page of 600 by 800 at half its size, in a view of 500 by 500.
 inline std::string statedScript(const std::string& name)
 {
     if (name != "rescaling")
@@ -165,7 +165,7 @@ protected:
         EXPECT_TRUE(waitUntil([&] { return result->has_value(); })) << script;
         return result->value_or("no answer");
     }
-    // The faults of the page's place in its view; see `PageFaults.hpp`.
+    // Returns the faults of the page's position in its view; see `PageFaults.hpp`.
     std::string faults() { return evaluate(pageFaults); }
     void expectNoFaults()
     {

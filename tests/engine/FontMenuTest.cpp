@@ -43,7 +43,7 @@ protected:
         auto* const list = GTK_LIST_VIEW(below(panel(), GTK_TYPE_LIST_VIEW).at(0));
         return g_list_model_get_n_items(G_LIST_MODEL(gtk_list_view_get_model(list)));
     }
-    // The label with this text in the open list.
+    // Returns the label with this text in the open list.
     GtkLabel* rowOf(const std::string& title)
     {
         for (auto* const label : below(panel(), GTK_TYPE_LABEL)) {

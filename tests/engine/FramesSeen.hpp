@@ -7,14 +7,14 @@ namespace pagora::test {
 // Measures the edges of a widget, where a page has its margins, in every frame of its window.
 class FramesSeen {
 public:
-    // Created before the widget's window is shown.
+    // Must be created before the widget's window is shown.
     explicit FramesSeen(Gtk::Widget& area);
     ~FramesSeen();
     FramesSeen(const FramesSeen&) = delete;
     FramesSeen& operator=(const FramesSeen&) = delete;
 
     int count() const { return _count; }
-    // The maximum white share of the margins in one frame, from 0 to 1.
+    // The maximum white fraction of the margins in one frame, from 0 to 1.
     double maxWhite() const { return _maxWhite; }
 
 private:

@@ -21,7 +21,7 @@ protected:
         // A popover needs a mapped window.
         waitUntil([this] { return _anchor.get_width() > 0 && _window.is_active(); }, 10);
     }
-    // The visible field of that type in the panel.
+    // Returns the visible field of that type in the panel.
     template <typename Kind>
     static Kind* below(Gtk::Widget& widget)
     {

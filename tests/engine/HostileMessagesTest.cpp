@@ -54,7 +54,7 @@ const Attack endless[] = {
     { "memory", "const kept = []; setInterval(() => kept.push(new Uint8Array(1 << 20).fill(1)), 1);" },
 };
 
-// The descendants of a process with this name, truncated as in /proc.
+// Returns the descendants of a process with this name, truncated as in /proc.
 std::vector<int> processesBelow(int parent, const std::string& name)
 {
     std::vector<int> found;
@@ -89,7 +89,7 @@ protected:
             document("<p id='p'>Text</p><script>//<![CDATA[\nlet n = 0; setInterval(() => {" + script
                 + "}, 1);\n//]]></script>")));
     }
-    // The page is loaded again without its own scripts.
+    // Expects that the page is loaded again without its own scripts.
     void expectTakenOut(std::uint64_t attack)
     {
         ASSERT_TRUE(waitUntil([&] { return _delegate.terminations > 0; }));
@@ -143,7 +143,7 @@ TEST_F(HostileMessagesTest, ManyPicturesAreNoFlood)
     EXPECT_EQ(evaluate("document.images.length"), "2000");
 }
 
-// The engine starts a process for each step, which blocks the main thread.
+// The engine starts a process for each navigation, which blocks the main thread.
 TEST_F(HostileMessagesTest, StepsToServersStartFewProcesses)
 {
     const std::size_t before = processesBelow(getpid(), "WebKitWebProces").size();
@@ -171,7 +171,7 @@ TEST_F(HostileMessagesTest, ManyFramesOfServersAllCome)
     EXPECT_EQ(_delegate.terminations, 0);
 }
 
-// Ports blocked by the engine: the page process refuses them.
+// The page process rejects requests to ports that the engine blocks.
 TEST_F(HostileMessagesTest, RequestsToForbiddenPortsAreNotTold)
 {
     const auto attack = showRepeating("for (let i = 0; i < 200; ++i) new Image().src = 'http://127.0.0.1:9/' + n++;");

@@ -14,7 +14,7 @@ struct HostilePage {
     // `tell(path, text)`, which sends a request to the server, `reached(i, how)`, and `attempt(make)`, which adds one
     // element for each target to the page and waits for them. `attack()` is called when the page is loaded.
     std::string body;
-    // Whether the attack succeeds within the book, which proves that the test detects it.
+    // True if the attack succeeds within the book, which proves that the test detects it.
     bool worksInside = false;
     // More files of the book, by name. "{server}" is replaced in them and in the body. A file with "{n}" in its name is
     // written for each target, with "{n}" and "{target}" replaced.

@@ -1,4 +1,4 @@
-// Jumps through a book in the real program, and the way back from them.
+// Jumps through a book in the real program, and returning from them.
 
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"

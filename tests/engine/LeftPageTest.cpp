@@ -12,7 +12,7 @@ namespace pagora::test {
 
 namespace {
 
-// The pixels of a page view, as a frame of its window showed them.
+// The pixels of a page view in a frame of its window.
 struct Frame {
     int width = 0;
     int height = 0;
@@ -23,7 +23,7 @@ struct Frame {
     {
         return std::all_of(pixels.begin(), pixels.end(), [this](guint32 pixel) { return pixel == pixels.front(); });
     }
-    // How many pixels are others in that frame.
+    // Returns the number of pixels that differ in that frame.
     std::size_t differences(const Frame& other) const
     {
         if (width != other.width || height != other.height)
@@ -35,7 +35,7 @@ struct Frame {
     }
 };
 
-// A book is left and opened again.
+// A book is closed and opened again.
 class LeftPage : public ReadingTest {
 protected:
     LeftPage()
@@ -69,7 +69,7 @@ protected:
     }
     std::string folder() const { return _home.path("Data/pages"); }
 
-    // Waits until nothing is under way and the page is drawn so.
+    // Waits until nothing is pending and the page is drawn in that state.
     void rest()
     {
         bool isAnswered = false;
@@ -77,7 +77,7 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return isAnswered && reader().isSettled(); }));
         ASSERT_TRUE(waitUntil([&] { return webView().pictureAtRest().has_value(); }));
     }
-    // Closes the book; returns what was seen of it last.
+    // Closes the book and returns the last frame that showed it.
     Frame leave()
     {
         rest();
@@ -88,7 +88,7 @@ protected:
         EXPECT_TRUE(waitUntil([this] { return !files().empty(); }));
         return left;
     }
-    // Opens the book without waiting for anything but the first frame; the frames are noted from then on.
+    // Opens the book and waits only for the first frame. Frames are recorded from then on.
     void openAgain()
     {
         watch();
@@ -96,7 +96,7 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return !_frames.empty(); }));
     }
 
-    // What the page view shows now, drawn anew.
+    // Redraws the page view and returns its frame.
     Frame nextFrame()
     {
         watch();
@@ -105,11 +105,11 @@ protected:
         return _frames.empty() ? Frame {} : _frames.back();
     }
 
-    // Each frame of the page that differs from the one before.
+    // Each frame of the page that differs from the previous one.
     std::vector<Frame> _frames;
 
 private:
-    // What the frame that was drawn last shows of the page view.
+    // Returns the page view's part of the last drawn frame.
     Frame frame()
     {
         GtkWidget* const area = window().parts().page.widget->gobj();
@@ -193,8 +193,8 @@ TEST_P(LeftPageOfBook, IsShownFromTheFirstFrameOnAndNothingChangesWhenThePageIsD
     expectNoChange();
 }
 
-// Each of the books that PAGORA_CORPUS names. Some have no picture: books that the library refuses, books with fixed
-// pages, which always begin anew, and pages whose picture does not fit in a file.
+// Each of the books in PAGORA_CORPUS. Some have no picture: books that the library rejects, fixed-layout books, which
+// always open at the first page, and pages whose picture is too large for a file.
 TEST_P(LeftPageOfCorpusBook, IsShownFromTheFirstFrameOnAndNothingChangesWhenThePageIsDrawn)
 {
     import(GetParam());
@@ -203,7 +203,7 @@ TEST_P(LeftPageOfCorpusBook, IsShownFromTheFirstFrameOnAndNothingChangesWhenTheP
     ASSERT_EQ(bookCount(), 1u);
     open();
     if (book()->type() != "fixed") {
-        // A note that is shown at the first opening only takes space from the page.
+        // A notice at the first opening only reduces the size of the page.
         close();
         open();
         for (int i = 0; i < 12; ++i)

@@ -24,7 +24,7 @@ std::string folderOf(GtkFileChooser* panel)
     return path ? path : "";
 }
 
-// Whether the panel's filter accepts a file of that name.
+// Returns whether the panel's filter accepts a file of that name.
 bool isOffered(GtkFileChooser* panel, const char* name)
 {
     g_autoptr(GFileInfo) info = g_file_info_new();
@@ -110,7 +110,7 @@ TEST_F(LibraryDialogsTest, ProgressWindowOfAShortImportIsNotShown)
     Glib::signal_timeout().connect_once([&] { isOver = true; }, 2 * ProgressWindow::delay);
     ASSERT_TRUE(waitUntil([&] { return isOver; }));
     EXPECT_EQ(timesShown, 0);
-    // The next one is.
+    // The next request opens a window.
     _window.indicatorWindow().orderFront();
     EXPECT_TRUE(waitUntil([&] { return window.get_mapped(); }));
     EXPECT_EQ(timesShown, 1);

@@ -45,7 +45,7 @@ protected:
         bar().set_search_mode(true);
         gtk_editable_set_text(GTK_EDITABLE(field().gobj()), pattern);
     }
-    // As the item of the menu does it.
+    // Does what the item of the menu does.
     void order(const char* name)
     {
         auto* const menu = _window.outlet<Gtk::MenuButton>("orderButton")->get_popover();

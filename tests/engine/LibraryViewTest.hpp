@@ -51,7 +51,7 @@ protected:
     }
     ~LibraryView() override { _window.unset_child(); }
 
-    // Waits for the cover of the first cell; null if it never comes.
+    // Waits for the cover of the first cell; null if it does not appear.
     const BookCell* firstCellWithCover()
     {
         const auto hasCover = [&] {

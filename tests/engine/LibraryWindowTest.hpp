@@ -38,7 +38,7 @@ protected:
     bool isShown(const char* name) { return _window.outlet<Gtk::Widget>(name)->get_visible(); }
     void click(const char* name) { g_signal_emit_by_name(_window.outlet<Gtk::Button>(name)->gobj(), "clicked"); }
 
-    // Whether the window's event monitor handles the key.
+    // Returns whether the window's event monitor handles the key.
     bool press(guint key, Gdk::ModifierType state)
     {
         gboolean swallowed = FALSE;

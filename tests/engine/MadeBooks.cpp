@@ -38,7 +38,7 @@ std::string contents(const std::vector<std::string>& targets)
         + "</navMap></ncx>";
 }
 
-// A book with these chapters, by their hrefs in the package document.
+// Returns a book with these chapters, by their hrefs in the package document.
 EpubBuilder bookOf(const std::vector<std::string>& references, const std::string& contentsFile = "toc.ncx")
 {
     std::string items;
@@ -96,7 +96,7 @@ EpubBuilder names()
                 "my%20t%C3%A9xt/b%20c.xhtml#p12" }));
 }
 
-// The chapters are outside of the package document's folder, and the NCX is in another folder.
+// The chapters are outside the package document's folder, and the NCX is in another folder.
 EpubBuilder otherFolders()
 {
     return bookOf({ "../text/a.xhtml", "../text/b.xhtml" }, "../navigation/first/toc.ncx")

@@ -220,7 +220,7 @@ TEST_F(MarksPaneTest, MenuOfTheListAsksForTheFileOfAnImport)
     EXPECT_EQ(gtk_file_chooser_get_action(chooser), GTK_FILE_CHOOSER_ACTION_OPEN);
     g_autoptr(GFile) file = g_file_new_for_path(folder.path("Sea.annotation").c_str());
     gtk_file_chooser_set_file(chooser, file, nullptr);
-    // It is chosen once the folder has been read.
+    // The file is selected when the folder has been read.
     ASSERT_TRUE(waitUntil([&] {
         g_autoptr(GListModel) files = gtk_file_chooser_get_files(chooser);
         return g_list_model_get_n_items(files) == 1;

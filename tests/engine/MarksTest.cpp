@@ -17,7 +17,7 @@ std::string page(const std::string& body)
     return "<html xmlns='http://www.w3.org/1999/xhtml'><head><title>t</title></head><body>" + body + "</body></html>";
 }
 
-// Several pages of text with a sentence in the second half.
+// Returns several pages of text with a sentence in the second half.
 std::string longChapter(const std::string& before = {})
 {
     std::string text = before;
@@ -104,7 +104,7 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
         removeItem(archive);
     }
-    // The registered ranges that are on the page, as an expression of the page's language.
+    // Returns a JavaScript expression for the registered ranges that are on the page.
     static std::string rangesOnPage(const std::string& color = "green")
     {
         return "[...(CSS.highlights.get('pagora-mark-" + color
@@ -123,7 +123,7 @@ protected:
                      "})()")
             == "true";
     }
-    // The mark is painted at its place, and a click in the list shows it.
+    // Expects that the mark is painted at its place, and that a click in the list shows it.
     void expectFound()
     {
         marks().goTo(0);
@@ -323,7 +323,7 @@ TEST_F(Marks, TwoThousandInAChapterArePaintedEachOnItsPage)
     long long sum = 0;
     for (bool isLast = false; !isLast; turn(1)) {
         const auto count = number(rangesOnPage() + ".length");
-        // Only marks of the page and of those beside it are registered.
+        // Only marks of the page and of adjacent pages are registered.
         EXPECT_LE(number("CSS.highlights.get('pagora-mark-green').size"), 1000);
         sum += count;
         isLast = isAtEnd();

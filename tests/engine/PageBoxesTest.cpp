@@ -8,7 +8,7 @@ namespace pagora::test {
 // Boxes of a book that do not fit into a column: tables, equations, pictures, floats and long words.
 class PageBoxesTest : public PageViewTest {
 protected:
-    // The width of all columns. Reading it forces a layout.
+    // Returns the width of all columns. Reading it forces a layout.
     long long strip() { return number("document.body.scrollWidth;"); }
 };
 

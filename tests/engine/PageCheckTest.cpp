@@ -1,4 +1,4 @@
-// Each kind of fault of a page is counted at its place and nowhere else.
+// Each kind of fault is counted where it occurs, and nowhere else.
 
 #include "tests/page_check/PageCheck.hpp"
 
@@ -17,7 +17,7 @@ protected:
     // A page without the corrections of the page scripts.
     PageFaultsTest() { show(PageKind::Fixed); }
 
-    // The faults of a chapter in two columns, with their counts: "cut lines 2, unseen 1".
+    // Returns the faults of a chapter in two columns, with their counts: "cut lines 2, unseen 1".
     std::string faults(const std::string& body, const std::string& styles = {})
     {
         loadDocument(body, "<style>" + styles + "</style>");
@@ -129,13 +129,13 @@ TEST_F(PageFaultsTest, WhatScrollsWithinItselfIsNotCut)
 class PagesOfAnyBook : public testing::TestWithParam<std::string> {
 protected:
     static bool isMade() { return GetParam().find('/') == std::string::npos; }
-    // Long lines and broken words are not faults of the reader. Narrow runs in given books may be caused by the book's
-    // own large letters or titles.
+    // Returns whether the book, not the reader, causes this kind of fault. Long lines and broken words are never faults
+    // of the reader. Narrow runs in given books may be caused by large letters or titles.
     static bool isExplained(const std::string& kind)
     {
         return kind == "long lines" || kind == "broken words" || (!isMade() && kind == "narrow runs");
     }
-    // The other faults: "cut lines 2 (place of the first)".
+    // Returns the other faults: "cut lines 2 (place of the first)".
     static std::string faults(const CheckedPages& checked)
     {
         std::string found;

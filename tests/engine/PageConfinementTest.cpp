@@ -4,10 +4,10 @@
 
 namespace pagora::test {
 
-// What a page of a book can access. The canaries are outside the book's folder.
+// Tests what a page of a book can access. The canaries are outside the book's folder.
 class PageConfinementTest : public PageViewTest {
 protected:
-    // Whether `script` returns "reached" in a loaded page with this body and head.
+    // Returns whether `script` returns "reached" in a loaded page with this body and head.
     std::string outcome(const std::string& body, const std::string& head, const std::string& script)
     {
         loadCompletely(write("chapter.xhtml", document(body, head)));

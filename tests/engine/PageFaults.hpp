@@ -9,8 +9,8 @@
 
 namespace pagora::test {
 
-// A script that returns the faults of a scaled page's place in its view. Empty if all four corners are inside, the page
-// is centred and as large as possible, and its proportion is right to 1 %.
+// A script that returns the faults of a scaled page's position in its view. Empty if all four corners are inside, the
+// page is centred and as large as possible, and its aspect ratio is correct to 1 %.
 inline constexpr const char* pageFaults = R"((function () {
     const box = document.documentElement.getBoundingClientRect();
     const own = rescaling.page;
@@ -39,7 +39,7 @@ inline std::string sizeText(const Rect& frame)
     return std::to_string(static_cast<int>(frame.width)) + "x" + std::to_string(static_cast<int>(frame.height));
 }
 
-// Whether the window has the requested size, apart from its decoration.
+// Returns whether the window has the requested size, apart from its decoration.
 inline bool hasSize(GtkWidget* window, double width, double height)
 {
     constexpr double around = 60;

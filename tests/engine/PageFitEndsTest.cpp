@@ -6,7 +6,8 @@ namespace pagora::test {
 
 class PageFitEndsTest : public PageViewTest {
 protected:
-    // A chapter whose picture floats in a paragraph so far down the text, with text that goes on in the next column.
+    // Returns a chapter with a picture that floats in a paragraph, `above` points down the text, and with text that
+    // continues in the next column.
     static std::string chapter(int above, const std::string& picture)
     {
         std::string words;
@@ -23,9 +24,9 @@ protected:
         layOut(2);
         ASSERT_GT(number("document.body.scrollWidth;"), 0);
     }
-    // The boxes of all lines of text.
+    // Returns the boxes of all lines of text.
     std::string lines() { return evaluate("JSON.stringify(" + boxes + ")"); }
-    // The number of lines at the top of the second column that begin away from its edge.
+    // Returns the number of lines at the top of the second column that are indented.
     long long indentedLines()
     {
         return number(boxes + ".filter(([left, top]) => top < 60 && left > 421 && left < 800).length");
@@ -34,7 +35,7 @@ protected:
                               "document.createRange(); range.selectNodeContents(text); return "
                               "Array.from(range.getClientRects(), (box) => [box.left, box.top, box.width]); })";
     static constexpr auto figure = "<svg xmlns='http://www.w3.org/2000/svg' width='100' height='60'></svg>";
-    // Heights above the picture: from one that leaves room for two lines below it to one at which it hardly fits.
+    // The heights above the picture range from one with room for two lines below it to one at which it hardly fits.
     static constexpr int first = 400;
     static constexpr int last = 452;
 };

@@ -14,7 +14,7 @@ protected:
         layOut(columns);
         ASSERT_GT(number("document.body.scrollWidth;"), 0);
     }
-    // The box of the first letter in the element with this id: "left,top" in whole pixels.
+    // Returns the position of the first letter in the element with this id: "left,top" in whole pixels.
     std::string placeOf(const std::string& id)
     {
         return evaluate("(() => { const range = document.createRange();"
@@ -24,7 +24,7 @@ protected:
               "range.setStart(text, 0); range.setEnd(text, 1); const box = range.getBoundingClientRect();"
               "return Math.round(box.left) + ',' + Math.round(box.top); })()");
     }
-    // Whether each line of the block with this id is as wide as the block at most.
+    // Returns whether each line of the block with this id is at most as wide as the block.
     bool allLinesFit(const std::string& id)
     {
         return evaluate("(() => { const block = document.getElementById('" + id
@@ -175,7 +175,7 @@ TEST_F(PageFitTest, AHeadingHasThePictureBelowItWhereOnlyTheCaptionHasNoRoom)
     std::string caption;
     for (int i = 0; i < 5; ++i)
         caption += "<p>A line</p>";
-    // Without its margin the heading would have room together with the whole caption.
+    // Without its margin the heading would fit together with the whole caption.
     fit("<h2 style='margin:30px 0'>Heading</h2><object data='none' type='text/none'><figure style='margin:0'><img "
         "src='none.svg' width='200' "
         "height='360' style='display:block'/><figcaption>"
@@ -254,7 +254,7 @@ TEST_F(PageFitTest, ABoxInARowOfBoxesIsDividedWithIt)
 
 TEST_F(PageFitTest, APictureThatFillsItsFigureHasNothingBesideIt)
 {
-    // The figure's margins have room for single letters.
+    // The figure's margins have room for only single letters.
     fit("<figure style='margin:0 40px'><img width='280' height='100' src='none.svg' style='float:left'/></figure>"
         "<p id='text'>a b c d e f</p>"
             + paragraphs(20),

@@ -8,7 +8,7 @@
 
 namespace pagora::test {
 
-// No input and no script moves the page from the position set by the reader.
+// No input and no script moves the page away from the position set by the reader.
 class PageInputTest : public PageViewTest {
 protected:
     void openThirdPage(const std::string& extra = {}, const std::string& head = {})
@@ -53,7 +53,7 @@ protected:
     // Clicks the middle of an element with the real pointer.
     void press(const std::string& id)
     {
-        // The only window, at the origin of the display.
+        // The window is the only one, at the origin of the display.
         const auto middle = evaluate("var box = document.getElementById('" + id
             + "').getBoundingClientRect(); Math.round(box.left + box.width / 2) + ' ' + Math.round(box.top + "
               "box.height / 2)");
@@ -122,7 +122,7 @@ TEST_F(PageInputTest, AVerticalScrollThatDriftsAndABrushTurnNothing)
 {
     noteFlicks();
     scroll(0, 600, 0, 3000);
-    // By 5 degrees.
+    // The angle is 5 degrees.
     scroll(52.5, 600, 262, 3000);
     scroll(0.8, 0, 100, 0);
     EXPECT_TRUE(flicks.empty());

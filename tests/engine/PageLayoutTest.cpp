@@ -21,7 +21,7 @@ protected:
                      "return box.left >= -1 && box.right <= innerWidth + 1; })()")
             == "true";
     }
-    // The page of the element according to the reader's arithmetic.
+    // Returns the page of the element according to the reader's arithmetic.
     long long pageOf(const std::string& id, int columns)
     {
         const long long columnWidth = static_cast<long long>(double(width) / columns - 40 * columns);

@@ -10,7 +10,7 @@ namespace {
 const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='10' "
                         "height='10'/></svg>";
 
-// The messages of a page to the program, without the load number.
+// Records the messages of a page to the program, without the load number.
 class SentMessages {
 public:
     explicit SentMessages(WebKitWebView* view)
@@ -27,7 +27,7 @@ public:
     SentMessages(const SentMessages&) = delete;
     SentMessages& operator=(const SentMessages&) = delete;
 
-    // Whether one of them has this prefix.
+    // Returns whether one of them has this prefix.
     bool contain(const std::string& beginning) const
     {
         return std::any_of(_texts.begin(), _texts.end(), [&](const std::string& text) {

@@ -25,7 +25,7 @@ protected:
     }
     void press() { evaluate("pagoraPressPicture(document.getElementById('picture'))"); }
     bool isShown() { return evaluate("document.querySelectorAll('dialog[data-pagora-picture]').length") == "1"; }
-    // The colour in the middle of the picture, as 0xRRGGBB.
+    // Returns the colour in the middle of the picture, as 0xRRGGBB.
     std::uint32_t colorOfPicture()
     {
         const int x = number("(() => { const box = document.getElementById('picture').getBoundingClientRect();"
@@ -50,7 +50,7 @@ protected:
         g_object_unref(taken);
         return pixels.at(static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x)) & 0xFFFFFFU;
     }
-    // The measures of the page that the reader's arithmetic uses.
+    // Returns the measures of the page that the reader's arithmetic uses.
     std::string layoutOfPage()
     {
         return evaluate("[document.body.scrollWidth, window.pageXOffset, document.body.innerHTML.length,"

@@ -21,7 +21,7 @@ protected:
                 attributes));
         load(url);
     }
-    // The number of hyphenated words of the element.
+    // Returns the number of hyphenated words of the element.
     long long brokenWords()
     {
         return number("(() => { const walker = document.createTreeWalker(document.getElementById('t'), 4);"
@@ -96,7 +96,7 @@ TEST_F(PageTypeTest, NoMoreThanThreeLinesInARowEndInAHyphen)
     for (int i = 0; i < 60; ++i)
         words += "incomprehensibilities ";
     loadNarrow("p", words);
-    // The maximum number of consecutive hyphenated lines.
+    // The expression returns the maximum number of consecutive hyphenated lines.
     EXPECT_EQ(number("(() => { const node = document.getElementById('t').firstChild; const broken = new Map();"
                      "for (const word of node.data.matchAll(/\\w+/g)) {"
                      "const range = document.createRange(); range.setStart(node, word.index);"

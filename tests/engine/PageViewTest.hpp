@@ -41,7 +41,7 @@ public:
 
     void webProcessDidTerminate() override { ++terminations; }
 
-    // The number of reports of that kind for a load.
+    // Returns the number of reports of that kind for a load.
     int count(Report::Kind kind, std::uint64_t load) const;
     bool documentIsThere(std::uint64_t load) const;
 
@@ -60,8 +60,7 @@ private:
 
 using Kind = RecordingDelegate::Report::Kind;
 
-// A window, 800 by 600 points, that shows a page view on a book folder of its own. The only place that runs the main
-// loop.
+// A window, 800 by 600 points, with a page view on a temporary book folder. Only this class runs the main loop.
 class PageViewTest : public testing::Test {
 protected:
     static constexpr int width = 800;
@@ -72,39 +71,39 @@ protected:
 
     // Replaces the page view by one of another kind, or with other options.
     void show(PageKind kind, double scriptTimeout = 60);
-    // The same with a short script timeout: several times the load time of a plain page on this machine.
+    // Same with a short script timeout: several times the load time of a plain page on this machine.
     void showWithShortTimeout(PageKind kind);
     // Replaces the view in the window.
     void embed(std::unique_ptr<PageView> view);
 
-    // Runs the main loop until the condition holds; false when it never does.
+    // Runs the main loop until the condition holds. Returns false on timeout.
     bool waitUntil(const std::function<bool()>& condition, double seconds = 120);
-    // The script's result.
+    // Returns the script's result.
     std::string evaluate(const std::string& script);
     long long number(const std::string& script) { return std::atoll(evaluate(script).c_str()); }
     // Waits for two frames of the page, so that pending work of the engine is done.
     void settle();
 
-    // Writes a file of the book and gives its URL.
+    // Writes a file of the book and returns its URL.
     Url write(const std::string& name, const std::string& content);
-    // An XHTML document with this body, and these attributes of its root.
+    // Returns an XHTML document with this body, and these attributes of its root.
     static std::string document(
         const std::string& body, const std::string& head = {}, const std::string& attributes = {});
-    // `count` paragraphs with the ids p0, p1, …
+    // Returns `count` paragraphs with the ids p0, p1, …
     static std::string paragraphs(int count);
-    // Loads and waits for the document's report; returns the load's number.
+    // Loads the URL and waits for the document's report. Returns the number of the load.
     std::uint64_t load(const Url& url);
     std::uint64_t loadDocument(const std::string& body, const std::string& head = {});
     std::uint64_t loadCompletely(const Url& url);
     // Lays the page out as the reader does.
     void layOut(int columns);
 
-    // A file outside the book's folder.
+    // Writes a file outside the book's folder and returns its URL.
     Url writeOutside(const std::string& name, const std::string& content);
 
     TemporaryFolder _folder;
     std::string _book;
-    // Applies to views shown later.
+    // Applies to views that are shown later.
     Confinement _confinement = Confinement::Full;
     RecordingDelegate _delegate;
     std::unique_ptr<PageEngine> _engine;

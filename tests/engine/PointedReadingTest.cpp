@@ -23,7 +23,7 @@ protected:
         open();
         webView().makeFirstResponder();
     }
-    // The popover of a note and its text, found in the parent widget of the page.
+    // Returns the popover of a note and its text, found in the parent widget of the page.
     Gtk::Popover* note()
     {
         auto& place = window().parts().widget<Gtk::Widget>("pagePlace");

@@ -97,7 +97,7 @@ TEST_F(ReaderWindowTest, PointerThatEntersAPageButtonGetsTheHandTwentyTimes)
     int hands = 0;
     button.property_cursor().signal_changed().connect([&] {
         hands += button.get_cursor() && button.get_cursor()->get_name() == "pointer";
-        // The values set by the page.
+        // The page sets these values.
         if (hands < 20)
             g_idle_add_once([](gpointer widget) { gtk_widget_set_cursor(GTK_WIDGET(widget), nullptr); }, button.gobj());
     });

@@ -17,7 +17,7 @@ TEST_F(ReaderFullScreenTest, TitleBarOfFullScreenTakesAtMostAFifthOfASecond)
     makeEpubWindow();
     epub->parts().header.setFullScreen(true);
     EXPECT_LE(revealerOf(widget<Gtk::HeaderBar>("headerBar")).get_transition_duration(), 200u);
-    // Each window needs a page of its own.
+    // Each window needs its own page.
     epub.reset();
     FixedWindowGtk fixed(toplevel, makePage());
     fixed.parts().header.setFullScreen(true);

@@ -33,7 +33,7 @@ protected:
         return { std::move(view), &area, [this](std::function<void(double)> handler) { flick = handler; } };
     }
 
-    // A window whose actions are recorded in `done`.
+    // Creates a window whose actions are recorded in `done`.
     void makeEpubWindow()
     {
         epub = std::make_unique<EpubWindowGtk>(toplevel, makePage());

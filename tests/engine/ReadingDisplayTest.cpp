@@ -47,7 +47,7 @@ protected:
         window().parts().widget<Gtk::ToggleButton>(button).set_active(true);
         settle();
     }
-    // Whether the offset is a whole number of pages, or the end of the strip.
+    // Returns whether the offset is a whole number of pages, or the end of the strip.
     bool isOnGrid()
     {
         const auto offset = number("window.pageXOffset");

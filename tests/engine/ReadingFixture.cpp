@@ -119,7 +119,7 @@ void ReadingTest::open(std::size_t index)
 
 WebKitWebView* ReadingTest::engineView() const
 {
-    // All windows of the program share one.
+    // All windows of the program share one toplevel.
     auto* const page = engineBelow(GTK_WIDGET(_program->toplevel.window().gobj()));
     return page ? WEBKIT_WEB_VIEW(page) : nullptr;
 }

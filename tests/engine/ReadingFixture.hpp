@@ -21,7 +21,7 @@
 
 namespace pagora::test {
 
-// Makes the real reader windows, and keeps a pointer to the last one.
+// Creates the real reader windows, and keeps a pointer to the last one.
 class KeptReaderWindows : public ReaderWindowFactory {
 public:
     KeptReaderWindows(std::string temporaryFolder, Toplevel& toplevel, RunLoop& runLoop)
@@ -78,20 +78,20 @@ protected:
     FixedEpubController& fixedReader() { return *state().reading._fixedWindowController->_fixedController(); }
     // Waits until a page of a fixed-layout book is shown.
     void settleFixed();
-    // The page view of the open book, of either kind.
+    // Returns the page view of the open book, of either kind.
     WebView& webView();
     WebKitWebView* engineView() const;
-    // The text on the clipboard.
+    // Returns the text on the clipboard.
     std::string clipboard();
     void turn(int tag);
     void moveSlider(double value);
     void goToChapter(std::size_t index);
-    // Whether the last page of the book is shown.
+    // Returns whether the last page of the book is shown.
     bool isAtEnd();
     std::string evaluate(const std::string& script);
     long long number(const std::string& script) { return std::atoll(evaluate(script).c_str()); }
 
-    // The shown chapter, offset and first words.
+    // The shown chapter, its offset and its first words.
     struct Place {
         std::uint64_t chapter = 0;
         long long offset = 0;
@@ -112,10 +112,10 @@ private:
     bool pageIsLoading() const;
 };
 
-// The archives in the folder PAGORA_CORPUS; none if it is not set.
+// Returns the archives in the folder PAGORA_CORPUS; none if it is not set.
 std::vector<std::string> corpusBooks();
 
-// The name of a test for a book or an archive.
+// Returns the name of a test for a book or an archive.
 std::string readingTestName(const std::string& book);
 
 }

@@ -20,7 +20,7 @@ protected:
             turn(1);
     }
     long long width() { return number("window.innerWidth"); }
-    // Whether the library is shown and no book is open.
+    // Returns whether the library is shown and no book is open.
     bool libraryIsShown()
     {
         return !state().reading._epubWindowController && _program->libraryWindow.mainWindow().isVisible();

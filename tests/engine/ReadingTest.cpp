@@ -145,7 +145,7 @@ TEST_P(ReadingAnyBook, ContentsEntriesShowTheirTargets)
         return;
     const auto entries
         = tableOfContentFrom(withTargetsFound(book()->content().value_or(Value::Array {}), *book()->bookPath()));
-    // Of a long list only a sample.
+    // Only a sample of a long list is tested.
     constexpr std::size_t enough = 60;
     for (std::size_t i = 0; i < entries.size(); i += 1 + entries.size() / enough) {
         const auto& entry = entries[i];

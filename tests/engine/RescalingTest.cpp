@@ -39,7 +39,7 @@ protected:
     double real(const std::string& script) { return std::atof(evaluate(script).c_str()); }
     std::string ownSize() { return evaluate("getWidth() + ' x ' + getHeight()"); }
 
-    // Whether the page has this size and is placed correctly in the view.
+    // Expects that the page has this size and is positioned correctly in the view.
     void expectPage(int pageWidth, int pageHeight)
     {
         EXPECT_EQ(ownSize(), std::to_string(pageWidth) + " x " + std::to_string(pageHeight));
@@ -187,7 +187,7 @@ TEST_F(RescalingTest, AnotherSizeOfTheViewScalesThePageAgainBeforeItIsDrawn)
         resizeTo(newWidth, newHeight);
         expectPage(600, 800);
     }
-    // A new size is drawn after its event.
+    // A resize event precedes the drawing in the new size.
     evaluate("var unfitted = 0; (function look() { const box = document.documentElement.getBoundingClientRect();"
              "if (Math.abs(box.height - Math.min(innerHeight, innerWidth * 4 / 3)) > 0.5) ++unfitted;"
              "requestAnimationFrame(look); })();");

@@ -25,7 +25,7 @@ protected:
         waitUntil([this] { return page.get_width() > 0; });
     }
 
-    // Waits until the panes have these widths.
+    // Waits until the panes have these widths. Returns false on timeout.
     bool areShown(int contentsWidth, int pageWidth)
     {
         return waitUntil([&] { return contents.get_width() == contentsWidth && page.get_width() == pageWidth; });

@@ -16,7 +16,7 @@ struct OpenedChapters : ContentsDelegate {
     std::vector<std::string> urls;
 };
 
-// A contents pane 300 points high in a window of its own.
+// A contents pane in a window, 300 points high.
 class TocViewTest : public ToolkitTest {
 protected:
     TocViewTest()
@@ -198,7 +198,7 @@ TEST_F(TocViewTest, ActiveLinkIsBroughtTowardTheMiddle)
     load(50);
     ASSERT_TRUE(isLaidOut());
     pane.updateTOClinkWithKey("25", 300);
-    // Its lower edge is at 480 from the bottom; the bottom of the visible part is half the height below it.
+    // The entry's lower edge is at 480 from the bottom; the bottom of the visible part is half the height below it.
     EXPECT_EQ(scrolled(), 1000 - (480 - 150) - 300);
 }
 

@@ -15,7 +15,7 @@ namespace pagora::test {
 // Base class of tests with widgets.
 class ToolkitTest : public testing::Test {
 protected:
-    // Runs the main loop until the condition holds; false when it never does.
+    // Runs the main loop until the condition holds. Returns false on timeout.
     static bool waitUntil(const std::function<bool()>& condition, unsigned seconds = 120)
     {
         bool isLate = false;
@@ -52,7 +52,7 @@ protected:
         return taken;
     }
 
-    // Whether the widget shows a tooltip where the pointer rests on it.
+    // Returns whether the widget shows a tooltip when the pointer rests on it.
     static bool showsTooltip(Gtk::Widget& widget)
     {
         gboolean shows = FALSE;
@@ -61,7 +61,7 @@ protected:
         return shows;
     }
 
-    // Books with the titles "Title 0", "Title 1", …
+    // Returns books with the titles "Title 0", "Title 1", …
     static std::shared_ptr<std::vector<BookInfoPtr>> makeBooks(int count)
     {
         auto books = std::make_shared<std::vector<BookInfoPtr>>();

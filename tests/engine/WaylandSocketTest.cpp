@@ -13,7 +13,7 @@ namespace pagora::test {
 
 namespace {
 
-// The variables are those that the test gives, and afterwards those that they were.
+// Sets environment variables for a test and restores them afterwards.
 class WaylandSocket : public testing::Test {
 protected:
     ~WaylandSocket() override

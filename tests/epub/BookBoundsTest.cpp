@@ -28,7 +28,7 @@ std::string nested(int depth)
     return repeated(static_cast<std::size_t>(depth), "<a>") + repeated(static_cast<std::size_t>(depth), "</a>");
 }
 
-// Entities that expand to `size` bytes of text, within the permitted number.
+// Returns entities that expand to `size` bytes of text, within the permitted number.
 std::string expanding(std::size_t size)
 {
     constexpr std::size_t piece = 1024;
@@ -97,7 +97,7 @@ StoredArchive withMembers(std::uint64_t count)
     return archive;
 }
 
-// An archive with members of these declared sizes, large enough for the permitted ratio.
+// Returns an archive with members of these declared sizes, large enough for the permitted ratio.
 StoredArchive withSizes(const std::vector<std::uint64_t>& sizes, std::size_t bytes = 0)
 {
     auto archive = Book().archive().add("padding", std::string(bytes, 'x'));
@@ -283,7 +283,7 @@ TEST_F(BookBounds, EntitiesOfEntities)
 
 TEST_F(BookBounds, ItemsOfTheManifest)
 {
-    // Three members are the book's own.
+    // Three members belong to the book itself.
     EXPECT_TRUE(imports({ .items = repeated(_book.manifestItems - 3, "<item id='a' href='b'/>") }));
     EXPECT_FALSE(imports({ .items = repeated(_book.manifestItems - 2, "<item id='a' href='b'/>") }));
 }
@@ -308,7 +308,7 @@ TEST_F(BookBounds, EntriesOfTheContents)
 
 TEST_F(BookBounds, BytesOfTheEntry)
 {
-    // Each path has 4 kB below the book's folder, plus a few stored bytes, as have the other fields.
+    // Each path has 4 kB below the book's folder, plus a few stored bytes, like the other fields.
     constexpr std::size_t pathBytes = 4'096;
     const auto base = _hub.layout._booksPath + "/Book/";
     const auto most = _book.entryBytes / pathBytes;
@@ -324,7 +324,7 @@ TEST_F(BookBounds, BytesOfTheEntry)
     };
     EXPECT_TRUE(imports(contents(most - 6)));
     EXPECT_FALSE(imports(contents(most)));
-    // The sum of both.
+    // Both count toward the limit.
     auto both = references(most / 2);
     both.contents = contents(most / 2).contents;
     EXPECT_FALSE(imports(both));
@@ -335,13 +335,13 @@ TEST_F(BookBounds, DeclarationsOfADocument)
     const auto declaring = [&](std::size_t bytes) {
         const std::string start = "<!DOCTYPE ncx [<!ENTITY e '";
         const std::string end = "'>]>";
-        // Counted from the end of the name.
+        // The size is measured from the end of the name.
         return start + std::string(bytes - start.size() - end.size(), 'x') + end + "<ncx/>";
     };
     EXPECT_TRUE(imports({ .contents = declaring(_xml.subsetBytes) }));
     EXPECT_FALSE(imports({ .contents = declaring(_xml.subsetBytes + 100) }));
     EXPECT_FALSE(imports({ .page = declaring(_xml.subsetBytes + 100), .fixed = true }));
-    // A document type without an end.
+    // The document type is not closed.
     EXPECT_FALSE(imports({ .contents = "<!DOCTYPE ncx [" + std::string(10 * _xml.subsetBytes, ' ') }));
 }
 

@@ -18,7 +18,7 @@ protected:
     void make(const std::string& file) { test::makeFile(book() + "/" + file, ""); }
     std::string book() const { return _folder.path("Book"); }
 
-    // The resolved target of the only entry, as a path in the book.
+    // Returns the resolved target of the only entry, as a path in the book.
     std::string target(const std::string& src)
     {
         const Value::Array content { Value::Dictionary {

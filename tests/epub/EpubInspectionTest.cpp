@@ -76,7 +76,7 @@ TEST_F(EpubInspectionTest, MimetypeWithOneByteBeyondAsciiIsRejected)
 TEST_F(EpubInspectionTest, BookWithAWrongCheckSumComesIn)
 {
     const auto path = EpubBuilder().title("Right").write(_folder.path("Book.epub"));
-    // The checksum of the mimetype in both headers.
+    // This is the checksum of the mimetype in both headers.
     const auto sum = contentsOf(path).substr(14, 4);
     test::replaceInFile(path, sum, "summ");
     const auto book = inspectFile(path);

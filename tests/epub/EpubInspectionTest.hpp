@@ -30,7 +30,7 @@ protected:
     {
         return inspectFile(builder.write(_folder.path("Book.epub")), stopOnErrors);
     }
-    // The paths of a record's files, relative to the book's folder.
+    // Returns the paths of a record's files, relative to the book's folder.
     Lines filesOf(const BookInfoPtr& book) const
     {
         Lines paths;
@@ -47,7 +47,7 @@ protected:
     test::FakeInspectionHub _hub { _folder.path() };
 };
 
-// A book whose package document is at `path` and has this content.
+// Returns a book whose package document is at `path` and has this content.
 inline EpubBuilder withPackage(
     const std::string& path, const std::string& manifest, const std::string& spine, const std::string& metadata = {})
 {

@@ -48,7 +48,7 @@ std::string numbered(std::size_t count, const std::string& before, const std::st
     return all;
 }
 
-// ASCII as UTF-16.
+// Converts ASCII to UTF-16.
 std::string wide(const std::string& text)
 {
     std::string result = "\xFE\xFF";
@@ -57,7 +57,7 @@ std::string wide(const std::string& text)
     return result;
 }
 
-// Incompressible bytes.
+// Returns incompressible bytes.
 std::string noise(std::size_t size)
 {
     std::string bytes;

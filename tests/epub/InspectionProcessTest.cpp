@@ -39,12 +39,12 @@ protected:
         EXPECT_EQ(_hub.faultyBooks, tooLarge);
         EXPECT_TRUE(inspect(EpubBuilder()));
     }
-    // A slow book is rejected by this process.
+    // Expects that the process rejects a slow book.
     void expectTooLarge(InspectionProcess& process);
 
     test::TemporaryFolder _folder;
     test::FakeInspectionHub _hub { _folder.path() };
-    // Whether the program ends as soon as the process runs.
+    // True if the program ends as soon as the process runs.
     bool _endsWithStart = false;
     bool _isEnded = false;
     InspectionProcess _process { _hub, [this] {
@@ -53,7 +53,7 @@ protected:
                                 } };
 };
 
-// Elements with the maximum number of attributes. The parser's time is quadratic in their number.
+// Returns elements with the maximum number of attributes. The parser's time is quadratic in their number.
 std::string manyAttributes(int elements)
 {
     std::string element = "<e";

@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 
-// Locations of many books, above the limit of the linear search.
+// Returns the locations of many books, above the limit of the linear search.
 std::vector<std::string> manyLocations()
 {
     std::vector<std::string> locations;

@@ -11,7 +11,7 @@ using namespace pagora::test;
 
 namespace {
 
-// The entries as lines: level, label and target within the book.
+// Returns the entries as lines: level, label and target within the book.
 std::vector<std::string> lines(const std::vector<NavigationPoint>& points)
 {
     std::vector<std::string> result;

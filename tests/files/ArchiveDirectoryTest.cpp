@@ -13,7 +13,7 @@ using test::StoredArchive;
 
 constexpr std::size_t endBytes = 22;
 
-// The error of opening an archive with these bytes; empty if it opens.
+// Returns the error of opening an archive with these bytes; nullopt if it opens.
 std::optional<ArchiveProblem> problemOf(const std::string& bytes, const ArchiveLimits& limits = {})
 {
     test::TemporaryFolder folder;

@@ -34,7 +34,7 @@ protected:
     std::string destination() const { return _folder.path("out/in"); }
     std::string extracted(const std::string& name) const { return contentsOf(destination() + "/" + name); }
 
-    // Every file below the destination, sorted.
+    // Returns every file below the destination, sorted.
     std::vector<std::string> names() const
     {
         std::vector<std::string> names;
@@ -236,7 +236,7 @@ TEST_F(ArchiveFolder, MemberWithDamagedBytesKeepsThoseBefore)
         text += std::to_string(i * 7'919 % 20'011) + ' ';
     const auto path = EpubBuilder::empty().member("bad", text).member("good", "x").write(_folder.path("x.epub"));
     auto bytes = contentsOf(path);
-    // A deflate block of an invalid type.
+    // This makes a deflate block of an invalid type.
     bytes.replace(bytes.size() / 2, 100, 100, '\xFF');
     auto archive = Archive::open(makeFile(path, bytes));
     ASSERT_TRUE(archive);

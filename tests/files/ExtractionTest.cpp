@@ -18,7 +18,7 @@ using test::contentsOf;
 using test::makeFile;
 using test::StoredArchive;
 
-// All files, folders and links in a folder, by path, with their attributes. Links are not followed.
+// Returns all files, folders and links in a folder, by path, with their attributes. Links are not followed.
 std::map<std::string, std::string> everythingBelow(const std::string& folder)
 {
     std::map<std::string, std::string> found;
@@ -70,7 +70,7 @@ protected:
                 << entry.path();
     }
 
-    // A link that exists in the book's folder before the extraction.
+    // Creates a link in the book's folder before the extraction.
     void makeLink(const std::string& name, const std::string& target)
     {
         fs::create_symlink(target, book() + "/" + name);
@@ -177,7 +177,7 @@ TEST_F(Extraction, LinkInTheFolderGivesWayToAMemberThatCannotBeRead)
 {
     makeLink("letter", _root.path("home/Documents/letter"));
     auto archive = StoredArchive().add("letter", "x").bytes();
-    // The directory entry points behind the end of the file.
+    // The directory entry points beyond the end of the file.
     archive.replace(archive.find("PK\1\2") + 42, 4, "\xFF\xFF\xFF\x7F");
     extract(archive);
     EXPECT_FALSE(fs::is_symlink(book() + "/letter"));

@@ -40,7 +40,7 @@ std::string bytesOf(const EpubBuilder& builder)
     return test::contentsOf(builder.write(folder.path("x.zip")));
 }
 
-// Three compressed members, large enough to be damaged.
+// Returns three compressed members, large enough to be damaged.
 std::string packed()
 {
     std::string text;
@@ -80,7 +80,7 @@ std::string withDirectorySize(std::string bytes, int by)
     return withEnd(std::move(bytes), 12, size + static_cast<std::uint64_t>(by), 4);
 }
 
-// The offset of a directory entry.
+// Returns the offset of a directory entry.
 std::size_t entryOf(const std::string& bytes, int number)
 {
     auto at = static_cast<std::size_t>(littleEndian(bytes, endOf(bytes) + 16, 4));
@@ -106,7 +106,7 @@ std::string withExtra(std::string bytes, int number, const std::string& extra)
     return withDirectorySize(std::move(bytes), static_cast<int>(extra.size()) - static_cast<int>(before));
 }
 
-// A field whose declared size is too large.
+// Returns a field whose declared size is too large.
 std::string longField()
 {
     return { "\x55\x54\xF4\x01"

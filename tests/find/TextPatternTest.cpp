@@ -6,7 +6,7 @@ using namespace pagora;
 
 namespace {
 
-// The matches of the pattern: "match@start-end".
+// Returns the matches of the pattern: "match@start-end".
 std::vector<std::string> found(std::string_view pattern, std::string_view text, WholeWords words = WholeWords::No)
 {
     std::vector<std::string> result;

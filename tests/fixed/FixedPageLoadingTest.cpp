@@ -171,7 +171,7 @@ TEST_F(FixedPageLoading, ADividerThatMovesScalesNothing)
     parts->mainSplitView.frames[0].width = 300;
     page().resizeTo(750, 600);
     EXPECT_TRUE(page().scripts.empty());
-    // The next change is that of the window.
+    // The next change comes from the window.
     parts->mainSplitView.rect.width = 1200;
     parts->mainSplitView.frames[0].width = 320;
     page().resizeTo(879, 600);

@@ -49,7 +49,7 @@ protected:
         page().finishDocument();
         loadsBefore = page().loads.size();
     }
-    // The URLs loaded since `openAt`.
+    // Returns the URLs loaded since `openAt`.
     std::vector<Url> newLoads() const
     {
         const auto& all = parts->webView.loads;

@@ -51,7 +51,7 @@ protected:
         view->answer = [](const std::string& script) { return "answer to " + script; };
         return view;
     }
-    // Page two is loaded in the second view and its scripts are done.
+    // Loads page two in the second view and completes its scripts.
     void prepareTwo()
     {
         pages.prepareRequest(two, { "a", "b" });

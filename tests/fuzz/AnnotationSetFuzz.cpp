@@ -4,7 +4,7 @@
 
 using namespace pagora;
 
-// What is written is read again as the same set.
+// A written set must be read again as the same set.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const test::FuzzRun run;

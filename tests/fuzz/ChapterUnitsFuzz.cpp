@@ -7,7 +7,7 @@
 
 using namespace pagora;
 
-// The first line of the input is a text that the page shows, and gives its place by its length; the rest is the
+// The first line of the input is a text on the page, and its length determines the text's place; the rest is the
 // document.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -41,7 +41,7 @@ void tryPath(const std::string& path, const std::string& other)
     require(matchesWildcards(other, "*") && matchesWildcards(path, path + "*") >= !hasWildcards(path));
 }
 
-// An unpacked book whose contents file is in another folder than its package document.
+// Returns an unpacked book whose contents file is in another folder than its package document.
 const std::string& book()
 {
     static const test::TemporaryFolder folder;
@@ -65,7 +65,7 @@ void tryTarget(const std::string& target)
 
 }
 
-// Three lines: a target and two paths.
+// The input has three lines: a target and two paths.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const test::FuzzRun run;

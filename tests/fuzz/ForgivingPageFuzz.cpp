@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     test::require(page || text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"));
     if (page) {
         test::require(page->html.starts_with("<!DOCTYPE html>\n") && !page->encoding.empty());
-        // A character becomes at most a character reference.
+        // Each character becomes at most a character reference.
         test::require(page->html.size() <= 8 * size + 64);
     }
     return 0;

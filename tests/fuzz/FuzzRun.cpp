@@ -17,7 +17,7 @@ namespace pagora::test {
 
 namespace {
 
-// The processor time of this process, which does not depend on other programs.
+// Returns the processor time of this process, which does not depend on other programs.
 Milliseconds processorTime()
 {
     timespec now {};

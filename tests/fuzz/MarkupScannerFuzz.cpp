@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto document = markupFrom(bytes);
     test::require(isUtf8(document));
 
-    // Each token starts behind the previous one.
+    // Each token starts after the previous one.
     MarkupScanner scanner(document);
     const char* end = document.data();
     while (const auto token = scanner.next()) {

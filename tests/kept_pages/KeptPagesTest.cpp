@@ -32,7 +32,7 @@ protected:
             paths.push_back(appendingPathComponent(inFolder, name));
         return paths;
     }
-    // As if it had been written that long ago.
+    // Sets the time of the file's last change to that many seconds ago.
     static void age(const std::string& path, int seconds)
     {
         const timespec time { 1'000'000'000 - seconds, 0 };

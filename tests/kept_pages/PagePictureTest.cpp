@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* key = "the key";
 
-// Of as many colours, as far as it has pixels.
+// Returns a picture with that many colours, if it has enough pixels.
 PagePicture pictureOf(int width, int height, int colors)
 {
     PagePicture picture { width, height, 2, "engine 1", "rgb(1,2,3)", {} };
@@ -114,7 +114,7 @@ TEST(PagePicture, ThatDeclaresMoreThanTheLimitsIsNotRead)
     EXPECT_FALSE(decodedPage("PNG", ""));
 }
 
-// 6 megabytes of zeroes take 6 kB: a stream may hold far more than its picture declares.
+// 6 megabytes of zeroes take 6 kB, so a stream may contain far more than its picture declares.
 TEST(PagePicture, WhoseStreamHoldsMoreThanItDeclaresIsNotRead)
 {
     auto bytes = encodedPage(pictureOf(3000, 2000, 1), key).value();

@@ -39,17 +39,17 @@ public:
 
     // Writes the masters and a download of each.
     void fill() const;
-    // The names of the archives in the library folder.
+    // Returns the names of the archives in the library folder.
     std::set<std::string> archives() const;
-    // The faults of the home's files: damaged archives, books without an intact archive, renamed stores. Empty if there
-    // are none.
+    // Returns the faults of the home's files: damaged archives, books without an intact archive, renamed stores. Empty
+    // if there are none.
     std::string fault() const;
 
 private:
     std::string _path;
 };
 
-// The state in a store's values. `fault` receives the error of an invalid entry.
+// Returns the state in a store's values. `fault` receives the error of an invalid entry.
 KeptState keptState(const Value& values, std::string& fault);
 
 }

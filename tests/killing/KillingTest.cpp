@@ -19,7 +19,7 @@ using test::KeptState;
 
 namespace {
 
-// A worker seldom makes more changes.
+// A worker rarely makes more changes.
 constexpr long maxMoments = 600;
 
 int killsAskedFor()
@@ -28,7 +28,7 @@ int killsAskedFor()
     return text ? std::atoi(text) : 50;
 }
 
-// Runs a worker in the home until it is killed; false if it ended by itself.
+// Runs a worker in the home until it is killed. Returns false if it ended by itself.
 bool workerIsKilled(const Home& home, unsigned seed, long killAt)
 {
     const auto seedText = std::to_string(seed);
@@ -60,7 +60,7 @@ Step stepFrom(const std::string& line)
     return step;
 }
 
-// The state after a step.
+// Returns the state after a step.
 KeptState after(const Step& step, KeptState state, const std::set<std::string>& archives)
 {
     if (step.word == "import") {
@@ -73,7 +73,7 @@ KeptState after(const Step& step, KeptState state, const std::set<std::string>& 
             state.books.erase(name);
     } else if (step.word == "reset") {
         state.setting = 0;
-        // The books are those with archives in the folder. A library without books is kept.
+        // The library has the books with archives in the folder. A library without books is kept.
         for (auto& [name, place] : state.books)
             place = archives.empty() ? place : 0;
     } else if (step.word == "launch") {

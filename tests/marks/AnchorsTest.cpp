@@ -31,7 +31,7 @@ struct Anchors : testing::Test {
     {
         writeFile(documents.paths[chapter], "<html><body>" + body + "</body></html>");
     }
-    // A mark for a text in the document's current content.
+    // Returns a mark for a text in the document's current content.
     Mark markOf(std::size_t chapter, const std::string& text)
     {
         std::uint32_t blanks = 0;

@@ -15,7 +15,7 @@ namespace pagora {
 namespace {
 
 constexpr int kills = 200;
-// A worker seldom makes more changes.
+// A worker rarely makes more changes.
 constexpr unsigned maxMoments = 250;
 
 bool workerIsKilled(const std::string& archive, const std::string& diary, unsigned killAt)
@@ -62,10 +62,10 @@ TEST(MarksKilling, LosesNoMarkThatWasSaidToBeSaved)
             found.insert(mark.id);
         for (const auto& id : saved)
             EXPECT_TRUE(found.contains(id) || id == removing) << id << " was lost";
-        // One mark may be saved that nobody was told of.
+        // One mark may be saved that was not reported as saved yet.
         EXPECT_LE(found.size(), saved.size() + 1);
         saved = found;
-        // The next worker starts anew.
+        // The next worker starts with an empty file.
         if (saved.size() > 40) {
             removeItem(folder.path("Book.annotation"));
             saved.clear();

@@ -79,7 +79,7 @@ TEST_F(MarksFileTest, MergesWhatAnotherProgramWroteMeanwhile)
     changed.note = "theirs";
     changed.modified = "2999-01-01T00:00:00Z";
     others.write({ { changed }, { two, true }, { markOf("three") } });
-    // This one changed the same mark before that, and adds a fourth.
+    // This program changed the same mark before, and adds a fourth one.
     one.note = "mine";
     one.modified = timeNow();
     EXPECT_EQ(textsOf(file.write({ { one }, { markOf("four") } })), (Texts { "one:theirs", "three", "four" }));

@@ -264,7 +264,7 @@ TEST_F(BookMarksTest, MakesTheListOfAHundredThousandMarksInTheBackground)
     open();
     EXPECT_TRUE(lines().empty());
     loop.finishBackground();
-    // The marks are there, and nothing of the list.
+    // The marks were read, but the list is still empty.
     EXPECT_EQ(marks->store()->marks().size(), maxMarks);
     EXPECT_TRUE(lines().empty());
     loop.finishBackground();

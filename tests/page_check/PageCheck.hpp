@@ -23,16 +23,16 @@ struct PageSetting {
     int columns;
 };
 
-// All combinations of these.
+// Returns all combinations of these.
 std::vector<PageSetting> pageSettings(const std::vector<std::pair<int, int>>& sizes,
     const std::vector<double>& textSizes, const std::vector<int>& columns);
 
-// The script that counts the faults of the shown chapter: see page-faults.js.
+// Returns the script that counts the faults of the shown chapter: see page-faults.js.
 std::string pageFaultsScript();
 
 struct PageFault {
     long count = 0;
-    // The place and the words.
+    // The place of each example, and its words.
     std::vector<std::string> examples;
 
     void add(const std::string& example)
@@ -52,15 +52,16 @@ struct CheckedPages {
 };
 
 // Lays books out in the real page view, with the scripts of the reader, and counts the faults of the pages. Needs a
-// display larger than all settings. Main thread.
+// display larger than all settings. Main thread only.
 class PageCheck {
 public:
     PageCheck();
     ~PageCheck();
 
-    // Checks every chapter of a reflowable book in every setting. Missing if the archive is no reflowable book.
+    // Checks every chapter of a reflowable book in every setting. Returns nullopt if the archive is not a reflowable
+    // book.
     std::optional<CheckedPages> check(const std::string& archive, const std::vector<PageSetting>& settings);
-    // Called with a line after each chapter.
+    // Sets the callback that gets a line after each chapter.
     void setProgress(std::function<void(const std::string&)> progress) { _progress = std::move(progress); }
 
 private:
@@ -71,13 +72,13 @@ private:
     void resize(int width, int height);
     bool load(const Url& chapter, const PageSetting& setting);
     void layOut(const PageSetting& setting);
-    // Adds the faults of the layout; false if the engine did not answer.
+    // Adds the faults of the layout. Returns false if the engine did not answer.
     bool count(CheckedPages& checked, const std::string& place);
 
     TemporaryFolder _folder;
     FakeInspectionHub _hub;
     std::string _script;
-    // Of the book that is checked.
+    // Language of the book that is checked.
     std::string _language;
     std::unique_ptr<LoadedPage> _page;
     std::unique_ptr<PageEngine> _engine;

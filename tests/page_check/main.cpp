@@ -22,7 +22,7 @@ namespace {
 using namespace pagora;
 using namespace pagora::test;
 
-// The minimum, default and maximum text size of the reader window.
+// Returns the minimum, default and maximum text size of the reader window.
 std::vector<double> textSizes()
 {
     const auto builder = Gtk::Builder::create();
@@ -31,7 +31,7 @@ std::vector<double> textSizes()
     return { range->get_lower(), (range->get_lower() + range->get_upper()) / 2, range->get_upper() };
 }
 
-// Takes an option with its values from the front of the words; empty where there is none.
+// Removes an option and its values from the start of the words and returns them; empty if there is none.
 std::vector<std::string> takeOption(std::vector<std::string>& words)
 {
     const std::size_t length = words.empty() ? 0 : words.front() == "--quick" ? 1 : words.front() == "--at" ? 5 : 0;

@@ -20,7 +20,7 @@ std::string svg(const std::string& content)
     return "<svg xmlns='http://www.w3.org/2000/svg' width='100' height='150'>" + content + "</svg>";
 }
 
-// An element that expands to 10^`depth` elements.
+// Returns an element that expands to 10^`depth` elements.
 std::string manyTimes(int depth)
 {
     std::string content = "<g id='a0'><rect width='1' height='1'/></g>";

@@ -11,7 +11,7 @@ namespace {
 
 class BookSearchTest : public ReaderTest {
 protected:
-    // A book with these chapters. The contents have entries for those with a name.
+    // Opens a book with these chapters. The contents have entries for those with a name.
     void read(const std::vector<std::string>& texts, const std::vector<std::string>& names = {})
     {
         std::vector<Url> splits;
@@ -34,7 +34,7 @@ protected:
         loop.runPosted();
     }
     FakeSearchPane& pane() { return parts->searchPane; }
-    // The scripts that paint.
+    // Returns the last script that paints matches.
     std::string lastScript()
     {
         const auto& all = page().scripts;

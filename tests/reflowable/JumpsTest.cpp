@@ -1,4 +1,4 @@
-// Jumps to exact places, and the way back from them.
+// Jumps to exact places, and returning from them.
 
 #include "tests/reflowable/ReaderTest.hpp"
 
@@ -17,7 +17,7 @@ protected:
     }
     void goTo(std::size_t split, PlaceInChapter place) { reader->goTo({ chapter(split), std::move(place) }); }
 
-    // The place of a text according to the page.
+    // The offset of a text according to the page.
     std::string offset = "1600";
 };
 

@@ -86,7 +86,7 @@ TEST_F(Paging, ALinkThatCannotBeShownHidesNoChapter)
     page().page.X = 1600;
     reader->changePage(on);
     page().finishDocument();
-    // A link in the page, not requested by the reader.
+    // This load is a link in the page, not a request of the reader.
     page().failDocument();
     page().page.X = 0;
     reader->changePage(back);

@@ -10,7 +10,7 @@ protected:
     static constexpr int back = 0;
     static constexpr int on = 1;
 
-    // A seek to this fraction of the second of three chapters.
+    // Seeks to this fraction of the second of three chapters.
     void seekTo(double fraction)
     {
         open(3, 1);

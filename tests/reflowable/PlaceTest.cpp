@@ -220,7 +220,7 @@ TEST_F(Place, DoesNotDriftOverManyReadings)
                     makeReader();
                     reader->setNumberOfColumns(C);
                     open(1);
-                    // A page backwards from here snaps to the column's start.
+                    // Turning a page back from here snaps to the column's start.
                     page().page.X = static_cast<std::int64_t>(n * W / C);
                     reader->updateColumns();
                     const auto X = page().page.X;

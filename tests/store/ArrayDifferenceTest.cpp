@@ -30,7 +30,7 @@ std::size_t written(const ArrayDifference& difference)
     return static_cast<std::size_t>(std::count(difference.isKept.begin(), difference.isKept.end(), false));
 }
 
-// Applies the difference; checks that ranks ascend.
+// Returns the elements after the difference, and expects ascending ranks.
 std::vector<StoredElement> applied(std::vector<StoredElement> elements, const ArrayDifference& difference)
 {
     const auto start = elements.begin() + static_cast<std::ptrdiff_t>(difference.start);
@@ -125,7 +125,7 @@ TEST(ArrayDifference, AnyShufflingAddingAndRemovingComesOutRight)
                 std::iter_swap(place, array.begin());
                 break;
             default:
-                // The same element twice.
+                // The array contains the same element twice.
                 array.push_back(*place);
             }
         }

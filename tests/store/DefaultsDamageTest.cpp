@@ -50,7 +50,7 @@ struct DefaultsDamage : testing::Test {
     }
 
     std::string bytesOf(const std::string& name) const { return contentsOf(folder.path("whole/" + name)); }
-    // Makes a folder with a file and a backup of these bytes.
+    // Creates a folder with a file and a backup of these bytes. Returns its path.
     std::string folderWith(const std::string& file, const std::string& backup) const
     {
         static int number = 0;

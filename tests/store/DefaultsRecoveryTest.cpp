@@ -36,7 +36,7 @@ public:
     std::string file() const { return folder.path("defaults.sqlite"); }
     std::string backup() const { return folder.path("defaults-backup.sqlite"); }
 
-    // The names of files that were renamed as `kind`.
+    // Returns the names of files that were renamed as `kind`.
     std::vector<std::string> setAside(const std::string& kind) const
     {
         std::vector<std::string> names;

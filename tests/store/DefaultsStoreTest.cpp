@@ -22,7 +22,7 @@ Value entry(int number, const Data& cover)
     return Value::Dictionary { { "CoverImage", cover }, { "LastInd", number } };
 }
 
-// The paths of a book's files.
+// Returns the paths of a book's files.
 Value paths(const std::string& folder = "/books/Sea")
 {
     Value::Array paths;

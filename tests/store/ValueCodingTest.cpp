@@ -7,7 +7,7 @@ using namespace pagora;
 
 namespace {
 
-// A dictionary of every kind of value with a cover and a list that are stored elsewhere.
+// Returns a dictionary of every kind of value, with a cover and a list that are stored elsewhere.
 Value bookWithParts()
 {
     return Value::Dictionary { { "CoverImage", Data("large") }, { "Files", Value::Array { "a", "b" } },
@@ -71,7 +71,7 @@ TEST(ValueCoding, AnotherVersionIsMalformed)
 
 TEST(ValueCoding, AFalseCountIsMalformed)
 {
-    // An array with a declared size of 2^63.
+    // The bytes declare an array of 2^63 elements.
     EXPECT_EQ(decodeValue("\x01\x09\x80\x80\x80\x80\x80\x80\x80\x80\x80\x01"), std::nullopt);
 }
 

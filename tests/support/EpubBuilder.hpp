@@ -15,7 +15,7 @@ enum class MemberKind { Plain, Link, Encrypted, NameNotUtf8 };
 class EpubBuilder {
 public:
     EpubBuilder() = default;
-    // An archive without members.
+    // Returns an archive without members.
     static EpubBuilder empty();
 
     EpubBuilder& title(std::string title);
@@ -60,14 +60,14 @@ private:
     std::vector<std::string> _removed;
 };
 
-// A picture of one colour, as bytes in a format such as "jpeg" or "png". `alpha` of 0 makes it transparent.
+// Returns a picture of one colour, as bytes in a format such as "jpeg" or "png". An `alpha` of 0 makes it transparent.
 std::string picture(int width, int height, const std::string& format = "jpeg", unsigned char alpha = 255);
 
 // Replaces every occurrence of `from` by `to` in a text, or in a file.
 std::string replaced(std::string text, const std::string& from, const std::string& to);
 void replaceInFile(const std::string& path, const std::string& from, const std::string& to);
 std::string contentsOf(const std::string& path);
-// Writes a file, with the folders above it, and returns its path.
+// Writes a file, creates its parent folders, and returns its path.
 std::string makeFile(const std::string& path, const std::string& bytes);
 
 }

@@ -63,7 +63,7 @@ public:
 
     static constexpr double pointsPerByte = 7;
     std::string text;
-    // Every text it was given, in order.
+    // Every text that was set, in order.
     std::vector<std::string> texts;
     // Called with each text that is set.
     std::function<void(const std::string&)> whenSet;
@@ -94,7 +94,7 @@ public:
     double least = 0;
     double most = 0;
     double value = 0;
-    // Every value it was given, in order.
+    // Every value that was set, in order.
     std::vector<double> values;
 };
 
@@ -174,7 +174,7 @@ public:
     }
 
     Color fill = Color::clear();
-    // Every colour it was filled with, in order.
+    // Every colour that was set, in order.
     std::vector<Color> fills;
 };
 
@@ -195,7 +195,7 @@ public:
     void setItemHidden(int index, bool hidden) override { items.at(static_cast<std::size_t>(index)).hidden = hidden; }
     void insertSeparator(int index) override { items.insert(items.begin() + index, { separator }); }
 
-    // The titles that are shown, from the top down.
+    // Returns the titles that are shown, from the top down.
     std::vector<std::string> shownTitles() const
     {
         std::vector<std::string> titles;

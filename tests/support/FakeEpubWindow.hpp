@@ -38,7 +38,7 @@ public:
     void setLines(const ListedMarks& listed) override
     {
         lines = *listed.lines;
-        // Of the last change of the list.
+        // Describes the last change of the list.
         if (listed.sameAtStart + listed.sameAtEnd < lines.size()) {
             sameAtStart = listed.sameAtStart;
             sameAtEnd = listed.sameAtEnd;
@@ -138,7 +138,7 @@ struct ReaderWindowParts {
     std::vector<std::string> copied;
     std::int64_t pageOfChapter = 0;
     std::int64_t pagesOfChapter = 0;
-    // Whether the window still exists.
+    // True if the window still exists.
     bool open = true;
 
     ReaderWindowParts()
@@ -150,7 +150,7 @@ struct ReaderWindowParts {
     }
 };
 
-// Both kinds of reader window; `Interface` is EpubWindow or ReaderWindow.
+// The common part of both kinds of reader window; `Interface` is EpubWindow or ReaderWindow.
 template <typename Interface>
 class FakeReaderWindowBase : public Interface {
 public:
@@ -182,7 +182,7 @@ public:
     std::shared_ptr<ReaderWindowParts> parts;
 };
 
-// What both show of marks and selected text.
+// The part that shows marks and selected text.
 template <typename Interface>
 class FakeMarkedWindow : public FakeReaderWindowBase<Interface> {
 public:
@@ -221,7 +221,7 @@ public:
     std::vector<std::string> availableFontFamilies() const override { return parts->fontFamilies; }
 };
 
-// Keeps the parts of all windows that it made, in order.
+// Keeps the parts of all windows that it created, in order.
 class FakeReaderWindowFactory : public ReaderWindowFactory {
 public:
     std::unique_ptr<EpubWindow> makeEpubWindow() override
@@ -244,9 +244,9 @@ public:
     int timesPrepared = 0;
     std::function<void()> onPrepare;
     Journal* journal = nullptr;
-    // Whether new windows hold the reply to `laidOut`.
+    // True if new windows hold the reply to `laidOut`.
     bool holdsLayout = false;
-    // Whether new windows are in full screen, as the library was.
+    // True if new windows are in full screen, as the library was.
     bool areFullScreen = false;
 
 private:

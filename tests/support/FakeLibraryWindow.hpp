@@ -155,7 +155,7 @@ public:
     // The view in the window.
     FakeLibraryViewSurface* shown = nullptr;
     int timesSearchEnded = 0;
-    // Whether the program is active.
+    // True if the program is active.
     bool active = true;
     FakeButton readerButtonFake;
     FakeSegmentedControl bListControlFake;

@@ -8,7 +8,7 @@
 
 namespace pagora::test {
 
-// The hub of the readers. `whenClosed` is called at closing.
+// The hub of the readers. Calls `whenClosed` when the book is closed.
 class FakeReaderHub : public ReaderHub {
 public:
     void _closeEPUB() override

@@ -130,7 +130,7 @@ public:
     }
     std::size_t heldReplies() const { return _waiting.size(); }
 
-    // The number of evaluations of this script.
+    // Returns the number of evaluations of this script.
     std::size_t timesEvaluated(const std::string& script) const
     {
         return static_cast<std::size_t>(std::count(scripts.begin(), scripts.end(), script));
@@ -156,7 +156,7 @@ public:
     int timesRested = 0;
     int timesActed = 0;
     std::optional<PagePicture> shownUntilDrawn;
-    // What the page looks like when the book is closed.
+    // The picture of the page when the book is closed.
     std::optional<PagePicture> atRest;
     bool holdsReplies = false;
     Journal* journal = nullptr;

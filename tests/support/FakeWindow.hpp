@@ -81,7 +81,7 @@ public:
     bool visible = false;
     // A test that makes another window key clears it here.
     bool key = false;
-    // Whether the window is in full screen. Toggling does not change it; the test does.
+    // True if the window is in full screen. Toggling does not change it; the test does.
     bool fullScreen = false;
     int timesToggled = 0;
     std::vector<Rect> animatedTo;

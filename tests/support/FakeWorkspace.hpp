@@ -54,9 +54,9 @@ public:
     std::string volume = "/Volume";
     // Paths of files without a Trash.
     std::set<std::string> withoutTrash;
-    // The folder that recycled files are moved to; if empty, they are not moved.
+    // The folder to which recycled files are moved; if empty, they are not moved.
     std::string trash;
-    // Whether moving to the Trash fails.
+    // True if moving to the Trash fails.
     bool trashFails = false;
     // Paths of the requested files, in order.
     std::vector<std::string> copied;

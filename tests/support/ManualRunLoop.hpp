@@ -71,14 +71,14 @@ public:
         }
     }
 
-    // Runs posted work, also work posted meanwhile.
+    // Runs posted work, including work that is posted meanwhile.
     void runPosted()
     {
         while (const auto work = takePosted())
             (*work)();
     }
 
-    // Whether background work is held until `finishBackground`.
+    // True if background work is held until `finishBackground`.
     bool holdsBackground = false;
     // The delays of all timers, in seconds.
     std::vector<double> delays;

@@ -53,7 +53,7 @@ private:
     std::string _bytes;
 };
 
-// The common fields of a local header and a directory entry: version, flags, method, time, sizes.
+// Returns the common fields of a local header and a directory entry: version, flags, method, time, sizes.
 std::string common(std::string_view name, std::string_view content, std::uint64_t size)
 {
     Writer writer;

@@ -20,7 +20,7 @@ public:
     StoredArchive& add(std::string_view name, std::string_view content, const Header& header);
 
     std::uint64_t count() const { return _count; }
-    // The size of all members according to the directory.
+    // Returns the size of all members according to the directory.
     std::uint64_t memberBytes() const { return _memberBytes; }
     std::uint64_t directoryBytes() const { return _directory.size(); }
     std::string bytes() const;

@@ -11,7 +11,7 @@ namespace pagora::test {
 
 namespace {
 
-// Work of quadratic complexity takes many times as long.
+// Work of quadratic complexity takes many times as long as this.
 constexpr double maxSeconds = 20;
 constexpr std::uint64_t bytesForEachByte = 8;
 constexpr std::uint64_t freeBytes = 8u << 20;
@@ -23,7 +23,7 @@ double threadSeconds()
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-// A value of /proc/self/status, in kilobytes.
+// Returns a value of /proc/self/status in bytes.
 std::uint64_t statusBytes(const std::string& name)
 {
     std::ifstream status("/proc/self/status");

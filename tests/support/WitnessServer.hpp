@@ -19,13 +19,13 @@ public:
     WitnessServer(const WitnessServer&) = delete;
     WitnessServer& operator=(const WitnessServer&) = delete;
 
-    // The URL of a path without its first slash.
+    // Returns the URL of a path without its first slash.
     std::string url(const std::string& path = {}) const;
     // Sets the answer for a path. Each header ends with a line break.
     void answer(const std::string& path, const std::string& headers, const std::string& body);
-    // All requests in order, with headers and bodies.
+    // Returns all requests in order, with headers and bodies.
     std::vector<std::string> requests() const;
-    // Whether the headers or the body of a request contain the text.
+    // Returns whether the headers or the body of a request contain the text.
     bool heard(const std::string& text) const;
     void forget();
 
@@ -34,7 +34,7 @@ private:
         std::string headers;
         std::string body;
     };
-    // Shared by the threads; deleted with the last of them.
+    // Shared by the threads; destroyed with the last of them.
     struct Notes {
         std::string answerTo(const std::string& request) const;
 

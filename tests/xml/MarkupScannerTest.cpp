@@ -6,7 +6,7 @@ using namespace pagora;
 
 namespace {
 
-// The tokens, one per line: texts in brackets, tags by name.
+// Returns the tokens, one per line: texts in brackets, tags by name.
 std::string pieces(std::string_view document)
 {
     MarkupScanner scanner(document);

@@ -2,7 +2,7 @@
 
 namespace pagora::test {
 
-// Counts the file changes of this process: replaces the C library's functions for writing files. Any thread.
+// Counts the file changes of this process by replacing the C library's functions for writing files. Thread-safe.
 
 // Starts counting. The process is killed at the change with this number, in the middle of the write. 0 means never.
 void countDiskMoments(long killAt);

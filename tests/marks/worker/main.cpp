@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <fcntl.h>
 
-// marks-worker ARCHIVE DIARY KILL-AT: adds marks to a book one after the other, and changes and removes some of them,
-// until its KILL-ATth change of a file. The diary receives what was said to be saved.
+// marks-worker ARCHIVE DIARY KILL-AT: adds marks to a book one after another, and changes and removes some of them,
+// until file change number KILL-AT. The diary receives the marks that were reported as saved.
 int main(int argc, char** argv)
 {
     using namespace pagora;

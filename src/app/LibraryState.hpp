@@ -14,6 +14,7 @@
 #include "running/RunLoop.hpp"
 #include "store/UserDefaults.hpp"
 
+#include <memory>
 #include <string>
 
 namespace pagora {
@@ -36,6 +37,8 @@ struct Platform {
     RunLoop& runLoop;
     LibraryWindow& libraryWindow;
     ReaderWindowFactory& readerWindows;
+    // The records of the stored books, made before the start-up asks for them. May be null.
+    std::shared_ptr<PreparedRecords> records = nullptr;
 };
 
 // The hub's state, shared by start-up, opening and closing. Main thread only, except for thread-safe parts.

@@ -90,10 +90,14 @@ void StartUp::loadCatalogue()
 {
     _state.catalogue.clear();
     const auto stored = _platform.defaults.objectForKey(BookData);
-    if (!stored || !stored->array() || stored->array()->empty())
+    if (!stored || !stored->array() || stored->array()->empty()) {
+        // Those of values that were removed.
+        if (_platform.records)
+            _platform.records->take({});
         return;
+    }
     _state.catalogue.setBookData(*stored->array());
-    _state.catalogue.bookDataToList();
+    _state.catalogue.bookDataToList(_platform.records.get());
 }
 
 Task<void> StartUp::clearFolders()

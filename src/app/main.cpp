@@ -1,3 +1,4 @@
+#include "app/HomeOpening.hpp"
 #include "app/gtk/Application.hpp"
 #include "base/Translation.hpp"
 #include "base/UserFolders.hpp"
@@ -6,7 +7,10 @@
 #include "desktop/gtk/Graphics.hpp"
 #include "desktop/gtk/WaylandSocket.hpp"
 
-#include <glib.h>
+#include <gtk/gtk.h>
+
+#include <memory>
+#include <utility>
 
 int main(int argc, char** argv)
 {
@@ -17,7 +21,13 @@ int main(int argc, char** argv)
     pagora::startTranslation();
     g_set_prgname(PAGORA_IDENTIFIER);
     g_set_application_name("Pagora");
+    // Opening a large library takes as long as starting the toolkit, so both run in parallel.
+    auto home = std::make_unique<pagora::HomeOpening>(pagora::defaultsFolder());
+    // Without a display the application's constructor exits the program; nothing must be open then.
+    if (!gtk_init_check())
+        home = nullptr;
     // A single file on the command line is opened for reading.
     using Purpose = pagora::Application::Purpose;
-    return pagora::Application::create(argc == 2 ? Purpose::Reading : Purpose::Library)->run(argc, argv);
+    const auto purpose = argc == 2 ? Purpose::Reading : Purpose::Library;
+    return pagora::Application::create(purpose, std::move(home))->run(argc, argv);
 }

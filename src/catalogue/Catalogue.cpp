@@ -34,15 +34,15 @@ void Catalogue::setBookData(Value::Array bookData)
     _bookData = std::move(bookData);
 }
 
-void Catalogue::bookDataToList()
+void Catalogue::bookDataToList(PreparedRecords* prepared)
 {
+    PreparedRecords none;
     std::scoped_lock lock(_mutex);
     if (_bookData.empty())
         return;
     _bookList.reserve(_bookData.size());
     _epubLocations.reserve(_bookData.size());
-    for (const auto& entry : _bookData) {
-        auto book = bookFromEntry(entry);
+    for (auto& book : (prepared ? *prepared : none).take(_bookData)) {
         _epubLocations.push_back(book->epubPath().value_or(""));
         _bookList.push_back(std::move(book));
     }

@@ -2,6 +2,7 @@
 
 #include "base/Value.hpp"
 #include "catalogue/BookInfo.hpp"
+#include "catalogue/PreparedRecords.hpp"
 #include "store/UserDefaults.hpp"
 
 #include <cstddef>
@@ -26,8 +27,8 @@ public:
 
     // Sets the stored entries; `bookDataToList` creates the records.
     void setBookData(Value::Array bookData);
-    // Appends one record and one location for each stored entry.
-    void bookDataToList();
+    // Appends one record and one location for each stored entry. Records that were prepared are used.
+    void bookDataToList(PreparedRecords* prepared = nullptr);
     void clear();
 
     // Appends a book at the end of all three arrays. `location` is its archive's file name.

@@ -14,14 +14,12 @@
 #include "library_window/gtk/LibraryWindowGtk.hpp"
 #include "running/ExitDeadline.hpp"
 #include "running/GLibRunLoop.hpp"
-#include "running/Worker.hpp"
 #include "store/UserDefaults.hpp"
 
 #include <glib-unix.h>
 
 #include <chrono>
 #include <csignal>
-#include <optional>
 #include <utility>
 
 namespace pagora {
@@ -71,21 +69,22 @@ private:
 
 // In the order of construction; destroyed in reverse order.
 struct Application::Parts {
-    Parts(const Glib::RefPtr<Gtk::Application>& application, std::unique_ptr<UserDefaults> opened, ReaderModule& reader)
-        : defaults(std::move(opened))
-        , toplevel(application)
+    Parts(const Glib::RefPtr<Gtk::Application>& application, HomeOpening& home, ReaderModule& reader)
+        : toplevel(application)
         , libraryWindow(toplevel, runLoop, application)
         , shortcuts(*application, toplevel.window(), [this] { return !libraryWindow.mainWindow().isVisible(); })
         , readerWindows(reader, temporaryFolder(), toplevel, runLoop)
-        , lateFlush(*defaults, runLoop)
-        , controller({ programInfo(), *defaults, workspace, runLoop, libraryWindow, readerWindows }, scriptResource)
+        , defaults(home.defaults())
+        , lateFlush(defaults, runLoop)
+        , controller({ programInfo(), defaults, workspace, runLoop, libraryWindow, readerWindows, home.records() },
+              scriptResource)
     {
-        defaults->setWhenInTrouble([this](const std::string& problem) {
+        defaults.setWhenInTrouble([this](const std::string& problem) {
             runLoop.postToMainThread([this, problem] { tellOfStore(problem); });
         });
     }
 
-    ~Parts() { defaults->setWhenInTrouble(nullptr); }
+    ~Parts() { defaults.setWhenInTrouble(nullptr); }
 
     // Shows the problem in an alert over the front window.
     void tellOfStore(const std::string& problem)
@@ -98,7 +97,6 @@ struct Application::Parts {
         return resourceBytes("/org/pagora/Pagora/scripts/" + name + ".js").value_or("");
     }
 
-    std::unique_ptr<UserDefaults> defaults;
     GLibRunLoop runLoop;
     DesktopWorkspace workspace;
     ColorScheme colorScheme;
@@ -106,51 +104,40 @@ struct Application::Parts {
     LibraryWindowGtk libraryWindow;
     ShortcutsHelp shortcuts;
     LateReaderWindows readerWindows;
+    UserDefaults& defaults;
     LateFlush lateFlush;
     MainController controller;
 };
 
-Application::Application(Purpose purpose)
+Application::Application(Purpose purpose, std::unique_ptr<HomeOpening> home)
     : Gtk::Application(PAGORA_IDENTIFIER, Gio::Application::Flags::HANDLES_OPEN)
     , _purpose(purpose)
-    , _home(defaultsFolder())
+    , _home(std::move(home))
 {
 }
 
 Application::~Application() = default;
 
-Glib::RefPtr<Application> Application::create(Purpose purpose)
+Glib::RefPtr<Application> Application::create(Purpose purpose, std::unique_ptr<HomeOpening> home)
 {
-    return Glib::make_refptr_for_instance(new Application(purpose));
+    return Glib::make_refptr_for_instance(new Application(purpose, std::move(home)));
 }
 
 void Application::on_startup()
 {
-    const bool hasHome = _home.take(homeTimeout);
-    // The reader's module is loaded in parallel with the toolkit if a file is opened. The library alone is shown
-    // earlier without it.
-    if (hasHome && _purpose == Purpose::Reading)
-        _reader.load();
-    std::unique_ptr<UserDefaults> defaults;
-    {
-        // Loading a large library takes as long as starting the toolkit, so both run in parallel.
-        std::optional<Worker> opening;
-        if (hasHome)
-            opening.emplace().perform([&defaults] { defaults = std::make_unique<UserDefaults>(defaultsFolder()); });
-        // Without a display, on_startup below exits the program, so nothing may be open then.
-        if (!gtk_init_check()) {
-            opening.reset();
-            defaults = nullptr;
-        }
-    }
+    const bool hasHome = _home->take(homeTimeout);
     Gtk::Application::on_startup();
     if (!hasHome) {
         log("Pagora is already running with this home folder, out of reach; it is not started a second time.");
         return;
     }
     _parts = std::make_unique<Parts>(
-        Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))),
-        std::move(defaults), _reader);
+        Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))), *_home,
+        _reader);
+    // The library alone is shown earlier without it. While it is loaded no thread can be created, so that the parts and
+    // their threads come first.
+    if (_purpose == Purpose::Reading)
+        _reader.load();
     for (const int number : { SIGTERM, SIGINT, SIGHUP })
         endOnSignal(number);
     // Keeps the program running while no window is visible.
@@ -177,7 +164,7 @@ void Application::finishLaunching()
     _launched = true;
     _parts->libraryWindow.mainWindow().makeKeyAndOrderFront();
     _parts->controller.applicationDidFinishLaunching();
-    if (const auto& problem = _parts->defaults->openingProblem(); !problem.empty()) {
+    if (const auto& problem = _parts->defaults.openingProblem(); !problem.empty()) {
         log(problem);
         _parts->tellOfStore(problem);
     }
@@ -211,12 +198,12 @@ void Application::on_shutdown()
         _parts->toplevel.end();
         controller.finishReading();
         controller.applicationWillTerminate();
-        _parts->defaults->synchronize();
+        _parts->defaults.synchronize();
         // Work that waits for a slow disk is abandoned. Books that are copied but not in the catalogue are imported by
         // the next launch.
         endProcessWithin(endTimeout);
         _parts->runLoop.finishBackgroundWork();
-        _parts->defaults->synchronize();
+        _parts->defaults.synchronize();
         _parts = nullptr;
     }
     Gtk::Application::on_shutdown();

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/HomeOpening.hpp"
 #include "app/gtk/ReaderModule.hpp"
-#include "store/HomeLock.hpp"
 
 #include <gtkmm/application.h>
 
@@ -16,7 +16,7 @@ class Application final : public Gtk::Application {
 public:
     // The expected purpose of the start.
     enum class Purpose { Library, Reading };
-    static Glib::RefPtr<Application> create(Purpose purpose);
+    static Glib::RefPtr<Application> create(Purpose purpose, std::unique_ptr<HomeOpening> home);
     ~Application() override;
 
 protected:
@@ -28,13 +28,13 @@ protected:
 private:
     struct Parts;
 
-    explicit Application(Purpose purpose);
+    Application(Purpose purpose, std::unique_ptr<HomeOpening> home);
     // Shows the first window and ends the launch.
     void finishLaunching();
     void endOnSignal(int number);
 
     Purpose _purpose;
-    HomeLock _home;
+    std::unique_ptr<HomeOpening> _home;
     ReaderModule _reader;
     // Null if another instance has locked the home folder.
     std::unique_ptr<Parts> _parts;

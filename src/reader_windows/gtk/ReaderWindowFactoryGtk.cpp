@@ -93,6 +93,7 @@ void ReaderWindowFactoryGtk::prepareWhenProbed()
 
 std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
 {
+    _preparation.disconnect();
     const auto prepared = std::exchange(_nextLayout, nullptr);
     auto layout = prepared ? std::move(*prepared) : ReaderLayout(EpubWindowGtk::layoutName);
     return std::make_unique<EpubWindowGtk>(_toplevel, makePage(PageKind::Columns), std::move(layout));
@@ -100,6 +101,7 @@ std::unique_ptr<EpubWindow> ReaderWindowFactoryGtk::makeEpubWindow()
 
 std::unique_ptr<FixedWindow> ReaderWindowFactoryGtk::makeFixedWindow()
 {
+    _preparation.disconnect();
     auto shown = makePage(PageKind::Fixed);
     auto spare = makePage(PageKind::Fixed, static_cast<const PageView*>(shown.webView.get()));
     return std::make_unique<FixedWindowGtk>(_toplevel, PreparedPagesGtk::make(std::move(shown), std::move(spare)));

@@ -274,6 +274,7 @@ Launch openFile(WatchedScreen& screen, Reading reading)
         const auto& area = reading == Reading::First ? screenArea : middleOfPage;
         const double painted = shownOrFail(screen, area, 1, "the page");
         screen.waitForWindow("Pagora - Chapters of 50 kB");
+        std::cerr << "openfile: " << (painted - program.started()) * 1000 << " ms\n";
         times.push_back((painted - program.started()) * 1000);
         memory.push_back(program.proportionalMemory());
     }

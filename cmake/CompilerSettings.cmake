@@ -1,7 +1,7 @@
-# Warnings; sanitizers are one option for the whole tree; ccache and a fast linker are used where present.
+# Compiler warnings, sanitizers as one option for the whole tree, and ccache and a fast linker if they are installed.
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wno-unused-parameter)
-# All code may be part of the module that the program loads; there the program's own copy of a function counts.
+# All code may be part of the module that the program loads. The module uses the program's own copy of each function.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 add_compile_options(-fno-semantic-interposition)
 if(PAGORA_WERROR)
@@ -12,7 +12,7 @@ add_compile_definitions(
 
 find_program(PAGORA_CCACHE ccache)
 if(PAGORA_CCACHE)
-  # Without these settings ccache would pass over every file that is compiled with a precompiled header.
+  # Without these settings ccache would not cache files that are compiled with a precompiled header.
   set(CMAKE_CXX_COMPILER_LAUNCHER
       "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}"
       CCACHE_NOHASHDIR=1 "${PAGORA_CCACHE}")
@@ -29,24 +29,24 @@ if(PAGORA_SANITIZE)
   add_compile_options(-fsanitize=${PAGORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${PAGORA_SANITIZE})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # Its warnings about the flow of data misfire on instrumented code.
+    # GCC's data flow warnings report false positives in instrumented code.
     add_compile_options(-Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread -Wno-maybe-uninitialized
                         -Wno-restrict)
   endif()
   if(PAGORA_SANITIZE MATCHES "undefined")
-    # libstdc++'s and sigc++'s casts between unrelated empty bases are theirs to check.
+    # Casts between unrelated empty bases in libstdc++ and sigc++ are not ours to check.
     add_compile_options(-fno-sanitize=vptr)
     add_link_options(-fno-sanitize=vptr)
   endif()
 endif()
 
 if(PAGORA_FUZZ)
-  # Counts which branches an input takes. Noting every two values that are compared would take a third of the time; the
-  # dictionaries and the corpora hold the words that count.
+  # Traces the branches that an input takes. Tracing all comparisons would take a third of the time, and the
+  # dictionaries and corpora contain the important words.
   add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
 endif()
 
-# What is handed out is hardened: packaging/check-hardening says how. Fortified functions need the optimizer, and sanitizers
+# Release builds are hardened; see packaging/check-hardening. Fortified functions need the optimizer, and sanitizers
 # have checks of their own.
 if(NOT PAGORA_SANITIZE)
   set(released "$<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>>")

@@ -1,5 +1,5 @@
-# Every library is Debian's own package; scripts/setup installs them. The versions are the oldest that the tests run with:
-# those of Debian 12 with its updates. docs/dependencies.md says what each is for.
+# Every library is a package of Debian; scripts/setup installs them. The versions are the oldest with which the tests
+# run: those of Debian 12 with its updates. docs/dependencies.md gives the purpose of each.
 
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)

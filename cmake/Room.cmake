@@ -1,7 +1,7 @@
-# pagora_room(<name> [<target it stands on>...]): one library a folder of src/. Targets decide who may include whom: a
-# controller's target never links the toolkit, so it cannot include it.
+# pagora_room(<name> [<target that it uses>...]): a library for a folder of src/. The linked targets decide what a room can
+# include: a controller's target does not link the toolkit, so it cannot include its headers.
 #
-# pagora_toolkit_room(<name> [<target>...]): the same for a room's gtk/ part, which may use gtkmm and WebKitGTK.
+# pagora_toolkit_room(<name> [<target>...]): a library for a room's gtk/ folder, which may use gtkmm and WebKitGTK.
 
 function(pagora_room name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")

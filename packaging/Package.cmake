@@ -1,4 +1,4 @@
-# The Debian package; scripts/package builds it. What the program links is found out from the program.
+# The Debian package; scripts/package builds it. dpkg-shlibdeps finds the linked libraries.
 
 set(PAGORA_MAINTAINER "Pagora maintainers <maintainers@pagora.invalid>" CACHE STRING
     "Who answers for the package, as Name <address>; the default names no host")
@@ -18,14 +18,14 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${PAGORA_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# They put the AppArmor profile in place where AppArmor is recent enough.
+# The scripts install the AppArmor profile if AppArmor is recent enough.
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst"
     "${CMAKE_CURRENT_SOURCE_DIR}/debian/prerm" "${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm"
     "${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers")
 # Covers and icons in SVG, the MIME database, the default font of books.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "librsvg2-common, default-dbus-session-bus | dbus-session-bus, desktop-file-utils, fonts-sil-charis-compact")
-# Relatives of the fonts in the font menu, covers in WebP, moving books to the Trash, reading aloud.
+# Substitutes for the fonts of the font menu, covers in WebP, moving books to the Trash, screen readers.
 set(recommended fonts-texgyre fonts-adf-baskervald "fonts-liberation2 | fonts-liberation" fonts-dejavu-core
     webp-pixbuf-loader xdg-desktop-portal at-spi2-core)
 # Hyphenation patterns: first for the most frequent languages of books, then for all others.
@@ -33,7 +33,7 @@ set(hyphenated en-us en-gb de fr es it nl pt-br pt-pt pl ru sv da no cs hu)
 set(hyphenated_too af be bg ca el et gl hr id is lt lv mn ro sk sl sr th uk zu as bn gu hi kn ml mr or pa ta te)
 list(TRANSFORM hyphenated PREPEND hyphen-)
 list(TRANSFORM hyphenated_too PREPEND hyphen-)
-# Debian has the Estonian patterns with the dictionary.
+# In Debian, the Estonian patterns are part of the dictionary package.
 list(TRANSFORM hyphenated_too REPLACE "^hyphen-et$" myspell-et)
 list(JOIN recommended ", " recommended)
 list(JOIN hyphenated ", " hyphenated)

@@ -1,10 +1,11 @@
 # shellcheck shell=bash
-# How scripts report what takes long. Sourced by them.
+# Reports the progress of long steps. Sourced by scripts.
 
-# After this many seconds without output a line says that the step is still running.
+# After this many seconds without output, a line says that the step is still running.
 : "${quiet_seconds:=20}"
 
-# Shows how far a step is: shown TEXT. A terminal keeps one line for it; elsewhere it is a line at most every 5 seconds.
+# shown TEXT: shows the progress of a step. On a terminal it replaces the last line; otherwise it prints a line at most
+# every 5 seconds.
 shown_text='' shown_at=''
 shown() {
     [ "$1" != "$shown_text" ] || return 0
@@ -18,14 +19,14 @@ shown() {
     shown_text=$1 shown_at=$SECONDS
 }
 
-# Ends the line that a terminal keeps.
+# Ends the progress line on a terminal.
 shown_end() {
     [ -t 1 ] && [ -n "$shown_text" ] && printf '\n'
     shown_text='' shown_at=''
 }
 
-# follow NAME FILTER: reads the output of a step and calls FILTER with each line. FILTER sets `progress` when the line says
-# how far the step is, and prints what the person has to see. While nothing comes, a line says so.
+# follow NAME FILTER: reads the output of a step and calls FILTER with each line. FILTER sets `progress` if the line
+# contains the progress of the step, and prints what the user must see. If there is no output, a line says so.
 follow() {
     local name=$1 filter=$2 line='' part start=$SECONDS heard=$SECONDS status
     progress=
@@ -48,7 +49,7 @@ follow() {
     shown_end
 }
 
-# passed LINE: the filter of a step whose output is for the person.
+# passed LINE: the filter for a step whose whole output is shown.
 passed() {
     shown_end
     printf '%s\n' "$1"

@@ -93,7 +93,7 @@ def other_string(text):
 
 
 def places_of(path, rng):
-    """The places of a source that can be changed: offset, length, kind, the text and the other text."""
+    """Returns the places of a source that can be changed: offset, length, kind, the text and its replacement."""
     source = open(path, encoding="utf-8").read()
     found = []
     for match in TOKEN.finditer(source):
@@ -106,7 +106,7 @@ def places_of(path, rng):
         if CONSTANT_LINE.search(line_text):
             continue
         if kind == "number":
-            # The size of an array or an argument of a template.
+            # This is the size of an array or an argument of a template.
             before, after = source[:match.start()].rstrip()[-1:], source[match.end():match.end() + 1]
             if after == ">" or (before == "<" and source[match.start() - 1] == "<"):
                 continue
@@ -125,7 +125,7 @@ def places_of(path, rng):
 
 
 def switched(source, places):
-    """The source with each of these places behind its switch."""
+    """Returns the source with each of these places behind its switch."""
     pieces, at = [], 0
     for place in sorted(places, key=lambda place: place["offset"]):
         pieces.append(source[at:place["offset"]])
@@ -154,6 +154,6 @@ def digest_of(source):
 
 
 def key_of(path, source, place):
-    """Stays the same when the source includes other files."""
+    """Returns a checksum that does not depend on the source's includes."""
     offset = len(INCLUDE.sub("", source[:place["offset"]]))
     return f"{path}@{digest_of(source)}:{offset}:{place['other']}"

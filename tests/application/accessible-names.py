@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Walks the accessible tree of the program. Prints the controls without a name, and those named like a class, one a line:
+"""Walks the accessible tree of the program. Prints the controls without a name, and those named like a class, one per line:
 accessible-names.py FILE. Writes the whole tree with roles, names and states to the file."""
 
 import re
@@ -18,9 +18,9 @@ CONTROLS = {
     "icon", "image", "alert", "dialog", "frame", "window", "document text", "document frame", "document web",
     "tool bar", "menu", "grouping",
 }
-# Roles whose children need none.
+# Roles whose children need no names.
 LEAVES = {"label", "image", "separator", "scroll bar", "slider", "menu item"}
-# The toolkit's default names. The window of its tooltips is not the program's.
+# The toolkit's default names. The window of its tooltips does not belong to the program.
 TYPE_NAME = re.compile(r"(?!GtkTooltipWindow)(gtkmm__)?(Gtk|Pagora|WebKit|CustomObject)[A-Z_]\w*|_\d+")
 tree = open(sys.argv[1], "w", encoding="utf-8")
 
@@ -31,7 +31,7 @@ def walk(parent, trail):
         if child is None:
             continue
         role, name = child.get_role_name(), (child.get_name() or "").strip()
-        # Each query is a round trip to the program, so states are read of controls only.
+        # Each query is a round trip to the program, so states are only read for controls.
         states = child.get_state_set().get_states() if role in CONTROLS else []
         tree.write("  " * len(trail) + f"{role} | {name} | {' '.join(state.value_nick for state in states)}\n")
         if (role in CONTROLS and not name) or TYPE_NAME.fullmatch(name):

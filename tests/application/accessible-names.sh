@@ -5,7 +5,7 @@ tests=$(cd "$(dirname "$0")" && pwd)
 . "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-names.sh"
 
-# look WINDOW [LINE]: all visible controls have names, and the line is in the accessible tree.
+# look WINDOW [LINE]: expects that all visible controls have names, and that the line is in the accessible tree.
 look() {
     settle
     look_now "$@"
@@ -18,7 +18,7 @@ sees() {
     unnamed=$(timeout 300 /usr/bin/python3 "$tests/accessible-names.py" "$pictures/$1.txt")
     grep -q "^frame | " "$pictures/$1.txt" && grep -q "^ *${2:-}" "$pictures/$1.txt"
 }
-# only_page NAME: the window of the fixed pages has only this page in its accessible tree.
+# only_page NAME: expects that the window of the fixed pages has only this page in its accessible tree.
 only_page() {
     local pages
     pages=$(grep "document text" "$pictures/fixed.txt" | sed 's/^ *document text | \(.*\) | .*/\1/')
@@ -89,7 +89,7 @@ quit
 start "$HOME/fixed.epub"
 within 60 window_is "Pagora - Six Views"
 look fixed "slider | Location in the book"
-# The prepared page gets into the tree when it is shown.
+# The prepared page enters the tree when it is shown.
 only_page "Six Views, The hill"
 key Right
 look fixed "document text | Six Views, The lake | focused"

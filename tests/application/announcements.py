@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Records the accessibility events of the program, one a line, without querying it first: announcements.py FILE. Ends with
-the session bus."""
+"""Records the accessibility events of the program, one per line, without querying it first: announcements.py FILE. Ends
+with the session bus."""
 
 import sys
 

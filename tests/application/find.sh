@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# A book is searched while words are typed, F3 shows the results, Alt+Left goes back, and a place is opened by its
+# A book is searched while words are typed, F3 shows the results, Alt+Left goes back, and a page is opened by its
 # number, all by keyboard.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
-# painted: whether the colour of the current match is on the page.
+# painted: succeeds if the colour of the current match is on the page.
 painted() {
     pixels 250 60 1000 640 | python3 -c "
 import sys
@@ -61,7 +61,7 @@ pane_before=$contents
 within 20 pane_is_as_before
 picture ended
 
-# Goes to the end by its number, and back.
+# Goes to the end by its number, and back again.
 page_before=$(page_now)
 left=$page_before
 key ctrl+g

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Two fingers on a touchpad turn exactly one page where they flick sideways, and none where they scroll or brush; in a book
-# that runs from right to left the sides are the same.
+# Two fingers on a touchpad turn exactly one page when they flick horizontally, and none when they scroll or brush the
+# touchpad. In a book that runs from right to left the directions are the same.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
-# right_to_left BOOK FILE: the same book, with its text from right to left.
+# right_to_left BOOK FILE: writes the same book with its text from right to left.
 right_to_left() {
     python3 - "$1" "$2" <<'END'
 import sys, zipfile
@@ -18,7 +18,7 @@ END
 }
 page_is() { [ "$(page_now)" = "$1" ]; }
 
-# turns_by_flicks TITLE: reads the selected book.
+# turns_by_flicks TITLE: turns pages in the selected book.
 turns_by_flicks() {
     local first second
     key Return

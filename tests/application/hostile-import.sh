@@ -28,7 +28,7 @@ is_busy() {
     local process
     process=$(inspecting | head -1) && [ -n "$process" ] && [ "$(ticks "$process")" -gt "$((${busy_before:-0} + 50))" ]
 }
-# ends_after COMMAND...: the program and its inspection process end in time and without an error.
+# ends_after COMMAND...: expects that the program and its inspection process end in time and without an error.
 ends_after() {
     local helpers begin code=0 took
     helpers=$(inspecting)
@@ -54,7 +54,7 @@ is_taken_up() {
     rm -rf "$HOME"/.config/* "$HOME"/.local/share/* "$library"
 }
 
-# During the launch.
+# A signal during the launch.
 mkdir -p "$library"
 cp "$HOME/hostile/"* "$library"
 start
@@ -62,7 +62,7 @@ within 120 is_busy
 ends_after kill -TERM "$program"
 is_taken_up
 
-# During an import of files opened by the desktop.
+# A signal during an import of files opened by the desktop.
 start
 within 60 window_is Pagora
 "$programs/pagora" "$HOME/hostile/"*.epub

@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
 """Reads hostile books, one start of the program each: hostile-pages.py PROGRAM FOLDER [NAME...]
 
-While a page attacks, F11 and Escape take the window to full screen and back, Ctrl+W or the window's close button closes the
-book, and Ctrl+Q ends the program, all by real keys; no process of the page stays, and memory is bounded. Prints the figures of
-each. With PAGORA_STRICT=1 the times must be those that docs/security.md states; a machine that does other work cannot hold
-them."""
+During the attack, F11 enters full screen and Escape leaves it, Ctrl+W or the window's close button closes the book, and
+Ctrl+Q ends the program, all with real keys. No process of the page remains, and memory is limited. Prints the figures of
+each. With PAGORA_STRICT=1 the times must be within the limits, which a busy machine cannot meet."""
 
 import os
 import pathlib
@@ -17,7 +16,7 @@ STRICT = os.environ.get("PAGORA_STRICT") == "1"
 # Seconds that each page has for its attack.
 ATTACK = float(os.environ.get("PAGORA_ATTACK", "4"))
 CLOSE, GONE, END = (0.5, 2, 2) if STRICT else (60, 60, 60)
-# The close button of the window is that of the window manager, which has a key for it.
+# The window manager draws the close button, so a key of the window manager is used.
 WAYS = {"Ctrl+W": "ctrl+w", "button": "alt+F4"}
 # Limits in megabytes: of the program; of a page process and of the network process, including growth between two
 # checks.
@@ -45,7 +44,7 @@ def parents():
 
 
 def below(root):
-    """The processes below a process, by id, with their names."""
+    """Returns the descendants of a process, by id, with their names."""
     children = {}
     for child, parent in parents().items():
         children.setdefault(parent, []).append(child)
@@ -87,7 +86,7 @@ def key(name):
 
 
 def seconds_until(condition, limit):
-    """How long it takes, up to the limit, which is what a failure gives."""
+    """Returns the seconds until the condition holds; None if it does not hold within `limit` seconds."""
     start = time.monotonic()
     while not condition():
         if time.monotonic() - start > limit:
@@ -102,13 +101,13 @@ def fail(name, what):
 
 
 def picture():
-    """The middle of the page, as bytes."""
+    """Returns the pixels in the middle of the page, as bytes."""
     command = ["import", "-window", "root", "-crop", "400x300+450+200", "-depth", "8", "rgb:-"]
     return subprocess.run(command, capture_output=True, check=True).stdout
 
 
 def seconds_to_turn(name):
-    """How long a press of Right takes to show another page."""
+    """Returns the time until a press of Right shows another page."""
     before = picture()
     key("Right")
     turned = seconds_until(lambda: picture() != before, 60)
@@ -123,7 +122,7 @@ def window_size():
 
 
 def seconds_to_leave_full_screen(name):
-    """How long Escape takes to bring the window back from full screen."""
+    """Returns the time until Escape has left full screen."""
     before = window_size()
     key("F11")
     if seconds_until(lambda: window_size() not in (before, ""), 60) is None:

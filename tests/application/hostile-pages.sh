@@ -3,7 +3,7 @@
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
-# One of each kind; all books with "all" after the folder of pictures.
+# One attack of each kind; all books if "all" follows the folder of pictures.
 attacks=("addresses" "alerts" "blobs" "filter" "focus" "loop at the end" "programs" "slow frames" "steps to servers" "table" "workers")
 [ "${3:-}" != all ] || attacks=()
 folder=$(dirname "$(realpath "$0")")

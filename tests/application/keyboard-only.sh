@@ -14,7 +14,7 @@ settle
 picture selected
 key Return
 reads "A Quiet Harbour"
-# From the end of the first chapter to the second.
+# Turns from the end of the first chapter to the second.
 turn End
 turn Right
 turn space

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# The page on which a book was left is seen before the page engine has drawn anything: its processes stand still meanwhile.
-# Keys are answered in order once they go on, and a book is closed without them.
+# The last page shown of a book is visible before the page engine has drawn anything: its processes are stopped
+# meanwhile. Keys are handled in order when they continue, and a book can be closed without them.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 . "$here/drive-names.sh"
 
-# A part of the page that the sign over a page that is being loaded leaves free.
+# A part of the page that the loading indicator does not cover.
 page_now() { seen 330 120 380 250; }
 
 # The processes that draw pages, below the program.
@@ -23,7 +23,7 @@ engine_processes() {
 engine_is_there() { [ -n "$(engine_processes)" ]; }
 stop_engine() {
     within 20 engine_is_there
-    # What is prepared for the next book is done by then.
+    # The next reader window has been prepared by then.
     settle
     # shellcheck disable=SC2046
     kill -STOP $(engine_processes)

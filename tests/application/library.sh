@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Books are dropped on the library with a real pointer, selected, and removed to the Trash; an import of ten is stopped at
+# Books are dropped on the library with a real pointer, selected, and moved to the Trash. An import of ten is stopped at
 # its third book.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
@@ -37,7 +37,7 @@ catalogue '[book["Author"] for book in books] == ["Ada Marlow", "Bruno Castell",
 [ -f "$books/01 The Lantern Keeper.epub" ] || fail "a book that was to be copied is gone"
 settle
 
-# The first two of them go to the Trash.
+# The first two of them are moved to the Trash.
 press "The Lantern Keeper, Ada Marlow" cell
 key_down ctrl
 press "A Quiet Harbour, Bruno Castell" cell
@@ -55,7 +55,7 @@ copies_are 1 || fail "an archive is still in the library folder"
 catalogue 'books[0]["Author"] == "Celia Wren"' || fail "the wrong book is gone"
 within 20 window_is Pagora
 
-# Ten books, the third of which is slow. The import stops after it.
+# Imports ten books, the third of which is slow. The import stops after it.
 mkdir "$HOME/ten"
 for number in 01 02 04 05 06 07 08 09 10; do
     cp "$books/06 Marginalia.epub" "$HOME/ten/Ten $number.epub"

@@ -5,7 +5,7 @@ set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
 now() { date +%s%3N; }
-# long_books LONG ENDLESS: a book with a long first chapter, and one with an endless script in it.
+# long_books LONG ENDLESS: writes a book with a long first chapter, and one with an endless script in it.
 long_books() {
     python3 - "$HOME/books/01 "*.epub "$1" "$2" <<'END'
 import re, sys, zipfile
@@ -23,7 +23,7 @@ for number, path in enumerate(sys.argv[2:]):
 END
 }
 text_is_there() { [ "$(colors 330 120 300 200)" -gt 20 ]; }
-# The loading sign is a dark disc in the middle of an empty page.
+# The loading indicator is a dark disc in the middle of an empty page.
 sign_is_there() { [ "$(colors 740 410 60 60)" -gt 4 ] && ! text_is_there; }
 
 "$here/make-sample-books" "$HOME/books" >/dev/null

@@ -19,7 +19,7 @@ settle
 picture page
 turn Right
 turn Left
-# Back to the library, with the button at the other end of the title bar.
+# Returns to the library with the button at the other end of the title bar.
 press "Back to the library" button
 within 20 window_is Pagora
 quit

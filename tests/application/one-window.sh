@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# The library and the readers share one window, which keeps its place.
+# The library and the readers share one window, which keeps its position.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
 on_wayland() { [ -n "${WAYLAND_DISPLAY:-}" ]; }
-# is_at X Y WIDTH HEIGHT: waits until the active window has this place.
+# is_at X Y WIDTH HEIGHT: succeeds if the active window has this position and size.
 is_at() { [ "$(window_place)" = "$*" ]; }
 is_at_its_place() { is_at "${place[@]}"; }
-# Asks for it, too.
+# Sets the position and checks it.
 gets_its_place() { set_window_place "${place[@]}" && is_at_its_place; }
 is_whole_screen() { [ "$(window_place)" = "0 0 $(screen_size)" ]; }
-# Above the middle of the title, where a header bar has no button.
+# A point above the middle of the title, where a header bar has no button.
 title_bar() {
     local x y width
     read -r x y width _ < <(window_place)
@@ -27,7 +27,7 @@ enlarge() {
     within 20 is_whole_screen
 }
 is_one_window() { [ "$(active_window)" = "$window" ]; }
-# is TITLE: the active window has this title and is the window of the start.
+# is TITLE: waits until the active window has this title, and until the program has only one window.
 is() {
     within 60 window_is "$1"
     within 20 is_one_window
@@ -50,7 +50,7 @@ within 60 window_is Pagora
 window=$(active_window)
 settle
 
-# Moves and resizes the window. A book opens at the same place, and the library returns there.
+# Moves and resizes the window. A book opens at the same position, and the library returns there.
 place=(140 60 960 640)
 within 20 gets_its_place
 key Right
@@ -78,7 +78,7 @@ picture fixed-fitted
 close_book
 within 20 is_at_its_place
 
-# Full screen ends before the library is shown, and begins again with the next book.
+# Full screen ends before the library is shown, and starts again with the next book.
 key Right
 settle
 read_book "The Lantern Keeper"
@@ -126,7 +126,7 @@ picture library-whole-screen-again
 
 # A library in full screen opens a book in full screen. The next book does not open in full screen.
 if on_wayland; then
-    # The desktop reports a place before the window has it.
+    # The desktop reports a position before the window has it.
     swaymsg -q floating enable
     within 20 gets_its_place
     settle

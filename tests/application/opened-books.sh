@@ -14,8 +14,8 @@ memory() { awk '/^VmRSS/ { print $2 }' "/proc/$program/status"; }
 "$here/make-fixed-book" "$HOME/books/00 Six Views.epub"
 books=("$HOME/books/01 "*.epub "$HOME/books/02 "*.epub)
 titles=("The Lantern Keeper" "A Quiet Harbour")
-# Not on Wayland: a book with fixed pages resizes the window, and with cairo the toolkit (4.8) leaks the buffer of the
-# old size at each change.
+# Not on Wayland: a fixed-layout book resizes the window, and with cairo the toolkit (4.8) leaks the buffer of the old
+# size at each change.
 if [ -z "${WAYLAND_DISPLAY:-}" ]; then
     books+=("$HOME/books/00 "*.epub)
     titles+=("Six Views")

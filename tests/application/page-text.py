@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Prints the accessible name and text of the shown page, in two lines. The text is the visible part of the page's own tree
-where the engine offers one, otherwise the description. Having both is an error."""
+if the engine provides one, otherwise the description. Having both is an error."""
 
 import sys
 
@@ -25,7 +25,7 @@ def below(parent, depth=0):
 
 
 def is_seen(block, page):
-    """Columns of other pages lie beside the page."""
+    """Excludes the columns of other pages, which are beside the page."""
     inner, outer = (each.get_extents(Atspi.CoordType.WINDOW) for each in (block, page))
     return inner.x < outer.x + outer.width and inner.x + inner.width > outer.x
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Pictures in objects are pressed with the pointer: one that the object shows, and one that stands in place of an object
-# that cannot be shown. Each is seen as large as the window until Escape is pressed.
+# Pictures in objects are pressed with the pointer: one that the object shows, and one that is the fallback of an object
+# that cannot be shown. Each is shown in the size of the window until Escape is pressed.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
@@ -30,7 +30,7 @@ with zipfile.ZipFile(f"{home}/objects.epub", "w") as book:
     book.write(f"{home}/red.png", "red.png")
 END
 
-# The X, Y, WIDTH and HEIGHT of what is red on the screen.
+# Prints the X, Y, WIDTH and HEIGHT of the red area of the screen.
 red() {
     local width height
     read -r width height < <(screen_size)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Stands for the settings of a desktop: portal.py. The colour scheme is light at first; each line on the standard input,
-"dark" or "light", changes it. Writes "ready" when programs can ask for it."""
+"""Stands in for the settings portal of a desktop: portal.py. The colour scheme is initially light; each line on the
+standard input, "dark" or "light", sets it. Writes "ready" when programs can query it."""
 
 import sys
 

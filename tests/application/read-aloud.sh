@@ -4,9 +4,9 @@ set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
 . "$(dirname "$0")/../drive/drive.sh"
 
-# told NAME TEXT: whether the page has this name and a text with this prefix.
+# told NAME TEXT: succeeds if the page has this name and a text with this prefix.
 told() { text "$1" | grep -q "^$2"; }
-# told_other NAME TEXT: whether the page has this name and a text without this prefix.
+# told_other NAME TEXT: succeeds if the page has this name and a text without this prefix.
 told_other() { text "$1" | grep -v "^$2" | grep -q .; }
 text() { timeout 60 /usr/bin/python3 "$tests/page-text.py" | grep -A1 -xF "$1" | tail -1; }
 

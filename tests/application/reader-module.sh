@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The program starts without the page engine's libraries, loads them once the library is shown, and reports a missing
+# The program starts without the page engine's libraries, loads them when the library is shown, and reports a missing
 # module.
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"

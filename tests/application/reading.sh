@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# An evening with a library of 300 books: twenty pages are turned, a chapter is chosen, the colours are changed, text is
-# copied, the desktop turns dark and light again, and the windows are closed as the desktop closes them.
+# A long session with a library of 300 books: twenty pages are turned, a chapter is chosen, the colours are changed,
+# text is copied, the desktop switches to dark and light, and the windows are closed as the desktop closes them.
 set -euo pipefail
 tests=$(cd "$(dirname "$0")" && pwd)
 . "$(dirname "$0")/../drive/drive.sh"
@@ -12,7 +12,7 @@ ends_with_us $!
 exec 9>"$HOME/schemes"
 within 60 grep -qx ready "$HOME/portal"
 
-# lightness X Y: the lightness of the pixel, from 0 to 255.
+# lightness X Y: prints the lightness of the pixel, from 0 to 255.
 lightness() { echo $((16#$(color_at "$1" "$2" | cut -c1-2))); }
 title_bar_is_dark() { [ "$(lightness 250 10)" -lt 100 ]; }
 title_bar_is_light() { [ "$(lightness 250 10)" -gt 180 ]; }
@@ -25,7 +25,7 @@ copies() {
 header() { seen 300 0 300 40; }
 header_is() { [ "$(header)" = "$1" ]; }
 header_is_another() { [ "$(header)" != "$1" ]; }
-# theme NAME COLOUR: chosen in the panel of the display options.
+# theme NAME COLOUR: chooses the theme in the panel of the display options.
 theme() {
     press "Display options" button
     settle

@@ -29,7 +29,7 @@ within 20 window_is Pagora
 within 20 [ ! -e "$library/03 Letters from the Orchard.epub" ]
 catalogue 'len(books) == 2' || fail "the catalogue changed"
 
-# A book of the library that is opened from its own place stays there.
+# A book of the library that is opened by its own path stays there.
 timeout 60 "$programs/pagora" "$library/01 The Lantern Keeper.epub" || fail "the second start did not end well"
 reads "The Lantern Keeper"
 key ctrl+w

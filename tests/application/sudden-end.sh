@@ -22,7 +22,7 @@ catalogue 'len(books) == 8 and books[7]["LastPlace"] > 0' || fail "something of 
 stored BundleVersion >/dev/null || fail "the settings are lost"
 quit
 
-# Ending the program while a book is read keeps the place in it.
+# If the program ends while a book is open, the place in it is kept.
 start "$HOME/books/04 The Copper Bridge.epub"
 reads "The Cartographer's Daughter, or Seven Ways across the Mountains"
 before=$(stored BookData)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Where namespaces are forbidden, so that the page engine cannot confine its processes, the program starts, its library
-# works, a book is read page by page, and one line says that the book's own scripts are off.
+# If namespaces are forbidden, so that the page engine cannot confine its processes, the program starts, its library
+# works, a book is read page by page, and one line says that the book's own scripts are disabled.
 set -euo pipefail
 
 # The rest runs in a namespace that forbids further namespaces, or directly if the system forbids them.
@@ -14,7 +14,7 @@ fi
 
 ! bwrap --ro-bind / / true 2>/dev/null || fail "namespaces are not forbidden"
 
-# A book with a script that would remove its text.
+# Writes a book with a script that would remove its text.
 scripted_book() {
     python3 - "$books/01 "*.epub "$1" <<'END'
 import sys, zipfile

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# Drags files onto the running program, for scripts that have sourced drive.sh. The library window takes the left part of the
-# screen, the source of the drag stands on the right.
+# Drags files onto the running program, for scripts that have sourced drive.sh. The library window is in the left part of the
+# screen, the source of the drag is on the right.
 
 library_width=960
 library_window=
@@ -8,7 +8,7 @@ source_window=
 dragging=
 nudge=1
 
-# Moves the library window to a known place.
+# Moves the library window to a known position.
 place_library() {
     local height
     height=$(screen_size | cut -d' ' -f2)
@@ -17,10 +17,10 @@ place_library() {
     settle
 }
 
-# Another window of the program, such as an alert, is active.
+# Succeeds if another window of the program, such as an alert, is active.
 library_has_a_window_over_it() { another_window "$library_window"; }
 
-# bring_forward TITLE: the window gets the keyboard.
+# bring_forward TITLE: gives the window the keyboard focus.
 bring_forward() {
     within 20 activate "$1"
     within 20 window_is "$1"
@@ -57,7 +57,7 @@ hold_files() {
 
 release_files() { button_up; }
 
-# Drops the offered files once the library accepts them.
+# Drops the offered files when the library accepts them.
 drop_files() {
     hold_files
     within 20 drop_label_changed

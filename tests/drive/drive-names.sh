@@ -1,15 +1,16 @@
 # shellcheck shell=bash
 # Presses widgets by their accessible names, for scripts that have sourced drive.sh.
 
-# The program is started with its accessible tree, which scripts/headless leaves out.
+# Starts the program with its accessible tree, which scripts/headless disables.
 export GTK_A11Y=atspi
-# Pixels of the screen in a point.
+# Screen pixels per point.
 unit=${unit:-1}
 
 # Set by drive.sh.
 : "${here:?}"
 
-# place_of NAME [ROLE]: X and Y of the widget's centre on the screen. Fails where the active window has no such widget.
+# place_of NAME [ROLE]: prints X and Y of the widget's centre on the screen. Fails if the active window has no such
+# widget.
 place_of() {
     local x y width height left top outer_width outer_height
     read -r x y width height < <("$here/find-widget" "$@") || return 1
@@ -18,7 +19,7 @@ place_of() {
     echo $((left + x * unit + (outer_width - width * unit) / 2)) $((top + y * unit + (outer_height - height * unit) / 2))
 }
 
-# press NAME [ROLE [BUTTON]]: clicks the widget with this name, not in a popover.
+# press NAME [ROLE [BUTTON]]: clicks the widget with this name. Not for widgets in a popover.
 press() {
     within 20 place_of "$1" "${2:-}"
     # shellcheck disable=SC2046
@@ -30,7 +31,7 @@ double_press() {
     double_click $(place_of "$1" "${2:-}")
 }
 
-# choose NAME [ROLE]: goes to the widget of the open popover by the Tab key and presses it by the space bar.
+# choose NAME [ROLE]: moves to the widget of the open popover with the Tab key and presses it with the space bar.
 choose() {
     for _ in $(seq 20); do
         "$here/find-widget" --focused "$@" && break

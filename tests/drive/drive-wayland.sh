@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# The functions of drive-x11.sh on a Wayland display, by wayland-desktop. Places are in logical pixels of the screen.
+# The functions of drive-x11.sh on a Wayland display, with wayland-desktop. Positions are in logical pixels of the screen.
 
 desktop_pipes=$(mktemp -d)
 mkfifo "$desktop_pipes/commands" "$desktop_pipes/answers"
@@ -8,7 +8,7 @@ ends_with_us $!
 exec 7>"$desktop_pipes/commands" 8<"$desktop_pipes/answers"
 rm -r "$desktop_pipes"
 
-# tell COMMAND...: prints the answer of wayland-desktop. Fails if it fails.
+# tell COMMAND...: prints the answer of wayland-desktop. Fails if wayland-desktop fails.
 tell() {
     local status answer
     echo "$*" >&7
@@ -25,7 +25,7 @@ key_up() { tell keyup "$1"; }
 
 move() { tell move "$1" "$2"; }
 nudge() { tell nudge "$1" "$2"; }
-# glide X Y: two fingers on a touchpad move the view so far, and are lifted as they move.
+# glide X Y: two fingers on a touchpad scroll the view by this distance, and are lifted while moving.
 glide() { tell glide "$1" "$2"; }
 button_down() { tell buttondown "${1:-1}"; }
 button_up() { tell buttonup "${1:-1}"; }

@@ -12,7 +12,7 @@ fi
 
 program=
 helpers=()
-# ends_with_us PROCESS: ends the process with the script, as the program.
+# ends_with_us PROCESS: registers a process that is ended together with the script.
 ends_with_us() { helpers+=("$1"); }
 trap 'kill "${helpers[@]}" ${program:+"$program"} 2>/dev/null || true' EXIT
 
@@ -68,7 +68,7 @@ shelve() {
     within 60 window_is Pagora
 }
 
-# spell TEXT: presses the key of each of its small letters and spaces.
+# spell TEXT: presses the keys of its lower-case letters and spaces.
 spell() {
     local keys=() i
     for ((i = 0; i < ${#1}; ++i)); do
@@ -78,10 +78,10 @@ spell() {
 }
 
 stored() { "$programs/pagora-defaults" "$1"; }
-# catalogue EXPRESSION: a Python expression over the stored entries, as `books`, that must be true.
+# catalogue EXPRESSION: succeeds if a Python expression over the stored entries, as `books`, is true.
 catalogue() { stored BookData | python3 -c "import json, sys; books = json.load(sys.stdin); sys.exit(not ($1))"; }
 ended() { ! kill -0 "$program" 2>/dev/null; }
-# Ends the program by its key. It must succeed.
+# Quits the program with its key, and expects success.
 quit() {
     key ctrl+q
     within 60 ended
@@ -89,7 +89,7 @@ quit() {
     program=
 }
 window_is() { [ "$(window_title)" = "$1" ]; }
-# another_window NUMBER: a window has the keyboard that is not this one.
+# another_window NUMBER: succeeds if a window other than this one has the keyboard focus.
 another_window() {
     local active
     active=$(active_window) && [ -n "$active" ] && [ "$active" != "$1" ]
@@ -106,12 +106,12 @@ mirror() {
     export LANGUAGE=he
 }
 
-# seen [X Y WIDTH HEIGHT]: a checksum of the area; colors: its number of colours.
+# seen [X Y WIDTH HEIGHT]: prints a checksum of the area. colors: prints its number of colours.
 seen() { pixels "$@" | sha1sum; }
 colors() { pixels "$@" | identify -format %k ppm:-; }
-# color_at X Y: as six hexadecimal digits.
+# color_at X Y: prints the colour as six hexadecimal digits.
 color_at() { pixels "$1" "$2" 1 1 | tail -c 3 | od -An -tx1 | tr -d ' '; }
-# color_is X Y COLOUR: the pixel has this colour, with a tolerance for the rounding of renderers.
+# color_is X Y COLOUR: succeeds if the pixel has this colour, with a tolerance for the rounding of renderers.
 color_is() {
     local drawn shift
     drawn=$(color_at "$1" "$2")
@@ -166,7 +166,7 @@ picture() {
     echo "$pictures/$1.png"
 }
 
-# has_place X Y WIDTH HEIGHT: the active window has this place and width; asks for it until then.
+# has_place X Y WIDTH HEIGHT: succeeds if the active window has this position and width; otherwise requests them.
 has_place() {
     set_window_place "$@" || true
     is_as_wide_as "$3"
@@ -175,8 +175,8 @@ is_as_wide_as() {
     local width
     read -r _ _ width _ < <(window_place) && [ "$width" = "$1" ]
 }
-# take_place X Y WIDTH HEIGHT: moves the active window there and makes sure that it stays. A new window may still choose its
-# own size after that.
+# take_place X Y WIDTH HEIGHT: moves the active window there and makes sure that it stays. A new window may still choose
+# its own size after that.
 take_place() {
     for _ in 1 2 3 4 5; do
         within 20 has_place "$@"
@@ -185,7 +185,7 @@ take_place() {
     done
     fail "the window does not keep its place"
 }
-# Makes the program's window fill the screen, so that places in it are known.
+# Makes the program's window fill the screen, so that positions in it are known.
 fill() {
     local width height
     read -r width height < <(screen_size)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks that resources/jquery/make-jquery refuses a package at hand that is not the pinned one.
+# Checks that resources/jquery/make-jquery rejects a local package that is not the pinned one.
 set -euo pipefail
 jquery=$(cd "$(dirname "$0")/../../resources/jquery" && pwd)
 scratch=$(mktemp -d)

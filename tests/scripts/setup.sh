@@ -13,7 +13,7 @@ fail() {
     cat "$scratch/said" >&2
     exit 1
 }
-# run_setup PROGRAM...: only these stand-ins and the basic tools are there.
+# run_setup PROGRAM...: runs scripts/setup with only these stand-ins and the basic tools.
 run_setup() {
     mkdir "$scratch/programs"
     local program

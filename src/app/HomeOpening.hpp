@@ -12,22 +12,22 @@
 
 namespace pagora {
 
-// Takes the home folder, and opens the stored values and makes the records of the books in the background: both take as
-// long as starting the toolkit. Holds the folder until it is destroyed. Main thread.
+// Locks the home folder, and opens the stored values and creates the records of the books in the background, because
+// both take as long as starting the toolkit. Holds the lock until it is destroyed. Main thread only.
 class HomeOpening {
 public:
-    // Begins at once where no other process has the folder.
+    // Starts immediately if no other process holds the lock.
     explicit HomeOpening(const std::string& folder);
     ~HomeOpening();
     HomeOpening(const HomeOpening&) = delete;
     HomeOpening& operator=(const HomeOpening&) = delete;
 
-    // Waits up to `seconds` for a process that is exiting. False when another process has the folder.
+    // Waits up to `seconds` for a process that is exiting. Returns false if another process holds the lock.
     bool take(double seconds);
 
-    // The stored values, after `take` returned true. Waits until they are open.
+    // Waits until the stored values are open and returns them. Requires that `take` has returned true.
     UserDefaults& defaults();
-    // The records of the stored books. They may still be in the making.
+    // Returns the records of the stored books. They may not be complete yet.
     std::shared_ptr<PreparedRecords> records() const { return _records; }
 
 private:
@@ -39,7 +39,7 @@ private:
     std::promise<void> _whenOpen;
     std::shared_future<void> _open = _whenOpen.get_future();
     std::unique_ptr<UserDefaults> _defaults;
-    // Last, so that the other members exist while it works.
+    // Declared last, so the other members exist while it works.
     std::optional<Worker> _worker;
 };
 

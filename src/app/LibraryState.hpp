@@ -24,7 +24,7 @@ struct ProgramInfo {
     std::string documentsFolder;
     std::string cachesFolder;
     std::string homeFolder;
-    // For example org.pagora.Pagora.
+    // The application identifier, such as org.pagora.Pagora.
     std::string bundleIdentifier;
     std::string bundleVersion;
 };
@@ -37,7 +37,7 @@ struct Platform {
     RunLoop& runLoop;
     LibraryWindow& libraryWindow;
     ReaderWindowFactory& readerWindows;
-    // The records of the stored books, made before the start-up asks for them. May be null.
+    // The records of the stored books, created before the start-up needs them. May be null.
     std::shared_ptr<PreparedRecords> records = nullptr;
 };
 

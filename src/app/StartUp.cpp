@@ -91,7 +91,7 @@ void StartUp::loadCatalogue()
     _state.catalogue.clear();
     const auto stored = _platform.defaults.objectForKey(BookData);
     if (!stored || !stored->array() || stored->array()->empty()) {
-        // Those of values that were removed.
+        // Discards records of values that were removed.
         if (_platform.records)
             _platform.records->take({});
         return;

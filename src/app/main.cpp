@@ -23,7 +23,7 @@ int main(int argc, char** argv)
     g_set_application_name("Pagora");
     // Opening a large library takes as long as starting the toolkit, so both run in parallel.
     auto home = std::make_unique<pagora::HomeOpening>(pagora::defaultsFolder());
-    // Without a display the application's constructor exits the program; nothing must be open then.
+    // Without a display the application's constructor exits the program, so nothing may be open then.
     if (!gtk_init_check())
         home = nullptr;
     // A single file on the command line is opened for reading.

@@ -27,7 +27,7 @@ public:
 
     // Sets the stored entries; `bookDataToList` creates the records.
     void setBookData(Value::Array bookData);
-    // Appends one record and one location for each stored entry. Records that were prepared are used.
+    // Appends one record and one location for each stored entry. Uses the records in `prepared`.
     void bookDataToList(PreparedRecords* prepared = nullptr);
     void clear();
 

@@ -7,14 +7,14 @@
 
 namespace pagora {
 
-// Records of stored entries that are made before they are asked for, on another thread. Any thread.
+// Records of stored entries that are created in advance on another thread. Thread-safe.
 class PreparedRecords {
 public:
-    // Makes a record for each stored entry. Does nothing once records were taken.
+    // Creates a record for each stored entry. Does nothing after records were taken.
     void make(Value::Array entries);
 
-    // One record for each of the entries: the one that was made, or a new one where none was made for this entry. Waits
-    // while they are being made. Keeps nothing.
+    // Returns one record for each of the entries: the prepared one, or a new one if there is none for this entry. Waits
+    // for `make`. Keeps no records.
     std::vector<BookInfoPtr> take(const Value::Array& entries);
 
 private:

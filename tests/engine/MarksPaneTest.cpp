@@ -192,7 +192,7 @@ TEST_F(MarksPaneTest, MenuOfTheListAsksForTheFileOfAnExport)
     EXPECT_EQ(gtk_file_chooser_get_action(chooser), GTK_FILE_CHOOSER_ACTION_SAVE);
     g_autofree char* name = gtk_file_chooser_get_current_name(chooser);
     EXPECT_STREQ(name, "Marks.md");
-    // The dialog goes to the parent of its first folder if it gets another one while it reads that.
+    // If the dialog gets another folder while it reads its first one, it shows the parent of the first.
     ASSERT_TRUE(waitUntil([&] {
         g_autoptr(GFile) first = gtk_file_chooser_get_current_folder(chooser);
         return first != nullptr;

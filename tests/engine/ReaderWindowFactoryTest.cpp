@@ -29,7 +29,7 @@ TEST_F(ReaderWindowFactoryTest, AWindowThatIsMadeEndsThePreparationOfTheNext)
     webkit_web_view_load_plain_text(view, "text");
     ASSERT_TRUE(waitUntil([&] { return isLoaded; }));
     g_signal_handlers_disconnect_by_data(view, &isLoaded);
-    // No other page was loaded meanwhile.
+    // No other page was loaded in the meantime.
     EXPECT_FALSE(std::filesystem::exists(folder.path("_engine/warm-page.xhtml")));
 }
 

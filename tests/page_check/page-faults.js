@@ -1,13 +1,12 @@
-// Counts the faults of the pages of the shown chapter. Evaluated in the reader's own script world, after page-glyphs.js.
-// The result is lines of fields between tabs: first the numbers of pages and text lines, then a line for each kind of
-// fault with its name, its count and some examples.
-// The script scrolls to each page as the reader does and records the scroll positions. It then compares each box of the
-// chapter with the edges of the columns and the pages.
+// Counts the faults of the pages of the shown chapter. Evaluated in the reader's script world, after page-glyphs.js.
+// The result is lines of fields separated by tabs: first the numbers of pages and text lines, then a line for each kind
+// of fault with its name, its count and some examples. The script scrolls to each page as the reader does and records
+// the scroll positions. It then compares each box of the chapter with the edges of the columns and the pages.
 (function () {
     'use strict';
 
     const body = document.body;
-    // The reader reads the length of the strip first, which settles the layout.
+    // Reading the length of the strip completes the layout, as in the reader.
     void body.scrollWidth;
     const style = getComputedStyle(body);
     const pixels = (length) => parseFloat(length) || 0;
@@ -25,7 +24,7 @@
 
     const maxPages = 20000;
 
-    // The offsets at which the reader shows a page, turning on from the first one.
+    // Returns the offsets at which the reader shows a page, turning forward from the first one.
     function turnedPages() {
         const offsets = [];
         window.scrollTo(0, 0);
@@ -53,7 +52,7 @@
     const columnWidth = step - gap;
     const pageShare = columnsOfPage * step / W;
 
-    // The indices of the pages that show this offset of the strip.
+    // Returns the indices of the pages that show this offset of the strip.
     function pagesAt(along) {
         const pages = [];
         const guess = Math.max(0, Math.floor(along / W) - 1);
@@ -81,7 +80,7 @@
 
     // --- Boxes -------------------------------------------------------------------------------------------------------
 
-    // A client rectangle in the strip's own direction: from `from` to `to` along it.
+    // Converts a client rectangle to the strip's own direction: it extends from `from` to `to`.
     function placed(rect) {
         const from = rightToLeft ? W - rect.right : rect.left;
         const column = Math.floor((from + Math.min(8, rect.width / 2) - start + gap / 2) / step);
@@ -110,7 +109,7 @@
             blame('shown twice', example);
     }
 
-    // Properties that apply to all content of an element.
+    // Cache of the properties that apply to all content of an element.
     const known = new Map();
     const farAway = 2000;
 
@@ -141,7 +140,7 @@
 
     // --- Glyphs ------------------------------------------------------------------------------------------------------
 
-    // Whether the glyphs of a line, not only its line box, exceed the column.
+    // Returns whether the glyphs of a line, not only its line box, exceed the column.
     function glyphsAreCut(node, box, text) {
         const ink = pagoraGlyphs.inkOf(about(node.parentElement).style, box, text);
         const cut = (edge) => ink.top < edge - tolerance && ink.bottom > edge + tolerance;
@@ -151,7 +150,7 @@
     const { textOn, widthOf, withoutSpaces } = pagoraGlyphs;
     const range = new Range();
 
-    // Whether anything but white space exceeds the column along the line.
+    // Returns whether anything but white space exceeds the column along the line.
     function charactersStickOut(node, box) {
         const { letterSpacing, hangingPunctuation, fontSize } = about(node.parentElement).style;
         const spacing = pixels(letterSpacing);
@@ -181,7 +180,7 @@
 
     // The current line: parts of the same block at the same height.
     let line = null;
-    // The narrow lines before it that end without a forced break.
+    // The number of preceding narrow lines that end without a forced break.
     let run = 0;
     let runText = '';
 
@@ -192,7 +191,7 @@
         runText = '';
     }
 
-    // `isTold`: the line ends with a forced break or with its block.
+    // `isTold` is true if the line ends with a forced break or with its block.
     function endLine(isTold) {
         if (!line)
             return;
@@ -210,7 +209,7 @@
         line = null;
     }
 
-    // `rect`: the part's box in the view. `pictures`: the width of pictures in characters.
+    // `rect` is the part's box in the view, `pictures` the width of pictures in characters.
     function addToLine(node, rect, block, box, characters, pictures = 0) {
         const isSame = line && line.block === block && line.column === box.column
             && Math.min(line.bottom, box.bottom) - Math.max(line.top, box.top)
@@ -231,7 +230,7 @@
     let lastColumn = -1;
 
     const headingOf = (node) => node.parentElement.closest('h1, h2, h3, h4, h5, h6');
-    // Whether the book forces a column break between the two.
+    // Returns whether the book forces a column break between the two.
     function isParted(from, to) {
         const forces = (value) => /column|page|left|right|always|recto|verso/.test(value) && !/avoid/.test(value);
         for (let each = from; each && !each.contains(to); each = each.parentElement) {
@@ -245,7 +244,7 @@
         return false;
     }
 
-    // A heading at the end of a column that it does not begin, with its text in the next column.
+    // Counts a heading at the end of a column that it does not begin, if its text is in the next column.
     function lookForHeading(node, box) {
         const own = node.nodeType === Node.TEXT_NODE ? headingOf(node) : null;
         if (heading && heading.element !== own) {
@@ -287,11 +286,11 @@
         }
     }
 
-    // --- Everything --------------------------------------------------------------------------------------------------
+    // --- All content -------------------------------------------------------------------------------------------------
 
     const passedOver = /^(?:script|style|noscript|template|title|desc|metadata|select|option|datalist|textarea|audio|video|canvas|iframe|rp|head|annotation|annotation-xml)$/;
     const wholes = /^(?:img|svg|video|canvas|iframe|object|embed|math|hr|tr)$/;
-    // Whether its content is visible in place.
+    // Returns whether the fallback content is visible.
     const showsFallback = (element) => element.localName === 'object' && element.firstElementChild
         && element.firstElementChild.getClientRects().length > 0;
     const keepsLines = (own) => /pre|break-spaces/.test(own.whiteSpace);

@@ -134,8 +134,8 @@ void Application::on_startup()
     _parts = std::make_unique<Parts>(
         Glib::make_refptr_for_instance<Gtk::Application>((reference(), static_cast<Gtk::Application*>(this))), *_home,
         _reader);
-    // The library alone is shown earlier without it. While it is loaded no thread can be created, so that the parts and
-    // their threads come first.
+    // The library alone is shown earlier without the module. No thread can be created while it is loaded, so the parts
+    // and their threads are created first.
     if (_purpose == Purpose::Reading)
         _reader.load();
     for (const int number : { SIGTERM, SIGINT, SIGHUP })

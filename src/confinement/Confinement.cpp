@@ -24,9 +24,9 @@ namespace pagora {
 namespace {
 
 constexpr const char* switchName = "WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS";
-constexpr const char* shutIn = "0";
-constexpr const char* notShutIn = "1";
-constexpr auto lookInterval = std::chrono::milliseconds(5);
+constexpr const char* confinementOn = "0";
+constexpr const char* confinementOff = "1";
+constexpr auto pollInterval = std::chrono::milliseconds(5);
 
 // Opens a seccomp filter that allows everything. The test uses it, because some kernels lack seccomp filters.
 FileDescriptor openFilter()
@@ -73,7 +73,7 @@ pid_t start(const std::string& program, const FileDescriptor& filter)
 }
 
 // Returns whether the process exits successfully within the timeout.
-bool endsWell(pid_t process, double timeout)
+bool exitsSuccessfully(pid_t process, double timeout)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeout);
     int status = 0;
@@ -84,7 +84,7 @@ bool endsWell(pid_t process, double timeout)
             ::waitpid(process, &status, 0);
             return false;
         }
-        std::this_thread::sleep_for(lookInterval);
+        std::this_thread::sleep_for(pollInterval);
     }
     return ended == process && WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
 }
@@ -98,7 +98,7 @@ bool confines(const ConfinementProbe::Options& options)
         return true;
     const auto filter = openFilter();
     const pid_t process = filter ? start(options.program, filter) : 0;
-    return process != 0 && endsWell(process, options.timeout);
+    return process != 0 && exitsSuccessfully(process, options.timeout);
 }
 
 }
@@ -123,20 +123,20 @@ Confinement ConfinementProbe::result()
 
 void prepareConfinementSwitch()
 {
-    ::setenv(switchName, shutIn, 0);
+    ::setenv(switchName, confinementOn, 0);
 }
 
 bool isConfinementSwitchedOff()
 {
     const char* const value = std::getenv(switchName);
-    return value && value != std::string_view(shutIn);
+    return value && value != std::string_view(confinementOn);
 }
 
 ConfinementSwitchedOff::ConfinementSwitchedOff()
 {
     const char* const value = std::getenv(switchName);
-    _before = value ? value : shutIn;
-    ::setenv(switchName, notShutIn, 1);
+    _before = value ? value : confinementOn;
+    ::setenv(switchName, confinementOff, 1);
 }
 
 ConfinementSwitchedOff::~ConfinementSwitchedOff()

@@ -11,7 +11,7 @@ namespace pagora {
 namespace {
 
 // The metadata are at the start of a package document, so only this many bytes are read.
-constexpr std::size_t maxBeginning = 65536;
+constexpr std::size_t maxReadBytes = 65536;
 constexpr std::size_t maxTagLength = 300;
 // Maximum number of tags that are searched.
 constexpr int maxTags = 50;
@@ -19,7 +19,7 @@ constexpr int maxTags = 50;
 std::string beginningOf(const std::filesystem::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
-    std::string text(maxBeginning, '\0');
+    std::string text(maxReadBytes, '\0');
     stream.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(stream.gcount()));
     return text;

@@ -167,7 +167,7 @@ Member Archive::Handle::describe(zip_uint64_t index) const
 }
 
 // Returns whether the disk, not the name, is the reason for the error.
-bool takesNoFiles(int error)
+bool isDiskError(int error)
 {
     return error == ENOSPC || error == EDQUOT || error == EROFS || error == EACCES;
 }
@@ -219,7 +219,7 @@ bool Archive::Handle::extract(
     // Replace an existing file even if the member cannot be read.
     const auto file = destination.makeFile(folders, name);
     if (!file) {
-        isDiskFull = isDiskFull || takesNoFiles(errno);
+        isDiskFull = isDiskFull || isDiskError(errno);
         return true;
     }
     MemberReader reader(zip.get(), member.index);

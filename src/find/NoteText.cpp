@@ -14,7 +14,7 @@ namespace pagora {
 namespace {
 
 // The maximum size in bytes of attributes that are searched before they are parsed.
-constexpr std::size_t maxGlance = 1'000;
+constexpr std::size_t maxUnparsedBytes = 1'000;
 
 std::string lowerCase(std::string_view name)
 {
@@ -94,7 +94,7 @@ private:
         if (tag.kind != MarkupToken::Kind::StartTag)
             return;
         // This quick test excludes most elements. It would be slow for long attributes.
-        if (tag.attributes.size() <= maxGlance && tag.attributes.find(_id) == std::string_view::npos)
+        if (tag.attributes.size() <= maxUnparsedBytes && tag.attributes.find(_id) == std::string_view::npos)
             return;
         const bool isNamed = name == "a" && tag.attribute("name") == _id;
         if (tag.attribute("id") != _id && !isNamed)

@@ -19,7 +19,7 @@ namespace {
 constexpr char separator = '\n';
 
 // The number of books between two calls of `isWanted`.
-constexpr std::size_t booksBetweenQuestions = 512;
+constexpr std::size_t booksBetweenChecks = 512;
 
 // Returns the collation key of a text. Keys are compared bytewise; the key of a missing text sorts last.
 std::string collationKey(const std::optional<std::string>& text)
@@ -129,7 +129,7 @@ std::optional<ShownBooks> BookIndex::find(const BookQuery& query, const std::fun
     prepare();
     Indexes found;
     for (std::size_t position = 0; position < _books->size(); ++position) {
-        if (position % booksBetweenQuestions == 0 && !isWanted())
+        if (position % booksBetweenChecks == 0 && !isWanted())
             return std::nullopt;
         const auto index = order ? (*order)[position] : static_cast<std::uint32_t>(position);
         if (hasAll(index, query.words))

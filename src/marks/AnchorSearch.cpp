@@ -15,7 +15,7 @@ constexpr std::size_t maxWork = 400'000'000;
 // The maximum size of the cache of texts, in units.
 constexpr std::size_t maxKept = 32'000'000;
 // Shorter texts may occur by chance, so their context must match too.
-constexpr std::size_t tellingLength = 16;
+constexpr std::size_t distinctiveLength = 16;
 // The maximum number of compared places with the same text.
 constexpr std::size_t maxPlaces = 10'000;
 
@@ -98,8 +98,9 @@ std::optional<MarkAnchor> AnchorSearch::find(const MarkedText& text)
     std::optional<Candidate> best;
     for (const auto other : others) {
         const auto found = same(other, quote);
-        const bool isTelling = found && (quote.wanted().size() >= tellingLength || found->context >= tellingLength);
-        if (isTelling && (!best || found->context > best->context))
+        const bool isDistinctive
+            = found && (quote.wanted().size() >= distinctiveLength || found->context >= distinctiveLength);
+        if (isDistinctive && (!best || found->context > best->context))
             best = found;
         if (best && best->context == quote.context())
             break;
@@ -153,10 +154,10 @@ std::optional<AnchorSearch::Candidate> AnchorSearch::same(std::size_t chapter, c
         return ++places < maxPlaces;
     });
     // A short text without equal context may be another occurrence.
-    const bool isTelling = best
-        && (wanted.size() >= tellingLength || best->context >= std::min(tellingLength, quote.context())
+    const bool isDistinctive = best
+        && (wanted.size() >= distinctiveLength || best->context >= std::min(distinctiveLength, quote.context())
             || (best->distance == 0 && quote.character));
-    return isTelling ? best : std::nullopt;
+    return isDistinctive ? best : std::nullopt;
 }
 
 std::optional<AnchorSearch::Candidate> AnchorSearch::similar(std::size_t chapter, const Quote& quote)

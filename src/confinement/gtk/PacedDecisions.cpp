@@ -8,7 +8,7 @@ namespace {
 
 // This many navigations are allowed immediately. Each further one waits for an interval after the one before it has got
 // its process.
-constexpr std::size_t atOnce = 4;
+constexpr std::size_t maxImmediate = 4;
 constexpr std::int64_t second = 1'000'000;
 constexpr unsigned millisecondsBetween = 500;
 // More than the number of remote frames in a document of a book.
@@ -24,7 +24,7 @@ bool PacedDecisions::use(WebKitPolicyDecision* decision, bool byUser)
     const std::int64_t now = g_get_monotonic_time();
     while (!_gone.empty() && now - _gone.front() > second)
         _gone.pop_front();
-    if (_waiting.empty() && _gone.size() < atOnce) {
+    if (_waiting.empty() && _gone.size() < maxImmediate) {
         webkit_policy_decision_use(decision);
         _gone.push_back(g_get_monotonic_time());
         return true;

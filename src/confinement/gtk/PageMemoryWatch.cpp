@@ -30,7 +30,7 @@ constexpr unsigned idleInterval = 2000;
 constexpr unsigned interval = 500;
 constexpr unsigned closeInterval = 50;
 // Maximum depth of the engine's processes and their sandboxes below the program.
-constexpr int deepest = 8;
+constexpr int maxDepth = 8;
 // Process names as the kernel truncates them. The GPU process is treated as a page process.
 constexpr std::string_view pageNames[] = { "WebKitWebProces", "WebKitGPUProces" };
 constexpr std::string_view networkName = "WebKitNetworkPr";
@@ -75,7 +75,7 @@ std::uint64_t bytesOf(pid_t process)
 }
 
 // Returns the processor time of all threads so far, in clock ticks.
-std::uint64_t workOf(pid_t process)
+std::uint64_t processorTimeOf(pid_t process)
 {
     std::ifstream file(folderOf(process) + "/stat");
     // The name is in parentheses and may contain blanks. User and system time are the 12th and 13th values after it.
@@ -109,7 +109,7 @@ bool collect(pid_t process, EngineProcesses& found)
 void collectBelow(pid_t parent, int depth, EngineProcesses& found)
 {
     for (const pid_t child : childrenOf(parent)) {
-        if (!collect(child, found) && depth < deepest)
+        if (!collect(child, found) && depth < maxDepth)
             collectBelow(child, depth + 1, found);
     }
 }
@@ -183,7 +183,7 @@ void PageMemoryWatch::look()
     std::uint64_t work = 0;
     const auto exceeds = [&](pid_t process, std::uint64_t limit) {
         const auto bytes = bytesOf(process);
-        work += workOf(process);
+        work += processorTimeOf(process);
         isClose = isClose || bytes > limit / 2;
         return bytes > limit;
     };

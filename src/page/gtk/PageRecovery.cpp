@@ -10,7 +10,7 @@ namespace pagora {
 namespace {
 
 // In microseconds. If a page was shown for longer, the number of attempts is reset.
-constexpr std::int64_t steadyTime = 20'000'000;
+constexpr std::int64_t stableTime = 20'000'000;
 
 }
 
@@ -29,7 +29,7 @@ PageRecovery::Attempt PageRecovery::nextAttempt()
 {
     const std::int64_t now = g_get_monotonic_time();
     bool allowsScripts = true;
-    if (now - std::exchange(_lastAttempt, now) > steadyTime)
+    if (now - std::exchange(_lastAttempt, now) > stableTime)
         _attemptsLeft = maxAttempts;
     else if (_attemptsLeft < maxAttempts)
         allowsScripts = false;

@@ -13,7 +13,7 @@ namespace pagora {
 namespace {
 
 // In milliseconds. No pictures are taken of pages that are turned faster than this.
-constexpr unsigned moment = 300;
+constexpr unsigned pictureDelay = 300;
 
 constexpr std::size_t pixelBytes = 4;
 
@@ -69,7 +69,7 @@ void RestingPage::isDrawn(std::uint64_t request, bool isAsOpened)
             take();
             return false;
         },
-        moment, Glib::PRIORITY_LOW);
+        pictureDelay, Glib::PRIORITY_LOW);
 }
 
 // A picture that was taken before remains valid.

@@ -12,7 +12,7 @@ namespace pagora {
 namespace {
 
 // The text is collected after this time without changes, in milliseconds.
-constexpr unsigned rest = 250;
+constexpr unsigned collectDelay = 250;
 
 void setProperty(WebKitWebView* view, GtkAccessibleProperty property, const std::string& text)
 {
@@ -70,7 +70,7 @@ void SpokenPage::pageMayHaveChanged()
             collect();
             return false;
         },
-        rest);
+        collectDelay);
 }
 
 void SpokenPage::collect()

@@ -21,7 +21,7 @@ namespace {
 constexpr guint pageMemoryLimit = 1536;
 // Memory limit of the network process, which loads files and stores blobs, in megabytes.
 constexpr guint networkMemoryLimit = 512;
-constexpr double carefulFrom = 0.5;
+constexpr double conservativeFraction = 0.5;
 constexpr double strictFrom = 0.75;
 // The interval in seconds at which an engine process checks its own memory. A check takes 10 ms; `PageMemoryWatch`
 // checks more often.
@@ -38,7 +38,7 @@ MemorySettings memorySettings(guint megabytes)
     webkit_memory_pressure_settings_set_memory_limit(settings.get(), megabytes);
     webkit_memory_pressure_settings_set_kill_threshold(settings.get(), 1.0);
     webkit_memory_pressure_settings_set_strict_threshold(settings.get(), strictFrom);
-    webkit_memory_pressure_settings_set_conservative_threshold(settings.get(), carefulFrom);
+    webkit_memory_pressure_settings_set_conservative_threshold(settings.get(), conservativeFraction);
     webkit_memory_pressure_settings_set_poll_interval(settings.get(), memoryInterval);
     return settings;
 }

@@ -15,7 +15,7 @@ namespace {
 constexpr int noteWidth = 340;
 constexpr int maxNoteHeight = 260;
 // Time for the pointer to move from the reference to the note, in milliseconds.
-constexpr unsigned wayTime = 350;
+constexpr unsigned pointerTimeout = 350;
 
 }
 
@@ -96,7 +96,7 @@ void NotePopover::hideSoon()
                 hide();
             return false;
         },
-        wayTime);
+        pointerTimeout);
 }
 
 }

@@ -8,9 +8,9 @@ namespace pagora {
 namespace {
 
 // The bar is shown when the pointer is at most this far from the edge, in points.
-constexpr double touch = 2;
+constexpr double revealDistance = 2;
 // The bar is hidden when the pointer is more than this far from the bar, in points.
-constexpr double slack = 12;
+constexpr double hideDistance = 12;
 // The duration of the animation in milliseconds.
 constexpr unsigned duration = 180;
 
@@ -81,9 +81,9 @@ void EdgeBar::pointerIsAt(double y)
     if (!_isFullScreen || _isCalled)
         return;
     const double distance = _edge == Edge::Top ? y : _area.get_height() - y;
-    if (distance <= touch)
+    if (distance <= revealDistance)
         _revealer.set_reveal_child(true);
-    else if (distance > _bar.get_height() + slack && !hasFocus())
+    else if (distance > _bar.get_height() + hideDistance && !hasFocus())
         _revealer.set_reveal_child(false);
 }
 

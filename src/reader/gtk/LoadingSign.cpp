@@ -8,7 +8,7 @@ namespace pagora {
 
 namespace {
 // The delay before the indicator is shown, in milliseconds.
-constexpr unsigned moment = 500;
+constexpr unsigned indicatorDelay = 500;
 }
 
 LoadingSign::LoadingSign(Gtk::Widget& sign)
@@ -44,7 +44,7 @@ void LoadingSign::setLoading(bool isLoading)
             _sign.set_visible(true);
             return false;
         },
-        moment);
+        indicatorDelay);
 }
 
 }

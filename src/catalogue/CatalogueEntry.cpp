@@ -1,8 +1,10 @@
 #include "catalogue/CatalogueEntry.hpp"
 
 #include "base/Numbers.hpp"
+#include "store/RowsInMemory.hpp"
 
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace pagora {
@@ -22,10 +24,60 @@ std::optional<Value> present(const std::optional<Field>& field)
     return Value(*field);
 }
 
-std::uint64_t storedNumber(const Value& entry, const char* key)
+std::uint64_t storedNumber(std::int64_t stored)
 {
-    const auto bits = static_cast<std::uint64_t>(integerFrom(entry.find(key)));
-    return static_cast<std::uint64_t>(static_cast<std::int64_t>(low32(bits)));
+    return static_cast<std::uint64_t>(static_cast<std::int64_t>(low32(static_cast<std::uint64_t>(stored))));
+}
+
+// An entry that is in memory, with the operations of a `StoredField`.
+class FieldInMemory {
+public:
+    explicit FieldInMemory(const Value& value)
+        : _value(value)
+    {
+    }
+    std::optional<Value> value() const { return _value; }
+    std::optional<std::string> text() const { return stringFrom(&_value); }
+    std::int64_t integer() const { return integerFrom(&_value); }
+
+private:
+    const Value& _value;
+};
+
+template <typename Field>
+void setField(BookInfo& book, std::string_view key, const Field& field)
+{
+    using namespace entry_keys;
+    if (key == Type)
+        book.setType(field.text());
+    else if (key == ePubPath)
+        book.setEpubPath(field.text());
+    else if (key == Title)
+        book.setTitle(field.text());
+    else if (key == Author)
+        book.setAuthor(field.text());
+    else if (key == ISBN)
+        book.setIsbn(field.text());
+    else if (key == BookLoc)
+        book.setBookPath(field.text());
+    else if (key == LastInd)
+        book.setLastIndex(storedNumber(field.integer()));
+    else if (key == LastCap)
+        book.setLastCap(storedNumber(field.integer()));
+    else if (key == fixedWidth)
+        book.setFixedWidth(storedNumber(field.integer()));
+    else if (key == fixedHeight)
+        book.setFixedHeight(storedNumber(field.integer()));
+    else if (const auto value = field.value(); !value)
+        return;
+    else if (key == LastPlace)
+        book.setLastPlace(realFrom(&*value));
+    else if (key == CoverImage && value->data())
+        book.setImgData(*value->data());
+    else if (key == Content && value->isArray())
+        book.setContent(*value);
+    else if (key == Files)
+        book.setFilePaths(*value);
 }
 
 }
@@ -60,31 +112,19 @@ Value entryFromBook(const BookInfo& book)
 
 BookInfoPtr bookFromEntry(const Value& stored)
 {
-    using namespace entry_keys;
-    // The stored entry stays encoded, because the record contains the values that are read often.
-    const auto read = stored.source() ? stored.source()->read() : std::nullopt;
-    const Value& entry = read ? *read : stored;
     auto book = std::make_shared<BookInfo>();
-    book->setType(stringFrom(entry.find(Type)));
-    book->setEpubPath(stringFrom(entry.find(ePubPath)));
-    book->setTitle(stringFrom(entry.find(Title)));
-    book->setAuthor(stringFrom(entry.find(Author)));
-    book->setIsbn(stringFrom(entry.find(ISBN)));
-    const auto* cover = entry.find(CoverImage);
-    if (cover && cover->data())
-        book->setImgData(*cover->data());
-    book->setLastIndex(storedNumber(entry, LastInd));
-    book->setLastCap(storedNumber(entry, LastCap));
-    const auto* place = entry.find(LastPlace);
-    if (place)
-        book->setLastPlace(realFrom(place));
-    const auto* content = entry.find(Content);
-    book->setContent(content && content->isArray() ? std::optional(*content) : std::nullopt);
-    if (const auto* files = entry.find(Files))
-        book->setFilePaths(*files);
-    book->setBookPath(stringFrom(entry.find(BookLoc)));
-    book->setFixedWidth(storedNumber(entry, fixedWidth));
-    book->setFixedHeight(storedNumber(entry, fixedHeight));
+    book->setType(std::nullopt);
+    book->setContent(std::nullopt);
+    // Stored entries stay encoded. The record has what is read often.
+    if (const auto* entry = dynamic_cast<const StoredEntry*>(stored.source())) {
+        entry->forEach([&book](std::string_view key, const StoredField& field) { setField(*book, key, field); });
+        return book;
+    }
+    const auto read = stored.source() ? stored.source()->read() : std::nullopt;
+    if (const auto* entry = (read ? *read : stored).dictionary()) {
+        for (const auto& [key, value] : *entry)
+            setField(*book, key, FieldInMemory(value));
+    }
     return book;
 }
 

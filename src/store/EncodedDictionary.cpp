@@ -111,6 +111,35 @@ bool isEncodedDictionary(std::string_view bytes, const std::function<void(std::i
     return skipper.byte() == codingVersion && isDictionary && skipper.skip(0) && skipper.isAtEnd();
 }
 
+void forEachEntry(
+    std::string_view bytes, const std::function<void(std::string_view key, std::string_view encoded)>& entry)
+{
+    const Skipper::PassPart none;
+    Skipper skipper(bytes, none);
+    if (skipper.byte() != codingVersion || skipper.byte() != static_cast<std::uint8_t>(Tag::Dictionary))
+        return;
+    const auto size = skipper.count();
+    for (std::uint64_t i = 0; size && i < *size; ++i) {
+        const auto key = skipper.text();
+        const auto start = skipper.left();
+        if (!key || !skipper.skip(1))
+            return;
+        entry(*key, start.substr(0, start.size() - skipper.left().size()));
+    }
+}
+
+std::optional<std::string_view> decodeString(std::string_view encoded)
+{
+    EncodedBytes bytes(encoded);
+    return bytes.byte() == static_cast<std::uint8_t>(Tag::String) ? bytes.text() : std::nullopt;
+}
+
+std::optional<std::int64_t> decodeInteger(std::string_view encoded)
+{
+    EncodedBytes bytes(encoded);
+    return bytes.byte() == static_cast<std::uint8_t>(Tag::Integer) ? bytes.signedNumber() : std::nullopt;
+}
+
 std::optional<Value> decodeEntry(std::string_view bytes, std::string_view key, const FindParts& find)
 {
     const Skipper::PassPart none;
@@ -120,8 +149,7 @@ std::optional<Value> decodeEntry(std::string_view bytes, std::string_view key, c
     const auto start = skipper.left();
     if (!skipper.skip(1))
         return std::nullopt;
-    return decodeValue(
-        std::string(1, codingVersion).append(start.substr(0, start.size() - skipper.left().size())), find);
+    return decodePart(start.substr(0, start.size() - skipper.left().size()), find);
 }
 
 }

@@ -1,5 +1,7 @@
 #include "store/RowsInMemory.hpp"
 
+#include "base/Numbers.hpp"
+
 #include <algorithm>
 #include <utility>
 
@@ -75,6 +77,29 @@ std::optional<Value> StoredEntry::read() const
 std::optional<Value> StoredEntry::find(std::string_view key) const
 {
     return decodeEntry(_bytes, key, _rows->finder());
+}
+
+void StoredEntry::forEach(const std::function<void(std::string_view key, const StoredField& entry)>& field) const
+{
+    const auto find = _rows->finder();
+    forEachEntry(
+        _bytes, [&](std::string_view key, std::string_view encoded) { field(key, StoredField(encoded, find)); });
+}
+
+std::optional<std::string> StoredField::text() const
+{
+    if (const auto text = decodeString(_encoded))
+        return std::string(*text);
+    const auto decoded = value();
+    return stringFrom(decoded ? &*decoded : nullptr);
+}
+
+std::int64_t StoredField::integer() const
+{
+    if (const auto number = decodeInteger(_encoded))
+        return *number;
+    const auto decoded = value();
+    return integerFrom(decoded ? &*decoded : nullptr);
 }
 
 std::optional<Value> entryUnder(const std::string& key, const Value& dictionary)

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <unordered_map>
@@ -37,6 +38,25 @@ private:
     std::size_t _limit;
 };
 
+// An entry of a stored dictionary. Its value is decoded by each call.
+class StoredField {
+public:
+    StoredField(std::string_view encoded, const FindParts& find)
+        : _encoded(encoded)
+        , _find(find)
+    {
+    }
+
+    std::optional<Value> value() const { return decodePart(_encoded, _find); }
+    // The value, converted as in Numbers.hpp.
+    std::optional<std::string> text() const;
+    std::int64_t integer() const;
+
+private:
+    std::string_view _encoded;
+    const FindParts& _find;
+};
+
 // A stored dictionary, kept as its encoded bytes. They take a fifth of the memory of its decoded entries.
 class StoredEntry : public Value::Source {
 public:
@@ -46,6 +66,8 @@ public:
     std::optional<Value> read() const override;
     // Decodes only the value under `key`. Returns nullopt if there is none.
     std::optional<Value> find(std::string_view key) const;
+    // Calls `field` for each entry, in the order of the keys.
+    void forEach(const std::function<void(std::string_view key, const StoredField& entry)>& field) const;
 
 private:
     const std::string _bytes;

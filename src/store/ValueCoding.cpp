@@ -238,6 +238,15 @@ std::optional<Value> decodeValue(std::string_view bytes, const FindParts& find)
     return value;
 }
 
+std::optional<Value> decodePart(std::string_view encoded, const FindParts& find)
+{
+    Decoder decoder(encoded, find);
+    auto value = decoder.value(1);
+    if (!decoder.isAtEnd())
+        return std::nullopt;
+    return value;
+}
+
 std::uint64_t checksum(std::string_view bytes, std::uint64_t seed)
 {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15;

@@ -37,6 +37,14 @@ bool isEncodedDictionary(std::string_view bytes, const std::function<void(std::i
 // Decodes the value under `key` of such a dictionary; nullopt if there is none.
 std::optional<Value> decodeEntry(std::string_view bytes, std::string_view key, const FindParts& find);
 
+// Calls `entry` with each key of such a dictionary, in order, and with the encoded value, which has no version byte.
+void forEachEntry(
+    std::string_view bytes, const std::function<void(std::string_view key, std::string_view encoded)>& entry);
+// Decodes such a value. The other two return nullopt unless it is a string or an integer.
+std::optional<Value> decodePart(std::string_view encoded, const FindParts& find);
+std::optional<std::string_view> decodeString(std::string_view encoded);
+std::optional<std::int64_t> decodeInteger(std::string_view encoded);
+
 // Returns the checksum of stored bytes; `seed` identifies their row.
 std::uint64_t checksum(std::string_view bytes, std::uint64_t seed = 0);
 

@@ -1,6 +1,8 @@
 #include "catalogue/CatalogueEntry.hpp"
 
 #include "base/Numbers.hpp"
+#include "store/UserDefaults.hpp"
+#include "tests/support/TemporaryFolder.hpp"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -156,6 +158,48 @@ TEST(CatalogueEntry, MissingContentLeavesTheContentNull)
 TEST(CatalogueEntry, AMissingTypeLoadsAsNull)
 {
     EXPECT_EQ(bookFromEntry(Value::Dictionary {})->type(), std::nullopt);
+}
+
+TEST(CatalogueEntry, AnEntryThatStayedEncodedGivesTheSameRecord)
+{
+    const test::TemporaryFolder folder;
+    const Value::Dictionary whole = *entryFromBook(*wholeBook()).dictionary();
+    auto odd = whole;
+    odd.insert_or_assign("Title", 1984);
+    odd.insert_or_assign("LastInd", "12");
+    odd.insert_or_assign("LastCap", 3.7);
+    odd.insert_or_assign("LastPlace", "0.25");
+    odd.insert_or_assign("CoverImage", "none");
+    odd.insert_or_assign("Content", "none");
+    odd.erase("Type");
+    {
+        UserDefaults defaults(folder.path());
+        defaults.setObject("BookData", Value::Array { whole, odd });
+        ASSERT_TRUE(defaults.synchronize());
+    }
+    const UserDefaults defaults(folder.path());
+    const auto stored = defaults.objectForKey("BookData");
+    ASSERT_EQ(stored->array()->size(), 2u);
+    for (const auto& entry : { whole, odd }) {
+        const auto& encoded = stored->array()->at(entry == odd ? 1 : 0);
+        ASSERT_TRUE(encoded.source());
+        const auto expected = bookFromEntry(entry);
+        const auto loaded = bookFromEntry(encoded);
+        EXPECT_EQ(loaded->type(), expected->type());
+        EXPECT_EQ(loaded->epubPath(), expected->epubPath());
+        EXPECT_EQ(loaded->title(), expected->title());
+        EXPECT_EQ(loaded->author(), expected->author());
+        EXPECT_EQ(loaded->isbn(), expected->isbn());
+        EXPECT_EQ(loaded->imgData().has_value(), expected->imgData().has_value());
+        EXPECT_EQ(loaded->lastIndex(), expected->lastIndex());
+        EXPECT_EQ(loaded->lastCap(), expected->lastCap());
+        EXPECT_EQ(loaded->lastPlace(), expected->lastPlace());
+        EXPECT_EQ(loaded->fixedWidth(), expected->fixedWidth());
+        EXPECT_EQ(loaded->fixedHeight(), expected->fixedHeight());
+        EXPECT_EQ(loaded->files(), expected->files());
+        EXPECT_EQ(loaded->content(), expected->content());
+        EXPECT_EQ(loaded->bookPath(), expected->bookPath());
+    }
 }
 
 TEST(CatalogueEntry, AWholeRecordComesBack)

@@ -167,6 +167,19 @@ TEST(ValueCoding, AnEntryIsDecodedWithoutTheOthers)
     EXPECT_EQ(decodeEntry(encodeValue(Value::Array { "Title" }), "Title", {}), std::nullopt);
 }
 
+TEST(ValueCoding, PassesTheEntriesOfADictionaryOneByOne)
+{
+    const Value::Dictionary dictionary { { "LastInd", 3 }, { "Spine", Value::Array { "a", "b" } }, { "Title", "Sea" } };
+    Value::Dictionary passed;
+    forEachEntry(encodeValue(dictionary), [&](std::string_view key, std::string_view encoded) {
+        passed.emplace(key, decodePart(encoded, {}).value());
+        EXPECT_EQ(decodeString(encoded).has_value(), key == "Title");
+        EXPECT_EQ(decodeInteger(encoded).has_value(), key == "LastInd");
+    });
+    EXPECT_EQ(passed, dictionary);
+    forEachEntry(encodeValue("text"), [](std::string_view, std::string_view) { FAIL(); });
+}
+
 TEST(ValueCoding, TheChecksumSeesEveryFlippedBitAndTheSeed)
 {
     std::string bytes = "nineteen characters";

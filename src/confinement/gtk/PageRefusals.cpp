@@ -42,7 +42,7 @@ gboolean denyPermissionState(WebKitWebView* view, WebKitPermissionStateQuery* qu
 gboolean answerDialog(WebKitWebView* view, WebKitScriptDialog* dialog, gpointer)
 {
     const auto type = webkit_script_dialog_get_dialog_type(dialog);
-    // The answer "OK" lets the user leave the page.
+    // A page cannot prevent the user from leaving it, so leaving is confirmed. Other questions are cancelled.
     if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM || type == WEBKIT_SCRIPT_DIALOG_CONFIRM)
         webkit_script_dialog_confirm_set_confirmed(dialog, type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM);
     tell(view);

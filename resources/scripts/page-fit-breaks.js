@@ -58,7 +58,7 @@ var pagoraKeepHeadings = (function () {
     return (strip, book, tools, later) => {
         const { styleOf, pixels, all } = tools;
         const bodyStyle = styleOf(strip.body);
-        const lines = linesBelow * (pixels(bodyStyle.lineHeight) || 1.4 * pixels(bodyStyle.fontSize));
+        const lines = linesBelow * (pixels(bodyStyle.lineHeight) || 1.4 * pagoraFontSize(bodyStyle));
         const rooms = new Map();
         const headings = [];
         // In reverse order, because a heading may follow another.
@@ -132,7 +132,7 @@ var pagoraFitBreaks = (function () {
         const rects = Array.from(Element.prototype.getClientRects.call(float));
         const height = rects.reduce((sum, rect) => sum + rect.height, 0);
         const style = styleOf(float);
-        return rects.length > 1 && height < 1.5 * (pixels(style.lineHeight) || 1.4 * pixels(style.fontSize));
+        return rects.length > 1 && height < 1.5 * (pixels(style.lineHeight) || 1.4 * pagoraFontSize(style));
     }
 
     // Moves floats that a column's end divides. Returns whether an element was marked.

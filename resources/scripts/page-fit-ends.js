@@ -41,7 +41,7 @@ var pagoraFreeLastLines = (function () {
         if (!box)
             return null;
         const text = styleOf(containerOf(float));
-        const line = pixels(text.lineHeight) || 1.4 * pixels(text.fontSize);
+        const line = pixels(text.lineHeight) || 1.4 * pagoraFontSize(text);
         const end = Element.prototype.getBoundingClientRect.call(strip.body).top + strip.paddingTop + strip.height;
         return box.bottom + pixels(style.marginBottom) > end - linesAtEnd * line ? box : null;
     }

@@ -25,7 +25,7 @@ var pagoraFitInsets = (function () {
         for (const block of blocks.slice(0, sampleSize)) {
             const style = styleOf(block);
             found.padding = Math.max(found.padding, pixels(style.paddingLeft) + pixels(style.paddingRight));
-            found.size = Math.max(found.size, pixels(style.fontSize));
+            found.size = Math.max(found.size, pagoraFontSize(style));
         }
         return found;
     }
@@ -52,7 +52,7 @@ var pagoraFitInsets = (function () {
             lengths[side] = pixels(style[side]) * share;
         if (isList(block)) {
             const start = style.direction === 'rtl' ? 'paddingRight' : 'paddingLeft';
-            const room = Math.min(largest, roomForSign * pixels(style.fontSize));
+            const room = Math.min(largest, roomForSign * pagoraFontSize(style));
             lengths[start] = Math.max(lengths[start], Math.min(pixels(style[start]), room));
         }
         // A hanging first line keeps its fraction of the room.
@@ -113,11 +113,11 @@ var pagoraFitTitles = (function () {
 
     return (strip, book, { styleOf, pixels, isInline, containerOf, roomIn, all, letter }, later) => {
         const bodyStyle = styleOf(strip.body);
-        const bodySize = pixels(bodyStyle.fontSize);
-        const rootSize = pixels(styleOf(strip.body.parentElement).fontSize);
+        const bodySize = pagoraFontSize(bodyStyle);
+        const rootSize = pagoraFontSize(styleOf(strip.body.parentElement));
         for (const title of new Set(all(headings).concat(book.titles))) {
             const style = styleOf(title);
-            const size = pixels(style.fontSize);
+            const size = pagoraFontSize(style);
             const text = title.textContent.trim();
             if (size <= bodySize || !text || !title.getClientRects().length)
                 continue;
@@ -152,7 +152,7 @@ var pagoraKeepWords = (function () {
             if (pixels(styleOf(block).textIndent) < 0)
                 later.push([block, 'manual']);
         }
-        const inLine = (strip.step - strip.gap) / (letter * pixels(styleOf(strip.body).fontSize));
+        const inLine = (strip.step - strip.gap) / (letter * pagoraFontSize(styleOf(strip.body)));
         for (const block of inLine < fewestInWideLine ? [] : book.entries) {
             const length = block.textContent.trim().length;
             if (length > 0.7 * inLine && length < (1 + shareOfSecondLine) * inLine)
@@ -224,7 +224,7 @@ var pagoraFitWords = (function () {
         const titles = book.titles.filter((title) => title.scrollWidth > title.clientWidth && title.clientWidth > 0);
         if (longest < 0)
             longest = maxLongWordLength(strip.body.textContent);
-        const letters = column / (pixels(styleOf(strip.body).fontSize) * letter);
+        const letters = column / (pagoraFontSize(styleOf(strip.body)) * letter);
         const limit = Math.max(4, Math.floor(Math.min(letters, narrowest) * surelyFits));
         const isLong = longest > limit;
         if (isLong && words.limit > limit)

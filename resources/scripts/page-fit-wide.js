@@ -60,7 +60,7 @@ var pagoraFitWide = (function () {
             if (!width || width > 200)
                 continue;
             const style = tools.styleOf(cell);
-            const size = tools.pixels(style.fontSize);
+            const size = pagoraFontSize(style);
             const inner = width - tools.pixels(style.paddingLeft) - tools.pixels(style.paddingRight);
             if (inner < narrowCell * size && cell.clientHeight > manyLines * size * 1.2 && cell.textContent.trim().length > minCharacters)
                 narrow.push(cell);

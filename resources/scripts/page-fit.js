@@ -98,7 +98,7 @@ var pagoraFit = (function () {
             raised: isInline(own) && /^(?:sub|super)$/.test(own.verticalAlign) && own.lineHeight !== '0px',
             verses: !isInline(own) && pixels(own.textIndent) < 0,
             entries: !isInline(own) && own.hyphens === 'auto' && element.textContent.length < longestEntry,
-            titles: pixels(own.fontSize) >= bodySize * sizeOfTitles,
+            titles: pagoraFontSize(own) >= bodySize * sizeOfTitles,
             undivided: /^avoid/.test(own.breakInside),
             framed: !isInline(own) && own.display !== 'table-cell' && (own.backgroundColor !== clear
                 || pixels(own.borderTopWidth) * pixels(own.borderBottomWidth) > 0),
@@ -110,7 +110,7 @@ var pagoraFit = (function () {
     function survey(body) {
         const sorts = new Map();
         const found = { floats: [], atoms: [], raised: [], verses: [], entries: [], titles: [], undivided: [], framed: [], insets: [] };
-        const bodySize = pixels(styleOf(body).fontSize);
+        const bodySize = pagoraFontSize(styleOf(body));
         for (const element of Element.prototype.getElementsByTagName.call(body, '*')) {
             const name = element.localName;
             if (name === 'img' || !(element instanceof HTMLElement))
@@ -156,7 +156,7 @@ var pagoraFit = (function () {
                 + pixels(style.borderRightWidth);
         const rects = Element.prototype.getClientRects.call(container);
         const width = container === strip.body || !rects.length ? strip.step - strip.gap : rects[0].width - around;
-        return { width: Math.min(width, strip.step - strip.gap), size: pixels(style.fontSize), style };
+        return { width: Math.min(width, strip.step - strip.gap), size: pagoraFontSize(style), style };
     }
 
     // Returns the average width of the text's letters, as a fraction of the font size.
@@ -166,7 +166,7 @@ var pagoraFit = (function () {
         const pen = Document.prototype.createElementNS
             .call(document, 'http://www.w3.org/1999/xhtml', 'canvas').getContext('2d');
         pen.font = '100px ' + style.fontFamily;
-        const spacing = pixels(style.letterSpacing) / (pixels(style.fontSize) || 1);
+        const spacing = pixels(style.letterSpacing) / (pagoraFontSize(style) || 1);
         return (sample ? pen.measureText(sample).width / sample.length / 100 : 0.5) + spacing;
     }
 
@@ -339,7 +339,7 @@ var pagoraFit = (function () {
         const style = styleOf(strip.body);
         // A chapter of a single column is centred and has its own column width. The reader's values are in the marks.
         return [attribute.call(strip.body.parentElement, 'data-pagora-columns'), strip.body.clientWidth, strip.step,
-            strip.gap, strip.height, strip.reach, style.fontSize, style.fontFamily, maxPictureSize(), loads].join();
+            strip.gap, strip.height, strip.reach, pagoraFontSize(style), style.fontFamily, maxPictureSize(), loads].join();
     };
 
     // `later` contains the element, the name of the mark and optionally a length, or lengths by name.

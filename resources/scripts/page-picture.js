@@ -41,7 +41,7 @@ var pagoraClosePicture = (function () {
         // The outermost SVG element. Drawings of the size of letters are ignored.
         const whole = picture && (picture.ownerSVGElement || picture);
         const box = whole && Element.prototype.getBoundingClientRect.call(whole);
-        const minSize = 2 * parseFloat(getComputedStyle(document.body).fontSize);
+        const minSize = 2 * pagoraFontSize(getComputedStyle(document.body));
         return whole && !whole.closest(pressable) && box.width > minSize && box.height > minSize ? whole : null;
     }
 

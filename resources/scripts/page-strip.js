@@ -1,6 +1,16 @@
 // Runs in the reader's script world of every page, before page-fit.js. Measures the strip of columns in which the body
 // is laid out.
 
+// Returns the font size of this style in pixels, as text is drawn with it. Newer engines leave the reader's text size out of
+// the computed font size, but not out of lengths in em. page.css sets the object position of the root to one em.
+var pagoraFontSize = (style) => {
+    'use strict';
+
+    const root = getComputedStyle(document.documentElement);
+    const scale = parseFloat(root.objectPosition) / parseFloat(root.fontSize);
+    return (parseFloat(style.fontSize) || 0) * (scale > 0 && scale < Infinity ? scale : 1);
+};
+
 // Returns the measured strip; null if the body has no columns. Lengths are in pixels and not rounded:
 //
 //   body, rightToLeft          the body and its direction

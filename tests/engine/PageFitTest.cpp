@@ -24,6 +24,12 @@ protected:
               "range.setStart(text, 0); range.setEnd(text, 1); const box = range.getBoundingClientRect();"
               "return Math.round(box.left) + ',' + Math.round(box.top); })()");
     }
+    // Returns the left and upper edges of an element: "left,top". Those of its letters depend on the font.
+    std::string edgesOf(const std::string& id)
+    {
+        return evaluate("(() => { const { left, top } = document.getElementById('" + id
+            + "').getBoundingClientRect(); return left + ',' + top; })()");
+    }
     // Returns whether each line of the block with this id is at most as wide as the block.
     bool allLinesFit(const std::string& id)
     {
@@ -85,7 +91,7 @@ TEST_F(PageFitTest, AHeadingStandsWithTheTextBelowIt)
 TEST_F(PageFitTest, TheRoomThatAHeadingAsksForIsNotSeen)
 {
     fit("<h2 id='heading'>Heading</h2><p id='text'>One line.</p>" + paragraphs(30), 2, plain);
-    EXPECT_EQ(placeOf("text"), "20,64");
+    EXPECT_EQ(edgesOf("text"), "20,64");
 }
 
 TEST_F(PageFitTest, AHeadingOnAGroundOfItsOwnStandsWithItsTextToo)
@@ -102,7 +108,8 @@ TEST_F(PageFitTest, AChapterOfOneColumnStandsInTheMiddleOfThePage)
     fit("<p id='title'>A title</p><p id='anchor'>An author</p>", 2, plain);
     EXPECT_EQ(placeOf("title").substr(0, 4), middle);
     EXPECT_EQ(number("document.body.scrollWidth;"), width);
-    EXPECT_EQ(number("document.getElementById('anchor').offsetTop;"), 20);
+    EXPECT_EQ(edgesOf("anchor"), middle + "60");
+    EXPECT_EQ(middle + evaluate("document.getElementById('anchor').offsetTop + 40"), placeOf("anchor"));
     layOut(1);
     ASSERT_GT(number("document.body.scrollWidth;"), 0);
     EXPECT_NE(placeOf("title").substr(0, 4), middle);
@@ -117,6 +124,22 @@ TEST_F(PageFitTest, MarginsLeaveTheTextOfANarrowColumnItsRoom)
     EXPECT_EQ(evaluate("(() => { const boxes = Array.from(document.getElementById('text').getClientRects());"
                        "return Math.max(...boxes.map((box) => box.width)) > 110; })()"),
         "true");
+}
+
+TEST_F(PageFitTest, ATitleThatTheTextSizeMakesTooLargeHasSmallerLetters)
+{
+    const std::string sticksOut = "(() => { const title = document.getElementById('title');"
+                                  "return title.scrollWidth > title.clientWidth; })()";
+    _view->setTextSizeMultiplier(2.5);
+    fit("<h1 id='title'>Extraordinary Classification</h1>" + paragraphs(30), 3, "h1{font-size:24px}");
+    EXPECT_EQ(evaluate(sticksOut), "false");
+    EXPECT_EQ(evaluate("document.getElementById('title').hasAttribute('data-pagora-title')"), "true");
+    _view->setTextSizeMultiplier(1);
+    ASSERT_GT(number("document.body.scrollWidth;"), 0);
+    EXPECT_EQ(evaluate("document.getElementById('title').hasAttribute('data-pagora-title')"), "false");
+    _view->setTextSizeMultiplier(2.5);
+    ASSERT_GT(number("document.body.scrollWidth;"), 0);
+    EXPECT_EQ(evaluate(sticksOut), "false");
 }
 
 TEST_F(PageFitTest, ATitleThatIsTooLargeForItsColumnHasSmallerLetters)

@@ -140,14 +140,15 @@ private:
         _clock
             = GDK_FRAME_CLOCK(g_object_ref(gtk_widget_get_frame_clock(GTK_WIDGET(_program->toplevel.window().gobj()))));
         const auto painted = [](GdkFrameClock*, gpointer self) { static_cast<LeftPage*>(self)->note(); };
-        _painted = g_signal_connect(
+        g_signal_connect(
             _clock, "after-paint", G_CALLBACK(static_cast<void (*)(GdkFrameClock*, gpointer)>(painted)), this);
     }
     void stopWatching()
     {
         if (!_clock)
             return;
-        g_signal_handler_disconnect(_clock, _painted);
+        // The clock of a window that was destroyed has no handlers any more.
+        g_signal_handlers_disconnect_by_data(_clock, this);
         g_clear_object(&_clock);
     }
     void note()
@@ -164,7 +165,6 @@ private:
 
     GskRenderer* _renderer;
     GdkFrameClock* _clock = nullptr;
-    gulong _painted = 0;
 };
 
 class LeftPageOfBook : public LeftPage, public testing::WithParamInterface<std::string> {

@@ -24,11 +24,7 @@
             && fontsOf.call(document).status !== 'loading';
     }
 
-    // A message that is sent in a frame callback arrives after the frame was drawn.
-    const drawings = new MessageChannel();
-    drawings.port1.onmessage = (event) => port.postMessage(
-        pagoraLoad + ' rests ' + event.data + ' ' + (isAsOpened() ? 1 : 0));
-    window.pagoraReportRest = (number) => {
-        requestAnimationFrame(() => drawings.port2.postMessage(number));
-    };
+    // Reports the number when the present layout has been drawn.
+    window.pagoraReportRest = (number, frames) => pagoraWhenDrawn(
+        frames, () => port.postMessage(pagoraLoad + ' rests ' + number + ' ' + (isAsOpened() ? 1 : 0)));
 })();

@@ -341,12 +341,18 @@ var pagoraLoad = 0, pagoraLaysOut = true, pagoraColumnCount = 'auto';
         post('keys ' + (isWanted && takesKeys(event.target) ? 1 : 0));
     });
     listen('focusout', () => post('keys 0'));
-    // A message that is sent in a frame callback arrives after the frame was drawn.
-    const paintings = new MessageChannel();
-    paintings.port1.onmessage = (event) => post('painted ' + event.data);
-    window.pagoraReportPaint = (number) => {
-        requestAnimationFrame(() => paintings.port2.postMessage(number));
-    };
+    // Calls `call` in the next frame, or in a later one, by this number.
+    const afterFrames = (frames, call) => requestAnimationFrame(() => (frames > 0 ? afterFrames(frames - 1, call) : call()));
+    // Calls `report` when the present layout has been drawn. `frames` is the number of further frames that begin before the
+    // engine presents one. A message that is sent in a frame callback arrives after that frame.
+    const drawings = new MessageChannel();
+    const reports = [];
+    drawings.port1.onmessage = () => reports.shift()();
+    window.pagoraWhenDrawn = (frames, report) => afterFrames(frames, () => {
+        reports.push(report);
+        drawings.port2.postMessage(0);
+    });
+    window.pagoraReportPaint = (number, frames) => pagoraWhenDrawn(frames, () => post('painted ' + number));
     // Reports the first drawing of the page. `pagoraLaysOut` is read then, because it is set after this script.
     new PerformanceObserver(() => pagoraLaysOut && post('begun')).observe({ type: 'paint', buffered: true });
     listen('resize', () => post('size ' + innerWidth + ' ' + innerHeight));

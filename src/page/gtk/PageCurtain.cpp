@@ -4,7 +4,6 @@
 
 #include <glibmm/main.h>
 
-#include <string>
 #include <utility>
 
 namespace pagora {
@@ -60,7 +59,7 @@ void PageCurtain::pageIsPrepared(Whole whole)
         return;
     }
     // The engine draws the page some time after its layout.
-    const auto request = "pagoraReportPaint(" + std::to_string(++_lastRequest) + ")";
+    const auto request = reportOfDrawing("pagoraReportPaint", ++_lastRequest);
     webkit_web_view_evaluate_javascript(_view, request.c_str(), -1, pageWorld, nullptr, nullptr, nullptr, nullptr);
     _timer.disconnect();
     _timer = Glib::signal_timeout().connect(

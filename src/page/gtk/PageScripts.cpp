@@ -34,6 +34,13 @@ std::string textOf(JSCValue* value)
 
 }
 
+std::string reportOfDrawing(const char* function, std::uint64_t number)
+{
+    // Newer engines present a frame only when the next one has begun. Measured with 2.50 and 2.54.
+    const bool isPresentedAtOnce = webkit_get_major_version() == 2 && webkit_get_minor_version() <= 50;
+    return std::string(function) + '(' + std::to_string(number) + ", " + (isPresentedAtOnce ? '0' : '1') + ')';
+}
+
 PageScripts::PageScripts(
     WebKitWebView* view, double timeout, std::function<void()> onTimeout, std::function<void()> onSlow)
     : _view(view)

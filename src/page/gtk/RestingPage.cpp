@@ -55,7 +55,7 @@ void RestingPage::disturb()
 void RestingPage::rest()
 {
     disturb();
-    const auto request = "pagoraReportRest(" + std::to_string(_lastRequest) + ")";
+    const auto request = reportOfDrawing("pagoraReportRest", _lastRequest);
     webkit_web_view_evaluate_javascript(_view, request.c_str(), -1, pageWorld, nullptr, nullptr, nullptr, nullptr);
 }
 

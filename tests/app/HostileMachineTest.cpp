@@ -51,11 +51,11 @@ void dateInTheFuture(const std::string& folder)
 TEST_F(HostileMachine, BooksThatFindNoRoomToBeInspectedEndInTheirLinesAndComeInLater)
 {
     test::inForkedProcess([this] {
+        createFolder(home.path("Caches"));
+        test::SmallDisk disk(home.path("Caches"), 20'000);
         Program program(home.path());
         program.defaults.setObject("DragDropMode", "Move");
         program.keepStoredValues();
-        createFolder(home.path("Caches"));
-        test::SmallDisk disk(home.path("Caches"), 20'000);
         program.launch();
         const auto large = EpubBuilder().member("mimetype", "application/epub+zip" + std::string(100'000, ' '));
         const auto first = program.download("First.epub", large);
@@ -78,10 +78,10 @@ TEST_F(HostileMachine, BooksThatFindNoRoomToBeInspectedEndInTheirLinesAndComeInL
 TEST_F(HostileMachine, ContentsThatFindNoRoomAreNotTakenForNone)
 {
     test::inForkedProcess([this] {
-        Program program(home.path());
-        program.keepStoredValues();
         createFolder(home.path("Caches"));
         test::SmallDisk disk(home.path("Caches"), 100'000);
+        Program program(home.path());
+        program.keepStoredValues();
         program.launch();
         const auto book
             = program.download("Sea.epub", EpubBuilder().member("OEBPS/toc.ncx", std::string(900'000, ' ')));

@@ -3,7 +3,7 @@
 set -euo pipefail
 . "$(dirname "$0")/../drive/drive.sh"
 
-export LANGUAGE=de
+speak de DE
 "$here/make-sample-books" "$HOME/books" >/dev/null
 echo "no book" >"$HOME/books/broken.epub"
 start "$HOME/books/01 "*.epub "$HOME/books/broken.epub"

@@ -9,7 +9,7 @@ start_with 01 02
 fill
 settle
 # The next book is to the left of the first.
-key Left
+key Home Left
 settle
 picture library
 key Return

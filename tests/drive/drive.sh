@@ -39,8 +39,22 @@ else
 fi
 within 20 display_is_ready
 
+# speak [LANGUAGE COUNTRY]: the program starts on a desktop with this language from now on, such as de DE; without
+# arguments on one without a language. C.UTF-8 has no translations in every C library, so the locale is made.
+language=()
+speak() {
+    language=()
+    unset LANGUAGE
+    [ $# -eq 2 ] || return 0
+    local locales=$HOME/locales name=$1_$2
+    mkdir -p "$locales"
+    [ -d "$locales/$name.UTF-8" ] || localedef -i "$name" -f UTF-8 "$locales/$name.UTF-8"
+    export LANGUAGE=$1
+    language=(LANG="$name.UTF-8" LOCPATH="$locales")
+}
+
 start() {
-    "$programs/pagora" "$@" &
+    env "${language[@]}" "$programs/pagora" "$@" &
     program=$!
 }
 
@@ -103,7 +117,7 @@ mirror() {
     cp "$programs"/pagora "$programs"/pagora-* "$mirrored"
     msgen "$here/../../po/pagora.pot" | msgfmt -o "$mirrored/translations/he/LC_MESSAGES/pagora.mo" -
     programs=$mirrored
-    export LANGUAGE=he
+    speak he IL
 }
 
 # seen [X Y WIDTH HEIGHT]: prints a checksum of the area. colors: prints its number of colours.

@@ -10,6 +10,8 @@ LabelField::LabelField(Gtk::Label& label)
     , _label(&label)
     , _text(label.get_text())
 {
+    if (isStatus(label))
+        makeStatus(label);
 }
 
 LabelField::LabelField(Gtk::TextView& textView)
@@ -26,7 +28,7 @@ void LabelField::setStringValue(const std::string& text)
         return _textView->get_buffer()->set_text(displayText(text));
     _label->set_text(displayText(text));
     // The toolkit does not report a label's new text to assistive technology. A status is announced explicitly.
-    if (_label->get_accessible_role() == Gtk::Accessible::Role::STATUS)
+    if (isStatus(*_label))
         setAccessibleName(*_label, _label->get_text());
 }
 

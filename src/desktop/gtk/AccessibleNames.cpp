@@ -46,6 +46,20 @@ void setAccessibleName(Gtk::Widget& widget, const Glib::ustring& name)
     gtk_accessible_update_property(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
 }
 
+// Newer toolkits give no name to a widget with the role of a status. Measured with 4.8 and 4.18.
+void makeStatus(Gtk::Widget& widget)
+{
+    const auto role = gtk_get_minor_version() <= 8 ? GTK_ACCESSIBLE_ROLE_STATUS : GTK_ACCESSIBLE_ROLE_LOG;
+    if (gtk_accessible_get_accessible_role(GTK_ACCESSIBLE(widget.gobj())) != role)
+        g_object_set(widget.gobj(), "accessible-role", role, nullptr);
+}
+
+bool isStatus(const Gtk::Widget& widget)
+{
+    const auto role = widget.get_accessible_role();
+    return role == Gtk::Accessible::Role::STATUS || role == Gtk::Accessible::Role::LOG;
+}
+
 void correctAccessibleNames(Gtk::Widget& root)
 {
     if (auto* const button = dynamic_cast<Gtk::Button*>(&root)) {
@@ -86,8 +100,9 @@ void leaveUnnamed(Gtk::Widget& root)
 
 void tellOfChanges(Gtk::Widget& root)
 {
-    const auto role = root.get_accessible_role();
-    if (role == Gtk::Accessible::Role::STATUS || role == Gtk::Accessible::Role::PROGRESS_BAR)
+    if (isStatus(root))
+        makeStatus(root);
+    if (isStatus(root) || root.get_accessible_role() == Gtk::Accessible::Role::PROGRESS_BAR)
         root.signal_map().connect([&root] { introduceSoon(root); });
     for (auto* child = root.get_first_child(); child; child = child->get_next_sibling())
         tellOfChanges(*child);

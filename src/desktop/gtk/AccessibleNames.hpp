@@ -15,6 +15,10 @@ void correctAccessibleNames(Gtk::Widget& root);
 // labels. Called before the widgets get names and are shown.
 void leaveUnnamed(Gtk::Widget& root);
 
+// Makes the widget a status, whose name is read out when it changes. Must be called before the widget is shown.
+void makeStatus(Gtk::Widget& widget);
+bool isStatus(const Gtk::Widget& widget);
+
 // Announces changes of the status labels and progress bars in a window or view from the time they are shown. The
 // toolkit only reports widgets that were queried or had the focus.
 void tellOfChanges(Gtk::Widget& root);

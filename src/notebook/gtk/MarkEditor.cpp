@@ -133,7 +133,7 @@ MarkSigns::MarkSigns(Gtk::Overlay& page, std::function<void()> undo)
     _ribbon.set_can_target(false);
     _ribbon.set_visible(false);
     setAccessibleName(_ribbon, _("This page has a bookmark"));
-    g_object_set(_text.gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_STATUS, nullptr);
+    makeStatus(_text);
     _text.set_wrap(true);
     gtk_label_set_natural_wrap_mode(_text.gobj(), GTK_NATURAL_WRAP_NONE);
     _bar.add_css_class("mark-notice");

@@ -58,7 +58,7 @@ MarksExportWindow::MarksExportWindow(Gtk::Window& parent)
     _line.set_text(_("Each book with marks becomes a file in the folder that you choose."));
     _line.set_wrap(true);
     _line.set_xalign(0);
-    g_object_set(_line.gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_STATUS, nullptr);
+    makeStatus(_line);
     setAccessibleName(_progress, _("Export Marks"));
     _progress.set_visible(false);
     _buttons.set_spacing(8);

@@ -17,7 +17,8 @@ namespace pagora {
 // The name of the script world that the page's own scripts cannot access.
 inline constexpr const char* pageWorld = "pagora";
 
-// The script that calls this function of the page: it reports, with this number, when the present layout has been drawn.
+// The script that calls this function of the page: it reports, with this number, when the present layout has been
+// drawn.
 std::string reportOfDrawing(const char* function, std::uint64_t number);
 
 // Evaluates scripts in a page view and tracks the pending ones. Main thread only.

@@ -12,11 +12,11 @@ from gi.repository import Atspi
 
 # Roles that need a name.
 CONTROLS = {
-    "push button", "toggle button", "check box", "radio button", "combo box", "entry", "text", "password text",
+    "push button", "button", "toggle button", "check box", "radio button", "combo box", "entry", "text", "password text",
     "slider", "spin button", "progress bar", "switch", "link", "menu item", "check menu item", "radio menu item",
     "page tab", "list", "list item", "list box", "table", "table cell", "tree table", "tree item", "column header",
     "icon", "image", "alert", "dialog", "frame", "window", "document text", "document frame", "document web",
-    "tool bar", "menu", "grouping",
+    "tool bar", "menu",
 }
 # Roles whose children need no names.
 LEAVES = {"label", "image", "separator", "scroll bar", "slider", "menu item"}

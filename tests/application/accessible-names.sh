@@ -27,10 +27,11 @@ only_page() {
 
 start
 within 60 window_is Pagora
-look empty "push button | Import…"
+# The role of a button has two names.
+look empty "\(push \)\?button | Import…"
 key ctrl+comma
 within 20 window_is Settings
-look settings "check box | Copy the files into the library folder | checked"
+look settings "\(check box\|radio button\) | Copy the files into the library folder | checked"
 key Escape
 within 20 window_is Pagora
 key ctrl+question
@@ -79,6 +80,8 @@ fill
 look reader "slider | Location in the book"
 press "Display options" button
 look options "slider | Text size"
+# The toolkit's own containers may be groups without names.
+sees options "\(grouping\|panel\) | Colours" || fail "the group of colours has no name"
 key Escape
 settle
 key ctrl+w

@@ -67,8 +67,9 @@ drop_files
 third_is_begun() { [ -e "$library/Ten 02.epub" ] && [ -z "$(ls -A "$HOME/.cache/org.pagora.Pagora/_data")" ]; }
 within 60 third_is_begun
 stopped() {
-    # shellcheck disable=SC2046
-    click $(place_of Stop button)
+    local place
+    # shellcheck disable=SC2086
+    place=$(place_of Stop button) && click $place
     catalogue 'len(books) == 4'
 }
 within 300 stopped

@@ -1,9 +1,11 @@
-// The minimum work of an import: floor_import FOLDER DESTINATION copies each archive of FOLDER, reads the members that
-// an import reads, and makes the small cover. One thread, no checks. Prints the time in seconds.
+// The minimum work of an import: floor_import [--threads NUMBER] FOLDER DESTINATION copies each archive of FOLDER,
+// reads the members that an import reads, and makes the small cover. One thread unless told otherwise, no checks.
+// Prints the time in seconds.
 
 #include <zip.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
@@ -11,6 +13,7 @@
 #include <iostream>
 #include <jpeglib.h>
 #include <string>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -145,7 +148,13 @@ std::size_t import(const std::string& file, const std::string& destination)
 
 int main(int count, char** arguments)
 {
-    if (count != 3)
+    std::size_t threads = 1;
+    if (count == 5 && std::string(arguments[1]) == "--threads") {
+        threads = std::strtoul(arguments[2], nullptr, 10);
+        arguments += 2;
+        count -= 2;
+    }
+    if (count != 3 || threads == 0)
         return 2;
     std::vector<std::string> files;
     for (const auto& entry : std::filesystem::directory_iterator(arguments[1]))
@@ -153,9 +162,16 @@ int main(int count, char** arguments)
     std::sort(files.begin(), files.end());
     std::filesystem::create_directories(arguments[2]);
     const auto start = std::chrono::steady_clock::now();
-    std::size_t size = 0;
-    for (const auto& file : files)
-        size += import(file, arguments[2]);
+    std::atomic<std::size_t> next = 0;
+    std::atomic<std::size_t> size = 0;
+    {
+        std::vector<std::jthread> running;
+        for (std::size_t i = 0; i < threads; ++i)
+            running.emplace_back([&] {
+                for (std::size_t number = next++; number < files.size(); number = next++)
+                    size += import(files[number], arguments[2]);
+            });
+    }
     std::cout << std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() << "\n";
     return size > 0 ? 0 : 1;
 }

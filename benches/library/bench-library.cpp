@@ -173,22 +173,28 @@ void Bench::importRatioAndPeak(const std::set<std::string>& names)
 {
     const auto from = books();
     std::vector<double> ratios;
+    std::vector<double> ratiosToTwo;
     std::vector<double> peaks;
     for (int round = 0; round <= rounds; ++round) {
         haveFreeMemoryAtHand();
         const auto floor = run(_programs + "/floor_import", { from, freshFolder("floor") }).seconds;
         const auto import = importInto(freshFolder("home"), from);
-        std::cerr << "import " << import.seconds << " s, floor " << floor << " s, peak " << import.peakMegabytes
-                  << " MB\n";
+        haveFreeMemoryAtHand();
+        const auto two = run(_programs + "/floor_import", { "--threads", "2", from, freshFolder("floor") }).seconds;
+        std::cerr << "import " << import.seconds << " s, floor " << floor << " s, with two threads " << two
+                  << " s, peak " << import.peakMegabytes << " MB\n";
         if (round == 0)
             continue;
         ratios.push_back(import.seconds / floor);
+        ratiosToTwo.push_back(import.seconds / two);
         peaks.push_back(import.peakMegabytes);
     }
     freshFolder("floor");
     freshFolder("home");
     if (names.contains("import.ratio_to_floor"))
         print("import.ratio_to_floor", median(ratios));
+    if (names.contains("import.ratio_to_floor_2"))
+        print("import.ratio_to_floor_2", median(ratiosToTwo));
     if (names.contains("import.peak_mb"))
         print("import.peak_mb", median(peaks));
 }
@@ -264,7 +270,7 @@ int main(int count, char** arguments)
     for (const auto* variable : { "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME" })
         unsetenv(variable);
     Bench bench(fs::path(program).parent_path().string(), folder);
-    if (has("import.ratio_to_floor") || has("import.peak_mb"))
+    if (has("import.ratio_to_floor") || has("import.ratio_to_floor_2") || has("import.peak_mb"))
         bench.importRatioAndPeak(names);
     if (has("import.growth_50k"))
         bench.importGrowth();

@@ -127,18 +127,10 @@ var pagoraFind = (function () {
         return Math.max(0, Math.min(Math.floor((across + 1) / innerWidth) * innerWidth, end));
     }
 
-    // Removing a highlight from the registry does not repaint. Therefore highlights stay registered and are emptied.
-    const highlights = new Map([['pagora-found', 0], ['pagora-current', 1]].map(([name, priority]) => {
-        const highlight = new Highlight();
-        highlight.priority = priority;
-        return [name, highlight];
-    }));
     function paint(name, ranges) {
-        const highlight = highlights.get(name);
-        CSS.highlights.set(name, highlight);
-        highlight.clear();
+        pagoraHighlights.clear(name);
         for (const range of ranges)
-            highlight.add(range);
+            pagoraHighlights.add(name, range);
     }
 
     return {
@@ -151,8 +143,8 @@ var pagoraFind = (function () {
             paint('pagora-current', [current && rangeOf(current)].filter(isThere));
         },
         clear() {
-            for (const highlight of highlights.values())
-                highlight.clear();
+            pagoraHighlights.clear('pagora-found');
+            pagoraHighlights.clear('pagora-current');
         },
         // Returns the offset of the page on which a match begins; -1 if the page does not have the text.
         offsetOfText(match) {

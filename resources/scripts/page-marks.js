@@ -11,7 +11,6 @@ var pagoraMarks = (function () {
     'use strict';
 
     const { textIndex, actualStart, rangeAt, rangeOf, boxOf, pageOffsetOf } = pagoraFind.text;
-    const colors = ['yellow', 'orange', 'pink', 'purple', 'blue', 'green'];
     // The maximum number of registered marks. Above the second number, only those of one page on each side are
     // registered.
     const maxRegistered = 1000;
@@ -145,29 +144,6 @@ var pagoraMarks = (function () {
         return marks.slice(reaches, begins).filter((mark) => endAlong(mark) > near).concat(marks.slice(begins, ends));
     }
 
-    // The initial ranges of a highlight do not make the engine draw them. Adding a range does, whether the highlight is
-    // registered or not.
-    const drawAgain = (range) => new Highlight().add(range);
-
-    function drawAllAgain(some) {
-        if (!some.length)
-            return;
-        const whole = some[0].range.cloneRange();
-        for (const { range } of some) {
-            if (range.compareBoundaryPoints(Range.END_TO_END, whole) > 0)
-                whole.setEnd(range.endContainer, range.endOffset);
-        }
-        drawAgain(whole);
-    }
-
-    function register(name, some) {
-        if (!some.length)
-            return CSS.highlights.delete('pagora-mark-' + name);
-        const highlight = new Highlight(...some.map((mark) => mark.range));
-        highlight.priority = name === 'note' ? 1 : 0;
-        return CSS.highlights.set('pagora-mark-' + name, highlight);
-    }
-
     function registerMarksIn(part) {
         let some = marksIn(part);
         covered = part;
@@ -176,28 +152,29 @@ var pagoraMarks = (function () {
             some = marksIn(covered).slice(0, maxRegistered);
         }
         some = withRanges(some);
-        if (some.length === registered.length && some.every((mark, index) => mark === registered[index]))
-            return;
+        const kept = new Set(some);
+        const before = new Set(registered);
+        for (const mark of registered) {
+            if (!kept.has(mark))
+                mark.names.forEach((name) => pagoraHighlights.remove(name, mark.range));
+        }
+        for (const mark of some) {
+            if (!before.has(mark))
+                mark.names.forEach((name) => pagoraHighlights.add(name, mark.range));
+        }
         registered = some;
-        for (const color of colors)
-            register(color, some.filter((mark) => mark.color === color));
-        register('note', some.filter((mark) => mark.hasNote));
     }
 
-    // Registers the marks on both sides of the shown page. Redraws them if the page may have been drawn without its
-    // marks.
+    // Registers the marks on both sides of the shown page.
     function update() {
         clearTimeout(timer);
         timer = 0;
         const page = partOfStrip(0, 0);
-        const isDrawn = isCovered(page);
         let pages = maxPagesBeside;
         while (pages > 1 && marksIn(partOfStrip(pages, pages)).length > maxBeside)
             --pages;
         registerMarksIn(partOfStrip(pages, pages));
         shownAt = page.near;
-        if (!isDrawn)
-            drawAllAgain(registered);
     }
 
     // Called after a page turn. The engine now draws the new page and the one ahead; the one behind is already drawn.
@@ -263,7 +240,8 @@ var pagoraMarks = (function () {
                 const actual = actualStart(start, text);
                 if (actual < 0)
                     continue;
-                const mark = { number, start: actual, end: actual + end - start, color, hasNote };
+                const names = (hasNote ? [color, 'note'] : [color]).map((name) => 'pagora-mark-' + name);
+                const mark = { number, start: actual, end: actual + end - start, color, hasNote, names };
                 marks.push(before.get(keyOf(mark)) || mark);
                 before.delete(keyOf(mark));
             }
@@ -275,11 +253,6 @@ var pagoraMarks = (function () {
             }
             forgetLayout();
             update();
-            // Removed marks may still be visible where other pages were drawn.
-            for (const { range } of before.values()) {
-                if (range)
-                    drawAgain(range);
-            }
         },
         // Called for a page whose layout has changed.
         update() {

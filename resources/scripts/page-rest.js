@@ -19,7 +19,7 @@
         return (!selection || selection.isCollapsed)
             && (!focused || focused === bodyOf.call(document) || focused === rootOf.call(document))
             && !Document.prototype.querySelector.call(document, 'a:hover')
-            && passing.every((name) => !CSS.highlights.has(name) || CSS.highlights.get(name).size === 0)
+            && !passing.some((name) => CSS.highlights.has(name))
             && Document.prototype.getAnimations.call(document).length === 0
             && fontsOf.call(document).status !== 'loading';
     }

@@ -3,52 +3,19 @@
 #include "kept_pages/PagePicture.hpp"
 #include "tests/engine/MadeBooks.hpp"
 #include "tests/engine/ReadingFixture.hpp"
+#include "tests/engine/SeenFrame.hpp"
 #include "tests/support/EpubBuilder.hpp"
 
 #include <algorithm>
-#include <gsk/gsk.h>
 
 namespace pagora::test {
 
 namespace {
 
-// The pixels of a page view in a frame of its window.
-struct Frame {
-    int width = 0;
-    int height = 0;
-    std::vector<guint32> pixels;
-
-    bool operator==(const Frame&) const = default;
-    bool isBlank() const
-    {
-        return std::all_of(pixels.begin(), pixels.end(), [this](guint32 pixel) { return pixel == pixels.front(); });
-    }
-    // Returns the number of pixels that differ in that frame.
-    std::size_t differences(const Frame& other) const
-    {
-        if (width != other.width || height != other.height)
-            return std::max(pixels.size(), other.pixels.size());
-        std::size_t count = 0;
-        for (std::size_t i = 0; i < pixels.size(); ++i)
-            count += pixels[i] != other.pixels[i];
-        return count;
-    }
-};
-
 // A book is closed and opened again.
 class LeftPage : public ReadingTest {
 protected:
-    LeftPage()
-        : _renderer(gsk_cairo_renderer_new())
-    {
-        gsk_renderer_realize(_renderer, nullptr, nullptr);
-    }
-    ~LeftPage() override
-    {
-        stopWatching();
-        gsk_renderer_unrealize(_renderer);
-        g_object_unref(_renderer);
-    }
+    ~LeftPage() override { stopWatching(); }
 
     void read(const std::string& madeBook, int pages = 1)
     {
@@ -78,7 +45,7 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return webView().pictureAtRest().has_value(); }));
     }
     // Closes the book and returns the last frame that showed it.
-    Frame leave()
+    SeenFrame leave()
     {
         rest();
         auto left = nextFrame();
@@ -97,42 +64,18 @@ protected:
     }
 
     // Redraws the page view and returns its frame.
-    Frame nextFrame()
+    SeenFrame nextFrame()
     {
         watch();
         window().parts().page.widget->queue_draw();
         EXPECT_TRUE(waitUntil([this] { return !_frames.empty(); }));
-        return _frames.empty() ? Frame {} : _frames.back();
+        return _frames.empty() ? SeenFrame {} : _frames.back();
     }
 
     // Each frame of the page that differs from the previous one.
-    std::vector<Frame> _frames;
+    std::vector<SeenFrame> _frames;
 
 private:
-    // Returns the page view's part of the last drawn frame.
-    Frame frame()
-    {
-        GtkWidget* const area = window().parts().page.widget->gobj();
-        const int width = gtk_widget_get_width(area);
-        const int height = gtk_widget_get_height(area);
-        Frame frame { width, height, {} };
-        GdkPaintable* const paintable = gtk_widget_paintable_new(area);
-        GtkSnapshot* const snapshot = gtk_snapshot_new();
-        gdk_paintable_snapshot(paintable, snapshot, width, height);
-        GskRenderNode* const node = gtk_snapshot_free_to_node(snapshot);
-        g_object_unref(paintable);
-        frame.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-        if (!node)
-            return frame;
-        const graphene_rect_t place { { 0, 0 }, { static_cast<float>(width), static_cast<float>(height) } };
-        GdkTexture* const picture = gsk_renderer_render_texture(_renderer, node, &place);
-        gsk_render_node_unref(node);
-        gdk_texture_download(
-            picture, reinterpret_cast<guchar*>(frame.pixels.data()), static_cast<gsize>(width) * sizeof(guint32));
-        g_object_unref(picture);
-        return frame;
-    }
-
     void watch()
     {
         stopWatching();
@@ -158,12 +101,11 @@ private:
         auto* const area = window().parts().page.widget;
         if (!area || !area->get_mapped() || area->get_width() < 2)
             return;
-        auto seen = frame();
+        auto seen = seenFrameOf(*area);
         if (_frames.empty() || _frames.back() != seen)
             _frames.push_back(std::move(seen));
     }
 
-    GskRenderer* _renderer;
     GdkFrameClock* _clock = nullptr;
 };
 

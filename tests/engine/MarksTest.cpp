@@ -1,8 +1,6 @@
 // Sets marks with the real reader, and checks what is painted in the page and stored in the library.
 
-#include "files/Files.hpp"
-#include "tests/engine/ReadingFixture.hpp"
-#include "tests/support/EpubBuilder.hpp"
+#include "tests/engine/MarkedReading.hpp"
 
 #include <gtkmm/scale.h>
 
@@ -10,129 +8,7 @@ namespace pagora::test {
 
 namespace {
 
-constexpr const char* sentence = "Here the fourth lamp was broken by the gale that night.";
-
-std::string page(const std::string& body)
-{
-    return "<html xmlns='http://www.w3.org/1999/xhtml'><head><title>t</title></head><body>" + body + "</body></html>";
-}
-
-// Returns several pages of text with a sentence in the second half.
-std::string longChapter(const std::string& before = {})
-{
-    std::string text = before;
-    for (int i = 0; i < 60; ++i) {
-        text += "<p id='p" + std::to_string(i) + "'>The lantern was lit and the keeper went up the stairs, slowly, "
-            + "one after the other, while the wind pressed against the old glass and the sea was heard below.</p>";
-        if (i == 40)
-            text += std::string("<p id='here'>") + sentence + "</p>";
-    }
-    return page(text);
-}
-
-class Marks : public ReadingTest {
-protected:
-    std::string write(const std::string& name, const std::vector<std::string>& chapters)
-    {
-        EpubBuilder builder;
-        builder.chapters(static_cast<int>(chapters.size()));
-        for (std::size_t i = 0; i < chapters.size(); ++i)
-            builder.member("OEBPS/chapter" + std::to_string(i + 1) + ".xhtml", chapters[i]);
-        return builder.write(_home.path(name));
-    }
-    void read(const std::vector<std::string>& chapters)
-    {
-        import(write("book.epub", chapters));
-        ASSERT_EQ(bookCount(), 1u);
-        openBook();
-    }
-    void openBook(std::size_t index = 0)
-    {
-        open(index);
-        ASSERT_TRUE(waitUntil([this] { return marks().store() && marks().store()->isSaved(); }));
-        settle();
-    }
-
-    BookMarks& marks() { return state().reading._epubWindowController->marks(); }
-    const KeptMarks& kept() { return marks().store()->marks(); }
-    std::string file() { return deletingEnd(*book()->epubPath()) + ".annotation"; }
-    static std::string deletingEnd(const std::string& path) { return path.substr(0, path.rfind('.')); }
-    void waitUntilSaved()
-    {
-        ASSERT_TRUE(waitUntil([this] { return marks().store()->isSaved(); }));
-        settle();
-    }
-
-    void waitForLines(std::size_t count)
-    {
-        ASSERT_TRUE(waitUntil([&] { return window().marksPane().lines().size() == count; }));
-    }
-
-    void select(const std::string& id, int start, int end)
-    {
-        evaluate("(() => { const text = document.getElementById('" + id
-            + "').firstChild;"
-              "getSelection().setBaseAndExtent(text, "
-            + std::to_string(start) + ", text, " + std::to_string(end) + "); })()");
-    }
-    // Highlights "fourth lamp" in the sentence, whose page is shown.
-    void highlight(MarkColor color = MarkColor::Green)
-    {
-        evaluate("0");
-        select("here", 9, 20);
-        marks().highlight(color);
-        ASSERT_TRUE(waitUntil([this] { return !kept().empty(); }));
-        waitUntilSaved();
-    }
-    void showSentence()
-    {
-        reader().goTo({ reader().bookSplits().at(0), ElementInChapter { "here" } });
-        settle();
-    }
-    void highlightAndClose()
-    {
-        read({ longChapter() });
-        showSentence();
-        highlight();
-        close();
-    }
-    // Also deletes its archive.
-    void removeBook()
-    {
-        const auto archive = *book()->epubPath();
-        _program->controller.deleteItemsFromLibrary({ book() });
-        ASSERT_TRUE(waitUntil([this] { return bookCount() == 0; }));
-        removeItem(archive);
-    }
-    // Returns a JavaScript expression for the registered ranges that are on the page.
-    static std::string rangesOnPage(const std::string& color = "green")
-    {
-        return "[...(CSS.highlights.get('pagora-mark-" + color
-            + "') || [])].filter((range) => [...range.getClientRects()].some((box) => box.right > 0 && box.left < "
-              "innerWidth))";
-    }
-    std::string painted(const std::string& color = "green")
-    {
-        return evaluate(rangesOnPage(color) + ".map(String).join('|')");
-    }
-    bool isOnPage(const std::string& color = "green")
-    {
-        return evaluate("(() => { const box = [...CSS.highlights.get('pagora-mark-" + color
-                   + "')][0].getClientRects()[0];"
-                     "return box.left >= 0 && box.right <= innerWidth && box.top >= 0 && box.bottom <= innerHeight;"
-                     "})()")
-            == "true";
-    }
-    // Expects that the mark is painted at its place, and that a click in the list shows it.
-    void expectFound()
-    {
-        marks().goTo(0);
-        settle();
-        EXPECT_EQ(painted(), "fourth lamp");
-        EXPECT_TRUE(isOnPage());
-    }
-    bool hasRibbon() { return window().markSigns().ribbon().get_visible(); }
-};
+class Marks : public MarkedReading { };
 
 }
 
@@ -228,7 +104,7 @@ TEST_F(Marks, AreFoundInANewerEditionWhoseTextHasMoved)
 {
     highlightAndClose();
     removeBook();
-    write("book.epub", { page("<p>A preface.</p>"), longChapter("<p>A new beginning of the chapter.</p>") });
+    write("book.epub", { markedPage("<p>A preface.</p>"), longChapter("<p>A new beginning of the chapter.</p>") });
     import(_home.path("book.epub"));
     openBook();
     ASSERT_EQ(kept().size(), 1u);
@@ -243,7 +119,7 @@ TEST_F(Marks, WhoseTextIsGoneStayInTheListAndSaySo)
 {
     highlightAndClose();
     removeBook();
-    read({ page("<p>Another text altogether.</p>") });
+    read({ markedPage("<p>Another text altogether.</p>") });
     ASSERT_EQ(kept().size(), 1u);
     EXPECT_FALSE(kept()[0].anchor);
     waitForLines(2);

@@ -153,8 +153,8 @@ GObjectPtr<WebKitWebView> PageEngine::makeEngineView(WebKitNetworkSession* sessi
     auto* content = webkit_user_content_manager_new();
     webkit_user_content_manager_register_script_message_handler(content, "pagora", pageWorld);
     for (const char* const name : { "page-strip.js", "page-fit-breaks.js", "page-fit-ends.js", "page-fit-narrow.js",
-             "page-fit-wide.js", "page-fit.js", "page-picture.js", "page-start.js", "page-shown.js", "page-find.js",
-             "page-marks.js", "page-notes.js", "page-select.js", "page-rest.js" })
+             "page-fit-wide.js", "page-fit.js", "page-picture.js", "page-start.js", "page-shown.js",
+             "page-highlights.js", "page-find.js", "page-marks.js", "page-notes.js", "page-select.js", "page-rest.js" })
         addScript(content, name, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START);
     addScript(content, "page-end.js", WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END);
     const auto settings = makeSettings();

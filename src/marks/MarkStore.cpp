@@ -15,7 +15,7 @@ namespace pagora {
 
 namespace {
 
-constexpr const char* makersFile = "META-INF/my.annotation";
+constexpr const char* bundledFile = "META-INF/my.annotation";
 constexpr std::size_t fewMarks = 1'000;
 
 KeptMarks inOrder(std::vector<Mark> marks, std::vector<std::optional<MarkAnchor>> anchors)
@@ -66,11 +66,11 @@ struct MarkStore::Background {
         const std::scoped_lock lock(mutex);
         documents.packageFolder = packageFolderOf(documents.folder);
         auto outcome = outcomeOf(file ? file->read() : MarksOnDisk { {}, {}, true });
-        const auto path = appendingPathComponent(documents.folder, makersFile);
+        const auto path = appendingPathComponent(documents.folder, bundledFile);
         const auto bytes = isWithinFolder(path, documents.folder) ? readFile(path, maxMarksFileBytes) : std::nullopt;
         if (auto set = bytes ? annotationSetFrom(*bytes) : std::nullopt) {
             auto anchors = findMarks(set->marks, documents);
-            outcome.makersMarks = inOrder(std::move(set->marks), std::move(anchors));
+            outcome.bundledMarks = inOrder(std::move(set->marks), std::move(anchors));
         }
         return outcome;
     }
@@ -214,8 +214,8 @@ void MarkStore::take(Outcome outcome)
 {
     _problem = std::move(outcome.problem);
     _isSaved = outcome.isSaved;
-    if (outcome.makersMarks)
-        _makersMarks = std::move(*outcome.makersMarks);
+    if (outcome.bundledMarks)
+        _bundledMarks = std::move(*outcome.bundledMarks);
     if (_steps.empty())
         replaceMarks(std::move(outcome.marks));
     tell();

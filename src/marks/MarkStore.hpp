@@ -28,7 +28,7 @@ public:
     using Kept = KeptMark;
     const KeptMarks& marks() const { return _marks; }
     // Marks contained in the book's archive. They are read-only.
-    const KeptMarks& makersMarks() const { return _makersMarks; }
+    const KeptMarks& bundledMarks() const { return _bundledMarks; }
     // The reason why marks are not saved or a file was renamed, in one line; otherwise empty.
     const std::string& problem() const { return _problem; }
     // Returns whether all changes are on the disk.
@@ -51,7 +51,7 @@ public:
 private:
     struct Outcome {
         KeptMarks marks;
-        std::optional<KeptMarks> makersMarks;
+        std::optional<KeptMarks> bundledMarks;
         std::string problem;
         bool isSaved = true;
     };
@@ -71,7 +71,7 @@ private:
     // State of the background thread. Used by one step at a time.
     std::shared_ptr<Background> _background;
     KeptMarks _marks;
-    KeptMarks _makersMarks;
+    KeptMarks _bundledMarks;
     std::string _problem;
     bool _isSaved = true;
     std::function<void()> _changed;

@@ -111,7 +111,7 @@ MarksToList BookMarks::marksToList()
 {
     if (!_chapterNames || _chapterNames->size() != _reader.bookSplits().size())
         _chapterNames = std::make_shared<const std::vector<std::string>>(_reader.chapterNames());
-    return { _store->marks(), _store->makersMarks(), _chapterNames, _choice, _numbers };
+    return { _store->marks(), _store->bundledMarks(), _chapterNames, _choice, _numbers };
 }
 
 Task<void> BookMarks::makeList()
@@ -133,7 +133,7 @@ std::string BookMarks::paintScript(std::uint64_t chapter)
         return {};
     std::string script = "pagoraMarks.paint([";
     std::size_t count = 0;
-    for (const auto* const all : { &_store->marks(), &_store->makersMarks() }) {
+    for (const auto* const all : { &_store->marks(), &_store->bundledMarks() }) {
         for (const auto& kept : all->inChapter(chapter)) {
             const auto& anchor = *kept->anchor;
             if (anchor.end <= anchor.start || ++count > maxPainted)
@@ -153,7 +153,7 @@ std::string BookMarks::layoutScript(std::uint64_t chapter) const
         const auto here = marks.inChapter(chapter);
         return std::any_of(here.begin(), here.end(), isPainted);
     };
-    if (!_store || (!hasPainted(_store->marks()) && !hasPainted(_store->makersMarks())))
+    if (!_store || (!hasPainted(_store->marks()) && !hasPainted(_store->bundledMarks())))
         return {};
     return "pagoraMarks.update()";
 }
@@ -247,7 +247,7 @@ void BookMarks::goTo(std::size_t number)
     const auto id = _numbers->idOf(number);
     const auto* mark = kept(number);
     if (!mark && _store && id)
-        mark = _store->makersMarks().find(*id);
+        mark = _store->bundledMarks().find(*id);
     if (mark && mark->anchor)
         _reader.goToMark(*mark->anchor);
 }

@@ -107,7 +107,7 @@ std::vector<MarkLine> linesOf(const MarksToList& given)
     const std::string makers = _("From the makers of the book");
     for (const auto& kept : given.marks.pointers())
         add(*kept, kept->anchor ? given.chapterNames->at(kept->anchor->chapter) : lost, true);
-    for (const auto& kept : given.makersMarks.pointers())
+    for (const auto& kept : given.bundledMarks.pointers())
         add(*kept, makers, false);
     return lines;
 }

@@ -30,7 +30,7 @@ private:
 struct MarksToList {
     KeptMarks marks;
     // Marks of the book's makers; listed last.
-    KeptMarks makersMarks;
+    KeptMarks bundledMarks;
     // The names by spine index.
     std::shared_ptr<const std::vector<std::string>> chapterNames;
     MarksChoice choice;

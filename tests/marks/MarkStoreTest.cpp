@@ -135,10 +135,10 @@ TEST_F(MarkStoreTest, HasTheMarksOfTheBooksMakerApart)
             "selector": [{"type": "TextQuoteSelector", "exact": "best of times"}]}}]})");
     open();
     EXPECT_TRUE(store->marks().empty());
-    ASSERT_EQ(store->makersMarks().size(), 1u);
-    EXPECT_EQ(store->makersMarks()[0].anchor->start, 8u);
+    ASSERT_EQ(store->bundledMarks().size(), 1u);
+    EXPECT_EQ(store->bundledMarks()[0].anchor->start, 8u);
     store->add(highlight(), { 0, 25, 30, "worst" });
-    EXPECT_EQ(store->makersMarks().size(), 1u);
+    EXPECT_EQ(store->bundledMarks().size(), 1u);
     EXPECT_EQ(readFile(library.path("Book.annotation"))->find("urn:uuid:1\""), std::string::npos);
 }
 

@@ -50,6 +50,8 @@ public:
             return false;
         if (!_choice.color.empty() && (mark.isBookmark || _choice.color != nameOf(mark.color)))
             return false;
+        if (!_choice.tag.empty() && std::find(mark.tags.begin(), mark.tags.end(), _choice.tag) == mark.tags.end())
+            return false;
         if (_wanted.empty())
             return true;
         return holds(shownTextOf(kept)) || holds(mark.note) || holds(joined(mark.tags, "\n"));

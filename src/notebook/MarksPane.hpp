@@ -36,6 +36,8 @@ struct MarksChoice {
     std::optional<MarkLine::Kind> kind;
     // The name of the colour in files. Bookmarks have no colour.
     std::string color;
+    // A whole tag, with its case.
+    std::string tag = {};
     bool operator==(const MarksChoice&) const = default;
 };
 

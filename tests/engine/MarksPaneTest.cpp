@@ -36,8 +36,8 @@ protected:
         actions.undo = [this] { done.push_back("undo"); };
         actions.choose = [this](const MarksChoice& choice) {
             done.push_back("choose '" + choice.text + "' "
-                + (choice.kind ? "kind " + std::to_string(static_cast<int>(*choice.kind)) : "all") + " "
-                + choice.color);
+                + (choice.kind ? "kind " + std::to_string(static_cast<int>(*choice.kind)) : "all") + " " + choice.color
+                + (choice.tag.empty() ? "" : " tag " + choice.tag));
         };
         actions.exportTo = [this](const std::string& path) { done.push_back("export " + lastPathComponent(path)); };
         actions.copy = [this] { done.push_back("copy"); };
@@ -93,6 +93,22 @@ TEST_F(MarksPaneTest, AsksForTheMarksThatAreChosen)
     pane().kinds().set_selected(9);
     ASSERT_TRUE(waitForDone(3));
     EXPECT_EQ(done, (Lines { "choose 'worst' all ", "choose 'worst' kind 1 ", "choose 'worst' all green" }));
+}
+
+TEST_F(MarksPaneTest, AsksForTheMarksWithATagOnceAMarkHasOne)
+{
+    list({ { Kind::Heading, "One", {}, {}, {}, 0, false, false },
+        { Kind::Bookmark, "after it", {}, "yellow", {}, 9, false, true } });
+    EXPECT_FALSE(pane().tag().get_visible());
+    list({ { Kind::Heading, "One", {}, {}, {}, 0, false, false },
+        { Kind::Highlight, "the best of times", {}, "pink", "sea, wind", 7, false, true } });
+    EXPECT_TRUE(pane().tag().get_visible());
+    pane().tag().set_text("sea");
+    ASSERT_TRUE(waitForDone(1));
+    EXPECT_EQ(done, Lines { "choose '' all  tag sea" });
+    // So that the tag can be deleted.
+    list({});
+    EXPECT_TRUE(pane().tag().get_visible());
 }
 
 TEST_F(MarksPaneTest, MakesRowsForTheMarksThatAreSeenOnly)

@@ -249,6 +249,31 @@ TEST_F(BookMarksTest, ListsTheMarksThatAreChosen)
     EXPECT_EQ(chosen({}).size(), 4u);
 }
 
+TEST_F(BookMarksTest, ListsAndExportsTheMarksWithATag)
+{
+    AnnotationSet tagged = annotationSetAbout({});
+    for (const std::string tag : { "sea", "seaside" }) {
+        Mark mark;
+        mark.id = "urn:uuid:" + tag;
+        mark.created = "2026-01-01T00:00:00Z";
+        mark.text = { "one.xhtml", tag, "", "", 0, 2, "" };
+        mark.tags = { "all", tag };
+        tagged.marks.push_back(std::move(mark));
+    }
+    writeFile(library.path("Book.annotation"), annotationText(tagged));
+    open();
+    ASSERT_EQ(marks->store()->marks().size(), 2u);
+    marks->choose({ {}, {}, {}, "sea" });
+    ASSERT_EQ(lines().size(), 2u);
+    EXPECT_EQ(parts().marksPane.lines[1].tags, "all, sea");
+    marks->exportTo(library.path("tagged.md"));
+    EXPECT_EQ(parts().notice, "1 mark was exported.");
+    marks->choose({ {}, {}, {}, "all" });
+    EXPECT_EQ(parts().marksPane.lines.size(), 3u);
+    marks->choose({ {}, {}, {}, "se" });
+    EXPECT_TRUE(lines().empty());
+}
+
 TEST_F(BookMarksTest, MakesTheListOfAHundredThousandMarksInTheBackground)
 {
     AnnotationSet many = annotationSetAbout({});

@@ -80,6 +80,10 @@ MarksPaneGtk::MarksPaneGtk(const Parts& parts, ActionQueue& queue, const MarkAct
     _kinds.set_model(choiceTitles());
     _kinds.set_tooltip_text(_("Kind or colour"));
     setAccessibleName(_kinds, _("Kind or colour"));
+    _tag.set_placeholder_text(_("All tags"));
+    _tag.set_tooltip_text(_("Tag"));
+    setAccessibleName(_tag, _("Tag"));
+    _tag.set_visible(false);
     addMenu();
     _bar.add_css_class("marks-bar");
     for (Gtk::Widget* const part : std::initializer_list<Gtk::Widget*> { &_filter, &_kinds, &_menu })
@@ -100,7 +104,7 @@ MarksPaneGtk::MarksPaneGtk(const Parts& parts, ActionQueue& queue, const MarkAct
     _scroll.set_vexpand(true);
     _scroll.set_child(_list);
     _marks.add_css_class("marks");
-    for (Gtk::Widget* const part : std::initializer_list<Gtk::Widget*> { &_bar, &_problem, &_nothing, &_scroll })
+    for (Gtk::Widget* const part : std::initializer_list<Gtk::Widget*> { &_bar, &_tag, &_problem, &_nothing, &_scroll })
         _marks.append(*part);
     if (_parts.above)
         _parts.pane.insert_child_after(_switch, *_parts.above);
@@ -113,6 +117,7 @@ MarksPaneGtk::MarksPaneGtk(const Parts& parts, ActionQueue& queue, const MarkAct
         _connections.push_back(_parts.results->property_visible().signal_changed().connect(arranges));
     _connections.push_back(_parts.contents.property_visible().signal_changed().connect(arranges));
     _connections.push_back(_filter.signal_changed().connect([this] { choose(); }));
+    _connections.push_back(_tag.signal_changed().connect([this] { choose(); }));
     _connections.push_back(_kinds.property_selected().signal_changed().connect([this] { choose(); }));
     arrange();
 }
@@ -255,7 +260,7 @@ void MarksPaneGtk::bind(const Glib::RefPtr<Gtk::ListItem>& item)
 void MarksPaneGtk::choose()
 {
     const auto& choice = choices[std::min<std::size_t>(_kinds.get_selected(), std::size(choices) - 1)];
-    send(&MarkActions::choose, MarksChoice { _filter.get_text(), choice.kind, choice.color });
+    send(&MarkActions::choose, MarksChoice { _filter.get_text(), choice.kind, choice.color, _tag.get_text() });
 }
 
 // If the list has the focus, the row at the previous position gets it.
@@ -267,6 +272,8 @@ void MarksPaneGtk::setLines(const ListedMarks& listed)
     const auto selected = _selection->get_selected();
     _model->setLines(listed);
     _nothing.set_visible(lines().empty());
+    if (std::any_of(lines().begin(), lines().end(), [](const MarkLine& line) { return !line.tags.empty(); }))
+        _tag.set_visible(true);
     if (!hadFocus || lines().empty())
         return;
     _selection->set_selected(std::min<guint>(selected, static_cast<guint>(lines().size()) - 1));

@@ -47,6 +47,7 @@ public:
     Gtk::ListView& list() { return _list; }
     Gtk::Entry& filter() { return _filter; }
     Gtk::DropDown& kinds() { return _kinds; }
+    Gtk::Entry& tag() { return _tag; }
     Gtk::MenuButton& menu() { return _menu; }
     // Returns the dialog that asks for a file while it is shown; otherwise null.
     const Glib::RefPtr<Gtk::FileChooserNative>& chooser() const { return _chooser; }
@@ -82,6 +83,8 @@ private:
     Gtk::Box _bar;
     Gtk::Entry _filter;
     Gtk::DropDown _kinds;
+    // Shown once a listed mark has tags.
+    Gtk::Entry _tag;
     Gtk::MenuButton _menu;
     Glib::RefPtr<Gtk::FileChooserNative> _chooser;
     Gtk::Label _problem;

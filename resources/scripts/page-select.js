@@ -165,6 +165,45 @@ var pagoraSelection = (function () {
     for (const type of ['scroll', 'resize'])
         listen(type, takeBack);
 
+    // The element whose lines hold the text. Floats, such as a large first letter, belong to the text around them.
+    function blockOfWord(node) {
+        let block = blockAround(node);
+        while (block && getComputedStyle(block).float !== 'none')
+            block = blockAround(block);
+        return block;
+    }
+
+    // The last text in one direction that is selected and in the same block as the pressed one. Missing if the selection
+    // does not go on in another block there.
+    function edgeOfBlock(range, pressed, step) {
+        const block = blockOfWord(pressed);
+        const walker = Document.prototype.createTreeWalker.call(document, document, NodeFilter.SHOW_TEXT, nodeFilter);
+        walker.currentNode = pressed;
+        let edge = pressed;
+        for (let node = walker[step](); node && range.intersectsNode(node); node = walker[step]()) {
+            if (blockOfWord(node) !== block)
+                return edge;
+            edge = node;
+        }
+        return null;
+    }
+
+    // The engine takes the last word of a block and the first one of the next block for one word where both are out of the
+    // flow. Of a word that is pressed twice, only the part in the pressed block stays selected.
+    listen('dblclick', (event) => {
+        const range = selectedRange();
+        const at = Document.prototype.caretRangeFromPoint.call(document, event.clientX, event.clientY);
+        const pressed = at && at.startContainer;
+        if (!range || !pressed || pressed.nodeType !== Node.TEXT_NODE || !range.intersectsNode(pressed))
+            return;
+        const first = edgeOfBlock(range, pressed, 'previousNode');
+        const last = edgeOfBlock(range, pressed, 'nextNode');
+        if (!first && !last)
+            return;
+        selectionOf.call(document).setBaseAndExtent(first || range.startContainer, first ? 0 : range.startOffset,
+            last || range.endContainer, last ? last.length : range.endOffset);
+    });
+
     return {
         // Reports the selection on request of a key. Returns whether there is one.
         ask() {

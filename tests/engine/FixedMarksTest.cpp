@@ -28,6 +28,8 @@ protected:
         builder.member("OEBPS/chapter3.xhtml",
             page("<svg xmlns='http://www.w3.org/2000/svg' width='600' height='800'>"
                  "<circle cx='300' cy='400' r='200'/></svg>"));
+        builder.member("OEBPS/chapter4.xhtml",
+            page("<p>The last <span id='last'>word</span></p><p style='top: 300px'>Another block.</p>"));
         import(builder.write(_home.path("book.epub")));
         ASSERT_EQ(bookCount(), 1u);
         open();
@@ -95,6 +97,20 @@ TEST_F(FixedMarks, AreHighlightsOfTextThatIsThere)
     EXPECT_NE(file.find("chapter2.xhtml"), std::string::npos) << file;
     ASSERT_TRUE(waitUntil([this] { return listed().size() == 2; }));
     EXPECT_EQ(listed(), (Texts { "Chapter 2, page 2", "fourth" }));
+}
+
+// The engine takes the words of both blocks for one.
+TEST_F(FixedMarks, OfTheLastWordOfABlockHoldNothingOfTheNextOne)
+{
+    read();
+    show(4);
+    const auto word = lineOf("last");
+    xdotool("mousemove " + onDisplay((word.left + word.right) / 2, word.middle) + " click --repeat 2 --delay 60 1");
+    ASSERT_TRUE(waitUntil([this] { return fixedWindow().selectionBar().isShown(); }, 60));
+    EXPECT_EQ(evaluate("String(getSelection())"), "word");
+    key("ctrl+h");
+    waitUntilKept(1);
+    EXPECT_EQ(kept()[0].mark.text.exact, "word");
 }
 
 TEST_F(FixedMarks, AreThereAgainWhenTheirPageIsShownAgain)

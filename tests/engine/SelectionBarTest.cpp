@@ -103,6 +103,27 @@ TEST_F(SelectionBarTest, IsShownBesideTextThatThePointerSelects)
     EXPECT_GT(barY + bar().get_height(), textY - 60);
 }
 
+// Each block without a space at its end is a word with the next block for the engine.
+TEST_F(SelectionBarTest, OfAWordThatIsPressedTwiceHoldsOneBlockOnly)
+{
+    read("<div style='position: relative; height: 3em'><span style='position: absolute'>A <i "
+         "id='words'>lantern</i></span>"
+         "<span style='position: absolute; left: 12em'>beside it</span></div>");
+    const auto [left, right, middle] = lineOf("words");
+    xdotool("mousemove " + onDisplay((left + right) / 2, middle) + " click --repeat 2 --delay 60 1");
+    ASSERT_TRUE(waitForBar());
+    EXPECT_EQ(evaluate("String(getSelection())"), "lantern");
+}
+
+TEST_F(SelectionBarTest, OfAWordThatIsPressedTwiceHoldsItsLargeFirstLetter)
+{
+    read("<p><span style='float: left; font-size: 3em'>L</span><span id='words'>antern</span> and sea</p>");
+    const auto [left, right, middle] = lineOf("words");
+    xdotool("mousemove " + onDisplay((left + right) / 2, middle) + " click --repeat 2 --delay 60 1");
+    ASSERT_TRUE(waitForBar());
+    EXPECT_EQ(evaluate("String(getSelection()).replace(/\\s/g, '')"), "Lantern");
+}
+
 TEST_F(SelectionBarTest, CopiesTheText)
 {
     read(sentence);

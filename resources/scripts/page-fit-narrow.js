@@ -9,8 +9,8 @@ var pagoraFitInsets = (function () {
     const sampleSize = 8;
     // Room for the marker of a list item, in em, and the maximum for all nested lists together, as a fraction of the
     // column.
-    const roomForSign = 1.3;
-    const shareForSigns = 0.3;
+    const roomForMarker = 1.3;
+    const shareForMarkers = 0.3;
     const isList = (block) => /^[ou]l$/.test(block.localName);
     const minCharacters = 12;
     // Two words of usual length.
@@ -52,7 +52,7 @@ var pagoraFitInsets = (function () {
             lengths[side] = pixels(style[side]) * share;
         if (isList(block)) {
             const start = style.direction === 'rtl' ? 'paddingRight' : 'paddingLeft';
-            const room = Math.min(largest, roomForSign * pagoraFontSize(style));
+            const room = Math.min(largest, roomForMarker * pagoraFontSize(style));
             lengths[start] = Math.max(lengths[start], Math.min(pixels(style[start]), room));
         }
         // A hanging first line keeps its fraction of the room.
@@ -79,7 +79,7 @@ var pagoraFitInsets = (function () {
                     continue;
                 const taken = sum(around.flatMap(({ style }) => sides.map((side) => Math.max(0, pixels(style[side])))));
                 const share = taken > 0 ? Math.max(0, Math.min(1, (column - wanted) / taken)) : 1;
-                const forSign = shareForSigns * column / Math.max(1, around.filter((each) => isList(each.block)).length);
+                const forSign = shareForMarkers * column / Math.max(1, around.filter((each) => isList(each.block)).length);
                 for (const each of around) {
                     if (!(shares.has(each.block) && shares.get(each.block).share <= share))
                         shares.set(each.block, { share, each, forSign });
@@ -144,7 +144,7 @@ var pagoraKeepWords = (function () {
     'use strict';
 
     // In shorter lines, words are hyphenated everywhere.
-    const fewestInWideLine = 32;
+    const minLettersInWideLine = 32;
     const shareOfSecondLine = 0.5;
 
     return (strip, book, { styleOf, pixels, letter }, later) => {
@@ -153,7 +153,7 @@ var pagoraKeepWords = (function () {
                 later.push([block, 'manual']);
         }
         const inLine = (strip.step - strip.gap) / (letter * pagoraFontSize(styleOf(strip.body)));
-        for (const block of inLine < fewestInWideLine ? [] : book.entries) {
+        for (const block of inLine < minLettersInWideLine ? [] : book.entries) {
             const length = block.textContent.trim().length;
             if (length > 0.7 * inLine && length < (1 + shareOfSecondLine) * inLine)
                 later.push([block, 'manual']);

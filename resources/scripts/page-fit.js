@@ -90,7 +90,7 @@ var pagoraFit = (function () {
     // The body and its elements that may need a mark, in one list for each kind. Created by `survey`, once per body.
     let book = null;
 
-    function sortOf(element, bodySize) {
+    function kindOf(element, bodySize) {
         const own = styleOf(element);
         return {
             floats: own.float !== 'none' && own.position !== 'absolute' && own.position !== 'fixed',
@@ -124,7 +124,7 @@ var pagoraFit = (function () {
             if (sort.looked >= sampleSize && !hasStyle)
                 continue;
             ++sort.looked;
-            const own = sortOf(element, bodySize);
+            const own = kindOf(element, bodySize);
             for (const each of Object.keys(found))
                 sort[each] = sort[each] || own[each];
         }

@@ -62,14 +62,14 @@ bool isOfWord(char32_t c)
 }
 
 // Returns whether the character is a voiced or semi-voiced sound mark of kana.
-bool isVoicing(char32_t c)
+bool isSoundMark(char32_t c)
 {
     return c == 0x3099 || c == 0x309A;
 }
 
 bool isMark(char32_t c)
 {
-    return isAccent(c) || isVoicing(c);
+    return isAccent(c) || isSoundMark(c);
 }
 
 }
@@ -179,7 +179,7 @@ private:
         // Combining accents belong to the last letter of the match.
         while (match.endByte < _text.size()) {
             const auto [next, bytes] = characterAt(_text, match.endByte);
-            if (isVoicing(next))
+            if (isSoundMark(next))
                 return;
             if (!isAccent(next))
                 break;

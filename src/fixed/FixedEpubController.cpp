@@ -61,7 +61,7 @@ void FixedEpubController::loadSplits(
         _activeSplitIndex = 0;
     _leavingLinks.clear();
     _jumps.clear();
-    _window.setWay(false, false);
+    _window.setHistory(false, false);
     _splitIndexDict.clear();
     for (std::size_t i = 0; i < _bookSplits.size(); ++i)
         _splitIndexDict[_bookSplits[i].lastPathComponent()] = i;

@@ -50,8 +50,8 @@ public:
     // Shows a page of the book, from 1, and adds the current page to the history.
     void goToPageNumber(std::int64_t number);
     // Goes back to the page before the last jump, and forward again.
-    void goBack() { takeWay(&JumpHistory::back); }
-    void goOn() { takeWay(&JumpHistory::on); }
+    void goBack() { goInHistory(&JumpHistory::back); }
+    void goForward() { goInHistory(&JumpHistory::forward); }
     // Called for a flick over the page, with its horizontal distance.
     void scrollWheelBegan(double deltaX);
     void toggleLeftView() { _splitRules.toggleLeftView(); }
@@ -93,7 +93,7 @@ private:
     Task<void> paintMarks();
     // Called before a jump leaves the page.
     void leavePage();
-    void takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&));
+    void goInHistory(std::optional<SeenPage> (JumpHistory::*step)(const std::optional<SeenPage>&));
     std::optional<SeenPage> seenPage() const;
     void goToPage(std::uint64_t index);
     void load(const Url& url);

@@ -18,15 +18,15 @@ void FixedEpubController::leavePage()
     _isSeeking = false;
     if (const auto page = seenPage())
         _jumps.leave(*page);
-    _window.setWay(_jumps.leadsBack(), _jumps.leadsOn());
+    _window.setHistory(_jumps.canGoBack(), _jumps.canGoForward());
 }
 
-void FixedEpubController::takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&))
+void FixedEpubController::goInHistory(std::optional<SeenPage> (JumpHistory::*step)(const std::optional<SeenPage>&))
 {
-    _queue.enqueueAction([this, way]() -> Task<void> {
+    _queue.enqueueAction([this, step]() -> Task<void> {
         _isSeeking = false;
-        const auto page = (_jumps.*way)(seenPage());
-        _window.setWay(_jumps.leadsBack(), _jumps.leadsOn());
+        const auto page = (_jumps.*step)(seenPage());
+        _window.setHistory(_jumps.canGoBack(), _jumps.canGoForward());
         const auto found = page ? std::find(_bookSplits.begin(), _bookSplits.end(), page->document) : _bookSplits.end();
         if (found != _bookSplits.end())
             loadPage(static_cast<std::uint64_t>(found - _bookSplits.begin()));

@@ -47,7 +47,7 @@ void FixedLayoutWindowController::connect()
         = withReader([](FixedEpubController& reader, double deltaX) { reader.scrollWheelBegan(deltaX); });
     actions.goToPage = withReader([](FixedEpubController& reader, std::int64_t page) { reader.goToPageNumber(page); });
     actions.goBack = withReader([](FixedEpubController& reader) { reader.goBack(); });
-    actions.goOn = withReader([](FixedEpubController& reader) { reader.goOn(); });
+    actions.goForward = withReader([](FixedEpubController& reader) { reader.goForward(); });
     actions.askForSelection = withReader([](FixedEpubController& reader) { reader.selectedText().ask(); });
     actions.endSelection = withReader([](FixedEpubController& reader) { reader.selectedText().end(); });
     actions.copySelection = withReader([](FixedEpubController& reader) { reader.selectedText().copy(); });

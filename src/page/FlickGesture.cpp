@@ -20,8 +20,8 @@ void FlickGesture::moveBy(double x, double y)
 {
     _x += x;
     _y += y;
-    _wayX += std::abs(x);
-    _wayY += std::abs(y);
+    _distanceX += std::abs(x);
+    _distanceY += std::abs(y);
 }
 
 void FlickGesture::moveTo(double x, double y)
@@ -31,7 +31,7 @@ void FlickGesture::moveTo(double x, double y)
 
 bool FlickGesture::isHorizontal() const
 {
-    return _wayX >= minLength && _wayX >= lead * _wayY;
+    return _distanceX >= minLength && _distanceX >= lead * _distanceY;
 }
 
 double FlickGesture::turnAtSpeed(double velocityX, double velocityY) const

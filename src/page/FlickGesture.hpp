@@ -23,8 +23,8 @@ private:
     double _x = 0;
     double _y = 0;
     // The total distance along each axis, in both directions.
-    double _wayX = 0;
-    double _wayY = 0;
+    double _distanceX = 0;
+    double _distanceY = 0;
 };
 
 }

@@ -15,13 +15,13 @@ std::istream& operator>>(std::istream& words, Rect& box)
 
 std::optional<PageSelection> pageSelectionFrom(std::istream& words)
 {
-    std::string way;
+    std::string cause;
     std::size_t count = 0;
-    if (!(words >> way >> count) || count == 0 || count > maxBoxes)
+    if (!(words >> cause >> count) || count == 0 || count > maxBoxes)
         return std::nullopt;
     PageSelection selection;
-    using Way = PageSelection::Way;
-    selection.way = way == "key" ? Way::Key : way == "change" ? Way::Change : Way::Pointer;
+    using Cause = PageSelection::Cause;
+    selection.cause = cause == "key" ? Cause::Key : cause == "change" ? Cause::Change : Cause::Pointer;
     selection.boxes.resize(count);
     for (auto& box : selection.boxes)
         words >> box;

@@ -13,9 +13,9 @@ namespace pagora {
 // left corner.
 struct PageSelection {
     // The source of the report. `Change`: a selection that was reported before has changed.
-    enum class Way { Pointer, Key, Change };
+    enum class Cause { Pointer, Key, Change };
 
-    Way way = Way::Pointer;
+    Cause cause = Cause::Pointer;
     // The start of the text, at most 300 characters in one line.
     std::string text;
     // One box for each column, at least one.
@@ -24,7 +24,7 @@ struct PageSelection {
     Rect lastLine;
 };
 
-// Parses a page's message about its selection: the way, the number of boxes, the boxes, the two lines and the text.
+// Parses a page's message about its selection: the cause, the number of boxes, the boxes, the two lines and the text.
 // Returns nullopt if it is incomplete.
 std::optional<PageSelection> pageSelectionFrom(std::istream& words);
 

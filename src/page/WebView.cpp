@@ -19,15 +19,15 @@ Task<void> evaluate(WebView& webView, std::string script)
 
 std::optional<PointedLink> pointedLinkFrom(std::istream& words)
 {
-    std::string way;
+    std::string input;
     Rect place;
     std::string uri;
-    words >> way >> place.x >> place.y >> place.width >> place.height >> uri;
+    words >> input >> place.x >> place.y >> place.width >> place.height >> uri;
     const auto url = Url::fromString(uri);
     if (!words || !url)
         return std::nullopt;
-    using Way = PointedLink::Way;
-    return PointedLink { *url, place, way == "key" ? Way::Key : way == "touch" ? Way::Touch : Way::Pointer };
+    using Input = PointedLink::Input;
+    return PointedLink { *url, place, input == "key" ? Input::Key : input == "touch" ? Input::Touch : Input::Pointer };
 }
 
 std::optional<PressedMark> pressedMarkFrom(std::istream& words)

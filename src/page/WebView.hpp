@@ -41,11 +41,11 @@ struct PageStart {
 
 // A reference to a note that the user wants to see without following the link.
 struct PointedLink {
-    enum class Way { Pointer, Key, Touch };
+    enum class Input { Pointer, Key, Touch };
     Url url;
     // In the page's own pixels, from its upper left corner.
     Rect place;
-    Way way = Way::Pointer;
+    Input input = Input::Pointer;
 };
 
 // A mark in the page that the user presses.
@@ -132,7 +132,7 @@ public:
     // Returns a picture of the idle page; nullopt if it is not drawn yet or has changed from how it is opened again.
     virtual std::optional<PagePicture> pictureAtRest() { return std::nullopt; }
     // Called before an action of the user changes the page. The page is then shown, even if it is still loading.
-    virtual void personActs() { }
+    virtual void prepareForUserAction() { }
 
     virtual void setTextSizeMultiplier(double multiplier) = 0;
     // The page's visible area, in the page's own pixels: points, enlarged by the desktop's text scale.

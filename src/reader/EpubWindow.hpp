@@ -45,7 +45,7 @@ struct ReaderWindowActions : SearchActions, SelectionActions {
     std::function<void()> changeWidth;
     // Goes back to the page before the last jump, and forward again.
     std::function<void()> goBack;
-    std::function<void()> goOn;
+    std::function<void()> goForward;
     // Goes to a fraction of the book, from 0 to 100.
     std::function<void(double percentage)> goToPercentage;
     // Goes to a page of the chapter, or of a fixed-layout book, from 1.
@@ -78,7 +78,7 @@ public:
     // Shows a loading indicator if loading takes longer than a moment. Optional.
     virtual void setLoading(bool isLoading) { }
     // Sets whether jumps can go back and forward from the page that is shown. Optional.
-    virtual void setWay(bool leadsBack, bool leadsOn) { }
+    virtual void setHistory(bool canGoBack, bool canGoForward) { }
     // Sets the page numbers of the printed edition, in order. Optional.
     virtual void setPrintedPages(const std::vector<std::string>& labels) { }
     // Shows a bar with actions beside the selected text. Optional.

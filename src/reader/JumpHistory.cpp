@@ -21,13 +21,13 @@ void remember(std::deque<SeenPage>& pages, const SeenPage& page)
 void JumpHistory::leave(const SeenPage& page)
 {
     remember(_back, page);
-    _on.clear();
+    _forward.clear();
 }
 
 void JumpHistory::clear()
 {
     _back.clear();
-    _on.clear();
+    _forward.clear();
 }
 
 std::optional<SeenPage> JumpHistory::step(const std::optional<SeenPage>& seen, Pages& from, Pages& to)

@@ -22,11 +22,11 @@ public:
     void leave(const SeenPage& page);
     // Returns the page to go back to, and stores `seen`, the page that is shown, as one to go forward to. Skips pages
     // equal to `seen`. Nullopt if there is none.
-    std::optional<SeenPage> back(const std::optional<SeenPage>& seen) { return step(seen, _back, _on); }
+    std::optional<SeenPage> back(const std::optional<SeenPage>& seen) { return step(seen, _back, _forward); }
     // Returns the page to go forward to, in the same way.
-    std::optional<SeenPage> on(const std::optional<SeenPage>& seen) { return step(seen, _on, _back); }
-    bool leadsBack() const { return !_back.empty(); }
-    bool leadsOn() const { return !_on.empty(); }
+    std::optional<SeenPage> forward(const std::optional<SeenPage>& seen) { return step(seen, _forward, _back); }
+    bool canGoBack() const { return !_back.empty(); }
+    bool canGoForward() const { return !_forward.empty(); }
     void clear();
 
 private:
@@ -34,7 +34,7 @@ private:
     static std::optional<SeenPage> step(const std::optional<SeenPage>& seen, Pages& from, Pages& to);
 
     Pages _back;
-    Pages _on;
+    Pages _forward;
 };
 
 }

@@ -31,7 +31,7 @@ EpubController::EpubController(EpubWindow& window, ReaderHub& hub, ReaderState& 
     _window.colorControl().setAction([this] { changeColor(); });
     _window.fontMenu().setAction([this] { fontChange(); });
     _window.fontSizeSlider().setAction([this](EventType) { changeFontSize(_window.fontSizeSlider().floatValue()); });
-    _queue.setWhenDry([this] { return notePlace(); });
+    _queue.setWhenDrained([this] { return notePlace(); });
 }
 
 EpubController::~EpubController()
@@ -67,7 +67,7 @@ void EpubController::loadSplits(
     _spine.setDocuments(std::move(splits));
     _leavingLinks.clear();
     _jumps = {};
-    wayHasChanged();
+    historyDidChange();
     _window.setLoading(false);
     _window.setNothingToShow(_spine.bookSplits.empty());
 

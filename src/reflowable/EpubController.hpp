@@ -55,7 +55,7 @@ public:
     void goTo(Destination destination);
     // Goes back to the page before the last jump, and forward again.
     void goBack();
-    void goOn();
+    void goForward();
     // Shows the first page at that percentage of the book, from 0 to 100.
     void goToPercentage(double percentage);
     // Shows a page of the chapter, from 1.
@@ -219,9 +219,9 @@ private:
     void leavePage();
     Task<void> show(Destination destination);
     Task<void> land();
-    Task<void> takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&));
+    Task<void> goInHistory(std::optional<SeenPage> (JumpHistory::*step)(const std::optional<SeenPage>&));
     Task<void> decorate();
-    void wayHasChanged();
+    void historyDidChange();
 
     // `adopt` only stores a display option; `show` stores it and applies it to the page.
     void enqueueOption(std::function<void()> adopt, SerialQueue::Work show);

@@ -28,7 +28,7 @@ void EpubController::enqueueOption(std::function<void()> adopt, SerialQueue::Wor
     _queue.enqueueAction([this, show = std::move(show)]() -> Task<void> {
         _settings.pending.pop_front();
         _layoutMayDiffer = true;
-        _window.webView().personActs();
+        _window.webView().prepareForUserAction();
         co_await show();
     });
 }

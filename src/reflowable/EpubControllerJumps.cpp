@@ -59,7 +59,7 @@ std::string offsetScript(const PlaceInChapter& place)
 void EpubController::userMoves()
 {
     _place.userMoves();
-    _window.webView().personActs();
+    _window.webView().prepareForUserAction();
     _jumps.landing = std::nullopt;
     _jumps.isSeeking = false;
 }
@@ -117,7 +117,7 @@ void EpubController::leavePage()
 {
     if (_jumps.seenPage)
         _jumps.history.leave(*_jumps.seenPage);
-    wayHasChanged();
+    historyDidChange();
 }
 
 void EpubController::pageFollowsLink()
@@ -128,18 +128,18 @@ void EpubController::pageFollowsLink()
 
 void EpubController::goBack()
 {
-    _queue.enqueueAction([this] { return takeWay(&JumpHistory::back); });
+    _queue.enqueueAction([this] { return goInHistory(&JumpHistory::back); });
 }
 
-void EpubController::goOn()
+void EpubController::goForward()
 {
-    _queue.enqueueAction([this] { return takeWay(&JumpHistory::on); });
+    _queue.enqueueAction([this] { return goInHistory(&JumpHistory::forward); });
 }
 
-Task<void> EpubController::takeWay(std::optional<SeenPage> (JumpHistory::*way)(const std::optional<SeenPage>&))
+Task<void> EpubController::goInHistory(std::optional<SeenPage> (JumpHistory::*step)(const std::optional<SeenPage>&))
 {
-    const auto page = (_jumps.history.*way)(_jumps.seenPage);
-    wayHasChanged();
+    const auto page = (_jumps.history.*step)(_jumps.seenPage);
+    historyDidChange();
     if (!page)
         co_return;
     const Destination destination { page->document, page->place };
@@ -236,9 +236,9 @@ Task<void> EpubController::decorate()
         co_await run(marks);
 }
 
-void EpubController::wayHasChanged()
+void EpubController::historyDidChange()
 {
-    _window.setWay(_jumps.history.leadsBack(), _jumps.history.leadsOn());
+    _window.setHistory(_jumps.history.canGoBack(), _jumps.history.canGoForward());
 }
 
 }

@@ -67,7 +67,7 @@ void EpubWindowController::connect()
     actions.searchContent
         = withReader([](EpubController& reader, const std::string& text) { reader.searchContent(text); });
     actions.goBack = withReader([](EpubController& reader) { reader.goBack(); });
-    actions.goOn = withReader([](EpubController& reader) { reader.goOn(); });
+    actions.goForward = withReader([](EpubController& reader) { reader.goForward(); });
     actions.goToPercentage
         = withReader([](EpubController& reader, double percentage) { reader.goToPercentage(percentage); });
     actions.goToPage = withReader([](EpubController& reader, std::int64_t page) { reader.goToPage(page); });

@@ -58,8 +58,8 @@ Task<void> SerialQueue::drain()
     do {
         while (takeNext())
             co_await _current();
-        if (_whenDry)
-            co_await _whenDry();
+        if (_whenDrained)
+            co_await _whenDrained();
     } while (!_reports.empty() || (!_held && !_actions.empty()));
     _current = nullptr;
     _running = false;

@@ -28,7 +28,7 @@ public:
     bool isIdle() const { return !_running; }
 
     // Sets the callback for each time the queue becomes empty, before it becomes idle.
-    void setWhenDry(Work whenDry) { _whenDry = std::move(whenDry); }
+    void setWhenDrained(Work whenDrained) { _whenDrained = std::move(whenDrained); }
 
 private:
     void start();
@@ -37,7 +37,7 @@ private:
 
     std::deque<Work> _reports;
     std::deque<Work> _actions;
-    Work _whenDry;
+    Work _whenDrained;
     bool _held = false;
     bool _running = false;
     // The running work. Keeps the coroutine's captures alive.

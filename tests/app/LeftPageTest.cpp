@@ -145,7 +145,7 @@ TEST_F(LeftPageTest, GoesWithItsBook)
     ASSERT_EQ(pictures(), 2u);
     program.window.shown->select({ 0 });
     program.window.monitor({ LibraryEvent::Kind::KeyDown, LibraryEvent::keyDelete, true });
-    program.window.questions.back().answered(goOn);
+    program.window.questions.back().answered(goForward);
     EXPECT_EQ(pictures(), 1u);
     EXPECT_TRUE(opensWithPicture(1));
 }
@@ -157,7 +157,7 @@ TEST_F(LeftPageTest, OfABookThatIsRemovedWhileItIsWrittenIsNotKept)
     program.closeReader();
     program.window.shown->select({ 0 });
     program.window.monitor({ LibraryEvent::Kind::KeyDown, LibraryEvent::keyDelete, true });
-    program.window.questions.back().answered(goOn);
+    program.window.questions.back().answered(goForward);
     program.runLoop.finishBackground();
     EXPECT_EQ(pictures(), 0u);
 }

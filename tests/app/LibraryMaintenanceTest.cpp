@@ -109,7 +109,7 @@ TEST_F(Maintenance, ResetFromTheMenuAsksFirst)
     EXPECT_EQ(program.window.questions.back().secondButton, "Reset");
     program.window.questions.back().answered(cancel);
     EXPECT_EQ(program.defaults.stringForKey("DragDropMode"), "Move");
-    program.window.questions.back().answered(goOn);
+    program.window.questions.back().answered(goForward);
     EXPECT_EQ(program.defaults.stringForKey("DragDropMode"), "Copy");
 }
 

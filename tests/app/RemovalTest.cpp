@@ -18,7 +18,7 @@ TEST_F(Removal, ControlDeleteRemovesTheSelectedBooks)
 {
     program.window.shown->select({ 0, 2 });
     EXPECT_TRUE(press(LibraryEvent::keyDelete, true));
-    question().answered(goOn);
+    question().answered(goForward);
     EXPECT_EQ(program.titles(), (Names { "Plan" }));
     EXPECT_EQ(program.storedCount(), 1U);
 }
@@ -53,7 +53,7 @@ TEST_F(Removal, MovesTheArchivesToTheTrash)
 {
     program.window.shown->select({ 1 });
     press(LibraryEvent::keyDelete, true);
-    question().answered(goOn);
+    question().answered(goForward);
     EXPECT_EQ(program.workspace.recycled, (Names { program.inLibrary("Plan.epub") }));
     EXPECT_FALSE(program.window.readerButtonFake.isEnabled());
 }
@@ -70,7 +70,7 @@ TEST_F(Removal, OfEverythingSelectedInTheListEmptiesTheLibrary)
     program.controller->takeTableView();
     EXPECT_TRUE(press(LibraryEvent::keyA, true));
     press(LibraryEvent::keyDelete, true);
-    question().answered(goOn);
+    question().answered(goForward);
     EXPECT_EQ(program.storedCount(), 0U);
     EXPECT_TRUE(program.catalogue().bookList()->empty());
 }
@@ -144,7 +144,7 @@ TEST_F(Removal, FromTheContextMenuOfTheListRemovesTheSelectedBook)
     program.controller->takeTableView();
     program.window.shown->rightClick(2);
     program.window.shown->choose("Move to Trash");
-    question().answered(goOn);
+    question().answered(goForward);
     EXPECT_EQ(program.titles(), (Names { "Sea", "Plan" }));
     EXPECT_EQ(program.window.shown->books.content().size(), 2U);
 }

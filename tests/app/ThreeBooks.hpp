@@ -13,7 +13,7 @@ using Names = std::vector<std::string>;
 
 // The codes of an alert's buttons.
 constexpr int cancel = 1000;
-constexpr int goOn = 1001;
+constexpr int goForward = 1001;
 
 // A library of three books with identifiers. Their archives are in the library folder.
 struct ThreeBooks : testing::Test {

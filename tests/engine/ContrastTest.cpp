@@ -293,9 +293,9 @@ TEST_P(ContrastTest, OfANoteAndOfTheBarBesideSelectedTextOnEachPaper)
         reader.window().makeKeyAndOrderFront();
         auto& window = reader.parts().window.window();
         ASSERT_TRUE(waitUntil([&] { return window.get_mapped(); }));
-        reader.showSelection({ PageSelection::Way::Pointer, "words", { place }, place, place });
+        reader.showSelection({ PageSelection::Cause::Pointer, "words", { place }, place, place });
         expectReadable(window, { "Copy", "Find in Book", "Look Up" });
-        reader.showNote("The text of a note.", { Url::file("/a.xhtml"), place, PointedLink::Way::Pointer });
+        reader.showNote("The text of a note.", { Url::file("/a.xhtml"), place, PointedLink::Input::Pointer });
         auto* child = reader.parts().widget<Gtk::Widget>("pagePlace").get_first_child();
         while (child && !child->has_css_class("note"))
             child = child->get_next_sibling();

@@ -51,7 +51,7 @@ TEST_F(Jumps, BackShowsThePageThatTheContentsHaveLeft)
     const auto farther = place();
     back();
     EXPECT_EQ(place(), left);
-    reader().goOn();
+    reader().goForward();
     settle();
     EXPECT_EQ(place(), farther);
 }

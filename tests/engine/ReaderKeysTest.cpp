@@ -42,10 +42,10 @@ TEST(ReaderKeys, AltWithAnArrowTakesTheWayWhicheverWayThePagesRun)
     for (const auto direction : { PageDirection::LeftToRight, PageDirection::RightToLeft }) {
         for (const auto focus : { ReaderFocus::Page, ReaderFocus::Text, ReaderFocus::Control }) {
             EXPECT_EQ(readerCommand(GDK_KEY_Left, alt, focus, direction), ReaderCommand::GoBack);
-            EXPECT_EQ(readerCommand(GDK_KEY_Right, alt, focus, direction), ReaderCommand::GoOn);
+            EXPECT_EQ(readerCommand(GDK_KEY_Right, alt, focus, direction), ReaderCommand::GoForward);
         }
         EXPECT_EQ(commandOf(GDK_KEY_Back, direction), ReaderCommand::GoBack);
-        EXPECT_EQ(commandOf(GDK_KEY_Forward, direction), ReaderCommand::GoOn);
+        EXPECT_EQ(commandOf(GDK_KEY_Forward, direction), ReaderCommand::GoForward);
     }
     EXPECT_FALSE(readerCommand(
         GDK_KEY_Left, alt | Gdk::ModifierType::CONTROL_MASK, ReaderFocus::Page, PageDirection::LeftToRight));

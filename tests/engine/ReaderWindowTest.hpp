@@ -58,7 +58,7 @@ protected:
         actions.goToPreviousResult = [this] { done.push_back("previous"); };
         actions.endSearch = [this] { done.push_back("end"); };
         actions.goBack = [this] { done.push_back("back"); };
-        actions.goOn = [this] { done.push_back("on"); };
+        actions.goForward = [this] { done.push_back("on"); };
         actions.toggleFullScreen = [this] { done.push_back("full screen"); };
         epub->setActions(std::move(actions));
     }

@@ -142,7 +142,7 @@ TEST_F(SearchPaneTest, TheWayBackHasAButtonOnceThereIsOne)
 {
     auto& button = widget<Gtk::Button>("backButton");
     EXPECT_FALSE(button.get_visible());
-    epub->setWay(true, false);
+    epub->setHistory(true, false);
     EXPECT_TRUE(button.get_visible());
     EXPECT_TRUE(button.get_sensitive());
     g_signal_emit_by_name(button.gobj(), "clicked");
@@ -150,10 +150,10 @@ TEST_F(SearchPaneTest, TheWayBackHasAButtonOnceThereIsOne)
     press(GDK_KEY_Right, GDK_ALT_MASK);
     ASSERT_TRUE(waitForDone(3));
     EXPECT_EQ(done, (Lines { "back", "back", "on" }));
-    epub->setWay(false, true);
+    epub->setHistory(false, true);
     EXPECT_TRUE(button.get_visible());
     EXPECT_FALSE(button.get_sensitive());
-    epub->setWay(false, false);
+    epub->setHistory(false, false);
     EXPECT_FALSE(button.get_visible());
 }
 

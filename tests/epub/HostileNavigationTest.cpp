@@ -1,8 +1,8 @@
 #include "base/Bounds.hpp"
 #include "epub/NavigationDocument.hpp"
 #include "tests/support/EpubBuilder.hpp"
+#include "tests/support/ResourceUse.hpp"
 #include "tests/support/TemporaryFolder.hpp"
-#include "tests/support/UsedByWork.hpp"
 
 #include <functional>
 #include <gtest/gtest.h>

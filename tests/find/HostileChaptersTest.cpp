@@ -1,7 +1,7 @@
 #include "find/ChapterText.hpp"
 #include "find/NoteText.hpp"
 #include "find/TextPattern.hpp"
-#include "tests/support/UsedByWork.hpp"
+#include "tests/support/ResourceUse.hpp"
 
 #include <functional>
 #include <gtest/gtest.h>

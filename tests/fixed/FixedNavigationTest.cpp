@@ -304,15 +304,15 @@ TEST_F(FixedNavigation, TheWayBackShowsThePageThatAJumpHasLeft)
     openAt(3, 9);
     reader->changeChapter(file(7));
     page().finishDocument();
-    EXPECT_TRUE(parts->leadsBack);
+    EXPECT_TRUE(parts->canGoBack);
     reader->goBack();
     page().finishDocument();
     EXPECT_EQ(reader->activeSplitIndex(), 2u);
-    EXPECT_TRUE(parts->leadsOn);
-    reader->goOn();
+    EXPECT_TRUE(parts->canGoForward);
+    reader->goForward();
     page().finishDocument();
     EXPECT_EQ(reader->activeSplitIndex(), 6u);
-    EXPECT_FALSE(parts->leadsOn);
+    EXPECT_FALSE(parts->canGoForward);
 }
 
 TEST_F(FixedNavigation, TheWayBackShowsThePageThatALinkHasLeft)
@@ -331,7 +331,7 @@ TEST_F(FixedNavigation, AWayOfTheSliderIsOneJumpAndTurnsAreNone)
     open(9);
     reader->changePage(1);
     page().finishDocument();
-    EXPECT_FALSE(parts->leadsBack);
+    EXPECT_FALSE(parts->canGoBack);
     for (const float value : { 3.f, 4.f, 5.f }) {
         reader->changePageTo(value);
         page().finishDocument();
@@ -339,5 +339,5 @@ TEST_F(FixedNavigation, AWayOfTheSliderIsOneJumpAndTurnsAreNone)
     reader->goBack();
     page().finishDocument();
     EXPECT_EQ(reader->activeSplitIndex(), 1u);
-    EXPECT_FALSE(parts->leadsBack);
+    EXPECT_FALSE(parts->canGoBack);
 }

@@ -12,7 +12,7 @@ using Indexes = std::vector<std::size_t>;
 using Names = std::vector<std::string>;
 
 constexpr int cancel = 1000;
-constexpr int goOn = 1001;
+constexpr int goForward = 1001;
 
 const Names oneBookMenu { "Read this book", "Show in Finder", "-", "Move to Trash" };
 const Names manyBooksMenu { "Remove epubs from library" };
@@ -110,7 +110,7 @@ TEST_F(Grid, RemovingHandsOverTheSelectedBooksInOrder)
     EXPECT_EQ(question().text, "Are You sure to remove epub(s) from library?");
     EXPECT_EQ(question().firstButton, "Cancel");
     EXPECT_EQ(question().secondButton, "Remove from library");
-    question().answered(goOn);
+    question().answered(goForward);
     EXPECT_EQ(hub.deleted, (std::vector<BookInfoPtr> { (*books)[1], (*books)[3] }));
 }
 
@@ -164,13 +164,13 @@ TEST_F(List, RemovingAsksWithoutCountingAndTakesTheSelectionOfTheLastClick)
 {
     view().removeBooks();
     EXPECT_EQ(question().text, "Are You sure to remove epub(s) from library?");
-    question().answered(goOn);
+    question().answered(goForward);
     EXPECT_EQ(hub.timesDeletedMany, 1);
     EXPECT_TRUE(hub.deleted.empty());
     shown().select({ 1 });
     views.refreshBookView(books);
     view().removeBooks();
-    question().answered(goOn);
+    question().answered(goForward);
     EXPECT_EQ(hub.deleted, (std::vector<BookInfoPtr> { (*books)[1] }));
 }
 
@@ -212,7 +212,7 @@ TEST_F(BookActions, MoveToTrashRemovesTheBookAndItsArchive)
             showList();
         shown().rightClick(1);
         shown().choose("Move to Trash");
-        question().answered(goOn);
+        question().answered(goForward);
         EXPECT_EQ(hub.deleted.back(), (*books)[1]);
         EXPECT_TRUE(hub.removedFromDisk);
         EXPECT_FALSE(host.readerButtonFake.enabled);
@@ -235,7 +235,7 @@ TEST_F(BookActions, RemovingOneItemMovesItsArchiveToTheTrashToo)
     view().removeItem();
     EXPECT_EQ(question().text, "Are You sure to remove epub from library?");
     EXPECT_EQ(question().secondButton, "Remove from library");
-    question().answered(goOn);
+    question().answered(goForward);
     EXPECT_EQ(hub.deleted.back(), (*books)[1]);
     EXPECT_TRUE(hub.removedFromDisk);
 }

@@ -19,7 +19,7 @@ TEST(PageSelection, IsReadWithItsPlaceAndItsText)
 {
     const auto selection = told("key 2 1 2 3 4 5 6 7 8 1 2 3 2 5 12.5 7 2 two words");
     ASSERT_TRUE(selection);
-    EXPECT_EQ(selection->way, PageSelection::Way::Key);
+    EXPECT_EQ(selection->cause, PageSelection::Cause::Key);
     EXPECT_EQ(selection->text, "two words");
     EXPECT_EQ(selection->boxes, (std::vector<Rect> { { 1, 2, 3, 4 }, { 5, 6, 7, 8 } }));
     EXPECT_EQ(selection->firstLine, (Rect { 1, 2, 3, 2 }));

@@ -20,18 +20,18 @@ TEST(JumpHistory, LeadsBackAndOnAgain)
     jumps.leave(page(2));
     EXPECT_EQ(jumps.back(page(3)), page(2));
     EXPECT_EQ(jumps.back(page(2)), page(1));
-    EXPECT_FALSE(jumps.leadsBack());
-    EXPECT_EQ(jumps.on(page(1)), page(2));
-    EXPECT_EQ(jumps.on(page(2)), page(3));
-    EXPECT_FALSE(jumps.leadsOn());
+    EXPECT_FALSE(jumps.canGoBack());
+    EXPECT_EQ(jumps.forward(page(1)), page(2));
+    EXPECT_EQ(jumps.forward(page(2)), page(3));
+    EXPECT_FALSE(jumps.canGoForward());
 }
 
 TEST(JumpHistory, EndsAtItsStart)
 {
     JumpHistory jumps;
     EXPECT_FALSE(jumps.back(page(1)));
-    EXPECT_FALSE(jumps.on(page(1)));
-    EXPECT_FALSE(jumps.leadsOn());
+    EXPECT_FALSE(jumps.forward(page(1)));
+    EXPECT_FALSE(jumps.canGoForward());
 }
 
 TEST(JumpHistory, AJumpEndsTheWayOn)
@@ -40,7 +40,7 @@ TEST(JumpHistory, AJumpEndsTheWayOn)
     jumps.leave(page(1));
     jumps.back(page(2));
     jumps.leave(page(1));
-    EXPECT_FALSE(jumps.leadsOn());
+    EXPECT_FALSE(jumps.canGoForward());
 }
 
 TEST(JumpHistory, PassesOverThePageThatIsSeen)
@@ -56,7 +56,7 @@ TEST(JumpHistory, DoesNotLeadOnToWhatIsNoPageOfTheBook)
     JumpHistory jumps;
     jumps.leave(page(1));
     EXPECT_EQ(jumps.back(std::nullopt), page(1));
-    EXPECT_FALSE(jumps.leadsOn());
+    EXPECT_FALSE(jumps.canGoForward());
 }
 
 TEST(JumpHistory, ForgetsTheOldestPages)
@@ -65,7 +65,7 @@ TEST(JumpHistory, ForgetsTheOldestPages)
     for (int i = 0; i < 10'000; ++i)
         jumps.leave(page(i));
     std::size_t count = 0;
-    for (auto seen = page(-1); jumps.leadsBack(); ++count)
+    for (auto seen = page(-1); jumps.canGoBack(); ++count)
         seen = *jumps.back(seen);
     EXPECT_EQ(count, 200u);
 }

@@ -84,7 +84,7 @@ TEST_F(BookSearchTest, ShowsAMatchAndPaintsIt)
     EXPECT_EQ(page().loads.back(), reader->bookSplits()[1]);
     page().finishDocument();
     EXPECT_EQ(lastScript(), "pagoraFind.paint([[0,4,'lamp'],],[0,4,'lamp'])");
-    EXPECT_TRUE(parts->leadsBack);
+    EXPECT_TRUE(parts->canGoBack);
 }
 
 TEST_F(BookSearchTest, StepsBeginAtTheChapterThatIsShown)
@@ -120,7 +120,7 @@ TEST_F(BookSearchTest, StepsWithoutMatchesDoNothing)
     search.goToPrevious();
     search.goTo(7);
     EXPECT_FALSE(pane().selected);
-    EXPECT_FALSE(parts->leadsBack);
+    EXPECT_FALSE(parts->canGoBack);
 }
 
 TEST_F(BookSearchTest, KeepsTheLastResultsUntilThereAreOthers)

@@ -91,17 +91,17 @@ TEST_F(JumpsTest, BackShowsThePageThatTheContentsHaveLeft)
 {
     open(3);
     reader->changePage(1);
-    EXPECT_FALSE(parts->leadsBack);
+    EXPECT_FALSE(parts->canGoBack);
     reader->changeChapter(chapter(2));
     page().finishDocument();
-    EXPECT_TRUE(parts->leadsBack);
+    EXPECT_TRUE(parts->canGoBack);
     reader->goBack();
     ASSERT_EQ(page().loads.back(), chapter(0));
     page().finishDocument();
     EXPECT_EQ(page().page.X, 800);
-    EXPECT_FALSE(parts->leadsBack);
-    EXPECT_TRUE(parts->leadsOn);
-    reader->goOn();
+    EXPECT_FALSE(parts->canGoBack);
+    EXPECT_TRUE(parts->canGoForward);
+    reader->goForward();
     page().finishDocument();
     EXPECT_EQ(reader->activeSplitIndex(), 2u);
     EXPECT_EQ(page().page.X, 0);
@@ -131,7 +131,7 @@ TEST_F(JumpsTest, BackShowsThePageThatALinkToTheWebHasLeft)
     EXPECT_EQ(page().loads.back(), chapter(1));
     page().finishDocument();
     EXPECT_EQ(page().page.X, 800);
-    EXPECT_FALSE(parts->leadsOn);
+    EXPECT_FALSE(parts->canGoForward);
 }
 
 TEST_F(JumpsTest, AWayOfTheSliderIsOneJump)
@@ -145,7 +145,7 @@ TEST_F(JumpsTest, AWayOfTheSliderIsOneJump)
     reader->goBack();
     page().finishDocument();
     EXPECT_EQ(reader->activeSplitIndex(), 0u);
-    EXPECT_FALSE(parts->leadsBack);
+    EXPECT_FALSE(parts->canGoBack);
 }
 
 TEST_F(JumpsTest, BackKeepsTheMiddleOfThePageWhereTheTextHasAnotherLength)
@@ -170,7 +170,7 @@ TEST_F(JumpsTest, ATurnIsNoJump)
     reader->goToLastPage();
     reader->changePage(1);
     page().finishDocument();
-    EXPECT_FALSE(parts->leadsBack);
+    EXPECT_FALSE(parts->canGoBack);
     reader->goBack();
     EXPECT_EQ(reader->activeSplitIndex(), 1u);
 }
@@ -181,7 +181,7 @@ TEST_F(JumpsTest, AnotherBookBeginsWithoutAWayBack)
     reader->changeChapter(chapter(2));
     page().finishDocument();
     open(2);
-    EXPECT_FALSE(parts->leadsBack);
+    EXPECT_FALSE(parts->canGoBack);
 }
 
 TEST_F(JumpsTest, AChapterIsPaintedOnceItIsLaidOut)
@@ -211,7 +211,7 @@ TEST_F(JumpsTest, GoToAPercentageOfTheBook)
     EXPECT_EQ(reader->activeSplitIndex(), 3u);
     EXPECT_EQ(page().page.X, 7200);
     EXPECT_EQ(label(), "100 %");
-    EXPECT_TRUE(parts->leadsBack);
+    EXPECT_TRUE(parts->canGoBack);
 }
 
 TEST_F(JumpsTest, GoToAPageOfTheChapter)

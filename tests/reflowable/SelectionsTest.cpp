@@ -21,7 +21,7 @@ protected:
     void select(const std::string& text)
     {
         parts->webView.delegate->selectionDidChange(
-            PageSelection { PageSelection::Way::Pointer, text, { { 1, 2, 3, 4 } }, { 1, 2, 3, 4 }, { 1, 2, 3, 4 } });
+            PageSelection { PageSelection::Cause::Pointer, text, { { 1, 2, 3, 4 } }, { 1, 2, 3, 4 }, { 1, 2, 3, 4 } });
     }
 
     ManualRunLoop loop;

@@ -152,7 +152,7 @@ TEST(SerialQueue, TellsWhenItHasRunDry)
     Reply<void> reply;
     const auto answer = reply.resolver();
     SerialQueue queue;
-    queue.setWhenDry(notes.work("dry"));
+    queue.setWhenDrained(notes.work("dry"));
     queue.enqueueAction(notes.waiting("a", reply));
     queue.enqueueAction(notes.work("b"));
     answer();
@@ -163,7 +163,7 @@ TEST(SerialQueue, WorkGivenWhileItTellsRunsAndIsFollowedByAnotherTelling)
 {
     Notes notes;
     SerialQueue queue;
-    queue.setWhenDry([&]() -> Task<void> {
+    queue.setWhenDrained([&]() -> Task<void> {
         notes.order.push_back("dry");
         if (notes.order.size() == 2)
             queue.enqueueAction(notes.work("late"));

@@ -123,8 +123,8 @@ struct ReaderWindowParts {
     std::string undoText;
     std::string notice;
     std::string copiedMarks;
-    bool leadsBack = false;
-    bool leadsOn = false;
+    bool canGoBack = false;
+    bool canGoForward = false;
     FakeWindow displayOptions;
     int columnCount = 0;
     std::vector<std::string> fontFamilies { "Cantarell", "Georgia", "Noto Sans" };
@@ -171,10 +171,10 @@ public:
     void setPageIsMissing(bool isMissing) override { parts->pageIsMissing = isMissing; }
     void setLoading(bool isLoading) override { parts->isLoading = isLoading; }
     void setNothingToShow(bool isNothing) override { parts->hasNothingToShow = isNothing; }
-    void setWay(bool leadsBack, bool leadsOn) override
+    void setHistory(bool canGoBack, bool canGoForward) override
     {
-        parts->leadsBack = leadsBack;
-        parts->leadsOn = leadsOn;
+        parts->canGoBack = canGoBack;
+        parts->canGoForward = canGoForward;
     }
     TextField& locLabel() override { return parts->locLabel; }
     Slider& locSlider() override { return parts->locSlider; }

@@ -77,7 +77,7 @@ public:
     void showUntilDrawn(const PagePicture& picture) override { shownUntilDrawn = picture; }
     void pageRests() override { ++timesRested; }
     std::optional<PagePicture> pictureAtRest() override { return atRest; }
-    void personActs() override { ++timesActed; }
+    void prepareForUserAction() override { ++timesActed; }
     void setTextSizeMultiplier(double multiplier) override { textSizeMultiplier = multiplier; }
     Rect frame() const override { return rect; }
     double pixelSize() const override { return pixel; }

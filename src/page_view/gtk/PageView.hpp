@@ -59,7 +59,7 @@ public:
     void showUntilDrawn(const PagePicture& picture) override;
     void pageRests() override;
     std::optional<PagePicture> pictureAtRest() override;
-    void personActs() override { _curtain.hurry(); }
+    void prepareForUserAction() override { _curtain.hurry(); }
     // Sets the colour behind the page.
     void setBackground(const Color& color);
     // Sets the callback for the background of the page's document; nullopt if it has none.

@@ -64,12 +64,12 @@ NotePopover::~NotePopover()
     _popover.unparent();
 }
 
-void NotePopover::show(const std::string& text, const Gdk::Rectangle& place, PointedLink::Way way)
+void NotePopover::show(const std::string& text, const Gdk::Rectangle& place, PointedLink::Input input)
 {
     _hiding.disconnect();
     _pointerIsIn = false;
     // A popover that was opened by the pointer must not grab keyboard and pointer.
-    const bool isForPointer = way == PointedLink::Way::Pointer;
+    const bool isForPointer = input == PointedLink::Input::Pointer;
     _popover.popdown();
     _popover.set_autohide(!isForPointer);
     _text.set_text(displayText(text));

@@ -24,7 +24,7 @@ public:
     NotePopover& operator=(const NotePopover&) = delete;
 
     // `place` is in pixels of the page's widget.
-    void show(const std::string& text, const Gdk::Rectangle& place, PointedLink::Way way);
+    void show(const std::string& text, const Gdk::Rectangle& place, PointedLink::Input input);
     // Called when the pointer has left the reference.
     void pointerLeft();
     void hide() { _popover.popdown(); }

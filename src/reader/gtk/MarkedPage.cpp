@@ -60,7 +60,7 @@ void MarkedPage::showSelection(const PageSelection& selection)
     for (const auto& box : selection.boxes)
         text.boxes.push_back(placeOf(box));
     _bar.show(text);
-    if (selection.way == PageSelection::Way::Key)
+    if (selection.cause == PageSelection::Cause::Key)
         _bar.focus();
 }
 

@@ -42,10 +42,10 @@ void ReaderHeader::setBook(const std::string& title, const std::string& author)
         _bar.set_title_widget(_book);
 }
 
-void ReaderHeader::setWay(bool leadsBack, bool leadsOn)
+void ReaderHeader::setHistory(bool canGoBack, bool canGoForward)
 {
-    _back.set_visible(leadsBack || leadsOn);
-    _back.set_sensitive(leadsBack);
+    _back.set_visible(canGoBack || canGoForward);
+    _back.set_sensitive(canGoBack);
 }
 
 void ReaderHeader::connect(Gtk::Button& button, const std::function<void()>& action)

@@ -29,7 +29,7 @@ public:
 
     void setBackAction(const std::function<void()>& action) { connect(_back, action); }
     // Shows the button for going back after the first jump.
-    void setWay(bool leadsBack, bool leadsOn);
+    void setHistory(bool canGoBack, bool canGoForward);
 
     // Sets the title and author that the header shows; the author may be empty.
     void setBook(const std::string& title, const std::string& author);

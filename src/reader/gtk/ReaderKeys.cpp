@@ -48,14 +48,14 @@ std::optional<ReaderCommand> controlCommand(guint keyval)
 }
 
 // Commands for going back and forward: keys with Alt, and the dedicated keys of keyboards and mice.
-std::optional<ReaderCommand> wayCommand(guint keyval, bool holdsAlt)
+std::optional<ReaderCommand> historyCommand(guint keyval, bool holdsAlt)
 {
     const bool isBack = keyval == GDK_KEY_Left || keyval == GDK_KEY_KP_Left;
     const bool isOn = keyval == GDK_KEY_Right || keyval == GDK_KEY_KP_Right;
     if (keyval == GDK_KEY_Back || (holdsAlt && isBack))
         return ReaderCommand::GoBack;
     if (keyval == GDK_KEY_Forward || (holdsAlt && isOn))
-        return ReaderCommand::GoOn;
+        return ReaderCommand::GoForward;
     return {};
 }
 
@@ -105,7 +105,7 @@ std::optional<ReaderCommand> readerCommand(
 {
     const auto holds = [state](Gdk::ModifierType modifier) { return (state & modifier) == modifier; };
     if (!holds(Gdk::ModifierType::CONTROL_MASK) && !holds(Gdk::ModifierType::SHIFT_MASK)) {
-        if (const auto command = wayCommand(keyval, holds(Gdk::ModifierType::ALT_MASK)))
+        if (const auto command = historyCommand(keyval, holds(Gdk::ModifierType::ALT_MASK)))
             return command;
     }
     if (holds(Gdk::ModifierType::ALT_MASK) || holds(Gdk::ModifierType::SUPER_MASK))

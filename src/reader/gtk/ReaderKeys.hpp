@@ -22,7 +22,7 @@ enum class ReaderCommand {
     NextResult,
     PreviousResult,
     GoBack,
-    GoOn,
+    GoForward,
     GoTo,
     ShowSelection,
     LargerText,

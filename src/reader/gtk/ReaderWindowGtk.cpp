@@ -288,7 +288,7 @@ Glib::RefPtr<Gtk::EventController> ReaderWindowGtk::makeMouseButtons()
             return;
         }
         gesture->set_state(Gtk::EventSequenceState::CLAIMED);
-        send(button == backButton ? &ReaderWindowActions::goBack : &ReaderWindowActions::goOn);
+        send(button == backButton ? &ReaderWindowActions::goBack : &ReaderWindowActions::goForward);
     }));
     return click;
 }
@@ -356,8 +356,8 @@ bool ReaderWindowGtk::perform(ReaderCommand command)
     case ReaderCommand::GoBack:
         send(&ReaderWindowActions::goBack);
         return true;
-    case ReaderCommand::GoOn:
-        send(&ReaderWindowActions::goOn);
+    case ReaderCommand::GoForward:
+        send(&ReaderWindowActions::goForward);
         return true;
     default:
         return _extraCommands && _extraCommands(command);

@@ -129,7 +129,7 @@ public:
         _parts.surroundings.setNothingToShow(isNothing, [this] { _parts.send(&ReaderWindowActions::closeEPUB); });
     }
     void setPrintedPages(const std::vector<std::string>& labels) override { _parts.goToPanel.setPrintedPages(labels); }
-    void setWay(bool leadsBack, bool leadsOn) override { _parts.header.setWay(leadsBack, leadsOn); }
+    void setHistory(bool canGoBack, bool canGoForward) override { _parts.header.setHistory(canGoBack, canGoForward); }
     TextField& locLabel() override { return _parts.locLabel; }
     Slider& locSlider() override { return _parts.locSlider; }
 

@@ -65,7 +65,7 @@ void EpubWindowGtk::showNote(const std::string& text, const PointedLink& referen
     _note.show(text,
         { static_cast<int>(place.x), static_cast<int>(place.y), static_cast<int>(place.width),
             static_cast<int>(place.height) },
-        reference.way);
+        reference.input);
 }
 
 std::vector<SelectionBar::Action> EpubWindowGtk::textActions(EpubWindowGtk& window)

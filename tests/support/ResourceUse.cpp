@@ -1,4 +1,4 @@
-#include "tests/support/UsedByWork.hpp"
+#include "tests/support/ResourceUse.hpp"
 
 #include <cstdio>
 #include <cstdlib>
@@ -37,7 +37,7 @@ std::uint64_t statusBytes(const std::string& name)
 
 }
 
-UsedByWork usedBy(const std::function<void()>& work)
+ResourceUse usedBy(const std::function<void()>& work)
 {
     malloc_trim(0);
     // Resets the peak.
@@ -51,7 +51,7 @@ UsedByWork usedBy(const std::function<void()>& work)
 }
 
 void expectLittleWork(
-    const char* attack, std::uint64_t documentBytes, const UsedByWork& used, const std::string& outcome)
+    const char* attack, std::uint64_t documentBytes, const ResourceUse& used, const std::string& outcome)
 {
     EXPECT_LE(used.seconds, maxSeconds) << attack;
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)

@@ -36,6 +36,8 @@ catalogue '[book["Author"] for book in books] == ["Ada Marlow", "Bruno Castell",
     fail "other books came in than were dropped"
 [ -f "$books/01 The Lantern Keeper.epub" ] || fail "a book that was to be copied is gone"
 settle
+# A desktop may give the focus to the window from which files are dragged.
+bring_forward Pagora
 
 # The first two of them are moved to the Trash.
 press "The Lantern Keeper, Ada Marlow" cell
@@ -66,6 +68,7 @@ drop_files
 # The second is finished; nothing of the third is unpacked before its cover is drawn.
 third_is_begun() { [ -e "$library/Ten 02.epub" ] && [ -z "$(ls -A "$HOME/.cache/org.pagora.Pagora/_data")" ]; }
 within 60 third_is_begun
+bring_forward Pagora
 stopped() {
     local place
     # shellcheck disable=SC2086

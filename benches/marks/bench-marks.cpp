@@ -6,6 +6,7 @@
 #include "base/Resource.hpp"
 #include "benches/data/MadeBooks.hpp"
 #include "benches/marks/PageProcesses.hpp"
+#include "benches/program/MainLoop.hpp"
 #include "desktop/gtk/DesktopWorkspace.hpp"
 #include "desktop/gtk/Toplevel.hpp"
 #include "library_window/gtk/LibraryWindowGtk.hpp"
@@ -17,7 +18,6 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <set>
@@ -35,20 +35,6 @@ constexpr int turnsOfRound = 5;
 // turn begin; those have ended after both.
 constexpr unsigned drawingTime = 200;
 constexpr unsigned preparationTime = 500;
-
-void serveUntil(const std::function<bool()>& condition)
-{
-    while (!condition())
-        g_main_context_iteration(nullptr, TRUE);
-}
-
-void serveFor(unsigned milliseconds)
-{
-    bool isOver = false;
-    g_timeout_add_once(
-        milliseconds, [](gpointer over) { *static_cast<bool*>(over) = true; }, &isOver);
-    serveUntil([&] { return isOver; });
-}
 
 double median(std::vector<double> values)
 {

@@ -4,6 +4,7 @@
 // of at least 1280 by 860.
 
 #include "benches/data/MadeCatalogue.hpp"
+#include "benches/program/MainLoop.hpp"
 #include "catalogue/Catalogue.hpp"
 #include "catalogue/Settings.hpp"
 #include "desktop/gtk/Toplevel.hpp"
@@ -21,7 +22,6 @@
 #include <array>
 #include <chrono>
 #include <filesystem>
-#include <functional>
 #include <iostream>
 #include <set>
 #include <string>
@@ -75,20 +75,6 @@ private:
     double _since = now();
     double _sum = 0;
 };
-
-void serveUntil(const std::function<bool()>& condition)
-{
-    while (!condition())
-        g_main_context_iteration(nullptr, TRUE);
-}
-
-void serveFor(unsigned milliseconds)
-{
-    bool isOver = false;
-    g_timeout_add_once(
-        milliseconds, [](gpointer over) { *static_cast<bool*>(over) = true; }, &isOver);
-    serveUntil([&] { return isOver; });
-}
 
 Gtk::ScrolledWindow* scrollerIn(Gtk::Widget& widget)
 {

@@ -1,10 +1,12 @@
-// Runs in the reader's script world of every page, before the scripts that paint text. Registers ranges of the text with the
-// engine, which paints them as a style sheet says, without effect on the page's nodes and layout.
+// Runs in the reader's script world of every page, before the scripts that paint text. Registers ranges of text as highlights
+// of the engine. A style sheet sets their colours. The page's nodes and layout do not change.
 //
-// When the engine draws a line, it looks up a style for each registered highlight, also for one without ranges, and collects the
-// ranges of all highlights in the order in which these were registered. So only highlights with ranges are registered. All have the
-// same priority: the page process crashes when the engine collects a range whose priority is lower than that of another before it.
-// Instead the highlights are registered in a fixed order. Later ones are painted over earlier ones.
+// For each line that the engine draws, it looks up the style of every registered highlight. Therefore a highlight without
+// ranges is not registered.
+//
+// All highlights have the same priority. The engine collects the ranges of a line in the order in which the highlights were
+// registered, and the page process crashes if a range has a lower priority than the one before it. The order of registration is
+// fixed instead. Later highlights are painted over earlier ones.
 
 var pagoraHighlights = (function () {
     'use strict';

@@ -1,8 +1,8 @@
 // Runs in the reader's script world of every page, before page-fit.js. Measures the strip of columns in which the body
 // is laid out.
 
-// Returns the font size of this style in pixels, as text is drawn with it. Newer engines leave the reader's text size out of
-// the computed font size, but not out of lengths in em. page.css sets the object position of the root to one em.
+// Returns the font size of this style in pixels, including the reader's text size. Newer engines leave the text size out of
+// the computed font size but include it in lengths in em. page.css sets the object position of the root to one em.
 var pagoraFontSize = (style) => {
     'use strict';
 

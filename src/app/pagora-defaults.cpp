@@ -5,8 +5,8 @@
 
 #include <cstdio>
 
-// pagora-defaults [KEY]: prints the values that Pagora has stored as JSON: one object of all keys, or the value of KEY.
-// Read-only, and usable while Pagora runs.
+// pagora-defaults [KEY]: prints Pagora's stored values as JSON: one object with all keys, or only the value of
+// KEY. Read-only. Can be used while Pagora runs.
 int main(int argc, char** argv)
 {
     using namespace pagora;

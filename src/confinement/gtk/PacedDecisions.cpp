@@ -6,8 +6,8 @@ namespace pagora {
 
 namespace {
 
-// This many navigations are allowed immediately. Each further one waits for an interval after the one before it has got
-// its process.
+// The number of navigations that are allowed immediately. Each further one waits until an interval has passed since the
+// previous one got its process.
 constexpr std::size_t maxImmediate = 4;
 constexpr std::int64_t second = 1'000'000;
 constexpr unsigned millisecondsBetween = 500;

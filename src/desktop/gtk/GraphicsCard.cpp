@@ -93,8 +93,8 @@ GraphicsCard::GraphicsCard(Options options)
 {
 }
 
-// Returns a text that identifies the graphics devices; empty if there are none. Some drivers have device files of their
-// own.
+// Returns a text that identifies the graphics devices; empty if there are none. Some drivers use
+// device files with other names.
 std::string GraphicsCard::deviceIdentities() const
 {
     std::string found = identity(_options.devices + "/nvidiactl") + identity(_options.devices + "/dxg");
